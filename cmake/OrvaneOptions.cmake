@@ -1,0 +1,20 @@
+# SPDX-License-Identifier: Apache-2.0
+# The compiler options of our own code; llama.cpp is built with its own.
+
+add_library(orvane_options INTERFACE)
+target_compile_options(orvane_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual -Wnull-dereference
+  $<$<BOOL:${ORVANE_WARNINGS_AS_ERRORS}>:-Werror>)
+target_compile_definitions(orvane_options INTERFACE
+  QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  # g++ 12 reports false null dereferences and sign conversions inside coroutine frames and Qt's own headers.
+  target_compile_options(orvane_options INTERFACE -Wno-null-dereference -Wno-sign-conversion)
+endif()
+
+if(ORVANE_SANITIZER)
+  # Given to the whole build: a library built without them would hide errors of its callers.
+  add_compile_options(-fsanitize=${ORVANE_SANITIZER} -fno-omit-frame-pointer -g)
+  add_link_options(-fsanitize=${ORVANE_SANITIZER})
+endif()

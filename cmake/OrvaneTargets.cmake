@@ -1,0 +1,33 @@
+# SPDX-License-Identifier: Apache-2.0
+# The two helpers with which every target of ours is made.
+
+# orvane_add_library(NAME SOURCES ... [PUBLIC ...] [PRIVATE ...])
+# One static library a folder, so that the linker enforces the layers. Headers are included as "Folder/Name.h".
+function(orvane_add_library NAME)
+  cmake_parse_arguments(ARG "" "" "SOURCES;PUBLIC;PRIVATE" ${ARGN})
+  add_library(${NAME} STATIC ${ARG_SOURCES})
+  target_include_directories(${NAME} PUBLIC "${PROJECT_SOURCE_DIR}/src")
+  target_link_libraries(${NAME} PUBLIC ${ARG_PUBLIC} PRIVATE orvane_options ${ARG_PRIVATE})
+endfunction()
+
+# orvane_add_test(NAME LABEL <unit|engine|desktop|ui|slow> SOURCES ... LIBRARIES ... [ARGUMENTS ...] [TIMEOUT s])
+# A Qt Test program. Those of the labels desktop, ui and slow run in a private desktop session of their own.
+function(orvane_add_test NAME)
+  cmake_parse_arguments(ARG "" "LABEL;TIMEOUT" "SOURCES;LIBRARIES;ARGUMENTS" ${ARGN})
+  if(NOT ARG_LABEL MATCHES "^(unit|engine|desktop|ui|slow)$")
+    message(FATAL_ERROR "orvane_add_test(${NAME}): unknown label '${ARG_LABEL}'")
+  endif()
+  if(NOT ARG_TIMEOUT)
+    set(ARG_TIMEOUT 120)
+  endif()
+  add_executable(${NAME} ${ARG_SOURCES})
+  target_include_directories(${NAME} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
+  target_link_libraries(${NAME} PRIVATE orvane_options Qt6::Test ${ARG_LIBRARIES})
+  if(ARG_LABEL MATCHES "^(desktop|ui|slow)$")
+    add_test(NAME ${NAME}
+      COMMAND "${PROJECT_SOURCE_DIR}/tests/desktop/private-session" $<TARGET_FILE:${NAME}> ${ARG_ARGUMENTS})
+  else()
+    add_test(NAME ${NAME} COMMAND ${NAME} ${ARG_ARGUMENTS})
+  endif()
+  set_tests_properties(${NAME} PROPERTIES LABELS ${ARG_LABEL} TIMEOUT ${ARG_TIMEOUT})
+endfunction()

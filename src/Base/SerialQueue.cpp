@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Base/SerialQueue.h"
+
+#include <utility>
+
+SerialQueue::SerialQueue(const QString &name) : m_thread(QThread::create([this] { work(); }))
+{
+    m_thread->setObjectName(name);
+    m_thread->start();
+}
+
+SerialQueue::~SerialQueue()
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        m_stopping = true;
+    }
+    m_wake.notify_one();
+    m_thread->wait();
+}
+
+void SerialQueue::post(std::function<void()> job)
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        m_jobs.push_back(std::move(job));
+    }
+    m_wake.notify_one();
+}
+
+void SerialQueue::work()
+{
+    std::unique_lock lock(m_mutex);
+    for (;;) {
+        m_wake.wait(lock, [this] { return m_stopping || !m_jobs.empty(); });
+        if (m_jobs.empty())
+            return;
+        {
+            // The job, with all that it holds, is gone before the next one starts.
+            const std::function<void()> job = std::move(m_jobs.front());
+            m_jobs.pop_front();
+            lock.unlock();
+            job();
+        }
+        lock.lock();
+    }
+}

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+// The text rules that people perceive: characters are grapheme clusters, comparison looks through letter case
+// and through the different ways to encode the same letter. Pure functions, callable from any thread.
+namespace Text {
+
+// The text without white space and line breaks at both ends.
+QString trimmed(const QString &text);
+
+// The form in which names and labels are compared: case-folded and canonically composed, so that two texts
+// that look the same to a person (letter case aside) have the same key.
+QString comparisonKey(const QString &text);
+
+// Both as people perceive it: letter case and the encoding of accents do not matter.
+bool equals(const QString &left, const QString &right);
+bool contains(const QString &text, const QString &part);
+
+// The first `count` user-perceived characters; a cluster of several code points is never cut.
+QString firstCharacters(const QString &text, qsizetype count);
+
+// Consecutive pieces of `size` (at least 1) user-perceived characters; the last may be shorter. Empty text:
+// none.
+QStringList chunked(const QString &text, qsizetype size);
+
+// The first letter of every word in upper case, all others in lower case; a word is a run of letters and
+// digits (an apostrophe inside it included).
+QString capitalized(const QString &text);
+
+// Text that comes from outside (window titles, names, labels, script results, messages of the platform), made
+// harmless: one line, no control or invisible formatting characters, no Unicode tags, and no shape that a
+// chat template could read as a marker. Visible text, emoji sequences included, stays as it is.
+QString cleaned(const QString &foreign);
+
+// Breaks every chat-marker shape ("<|", "|>") by a blank, and changes nothing else.
+QString withoutMarkers(const QString &text);
+
+} // namespace Text

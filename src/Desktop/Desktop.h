@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "Desktop/Accessibility.h"
+#include "Desktop/Clock.h"
+#include "Desktop/Files.h"
+#include "Desktop/Keyboard.h"
+#include "Desktop/ScreenCapture.h"
+#include "Desktop/Scripting.h"
+#include "Desktop/WindowList.h"
+#include "Desktop/Workspace.h"
+
+// The desktop that the actions work on: one reference a service, passed explicitly and freely copied. Whoever
+// makes the services keeps them alive longer than every action.
+struct Desktop
+{
+    Workspace &workspace;
+    Accessibility &accessibility;
+    Keyboard &keyboard;
+    WindowList &windowList;
+    ScreenCapture &screenCapture;
+    Scripting &scripting;
+    Files &files;
+    Clock &clock;
+};

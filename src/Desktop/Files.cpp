@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Files.h"
+
+#include "Desktop/PlatformError.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QFileInfo>
+
+#include <filesystem>
+#include <system_error>
+#include <utility>
+
+namespace {
+
+std::optional<QList<FolderEntry>> listed(const QString &path)
+{
+    const QDir folder(path);
+    if (!folder.exists() || !folder.isReadable())
+        return std::nullopt;
+    QList<FolderEntry> entries;
+    // System entries are sockets, pipes and links that lead nowhere: they are entries of the folder too.
+    QDirIterator iterator(path, QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot);
+    while (iterator.hasNext()) {
+        iterator.next();
+        const QDateTime date = iterator.fileInfo().lastModified();
+        const std::optional<QDateTime> known = date.isValid() ? std::optional(date) : std::nullopt;
+        entries.append({iterator.fileName(), known});
+    }
+    return entries;
+}
+
+void create(const QString &path)
+{
+    std::error_code error;
+    std::filesystem::create_directories(std::filesystem::path(QFile::encodeName(path).toStdString()), error);
+    // The library reports a file that stands in the way as success of nothing.
+    if (!error && !QFileInfo(path).isDir())
+        error = std::make_error_code(std::errc::file_exists);
+    if (error)
+        throw PlatformError(QStringLiteral("Couldn't create the folder “%1”: %2.")
+                                .arg(QFileInfo(path).fileName(), QString::fromStdString(error.message())));
+}
+
+void moveToTrash(const QString &path)
+{
+    const QString name = QFileInfo(path).fileName();
+    const QFileInfo information(path);
+    if (!information.exists() && !information.isSymLink())
+        throw PlatformError(
+            QStringLiteral("“%1” couldn't be moved to the Trash because it doesn't exist.").arg(name));
+    if (!QFile(path).moveToTrash())
+        throw PlatformError(QStringLiteral("“%1” couldn't be moved to the Trash.").arg(name));
+}
+
+} // namespace
+
+Files::Files(QString homeDirectory) : m_homeDirectory(std::move(homeDirectory)) {}
+
+QCoro::Task<std::optional<QList<FolderEntry>>> Files::contentsOfDirectory(QString path)
+{
+    const auto listing = m_queue.run([path] { return listed(path); });
+    co_return co_await listing;
+}
+
+QCoro::Task<bool> Files::exists(QString path)
+{
+    const auto answer = m_queue.run([path] { return QFileInfo::exists(path); });
+    co_return co_await answer;
+}
+
+QCoro::Task<void> Files::createDirectory(QString path)
+{
+    const auto creation = m_queue.run([path] { create(path); });
+    co_await creation;
+}
+
+QCoro::Task<void> Files::trash(QString path)
+{
+    const auto move = m_queue.run([path] { moveToTrash(path); });
+    co_await move;
+}

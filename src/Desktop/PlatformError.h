@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "Base/LocalizedError.h"
+#include "Base/Text.h"
+
+#include <QString>
+
+// A failure that the platform reported, passed on unwrapped: its message is the platform's own sentence,
+// cleaned of line breaks and control characters. Thrown by the desktop services.
+class PlatformError : public LocalizedError
+{
+public:
+    explicit PlatformError(const QString &message) : m_message(Text::cleaned(message).trimmed()) {}
+    QString errorDescription() const override { return m_message; }
+
+private:
+    QString m_message;
+};

@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QCoroTask>
+#include <QList>
+#include <QString>
+#include <QUrl>
+
+#include <optional>
+
+// An application on disk. `location` means something to the backend only (a bundle's path, a desktop entry's
+// path); `displayName` is what the user knows it by. Two values with the same location are the same
+// application.
+struct ApplicationBundle
+{
+    QString location;
+    QString displayName;
+
+    friend bool operator==(const ApplicationBundle &left, const ApplicationBundle &right)
+    {
+        return left.location == right.location;
+    }
+};
+
+// A snapshot of a running application.
+struct RunningApplication
+{
+    qint64 processIdentifier = 0;
+    std::optional<QString> localizedName;
+    std::optional<ApplicationBundle> bundle;
+    // False for background and menu-bar-only processes, which the user does not think of as applications.
+    bool isRegular = true;
+};
+
+// One application folder, as listed. Entry names end in ".app" where they stand for an application, on every
+// platform, so that the scanning rule is the same everywhere.
+struct ApplicationFolder
+{
+    struct Entry
+    {
+        QString name;
+        ApplicationBundle bundle;
+    };
+    QString path;
+    QList<Entry> entries;
+};
+
+// The applications of the desktop, running and installed, and what opens what.
+// Called on the main thread; every answer is bounded in time. Names are cleaned text. Failures:
+// PlatformError.
+class Workspace
+{
+public:
+    virtual ~Workspace() = default;
+
+    // In the platform's order.
+    virtual QCoro::Task<QList<RunningApplication>> runningApplications() = 0;
+
+    // The application that the user works with. Our own window is a palette and never the answer: while it is
+    // active, this is the application that was active before it. None on an empty desktop.
+    virtual QCoro::Task<std::optional<RunningApplication>> frontmostApplication() = 0;
+
+    // Brings a running application back to the front and waits (bounded) until it is. Throws when it is gone.
+    virtual QCoro::Task<void> activate(RunningApplication application) = 0;
+
+    // The polite request, the same as choosing Quit; never a forced end. Whether it is followed is not told.
+    virtual QCoro::Task<void> terminate(RunningApplication application) = 0;
+    virtual QCoro::Task<bool> isTerminated(RunningApplication application) = 0;
+
+    // The application folders in the order of precedence; unreadable ones are left out.
+    virtual QCoro::Task<QList<ApplicationFolder>> applicationFolders() = 0;
+
+    // The user's default application for the role that a well-known name stands for ("finder" → the
+    // application that opens folders), or none if the name is no role here. `name` in any letter case.
+    virtual QCoro::Task<std::optional<ApplicationBundle>> defaultForRole(QString name) = 0;
+
+    // Opens, or brings forward, the application. Throws when the platform cannot start it.
+    virtual QCoro::Task<void> openApplication(ApplicationBundle application) = 0;
+
+    // The default handler opens the URL or file; false when there is none or it failed.
+    virtual QCoro::Task<bool> open(QUrl url) = 0;
+
+    // The given application opens the URL and comes to the front. Throws when the platform cannot.
+    virtual QCoro::Task<void> open(QUrl url, ApplicationBundle application) = 0;
+
+    // Shows the file or folder, selected, in the file browser. A failure is silent.
+    virtual QCoro::Task<void> reveal(QString path) = 0;
+};

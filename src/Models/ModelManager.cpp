@@ -1,0 +1,200 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Models/ModelManager.h"
+
+#include "Base/LocalizedError.h"
+#include "Base/Text.h"
+#include "Models/FileMove.h"
+
+#include <QFileInfo>
+#include <QPointer>
+
+#include <algorithm>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString selectedModelKey = u"selectedModel"_s;
+
+// Stands in for a size that the server does not tell.
+constexpr qint64 assumedSize = 1'000'000'000;
+
+constexpr int firstFailureStatus = 400;
+
+QString lastPathComponent(const QUrl &url)
+{
+    const QStringList components = url.path(QUrl::FullyDecoded).split(u'/', Qt::SkipEmptyParts);
+    const QString last = components.isEmpty() ? QString() : components.last();
+    return last == u"." || last == u".." ? QString() : last;
+}
+
+} // namespace
+
+ModelManager::ModelManager(std::unique_ptr<InferenceEngine> engine, std::unique_ptr<DownloadSession> session,
+                           const ModelStorage &storage, QObject *parent)
+    : QObject(parent), m_storage(storage), m_settings(storage.settingsFile, QSettings::IniFormat),
+      m_selected(LocalModel::withIdentifier(m_settings.value(selectedModelKey).toString())),
+      m_engine(std::move(engine)), m_session(std::move(session))
+{
+    m_session->setDelegate(this);
+    refresh();
+}
+
+ModelManager::~ModelManager()
+{
+    // While everything that the callbacks use is still there.
+    m_session.reset();
+}
+
+void ModelManager::refresh()
+{
+    const bool present = QFileInfo::exists(directory() + u'/' + m_selected.fileName);
+    setState(present ? State::ready() : State::needsDownload());
+}
+
+void ModelManager::select(const LocalModel &model)
+{
+    if (model == m_selected)
+        return;
+    cancelTask();
+    m_engine->unload();
+    m_unloading = true;
+    ++m_selection;
+    setSelected(model);
+    m_settings.setValue(selectedModelKey, model.id);
+    refresh();
+    if (m_state.kind == State::Kind::ready)
+        QMetaObject::invokeMethod(
+            this, [this] { loadIfNeeded(); }, Qt::QueuedConnection);
+}
+
+void ModelManager::download()
+{
+    if (m_task)
+        return;
+    setState(State::downloading(0.0));
+    m_task = m_session->start({m_selected.url, m_selected.sizeMB * 1'000'000});
+}
+
+void ModelManager::cancelDownload()
+{
+    cancelTask();
+    refresh();
+}
+
+QCoro::Task<void> ModelManager::loadIfNeeded()
+{
+    if (m_engine->isLoaded() && !m_unloading) {
+        setState(State::loaded());
+        co_return;
+    }
+    if (m_state.kind != State::Kind::ready && m_state.kind != State::Kind::loaded)
+        co_return;
+    setState(State::loading());
+
+    const QPointer<ModelManager> self(this);
+    const quint64 selection = m_selection;
+    const QString path = directory() + u'/' + m_selected.fileName;
+    State outcome = State::loaded();
+    try {
+        co_await m_engine->load(path);
+    } catch (const LocalizedError &error) {
+        outcome = State::failed(error.errorDescription());
+    } catch (const std::exception &error) {
+        outcome = State::failed(Text::cleaned(QString::fromLocal8Bit(error.what())));
+    }
+    if (!self || selection != m_selection)
+        co_return;
+    m_unloading = false;
+    setState(outcome);
+}
+
+void ModelManager::downloadProgressed(quint64 task, qint64 written, qint64 expected)
+{
+    const auto divisor = static_cast<double>(expected > 0 ? expected : assumedSize);
+    const double progress = std::min(static_cast<double>(written) / divisor, 1.0);
+    const auto report = [this, task, progress] {
+        // What comes after the download was cancelled or has ended is dropped.
+        if (m_task == task)
+            setState(State::downloading(progress));
+    };
+    QMetaObject::invokeMethod(this, report, Qt::QueuedConnection);
+}
+
+void ModelManager::downloadFinished(const FinishedDownload &download)
+{
+    const quint64 task = download.task;
+    const QString message = published(download);
+    QMetaObject::invokeMethod(
+        this, [this, task, message] { takeFinished(task, message); }, Qt::QueuedConnection);
+}
+
+void ModelManager::downloadEnded(quint64 task, const std::optional<DownloadError> &error)
+{
+    if (!error || error->code == DownloadError::cancelled)
+        return;
+    const QString message = error->message;
+    QMetaObject::invokeMethod(
+        this, [this, task, message] { takeFailed(task, message); }, Qt::QueuedConnection);
+}
+
+void ModelManager::setState(const State &state)
+{
+    if (state == m_state)
+        return;
+    Q_EMIT willChange();
+    m_state = state;
+    Q_EMIT stateChanged();
+}
+
+void ModelManager::setSelected(const LocalModel &model)
+{
+    Q_EMIT willChange();
+    m_selected = model;
+    Q_EMIT selectedChanged();
+}
+
+void ModelManager::cancelTask()
+{
+    if (m_task)
+        m_session->cancel(*m_task);
+    m_task.reset();
+}
+
+// Moves the finished file to its name in the models folder; on the session's thread. What went wrong, if
+// anything.
+QString ModelManager::published(const FinishedDownload &download) const
+{
+    if (download.httpStatus >= firstFailureStatus)
+        return u"Download failed (HTTP %1)."_s.arg(*download.httpStatus);
+    const QString component = lastPathComponent(download.originalUrl);
+    const QString name = component.isEmpty() ? u"model.gguf"_s : component;
+    const std::error_code error = moveReplacing(download.temporaryFile, directory() + u'/' + name);
+    if (!error)
+        return {};
+    const QString reason = Text::cleaned(QString::fromLocal8Bit(error.message().c_str()));
+    return u"Couldn't move the download into the models folder: %1."_s.arg(reason);
+}
+
+void ModelManager::takeFinished(quint64 task, const QString &message)
+{
+    if (m_task == task)
+        m_task.reset();
+    else if (m_task || !message.isEmpty() || m_state.kind != State::Kind::needsDownload)
+        return; // cancelled meanwhile, and it did not bring the file that is missing
+    if (!message.isEmpty()) {
+        setState(State::failed(message));
+        return;
+    }
+    refresh();
+    loadIfNeeded();
+}
+
+void ModelManager::takeFailed(quint64 task, const QString &message)
+{
+    if (m_task != task)
+        return;
+    m_task.reset();
+    setState(State::failed(message));
+}

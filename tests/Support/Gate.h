@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QCoroFuture>
+#include <QCoroTask>
+#include <QFuture>
+#include <QPromise>
+
+// A point at which a test holds a coroutine: whoever awaits `passed` goes on once the test has called `open`.
+// Used on one thread; a coroutine that waits resumes from the event loop.
+class Gate
+{
+public:
+    Gate() { m_promise.start(); }
+    ~Gate() { open(); }
+    Gate(const Gate &) = delete;
+    Gate &operator=(const Gate &) = delete;
+
+    void open()
+    {
+        if (!m_promise.future().isFinished())
+            m_promise.finish();
+    }
+
+    QCoro::Task<void> passed()
+    {
+        const QFuture<void> future = m_promise.future();
+        co_await future;
+    }
+
+private:
+    QPromise<void> m_promise;
+};

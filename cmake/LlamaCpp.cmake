@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: Apache-2.0
-# Gives the target `llama`: an installed llama.cpp, or the one in the source tree that ORVANE_LLAMA_SOURCE_DIR names.
-# ORVANE_LLAMA_BUILD_DIR may name a folder in which that tree has been built before (see scripts/fetch-llama).
+# Gives the target `llama`: an installed llama.cpp (scripts/fetch-llama makes one), or the one in the source tree that
+# ORVANE_LLAMA_SOURCE_DIR names.
 
 find_package(llama CONFIG QUIET)
 if(llama_FOUND)
@@ -11,6 +11,11 @@ elseif(ORVANE_LLAMA_SOURCE_DIR)
     set(LLAMA_BUILD_${PART} OFF CACHE BOOL "" FORCE)
   endforeach()
   set(BUILD_SHARED_LIBS OFF)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 14)
+    # Those compilers drop the stores that fill an AMX tile configuration, and the first matrix product ends the
+    # process with an illegal instruction.
+    add_compile_options(-U__AMX_INT8__)
+  endif()
   add_subdirectory("${ORVANE_LLAMA_SOURCE_DIR}" "${CMAKE_BINARY_DIR}/llama.cpp" EXCLUDE_FROM_ALL SYSTEM)
 else()
   message(FATAL_ERROR "llama.cpp was not found. Install it (libllama-dev, or Homebrew's llama.cpp), or give its "

@@ -1,0 +1,223 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Inference/GgufFile.h"
+
+#include <QByteArray>
+#include <QDataStream>
+#include <QFile>
+#include <QSet>
+
+#include <algorithm>
+#include <bit>
+#include <optional>
+
+namespace {
+
+using GgufFile::Verdict;
+
+enum class ValueType : quint32 { String = 8, Array = 9 };
+
+constexpr quint32 unsigned32 = 4;
+constexpr quint32 defaultAlignment = 32;
+constexpr quint32 mostDimensions = 4;
+constexpr quint64 longestName = 65535;
+
+// The least that one entry takes in the file: a tensor's name length, dimension count, one size, type and
+// offset; a key's length, its value's type and one byte.
+constexpr quint64 leastTensorBytes = 8 + 4 + 8 + 4 + 8;
+constexpr quint64 leastValueBytes = 8 + 4 + 1;
+
+std::optional<quint64> fixedSize(quint32 type)
+{
+    switch (type) {
+    case 0: // unsigned and signed bytes, truth values
+    case 1:
+    case 7:
+        return 1;
+    case 2: // 16-bit numbers
+    case 3:
+        return 2;
+    case unsigned32:
+    case 5: // signed, floating point
+    case 6:
+        return 4;
+    case 10: // 64-bit numbers
+    case 11:
+    case 12:
+        return 8;
+    default:
+        return std::nullopt;
+    }
+}
+
+// Reads a file from its start to the end of its tensor list. The first thing found wrong is kept; what is
+// read after that is nought.
+class Examination
+{
+public:
+    explicit Examination(QFile &file) : m_file(file), m_stream(&file)
+    {
+        m_stream.setByteOrder(QDataStream::LittleEndian);
+    }
+
+    Verdict verdict()
+    {
+        readHeader();
+        for (quint64 i = 0; i < m_valueCount && isGood(); ++i)
+            readKeyAndValue();
+        for (quint64 i = 0; i < m_tensorCount && isGood(); ++i)
+            readTensor();
+        checkData();
+        return m_verdict;
+    }
+
+private:
+    bool isGood() const { return m_verdict == Verdict::Plausible; }
+
+    void refuse(Verdict verdict)
+    {
+        if (isGood())
+            m_verdict = verdict;
+    }
+
+    quint64 remaining() const { return static_cast<quint64>(m_file.size() - m_file.pos()); }
+
+    template <typename Number>
+    Number number()
+    {
+        Number value = 0;
+        m_stream >> value;
+        if (m_stream.status() != QDataStream::Ok)
+            refuse(Verdict::CutShort);
+        return isGood() ? value : 0;
+    }
+
+    void skip(quint64 bytes)
+    {
+        if (bytes > remaining())
+            refuse(Verdict::CutShort);
+        else
+            m_file.seek(m_file.pos() + static_cast<qint64>(bytes));
+    }
+
+    QByteArray string(quint64 longest)
+    {
+        const quint64 length = number<quint64>();
+        if (length > remaining())
+            refuse(Verdict::CutShort);
+        else if (length > longest)
+            refuse(Verdict::Malformed);
+        return isGood() ? m_file.read(static_cast<qint64>(length)) : QByteArray();
+    }
+
+    void readHeader()
+    {
+        if (m_file.read(4) != "GGUF")
+            return refuse(Verdict::NotGguf);
+        const auto version = number<quint32>();
+        if (isGood() && version != 2 && version != 3)
+            return refuse(Verdict::UnknownVersion);
+        m_tensorCount = number<quint64>();
+        m_valueCount = number<quint64>();
+        if (m_tensorCount > remaining() / leastTensorBytes || m_valueCount > remaining() / leastValueBytes)
+            refuse(Verdict::CutShort);
+    }
+
+    void readKeyAndValue()
+    {
+        const QByteArray key = string(longestName);
+        const auto type = number<quint32>();
+        if (type == static_cast<quint32>(ValueType::Array))
+            readArray(key);
+        else if (type == static_cast<quint32>(ValueType::String))
+            skip(number<quint64>());
+        else if (key == "general.alignment" && type == unsigned32)
+            readAlignment();
+        else if (const std::optional<quint64> size = fixedSize(type))
+            skip(*size);
+        else
+            refuse(Verdict::Malformed);
+    }
+
+    void readAlignment()
+    {
+        m_alignment = number<quint32>();
+        if (!std::has_single_bit(m_alignment))
+            refuse(Verdict::Malformed);
+    }
+
+    void readArray(const QByteArray &key)
+    {
+        const auto type = number<quint32>();
+        const auto count = number<quint64>();
+        if (type == static_cast<quint32>(ValueType::String))
+            return key == "tokenizer.ggml.tokens" ? readTokens(count) : skipStrings(count);
+        const std::optional<quint64> size = fixedSize(type);
+        if (!size)
+            refuse(Verdict::Malformed); // arrays of arrays are in no model either
+        else if (count > remaining() / *size)
+            refuse(Verdict::CutShort);
+        else
+            skip(count * *size);
+    }
+
+    void skipStrings(quint64 count)
+    {
+        for (quint64 i = 0; i < count && isGood(); ++i)
+            skip(number<quint64>());
+    }
+
+    // The loader aborts on a vocabulary in which a token stands twice; empty ones it names itself.
+    void readTokens(quint64 count)
+    {
+        QSet<QByteArray> tokens;
+        for (quint64 i = 0; i < count && isGood(); ++i) {
+            const QByteArray token = string(longestName);
+            if (!token.isEmpty() && tokens.contains(token))
+                refuse(Verdict::Malformed);
+            tokens.insert(token);
+        }
+    }
+
+    void readTensor()
+    {
+        string(longestName);
+        const auto dimensions = number<quint32>();
+        if (dimensions > mostDimensions)
+            refuse(Verdict::Malformed);
+        for (quint32 i = 0; i < dimensions && isGood(); ++i) {
+            if (number<qint64>() < 0)
+                refuse(Verdict::Malformed);
+        }
+        number<quint32>(); // the type: which ones there are is the library's business
+        m_farthestOffset = std::max(m_farthestOffset, number<quint64>());
+    }
+
+    // Every tensor must begin inside the file; that it also ends there the loader looks at itself.
+    void checkData()
+    {
+        if (!isGood() || m_tensorCount == 0)
+            return;
+        const auto position = static_cast<quint64>(m_file.pos());
+        const quint64 padding = (m_alignment - position % m_alignment) % m_alignment;
+        if (padding >= remaining() || m_farthestOffset >= remaining() - padding)
+            refuse(Verdict::CutShort);
+    }
+
+    QFile &m_file;
+    QDataStream m_stream;
+    Verdict m_verdict = Verdict::Plausible;
+    quint64 m_tensorCount = 0;
+    quint64 m_valueCount = 0;
+    quint64 m_farthestOffset = 0;
+    quint32 m_alignment = defaultAlignment;
+};
+
+} // namespace
+
+Verdict GgufFile::examine(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QFile::ReadOnly))
+        return Verdict::Unreadable;
+    return Examination(file).verdict();
+}

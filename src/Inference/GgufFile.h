@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QString>
+
+// A look at a model file before llama.cpp gets it, because the library's loader may end the process on a file
+// that contradicts itself. Reads the file's metadata only, never its weights. Any thread but the main one.
+namespace GgufFile {
+
+enum class Verdict {
+    Plausible,
+    Unreadable,     // no such file, or no permission
+    NotGguf,        // does not begin with "GGUF"
+    UnknownVersion, // neither 2 nor 3
+    CutShort,       // ends before what it announces
+    Malformed       // announces what no model file holds
+};
+
+Verdict examine(const QString &path);
+
+} // namespace GgufFile

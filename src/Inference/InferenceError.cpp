@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Inference/InferenceError.h"
+
+using namespace Qt::StringLiterals;
+
+QString InferenceError::errorDescription() const
+{
+    switch (m_code) {
+    case Code::notLoaded:
+        return u"The language model isn't loaded yet."_s;
+    case Code::loadFailed:
+        return u"Couldn't load the model file."_s;
+    case Code::contextFailed:
+        return u"Couldn't create an inference context."_s;
+    case Code::tokenizeFailed:
+        return u"Couldn't tokenize the prompt."_s;
+    case Code::decodeFailed:
+        return u"The model failed while generating."_s;
+    }
+    Q_UNREACHABLE();
+}

@@ -1,0 +1,124 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Inference/LlamaEngine.h"
+
+#include "Inference/GgufFile.h"
+#include "Inference/InferenceError.h"
+#include "Inference/LlamaGeneration.h"
+#include "Inference/LlamaLimits.h"
+#include "Inference/LlamaPrompt.h"
+
+#include <QFile>
+
+#include <llama.h>
+
+#include <stop_token>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+void LlamaModelDeleter::operator()(llama_model *model) const
+{
+    llama_model_free(model);
+}
+
+void LlamaContextDeleter::operator()(llama_context *context) const
+{
+    llama_free(context);
+}
+
+// ggml has put in a handler for uncaught exceptions by now; it forks a debugger to print a backtrace unless
+// this is set when it is called.
+LlamaEngine::LlamaEngine()
+{
+    qputenv("GGML_NO_BACKTRACE", "1");
+    m_queue = std::make_unique<SerialQueue>(u"llama.engine"_s);
+}
+
+LlamaEngine::~LlamaEngine()
+{
+    m_queue.reset();
+    // A model that nobody unloaded is left to the end of the process: this is not the thread on which
+    // llama.cpp may be entered.
+    static_cast<void>(m_ctx.release());
+    static_cast<void>(m_model.release());
+}
+
+bool LlamaEngine::isLoaded() const
+{
+    const std::lock_guard guard(m_lock);
+    return m_loaded;
+}
+
+QCoro::Task<void> LlamaEngine::load(QString path)
+{
+    const auto job = [this, path] { loadModel(path); };
+    co_await m_queue->run(job);
+}
+
+void LlamaEngine::unload()
+{
+    m_queue->post([this] { freeAll(); });
+}
+
+QCoro::Task<QString> LlamaEngine::generate(QList<ChatMessage> messages, int maxTokens,
+                                           std::function<void(QString)> onToken)
+{
+    const auto job = [this, messages, maxTokens, onToken] { return run(messages, maxTokens, onToken); };
+    co_return co_await m_queue->run(job);
+}
+
+void LlamaEngine::loadModel(const QString &path)
+{
+    freeAll();
+    llama_backend_init();
+    if (GgufFile::examine(path) != GgufFile::Verdict::Plausible)
+        throw InferenceError(InferenceError::Code::loadFailed);
+
+    llama_model_params modelParameters = llama_model_default_params();
+    modelParameters.n_gpu_layers = LlamaLimits::gpuLayers;
+    LlamaModel model(llama_model_load_from_file(QFile::encodeName(path).constData(), modelParameters));
+    if (!model)
+        throw InferenceError(InferenceError::Code::loadFailed);
+
+    llama_context_params contextParameters = llama_context_default_params();
+    contextParameters.n_ctx = contextSize;
+    contextParameters.n_batch = LlamaLimits::batchSize;
+    LlamaContext context(llama_init_from_model(model.get(), contextParameters));
+    if (!context)
+        throw InferenceError(InferenceError::Code::contextFailed);
+
+    m_controlTokens = LlamaPrompt::controlTokens(model.get());
+    m_model = std::move(model);
+    m_ctx = std::move(context);
+    setLoaded(true);
+}
+
+void LlamaEngine::freeAll()
+{
+    m_ctx.reset();
+    m_model.reset();
+    m_controlTokens = {};
+    setLoaded(false);
+}
+
+QString LlamaEngine::run(const QList<ChatMessage> &messages, int maxTokens,
+                         const std::function<void(QString)> &onToken) const
+{
+    if (!m_model || !m_ctx)
+        throw InferenceError(InferenceError::Code::notLoaded);
+    const llama_vocab *const vocab = llama_model_get_vocab(m_model.get());
+    if (!vocab || llama_vocab_type(vocab) == LLAMA_VOCAB_TYPE_NONE)
+        throw InferenceError(InferenceError::Code::notLoaded);
+
+    const QString prompt = LlamaPrompt::render(messages, m_model.get(), m_controlTokens);
+    // The queue runs outside of any task, so there is nothing that could cancel: a generation that has
+    // started runs to its end.
+    const std::stop_token ofNoTask;
+    return LlamaGeneration::run(m_ctx.get(), vocab, prompt, maxTokens, onToken, ofNoTask);
+}
+
+void LlamaEngine::setLoaded(bool loaded)
+{
+    const std::lock_guard guard(m_lock);
+    m_loaded = loaded;
+}

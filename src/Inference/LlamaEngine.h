@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "Base/SerialQueue.h"
+#include "Inference/ContextFitting.h"
+#include "Inference/ControlTokens.h"
+#include "Inference/InferenceEngine.h"
+#include "Inference/LlamaHandles.h"
+
+#include <memory>
+#include <mutex>
+
+// Runs one local GGUF model through llama.cpp. Every call of the library is made on the serial queue
+// "llama.engine", in the order in which loads, unloads and generations were asked for; so generations queue
+// up behind each other, and a generation that has started runs to its end.
+//
+// The operations are called on the main thread; the awaited ones resume there. The destructor waits for what
+// is queued. It does not free a loaded model: whoever owns the engine calls `unload` first, and the queue
+// then carries that out before the engine is gone.
+class LlamaEngine final : public InferenceEngine
+{
+public:
+    // The context length in tokens.
+    static constexpr quint32 contextSize = ContextFitting::contextSize;
+
+    LlamaEngine();
+    ~LlamaEngine() override;
+
+    bool isLoaded() const override;
+
+    // Frees the model held before it looks at the new file, so after a failure none is loaded. Throws
+    // InferenceError loadFailed or contextFailed.
+    QCoro::Task<void> load(QString path) override;
+
+    void unload() override;
+
+    // Calls `onToken` on the queue's thread; it must be quick and never wait for the main thread. Throws
+    // InferenceError notLoaded, tokenizeFailed, contextFailed or decodeFailed; the model stays loaded.
+    // Cancelling whoever awaits it does not stop it.
+    QCoro::Task<QString> generate(QList<ChatMessage> messages, int maxTokens,
+                                  std::function<void(QString)> onToken) override;
+
+private:
+    // On the queue only, all of them.
+    void loadModel(const QString &path);
+    void freeAll();
+    QString run(const QList<ChatMessage> &messages, int maxTokens,
+                const std::function<void(QString)> &onToken) const;
+    void setLoaded(bool loaded);
+
+    // Touched on the queue only.
+    LlamaModel m_model;
+    LlamaContext m_ctx;
+    ControlTokens m_controlTokens;
+
+    mutable std::mutex m_lock; // guards m_loaded, the one thing that other threads read
+    bool m_loaded = false;
+
+    std::unique_ptr<SerialQueue> m_queue;
+};

@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <memory>
+
+struct llama_model;
+struct llama_context;
+
+// Owned handles of llama.cpp's objects, for headers that must not know the library. A context must be gone
+// before its model.
+struct LlamaModelDeleter
+{
+    void operator()(llama_model *model) const;
+};
+struct LlamaContextDeleter
+{
+    void operator()(llama_context *context) const;
+};
+
+using LlamaModel = std::unique_ptr<llama_model, LlamaModelDeleter>;
+using LlamaContext = std::unique_ptr<llama_context, LlamaContextDeleter>;

@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Inference/LlamaPrompt.h"
+
+#include "Inference/PromptTemplate.h"
+
+#include <llama.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Some files mark their turn markers as ordinary added tokens. Those are told from added words by their
+// brackets and by standing in the chat template.
+bool isTemplateMarker(const QString &text, const QString &chatTemplate)
+{
+    const bool bracketed =
+        (text.startsWith(u'<') && text.endsWith(u'>')) || (text.startsWith(u'[') && text.endsWith(u']'));
+    return bracketed && chatTemplate.contains(text);
+}
+
+} // namespace
+
+ControlTokens LlamaPrompt::controlTokens(const llama_model *model)
+{
+    const QString chatTemplate = QString::fromUtf8(llama_model_chat_template(model, nullptr));
+    const llama_vocab *const vocab = llama_model_get_vocab(model);
+    QStringList texts;
+    for (llama_token token = 0; token < llama_vocab_n_tokens(vocab); ++token) {
+        const int attributes = llama_vocab_get_attr(vocab, token);
+        const bool control = attributes & (LLAMA_TOKEN_ATTR_CONTROL | LLAMA_TOKEN_ATTR_UNKNOWN);
+        if (!control && !(attributes & LLAMA_TOKEN_ATTR_USER_DEFINED))
+            continue;
+        const QString text = QString::fromUtf8(llama_vocab_get_text(vocab, token));
+        if (control || isTemplateMarker(text, chatTemplate))
+            texts.append(text);
+    }
+    return ControlTokens(texts);
+}
+
+QString LlamaPrompt::render(const QList<ChatMessage> &messages, const llama_model *model,
+                            const ControlTokens &controlTokens)
+{
+    QList<ChatMessage> harmless = messages;
+    for (ChatMessage &message : harmless)
+        message.content = controlTokens.broken(message.content);
+
+    const char *const chatTemplate = llama_model_chat_template(model, nullptr);
+    const auto apply = [chatTemplate](const llama_chat_message *chat, size_t count, char *buffer,
+                                      qint32 size) {
+        return llama_chat_apply_template(chatTemplate, chat, count, true, buffer, size);
+    };
+    return PromptTemplate::render(harmless, apply);
+}

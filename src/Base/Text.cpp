@@ -7,6 +7,10 @@ namespace {
 
 constexpr char32_t zeroWidthJoiner = 0x200D;
 
+// Tags and the supplementary variation selectors: nothing to see, and room to hide a text in.
+constexpr char32_t firstTag = 0xE0000;
+constexpr char32_t lastTag = 0xE0FFF;
+
 // Line breaks of every kind, tabs and control characters are shown as a blank.
 bool isBreakOrControl(char32_t character)
 {
@@ -15,13 +19,25 @@ bool isBreakOrControl(char32_t character)
            category == QChar::Separator_Paragraph;
 }
 
-// Characters that a person does not see but a model does: bidirectional controls, zero-width characters,
-// tags, lone surrogates. The joiner stays, since emoji and several scripts are spelt with it.
+// The joiner stays, since emoji and several scripts are spelt with it.
 bool isInvisible(char32_t character)
 {
     const QChar::Category category = QChar::category(character);
     return (category == QChar::Other_Format && character != zeroWidthJoiner) ||
-           category == QChar::Other_Surrogate || (character >= 0xE0000 && character <= 0xE0FFF);
+           category == QChar::Other_Surrogate || (character >= firstTag && character <= lastTag);
+}
+
+bool hasCase(char32_t character)
+{
+    return QChar::isUpper(character) || QChar::isLower(character) || QChar::isTitleCase(character);
+}
+
+// Accents and apostrophes stand inside a word without being letters of it.
+bool continuesWord(char32_t character)
+{
+    const QChar::Category category = QChar::category(character);
+    return category == QChar::Mark_NonSpacing || category == QChar::Mark_Enclosing ||
+           category == QChar::Other_Format || character == U'\'' || character == U'’';
 }
 
 } // namespace
@@ -35,7 +51,8 @@ QString Text::comparisonKey(const QString &text)
 {
     // Folding can decompose ("İ"), so the composition comes last; composed first, so that folding sees
     // letters.
-    return text.normalized(QString::NormalizationForm_C)
+    return withoutInvisible(text)
+        .normalized(QString::NormalizationForm_C)
         .toCaseFolded()
         .normalized(QString::NormalizationForm_C);
 }
@@ -77,28 +94,35 @@ QStringList Text::chunked(const QString &text, qsizetype size)
 QString Text::capitalized(const QString &text)
 {
     QString result;
-    QTextBoundaryFinder words(QTextBoundaryFinder::Word, text);
-    qsizetype start = 0;
-    for (qsizetype end = words.toNextBoundary(); end >= 0; end = words.toNextBoundary()) {
-        const QString word = text.mid(start, end - start);
-        const QString first = firstCharacters(word, 1);
-        result += first.toUpper() + word.mid(first.size()).toLower();
-        start = end;
+    result.reserve(text.size());
+    bool insideWord = false;
+    for (const char32_t character : text.toUcs4()) {
+        const char32_t shown = insideWord ? QChar::toLower(character) : QChar::toTitleCase(character);
+        result += QString::fromUcs4(&shown, 1);
+        insideWord = hasCase(character) || (insideWord && continuesWord(character));
     }
     return result;
 }
 
 QString Text::cleaned(const QString &foreign)
 {
-    QString result;
-    result.reserve(foreign.size());
-    for (const char32_t character : foreign.toUcs4()) {
-        if (isBreakOrControl(character))
-            result += u' ';
-        else if (!isInvisible(character))
-            result += QString::fromUcs4(&character, 1);
+    QString result = withoutInvisible(foreign);
+    for (QChar &character : result) {
+        if (isBreakOrControl(character.unicode()))
+            character = u' ';
     }
     return withoutMarkers(result);
+}
+
+QString Text::withoutInvisible(const QString &text)
+{
+    QString result;
+    result.reserve(text.size());
+    for (const char32_t character : text.toUcs4()) {
+        if (!isInvisible(character))
+            result += QString::fromUcs4(&character, 1);
+    }
+    return result;
 }
 
 QString Text::withoutMarkers(const QString &text)

@@ -11,8 +11,8 @@ namespace Text {
 // The text without white space and line breaks at both ends.
 QString trimmed(const QString &text);
 
-// The form in which names and labels are compared: case-folded and canonically composed, so that two texts
-// that look the same to a person (letter case aside) have the same key.
+// The form in which names and labels are compared: case-folded, canonically composed and without invisible
+// characters, so that two texts that look the same to a person (letter case aside) have the same key.
 QString comparisonKey(const QString &text);
 
 // Both as people perceive it: letter case and the encoding of accents do not matter.
@@ -26,14 +26,18 @@ QString firstCharacters(const QString &text, qsizetype count);
 // none.
 QStringList chunked(const QString &text, qsizetype size);
 
-// The first letter of every word in upper case, all others in lower case; a word is a run of letters and
-// digits (an apostrophe inside it included).
+// The first letter of every word in upper case, all others in lower case. A word is a run of letters, with
+// the accents and apostrophes inside it; anything else, a digit included, ends it.
 QString capitalized(const QString &text);
 
 // Text that comes from outside (window titles, names, labels, script results, messages of the platform), made
 // harmless: one line, no control or invisible formatting characters, no Unicode tags, and no shape that a
 // chat template could read as a marker. Visible text, emoji sequences included, stays as it is.
 QString cleaned(const QString &foreign);
+
+// Drops what a person does not see but a model or a comparison does: bidirectional controls, zero-width
+// characters, tags, lone surrogates. Emoji sequences, line breaks and tabs stay.
+QString withoutInvisible(const QString &text);
 
 // Breaks every chat-marker shape ("<|", "|>") by a blank, and changes nothing else.
 QString withoutMarkers(const QString &text);

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "Base/LocalizedError.h"
+#include "Base/Text.h"
+
+// A failure that an action detects itself: one complete English sentence, made one harmless line whatever the
+// texts that were put into it.
+class ActionError : public LocalizedError
+{
+public:
+    explicit ActionError(const QString &message) : m_message(Text::cleaned(message)) {}
+
+    QString message() const { return m_message; }
+    QString errorDescription() const override { return m_message; }
+
+    friend bool operator==(const ActionError &left, const ActionError &right)
+    {
+        return left.m_message == right.m_message;
+    }
+
+private:
+    QString m_message;
+};

@@ -1,0 +1,170 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Actions/AgentAction.h"
+
+#include "Base/Text.h"
+
+#include <QHash>
+#include <QStringEncoder>
+
+#include <nlohmann/json.hpp>
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <utility>
+
+namespace {
+
+using Json = nlohmann::json;
+
+// Deeper nesting than this is no action, only an attempt to exhaust us.
+constexpr int deepestNesting = 512;
+
+// Whole numbers below this are written out; beyond it the digits would not be exact anyway.
+constexpr double largestWrittenOut = 1e21;
+
+// From the first opening brace to the one that closes it; braces inside strings do not count.
+std::optional<QString> firstObject(const QString &text)
+{
+    const qsizetype start = text.indexOf(u'{');
+    if (start < 0)
+        return std::nullopt;
+    int depth = 0;
+    bool insideString = false;
+    for (qsizetype i = start; i < text.size(); ++i) {
+        const QChar character = text.at(i);
+        if (insideString && character == u'\\')
+            ++i;
+        else if (character == u'"')
+            insideString = !insideString;
+        else if (!insideString && character == u'{')
+            ++depth;
+        else if (!insideString && character == u'}' && --depth == 0)
+            return text.mid(start, i - start + 1);
+    }
+    return std::nullopt;
+}
+
+// The decoded object; nothing when it is not strictly valid or too deep.
+std::optional<Json> decodedObject(const QString &text)
+{
+    QStringEncoder encoder(QStringEncoder::Utf8);
+    const QByteArray bytes = encoder.encode(text);
+    if (encoder.hasError())
+        return std::nullopt;
+    bool tooDeep = false;
+    const Json::parser_callback_t guard = [&tooDeep](int depth, Json::parse_event_t, Json &) {
+        tooDeep = tooDeep || depth > deepestNesting;
+        return !tooDeep;
+    };
+    Json object = Json::parse(bytes.begin(), bytes.end(), guard, false);
+    if (tooDeep || !object.is_object())
+        return std::nullopt;
+    return object;
+}
+
+QString textOf(const Json &string)
+{
+    return QString::fromStdString(string.get_ref<const std::string &>());
+}
+
+QString textOfNumber(double number)
+{
+    const bool writtenOut = std::trunc(number) == number && std::abs(number) < largestWrittenOut;
+    std::array<char, 32> buffer{};
+    // Adding zero turns "-0" into "0".
+    const auto end = writtenOut
+                         ? std::to_chars(buffer.begin(), buffer.end(), number + 0.0, std::chars_format::fixed)
+                         : std::to_chars(buffer.begin(), buffer.end(), number);
+    return QString::fromLatin1(buffer.data(), end.ptr - buffer.data());
+}
+
+std::optional<QString> joined(const Json &array)
+{
+    QStringList texts;
+    for (const Json &element : array) {
+        if (!element.is_string())
+            return std::nullopt;
+        texts.append(textOf(element));
+    }
+    return texts.join(u'+');
+}
+
+// A member's value as the text of an argument; nothing for values that have no such text.
+std::optional<QString> flattened(const Json &value)
+{
+    switch (value.type()) {
+    case Json::value_t::string:
+        return textOf(value);
+    case Json::value_t::boolean:
+        return value.get<bool>() ? QStringLiteral("1") : QStringLiteral("0");
+    case Json::value_t::number_integer:
+        return QString::number(value.get<qint64>());
+    case Json::value_t::number_unsigned:
+        return QString::number(value.get<quint64>());
+    case Json::value_t::number_float:
+        return textOfNumber(value.get<double>());
+    case Json::value_t::array:
+        return joined(value);
+    default:
+        return std::nullopt;
+    }
+}
+
+// The key that names the action: the first of the three that is there, whatever its value.
+const char *namingKey(const Json &object)
+{
+    for (const char *key : {"action", "name", "tool"}) {
+        if (object.contains(key))
+            return key;
+    }
+    return nullptr;
+}
+
+// Moves the members of a nested argument object up, where they do not hide one that is there already. The
+// nested object stays behind as a null, under its own key.
+void mergeNestedArguments(Json &object)
+{
+    for (const char *key : {"args", "parameters"}) {
+        const auto nested = object.find(key);
+        if (nested == object.end() || !nested->is_object())
+            continue;
+        Json arguments = std::move(*nested);
+        for (auto member = arguments.begin(); member != arguments.end(); ++member)
+            object.emplace(member.key(), std::move(member.value()));
+        return;
+    }
+}
+
+// "name" is an argument of its own (a new folder's) wherever another key names the action.
+bool isArgument(const std::string &key, const std::string &naming)
+{
+    return key != naming && key != "action" && key != "tool";
+}
+
+} // namespace
+
+std::optional<AgentAction> AgentAction::parse(const QString &text)
+{
+    const std::optional<QString> source = firstObject(text);
+    std::optional<Json> object = source ? decodedObject(*source) : std::nullopt;
+    const char *naming = object ? namingKey(*object) : nullptr;
+    if (!naming || !object->at(naming).is_string())
+        return std::nullopt;
+    AgentAction action;
+    action.name = textOf(object->at(naming)).toLower();
+    mergeNestedArguments(*object);
+    for (const auto &[key, value] : object->items()) {
+        const std::optional<QString> argument = isArgument(key, naming) ? flattened(value) : std::nullopt;
+        if (argument)
+            action.args.insert(QString::fromStdString(key), *argument);
+    }
+    action.id = QUuid::createUuid();
+    return action;
+}
+
+std::optional<QString> AgentAction::arg(const QString &key) const
+{
+    const QString value = Text::trimmed(args.value(key));
+    return value.isEmpty() ? std::nullopt : std::optional(value);
+}

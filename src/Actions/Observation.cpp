@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Actions/Observation.h"
+
+#include "Actions/ActionError.h"
+#include "Actions/Executor.h"
+
+#include <QStringList>
+
+namespace {
+
+constexpr qsizetype mostWindows = 8;
+
+QString entryOf(const WindowDescription &window)
+{
+    const QString title = window.name.value_or(QString());
+    return title.isEmpty() ? *window.ownerName : *window.ownerName + QStringLiteral(" — ") + title;
+}
+
+QString summaryOf(const QList<WindowDescription> &windows, qint64 ownProcess)
+{
+    QStringList entries;
+    for (const WindowDescription &window : windows) {
+        if (window.layer != 0 || window.ownerProcessIdentifier == ownProcess || !window.ownerName)
+            continue;
+        const QString entry = entryOf(window);
+        if (!entries.contains(entry))
+            entries.append(entry);
+        if (entries.size() == mostWindows)
+            break;
+    }
+    return entries.isEmpty() ? QStringLiteral("none") : entries.join(QStringLiteral("; "));
+}
+
+} // namespace
+
+QCoro::Task<std::optional<QString>> Executor::frontmostName(Desktop desktop)
+{
+    try {
+        const std::optional<RunningApplication> application =
+            co_await desktop.workspace.frontmostApplication();
+        if (application && !application->localizedName.value_or(QString()).isEmpty())
+            co_return application->localizedName;
+    } catch (const LocalizedError &) {
+        // Knowing nothing is an answer here: the caller has a word for it.
+    }
+    co_return std::nullopt;
+}
+
+QCoro::Task<QString> Executor::windowSummary(Desktop desktop)
+{
+    try {
+        const QList<WindowDescription> windows = co_await desktop.windowList.onScreenWindows();
+        co_return summaryOf(windows, desktop.windowList.ownProcessIdentifier());
+    } catch (const LocalizedError &) {
+        co_return QStringLiteral("none");
+    }
+}
+
+QCoro::Task<QString> Executor::observe(Desktop desktop)
+{
+    const std::optional<QString> application = co_await frontmostName(desktop);
+    const QString windows = co_await windowSummary(desktop);
+    const QString name = application.value_or(QStringLiteral("unknown"));
+    co_return Text::cleaned(QStringLiteral("Frontmost app: %1. Windows: %2").arg(name, windows));
+}
+
+QCoro::Task<QString> Executor::appleScript(QString source, Desktop desktop)
+{
+    const ScriptOutcome outcome = co_await desktop.scripting.run(source);
+    if (!outcome.created)
+        co_return QStringLiteral("Script ran.");
+    if (outcome.error)
+        throw ActionError(QStringLiteral("AppleScript error: ") +
+                          outcome.error->value_or(QStringLiteral("unknown")));
+    if (outcome.text)
+        co_return QStringLiteral("Script returned: ") + *outcome.text;
+    co_return QStringLiteral("Script ran.");
+}

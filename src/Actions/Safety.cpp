@@ -1,0 +1,148 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Actions/Safety.h"
+
+#include "Actions/Observation.h"
+#include "Base/Text.h"
+
+#include <QHash>
+#include <QStringList>
+
+#include <algorithm>
+
+namespace {
+
+// `front` is the frontmost application's name as it is; empty when there is none.
+using Rule = Risk (*)(const AgentAction &action, const QString &front);
+
+const QStringList &messagingApplications()
+{
+    static const QStringList names{
+        QStringLiteral("messages"), QStringLiteral("mail"),     QStringLiteral("slack"),
+        QStringLiteral("discord"),  QStringLiteral("telegram"), QStringLiteral("whatsapp"),
+        QStringLiteral("outlook"),  QStringLiteral("teams"),    QStringLiteral("signal"),
+    };
+    return names;
+}
+
+const QStringList &riskyClickWords()
+{
+    static const QStringList words{
+        QStringLiteral("send"),          QStringLiteral("delete"),   QStringLiteral("remove"),
+        QStringLiteral("buy"),           QStringLiteral("purchase"), QStringLiteral("pay"),
+        QStringLiteral("place order"),   QStringLiteral("checkout"), QStringLiteral("submit"),
+        QStringLiteral("confirm order"), QStringLiteral("erase"),    QStringLiteral("empty trash"),
+        QStringLiteral("transfer"),
+    };
+    return words;
+}
+
+bool containsAny(const QString &key, const QStringList &words)
+{
+    return std::any_of(words.begin(), words.end(),
+                       [&key](const QString &word) { return key.contains(word); });
+}
+
+QString keyOfArgument(const AgentAction &action, const QString &name)
+{
+    return Text::comparisonKey(action.arg(name).value_or(QString()));
+}
+
+// What is asked on one line: whatever an argument holds, the user sees one line and nothing hidden in it.
+Risk ask(const QString &question)
+{
+    return Risk::confirm(Text::cleaned(question));
+}
+
+Risk trash(const AgentAction &action, const QString &)
+{
+    const QString path = action.arg(QStringLiteral("path")).value_or(QStringLiteral("item"));
+    return ask(QStringLiteral("Move “%1” to the Trash").arg(path));
+}
+
+Risk quitApp(const AgentAction &action, const QString &)
+{
+    if (Safety::quitSafe().contains(keyOfArgument(action, QStringLiteral("app"))))
+        return Risk::safe();
+    const QString name = action.arg(QStringLiteral("app")).value_or(QStringLiteral("the app"));
+    return ask(QStringLiteral("Quit %1 — unsaved work could be lost").arg(name));
+}
+
+Risk appleScript(const AgentAction &action, const QString &)
+{
+    // The script keeps its lines; only what the user could not see in it is left out of what is shown.
+    const QString script = action.arg(QStringLiteral("script")).value_or(QString());
+    return Risk::confirm(QStringLiteral("Run a custom AppleScript:\n") + Text::withoutInvisible(script));
+}
+
+Risk click(const AgentAction &action, const QString &front)
+{
+    if (!containsAny(keyOfArgument(action, QStringLiteral("label")), riskyClickWords()))
+        return Risk::safe();
+    const QString label = action.arg(QStringLiteral("label")).value_or(QString());
+    return ask(QStringLiteral("Click “%1” in %2").arg(label, Text::capitalized(front)));
+}
+
+Risk pressKey(const AgentAction &action, const QString &front)
+{
+    const QString key = keyOfArgument(action, QStringLiteral("key"));
+    const bool isReturn = key == QLatin1String("return") || key == QLatin1String("enter");
+    if (isReturn && containsAny(Text::comparisonKey(front), messagingApplications()))
+        return ask(
+            QStringLiteral("Press Return in %1 — this may send a message").arg(Text::capitalized(front)));
+    if (!keyOfArgument(action, QStringLiteral("modifiers")).contains(QLatin1String("command")))
+        return Risk::safe();
+    if (key == QLatin1String("delete") || key == QLatin1String("backspace"))
+        return ask(QStringLiteral("Delete the selected item (⌘⌫)"));
+    if (key == QLatin1String("q"))
+        return ask(QStringLiteral("Quit %1 (⌘Q)").arg(Text::capitalized(front)));
+    return Risk::safe();
+}
+
+Risk openURL(const AgentAction &action, const QString &)
+{
+    const QString url = keyOfArgument(action, QStringLiteral("url"));
+    if (url.startsWith(QLatin1String("x-apple.systempreferences")) && url.contains(QLatin1String("reset")))
+        return ask(QStringLiteral("Modify system settings"));
+    return Risk::safe();
+}
+
+Rule ruleFor(const QString &actionName)
+{
+    static const QHash<QString, Rule> rules{
+        {QStringLiteral("trash"), trash},
+        {QStringLiteral("quit_app"), quitApp},
+        {QStringLiteral("applescript"), appleScript},
+        {QStringLiteral("click"), click},
+        {QStringLiteral("press_key"), pressKey},
+        {QStringLiteral("open_url"), openURL},
+    };
+    return rules.value(actionName, nullptr);
+}
+
+} // namespace
+
+const QSet<QString> &Safety::quitSafe()
+{
+    static const QSet<QString> names{
+        QStringLiteral("spotify"),         QStringLiteral("music"),
+        QStringLiteral("podcasts"),        QStringLiteral("tv"),
+        QStringLiteral("calculator"),      QStringLiteral("maps"),
+        QStringLiteral("photos"),          QStringLiteral("news"),
+        QStringLiteral("stocks"),          QStringLiteral("weather"),
+        QStringLiteral("chess"),           QStringLiteral("preview"),
+        QStringLiteral("system settings"), QStringLiteral("activity monitor"),
+    };
+    return names;
+}
+
+Risk Safety::assess(const AgentAction &action, const std::optional<QString> &frontmostApplicationName)
+{
+    const Rule rule = ruleFor(action.name);
+    return rule ? rule(action, frontmostApplicationName.value_or(QString())) : Risk::safe();
+}
+
+QCoro::Task<Risk> Safety::assess(AgentAction action, Desktop desktop)
+{
+    const std::optional<QString> front = co_await Executor::frontmostName(desktop);
+    co_return assess(action, front);
+}

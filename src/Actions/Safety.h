@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "Actions/AgentAction.h"
+#include "Desktop/Desktop.h"
+
+#include <QCoroTask>
+#include <QSet>
+#include <QString>
+
+#include <optional>
+
+// What the policy says of an action: run it now, or ask the user first and give this reason.
+struct Risk
+{
+    enum class Kind { Safe, Confirm };
+
+    static Risk safe() { return {}; }
+    static Risk confirm(const QString &reason) { return {Kind::Confirm, reason}; }
+
+    Kind kind = Kind::Safe;
+    QString reason; // of Confirm only; a script stands on lines of its own below the heading
+
+    friend bool operator==(const Risk &, const Risk &) = default;
+};
+
+// The fixed policy that every action passes before it is carried out. Stateless; nothing here fails.
+namespace Safety {
+
+// Names, as compared, of the applications that may be quit without asking. Safe from any thread.
+const QSet<QString> &quitSafe();
+
+// The policy itself: a pure function, given the name of the application that the user works with.
+Risk assess(const AgentAction &action, const std::optional<QString> &frontmostApplicationName);
+
+// The same, with the application that is frontmost now. Main thread.
+QCoro::Task<Risk> assess(AgentAction action, Desktop desktop);
+
+} // namespace Safety

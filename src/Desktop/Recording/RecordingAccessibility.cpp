@@ -1,0 +1,94 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Recording/RecordingAccessibility.h"
+
+#include "Base/Text.h"
+
+#include <utility>
+
+namespace {
+
+std::optional<QString> cleanedIfPresent(const std::optional<QString> &text)
+{
+    return text ? std::optional(Text::cleaned(*text)) : std::nullopt;
+}
+
+// One walk's view of a recorded tree, as it was when the walk began.
+class RecordingTree : public AccessibilityTree
+{
+public:
+    RecordingTree(RecordedTree tree, RecordingAccessibility &owner, RecordingJournal &journal)
+        : m_tree(std::move(tree)), m_owner(owner), m_journal(journal)
+    {
+    }
+
+    AccessibilityElement root() const override { return 0; }
+
+    QCoro::Task<QList<AccessibilityAttributes>> read(QList<AccessibilityElement> elements) override
+    {
+        co_await m_journal.begin(RecordedOperation::ReadElements);
+        m_owner.requests += 1;
+        m_owner.elementsRead += elements.size();
+        QList<AccessibilityAttributes> attributes;
+        attributes.reserve(elements.size());
+        for (const AccessibilityElement element : std::as_const(elements))
+            attributes.append(attributesOf(element));
+        co_return attributes;
+    }
+
+    QCoro::Task<bool> press(AccessibilityElement element) override
+    {
+        co_await m_journal.begin(RecordedOperation::Press);
+        const RecordedElement &target = m_tree.elements.at(element);
+        const QString name = target.title.value_or(target.description.value_or(QString()));
+        m_journal.note(QStringLiteral("press %1 “%2”").arg(target.role, name));
+        co_return target.respondsToPress;
+    }
+
+private:
+    AccessibilityAttributes attributesOf(AccessibilityElement element) const
+    {
+        const RecordedElement &source = m_tree.elements.at(element);
+        return {source.role,
+                cleanedIfPresent(source.title),
+                cleanedIfPresent(source.description),
+                cleanedIfPresent(source.value),
+                cleanedIfPresent(source.help),
+                source.children};
+    }
+
+    RecordedTree m_tree;
+    RecordingAccessibility &m_owner;
+    RecordingJournal &m_journal;
+};
+
+} // namespace
+
+AccessibilityElement RecordedTree::add(AccessibilityElement parent, const RecordedElement &element)
+{
+    const auto position = static_cast<AccessibilityElement>(elements.size());
+    elements.append(element);
+    elements[parent].children.append(position);
+    return position;
+}
+
+QCoro::Task<bool> RecordingAccessibility::isProcessTrusted()
+{
+    co_await m_journal.begin(RecordedOperation::IsProcessTrusted);
+    co_return trusted;
+}
+
+QCoro::Task<void> RecordingAccessibility::requestTrust()
+{
+    co_await m_journal.begin(RecordedOperation::RequestTrust);
+    m_journal.note(QStringLiteral("ask for the Accessibility permission"));
+    prompts += 1;
+}
+
+QCoro::Task<std::shared_ptr<AccessibilityTree>>
+RecordingAccessibility::applicationTree(qint64 processIdentifier)
+{
+    co_await m_journal.begin(RecordedOperation::ApplicationTree);
+    const std::shared_ptr<AccessibilityTree> tree =
+        std::make_shared<RecordingTree>(trees.value(processIdentifier), *this, m_journal);
+    co_return tree;
+}

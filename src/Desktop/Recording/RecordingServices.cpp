@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Recording/RecordingServices.h"
+
+#include "Base/Text.h"
+
+#include <QFile>
+
+#include <utility>
+
+namespace {
+
+QString described(EventFlags flags)
+{
+    QString text;
+    if (flags.testFlag(EventFlag::Command))
+        text += QStringLiteral("command+");
+    if (flags.testFlag(EventFlag::Shift))
+        text += QStringLiteral("shift+");
+    if (flags.testFlag(EventFlag::Alternate))
+        text += QStringLiteral("option+");
+    if (flags.testFlag(EventFlag::Control))
+        text += QStringLiteral("control+");
+    return text;
+}
+
+QString described(const KeyStroke &stroke)
+{
+    if (!stroke.text.isEmpty())
+        return QStringLiteral("type “%1”").arg(stroke.text);
+    return QStringLiteral("press key %1%2").arg(described(stroke.flags)).arg(stroke.virtualKey);
+}
+
+// One transparent point.
+QByteArray smallPicture()
+{
+    return QByteArray::fromBase64(
+        "iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAYAAAAfFcSJAAAADUlEQVR42mNkYPhfDwAChwGA60e6kgAA"
+        "AABJRU5ErkJggg==");
+}
+
+std::optional<QString> cleanedIfPresent(const std::optional<QString> &text)
+{
+    return text ? std::optional(Text::cleaned(*text)) : std::nullopt;
+}
+
+} // namespace
+
+QCoro::Task<void> RecordingKeyboard::post(QList<KeyStroke> newStrokes, std::chrono::microseconds pause)
+{
+    co_await m_journal.begin(RecordedOperation::PostKeys);
+    for (const KeyStroke &stroke : std::as_const(newStrokes)) {
+        m_journal.note(described(stroke));
+        strokes.append(stroke);
+        pauses.append(pause);
+    }
+}
+
+void RecordingWindowList::add(const QString &ownerName, const QString &name)
+{
+    const std::optional<QString> title = name.isEmpty() ? std::nullopt : std::optional(name);
+    windows.append({0, ownProcess + 1, ownerName, title});
+}
+
+QCoro::Task<QList<WindowDescription>> RecordingWindowList::onScreenWindows()
+{
+    co_await m_journal.begin(RecordedOperation::OnScreenWindows);
+    QList<WindowDescription> cleaned = windows;
+    for (WindowDescription &window : cleaned) {
+        window.ownerName = cleanedIfPresent(window.ownerName);
+        window.name = cleanedIfPresent(window.name);
+    }
+    co_return cleaned;
+}
+
+QCoro::Task<void> RecordingScreenCapture::capture(QString path)
+{
+    co_await m_journal.begin(RecordedOperation::Capture);
+    m_journal.note(QStringLiteral("capture the screen to %1").arg(path));
+    QFile file(path);
+    if (writesFile && file.open(QIODevice::WriteOnly))
+        file.write(smallPicture());
+}
+
+QCoro::Task<ScriptOutcome> RecordingScripting::run(QString source)
+{
+    co_await m_journal.begin(RecordedOperation::RunScript);
+    m_journal.note(QStringLiteral("run script %1").arg(source));
+    ScriptOutcome cleaned = outcome;
+    cleaned.text = cleanedIfPresent(outcome.text);
+    if (outcome.error)
+        cleaned.error = cleanedIfPresent(*outcome.error);
+    co_return cleaned;
+}
+
+QCoro::Task<void> RecordingClock::sleep(std::chrono::milliseconds duration)
+{
+    co_await m_journal.turn();
+    m_journal.note(QStringLiteral("wait %1 ms").arg(duration.count()));
+    sleeps.append(duration);
+    time = time.addMSecs(duration.count());
+}

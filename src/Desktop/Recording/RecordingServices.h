@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "Desktop/Clock.h"
+#include "Desktop/Keyboard.h"
+#include "Desktop/Recording/RecordingJournal.h"
+#include "Desktop/ScreenCapture.h"
+#include "Desktop/Scripting.h"
+#include "Desktop/WindowList.h"
+
+// The services that need a few lines only; each keeps what was done to it and answers as it is told.
+
+class RecordingKeyboard : public Keyboard
+{
+public:
+    explicit RecordingKeyboard(RecordingJournal &journal) : m_journal(journal) {}
+
+    QList<KeyStroke> strokes;                // posted so far, in order
+    QList<std::chrono::microseconds> pauses; // the one after each stroke
+
+    QCoro::Task<void> post(QList<KeyStroke> newStrokes, std::chrono::microseconds pause) override;
+
+private:
+    RecordingJournal &m_journal;
+};
+
+class RecordingWindowList : public WindowList
+{
+public:
+    explicit RecordingWindowList(RecordingJournal &journal) : m_journal(journal) {}
+
+    // An ordinary window behind those that are there already.
+    void add(const QString &ownerName, const QString &name = QString());
+
+    QList<WindowDescription> windows;
+    qint64 ownProcess = 1;
+
+    QCoro::Task<QList<WindowDescription>> onScreenWindows() override;
+    qint64 ownProcessIdentifier() const override { return ownProcess; }
+
+private:
+    RecordingJournal &m_journal;
+};
+
+class RecordingScreenCapture : public ScreenCapture
+{
+public:
+    explicit RecordingScreenCapture(RecordingJournal &journal) : m_journal(journal) {}
+
+    bool writesFile = true; // a picture of one point, where the folder exists
+
+    QCoro::Task<void> capture(QString path) override;
+
+private:
+    RecordingJournal &m_journal;
+};
+
+class RecordingScripting : public Scripting
+{
+public:
+    explicit RecordingScripting(RecordingJournal &journal) : m_journal(journal) {}
+
+    ScriptOutcome outcome; // of every script that is run
+
+    QCoro::Task<ScriptOutcome> run(QString source) override;
+
+private:
+    RecordingJournal &m_journal;
+};
+
+// Stands still but for the sleeps, which take no real time.
+class RecordingClock : public Clock
+{
+public:
+    explicit RecordingClock(RecordingJournal &journal) : m_journal(journal) {}
+
+    QDateTime time{QDate(2024, 5, 1), QTime(14, 3, 7)};
+    QList<std::chrono::milliseconds> sleeps;
+
+    QDateTime now() const override { return time; }
+    QCoro::Task<void> sleep(std::chrono::milliseconds duration) override;
+
+private:
+    RecordingJournal &m_journal;
+};

@@ -1,0 +1,150 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Recording/RecordingWorkspace.h"
+
+#include "Base/Text.h"
+#include "Desktop/PlatformError.h"
+
+#include <algorithm>
+
+namespace {
+
+QString shownName(const RunningApplication &application)
+{
+    return application.localizedName.value_or(QStringLiteral("an application without a name"));
+}
+
+} // namespace
+
+ApplicationBundle RecordingWorkspace::install(const QString &name, const QString &folder)
+{
+    const QString entryName = name + QStringLiteral(".app");
+    const ApplicationBundle bundle{folder + u'/' + entryName, name};
+    const auto hasPath = [&folder](const ApplicationFolder &known) { return known.path == folder; };
+    auto place = std::find_if(folders.begin(), folders.end(), hasPath);
+    if (place == folders.end())
+        place = folders.insert(folders.end(), {folder, {}});
+    place->entries.append({entryName, bundle});
+    return bundle;
+}
+
+RunningApplication RecordingWorkspace::start(const QString &name)
+{
+    const ApplicationBundle bundle{QStringLiteral("/Applications/%1.app").arg(name), name};
+    return start(bundle);
+}
+
+RunningApplication RecordingWorkspace::start(const ApplicationBundle &bundle)
+{
+    const RunningApplication application{++m_lastProcess, Text::cleaned(bundle.displayName), bundle, true};
+    running.append(application);
+    return application;
+}
+
+void RecordingWorkspace::makeFrontmost(const RunningApplication &application)
+{
+    frontmostProcess = application.processIdentifier;
+}
+
+QCoro::Task<QList<RunningApplication>> RecordingWorkspace::runningApplications()
+{
+    co_await m_journal.begin(RecordedOperation::RunningApplications);
+    co_return running;
+}
+
+QCoro::Task<std::optional<RunningApplication>> RecordingWorkspace::frontmostApplication()
+{
+    co_await m_journal.begin(RecordedOperation::FrontmostApplication);
+    for (const RunningApplication &application : std::as_const(running)) {
+        if (application.processIdentifier == frontmostProcess)
+            co_return application;
+    }
+    co_return std::nullopt;
+}
+
+QCoro::Task<void> RecordingWorkspace::activate(RunningApplication application)
+{
+    co_await m_journal.begin(RecordedOperation::Activate);
+    if (!isRunning(application.processIdentifier))
+        throw PlatformError(QStringLiteral("“%1” isn't running.").arg(shownName(application)));
+    m_journal.note(QStringLiteral("activate %1").arg(shownName(application)));
+    makeFrontmost(application);
+}
+
+QCoro::Task<void> RecordingWorkspace::terminate(RunningApplication application)
+{
+    co_await m_journal.begin(RecordedOperation::Terminate);
+    m_journal.note(QStringLiteral("ask %1 to quit").arg(shownName(application)));
+    const qint64 process = application.processIdentifier;
+    if (waitingToQuit.contains(process))
+        co_return;
+    running.removeIf(
+        [process](const RunningApplication &other) { return other.processIdentifier == process; });
+    if (frontmostProcess == process)
+        frontmostProcess.reset();
+}
+
+QCoro::Task<bool> RecordingWorkspace::isTerminated(RunningApplication application)
+{
+    co_await m_journal.begin(RecordedOperation::IsTerminated);
+    co_return !isRunning(application.processIdentifier);
+}
+
+QCoro::Task<QList<ApplicationFolder>> RecordingWorkspace::applicationFolders()
+{
+    co_await m_journal.begin(RecordedOperation::ApplicationFolders);
+    co_return folders;
+}
+
+QCoro::Task<std::optional<ApplicationBundle>> RecordingWorkspace::defaultForRole(QString name)
+{
+    co_await m_journal.begin(RecordedOperation::DefaultForRole);
+    const auto role = roles.constFind(Text::comparisonKey(name));
+    if (role == roles.constEnd())
+        co_return std::nullopt;
+    co_return *role;
+}
+
+QCoro::Task<void> RecordingWorkspace::openApplication(ApplicationBundle application)
+{
+    co_await m_journal.begin(RecordedOperation::OpenApplication);
+    m_journal.note(QStringLiteral("open application %1").arg(application.location));
+    bringForward(application);
+}
+
+QCoro::Task<bool> RecordingWorkspace::open(QUrl url)
+{
+    co_await m_journal.begin(RecordedOperation::OpenURL);
+    m_journal.note(QStringLiteral("open %1").arg(url.toString(QUrl::FullyEncoded)));
+    co_return opensURLs;
+}
+
+QCoro::Task<void> RecordingWorkspace::open(QUrl url, ApplicationBundle application)
+{
+    co_await m_journal.begin(RecordedOperation::OpenURLWithApplication);
+    m_journal.note(
+        QStringLiteral("open %1 with %2").arg(url.toString(QUrl::FullyEncoded), application.location));
+    bringForward(application);
+}
+
+QCoro::Task<void> RecordingWorkspace::reveal(QString path)
+{
+    co_await m_journal.begin(RecordedOperation::Reveal);
+    m_journal.note(QStringLiteral("reveal %1").arg(path));
+}
+
+bool RecordingWorkspace::isRunning(qint64 processIdentifier) const
+{
+    return std::any_of(running.begin(), running.end(),
+                       [processIdentifier](const RunningApplication &application) {
+                           return application.processIdentifier == processIdentifier;
+                       });
+}
+
+void RecordingWorkspace::bringForward(const ApplicationBundle &application)
+{
+    for (const RunningApplication &candidate : std::as_const(running)) {
+        if (candidate.bundle == application)
+            return makeFrontmost(candidate);
+    }
+    makeFrontmost(start(application));
+}

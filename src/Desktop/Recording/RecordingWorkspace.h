@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "Desktop/Recording/RecordingJournal.h"
+#include "Desktop/Workspace.h"
+
+#include <QMap>
+#include <QSet>
+
+// Applications in memory: what is opened runs and comes to the front, what is quit is gone.
+class RecordingWorkspace : public Workspace
+{
+public:
+    explicit RecordingWorkspace(RecordingJournal &journal) : m_journal(journal) {}
+
+    // Puts an application into a folder (which is added behind the others when it is new).
+    ApplicationBundle install(const QString &name, const QString &folder = QStringLiteral("/Applications"));
+
+    // An application that runs, in the background until it is made frontmost. Process identifiers count up
+    // from 101.
+    RunningApplication start(const QString &name);
+    RunningApplication start(const ApplicationBundle &bundle);
+    void makeFrontmost(const RunningApplication &application);
+
+    QList<RunningApplication> running;
+    std::optional<qint64> frontmostProcess;
+    QList<ApplicationFolder> folders;
+    QMap<QString, ApplicationBundle> roles; // by lower-case name, "finder"
+    QSet<qint64> waitingToQuit;             // processes that show a save prompt instead of quitting
+    bool opensURLs = true;                  // what the default handler answers
+
+    QCoro::Task<QList<RunningApplication>> runningApplications() override;
+    QCoro::Task<std::optional<RunningApplication>> frontmostApplication() override;
+    QCoro::Task<void> activate(RunningApplication application) override;
+    QCoro::Task<void> terminate(RunningApplication application) override;
+    QCoro::Task<bool> isTerminated(RunningApplication application) override;
+    QCoro::Task<QList<ApplicationFolder>> applicationFolders() override;
+    QCoro::Task<std::optional<ApplicationBundle>> defaultForRole(QString name) override;
+    QCoro::Task<void> openApplication(ApplicationBundle application) override;
+    QCoro::Task<bool> open(QUrl url) override;
+    QCoro::Task<void> open(QUrl url, ApplicationBundle application) override;
+    QCoro::Task<void> reveal(QString path) override;
+
+private:
+    bool isRunning(qint64 processIdentifier) const;
+    void bringForward(const ApplicationBundle &application);
+
+    RecordingJournal &m_journal;
+    qint64 m_lastProcess = 100;
+};

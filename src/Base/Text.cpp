@@ -24,7 +24,7 @@ bool isInvisible(char32_t character)
 {
     const QChar::Category category = QChar::category(character);
     return (category == QChar::Other_Format && character != zeroWidthJoiner) ||
-           category == QChar::Other_Surrogate || (character >= firstTag && character <= lastTag);
+           (character >= firstTag && character <= lastTag);
 }
 
 bool hasCase(char32_t character)

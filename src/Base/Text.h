@@ -36,7 +36,8 @@ QString capitalized(const QString &text);
 QString cleaned(const QString &foreign);
 
 // Drops what a person does not see but a model or a comparison does: bidirectional controls, zero-width
-// characters, tags, lone surrogates. Emoji sequences, line breaks and tabs stay.
+// characters, tags. Emoji sequences, line breaks and tabs stay; a lone surrogate becomes the replacement
+// character.
 QString withoutInvisible(const QString &text);
 
 // Breaks every chat-marker shape ("<|", "|>") by a blank, and changes nothing else.

@@ -33,6 +33,11 @@ std::optional<QList<FolderEntry>> listed(const QString &path)
 
 void create(const QString &path)
 {
+    // The system would read such a path up to the null only, and create another folder than the one asked
+    // for.
+    if (path.contains(QChar(u'\0')))
+        throw PlatformError(QStringLiteral("Couldn't create the folder “%1”: its name is invalid.")
+                                .arg(QFileInfo(path).fileName()));
     std::error_code error;
     std::filesystem::create_directories(std::filesystem::path(QFile::encodeName(path).toStdString()), error);
     // The library reports a file that stands in the way as success of nothing.

@@ -1,0 +1,148 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Actions/Accessibility.h"
+
+#include "Actions/AccessibilityWalk.h"
+#include "Actions/ActionError.h"
+#include "Actions/Trust.h"
+#include "Base/Text.h"
+
+#include <QSet>
+#include <QStringList>
+
+namespace {
+
+constexpr WalkLimits clickLimits{3000, 11};
+constexpr WalkLimits readingLimits{1500, 9};
+constexpr qsizetype mostLines = 40;
+constexpr qsizetype longestLabel = 50;
+
+const QSet<QString> &clickableRoles()
+{
+    static const QSet<QString> roles{
+        QStringLiteral("AXButton"),      QStringLiteral("AXMenuItem"),    QStringLiteral("AXMenuBarItem"),
+        QStringLiteral("AXRadioButton"), QStringLiteral("AXCheckBox"),    QStringLiteral("AXLink"),
+        QStringLiteral("AXTab"),         QStringLiteral("AXPopUpButton"),
+    };
+    return roles;
+}
+
+const QSet<QString> &readableRoles()
+{
+    static const QSet<QString> roles{
+        QStringLiteral("AXButton"),   QStringLiteral("AXTextField"),  QStringLiteral("AXMenuItem"),
+        QStringLiteral("AXLink"),     QStringLiteral("AXTab"),        QStringLiteral("AXRadioButton"),
+        QStringLiteral("AXCheckBox"), QStringLiteral("AXStaticText"),
+    };
+    return roles;
+}
+
+// Looks for the control to press: the first with exactly the wanted label, else the first that contains it.
+class ControlSearch
+{
+public:
+    explicit ControlSearch(const QString &wanted) : m_wanted(Text::comparisonKey(wanted)) {}
+
+    WalkStep visit(AccessibilityElement element, const AccessibilityAttributes &attributes)
+    {
+        if (!clickableRoles().contains(attributes.role))
+            return WalkStep::Continue;
+        const QString key = Text::comparisonKey(Executor::label(attributes));
+        if (key == m_wanted) {
+            m_match = element;
+            return WalkStep::Stop;
+        }
+        if (!m_match && key.contains(m_wanted))
+            m_match = element;
+        return WalkStep::Continue;
+    }
+
+    std::optional<AccessibilityElement> match() const { return m_match; }
+
+private:
+    QString m_wanted;
+    std::optional<AccessibilityElement> m_match;
+};
+
+// "Button: Save"; nothing for an element that is not worth a line.
+std::optional<QString> lineFor(const AccessibilityAttributes &element)
+{
+    const QString label = Executor::label(element);
+    if (label.isEmpty() || !readableRoles().contains(element.role))
+        return std::nullopt;
+    return element.role.mid(2) + QStringLiteral(": ") + Text::firstCharacters(label, longestLabel);
+}
+
+} // namespace
+
+std::optional<QString> Executor::attr(const AccessibilityAttributes &element, const QString &name)
+{
+    if (name == QLatin1String("AXTitle"))
+        return element.title;
+    if (name == QLatin1String("AXDescription"))
+        return element.description;
+    if (name == QLatin1String("AXValue"))
+        return element.value;
+    if (name == QLatin1String("AXHelp"))
+        return element.help;
+    if (name == QLatin1String("AXRole") && !element.role.isEmpty())
+        return element.role;
+    return std::nullopt;
+}
+
+QString Executor::label(const AccessibilityAttributes &element)
+{
+    for (const auto &text : {element.title, element.description, element.value, element.help}) {
+        if (text && !text->isEmpty())
+            return *text;
+    }
+    return QString();
+}
+
+QList<AccessibilityElement> Executor::children(const AccessibilityAttributes &element)
+{
+    return element.children;
+}
+
+QCoro::Task<std::shared_ptr<AccessibilityTree>> Executor::frontWindowRoot(Desktop desktop)
+{
+    const QString refusal =
+        QStringLiteral("Accessibility permission is required. Enable it in System Settings → "
+                       "Privacy & Security → Accessibility.");
+    co_await requireTrust(refusal, desktop);
+    const std::optional<RunningApplication> front = co_await desktop.workspace.frontmostApplication();
+    if (!front)
+        throw ActionError(QStringLiteral("No frontmost app."));
+    co_return co_await desktop.accessibility.applicationTree(front->processIdentifier);
+}
+
+QCoro::Task<QString> Executor::click(QString wanted, Desktop desktop)
+{
+    const std::shared_ptr<AccessibilityTree> tree = co_await frontWindowRoot(desktop);
+    ControlSearch search(wanted);
+    const WalkVisitor visitor = [&search](AccessibilityElement element,
+                                          const AccessibilityAttributes &attributes) {
+        return search.visit(element, attributes);
+    };
+    co_await walkBreadthFirst(tree, clickLimits, visitor);
+    if (!search.match())
+        throw ActionError(QStringLiteral("Couldn't find a control labelled “%1”.").arg(wanted));
+    const bool pressed = co_await tree->press(*search.match());
+    if (!pressed)
+        throw ActionError(QStringLiteral("“%1” didn't respond to a click.").arg(wanted));
+    co_return QStringLiteral("Clicked “%1”.").arg(wanted);
+}
+
+QCoro::Task<QString> Executor::readUI(Desktop desktop)
+{
+    const std::shared_ptr<AccessibilityTree> tree = co_await frontWindowRoot(desktop);
+    QStringList lines;
+    const WalkVisitor visitor = [&lines](AccessibilityElement, const AccessibilityAttributes &attributes) {
+        const std::optional<QString> line = lineFor(attributes);
+        if (line && !lines.contains(*line))
+            lines.append(*line);
+        return lines.size() < mostLines ? WalkStep::Continue : WalkStep::Stop;
+    };
+    co_await walkBreadthFirst(tree, readingLimits, visitor);
+    co_return lines.isEmpty() ? QStringLiteral("No readable controls found.")
+                              : lines.join(QStringLiteral(" | "));
+}

@@ -1,0 +1,143 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Actions/Applications.h"
+
+#include "Actions/ActionError.h"
+#include "Base/Text.h"
+
+#include <algorithm>
+#include <utility>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+// How long an application takes to come up and take the focus.
+constexpr auto launchSettlingTime = 700ms;
+
+// The name without its alias.
+QString resolved(const QString &name)
+{
+    return Executor::aliases().value(Text::comparisonKey(name), name);
+}
+
+QCoro::Task<QList<RunningApplication>> regularApplications(Desktop desktop)
+{
+    QList<RunningApplication> applications = co_await desktop.workspace.runningApplications();
+    applications.removeIf([](const RunningApplication &application) { return !application.isRegular; });
+    co_return applications;
+}
+
+template <typename Condition>
+std::optional<RunningApplication> first(const QList<RunningApplication> &applications, Condition condition)
+{
+    const auto found = std::find_if(applications.begin(), applications.end(), condition);
+    return found == applications.end() ? std::nullopt : std::optional(*found);
+}
+
+std::optional<RunningApplication> named(const QList<RunningApplication> &applications, const QString &target)
+{
+    return first(applications, [&target](const RunningApplication &application) {
+        return application.localizedName && Text::equals(*application.localizedName, target);
+    });
+}
+
+// What was typed counts here, not what it is an alias of: "code" finds Xcode.
+std::optional<RunningApplication> containing(const QList<RunningApplication> &applications,
+                                             const QString &typed)
+{
+    return first(applications, [&typed](const RunningApplication &application) {
+        return Text::contains(application.localizedName.value_or(QString()), typed);
+    });
+}
+
+// What the application folders hold of a name: an exact match in any folder beats every partial one.
+struct InstalledMatches
+{
+    std::optional<ApplicationBundle> exact;
+    std::optional<ApplicationBundle> partial;
+};
+
+InstalledMatches installed(const QList<ApplicationFolder> &folders, const QString &target)
+{
+    const QLatin1String suffix(".app");
+    const QString key = Text::comparisonKey(target);
+    InstalledMatches matches;
+    for (const ApplicationFolder &folder : folders) {
+        for (const ApplicationFolder::Entry &entry : folder.entries) {
+            if (!entry.name.endsWith(suffix))
+                continue;
+            const QString name = Text::comparisonKey(entry.name.chopped(suffix.size()));
+            if (name == key) {
+                matches.exact = entry.bundle;
+                return matches;
+            }
+            if (!matches.partial && name.contains(key))
+                matches.partial = entry.bundle;
+        }
+    }
+    return matches;
+}
+
+} // namespace
+
+const QHash<QString, QString> &Executor::aliases()
+{
+    static const QHash<QString, QString> names{
+        {QStringLiteral("vscode"), QStringLiteral("Visual Studio Code")},
+        {QStringLiteral("vs code"), QStringLiteral("Visual Studio Code")},
+        {QStringLiteral("code"), QStringLiteral("Visual Studio Code")},
+        {QStringLiteral("chrome"), QStringLiteral("Google Chrome")},
+        {QStringLiteral("brave"), QStringLiteral("Brave Browser")},
+        {QStringLiteral("word"), QStringLiteral("Microsoft Word")},
+        {QStringLiteral("excel"), QStringLiteral("Microsoft Excel")},
+        {QStringLiteral("settings"), QStringLiteral("System Settings")},
+        {QStringLiteral("system preferences"), QStringLiteral("System Settings")},
+        {QStringLiteral("terminal"), QStringLiteral("Terminal")},
+    };
+    return names;
+}
+
+QCoro::Task<std::optional<RunningApplication>> Executor::running(QString name, Desktop desktop)
+{
+    const QList<RunningApplication> applications = co_await regularApplications(desktop);
+    const QString target = resolved(name);
+    const std::optional<RunningApplication> exact = named(applications, target);
+    if (exact)
+        co_return exact;
+    const std::optional<ApplicationBundle> role = co_await desktop.workspace.defaultForRole(target);
+    const auto playsRole = [&role](const RunningApplication &application) {
+        return application.bundle && application.bundle == role;
+    };
+    const std::optional<RunningApplication> player = first(applications, playsRole);
+    co_return player ? player : containing(applications, name);
+}
+
+QCoro::Task<std::optional<ApplicationBundle>> Executor::appURL(QString name, Desktop desktop)
+{
+    const std::optional<RunningApplication> application = co_await running(name, desktop);
+    if (application && application->bundle)
+        co_return application->bundle;
+    const QString target = resolved(name);
+    const QList<ApplicationFolder> folders = co_await desktop.workspace.applicationFolders();
+    const InstalledMatches matches = installed(folders, target);
+    if (matches.exact)
+        co_return matches.exact;
+    const std::optional<ApplicationBundle> role = co_await desktop.workspace.defaultForRole(target);
+    co_return role ? role : matches.partial;
+}
+
+QCoro::Task<ApplicationBundle> Executor::foundApplication(QString name, Desktop desktop)
+{
+    const std::optional<ApplicationBundle> bundle = co_await appURL(name, desktop);
+    if (!bundle)
+        throw ActionError(QStringLiteral("Couldn't find an app called “%1”.").arg(name));
+    co_return *bundle;
+}
+
+QCoro::Task<QString> Executor::launch(QString name, Desktop desktop)
+{
+    const ApplicationBundle bundle = co_await foundApplication(name, desktop);
+    co_await desktop.workspace.openApplication(bundle);
+    co_await desktop.clock.sleep(launchSettlingTime);
+    co_return bundle.displayName;
+}

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Actions/Keyboard.h"
+
+#include "Actions/ActionError.h"
+#include "Actions/Trust.h"
+#include "Base/Text.h"
+
+using namespace std::chrono_literals;
+
+namespace {
+
+// Text goes out in pieces of this many characters, each followed by a pause that lets the receiving
+// application keep up.
+constexpr qsizetype charactersPerPiece = 20;
+constexpr auto pauseAfterPiece = 15'000us;
+
+} // namespace
+
+QCoro::Task<void> Executor::keystroke(QString key, QStringList modifiers, Desktop desktop)
+{
+    const QString refusal =
+        QStringLiteral("Accessibility permission is required. Enable Orvane in System Settings → "
+                       "Privacy & Security → Accessibility, then try again.");
+    co_await requireTrust(refusal, desktop);
+    const auto code = keyCodes().constFind(Text::comparisonKey(key));
+    if (code == keyCodes().constEnd())
+        throw ActionError(QStringLiteral("Unsupported key “%1”.").arg(key));
+    const QList<KeyStroke> strokes{KeyStroke{*code, modifierFlags(modifiers), QString()}};
+    co_await desktop.keyboard.post(strokes, 0us);
+}
+
+QCoro::Task<void> Executor::typeText(QString text, Desktop desktop)
+{
+    const QString refusal =
+        QStringLiteral("Accessibility permission is required to type. Enable it in System "
+                       "Settings → Privacy & Security → Accessibility.");
+    co_await requireTrust(refusal, desktop);
+    QList<KeyStroke> strokes;
+    const QStringList pieces = Text::chunked(text, charactersPerPiece);
+    for (const QString &piece : pieces)
+        strokes.append(KeyStroke{0, EventFlags(), piece});
+    if (!strokes.isEmpty())
+        co_await desktop.keyboard.post(strokes, pauseAfterPiece);
+}

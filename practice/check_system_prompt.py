@@ -1,0 +1,39 @@
+#!/usr/bin/python3
+# SPDX-License-Identifier: Apache-2.0
+"""Compares the system prompt of the training data with the one that the application sends, byte by byte."""
+
+import argparse
+import subprocess
+import sys
+
+from planner.system_prompt import SYSTEM_PROMPT
+
+
+def first_difference(one: bytes, other: bytes) -> int:
+    """The place of the first byte that differs, or of the shorter text's end."""
+    for place, (a, b) in enumerate(zip(one, other)):
+        if a != b:
+            return place
+    return min(len(one), len(other))
+
+
+def main() -> int:
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument(
+        "program", help="the built practice-system-prompt, which prints the application's text"
+    )
+    options = parser.parse_args()
+    application = subprocess.run([options.program], check=True, stdout=subprocess.PIPE).stdout
+    training = SYSTEM_PROMPT.encode()
+    if application == training:
+        print("the system prompts are equal")
+        return 0
+    place = first_difference(application, training)
+    print("they differ at byte %d:" % place)
+    print("  application", application[max(0, place - 20) : place + 40])
+    print("  training   ", training[max(0, place - 20) : place + 40])
+    return 1
+
+
+if __name__ == "__main__":
+    sys.exit(main())

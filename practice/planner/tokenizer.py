@@ -1,0 +1,257 @@
+# SPDX-License-Identifier: Apache-2.0
+"""The planner's tokenizer: an exact twin of what llama.cpp does with the exported vocabulary.
+
+Kind "llama" (SPM) with user-defined tokens for everything that is always the same: each line of the system
+prompt, the openings of the actions, the fixed words of results. All else is single characters and pieces that hold
+letters only, so a value splits the same way in the task and inside the JSON of an action: that is what makes
+copying learnable. Chat markers exist only as control tokens.
+"""
+
+import collections
+import json
+import pathlib
+import re
+from typing import Dict, Iterable, List, Sequence, Tuple
+
+from . import desktop as screen
+from .conversations import GAVE_UP, OUT_OF_REACH, Message
+from .system_prompt import SYSTEM_PROMPT
+
+UNKNOWN, CONTROL, USER_DEFINED, BYTE, NORMAL = 2, 3, 4, 6, 1  # llama.cpp's token types
+MERGES_FILE = pathlib.Path(__file__).with_name("merges.json")
+
+_BEFORE_EXAMPLE, _EXAMPLE = SYSTEM_PROMPT.split("Example\n")
+# The example block is one token: its "User: Open Brave…" line would draw the model's attention otherwise.
+SYSTEM_LINES = re.findall(r"[^\n]+\n*", _BEFORE_EXAMPLE) + ["Example\n" + _EXAMPLE]
+
+SKELETON = [
+    '{"action":"open_app","app":"',
+    '{"action":"quit_app","app":"',
+    '{"action":"open_url","url":"https://',
+    '","app":"',
+    '{"action":"web_search","query":"',
+    '{"action":"new_tab"}',
+    '{"action":"type_text","text":"',
+    '{"action":"press_key","key":"',
+    '","modifiers":"',
+    '{"action":"click","label":"',
+    '{"action":"create_folder","name":"',
+    '","in":"',
+    '{"action":"screenshot","save_to":"',
+    '{"action":"find_files","folder":"',
+    '","extension":"',
+    '{"action":"open_path","path":"',
+    '{"action":"trash","path":"',
+    '{"action":"list_windows"}',
+    '{"action":"read_ui"}',
+    '{"action":"applescript","script":"',
+    '{"action":"done","message":"',
+    '"}',
+    "\nState: Frontmost app: ",
+    ". Windows: ",
+    "User: ",
+    "Result: ",
+    "Error: ",
+    " — ",
+    "; ",
+    " | ",
+    " is now frontmost.",
+    " is not running.",
+    " to quit (it may be waiting on a save prompt).",
+    "Clicked “",
+    "Created folder at ",
+    "Saved screenshot to ",
+    "/Screenshot 20",
+    " file(s), newest first: ",
+    ". Revealed “",
+    "” in Finder.",
+    " to the Trash.",
+    " the default browser.",
+    "Couldn't find an app called “",
+    "Couldn't find a control labelled “",
+    "” didn't respond to a click.",
+    "” isn't a valid address.",
+    "No readable controls found.",
+    "Nothing exists at ",
+    "No matching files in ",
+    "There are no matching files in ",
+    "Couldn't read ",
+    "Unsupported key “",
+    "The newest file in ",
+    "Open windows: ",
+    "Created the folder ",
+    "Saved a screenshot to ",
+    "Searched for ",
+    "https://",
+    "www.",
+    "www.google.com",
+    screen.PERMISSION_READ,
+    screen.PERMISSION_TYPE,
+    screen.PERMISSION_KEY,
+    screen.SCREENSHOT_FAILED,
+    GAVE_UP,
+    OUT_OF_REACH,
+    "system\n",
+    "user\n",
+    "assistant\n",
+]
+_CHARACTERS = [chr(code) for code in range(33, 127)] + list("▁“”—’…–→éüöäß")
+_LETTERS_OR_ONE = re.compile(r"[A-Za-z]+|[^A-Za-z]", re.DOTALL)
+
+# How a token counts in training.
+IGNORED, REPORTED, REPLY, VALUE_START = 0, 1, 2, 3
+
+
+class Tokenizer:
+    """Text to token numbers and back."""
+
+    def __init__(self, merges: Sequence[str]) -> None:
+        self.merges = list(merges)
+        self.tokens: List[str] = []
+        self.types: List[int] = []
+        self.scores: List[float] = []
+        self.number: Dict[str, int] = {}
+        self._add("<unk>", UNKNOWN)
+        self.start = self._add("<|im_start|>", CONTROL)
+        self.end = self._add("<|im_end|>", CONTROL)
+        self.first_byte = len(self.tokens)
+        for value in range(256):
+            self._add("<0x%02X>" % value, BYTE)
+        self.newline = self.first_byte + 10
+        for text in SYSTEM_LINES + SKELETON:
+            self._add(text, USER_DEFINED)
+        for character in _CHARACTERS:
+            self._add(character, NORMAL, -10000.0)
+        for rank, piece in enumerate(self.merges):
+            self._add(piece, NORMAL, -1.0 - rank)
+        special = [
+            text for text, kind in zip(self.tokens, self.types) if kind in (UNKNOWN, CONTROL, USER_DEFINED)
+        ]
+        self._special = sorted(special, key=lambda text: -len(text.encode()))
+        self._cache: Dict[str, List[int]] = {}
+
+    def _add(self, text: str, kind: int, score: float = 0.0) -> int:
+        if text in self.number:
+            raise ValueError("token given twice: " + text)
+        self.number[text] = len(self.tokens)
+        self.tokens.append(text)
+        self.types.append(kind)
+        self.scores.append(score)
+        return self.number[text]
+
+    def __len__(self) -> int:
+        return len(self.tokens)
+
+    def encode(self, text: str) -> List[int]:
+        """Special tokens first, the longest before the shorter, over the whole text; then pieces of what is left."""
+        fragments: List = [text]
+        for special in self._special:
+            if special in text:
+                fragments = self._split(fragments, special)
+        numbers: List[int] = []
+        for fragment in fragments:
+            if isinstance(fragment, int):
+                numbers.append(fragment)
+            else:
+                for run in _LETTERS_OR_ONE.findall(fragment.replace(" ", "▁")):
+                    numbers += self._merge(run)
+        return numbers
+
+    def _split(self, fragments: List, special: str) -> List:
+        result: List = []
+        for fragment in fragments:
+            if isinstance(fragment, int):
+                result.append(fragment)
+                continue
+            for index, part in enumerate(fragment.split(special)):
+                if index:
+                    result.append(self.number[special])
+                if part:
+                    result.append(part)
+        return result
+
+    def _merge(self, run: str) -> List[int]:
+        """Joins the best-scored pair of neighbours, the leftmost of equals, until no pair is a piece."""
+        known = self._cache.get(run)
+        if known is not None:
+            return known
+        symbols = list(run)
+        while True:
+            pairs = [self.number.get(symbols[i] + symbols[i + 1]) for i in range(len(symbols) - 1)]
+            candidates = [
+                (self.scores[n], -i) for i, n in enumerate(pairs) if n is not None and self.types[n] == NORMAL
+            ]
+            if not candidates:
+                break
+            at = -max(candidates)[1]
+            symbols[at : at + 2] = [symbols[at] + symbols[at + 1]]
+        numbers: List[int] = []
+        for symbol in symbols:
+            if symbol in self.number:
+                numbers.append(self.number[symbol])
+            else:
+                numbers += [self.first_byte + byte for byte in symbol.encode()]
+        if len(self._cache) < 200_000:
+            self._cache[run] = numbers
+        return numbers
+
+    # -- conversations
+
+    def system(self, text: str = SYSTEM_PROMPT) -> List[int]:
+        """The tokens of the system message, the constant beginning of every prompt."""
+        return [self.start] + self.encode("system\n" + text) + [self.end, self.newline]
+
+    def conversation(self, messages: Iterable[Message]) -> Tuple[List[int], List[int]]:
+        """The tokens after the system message, and for each one how it counts in training."""
+        numbers: List[int] = []
+        classes: List[int] = []
+        for index, (role, text) in enumerate(messages):
+            head = [self.start] + self.encode(role + "\n")
+            body = self.encode(text)
+            numbers += head + body + [self.end, self.newline]
+            classes += [IGNORED] * len(head) + self._classes(role, index, body)
+        return numbers, classes
+
+    def _classes(self, role: str, index: int, body: List[int]) -> List[int]:
+        if role != "assistant":
+            return [REPORTED if index else IGNORED] * len(body) + [IGNORED, IGNORED]
+        starts = [i == 0 or self.types[body[i - 1]] == USER_DEFINED for i in range(len(body))]
+        return [VALUE_START if start else REPLY for start in starts] + [REPLY, IGNORED]
+
+
+def learn_merges(counts: Dict[str, int], wanted: int) -> List[str]:
+    """Byte-pair encoding of whole words of letters; the pieces in the order in which they were found."""
+    entries = [[list(word), count] for word, count in sorted(counts.items()) if len(word) > 1]
+    merges: List[str] = []
+    while len(merges) < wanted:
+        pairs: collections.Counter = collections.Counter()
+        for symbols, count in entries:
+            for pair in zip(symbols, symbols[1:]):
+                pairs[pair] += count
+        best = max(pairs, key=lambda pair: (pairs[pair], pair))
+        piece = "".join(best)
+        if piece not in merges:  # the same piece can arise from two different pairs
+            merges.append(piece)
+        for entry in entries:
+            entry[0] = _joined(entry[0], best, piece)
+    return merges
+
+
+def _joined(symbols: List[str], pair: Tuple[str, str], piece: str) -> List[str]:
+    if pair[0] not in symbols:
+        return symbols
+    result: List[str] = []
+    at = 0
+    while at < len(symbols):
+        if tuple(symbols[at : at + 2]) == pair:
+            result.append(piece)
+            at += 2
+        else:
+            result.append(symbols[at])
+            at += 1
+    return result
+
+
+def load() -> Tokenizer:
+    """The tokenizer with the merges that lie beside this module."""
+    return Tokenizer(json.loads(MERGES_FILE.read_text()))

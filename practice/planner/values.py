@@ -1,0 +1,211 @@
+# SPDX-License-Identifier: Apache-2.0
+"""Values for the slots of a task: names, words and texts that the model must copy.
+
+TrainingValues mixes real words with syllables, random letters and pieces of the tokenizer, so that copying is
+learnt and not a list of names. HeldOutValues draws from what training rejects.
+"""
+
+import random
+import re
+import string
+from typing import List, Sequence
+
+from . import held_out
+from . import vocabulary as words
+
+_BANNED = held_out.banned_words()
+# A value must not end in a word that the wording itself may add ("open Notes now", "make a folder called Home app").
+_WORDING = frozenset(
+    "now please again app application program folder file button key tab online here there today quickly".split()
+)
+
+
+class TrainingValues:
+    """Values of which no word is held out."""
+
+    def __init__(self, pieces: Sequence[str] = ()) -> None:
+        self._pieces = [piece for piece in pieces if piece.isalpha()]
+
+    # -- words and phrases
+
+    def _raw_word(self, rng: random.Random) -> str:
+        kind = rng.random()
+        if kind < 0.36:
+            count = rng.choice((1, 2, 2, 3))
+            word = "".join(self._syllable(rng) for _ in range(count))
+        elif kind < 0.46:
+            word = "".join(rng.choice(string.ascii_lowercase) for _ in range(rng.randint(2, 9)))
+        elif kind < 0.62 and self._pieces:
+            word = "".join(rng.choice(self._pieces) for _ in range(rng.randint(1, 4)))
+        elif kind < 0.68:
+            letters = list(rng.choice(words.WORDS))
+            letters.insert(rng.randint(0, len(letters)), rng.choice(string.ascii_lowercase))
+            word = "".join(letters)
+        else:
+            word = rng.choice(words.WORDS)
+        return word[:16]
+
+    @staticmethod
+    def _syllable(rng: random.Random) -> str:
+        return (
+            rng.choice(words.SYLLABLE_STARTS)
+            + rng.choice(words.SYLLABLE_VOWELS)
+            + rng.choice(words.SYLLABLE_ENDS)
+        )
+
+    def plain_word(self, rng: random.Random) -> str:
+        """A lower-case word without held-out ones and without words of the wordings."""
+        while True:
+            word = self._raw_word(rng).lower()
+            if word not in _BANNED and word not in _WORDING:
+                return word
+
+    def word(self, rng: random.Random, capital: bool) -> str:
+        word = self.plain_word(rng)
+        if capital:
+            word = word[:1].upper() + word[1:]
+        chance = rng.random()
+        if chance < 0.03:
+            word = word.upper()
+        elif chance < 0.05:
+            word += "".join(rng.choice("0123456789") for _ in range(rng.randint(1, 4)))
+        elif chance < 0.07:
+            word += rng.choice("-_+") + self.plain_word(rng)
+        elif chance < 0.085:
+            word += self.plain_word(rng).capitalize()
+        return word
+
+    def phrase(
+        self, rng: random.Random, most: int, title: float, fewest: int = 1, linked: bool = True
+    ) -> str:
+        """`fewest` to `most` words; with probability `title` each one begins with a capital."""
+        count = rng.randint(fewest, most)
+        style = rng.random()
+        capitals = [style < title or (style < title + 0.1 and i == 0) for i in range(count)]
+        parts = [
+            self.word(rng, capital) if rng.random() < 0.94 else str(rng.randint(0, 2040))
+            for capital in capitals
+        ]
+        if count > 2 and linked and rng.random() < 0.35:
+            parts[rng.randint(1, count - 2)] = rng.choice(words.LINKING_WORDS + ["and"])
+        return " ".join(parts)
+
+    # -- slots
+
+    def application(self, rng: random.Random) -> str:
+        if rng.random() < 0.35:
+            name = rng.choice(words.APPLICATIONS)
+            return name if rng.random() < 0.88 else name.lower()
+        return self.phrase(rng, rng.choice((1, 2, 2, 3)), title=0.85, linked=False)
+
+    def folder_name(self, rng: random.Random) -> str:
+        return self.phrase(rng, rng.choice((1, 2, 2, 3, 4)), title=0.7)
+
+    def query(self, rng: random.Random) -> str:
+        lead = (
+            rng.choice(("how to ", "the ", "what is ", "a ", "best ", "the ")) if rng.random() < 0.2 else ""
+        )
+        return lead + self.phrase(rng, rng.choice((1, 2, 3, 4, 5)), title=0.25)
+
+    def text(self, rng: random.Random) -> str:
+        text = self.phrase(rng, rng.choice((1, 2, 3, 4, 5, 7)), title=0.25)
+        return text + (rng.choice("!?") if rng.random() < 0.08 else "")
+
+    def label(self, rng: random.Random) -> str:
+        return (
+            rng.choice(words.LABELS)
+            if rng.random() < 0.35
+            else self.phrase(rng, rng.choice((1, 2, 2, 3)), title=0.9)
+        )
+
+    def file_stem(self, rng: random.Random) -> str:
+        stem = self.phrase(rng, rng.choice((1, 2, 2, 3)), title=0.3)
+        if rng.random() < 0.35:
+            stem = stem.replace(" ", rng.choice("-_"))
+        if rng.random() < 0.2:
+            stem += rng.choice((" ", "-", "_", "")) + str(rng.randint(1, 2040))
+        elif rng.random() < 0.04:
+            stem += " (%d)" % rng.randint(1, 9)
+        return stem
+
+    def host_name(self, rng: random.Random) -> str:
+        name = re.sub(r"[^a-z0-9-]", "-", self.word(rng, False).lower())
+        if rng.random() < 0.25:
+            name += rng.choice(("", "-")) + self.plain_word(rng)
+        host = name + "." + rng.choice(words.TOP_LEVEL_DOMAINS)
+        chance = rng.random()
+        return "www." + host if chance < 0.1 else self.plain_word(rng) + "." + host if chance < 0.17 else host
+
+    def thing(self, rng: random.Random) -> str:
+        """The object of a request that is out of reach."""
+        return self.phrase(rng, rng.choice((1, 2, 3)), title=0.4)
+
+    # -- slots that are the same for training and evaluation
+
+    def file_name(self, rng: random.Random, extension: str = "") -> str:
+        return self.file_stem(rng) + "." + (extension or self.extension(rng))
+
+    def extension(self, rng: random.Random) -> str:
+        if rng.random() < 0.8:
+            return rng.choice(words.EXTENSIONS)
+        return "".join(rng.choice(string.ascii_lowercase) for _ in range(rng.randint(2, 4)))
+
+    def host(self, rng: random.Random) -> str:
+        path = "/" + self.plain_word(rng) if rng.random() < 0.12 else ""
+        return self.host_name(rng) + path
+
+    def window_title(self, rng: random.Random) -> str:
+        if rng.random() < 0.4:
+            return rng.choice(words.WINDOW_TITLES)
+        title = self.phrase(rng, 3, title=0.6)
+        return title if rng.random() < 0.97 else '"%s"' % title
+
+    def home(self, rng: random.Random) -> str:
+        user = self.plain_word(rng)
+        return rng.choice(
+            ("/home/" + user, "/home/" + user, "/root", "/Users/" + user, "/tmp/%s/home" % user)
+        )
+
+    def labels(self, rng: random.Random, count: int) -> List[str]:
+        return [self.label(rng) for _ in range(count)]
+
+
+class HeldOutValues(TrainingValues):
+    """Held-out names, and words made by another recipe than the training words."""
+
+    def plain_word(self, rng: random.Random) -> str:
+        return "".join(
+            rng.choice("bcdfghjklmnpqrstvwxz")
+            + rng.choice("aeiou")
+            + (rng.choice("bcdfgklmnprstvxz") if rng.random() < 0.4 else "")
+            for _ in range(rng.randint(2, 4))
+        )
+
+    def word(self, rng: random.Random, capital: bool) -> str:
+        word = self.plain_word(rng)
+        return word.capitalize() if capital else word
+
+    def application(self, rng: random.Random) -> str:
+        return _either(rng, held_out.APPLICATIONS, self.phrase(rng, 2, title=0.85, linked=False))
+
+    def folder_name(self, rng: random.Random) -> str:
+        return _either(rng, held_out.FOLDER_NAMES, self.phrase(rng, rng.choice((1, 1, 2, 3)), title=0.6))
+
+    def query(self, rng: random.Random) -> str:
+        return _either(rng, held_out.QUERIES, self.phrase(rng, 4, title=0.1))
+
+    def text(self, rng: random.Random) -> str:
+        return _either(rng, held_out.TEXTS, self.phrase(rng, 4, title=0.2))
+
+    def label(self, rng: random.Random) -> str:
+        return _either(rng, held_out.LABELS, self.phrase(rng, 2, title=0.9))
+
+    def file_stem(self, rng: random.Random) -> str:
+        return _either(rng, held_out.FILE_STEMS, self.phrase(rng, 2, title=0.2))
+
+    def host_name(self, rng: random.Random) -> str:
+        return _either(rng, held_out.HOSTS, self.plain_word(rng) + "." + rng.choice(words.TOP_LEVEL_DOMAINS))
+
+
+def _either(rng: random.Random, real: Sequence[str], made_up: str) -> str:
+    return rng.choice(real) if rng.random() < 0.6 else made_up

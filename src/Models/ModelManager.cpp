@@ -3,6 +3,7 @@
 
 #include "Base/LocalizedError.h"
 #include "Base/Text.h"
+#include "Models/DownloadName.h"
 #include "Models/FileMove.h"
 
 #include <QFileInfo>
@@ -21,13 +22,6 @@ const QString selectedModelKey = u"selectedModel"_s;
 constexpr qint64 assumedSize = 1'000'000'000;
 
 constexpr int firstFailureStatus = 400;
-
-QString lastPathComponent(const QUrl &url)
-{
-    const QStringList components = url.path(QUrl::FullyDecoded).split(u'/', Qt::SkipEmptyParts);
-    const QString last = components.isEmpty() ? QString() : components.last();
-    return last == u"." || last == u".." ? QString() : last;
-}
 
 } // namespace
 
@@ -168,9 +162,8 @@ QString ModelManager::published(const FinishedDownload &download) const
 {
     if (download.httpStatus >= firstFailureStatus)
         return u"Download failed (HTTP %1)."_s.arg(*download.httpStatus);
-    const QString component = lastPathComponent(download.originalUrl);
-    const QString name = component.isEmpty() ? u"model.gguf"_s : component;
-    const std::error_code error = moveReplacing(download.temporaryFile, directory() + u'/' + name);
+    const QString destination = directory() + u'/' + downloadName(download.originalUrl);
+    const std::error_code error = moveReplacing(download.temporaryFile, destination);
     if (!error)
         return {};
     const QString reason = Text::cleaned(QString::fromLocal8Bit(error.message().c_str()));
@@ -179,10 +172,12 @@ QString ModelManager::published(const FinishedDownload &download) const
 
 void ModelManager::takeFinished(quint64 task, const QString &message)
 {
-    if (m_task == task)
-        m_task.reset();
-    else if (m_task || !message.isEmpty() || m_state.kind != State::Kind::needsDownload)
-        return; // cancelled meanwhile, and it did not bring the file that is missing
+    const bool cancelled = m_task != task;
+    // A file that came before its cancel is as good as any; all else of a cancelled download is dropped.
+    const bool idle = m_state.kind == State::Kind::needsDownload || m_state.kind == State::Kind::ready;
+    if (cancelled && (m_task || !idle || !message.isEmpty()))
+        return;
+    m_task.reset();
     if (!message.isEmpty()) {
         setState(State::failed(message));
         return;

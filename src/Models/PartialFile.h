@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QByteArray>
+#include <QCryptographicHash>
+#include <QFile>
+#include <QLockFile>
+#include <QString>
+#include <QUrl>
+
+#include <stop_token>
+
+// An unfinished download on disk: its content, a small record of what it is a part of, and a lock that only
+// one process holds. Content and record stay when the object goes, so that a later download can continue.
+// Used on the session's thread.
+class PartialFile
+{
+public:
+    // What the content is the beginning of.
+    struct Origin
+    {
+        QUrl url;
+        QByteArray entityTag;
+        QByteArray lastModified;
+        qint64 length = 0; // of the whole file; 0 when unknown
+
+        // By which a server can tell whether it still has the same file; empty when it cannot.
+        QByteArray validator() const;
+    };
+
+    // The files are `folder`/`name` with ".partial", ".json" and ".lock" appended.
+    PartialFile(const QString &folder, const QString &name);
+
+    QString path() const { return m_content.fileName(); }
+    QString errorString() const { return m_content.errorString(); }
+
+    enum class Lock { taken, heldByAnother, impossible };
+    Lock lock();
+
+    // True when there is something that a download of `url` can continue; `origin` then says what it is.
+    bool canContinue(const QUrl &url) const;
+    Origin origin() const;
+
+    // Each opens the content for writing: with nothing in it, or at its end. Continuing reads what is there,
+    // for the digest, until it is asked to stop. False on failure.
+    bool startOver(const Origin &origin);
+    bool continueAtEnd(const std::stop_token &stop);
+
+    // The bytes that are there.
+    qint64 size() const { return m_content.size(); }
+    bool write(const QByteArray &bytes);
+    // Brings all that was written onto the disk, and closes the content.
+    bool finish();
+    QByteArray sha256() const { return m_hash.result(); }
+
+    // Removes the content and the record, where they still are.
+    void remove();
+
+private:
+    QString m_recordPath;
+    QFile m_content;
+    QLockFile m_lock;
+    QCryptographicHash m_hash{QCryptographicHash::Sha256};
+};

@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QString>
+
+#include <chrono>
+#include <functional>
+
+// How downloads over HTTP are carried out. A plain value.
+struct TransferOptions
+{
+    // Where unfinished downloads lie; made when it is needed.
+    QString downloadsDirectory;
+    // How long a server may stay silent.
+    std::chrono::milliseconds silenceLimit = std::chrono::seconds(60);
+    // The bytes that are free in a folder; negative when unknown. Called on the session's thread.
+    std::function<qint64(const QString &folder)> freeSpace;
+};

@@ -1,0 +1,714 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Models/ModelManager.h"
+
+#include "Support/Gate.h"
+#include "Support/ScriptedEngine.h"
+
+#include <QDir>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <memory>
+#include <stdexcept>
+#include <thread>
+
+using namespace Qt::StringLiterals;
+
+using State = ModelManager::State;
+
+namespace {
+
+// A session that downloads nothing: the test calls the callbacks itself.
+class ScriptedSession : public DownloadSession
+{
+public:
+    QList<DownloadRequest> started;
+    QList<quint64> cancelled;
+    DownloadDelegate *delegate = nullptr;
+
+    void setDelegate(DownloadDelegate *newDelegate) override { delegate = newDelegate; }
+    quint64 start(const DownloadRequest &request) override
+    {
+        started.append(request);
+        return static_cast<quint64>(started.size());
+    }
+    void cancel(quint64 task) override { cancelled.append(task); }
+};
+
+// Runs what the session's own thread would run, to its end.
+void onSessionThread(const std::function<void()> &callback)
+{
+    std::thread(callback).join();
+}
+
+// Lets everything that is queued for the main thread happen.
+void turnTheLoop()
+{
+    for (int i = 0; i < 5; ++i) {
+        QCoreApplication::processEvents();
+        QCoreApplication::sendPostedEvents();
+    }
+}
+
+const LocalModel &firstModel()
+{
+    return LocalModel::catalog()[0];
+}
+
+const LocalModel &secondModel()
+{
+    return LocalModel::catalog()[1];
+}
+
+} // namespace
+
+// The rules of the manager, with a session and an engine that do as the test says.
+class ModelManagerTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void persistedChoiceIsSelectedAtStart_data();
+    void persistedChoiceIsSelectedAtStart();
+    void stateAtStartTellsWhetherTheFileIsThere();
+    void directoryIsMadeAtEachRead();
+    void folderThatCannotBeMadeShowsAsAMissingFile();
+
+    void refreshOverwritesEveryState_data();
+    void refreshOverwritesEveryState();
+
+    void selectingTheSelectedModelDoesNothing();
+    void selectingAnotherModelUnloadsRemembersAndLooksForItsFile();
+    void selectingAModelWhoseFileIsThereLoadsIt();
+    void selectingCancelsTheDownloadSilently();
+    void lateProgressAfterASwitchIsDropped();
+    void lateProgressOfAnEarlierDownloadIsDropped();
+    void loadThatEndsAfterASwitchChangesNothing();
+    void engineThatUnloadsLateIsLoadedAnew();
+
+    void downloadStartsAtZeroWithTheSelectedModel();
+    void downloadWhileOneIsInFlightDoesNothing();
+    void progressIsTheWrittenShare_data();
+    void progressIsTheWrittenShare();
+    void finishedFileIsMovedIntoPlaceAndLoaded();
+    void finishedFileReplacesAnEarlierOne();
+    void errorStatusFailsAndLeavesAnEarlierFile();
+    void statusBelowFourHundredCountsAsSuccess_data();
+    void statusBelowFourHundredCountsAsSuccess();
+    void failedMoveIsReported();
+    void downloadWithoutAUsableNameIsStoredAsModel_data();
+    void downloadWithoutAUsableNameIsStoredAsModel();
+    void transportErrorFails();
+    void cancellationCodeIsSilent();
+    void endWithoutAnErrorDoesNothing();
+    void downloadCanBeStartedAfterAFailure();
+    void cancelButtonGoesBackToWhatTheFolderHolds();
+    void cancelButtonWithoutADownloadOnlyRefreshes();
+    void fileThatFinishesJustBeforeTheCancelIsUsed();
+    void lateErrorOfACancelledDownloadIsDropped();
+
+    void loadPutsTheSelectedFileIntoTheEngine();
+    void loadedEngineMakesTheStateLoaded();
+    void loadChangesNothingWhenThereIsNothingToLoad_data();
+    void loadChangesNothingWhenThereIsNothingToLoad();
+    void secondLoadWhileOneRunsDoesNothing();
+    void loadedStateWithAnEmptyEngineLoadsAgain();
+    void failedLoadShowsTheEnginesMessage();
+    void loadThatOutlivesTheManagerIsHarmless();
+
+    void everyChangeIsAnnouncedBeforeItHappens();
+    void settingTheSameStateAnnouncesNothing();
+
+private:
+    void newManager();
+    void putFile(const LocalModel &model, const QByteArray &content = "earlier");
+    QByteArray fileContent(const QString &name) const;
+    QString temporaryFile(const QByteArray &content = "downloaded") const;
+    void finish(const QString &file, int status = 200);
+    QString chosen() const;
+    void bringInto(State::Kind kind);
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+    std::unique_ptr<ModelManager> m_manager;
+    ScriptedEngine *m_engine = nullptr;
+    ScriptedSession *m_session = nullptr;
+};
+
+void ModelManagerTest::init()
+{
+    m_folder = std::make_unique<QTemporaryDir>();
+    QVERIFY(m_folder->isValid());
+    newManager();
+}
+
+void ModelManagerTest::cleanup()
+{
+    m_manager.reset();
+    m_folder.reset();
+}
+
+void ModelManagerTest::newManager()
+{
+    m_manager.reset();
+    auto engine = std::make_unique<ScriptedEngine>();
+    auto session = std::make_unique<ScriptedSession>();
+    m_engine = engine.get();
+    m_session = session.get();
+    const ModelStorage storage = {m_folder->path(), m_folder->filePath(u"settings.conf"_s)};
+    m_manager = std::make_unique<ModelManager>(std::move(engine), std::move(session), storage);
+}
+
+void ModelManagerTest::putFile(const LocalModel &model, const QByteArray &content)
+{
+    QFile file(m_manager->directory() + u'/' + model.fileName);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(content);
+}
+
+QByteArray ModelManagerTest::fileContent(const QString &name) const
+{
+    QFile file(m_manager->directory() + u'/' + name);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QString ModelManagerTest::temporaryFile(const QByteArray &content) const
+{
+    QFile file(m_folder->filePath(u"temporary"_s));
+    if (!file.open(QIODevice::WriteOnly))
+        return {};
+    file.write(content);
+    return file.fileName();
+}
+
+// Ends the newest download as the session would.
+void ModelManagerTest::finish(const QString &file, int status)
+{
+    const auto task = static_cast<quint64>(m_session->started.size());
+    const QUrl url = m_session->started.last().url;
+    onSessionThread([&] {
+        m_session->delegate->downloadFinished({task, status, file, url});
+        m_session->delegate->downloadEnded(task, std::nullopt);
+    });
+}
+
+QString ModelManagerTest::chosen() const
+{
+    return QSettings(m_folder->filePath(u"settings.conf"_s), QSettings::IniFormat)
+        .value(u"selectedModel"_s)
+        .toString();
+}
+
+// Leads the manager into a state, on the ways that a user takes.
+void ModelManagerTest::bringInto(State::Kind kind)
+{
+    if (kind == State::Kind::downloading || kind == State::Kind::failed)
+        m_manager->download();
+    if (kind == State::Kind::failed) {
+        finish({}, 500);
+        turnTheLoop();
+    }
+    if (kind == State::Kind::ready || kind == State::Kind::loaded) {
+        putFile(m_manager->selected());
+        m_manager->refresh();
+    }
+    if (kind == State::Kind::loaded) {
+        m_manager->loadIfNeeded();
+        turnTheLoop();
+    }
+    QCOMPARE(m_manager->state().kind, kind);
+}
+
+void ModelManagerTest::persistedChoiceIsSelectedAtStart_data()
+{
+    QTest::addColumn<QVariant>("persisted");
+    QTest::addColumn<int>("index");
+    QTest::newRow("nothing") << QVariant() << 0;
+    QTest::newRow("the second") << QVariant(u"llama3.2-3b"_s) << 1;
+    QTest::newRow("the first") << QVariant(u"qwen2.5-1.5b"_s) << 0;
+    QTest::newRow("unknown") << QVariant(u"another"_s) << 0;
+}
+
+void ModelManagerTest::persistedChoiceIsSelectedAtStart()
+{
+    QFETCH(QVariant, persisted);
+    QFETCH(int, index);
+    if (persisted.isValid()) {
+        QSettings settings(m_folder->filePath(u"settings.conf"_s), QSettings::IniFormat);
+        settings.setValue(u"selectedModel"_s, persisted);
+    }
+    newManager();
+    QCOMPARE(m_manager->selected(), LocalModel::catalog()[index]);
+    QCOMPARE(chosen(), persisted.toString());
+}
+
+void ModelManagerTest::stateAtStartTellsWhetherTheFileIsThere()
+{
+    QCOMPARE(m_manager->state(), State::needsDownload());
+    putFile(firstModel());
+    newManager();
+    QCOMPARE(m_manager->state(), State::ready());
+    QVERIFY(m_engine->loadedPaths.isEmpty());
+}
+
+void ModelManagerTest::directoryIsMadeAtEachRead()
+{
+    const QString expected = m_folder->filePath(u"Orvane/Models"_s);
+    QCOMPARE(m_manager->directory(), expected);
+    QVERIFY(QDir(expected).exists());
+    QVERIFY(QDir(expected).removeRecursively());
+    QCOMPARE(m_manager->directory(), expected);
+    QVERIFY(QDir(expected).exists());
+}
+
+void ModelManagerTest::folderThatCannotBeMadeShowsAsAMissingFile()
+{
+    QVERIFY(QDir(m_folder->filePath(u"Orvane"_s)).removeRecursively());
+    QFile inTheWay(m_folder->filePath(u"Orvane"_s));
+    QVERIFY(inTheWay.open(QIODevice::WriteOnly));
+    newManager();
+    QCOMPARE(m_manager->state(), State::needsDownload());
+}
+
+void ModelManagerTest::refreshOverwritesEveryState_data()
+{
+    QTest::addColumn<State::Kind>("kind");
+    QTest::newRow("downloading") << State::Kind::downloading;
+    QTest::newRow("failed") << State::Kind::failed;
+    QTest::newRow("ready") << State::Kind::ready;
+    QTest::newRow("loaded") << State::Kind::loaded;
+}
+
+void ModelManagerTest::refreshOverwritesEveryState()
+{
+    QFETCH(State::Kind, kind);
+    bringInto(kind);
+    QFile::remove(m_manager->directory() + u'/' + firstModel().fileName);
+    m_manager->refresh();
+    QCOMPARE(m_manager->state(), State::needsDownload());
+    putFile(firstModel());
+    m_manager->refresh();
+    QCOMPARE(m_manager->state(), State::ready());
+}
+
+void ModelManagerTest::selectingTheSelectedModelDoesNothing()
+{
+    bringInto(State::Kind::loaded);
+    QSignalSpy changes(m_manager.get(), &ModelManager::willChange);
+    m_manager->select(firstModel());
+    turnTheLoop();
+    QCOMPARE(m_engine->unloadCount, 0);
+    QCOMPARE(chosen(), QString());
+    QCOMPARE(changes.count(), 0);
+    QCOMPARE(m_manager->state(), State::loaded());
+}
+
+void ModelManagerTest::selectingAnotherModelUnloadsRemembersAndLooksForItsFile()
+{
+    bringInto(State::Kind::loaded);
+    m_manager->select(secondModel());
+    QCOMPARE(m_engine->unloadCount, 1);
+    QCOMPARE(m_manager->selected(), secondModel());
+    QCOMPARE(chosen(), u"llama3.2-3b"_s);
+    QCOMPARE(m_manager->state(), State::needsDownload());
+    turnTheLoop();
+    QCOMPARE(m_manager->state(), State::needsDownload());
+    QCOMPARE(m_engine->loadedPaths.size(), 1);
+    QVERIFY(m_session->started.isEmpty());
+}
+
+void ModelManagerTest::selectingAModelWhoseFileIsThereLoadsIt()
+{
+    putFile(secondModel());
+    m_manager->select(secondModel());
+    QCOMPARE(m_manager->state(), State::ready());
+    QTRY_COMPARE(m_manager->state(), State::loaded());
+    QCOMPARE(m_engine->loadedPaths, {m_manager->directory() + u'/' + secondModel().fileName});
+}
+
+void ModelManagerTest::selectingCancelsTheDownloadSilently()
+{
+    bringInto(State::Kind::downloading);
+    m_manager->select(secondModel());
+    QCOMPARE(m_session->cancelled, {quint64(1)});
+    QCOMPARE(m_manager->state(), State::needsDownload());
+    const DownloadError cancelled = {DownloadError::cancelled, u"cancelled"_s};
+    onSessionThread([&] { m_session->delegate->downloadEnded(1, cancelled); });
+    turnTheLoop();
+    QCOMPARE(m_manager->state(), State::needsDownload());
+}
+
+void ModelManagerTest::lateProgressAfterASwitchIsDropped()
+{
+    bringInto(State::Kind::downloading);
+    onSessionThread([&] { m_session->delegate->downloadProgressed(1, 10, 100); });
+    m_manager->select(secondModel());
+    turnTheLoop();
+    QCOMPARE(m_manager->state(), State::needsDownload());
+    onSessionThread([&] { m_session->delegate->downloadProgressed(1, 20, 100); });
+    turnTheLoop();
+    QCOMPARE(m_manager->state(), State::needsDownload());
+}
+
+void ModelManagerTest::lateProgressOfAnEarlierDownloadIsDropped()
+{
+    bringInto(State::Kind::downloading);
+    m_manager->select(secondModel());
+    m_manager->download();
+    onSessionThread([&] { m_session->delegate->downloadProgressed(1, 90, 100); });
+    turnTheLoop();
+    QCOMPARE(m_manager->state(), State::downloading(0.0));
+}
+
+void ModelManagerTest::loadThatEndsAfterASwitchChangesNothing()
+{
+    bringInto(State::Kind::ready);
+    Gate gate;
+    m_engine->beforeLoaded = [&gate] { return gate.passed(); };
+    m_manager->loadIfNeeded();
+    QCOMPARE(m_manager->state(), State::loading());
+    m_manager->select(secondModel());
+    QCOMPARE(m_manager->state(), State::needsDownload());
+    gate.open();
+    QTRY_VERIFY(m_engine->isLoaded());
+    turnTheLoop();
+    QCOMPARE(m_manager->state(), State::needsDownload());
+}
+
+void ModelManagerTest::engineThatUnloadsLateIsLoadedAnew()
+{
+    bringInto(State::Kind::loaded);
+    putFile(secondModel());
+    m_engine->unloadsAtOnce = false;
+    m_manager->select(secondModel());
+    QTRY_COMPARE(m_manager->state(), State::loaded());
+    QCOMPARE(m_engine->loadedPaths.value(1), m_manager->directory() + u'/' + secondModel().fileName);
+}
+
+void ModelManagerTest::downloadStartsAtZeroWithTheSelectedModel()
+{
+    m_manager->download();
+    QCOMPARE(m_manager->state(), State::downloading(0.0));
+    QCOMPARE(m_session->started.size(), 1);
+    QCOMPARE(m_session->started[0].url, firstModel().url);
+    QCOMPARE(m_session->started[0].approximateSize, 986'000'000);
+}
+
+void ModelManagerTest::downloadWhileOneIsInFlightDoesNothing()
+{
+    m_manager->download();
+    onSessionThread([&] { m_session->delegate->downloadProgressed(1, 25, 100); });
+    QTRY_COMPARE(m_manager->state(), State::downloading(0.25));
+    m_manager->download();
+    QCOMPARE(m_manager->state(), State::downloading(0.25));
+    QCOMPARE(m_session->started.size(), 1);
+}
+
+void ModelManagerTest::progressIsTheWrittenShare_data()
+{
+    QTest::addColumn<qint64>("written");
+    QTest::addColumn<qint64>("expected");
+    QTest::addColumn<double>("progress");
+    QTest::newRow("a quarter") << qint64(250) << qint64(1000) << 0.25;
+    QTest::newRow("all") << qint64(1000) << qint64(1000) << 1.0;
+    QTest::newRow("more than all") << qint64(1500) << qint64(1000) << 1.0;
+    QTest::newRow("unknown size, half a gigabyte") << qint64(500'000'000) << qint64(-1) << 0.5;
+    QTest::newRow("no size, half a gigabyte") << qint64(500'000'000) << qint64(0) << 0.5;
+    QTest::newRow("unknown size, one and a half") << qint64(1'500'000'000) << qint64(-1) << 1.0;
+}
+
+void ModelManagerTest::progressIsTheWrittenShare()
+{
+    QFETCH(qint64, written);
+    QFETCH(qint64, expected);
+    QFETCH(double, progress);
+    m_manager->download();
+    onSessionThread([&] { m_session->delegate->downloadProgressed(1, written, expected); });
+    QTRY_COMPARE(m_manager->state(), State::downloading(progress));
+}
+
+void ModelManagerTest::finishedFileIsMovedIntoPlaceAndLoaded()
+{
+    m_manager->download();
+    const QString file = temporaryFile();
+    QList<State::Kind> states;
+    connect(m_manager.get(), &ModelManager::stateChanged, m_manager.get(),
+            [&] { states.append(m_manager->state().kind); });
+    finish(file);
+    // Before the callback returned, whatever the main thread was doing.
+    QCOMPARE(fileContent(firstModel().fileName), "downloaded");
+    QVERIFY(!QFile::exists(file));
+    QCOMPARE(m_manager->state(), State::downloading(0.0));
+
+    QTRY_COMPARE(m_manager->state(), State::loaded());
+    QCOMPARE(states, QList({State::Kind::ready, State::Kind::loading, State::Kind::loaded}));
+    QCOMPARE(m_engine->loadedPaths, {m_manager->directory() + u'/' + firstModel().fileName});
+}
+
+void ModelManagerTest::finishedFileReplacesAnEarlierOne()
+{
+    putFile(firstModel());
+    m_manager->download();
+    finish(temporaryFile());
+    QTRY_COMPARE(m_manager->state(), State::loaded());
+    QCOMPARE(fileContent(firstModel().fileName), "downloaded");
+}
+
+void ModelManagerTest::errorStatusFailsAndLeavesAnEarlierFile()
+{
+    putFile(firstModel());
+    m_manager->download();
+    finish({}, 404);
+    QTRY_COMPARE(m_manager->state(), State::failed(u"Download failed (HTTP 404)."_s));
+    QCOMPARE(fileContent(firstModel().fileName), "earlier");
+}
+
+void ModelManagerTest::statusBelowFourHundredCountsAsSuccess_data()
+{
+    QTest::addColumn<std::optional<int>>("status");
+    QTest::newRow("200") << std::optional(200);
+    QTest::newRow("399") << std::optional(399);
+    QTest::newRow("no HTTP answer") << std::optional<int>();
+}
+
+void ModelManagerTest::statusBelowFourHundredCountsAsSuccess()
+{
+    QFETCH(std::optional<int>, status);
+    m_manager->download();
+    const QString file = temporaryFile();
+    onSessionThread([&] { m_session->delegate->downloadFinished({1, status, file, firstModel().url}); });
+    QTRY_COMPARE(m_manager->state(), State::loaded());
+}
+
+void ModelManagerTest::failedMoveIsReported()
+{
+    m_manager->download();
+    const QString file = temporaryFile();
+    QVERIFY(QDir(m_manager->directory()).removeRecursively());
+    QFile inTheWay(m_folder->filePath(u"Orvane/Models"_s));
+    QVERIFY(inTheWay.open(QIODevice::WriteOnly));
+    finish(file);
+    const QString message = u"Couldn't move the download into the models folder: Not a directory."_s;
+    QTRY_COMPARE(m_manager->state(), State::failed(message));
+}
+
+void ModelManagerTest::downloadWithoutAUsableNameIsStoredAsModel_data()
+{
+    QTest::addColumn<QUrl>("url");
+    QTest::newRow("no URL") << QUrl();
+    QTest::newRow("no path") << QUrl(u"https://example.org"_s);
+    QTest::newRow("only the root") << QUrl(u"https://example.org/"_s);
+    QTest::newRow("leads upwards") << QUrl(u"https://example.org/a/%2E%2E"_s);
+    QTest::newRow("query only") << QUrl(u"https://example.org?file=x.gguf"_s);
+}
+
+void ModelManagerTest::downloadWithoutAUsableNameIsStoredAsModel()
+{
+    QFETCH(QUrl, url);
+    m_manager->download();
+    const QString file = temporaryFile();
+    onSessionThread([&] { m_session->delegate->downloadFinished({1, 200, file, url}); });
+    QCOMPARE(fileContent(u"model.gguf"_s), "downloaded");
+    QTRY_COMPARE(m_manager->state(), State::needsDownload());
+}
+
+void ModelManagerTest::transportErrorFails()
+{
+    m_manager->download();
+    const DownloadError error = {DownloadError::failed, u"The connection was lost."_s};
+    onSessionThread([&] { m_session->delegate->downloadEnded(1, error); });
+    QTRY_COMPARE(m_manager->state(), State::failed(u"The connection was lost."_s));
+    onSessionThread([&] { m_session->delegate->downloadProgressed(1, 50, 100); });
+    turnTheLoop();
+    QCOMPARE(m_manager->state(), State::failed(u"The connection was lost."_s));
+}
+
+void ModelManagerTest::cancellationCodeIsSilent()
+{
+    m_manager->download();
+    const DownloadError error = {-999, u"cancelled"_s};
+    onSessionThread([&] { m_session->delegate->downloadEnded(1, error); });
+    turnTheLoop();
+    QCOMPARE(m_manager->state(), State::downloading(0.0));
+}
+
+void ModelManagerTest::endWithoutAnErrorDoesNothing()
+{
+    m_manager->download();
+    onSessionThread([&] { m_session->delegate->downloadEnded(1, std::nullopt); });
+    turnTheLoop();
+    QCOMPARE(m_manager->state(), State::downloading(0.0));
+    m_manager->download();
+    QCOMPARE(m_session->started.size(), 1);
+}
+
+void ModelManagerTest::downloadCanBeStartedAfterAFailure()
+{
+    bringInto(State::Kind::failed);
+    m_manager->download();
+    QCOMPARE(m_manager->state(), State::downloading(0.0));
+    QCOMPARE(m_session->started.size(), 2);
+}
+
+void ModelManagerTest::cancelButtonGoesBackToWhatTheFolderHolds()
+{
+    m_manager->download();
+    m_manager->cancelDownload();
+    QCOMPARE(m_session->cancelled, {quint64(1)});
+    QCOMPARE(m_manager->state(), State::needsDownload());
+
+    putFile(firstModel());
+    m_manager->download();
+    m_manager->cancelDownload();
+    QCOMPARE(m_manager->state(), State::ready());
+    m_manager->download();
+    QCOMPARE(m_session->started.size(), 3);
+}
+
+void ModelManagerTest::cancelButtonWithoutADownloadOnlyRefreshes()
+{
+    bringInto(State::Kind::failed);
+    m_manager->cancelDownload();
+    QCOMPARE(m_manager->state(), State::needsDownload());
+    QVERIFY(m_session->cancelled.isEmpty());
+}
+
+void ModelManagerTest::fileThatFinishesJustBeforeTheCancelIsUsed()
+{
+    m_manager->download();
+    const QString file = temporaryFile();
+    // The session had finished, but the main thread hears of it after the click.
+    finish(file);
+    m_manager->cancelDownload();
+    QTRY_COMPARE(m_manager->state(), State::loaded());
+}
+
+void ModelManagerTest::lateErrorOfACancelledDownloadIsDropped()
+{
+    m_manager->download();
+    finish({}, 500);
+    const DownloadError error = {DownloadError::failed, u"The connection was lost."_s};
+    onSessionThread([&] { m_session->delegate->downloadEnded(1, error); });
+    m_manager->cancelDownload();
+    turnTheLoop();
+    QCOMPARE(m_manager->state(), State::needsDownload());
+}
+
+void ModelManagerTest::loadPutsTheSelectedFileIntoTheEngine()
+{
+    bringInto(State::Kind::ready);
+    Gate gate;
+    m_engine->beforeLoaded = [&gate] { return gate.passed(); };
+    m_manager->loadIfNeeded();
+    QCOMPARE(m_manager->state(), State::loading());
+    QCOMPARE(m_engine->loadedPaths, {m_manager->directory() + u'/' + firstModel().fileName});
+    gate.open();
+    QTRY_COMPARE(m_manager->state(), State::loaded());
+}
+
+void ModelManagerTest::loadedEngineMakesTheStateLoaded()
+{
+    m_engine->setLoaded(true);
+    m_manager->loadIfNeeded();
+    QCOMPARE(m_manager->state(), State::loaded());
+    QVERIFY(m_engine->loadedPaths.isEmpty());
+}
+
+void ModelManagerTest::loadChangesNothingWhenThereIsNothingToLoad_data()
+{
+    QTest::addColumn<State::Kind>("kind");
+    QTest::newRow("needsDownload") << State::Kind::needsDownload;
+    QTest::newRow("downloading") << State::Kind::downloading;
+    QTest::newRow("failed") << State::Kind::failed;
+}
+
+void ModelManagerTest::loadChangesNothingWhenThereIsNothingToLoad()
+{
+    QFETCH(State::Kind, kind);
+    bringInto(kind);
+    const State before = m_manager->state();
+    putFile(firstModel());
+    m_manager->loadIfNeeded();
+    turnTheLoop();
+    QCOMPARE(m_manager->state(), before);
+    QVERIFY(m_engine->loadedPaths.isEmpty());
+}
+
+void ModelManagerTest::secondLoadWhileOneRunsDoesNothing()
+{
+    bringInto(State::Kind::ready);
+    Gate gate;
+    m_engine->beforeLoaded = [&gate] { return gate.passed(); };
+    m_manager->loadIfNeeded();
+    m_manager->loadIfNeeded();
+    QCOMPARE(m_engine->loadedPaths.size(), 1);
+    gate.open();
+    QTRY_COMPARE(m_manager->state(), State::loaded());
+    QCOMPARE(m_engine->loadedPaths.size(), 1);
+}
+
+void ModelManagerTest::loadedStateWithAnEmptyEngineLoadsAgain()
+{
+    bringInto(State::Kind::loaded);
+    m_engine->setLoaded(false);
+    m_manager->loadIfNeeded();
+    QTRY_COMPARE(m_engine->loadedPaths.size(), 2);
+    QTRY_COMPARE(m_manager->state(), State::loaded());
+}
+
+void ModelManagerTest::failedLoadShowsTheEnginesMessage()
+{
+    bringInto(State::Kind::ready);
+    m_engine->loadError = InferenceError(InferenceError::Code::loadFailed);
+    m_manager->loadIfNeeded();
+    QTRY_COMPARE(m_manager->state(), State::failed(u"Couldn't load the model file."_s));
+    m_engine->loadError.reset();
+    m_manager->loadIfNeeded();
+    turnTheLoop();
+    QCOMPARE(m_manager->state(), State::failed(u"Couldn't load the model file."_s));
+    m_manager->refresh();
+    m_manager->loadIfNeeded();
+    QTRY_COMPARE(m_manager->state(), State::loaded());
+}
+
+void ModelManagerTest::loadThatOutlivesTheManagerIsHarmless()
+{
+    bringInto(State::Kind::ready);
+    Gate gate;
+    m_engine->beforeLoaded = [&gate] { return gate.passed(); };
+    const QCoro::Task<void> load = m_manager->loadIfNeeded();
+    QVERIFY(!load.isReady());
+    m_manager.reset();
+    gate.open();
+    QTRY_VERIFY(load.isReady());
+}
+
+void ModelManagerTest::everyChangeIsAnnouncedBeforeItHappens()
+{
+    bringInto(State::Kind::ready);
+    QList<QPair<QString, State::Kind>> before;
+    connect(m_manager.get(), &ModelManager::willChange, m_manager.get(), [&] {
+        before.append({m_manager->selected().id, m_manager->state().kind});
+    });
+    QSignalSpy states(m_manager.get(), &ModelManager::stateChanged);
+    QSignalSpy selections(m_manager.get(), &ModelManager::selectedChanged);
+    m_manager->select(secondModel());
+    const QList<QPair<QString, State::Kind>> expected = {{firstModel().id, State::Kind::ready},
+                                                         {secondModel().id, State::Kind::ready}};
+    QCOMPARE(before, expected);
+    QCOMPARE(states.count(), 1);
+    QCOMPARE(selections.count(), 1);
+}
+
+void ModelManagerTest::settingTheSameStateAnnouncesNothing()
+{
+    QSignalSpy changes(m_manager.get(), &ModelManager::willChange);
+    m_manager->refresh();
+    QCOMPARE(changes.count(), 0);
+}
+
+QTEST_GUILESS_MAIN(ModelManagerTest)
+#include "ModelManagerTest.moc"

@@ -1,0 +1,222 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Actions/Safety.h"
+#include "ActionBench.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+class SafetyTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void policy_data();
+    void policy();
+    void harmlessApplicationsQuitUnasked_data();
+    void harmlessApplicationsQuitUnasked();
+    void riskyWordsAsk_data();
+    void riskyWordsAsk();
+    void returnAsksInMessagingApplications_data();
+    void returnAsksInMessagingApplications();
+    void theListOfHarmlessApplicationsIsExact();
+    void actionsWithoutARuleAreSafe_data();
+    void actionsWithoutARuleAreSafe();
+    void anUnknownFrontmostApplicationHasNoName();
+    void theFrontmostApplicationIsReadAfreshEachTime();
+    void aDesktopThatCannotAnswerCountsAsEmpty();
+
+private:
+    // What the user is asked; nothing when the action is safe.
+    static QString question(const QString &reply, const QString &front)
+    {
+        const std::optional<AgentAction> action = AgentAction::parse(reply);
+        const auto name = front.isNull() ? std::nullopt : std::optional(front);
+        const Risk risk = Safety::assess(action.value(), name);
+        return risk.kind == Risk::Kind::Safe ? QString() : risk.reason;
+    }
+};
+
+void SafetyTest::policy_data()
+{
+    QTest::addColumn<QString>("front");
+    QTest::addColumn<QString>("reply");
+    QTest::addColumn<QString>("expected");
+    const auto row = [](const char *front, const char *reply, const char *expected) {
+        QTest::addRow("%s in %s", reply, front)
+            << QString::fromUtf8(front) << QString::fromUtf8(reply) << QString::fromUtf8(expected);
+    };
+    const char *safe = nullptr;
+
+    row("Finder", R"({"action":"trash","path":"Desktop/A.txt"})", "Move “Desktop/A.txt” to the Trash");
+    row("Finder", R"({"action":"trash"})", "Move “item” to the Trash");
+    row("Finder", R"({"action":"trash","path":" "})", "Move “item” to the Trash");
+
+    row("Finder", R"({"action":"quit_app","app":"Spotify"})", safe);
+    row("Finder", R"({"action":"quit_app","app":"SPOTIFY"})", safe);
+    row("Finder", R"({"action":"quit_app","app":" Spotify "})", safe);
+    row("Finder", R"({"action":"quit_app","app":"Safari"})", "Quit Safari — unsaved work could be lost");
+    row("Finder", R"({"action":"quit_app","app":"sAFARI"})", "Quit sAFARI — unsaved work could be lost");
+    row("Finder", R"({"action":"quit_app","app":"Spotify Beta"})",
+        "Quit Spotify Beta — unsaved work could be lost");
+    row("Finder", R"({"action":"quit_app"})", "Quit the app — unsaved work could be lost");
+
+    row("Finder", R"({"action":"applescript","script":"tell app\n\tbeep\nend"})",
+        "Run a custom AppleScript:\ntell app\n\tbeep\nend");
+    row("Finder", R"({"action":"applescript"})", "Run a custom AppleScript:\n");
+
+    row("Mail", R"({"action":"click","label":"Send"})", "Click “Send” in Mail");
+    row(nullptr, R"({"action":"click","label":"Send"})", "Click “Send” in ");
+    row("visual studio code", R"({"action":"click","label":"Delete File"})",
+        "Click “Delete File” in Visual Studio Code");
+    row("WhatsApp", R"({"action":"click","label":"SEND now"})", "Click “SEND now” in Whatsapp");
+    row("Safari", R"({"action":"click","label":"Payment options"})", "Click “Payment options” in Safari");
+    row("Safari", R"({"action":"click","label":"Resubmit"})", "Click “Resubmit” in Safari");
+    row("Safari", R"({"action":"click","label":"Order"})", safe);
+    row("Safari", R"({"action":"click","label":"Save"})", safe);
+    row("Safari", R"({"action":"click"})", safe);
+
+    row("Messages", R"({"action":"press_key","key":"Return"})",
+        "Press Return in Messages — this may send a message");
+    row("Messages", R"({"action":"press_key","key":"ENTER","modifiers":"shift"})",
+        "Press Return in Messages — this may send a message");
+    row("Microsoft Outlook", R"({"action":"press_key","key":"return"})",
+        "Press Return in Microsoft Outlook — this may send a message");
+    row("Slack Beta", R"({"action":"press_key","key":"return"})",
+        "Press Return in Slack Beta — this may send a message");
+    row("TextEdit", R"({"action":"press_key","key":"Return"})", safe);
+    row("TextEdit", R"({"action":"press_key","key":"return","modifiers":"command"})", safe);
+    row(nullptr, R"({"action":"press_key","key":"return"})", safe);
+    row("Messages", R"({"action":"press_key","key":"space"})", safe);
+
+    row("Finder", R"({"action":"press_key","key":"Delete","modifiers":"command"})",
+        "Delete the selected item (⌘⌫)");
+    row("Finder", R"({"action":"press_key","key":"backspace","modifiers":"Shift+COMMAND"})",
+        "Delete the selected item (⌘⌫)");
+    row("Finder", R"({"action":"press_key","key":"backspace","modifiers":"cmd"})", safe);
+    row("Finder", R"({"action":"press_key","key":"delete"})", safe);
+
+    row("Safari", R"({"action":"press_key","key":"q","modifiers":"command"})", "Quit Safari (⌘Q)");
+    row("Safari", R"({"action":"press_key","key":"Q","modifiers":["command","shift"]})", "Quit Safari (⌘Q)");
+    row(nullptr, R"({"action":"press_key","key":"q","modifiers":"command"})", "Quit  (⌘Q)");
+    row("Safari", R"({"action":"press_key","key":"q","modifiers":"option"})", safe);
+    row("Safari", R"({"action":"press_key","key":"w","modifiers":"command"})", safe);
+    row("Safari", R"({"action":"press_key"})", safe);
+
+    row("Finder", R"({"action":"open_url","url":"x-apple.systempreferences:com.apple.Sound"})", safe);
+    row("Finder", R"({"action":"open_url","url":"X-Apple.SystemPreferences:com.apple.RESET"})",
+        "Modify system settings");
+    row("Finder", R"({"action":"open_url","url":"https://example.org/reset"})", safe);
+    row("Finder", R"({"action":"open_url"})", safe);
+
+    // The question stays one line, and nothing in it is hidden.
+    row("Finder", R"({"action":"trash","path":"a\nb"})", "Move “a b” to the Trash");
+    row("Finder", R"({"action":"trash","path":"a\u202Efdp.b"})", "Move “afdp.b” to the Trash");
+    row("Mail", R"({"action":"click","label":"Se\u200Bnd"})", "Click “Send” in Mail");
+    row("Finder", R"({"action":"applescript","script":"a\u202E\nb"})", "Run a custom AppleScript:\na\nb");
+}
+
+void SafetyTest::policy()
+{
+    QFETCH(QString, front);
+    QFETCH(QString, reply);
+    QTEST(question(reply, front), "expected");
+}
+
+void SafetyTest::harmlessApplicationsQuitUnasked_data()
+{
+    QTest::addColumn<QString>("app");
+    for (const char *app : {"Spotify", "Music", "Podcasts", "TV", "Calculator", "Maps", "Photos", "News",
+                            "Stocks", "Weather", "Chess", "Preview", "System Settings", "Activity Monitor"})
+        QTest::newRow(app) << QString::fromLatin1(app);
+}
+
+void SafetyTest::harmlessApplicationsQuitUnasked()
+{
+    QFETCH(QString, app);
+    QCOMPARE(question(uR"({"action":"quit_app","app":"%1"})"_s.arg(app), u"Finder"_s), QString());
+}
+
+void SafetyTest::riskyWordsAsk_data()
+{
+    QTest::addColumn<QString>("word");
+    for (const char *word : {"send", "delete", "remove", "buy", "purchase", "pay", "place order", "checkout",
+                             "submit", "confirm order", "erase", "empty trash", "transfer"})
+        QTest::newRow(word) << QString::fromLatin1(word);
+}
+
+void SafetyTest::riskyWordsAsk()
+{
+    QFETCH(QString, word);
+    const QString label = u"the "_s + word.toUpper() + u" button"_s;
+    QCOMPARE(question(uR"({"action":"click","label":"%1"})"_s.arg(label), u"Safari"_s),
+             u"Click “%1” in Safari"_s.arg(label));
+}
+
+void SafetyTest::returnAsksInMessagingApplications_data()
+{
+    QTest::addColumn<QString>("app");
+    for (const char *app :
+         {"Messages", "Mail", "Slack", "Discord", "Telegram", "Whatsapp", "Outlook", "Teams", "Signal"})
+        QTest::newRow(app) << QString::fromLatin1(app);
+}
+
+void SafetyTest::returnAsksInMessagingApplications()
+{
+    QFETCH(QString, app);
+    QCOMPARE(question(uR"({"action":"press_key","key":"return"})"_s, app.toUpper()),
+             u"Press Return in %1 — this may send a message"_s.arg(app));
+}
+
+void SafetyTest::theListOfHarmlessApplicationsIsExact()
+{
+    QCOMPARE(Safety::quitSafe().size(), 14);
+}
+
+void SafetyTest::actionsWithoutARuleAreSafe_data()
+{
+    QTest::addColumn<QString>("name");
+    for (const char *name :
+         {"open_app", "focus_app", "web_search", "new_tab", "type_text", "create_folder", "screenshot",
+          "find_files", "open_path", "list_windows", "read_ui", "done", "format_disk", "Trash", ""})
+        QTest::newRow(name) << QString::fromLatin1(name);
+}
+
+void SafetyTest::actionsWithoutARuleAreSafe()
+{
+    QFETCH(QString, name);
+    const AgentAction action{QUuid::createUuid(), name, {{u"label"_s, u"send"_s}, {u"path"_s, u"/"_s}}};
+    QCOMPARE(Safety::assess(action, u"Mail"_s), Risk::safe());
+}
+
+void SafetyTest::anUnknownFrontmostApplicationHasNoName()
+{
+    ActionBench bench;
+    RunningApplication nameless = bench.desktop.workspace.start(u"Nameless"_s);
+    bench.desktop.workspace.running.first().localizedName.reset();
+    bench.desktop.workspace.makeFrontmost(nameless);
+    const auto action = AgentAction::parse(uR"({"action":"click","label":"Send"})"_s);
+    QCOMPARE(QCoro::waitFor(Safety::assess(*action, bench.services())), Risk::confirm(u"Click “Send” in "_s));
+}
+
+void SafetyTest::theFrontmostApplicationIsReadAfreshEachTime()
+{
+    ActionBench bench;
+    const auto action = AgentAction::parse(uR"({"action":"press_key","key":"return"})"_s);
+    bench.desktop.workspace.makeFrontmost(bench.desktop.workspace.start(u"TextEdit"_s));
+    QCOMPARE(QCoro::waitFor(Safety::assess(*action, bench.services())), Risk::safe());
+    bench.desktop.workspace.makeFrontmost(bench.desktop.workspace.start(u"Signal"_s));
+    QCOMPARE(QCoro::waitFor(Safety::assess(*action, bench.services())),
+             Risk::confirm(u"Press Return in Signal — this may send a message"_s));
+}
+
+void SafetyTest::aDesktopThatCannotAnswerCountsAsEmpty()
+{
+    ActionBench bench;
+    bench.desktop.journal.failures.insert(RecordedOperation::FrontmostApplication, u"No answer."_s);
+    const auto action = AgentAction::parse(uR"({"action":"press_key","key":"q","modifiers":"command"})"_s);
+    QCOMPARE(QCoro::waitFor(Safety::assess(*action, bench.services())), Risk::confirm(u"Quit  (⌘Q)"_s));
+}
+
+QTEST_GUILESS_MAIN(SafetyTest)
+#include "SafetyTest.moc"

@@ -89,6 +89,17 @@ void LocalHttpServer::release()
     }
 }
 
+void LocalHttpServer::release(qint64 bytes)
+{
+    for (Held &held : m_held) {
+        if (!held.socket)
+            continue;
+        held.socket->write(held.rest.left(bytes));
+        held.socket->flush();
+        held.rest.remove(0, bytes);
+    }
+}
+
 void LocalHttpServer::accept()
 {
     while (QTcpSocket *socket = m_server->nextPendingConnection()) {

@@ -51,8 +51,9 @@ public:
     QUrl url(const QString &path) const;
     void set(const QString &path, const Resource &resource) { m_resources.insert(path, resource); }
 
-    // Sends the rest of what is held.
+    // Sends the rest of what is held, or so many bytes more of it, at once.
     void release();
+    void release(qint64 bytes);
 
     const QList<Request> &requests() const { return m_requests; }
 

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QString>
+
+#include <gio/gdesktopappinfo.h>
+#include <gio/gio.h>
+
+#include <memory>
+
+// Owners for what GLib hands out.
+
+struct GObjectRelease
+{
+    void operator()(void *object) const { g_object_unref(object); }
+};
+template <typename Object>
+using GObjectPointer = std::unique_ptr<Object, GObjectRelease>;
+
+struct GMemoryRelease
+{
+    void operator()(void *memory) const { g_free(memory); }
+};
+using GString8 = std::unique_ptr<char, GMemoryRelease>; // text that GLib allocated, in UTF-8
+
+struct GErrorRelease
+{
+    void operator()(GError *error) const { g_error_free(error); }
+};
+using GErrorPointer = std::unique_ptr<GError, GErrorRelease>;
+
+struct GKeyFileRelease
+{
+    void operator()(GKeyFile *file) const { g_key_file_free(file); }
+};
+using GKeyFilePointer = std::unique_ptr<GKeyFile, GKeyFileRelease>;

@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Linux/LinuxDesktop.h"
+
+LinuxDesktop::LinuxDesktop(const QString &homeDirectory) : m_files(homeDirectory) {}
+
+Desktop LinuxDesktop::desktop()
+{
+    return {m_workspace,     m_accessibility, m_keyboard, m_windowList,
+            m_screenCapture, m_scripting,     m_files,    m_clock};
+}
+
+AtspiAccessibility::Environment LinuxDesktop::accessibilityEnvironment()
+{
+    AtspiAccessibility::Environment environment;
+    environment.canSendKeys = [this] { return m_keyboard.canSendKeys(); };
+    environment.activate = [this](qint64 process) {
+        RunningApplication application;
+        application.processIdentifier = process;
+        return m_workspace.activate(application);
+    };
+    return environment;
+}

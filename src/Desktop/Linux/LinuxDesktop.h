@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "Desktop/Desktop.h"
+#include "Desktop/Linux/Accessibility/AtspiAccessibility.h"
+#include "Desktop/Linux/LinuxKeyboard.h"
+#include "Desktop/Linux/LinuxScreenCapture.h"
+#include "Desktop/Linux/LinuxScripting.h"
+#include "Desktop/Linux/LinuxWindowList.h"
+#include "Desktop/Linux/LinuxWorkspace.h"
+#include "Desktop/SystemClock.h"
+
+#include <QDir>
+
+// The real desktop: owns every service and the threads behind them. Made and destroyed on the main thread;
+// made once, before the first action, and kept until the program ends.
+class LinuxDesktop
+{
+public:
+    // Throws PlatformError when there is no X server to connect to.
+    explicit LinuxDesktop(const QString &homeDirectory = QDir::homePath());
+
+    // References that are good for as long as this object lives.
+    Desktop desktop();
+
+private:
+    AtspiAccessibility::Environment accessibilityEnvironment();
+
+    SystemClock m_clock;
+    BoundedQueue m_gio{QStringLiteral("desktop.gio"), QStringLiteral("The desktop's application registry")};
+    X11Display m_display{m_clock};
+    LinuxWorkspace m_workspace{m_display, m_gio, m_clock};
+    LinuxKeyboard m_keyboard{m_display};
+    LinuxWindowList m_windowList{m_display, m_gio};
+    LinuxScreenCapture m_screenCapture{m_display};
+    LinuxScripting m_scripting;
+    AtspiAccessibility m_accessibility{accessibilityEnvironment()};
+    Files m_files;
+};

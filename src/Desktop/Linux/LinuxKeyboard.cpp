@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Linux/LinuxKeyboard.h"
+
+#include "Desktop/Linux/X11Keyboard.h"
+#include "Desktop/Linux/X11Typist.h"
+
+#include <QCoreApplication>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+// Far more than it takes: a character costs about 2 ms, and at worst 10 ms with its share of a batch.
+std::chrono::milliseconds limitFor(const QList<KeyStroke> &strokes, std::chrono::microseconds pause)
+{
+    qsizetype characters = 0;
+    for (const KeyStroke &stroke : strokes)
+        characters += std::max<qsizetype>(stroke.text.size(), 1);
+    const auto pauses = std::chrono::duration_cast<std::chrono::milliseconds>(pause * strokes.size());
+    return 5s + characters * 50ms + 2 * pauses;
+}
+
+} // namespace
+
+LinuxKeyboard::LinuxKeyboard(X11Display &display) : m_display(display) {}
+
+QCoro::Task<void> LinuxKeyboard::post(QList<KeyStroke> strokes, std::chrono::microseconds pause)
+{
+    if (strokes.isEmpty())
+        co_return;
+    const X11Snapshot snapshot = co_await m_display.snapshot();
+    const X11Window *window = snapshot.frontmost(QCoreApplication::applicationPid());
+    if (!window)
+        throw PlatformError(QStringLiteral("No application is in front to receive the keys."));
+    const X11Window target = *window;
+    co_await m_display.bringForward(target);
+    const auto limit = limitFor(strokes, pause);
+    const auto job = [this, strokes, pause, target, limit] {
+        X11Typist typist(m_display.connection(), m_display.windows(), m_display.isClosing(), limit);
+        typist.type(strokes, pause, target);
+    };
+    co_await m_display.run(job, limit + 2s);
+}
+
+QCoro::Task<bool> LinuxKeyboard::canSendKeys()
+{
+    const auto tryOut = [this] { X11Keyboard keyboard(m_display.connection()); };
+    try {
+        co_await m_display.run(tryOut);
+        co_return true;
+    } catch (const PlatformError &) {
+        co_return false;
+    }
+}

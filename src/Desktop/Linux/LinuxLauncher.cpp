@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Linux/LinuxLauncher.h"
+
+#include "Desktop/Linux/DesktopEntries.h"
+#include "Desktop/Linux/DesktopLauncher.h"
+#include "Desktop/Linux/LinuxApplications.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QSysInfo>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr qint64 startPatience = 10000;   // ms: a browser's first start on a slow computer
+constexpr qint64 newWindowPatience = 700; // ms: for a running application to open one more window
+
+QString startupIdentifier(int number, std::uint32_t time)
+{
+    return QStringLiteral("orvane-%1-%2-%3_TIME%4")
+        .arg(QCoreApplication::applicationPid())
+        .arg(QSysInfo::machineHostName())
+        .arg(number)
+        .arg(time);
+}
+
+} // namespace
+
+LinuxLauncher::LinuxLauncher(X11Display &display, BoundedQueue &gio, Clock &clock)
+    : m_display(display), m_gio(gio), m_clock(clock)
+{
+}
+
+QCoro::Task<LinuxLauncher::Launch> LinuxLauncher::start(ApplicationBundle application, QStringList urls)
+{
+    Launch launch;
+    launch.application = application;
+    launch.entries = co_await m_gio.run(&DesktopEntries::all);
+    launch.before = co_await m_display.snapshot();
+    launch.wasRunning =
+        LinuxApplications::windowToShow(application, launch.before, launch.entries) != nullptr;
+    const std::uint32_t time = co_await m_display.serverTime();
+    launch.startupIdentifier = startupIdentifier(++m_launches, time);
+    const QString identifier = launch.startupIdentifier;
+    const auto job = [application, urls, identifier] {
+        return DesktopLauncher::launch(application.location, urls, identifier);
+    };
+    launch.processes = co_await m_gio.run(job, 10s);
+    co_return launch;
+}
+
+const X11Window *LinuxLauncher::newWindow(const X11Snapshot &now, const Launch &launch)
+{
+    for (const std::uint32_t identifier : now.stacking) {
+        const X11Window *window = now.find(identifier);
+        if (!window || !window->isOrdinary() || launch.before.find(identifier))
+            continue;
+        if (launch.processes.contains(window->process) ||
+            window->startupIdentifier == launch.startupIdentifier)
+            return window;
+        const DesktopEntry *entry = entryOfWindow(launch.entries, window->instance, window->className);
+        if (entry && entry->path == launch.application.location)
+            return window;
+    }
+    return nullptr;
+}
+
+QCoro::Task<void> LinuxLauncher::open(ApplicationBundle application, QStringList urls)
+{
+    const Launch launch = co_await start(application, urls);
+    QElapsedTimer elapsed;
+    elapsed.start();
+    while (!elapsed.hasExpired(launch.wasRunning ? newWindowPatience : startPatience)) {
+        const X11Snapshot now = co_await m_display.snapshot();
+        if (const X11Window *window = newWindow(now, launch)) {
+            const X11Window shown = *window;
+            co_await m_display.bringForward(shown);
+            co_return;
+        }
+        co_await m_clock.sleep(20ms);
+    }
+    // A running application may show the URL in a window that was there before.
+    const X11Snapshot now = co_await m_display.snapshot();
+    const X11Window *window = LinuxApplications::windowToShow(application, now, launch.entries);
+    if (!window)
+        throw PlatformError(
+            QStringLiteral("“%1” was started but shows no window.").arg(application.displayName));
+    const X11Window shown = *window;
+    co_await m_display.bringForward(shown);
+}

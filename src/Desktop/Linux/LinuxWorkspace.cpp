@@ -1,0 +1,157 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Linux/LinuxWorkspace.h"
+
+#include "Desktop/Linux/DesktopEntries.h"
+#include "Desktop/Linux/DesktopRoles.h"
+#include "Desktop/Linux/LinuxApplications.h"
+
+#include <QCoreApplication>
+#include <QCoroDBusPendingCall>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusPendingCall>
+#include <QFileInfo>
+
+namespace {
+
+QList<ApplicationFolder> folderList()
+{
+    const QList<DesktopEntry> entries = DesktopEntries::all();
+    QList<ApplicationFolder> result;
+    for (const QString &folder : DesktopEntries::folders()) {
+        ApplicationFolder listing{folder, {}};
+        for (const DesktopEntry &entry : entries) {
+            if (entry.folder == folder && entry.isShown)
+                listing.entries.append(
+                    {entry.name + QStringLiteral(".app"), LinuxApplications::bundleOf(entry)});
+        }
+        result.append(std::move(listing));
+    }
+    return result;
+}
+
+std::optional<DesktopEntry> fillRole(const DesktopRole &role)
+{
+    return DesktopRoles::fill(role, DesktopEntries::all(), &DesktopEntries::defaultForType);
+}
+
+QDBusMessage showItems(const QString &path)
+{
+    auto call = QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("/org/freedesktop/FileManager1"),
+        QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("ShowItems"));
+    const QString url = QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded);
+    call.setArguments({QStringList{url}, QString()});
+    return call;
+}
+
+} // namespace
+
+LinuxWorkspace::LinuxWorkspace(X11Display &display, BoundedQueue &gio, Clock &clock)
+    : m_display(display), m_gio(gio), m_launcher(display, gio, clock)
+{
+}
+
+QCoro::Task<QList<RunningApplication>> LinuxWorkspace::runningApplications()
+{
+    const X11Snapshot snapshot = co_await m_display.snapshot();
+    const QList<DesktopEntry> entries = co_await m_gio.run(&DesktopEntries::all);
+    co_return LinuxApplications::running(snapshot, entries);
+}
+
+QCoro::Task<std::optional<RunningApplication>> LinuxWorkspace::frontmostApplication()
+{
+    const X11Snapshot snapshot = co_await m_display.snapshot();
+    const X11Window *window = snapshot.frontmost(QCoreApplication::applicationPid());
+    if (!window)
+        co_return std::nullopt;
+    const QList<DesktopEntry> entries = co_await m_gio.run(&DesktopEntries::all);
+    co_return LinuxApplications::ofProcess(window->process, snapshot, entries);
+}
+
+QCoro::Task<void> LinuxWorkspace::activate(RunningApplication application)
+{
+    const X11Snapshot snapshot = co_await m_display.snapshot();
+    const X11Window *window = snapshot.windowToShow(application.processIdentifier);
+    if (!window) {
+        const QString name = application.localizedName.value_or(QStringLiteral("The application"));
+        throw PlatformError(QStringLiteral("%1 has no window any more.").arg(name));
+    }
+    const X11Window shown = *window;
+    co_await m_display.bringForward(shown);
+}
+
+QCoro::Task<void> LinuxWorkspace::terminate(RunningApplication application)
+{
+    const X11Snapshot snapshot = co_await m_display.snapshot();
+    const QList<X11Window> windows = snapshot.windowsToClose(application.processIdentifier);
+    co_await m_display.close(windows);
+}
+
+QCoro::Task<bool> LinuxWorkspace::isTerminated(RunningApplication application)
+{
+    const X11Snapshot snapshot = co_await m_display.snapshot();
+    co_return !snapshot.windowToShow(application.processIdentifier);
+}
+
+QCoro::Task<QList<ApplicationFolder>> LinuxWorkspace::applicationFolders()
+{
+    return m_gio.run(&folderList);
+}
+
+QCoro::Task<std::optional<ApplicationBundle>> LinuxWorkspace::defaultForRole(QString name)
+{
+    const DesktopRole *role = DesktopRoles::named(name);
+    if (!role)
+        co_return std::nullopt;
+    const auto search = [role] { return fillRole(*role); };
+    const std::optional<DesktopEntry> entry = co_await m_gio.run(search);
+    if (!entry)
+        co_return std::nullopt;
+    co_return LinuxApplications::bundleOf(*entry);
+}
+
+QCoro::Task<void> LinuxWorkspace::openApplication(ApplicationBundle application)
+{
+    const QList<DesktopEntry> entries = co_await m_gio.run(&DesktopEntries::all);
+    const X11Snapshot snapshot = co_await m_display.snapshot();
+    if (const X11Window *window = LinuxApplications::windowToShow(application, snapshot, entries)) {
+        const X11Window shown = *window;
+        co_await m_display.bringForward(shown);
+        co_return;
+    }
+    const QStringList nothing;
+    co_await m_launcher.open(application, nothing);
+}
+
+QCoro::Task<bool> LinuxWorkspace::open(QUrl url)
+{
+    const QString text = url.toString(QUrl::FullyEncoded);
+    const auto search = [text] { return DesktopEntries::defaultForUrl(text); };
+    try {
+        const std::optional<DesktopEntry> entry = co_await m_gio.run(search);
+        if (!entry)
+            co_return false;
+        const QStringList urls{text};
+        co_await m_launcher.open(LinuxApplications::bundleOf(*entry), urls);
+        co_return true;
+    } catch (const PlatformError &) {
+        co_return false;
+    }
+}
+
+QCoro::Task<void> LinuxWorkspace::open(QUrl url, ApplicationBundle application)
+{
+    return m_launcher.open(application, {url.toString(QUrl::FullyEncoded)});
+}
+
+QCoro::Task<void> LinuxWorkspace::reveal(QString path)
+{
+    constexpr int limit = 5000; // the file browser may have to start
+    const QDBusPendingCall call = QDBusConnection::sessionBus().asyncCall(showItems(path), limit);
+    const QDBusMessage answer = co_await call;
+    if (answer.type() == QDBusMessage::ReplyMessage)
+        co_return;
+    const QUrl folder = QUrl::fromLocalFile(QFileInfo(path).absolutePath());
+    co_await open(folder);
+}

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "Desktop/Linux/BoundedQueue.h"
+#include "Desktop/Linux/LinuxLauncher.h"
+#include "Desktop/Linux/X11Display.h"
+#include "Desktop/Workspace.h"
+
+// The applications of an X11 desktop: windows tell which ones run, desktop entries which are installed, and
+// the desktop's library starts them. Main thread. `display`, `gio` and `clock` outlive this object.
+//
+// An application counts as terminated once it shows no window any more: that is what the user means, and some
+// keep a process in the background on purpose.
+class LinuxWorkspace : public Workspace
+{
+public:
+    LinuxWorkspace(X11Display &display, BoundedQueue &gio, Clock &clock);
+
+    QCoro::Task<QList<RunningApplication>> runningApplications() override;
+    QCoro::Task<std::optional<RunningApplication>> frontmostApplication() override;
+    QCoro::Task<void> activate(RunningApplication application) override;
+    QCoro::Task<void> terminate(RunningApplication application) override;
+    QCoro::Task<bool> isTerminated(RunningApplication application) override;
+    QCoro::Task<QList<ApplicationFolder>> applicationFolders() override;
+    QCoro::Task<std::optional<ApplicationBundle>> defaultForRole(QString name) override;
+    QCoro::Task<void> openApplication(ApplicationBundle application) override;
+    QCoro::Task<bool> open(QUrl url) override;
+    QCoro::Task<void> open(QUrl url, ApplicationBundle application) override;
+    QCoro::Task<void> reveal(QString path) override;
+
+private:
+    X11Display &m_display;
+    BoundedQueue &m_gio;
+    LinuxLauncher m_launcher;
+};

@@ -1,0 +1,9 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstdint>
+#include <optional>
+
+// The X key symbol of a macOS virtual key code (ANSI layout): 0 is "a", 36 is Return. None for codes that no
+// action uses.
+std::optional<std::uint32_t> symbolOfVirtualKey(std::uint16_t virtualKey);

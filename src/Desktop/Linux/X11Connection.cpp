@@ -1,0 +1,136 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Linux/X11Connection.h"
+
+#include "Desktop/PlatformError.h"
+
+#include <sys/socket.h>
+
+#include <cstring>
+
+namespace {
+
+// No title or window list that a person could use is longer; a hostile one is cut here.
+constexpr std::uint32_t longestProperty = 16384; // in units of four bytes
+
+xcb_screen_t *screenNumber(xcb_connection_t *connection, int number)
+{
+    xcb_screen_iterator_t screens = xcb_setup_roots_iterator(xcb_get_setup(connection));
+    for (; number > 0 && screens.rem > 1; --number)
+        xcb_screen_next(&screens);
+    return screens.data;
+}
+
+} // namespace
+
+QList<std::uint32_t> X11Property::values() const
+{
+    QList<std::uint32_t> result(bytes.size() / qsizetype(sizeof(std::uint32_t)));
+    std::memcpy(result.data(), bytes.constData(), std::size_t(result.size()) * sizeof(std::uint32_t));
+    return result;
+}
+
+X11Connection::X11Connection()
+{
+    int number = 0;
+    m_connection = xcb_connect(nullptr, &number);
+    if (xcb_connection_has_error(m_connection)) {
+        xcb_disconnect(m_connection);
+        throw PlatformError(QStringLiteral(
+            "The screen can't be reached: no X server answers. Start Orvane inside a graphical session."));
+    }
+    m_screen = screenNumber(m_connection, number);
+    xcb_ewmh_init_atoms_replies(&m_ewmh, xcb_ewmh_init_atoms(m_connection, &m_ewmh), nullptr);
+    m_deleteWindow = internAtom("WM_DELETE_WINDOW");
+    m_startupIdentifier = internAtom("_NET_STARTUP_ID");
+
+    const std::uint32_t changes = XCB_EVENT_MASK_PROPERTY_CHANGE;
+    xcb_change_window_attributes(m_connection, root(), XCB_CW_EVENT_MASK, &changes);
+    m_window = xcb_generate_id(m_connection);
+    xcb_create_window(m_connection, 0, m_window, root(), -1, -1, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,
+                      XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &changes);
+    xcb_flush(m_connection);
+}
+
+X11Connection::~X11Connection()
+{
+    xcb_ewmh_connection_wipe(&m_ewmh);
+    xcb_disconnect(m_connection);
+}
+
+xcb_atom_t X11Connection::internAtom(const char *name) const
+{
+    const auto cookie = xcb_intern_atom(m_connection, 0, std::uint16_t(std::strlen(name)), name);
+    const X11Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(m_connection, cookie, nullptr));
+    return reply ? reply->atom : xcb_atom_t(XCB_ATOM_NONE);
+}
+
+void X11Connection::requireAlive() const
+{
+    if (xcb_connection_has_error(m_connection))
+        throw PlatformError(QStringLiteral("The connection to the X server is lost."));
+}
+
+xcb_get_property_cookie_t X11Connection::request(xcb_window_t window, xcb_atom_t property) const
+{
+    return xcb_get_property(m_connection, 0, window, property, XCB_GET_PROPERTY_TYPE_ANY, 0, longestProperty);
+}
+
+std::optional<X11Property> X11Connection::read(xcb_get_property_cookie_t cookie) const
+{
+    const X11Reply<xcb_get_property_reply_t> reply(xcb_get_property_reply(m_connection, cookie, nullptr));
+    if (!reply || reply->type == XCB_ATOM_NONE)
+        return std::nullopt;
+    const auto *data = static_cast<const char *>(xcb_get_property_value(reply.get()));
+    return X11Property{reply->type, QByteArray(data, xcb_get_property_value_length(reply.get()))};
+}
+
+std::optional<X11Property> X11Connection::property(xcb_window_t window, xcb_atom_t property) const
+{
+    return read(request(window, property));
+}
+
+void X11Connection::sendToManager(xcb_window_t window, xcb_atom_t type,
+                                  const QList<std::uint32_t> &values) const
+{
+    xcb_client_message_event_t event{};
+    event.response_type = XCB_CLIENT_MESSAGE;
+    event.format = 32;
+    event.window = window;
+    event.type = type;
+    for (qsizetype i = 0; i < values.size() && i < 5; ++i)
+        event.data.data32[i] = values[i];
+    const std::uint32_t mask = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT;
+    xcb_send_event(m_connection, 0, root(), mask, reinterpret_cast<const char *>(&event));
+    xcb_flush(m_connection);
+}
+
+xcb_timestamp_t X11Connection::serverTime()
+{
+    m_time = 0;
+    // Appending nothing to a property changes nothing but is told, with the time.
+    xcb_change_property(m_connection, XCB_PROP_MODE_APPEND, m_window, XCB_ATOM_WM_NAME, XCB_ATOM_STRING, 8, 0,
+                        nullptr);
+    const auto cookie = xcb_get_input_focus(m_connection);
+    const X11Reply<xcb_get_input_focus_reply_t> roundTrip(
+        xcb_get_input_focus_reply(m_connection, cookie, nullptr));
+    drainEvents();
+    return m_time;
+}
+
+void X11Connection::drainEvents()
+{
+    while (const X11Reply<xcb_generic_event_t> event{xcb_poll_for_event(m_connection)}) {
+        if ((event->response_type & 0x7F) != XCB_PROPERTY_NOTIFY)
+            continue;
+        const auto *change = reinterpret_cast<const xcb_property_notify_event_t *>(event.get());
+        if (change->window == m_window)
+            m_time = change->time;
+        else if (change->window == root() && onRootChange)
+            onRootChange(change->atom);
+    }
+}
+
+void X11Connection::interrupt() const
+{
+    ::shutdown(fileDescriptor(), SHUT_RDWR);
+}

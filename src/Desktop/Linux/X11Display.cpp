@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Linux/X11Display.h"
+
+#include <QElapsedTimer>
+#include <QSemaphore>
+
+#include <csignal>
+
+using namespace std::chrono_literals;
+
+X11Display::X11Display(Clock &clock)
+    : m_clock(clock), m_notifier(m_connection.fileDescriptor(), QSocketNotifier::Read)
+{
+    m_queue.post([] {
+        // Writing to a server that has died would end the process.
+        sigset_t brokenPipe;
+        sigemptyset(&brokenPipe);
+        sigaddset(&brokenPipe, SIGPIPE);
+        pthread_sigmask(SIG_BLOCK, &brokenPipe, nullptr);
+    });
+    QObject::connect(&m_notifier, &QSocketNotifier::activated, &m_notifier, [this] { handleEvents(); });
+}
+
+X11Display::~X11Display()
+{
+    m_isClosing = true;
+    m_notifier.setEnabled(false);
+    const auto idle = std::make_shared<QSemaphore>();
+    m_queue.post([idle] { idle->release(); });
+    if (!idle->tryAcquire(1, 1000))
+        m_connection.interrupt();
+}
+
+// Which window was active before is known only to who looks at every change.
+void X11Display::handleEvents()
+{
+    m_notifier.setEnabled(false);
+    m_queue.post([this] {
+        m_windows.drainEvents();
+        if (!xcb_connection_has_error(m_connection.get()) && !m_isClosing)
+            QMetaObject::invokeMethod(&m_notifier, [this] { m_notifier.setEnabled(true); });
+    });
+}
+
+QCoro::Task<X11Snapshot> X11Display::snapshot()
+{
+    return run([this] { return m_windows.snapshot(); });
+}
+
+QCoro::Task<void> X11Display::bringForward(X11Window window)
+{
+    enum class Standing { Waiting, Active, HasKeys };
+    const auto standing = [this, window] {
+        if (m_windows.hasKeys(window))
+            return Standing::HasKeys;
+        return m_windows.isActive(window) ? Standing::Active : Standing::Waiting;
+    };
+    const auto request = [this, window] {
+        if (!m_windows.snapshot().find(window.identifier))
+            throw PlatformError(QStringLiteral("The window “%1” is gone.").arg(window.title));
+        m_windows.requestActivation(window.identifier);
+    };
+    QElapsedTimer elapsed;
+    elapsed.start();
+    Standing last = co_await run(standing);
+    for (qint64 nextRequest = 0; last != Standing::HasKeys && !elapsed.hasExpired(1500);) {
+        if (elapsed.elapsed() >= nextRequest) {
+            co_await run(request);
+            nextRequest = elapsed.elapsed() + 500;
+        }
+        co_await m_clock.sleep(5ms);
+        last = co_await run(standing);
+    }
+    // A window without any use for keys (a clock) never gets them.
+    if (last == Standing::Waiting)
+        throw PlatformError(QStringLiteral("The window “%1” didn't come to the front.").arg(window.title));
+}
+
+QCoro::Task<void> X11Display::close(QList<X11Window> windows)
+{
+    return run([this, windows] {
+        for (const X11Window &window : windows)
+            m_windows.requestClose(window.identifier);
+    });
+}
+
+QCoro::Task<std::uint32_t> X11Display::serverTime()
+{
+    return run([this]() -> std::uint32_t { return m_connection.serverTime(); });
+}

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "Desktop/Linux/KeyboardLayout.h"
+#include "Desktop/Linux/X11Connection.h"
+
+#include <QSet>
+
+// The X server's keyboard: its layout, its state, and keys sent to it. Whatever was changed or is held down
+// is put back by the destructor at the latest. X thread only; throws PlatformError when the server is gone or
+// lacks what is needed.
+class X11Keyboard
+{
+public:
+    explicit X11Keyboard(X11Connection &connection);
+    ~X11Keyboard();
+    X11Keyboard(const X11Keyboard &) = delete;
+    X11Keyboard &operator=(const X11Keyboard &) = delete;
+
+    KeyboardLayout layout() const;
+
+    // Whether the user (or anybody else) holds a modifier key down at this moment.
+    bool isModifierHeld() const;
+
+    // Switches off Caps Lock and modifiers that stick, until this object is gone.
+    void releaseLocks();
+
+    // Gives the spare keys these symbols, and takes away those that they had.
+    void setSpareSymbols(const QHash<std::uint8_t, std::uint32_t> &symbols);
+
+    void press(std::uint8_t code);
+    void release(std::uint8_t code);
+
+private:
+    struct State;
+
+    State state() const;
+    void lockModifiers(std::uint8_t affected, std::uint8_t locked);
+    void sendKey(std::uint8_t type, std::uint8_t code);
+    void readSymbols();
+    void writeSymbols(const QHash<std::uint8_t, std::uint32_t> &symbols);
+
+    X11Connection &m_connection;
+    QSet<std::uint8_t> m_held;
+    std::uint8_t m_releasedLocks = 0;
+    QList<QByteArray> m_symbols; // of each key from m_firstCode on, as the protocol spells them
+    std::uint8_t m_firstCode = 0;
+    bool m_areSymbolsChanged = false;
+};

@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Linux/X11Typist.h"
+
+#include "Desktop/Linux/X11Keyboard.h"
+#include "Desktop/PlatformError.h"
+
+#include <thread>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+// Browsers mix up keys that come faster.
+constexpr auto keyPace = 1ms;
+
+// Applications read the symbols of a key when they get round to it; until then the key must keep them.
+constexpr auto symbolHold = 180ms;
+
+constexpr auto userPatience = 500ms;
+
+void waitForUsersModifiers(const X11Keyboard &keyboard)
+{
+    const auto end = std::chrono::steady_clock::now() + userPatience;
+    while (keyboard.isModifierHeld()) {
+        if (std::chrono::steady_clock::now() >= end)
+            throw PlatformError(
+                QStringLiteral("A modifier key (Shift, Ctrl, Alt) is held down, so no keys were sent."));
+        std::this_thread::sleep_for(5ms);
+    }
+}
+
+} // namespace
+
+X11Typist::X11Typist(X11Connection &connection, X11Windows &windows, const std::atomic_bool &isStopped,
+                     std::chrono::milliseconds limit)
+    : m_connection(connection), m_windows(windows), m_isStopped(isStopped),
+      m_deadline(std::chrono::steady_clock::now() + limit)
+{
+}
+
+void X11Typist::type(const QList<KeyStroke> &strokes, std::chrono::microseconds pause,
+                     const X11Window &target)
+{
+    m_target = target;
+    X11Keyboard keyboard(m_connection);
+    const KeyboardLayout layout = keyboard.layout();
+    m_modifierCodes = layout.modifierCodes;
+    const QList<TypingBatch> batches = planTyping(strokes, layout);
+    waitForUsersModifiers(keyboard);
+    if (!m_windows.hasKeys(m_target))
+        throw PlatformError(QStringLiteral("“%1” doesn't have the keyboard focus, so no keys were sent.")
+                                .arg(m_target.title));
+    keyboard.releaseLocks();
+    for (const TypingBatch &batch : batches)
+        typeBatch(keyboard, batch, pause);
+    m_connection.requireAlive();
+}
+
+void X11Typist::typeBatch(X11Keyboard &keyboard, const TypingBatch &batch, std::chrono::microseconds pause)
+{
+    keyboard.setSpareSymbols(batch.spareSymbols);
+    // Also when typing ends early: what has been typed so far must still be read right.
+    struct Hold
+    {
+        bool isNeeded;
+        ~Hold()
+        {
+            if (isNeeded)
+                std::this_thread::sleep_for(symbolHold);
+        }
+    };
+    const Hold hold{!batch.spareSymbols.isEmpty()};
+    for (const PlannedKey &key : batch.keys) {
+        requireTarget();
+        typeKey(keyboard, key);
+        std::this_thread::sleep_for(keyPace);
+        if (key.endsStroke)
+            std::this_thread::sleep_for(pause);
+    }
+}
+
+void X11Typist::typeKey(X11Keyboard &keyboard, const PlannedKey &key)
+{
+    QList<std::uint8_t> modifiers;
+    for (const ModifierKey each :
+         {ModifierKey::Control, ModifierKey::Alternate, ModifierKey::Shift, ModifierKey::ThirdLevel}) {
+        if (key.modifiers.testFlag(each))
+            modifiers.append(m_modifierCodes.value(each));
+    }
+    for (const std::uint8_t code : modifiers)
+        keyboard.press(code);
+    keyboard.press(key.code);
+    keyboard.release(key.code);
+    for (auto code = modifiers.crbegin(); code != modifiers.crend(); ++code)
+        keyboard.release(*code);
+}
+
+void X11Typist::requireTarget() const
+{
+    m_connection.requireAlive();
+    if (m_isStopped || std::chrono::steady_clock::now() >= m_deadline)
+        throw PlatformError(QStringLiteral("Typing took too long and was stopped."));
+    if (!m_windows.isActive(m_target))
+        throw PlatformError(
+            QStringLiteral("“%1” lost the keyboard focus, so typing was stopped.").arg(m_target.title));
+}

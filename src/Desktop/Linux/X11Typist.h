@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "Desktop/Keyboard.h"
+#include "Desktop/Linux/TypingPlan.h"
+#include "Desktop/Linux/X11Connection.h"
+#include "Desktop/Linux/X11Snapshot.h"
+#include "Desktop/Linux/X11Windows.h"
+
+#include <atomic>
+#include <chrono>
+
+// Types strokes into one application, and into no other: made for one sequence of strokes, on the X thread.
+class X11Typist
+{
+public:
+    // It stops, with an error, once `isStopped` is set or the time limit is over.
+    X11Typist(X11Connection &connection, X11Windows &windows, const std::atomic_bool &isStopped,
+              std::chrono::milliseconds limit);
+
+    // Types everything, or throws PlatformError: with nothing typed if the target does not have the keys or
+    // something cannot be typed, or part of it when the target loses the keys in the middle.
+    void type(const QList<KeyStroke> &strokes, std::chrono::microseconds pause, const X11Window &target);
+
+private:
+    void typeBatch(class X11Keyboard &keyboard, const TypingBatch &batch, std::chrono::microseconds pause);
+    void typeKey(X11Keyboard &keyboard, const PlannedKey &key);
+    void requireTarget() const;
+
+    X11Connection &m_connection;
+    X11Windows &m_windows;
+    const std::atomic_bool &m_isStopped;
+    std::chrono::steady_clock::time_point m_deadline;
+    QHash<ModifierKey, std::uint8_t> m_modifierCodes;
+    X11Window m_target;
+};

@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/SystemClock.h"
+
+#include <QCoroTimer>
+#include <QTimer>
+
+QDateTime SystemClock::now() const
+{
+    return QDateTime::currentDateTime();
+}
+
+QCoro::Task<void> SystemClock::sleep(std::chrono::milliseconds duration)
+{
+    QTimer timer;
+    timer.setSingleShot(true);
+    // The coarse default is up to 5 % off, and the waits of the actions are exact.
+    timer.setTimerType(Qt::PreciseTimer);
+    timer.start(duration);
+    co_await timer;
+}

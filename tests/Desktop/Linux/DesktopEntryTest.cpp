@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: Apache-2.0
+// Which desktop entry a window belongs to.
+#include "Desktop/Linux/DesktopEntry.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+DesktopEntry entry(const QString &identifier, const QString &windowClass, const QString &executable,
+                   bool isShown = true)
+{
+    DesktopEntry result;
+    result.identifier = identifier;
+    result.windowClass = windowClass;
+    result.executable = executable;
+    result.isShown = isShown;
+    return result;
+}
+
+} // namespace
+
+class DesktopEntryTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void entryOfWindowByRule_data()
+    {
+        QTest::addColumn<QString>("instance");
+        QTest::addColumn<QString>("className");
+        QTest::addColumn<QString>("identifier");
+
+        QTest::newRow("the named window class") << "Navigator"
+                                                << "firefox-esr"
+                                                << "firefox-esr";
+        QTest::newRow("the class in another letter case") << "chromium"
+                                                          << "Chromium"
+                                                          << "chromium";
+        QTest::newRow("a web application's own instance") << "crx_42"
+                                                          << "Chromium"
+                                                          << "chrome-42-Default";
+        QTest::newRow("the id is the lower-cased class") << "thunar"
+                                                         << "Thunar"
+                                                         << "thunar";
+        QTest::newRow("the id's last component") << "mousepad"
+                                                 << "Mousepad"
+                                                 << "org.xfce.mousepad";
+        QTest::newRow("the program's name") << "gnome-calculator"
+                                            << "gnome-calculator"
+                                            << "org.gnome.Calculator";
+        QTest::newRow("a shown entry before a hidden one") << "viewer"
+                                                           << "viewer"
+                                                           << "zviewer";
+        QTest::newRow("no entry") << "xterm"
+                                  << "XTerm" << QString();
+        QTest::newRow("no class at all") << QString() << QString() << QString();
+    }
+
+    void entryOfWindowByRule()
+    {
+        const QList<DesktopEntry> entries{
+            entry(u"settings-of-mousepad"_s, {}, u"mousepad"_s),
+            entry(u"org.xfce.mousepad"_s, {}, u"mousepad"_s),
+            entry(u"thunar-settings"_s, {}, u"thunar"_s),
+            entry(u"thunar"_s, {}, u"thunar"_s),
+            entry(u"firefox-esr"_s, u"firefox-esr"_s, u"firefox-esr"_s),
+            entry(u"chromium"_s, u"chromium"_s, u"chromium"_s),
+            entry(u"chrome-42-Default"_s, u"crx_42"_s, u"chromium"_s),
+            entry(u"org.gnome.Calculator"_s, {}, u"gnome-calculator"_s),
+            entry(u"aviewer"_s, {}, u"viewer"_s, false),
+            entry(u"zviewer"_s, {}, u"viewer"_s),
+            entry(u"nameless"_s, {}, {}),
+        };
+        QFETCH(QString, instance);
+        QFETCH(QString, className);
+        const DesktopEntry *found = entryOfWindow(entries, instance, className);
+        QTEST(found ? found->identifier : QString(), "identifier");
+    }
+};
+
+QTEST_GUILESS_MAIN(DesktopEntryTest)
+#include "DesktopEntryTest.moc"

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: Apache-2.0
+// A window that tells on its standard output, a line an event, which keys reach it: the other application of
+// the keyboard tests. Argument: its title.
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QRasterWindow>
+
+#include <cstdio>
+
+namespace {
+
+void tell(const QString &line)
+{
+    std::fputs((line + u'\n').toUtf8().constData(), stdout);
+    std::fflush(stdout);
+}
+
+class ReceivingWindow : public QRasterWindow
+{
+protected:
+    void keyPressEvent(QKeyEvent *event) override { tell(QStringLiteral("press"), *event); }
+    void keyReleaseEvent(QKeyEvent *event) override { tell(QStringLiteral("release"), *event); }
+
+private:
+    static void tell(const QString &what, const QKeyEvent &event)
+    {
+        ::tell(QStringLiteral("%1 %2 %3 %4")
+                   .arg(what, QString::number(event.key(), 16), QString::number(event.modifiers(), 16),
+                        QString::fromLatin1(event.text().toUtf8().toHex())));
+    }
+};
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    QGuiApplication application(argc, argv);
+    const QStringList arguments = QGuiApplication::arguments();
+    ReceivingWindow window;
+    window.setTitle(arguments.value(1));
+    window.resize(300, 200);
+    window.show();
+    return QGuiApplication::exec();
+}

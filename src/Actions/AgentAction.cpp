@@ -48,7 +48,7 @@ std::optional<QString> firstObject(const QString &text)
 // The decoded object; nothing when it is not strictly valid or too deep.
 std::optional<Json> decodedObject(const QString &text)
 {
-    QStringEncoder encoder(QStringEncoder::Utf8);
+    QStringEncoder encoder(QStringEncoder::Utf8, QStringEncoder::Flag::Stateless);
     const QByteArray bytes = encoder.encode(text);
     if (encoder.hasError())
         return std::nullopt;

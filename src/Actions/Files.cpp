@@ -126,7 +126,9 @@ QString Executor::pathInside(const QString &folder, const QString &name)
     qsizetype start = 0;
     while (start < name.size() && name.at(start) == u'/')
         ++start;
-    return withoutTrailingSlashes(withoutTrailingSlashes(folder) + u'/' + name.mid(start));
+    const QString parent = withoutTrailingSlashes(folder);
+    const QString separator = parent.endsWith(u'/') ? QString() : QStringLiteral("/");
+    return withoutTrailingSlashes(parent + separator + name.mid(start));
 }
 
 QString Executor::lastComponent(const QString &path)

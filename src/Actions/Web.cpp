@@ -19,7 +19,7 @@ constexpr char allowedInQuery[] = "!$&'()*+,;=:@/?";
 
 QString percentEncoded(const QString &query)
 {
-    QStringEncoder encoder(QStringEncoder::Utf8);
+    QStringEncoder encoder(QStringEncoder::Utf8, QStringEncoder::Flag::Stateless);
     const QByteArray bytes = encoder.encode(query);
     return encoder.hasError() ? query : QString::fromLatin1(bytes.toPercentEncoding(allowedInQuery));
 }

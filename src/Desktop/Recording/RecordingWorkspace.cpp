@@ -5,6 +5,7 @@
 #include "Desktop/PlatformError.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -48,7 +49,8 @@ void RecordingWorkspace::makeFrontmost(const RunningApplication &application)
 QCoro::Task<QList<RunningApplication>> RecordingWorkspace::runningApplications()
 {
     co_await m_journal.begin(RecordedOperation::RunningApplications);
-    co_return running;
+    // The task moves what is no constant out of where it stands.
+    co_return std::as_const(running);
 }
 
 QCoro::Task<std::optional<RunningApplication>> RecordingWorkspace::frontmostApplication()
@@ -92,7 +94,7 @@ QCoro::Task<bool> RecordingWorkspace::isTerminated(RunningApplication applicatio
 QCoro::Task<QList<ApplicationFolder>> RecordingWorkspace::applicationFolders()
 {
     co_await m_journal.begin(RecordedOperation::ApplicationFolders);
-    co_return folders;
+    co_return std::as_const(folders);
 }
 
 QCoro::Task<std::optional<ApplicationBundle>> RecordingWorkspace::defaultForRole(QString name)

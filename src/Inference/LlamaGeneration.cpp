@@ -25,6 +25,7 @@ constexpr qint32 topK = 40;
 constexpr float temperature = 0.2F;
 constexpr qint64 spareTokens = 16;
 constexpr qsizetype pieceBytes = 64;
+constexpr qint32 lastPosition = -1;
 
 struct SamplerDeleter
 {
@@ -76,6 +77,9 @@ Sampler makeSampler()
 // The library aborts on a batch longer than its limit, so a prompt goes in in several.
 void decode(llama_context *context, std::span<llama_token> tokens)
 {
+    // A model that only embeds text keeps no memory; the library would encode the batch and leave no scores.
+    if (!llama_get_memory(context))
+        throw InferenceError(Code::decodeFailed);
     while (!tokens.empty()) {
         const std::span<llama_token> part =
             tokens.first(std::min<size_t>(tokens.size(), LlamaLimits::batchSize));
@@ -86,14 +90,6 @@ void decode(llama_context *context, std::span<llama_token> tokens)
         if (reported(Code::decodeFailed, decodePart) != 0)
             throw InferenceError(Code::decodeFailed);
     }
-}
-
-llama_token sampled(llama_sampler *sampler, llama_context *context)
-{
-    // A model that only embeds text decodes without giving logits, and sampling would abort.
-    if (!llama_get_logits_ith(context, -1))
-        throw InferenceError(Code::decodeFailed);
-    return llama_sampler_sample(sampler, context, -1);
 }
 
 // The bytes of a token; none for a special token and for one longer than the buffer.
@@ -123,7 +119,7 @@ QString LlamaGeneration::run(llama_context *context, const llama_vocab *vocab, c
     std::array<char, pieceBytes> buffer;
     for (int step = 0; step < maxTokens; ++step) {
         decode(context, input);
-        const llama_token token = sampled(sampler.get(), context);
+        const llama_token token = llama_sampler_sample(sampler.get(), context, lastPosition);
         if (llama_vocab_is_eog(vocab, token))
             break;
         const QString text = assembler.append(piece(vocab, token, buffer));

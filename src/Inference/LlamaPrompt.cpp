@@ -24,6 +24,9 @@ ControlTokens LlamaPrompt::controlTokens(const llama_model *model)
 {
     const QString chatTemplate = QString::fromUtf8(llama_model_chat_template(model, nullptr));
     const llama_vocab *const vocab = llama_model_get_vocab(model);
+    if (llama_vocab_type(vocab) == LLAMA_VOCAB_TYPE_NONE)
+        return {}; // asking such a vocabulary for its tokens ends the process
+
     QStringList texts;
     for (llama_token token = 0; token < llama_vocab_n_tokens(vocab); ++token) {
         const int attributes = llama_vocab_get_attr(vocab, token);

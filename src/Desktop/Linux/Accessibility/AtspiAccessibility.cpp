@@ -1,0 +1,127 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Linux/Accessibility/AtspiAccessibility.h"
+
+#include "Desktop/Linux/Accessibility/AtspiApplication.h"
+#include "Desktop/Linux/Accessibility/AtspiBus.h"
+#include "Desktop/Linux/Accessibility/AtspiCache.h"
+#include "Desktop/Linux/Accessibility/AtspiFinder.h"
+#include "Desktop/Linux/Accessibility/AtspiReader.h"
+#include "Desktop/Linux/Accessibility/AtspiTree.h"
+#include "Desktop/PlatformError.h"
+
+#include <QCoroDBusPendingCall>
+#include <QDBusError>
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+PlatformError unregistered(const QString &name)
+{
+    return PlatformError(
+        QStringLiteral("“%1” doesn't show its controls. Quit it, then let Orvane open it.").arg(name));
+}
+
+PlatformError hidden(const QString &name)
+{
+    return PlatformError(QStringLiteral("“%1” doesn't show its controls. Start it with "
+                                        "--force-renderer-accessibility, or let Orvane open it.")
+                             .arg(name));
+}
+
+QCoro::Task<QDBusMessage> cacheItems(std::shared_ptr<AtspiApplication> application)
+{
+    const AtspiReference cache{application->root().service, QStringLiteral("/org/a11y/atspi/cache")};
+    const QDBusMessage call =
+        Atspi::call(cache, QStringLiteral("org.a11y.atspi.Cache"), QStringLiteral("GetItems"));
+    const QDBusPendingCall pending =
+        application->bus().asyncCall(call, static_cast<int>(AtspiApplication::callLimit.count()));
+    co_return co_await pending;
+}
+
+// Everything that the application tells in bulk. An answer that takes too long is not an error: it may have
+// very many objects, of which the walk needs a few only.
+QCoro::Task<std::shared_ptr<const AtspiCache>> fetchCache(std::shared_ptr<AtspiBus> bus,
+                                                          std::shared_ptr<AtspiApplication> application)
+{
+    QDBusMessage reply = co_await cacheItems(application);
+    if (QDBusError(reply).type() == QDBusError::UnknownMethod) {
+        co_await bus->wakeCaches(application->bus());
+        reply = co_await cacheItems(application);
+    }
+    auto job = [reply] { return std::make_shared<const AtspiCache>(AtspiCache::fromReply(reply)); };
+    const std::shared_ptr<const AtspiCache> items = co_await bus->worker().run(std::move(job));
+    co_return items;
+}
+
+// Browsers made from Chromium show their windows but nothing inside, unless they were started with a switch.
+QCoro::Task<bool> hidesControls(std::shared_ptr<AtspiApplication> application,
+                                std::shared_ptr<const AtspiCache> cache)
+{
+    if (application->toolkit() != AtspiToolkit::Chromium)
+        co_return false;
+    AtspiReading root;
+    root.object = application->root();
+    AtspiReader windowsReader(application, cache, {root});
+    co_await windowsReader.read();
+    QList<AtspiReading> windows;
+    for (const AtspiReference &window : windowsReader.readings().constFirst().children) {
+        AtspiReading reading;
+        reading.object = window;
+        windows.append(reading);
+    }
+    AtspiReader contentsReader(application, cache, windows);
+    co_await contentsReader.read();
+    const QList<AtspiReading> contents = contentsReader.readings();
+    co_return std::all_of(contents.cbegin(), contents.cend(),
+                          [](const AtspiReading &window) { return window.children.isEmpty(); });
+}
+
+} // namespace
+
+AtspiAccessibility::AtspiAccessibility(Environment environment)
+    : m_environment(std::move(environment)), m_bus(std::make_shared<AtspiBus>())
+{
+}
+
+AtspiAccessibility::~AtspiAccessibility() = default;
+
+QCoro::Task<bool> AtspiAccessibility::isProcessTrusted()
+{
+    const auto bus = m_bus;
+    const auto canSendKeys = m_environment.canSendKeys;
+    try {
+        if (!co_await bus->isEnabled())
+            co_return false;
+        co_await bus->connection();
+    } catch (const PlatformError &) {
+        co_return false;
+    }
+    co_return co_await canSendKeys();
+}
+
+QCoro::Task<void> AtspiAccessibility::requestTrust()
+{
+    const auto bus = m_bus;
+    co_await bus->enable();
+}
+
+QCoro::Task<std::shared_ptr<AccessibilityTree>> AtspiAccessibility::applicationTree(qint64 processIdentifier)
+{
+    const auto bus = m_bus;
+    const auto activate = m_environment.activate;
+    const QString processName = Atspi::processName(processIdentifier);
+    const QDBusConnection connection = co_await bus->connection();
+    const std::optional<AtspiReference> root = co_await Atspi::findApplication(connection, processIdentifier);
+    if (!root)
+        throw unregistered(processName);
+    const auto application = co_await AtspiApplication::introduced(connection, *root, processName);
+    const auto cache = co_await fetchCache(bus, application);
+    if (co_await hidesControls(application, cache))
+        throw hidden(application->name());
+    const AtspiTree::Activate activateThis = [activate, processIdentifier] {
+        return activate(processIdentifier);
+    };
+    co_return std::make_shared<AtspiTree>(application, cache, activateThis);
+}

@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "Desktop/Accessibility.h"
+
+#include <QCoroTask>
+
+#include <functional>
+#include <memory>
+
+class AtspiApplication;
+class AtspiBus;
+class AtspiCache;
+
+// The accessibility service of Linux desktops, reached over D-Bus without a blocking call. Main thread.
+class AtspiAccessibility : public Accessibility
+{
+public:
+    struct Environment
+    {
+        // Whether keys can be sent to other applications, which is a part of being trusted.
+        std::function<QCoro::Task<bool>()> canSendKeys;
+        // Gives the focus to the application with this process if it does not have it, before its control is
+        // pressed. Throws PlatformError when it is gone.
+        std::function<QCoro::Task<void>(qint64 processIdentifier)> activate;
+    };
+
+    explicit AtspiAccessibility(Environment environment);
+    ~AtspiAccessibility() override;
+
+    // No bus, no switch and no keys are all an answer of no.
+    QCoro::Task<bool> isProcessTrusted() override;
+
+    // Nobody is asked on Linux: switches accessibility on, for applications that start from then on.
+    QCoro::Task<void> requestTrust() override;
+
+    QCoro::Task<std::shared_ptr<AccessibilityTree>> applicationTree(qint64 processIdentifier) override;
+
+private:
+    Environment m_environment;
+    std::shared_ptr<AtspiBus> m_bus;
+};

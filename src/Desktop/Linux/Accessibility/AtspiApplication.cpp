@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Linux/Accessibility/AtspiApplication.h"
+
+#include "Base/Text.h"
+#include "Desktop/Linux/Accessibility/AtspiBatch.h"
+#include "Desktop/PlatformError.h"
+
+#include <QCoroFuture>
+
+namespace {
+
+PlatformError failure(AtspiBatch::End end, const QString &name)
+{
+    if (end == AtspiBatch::End::Gone)
+        return PlatformError(QStringLiteral("“%1” has quit.").arg(name));
+    if (end == AtspiBatch::End::Disconnected)
+        return PlatformError(QStringLiteral("The desktop's accessibility service has stopped."));
+    return PlatformError(QStringLiteral("“%1” isn't responding.").arg(name));
+}
+
+} // namespace
+
+AtspiApplication::AtspiApplication(const QDBusConnection &bus, const AtspiReference &root,
+                                   const QString &processName)
+    : m_bus(bus), m_root(root), m_name(processName)
+{
+}
+
+QCoro::Task<std::shared_ptr<AtspiApplication>>
+AtspiApplication::introduced(QDBusConnection bus, AtspiReference root, QString processName)
+{
+    const auto application = std::make_shared<AtspiApplication>(bus, root, processName);
+    const QList<QDBusMessage> calls{
+        Atspi::property(root, Atspi::accessibleInterface, QStringLiteral("Name")),
+        Atspi::property(root, Atspi::applicationInterface, QStringLiteral("ToolkitName")),
+    };
+    const QList<QDBusMessage> replies = co_await exchange(application, calls);
+    const QString name = Atspi::label(Atspi::text(replies.at(0)).value_or(QString()), AtspiToolkit::Other);
+    if (!name.isEmpty())
+        application->m_name = name;
+    application->m_toolkit = Atspi::toolkit(Atspi::text(replies.at(1)).value_or(QString()));
+    co_return application;
+}
+
+QCoro::Task<QList<QDBusMessage>> AtspiApplication::exchange(std::shared_ptr<AtspiApplication> application,
+                                                            QList<QDBusMessage> calls)
+{
+    if (calls.isEmpty())
+        co_return {};
+    if (application->m_waited >= walkLimit)
+        throw failure(AtspiBatch::End::Silent, application->m_name);
+    QElapsedTimer waiting;
+    waiting.start();
+    const AtspiBatch::Limits limits{callLimit, walkLimit - application->m_waited};
+    const auto batch =
+        std::make_shared<AtspiBatch>(application->m_bus, application->m_root.service, calls, limits);
+    const QFuture<AtspiBatch::End> future = batch->start();
+    const AtspiBatch::End end = co_await future;
+    application->m_waited += std::chrono::milliseconds(waiting.elapsed());
+    if (end != AtspiBatch::End::Answered)
+        throw failure(end, application->m_name);
+    co_return batch->replies();
+}

@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "Desktop/Linux/Accessibility/AtspiLabels.h"
+#include "Desktop/Linux/Accessibility/AtspiMessages.h"
+
+#include <QCoroTask>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QElapsedTimer>
+#include <QList>
+#include <QString>
+
+#include <chrono>
+#include <memory>
+
+// One application on the accessibility bus during one walk: sends it calls, and says in a sentence for the
+// user why they get no answer. Main thread.
+class AtspiApplication
+{
+public:
+    AtspiApplication(const QDBusConnection &bus, const AtspiReference &root, const QString &processName);
+
+    // Asks the application for what it calls itself and what made it. A copy with the answers; throws as
+    // `exchange` does.
+    static QCoro::Task<std::shared_ptr<AtspiApplication>> introduced(QDBusConnection bus, AtspiReference root,
+                                                                     QString processName);
+
+    const QDBusConnection &bus() const { return m_bus; }
+    const AtspiReference &root() const { return m_root; }
+    const QString &name() const { return m_name; } // cleaned
+    AtspiToolkit toolkit() const { return m_toolkit; }
+
+    // Sends the calls and gives the replies in their order. A call that fails or takes too long by itself has
+    // an error for its reply. Throws PlatformError when the application has stopped answering, has used up
+    // the time of the whole walk or has quit, and when the bus is gone.
+    static QCoro::Task<QList<QDBusMessage>> exchange(std::shared_ptr<AtspiApplication> application,
+                                                     QList<QDBusMessage> calls);
+
+    // How long one call may take, and all waiting of one walk together.
+    static constexpr std::chrono::milliseconds callLimit{900};
+    static constexpr std::chrono::milliseconds walkLimit{5000};
+
+private:
+    QDBusConnection m_bus;
+    AtspiReference m_root;
+    QString m_name;
+    AtspiToolkit m_toolkit = AtspiToolkit::Other;
+    std::chrono::milliseconds m_waited{0};
+};

@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Linux/Accessibility/AtspiCache.h"
+
+#include <QStringList>
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+// What the toolkits of today answer with; the format of before 2012 lists children instead of counting them.
+constexpr QLatin1String itemsSignature("a((so)(so)(so)iiassusau)");
+
+AtspiCacheItem readItem(const QDBusArgument &list)
+{
+    AtspiCacheItem item;
+    AtspiReference application;
+    QStringList interfaces;
+    QList<quint32> states;
+    quint32 role = 0;
+    list.beginStructure();
+    list >> item.object >> application >> item.parent >> item.indexInParent >> item.childCount >>
+        interfaces >> item.name >> role >> item.description >> states;
+    list.endStructure();
+    item.role = static_cast<AtspiRole>(role);
+    return item;
+}
+
+} // namespace
+
+AtspiCache::AtspiCache(QList<AtspiCacheItem> items) : m_items(std::move(items))
+{
+    m_positions.reserve(m_items.size());
+    for (qsizetype position = 0; position < m_items.size(); ++position)
+        link(position);
+    for (QList<qsizetype> &siblings : m_children) {
+        std::sort(siblings.begin(), siblings.end(), [this](qsizetype left, qsizetype right) {
+            return m_items.at(left).indexInParent < m_items.at(right).indexInParent;
+        });
+    }
+}
+
+void AtspiCache::link(qsizetype position)
+{
+    const AtspiCacheItem &item = m_items.at(position);
+    m_positions.insert(item.object, position);
+    if (!item.parent.isNull())
+        m_children[item.parent].append(position);
+}
+
+AtspiCache AtspiCache::fromReply(const QDBusMessage &reply)
+{
+    if (reply.type() != QDBusMessage::ReplyMessage || reply.signature() != itemsSignature)
+        return {};
+    QList<AtspiCacheItem> items;
+    const QDBusArgument list = reply.arguments().constFirst().value<QDBusArgument>();
+    list.beginArray();
+    while (!list.atEnd())
+        items.append(readItem(list));
+    list.endArray();
+    return AtspiCache(std::move(items));
+}
+
+const AtspiCacheItem *AtspiCache::find(const AtspiReference &object) const
+{
+    const auto found = m_positions.constFind(object);
+    return found == m_positions.cend() ? nullptr : &m_items.at(*found);
+}
+
+bool AtspiCache::hasAllChildren(const AtspiReference &object) const
+{
+    const AtspiCacheItem *item = find(object);
+    const QList<qsizetype> known = m_children.value(object);
+    if (!item || item->childCount != known.size())
+        return false;
+    for (qsizetype i = 0; i < known.size(); ++i) {
+        if (m_items.at(known.at(i)).indexInParent != i)
+            return false;
+    }
+    return true;
+}
+
+QList<AtspiReference> AtspiCache::children(const AtspiReference &object) const
+{
+    QList<AtspiReference> children;
+    for (const qsizetype position : m_children.value(object))
+        children.append(m_items.at(position).object);
+    return children;
+}

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Linux/Accessibility/AtspiPress.h"
+
+#include "Desktop/Linux/Accessibility/AtspiRoles.h"
+
+#include <QCoroDBusPendingCall>
+#include <QDBusError>
+#include <QStringList>
+
+namespace {
+
+// More than any control has; an application that claims more is not believed.
+constexpr int mostActions = 64;
+
+QCoro::Task<QStringList> actionNames(std::shared_ptr<AtspiApplication> application, AtspiReference object)
+{
+    const QList<QDBusMessage> countCall{
+        Atspi::property(object, Atspi::actionInterface, QStringLiteral("NActions"))};
+    const QList<QDBusMessage> countReply = co_await AtspiApplication::exchange(application, countCall);
+    const double count = Atspi::number(countReply.constFirst()).value_or(0);
+    // "GetActions" would tell all names at once, but in the user's language.
+    QList<QDBusMessage> calls;
+    for (int i = 0; i < count && i < mostActions; ++i) {
+        const QVariantList index{i};
+        calls.append(Atspi::call(object, Atspi::actionInterface, QStringLiteral("GetName"), index));
+    }
+    QStringList names;
+    if (calls.isEmpty())
+        co_return names;
+    const QList<QDBusMessage> replies = co_await AtspiApplication::exchange(application, calls);
+    for (const QDBusMessage &reply : replies)
+        names.append(Atspi::text(reply).value_or(QString()));
+    co_return names;
+}
+
+} // namespace
+
+QCoro::Task<bool> Atspi::press(std::shared_ptr<AtspiApplication> application, AtspiReference object)
+{
+    const QStringList names = co_await actionNames(application, object);
+    const int action = pressAction(names);
+    if (action < 0)
+        co_return false;
+    const QVariantList index{action};
+    const QDBusMessage call = Atspi::call(object, actionInterface, QStringLiteral("DoAction"), index);
+    const QDBusPendingCall pending =
+        application->bus().asyncCall(call, static_cast<int>(AtspiApplication::callLimit.count()));
+    const QDBusMessage reply = co_await pending;
+    if (reply.type() == QDBusMessage::ReplyMessage)
+        co_return truth(reply);
+    const QDBusError::ErrorType error = QDBusError(reply).type();
+    if (error != QDBusError::NoReply && error != QDBusError::Timeout)
+        co_return false;
+    const QList<QDBusMessage> anything{
+        Atspi::property(application->root(), accessibleInterface, QStringLiteral("Name"))};
+    co_await AtspiApplication::exchange(application, anything);
+    co_return true;
+}

@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Linux/Accessibility/AtspiTree.h"
+
+#include "Desktop/Linux/Accessibility/AtspiPress.h"
+
+#include <optional>
+#include <utility>
+
+namespace {
+
+std::optional<QString> present(const QString &text)
+{
+    return text.isEmpty() ? std::nullopt : std::optional(text);
+}
+
+} // namespace
+
+AtspiTree::AtspiTree(std::shared_ptr<AtspiApplication> application, std::shared_ptr<const AtspiCache> cache,
+                     Activate activate)
+    : m_application(std::move(application)), m_cache(std::move(cache)), m_activate(std::move(activate))
+{
+    m_objects.append(Object{m_application->root(), AtspiRole::Invalid});
+}
+
+QCoro::Task<QList<AccessibilityAttributes>> AtspiTree::read(QList<AccessibilityElement> elements)
+{
+    const auto self = shared_from_this();
+    QList<AtspiReading> wanted;
+    for (const AccessibilityElement element : elements) {
+        AtspiReading reading;
+        reading.object = m_objects.at(element).reference;
+        reading.parentRole = m_objects.at(element).parentRole;
+        wanted.append(reading);
+    }
+    AtspiReader reader(m_application, m_cache, wanted);
+    co_await reader.read();
+    QList<AccessibilityAttributes> result;
+    for (const AtspiReading &reading : reader.readings())
+        result.append(attributes(reading));
+    co_return result;
+}
+
+AccessibilityAttributes AtspiTree::attributes(const AtspiReading &reading)
+{
+    AccessibilityAttributes result;
+    result.role = reading.axRole;
+    result.title = present(reading.name);
+    result.description = present(reading.description);
+    result.value = present(reading.value);
+    result.help = present(reading.help);
+    for (const AtspiReference &child : reading.children) {
+        result.children.append(static_cast<AccessibilityElement>(m_objects.size()));
+        m_objects.append(Object{child, reading.role});
+    }
+    return result;
+}
+
+QCoro::Task<bool> AtspiTree::press(AccessibilityElement element)
+{
+    const auto self = shared_from_this();
+    const AtspiReference object = m_objects.at(element).reference;
+    co_await m_activate();
+    co_return co_await Atspi::press(m_application, object);
+}

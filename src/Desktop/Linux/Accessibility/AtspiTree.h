@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "Desktop/Accessibility.h"
+#include "Desktop/Linux/Accessibility/AtspiApplication.h"
+#include "Desktop/Linux/Accessibility/AtspiCache.h"
+#include "Desktop/Linux/Accessibility/AtspiReader.h"
+
+#include <QCoroTask>
+#include <QList>
+
+#include <functional>
+#include <memory>
+
+// The tree of one application on the accessibility bus. It keeps the objects met so far, whose positions are
+// the handles, and what the application told in bulk when the tree was made. Main thread.
+class AtspiTree : public AccessibilityTree, public std::enable_shared_from_this<AtspiTree>
+{
+public:
+    using Activate = std::function<QCoro::Task<void>()>;
+
+    // `activate` gives the application the focus if it does not have it; asked for before every press.
+    AtspiTree(std::shared_ptr<AtspiApplication> application, std::shared_ptr<const AtspiCache> cache,
+              Activate activate);
+
+    AccessibilityElement root() const override { return 0; }
+    QCoro::Task<QList<AccessibilityAttributes>> read(QList<AccessibilityElement> elements) override;
+    QCoro::Task<bool> press(AccessibilityElement element) override;
+
+private:
+    struct Object
+    {
+        AtspiReference reference;
+        AtspiRole parentRole = AtspiRole::Invalid;
+    };
+
+    AccessibilityAttributes attributes(const AtspiReading &reading);
+
+    std::shared_ptr<AtspiApplication> m_application;
+    std::shared_ptr<const AtspiCache> m_cache;
+    Activate m_activate;
+    QList<Object> m_objects;
+};

@@ -1,0 +1,228 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Actions/Executor.h"
+#include "Actions/Safety.h"
+#include "Agent/ActionSignature.h"
+#include "Agent/AgentSession.h"
+#include "Agent/SystemPrompt.h"
+#include "Base/LocalizedError.h"
+#include "Base/Text.h"
+
+#include <QCoroFuture>
+#include <QPointer>
+
+#include <utility>
+
+// The loop of one run. All of it suspends, and the session may be gone after any wait: then nothing of it is
+// touched any more.
+
+using namespace Qt::StringLiterals;
+
+// What the loop remembers from step to step; it lives as long as the run.
+struct AgentSession::Run
+{
+    const int turnIndex;
+    const std::stop_token cancellation;
+    QList<ChatMessage> conversation;
+    int invalidReplies = 0;
+    QString previousSignature = {};
+};
+
+namespace {
+
+constexpr int maxTokensPerReply = 200;
+constexpr int maxCorrections = 2;
+
+// What the error being handled says to the user and to the model.
+QString descriptionOfCurrentError()
+{
+    try {
+        throw;
+    } catch (const LocalizedError &error) {
+        return error.errorDescription();
+    } catch (const std::exception &) {
+        return u"Something unexpected went wrong."_s;
+    }
+}
+
+// The application that the user works with; none when that cannot be found out.
+QCoro::Task<std::optional<RunningApplication>> frontmostApplication(Desktop desktop)
+{
+    try {
+        co_return co_await desktop.workspace.frontmostApplication();
+    } catch (const LocalizedError &) {
+        co_return std::nullopt;
+    }
+}
+
+} // namespace
+
+QCoro::Task<void> AgentSession::run(QString command, int turnIndex, std::stop_token cancellation)
+{
+    const QPointer<AgentSession> self(this);
+    co_await m_models.loadIfNeeded();
+    if (!self)
+        co_return;
+    if (m_models.state().kind != ModelManager::State::Kind::loaded) {
+        end(turnIndex, u"The local model isn't ready yet."_s, LogEntry::Kind::failure);
+        co_return;
+    }
+
+    const QString state = co_await Executor::observe(m_desktop);
+    if (!self)
+        co_return;
+    const QList<ChatMessage> conversation = {
+        {ChatMessage::Role::System, SystemPrompt::text()},
+        {ChatMessage::Role::User, u"User: "_s + command + u"\nState: "_s + state},
+    };
+    const auto run = std::make_shared<Run>(Run{turnIndex, cancellation, conversation});
+    for (int step = 0; step < maxSteps; ++step) {
+        const Progress progress = co_await takeStep(run);
+        if (progress == Progress::Ended)
+            co_return;
+    }
+    end(turnIndex, u"Stopped after too many steps."_s, LogEntry::Kind::failure);
+}
+
+QCoro::Task<AgentSession::Progress> AgentSession::takeStep(std::shared_ptr<Run> run)
+{
+    const std::optional<QString> reply = co_await nextReply(run);
+    if (!reply)
+        co_return Progress::Ended;
+
+    const std::optional<AgentAction> action = AgentAction::parse(*reply);
+    if (!action)
+        co_return takeInvalidReply(*run, *reply);
+    run->conversation.append({ChatMessage::Role::Assistant, Text::trimmed(*reply)});
+
+    if (action->name == "done"_L1) {
+        const QString summary = action->arg(u"message"_s).value_or(u"Done"_s);
+        end(run->turnIndex, summary, LogEntry::Kind::success, summary);
+        co_return Progress::Ended;
+    }
+    const QString signature = actionSignature(*action);
+    if (signature == run->previousSignature) {
+        end(run->turnIndex, u"Stopped: the same step was repeated."_s, LogEntry::Kind::failure);
+        co_return Progress::Ended;
+    }
+    run->previousSignature = signature;
+
+    const Progress progress = co_await perform(run, *action);
+    co_return progress;
+}
+
+// The model's next reply, or none when the run has ended instead.
+QCoro::Task<std::optional<QString>> AgentSession::nextReply(std::shared_ptr<Run> run)
+{
+    const QPointer<AgentSession> self(this);
+    if (endIfCancelled(*run))
+        co_return std::nullopt;
+    setStatus(u"Thinking…"_s);
+    clearPreview();
+
+    QString reply;
+    std::optional<QString> failure;
+    const std::function<void(QString)> onToken = previewSink();
+    try {
+        reply = co_await m_models.engine().generate(run->conversation, maxTokensPerReply, onToken);
+    } catch (...) {
+        failure = descriptionOfCurrentError();
+    }
+    if (!self)
+        co_return std::nullopt;
+    if (failure) {
+        end(run->turnIndex, *failure, LogEntry::Kind::failure);
+        co_return std::nullopt;
+    }
+    if (endIfCancelled(*run))
+        co_return std::nullopt;
+    co_return reply;
+}
+
+// Shows the step, has it approved where the policy wants that, and carries it out.
+QCoro::Task<AgentSession::Progress> AgentSession::perform(std::shared_ptr<Run> run, AgentAction action)
+{
+    const QPointer<AgentSession> self(this);
+    const QString title = action.title();
+    const LogEntry line{.text = title, .running = true};
+    const QUuid entry = appendEntry(run->turnIndex, line);
+    setStatus(title);
+    clearPreview();
+
+    std::optional<RunningApplication> frontmost = co_await frontmostApplication(m_desktop);
+    if (!self)
+        co_return Progress::Ended;
+    const std::optional<QString> frontmostName = frontmost ? frontmost->localizedName : std::nullopt;
+    const Risk risk = Safety::assess(action, frontmostName);
+    std::optional<RunningApplication> returnTo;
+    if (risk.kind == Risk::Kind::Confirm) {
+        setStatus(u"Waiting for approval: "_s + title);
+        changeEntry(run->turnIndex, entry, title, LogEntry::Kind::confirm, true);
+        const QFuture<bool> answer = ask(action, risk.reason);
+        const bool approved = co_await answer;
+        if (!self)
+            co_return Progress::Ended;
+        if (!approved) {
+            changeEntry(run->turnIndex, entry, u"Declined: "_s + title, LogEntry::Kind::failure, false);
+            finish(run->turnIndex, u"I didn't do that, as requested."_s);
+            co_return Progress::Ended;
+        }
+        // What was approved was approved for that application, wherever the user has answered.
+        if (Executor::actsOnFrontmostApplication(action))
+            returnTo = frontmost;
+    }
+    const Progress progress = co_await execute(run, action, entry, returnTo);
+    co_return progress;
+}
+
+// Carries the step out and tells the model what came of it.
+QCoro::Task<AgentSession::Progress> AgentSession::execute(std::shared_ptr<Run> run, AgentAction action,
+                                                          QUuid entry,
+                                                          std::optional<RunningApplication> returnTo)
+{
+    const QPointer<AgentSession> self(this);
+    const Desktop desktop = m_desktop;
+    QString result;
+    std::optional<QString> failure;
+    try {
+        if (returnTo)
+            co_await Executor::returnTo(*returnTo, desktop);
+        result = co_await Executor::run(action, desktop);
+    } catch (...) {
+        failure = descriptionOfCurrentError();
+    }
+    if (!self)
+        co_return Progress::Ended;
+    if (failure)
+        changeEntry(run->turnIndex, entry, action.title() + u" — "_s + *failure, LogEntry::Kind::failure,
+                    false);
+    else
+        changeEntry(run->turnIndex, entry, action.title(), LogEntry::Kind::step, false);
+
+    const QString state = co_await Executor::observe(desktop);
+    if (!self)
+        co_return Progress::Ended;
+    const QString outcome = failure ? u"Error: "_s + *failure : u"Result: "_s + result;
+    run->conversation.append({ChatMessage::Role::User, outcome + u"\nState: "_s + state});
+    co_return Progress::NextStep;
+}
+
+AgentSession::Progress AgentSession::takeInvalidReply(Run &run, const QString &reply)
+{
+    if (run.invalidReplies == maxCorrections) {
+        end(run.turnIndex, u"I couldn't work out a plan for that."_s, LogEntry::Kind::failure);
+        return Progress::Ended;
+    }
+    run.conversation.append({ChatMessage::Role::Assistant, reply});
+    run.conversation.append(
+        {ChatMessage::Role::User, u"Invalid. Reply with exactly one JSON action object."_s});
+    ++run.invalidReplies;
+    return Progress::NextStep;
+}
+
+bool AgentSession::endIfCancelled(const Run &run)
+{
+    if (!run.cancellation.stop_requested())
+        return false;
+    end(run.turnIndex, u"Cancelled"_s, LogEntry::Kind::info);
+    return true;
+}

@@ -1,0 +1,181 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Agent/AgentSession.h"
+
+#include "Base/Text.h"
+
+#include <QCoreApplication>
+#include <QPointer>
+
+#include <algorithm>
+#include <utility>
+
+// The session's published state and what the interface asks of it; the loop is in AgentLoop.cpp.
+
+AgentSession::AgentSession(ModelManager &models, const Desktop &desktop, QObject *parent)
+    : QObject(parent), m_models(models), m_desktop(desktop)
+{
+}
+
+AgentSession::~AgentSession()
+{
+    // Lets the loop, should it wait for an answer, resume once more and see that it is over.
+    if (m_confirmation) {
+        m_confirmation->addResult(false);
+        m_confirmation->finish();
+    }
+}
+
+void AgentSession::submit(const QString &command)
+{
+    const QString task = Text::trimmed(command);
+    if (task.isEmpty() || m_isRunning)
+        return;
+    const int turnIndex = static_cast<int>(m_turns.size());
+    Q_EMIT willChange();
+    m_turns.append(Turn{.command = task});
+    m_isRunning = true;
+    Q_EMIT turnsChanged();
+    Q_EMIT turnAppended(turnIndex);
+    Q_EMIT isRunningChanged();
+
+    m_cancellation = std::stop_source();
+    const auto start = [this, task, turnIndex, cancellation = m_cancellation.get_token()] {
+        m_task = run(task, turnIndex, cancellation);
+    };
+    QMetaObject::invokeMethod(this, start, Qt::QueuedConnection);
+}
+
+void AgentSession::resolve(bool approved)
+{
+    // Taken out first: an observer that answers in its turn comes second.
+    std::optional<QPromise<bool>> confirmation = std::exchange(m_confirmation, std::nullopt);
+    setPending(std::nullopt);
+    if (!confirmation)
+        return;
+    confirmation->addResult(approved);
+    confirmation->finish();
+}
+
+void AgentSession::stop()
+{
+    m_cancellation.request_stop();
+    resolve(false);
+}
+
+void AgentSession::clearHistory()
+{
+    if (m_isRunning || m_turns.isEmpty())
+        return;
+    Q_EMIT willChange();
+    m_turns.clear();
+    Q_EMIT turnsChanged();
+    Q_EMIT historyCleared();
+}
+
+QFuture<bool> AgentSession::ask(const AgentAction &action, const QString &reason)
+{
+    // The answer can come while the change is announced, so there is a place for it before that.
+    m_confirmation.emplace();
+    m_confirmation->start();
+    const QFuture<bool> answer = m_confirmation->future();
+    setPending(PendingConfirmation{.action = action, .reason = reason});
+    return answer;
+}
+
+void AgentSession::end(int turnIndex, const QString &text, LogEntry::Kind kind,
+                       const std::optional<QString> &summary)
+{
+    appendEntry(turnIndex, LogEntry{.text = text, .kind = kind});
+    finish(turnIndex, summary);
+}
+
+void AgentSession::finish(int turnIndex, const std::optional<QString> &summary)
+{
+    const bool hadStatus = !m_status.isEmpty();
+    const bool hadPreview = !m_streamPreview.isEmpty();
+    Q_EMIT willChange();
+    m_turns[turnIndex].finished = true;
+    m_turns[turnIndex].summary = summary;
+    m_isRunning = false;
+    m_status.clear();
+    m_streamPreview.clear();
+    ++m_previewGeneration;
+    Q_EMIT turnsChanged();
+    if (hadStatus)
+        Q_EMIT statusChanged();
+    if (hadPreview)
+        Q_EMIT streamPreviewChanged();
+    Q_EMIT isRunningChanged();
+    Q_EMIT turnFinished(turnIndex);
+}
+
+QUuid AgentSession::appendEntry(int turnIndex, const LogEntry &entry)
+{
+    Q_EMIT willChange();
+    m_turns[turnIndex].log.append(entry);
+    const int entryIndex = static_cast<int>(m_turns[turnIndex].log.size()) - 1;
+    Q_EMIT turnsChanged();
+    Q_EMIT logEntryAppended(turnIndex, entryIndex);
+    return entry.id;
+}
+
+void AgentSession::changeEntry(int turnIndex, QUuid id, const QString &text, LogEntry::Kind kind,
+                               bool running)
+{
+    // Before the entry is looked for: an observer may copy the list, and then it is not to change in its
+    // hands.
+    Q_EMIT willChange();
+    QList<LogEntry> &log = m_turns[turnIndex].log;
+    const auto entry =
+        std::find_if(log.begin(), log.end(), [id](const LogEntry &one) { return one.id == id; });
+    Q_ASSERT(entry != log.end());
+    const int entryIndex = static_cast<int>(entry - log.begin());
+    entry->text = text;
+    entry->kind = kind;
+    entry->running = running;
+    Q_EMIT turnsChanged();
+    Q_EMIT logEntryChanged(turnIndex, entryIndex);
+}
+
+void AgentSession::setStatus(const QString &status)
+{
+    if (m_status == status)
+        return;
+    Q_EMIT willChange();
+    m_status = status;
+    Q_EMIT statusChanged();
+}
+
+void AgentSession::setPending(const std::optional<PendingConfirmation> &pending)
+{
+    if (!m_pending && !pending)
+        return;
+    Q_EMIT willChange();
+    m_pending = pending;
+    Q_EMIT pendingChanged();
+}
+
+void AgentSession::clearPreview()
+{
+    ++m_previewGeneration;
+    if (m_streamPreview.isEmpty())
+        return;
+    Q_EMIT willChange();
+    m_streamPreview.clear();
+    Q_EMIT streamPreviewChanged();
+}
+
+std::function<void(QString)> AgentSession::previewSink()
+{
+    // Pieces come on the engine's thread, where the session must not be looked at: it may be gone.
+    return [self = QPointer<AgentSession>(this), generation = m_previewGeneration](const QString &piece) {
+        const auto append = [self, generation, piece] {
+            if (!self || self->m_previewGeneration != generation)
+                return;
+            Q_EMIT self->willChange();
+            self->m_streamPreview += piece;
+            Q_EMIT self->streamPreviewChanged();
+        };
+        QMetaObject::invokeMethod(QCoreApplication::instance(), append, Qt::QueuedConnection);
+    };
+}

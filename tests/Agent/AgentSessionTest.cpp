@@ -1,0 +1,532 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Agent/SessionBench.h"
+#include "Support/Gate.h"
+
+#include <QPointer>
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Keeps the callbacks that it is given, so that a piece can come when its reply is long over.
+class LateEngine : public ScriptedEngine
+{
+public:
+    QList<std::function<void(QString)>> callbacks;
+
+    QCoro::Task<QString> generate(QList<ChatMessage> messages, int maxTokens,
+                                  std::function<void(QString)> onToken) override
+    {
+        callbacks.append(onToken);
+        return ScriptedEngine::generate(messages, maxTokens, onToken);
+    }
+};
+
+// A keyboard on which every key takes as long as the test wants.
+class HeldKeyboard : public Keyboard
+{
+public:
+    Gate gate;
+    int posts = 0;
+
+    QCoro::Task<void> post(QList<KeyStroke>, std::chrono::microseconds) override
+    {
+        ++posts;
+        return gate.passed();
+    }
+};
+
+// All that is published, as one text.
+QString published(const AgentSession &session)
+{
+    QString text = u"%1 turns"_s.arg(session.turns().size());
+    for (const Turn &turn : session.turns())
+        text +=
+            u" [%1|%2|%3]"_s.arg(SessionBench::described(turn.log), turn.finished ? u"finished"_s : u"open"_s,
+                                 turn.summary.value_or(u"none"_s));
+    return text + u" running=%1 status=%2 preview=%3 pending=%4"_s.arg(session.isRunning())
+                      .arg(session.status(), session.streamPreview(),
+                           session.pending() ? session.pending()->reason : u"none"_s);
+}
+
+} // namespace
+
+// What the session publishes, what it takes from the user, and how it lives through being asked at odd times.
+class AgentSessionTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aNewSessionIsIdleAndEmpty();
+    void blankTasksAreIgnored_data();
+    void blankTasksAreIgnored();
+    void aTaskWhileOneRunsIsIgnored();
+    void aTaskAfterAnotherGetsATurnOfItsOwn();
+    void submittingReturnsAtOnce();
+    void everyEndLeavesTheSessionIdle();
+
+    void changesAreAnnouncedBeforeAndNotifiedAfter();
+    void finerSignalsTellWhatChanged();
+    void aCopyOfTheTurnsNeverChanges();
+
+    void theReplyStreamsIntoThePreview();
+    void piecesThatComeTooLateAreDropped();
+    void piecesForASessionThatIsGoneAreDropped();
+
+    void anAnswerWithNothingWaitingDoesNothing();
+    void theFirstAnswerCounts();
+    void anAnswerGivenWhileTheQuestionIsAnnounced();
+    void stoppingAnIdleSessionDoesNotStopTheNextTask();
+
+    void clearingForgetsTheHistory();
+    void clearingWhileATaskRunsIsIgnored();
+
+    void aSessionMayGoWhileTheModelLoads();
+    void aSessionMayGoWhileTheModelWrites();
+    void aSessionMayGoWhileAStepIsCarriedOut();
+    void aSessionThatGoesBeforeAStepLeavesItUndone();
+    void aSessionMayGoWhileItWaitsForApproval();
+    void anotherSessionWorksWithTheSameModel();
+};
+
+void AgentSessionTest::aNewSessionIsIdleAndEmpty()
+{
+    const SessionBench bench;
+    QVERIFY(bench.session->turns().isEmpty());
+    QVERIFY(!bench.session->isRunning());
+    QVERIFY(bench.session->status().isEmpty());
+    QVERIFY(bench.session->streamPreview().isEmpty());
+    QVERIFY(!bench.session->pending());
+    QCOMPARE(AgentSession::maxSteps, 12);
+}
+
+void AgentSessionTest::blankTasksAreIgnored_data()
+{
+    QTest::addColumn<QString>("task");
+    QTest::newRow("empty") << QString();
+    QTest::newRow("blanks") << u"   "_s;
+    QTest::newRow("line breaks and tabs") << u" \n\t\r\n "_s;
+}
+
+void AgentSessionTest::blankTasksAreIgnored()
+{
+    QFETCH(QString, task);
+    SessionBench bench;
+    QSignalSpy announced(bench.session.get(), &AgentSession::willChange);
+    bench.session->submit(task);
+    QVERIFY(!bench.session->isRunning());
+    QVERIFY(bench.session->turns().isEmpty());
+    QCOMPARE(announced.size(), 0);
+}
+
+void AgentSessionTest::aTaskWhileOneRunsIsIgnored()
+{
+    SessionBench bench;
+    bench.engine->replies = {done(u"First."_s), done(u"Second."_s)};
+    bench.session->submit(u"First"_s);
+    bench.session->submit(u"Second"_s);
+    QCOMPARE(bench.session->turns().size(), 1);
+    QVERIFY(bench.waitForEnd());
+    QCOMPARE(bench.session->turns().size(), 1);
+    QCOMPARE(bench.lastTurn().command, u"First"_s);
+    QCOMPARE(bench.engine->conversations.size(), 1);
+}
+
+void AgentSessionTest::aTaskAfterAnotherGetsATurnOfItsOwn()
+{
+    SessionBench bench;
+    bench.engine->replies = {done(u"First."_s), done(u"Second."_s)};
+    bench.runTask(u"First"_s);
+    const Turn first = bench.lastTurn();
+    bench.runTask(u"Second"_s);
+    QCOMPARE(bench.session->turns().size(), 2);
+    QVERIFY(bench.session->turns().constFirst() == first);
+    QCOMPARE(bench.lastTurn().summary, u"Second."_s);
+    // Nothing of the first run is told to the model in the second.
+    QCOMPARE(bench.engine->conversations.constLast().size(), 2);
+}
+
+void AgentSessionTest::submittingReturnsAtOnce()
+{
+    SessionBench bench(SessionBench::ModelFile::Missing);
+    bench.session->submit(u" Open Safari "_s);
+    QVERIFY(bench.session->isRunning());
+    QCOMPARE(bench.lastTurn().command, u"Open Safari"_s);
+    QVERIFY(!bench.lastTurn().finished);
+    QVERIFY(bench.lastTurn().log.isEmpty());
+    QVERIFY(bench.waitForEnd());
+}
+
+void AgentSessionTest::everyEndLeavesTheSessionIdle()
+{
+    SessionBench bench;
+    bench.engine->replies = {u"no plan"_s,     u"no plan"_s,     u"no plan"_s, typeText(u"1"_s),
+                             typeText(u"1"_s), done(u"Done."_s), u"no plan"_s};
+    // No plan, a repeat, done, an error of the engine.
+    for (int run = 0; run < 4; ++run) {
+        bench.runTask(u"Type 1"_s);
+        QVERIFY(bench.lastTurn().finished);
+        QVERIFY(!bench.session->isRunning());
+        QVERIFY(bench.session->status().isEmpty());
+        QVERIFY(bench.session->streamPreview().isEmpty());
+        QVERIFY(!bench.session->pending());
+    }
+    QCOMPARE(bench.described(bench.lastTurn().log), u"failure: The model failed while generating."_s);
+}
+
+void AgentSessionTest::changesAreAnnouncedBeforeAndNotifiedAfter()
+{
+    auto lateEngine = std::make_unique<LateEngine>();
+    LateEngine &late = *lateEngine;
+    SessionBench bench(SessionBench::ModelFile::Present, std::move(lateEngine));
+    AgentSession &session = *bench.session;
+    bench.desktop.workspace.start(u"Safari"_s);
+    bench.engine->replies = {typeText(u"1"_s), quitApp(u"Safari"_s), done(u"Done."_s)};
+    Gate gate;
+    bench.engine->beforeReply = [&gate] { return gate.passed(); };
+
+    QString known = published(session);
+    int announced = 0;
+    const auto announce = [&] {
+        ++announced;
+        // Nothing has changed since the last notification, and nothing yet of what is announced.
+        QCOMPARE(published(session), known);
+    };
+    QStringList notified;
+    const auto notify = [&](const QString &property) {
+        QVERIFY2(announced > 0, "changed without an announcement");
+        notified.append(property);
+        known = published(session);
+    };
+    connect(&session, &AgentSession::willChange, this, announce);
+    connect(&session, &AgentSession::turnsChanged, this, [&] { notify(u"turns"_s); });
+    connect(&session, &AgentSession::isRunningChanged, this, [&] { notify(u"isRunning"_s); });
+    connect(&session, &AgentSession::statusChanged, this, [&] { notify(u"status"_s); });
+    connect(&session, &AgentSession::streamPreviewChanged, this, [&] { notify(u"streamPreview"_s); });
+    connect(&session, &AgentSession::pendingChanged, this, [&] { notify(u"pending"_s); });
+
+    session.submit(u"Type 1, then quit Safari"_s);
+    QTRY_COMPARE(late.callbacks.size(), 1);
+    late.callbacks[0](u"{"_s);
+    QTRY_COMPARE(session.streamPreview(), u"{"_s);
+    gate.open();
+    QVERIFY(bench.waitForPending());
+    session.resolve(true);
+    QVERIFY(bench.waitForEnd());
+    QCOMPARE(bench.lastTurn().summary, u"Done."_s);
+    for (const char *property : {"turns", "isRunning", "status", "streamPreview", "pending"})
+        QVERIFY2(notified.contains(QLatin1String(property)), property);
+    QCOMPARE(published(session), known);
+}
+
+void AgentSessionTest::finerSignalsTellWhatChanged()
+{
+    SessionBench bench;
+    AgentSession &session = *bench.session;
+    bench.engine->replies = {typeText(u"1"_s), done(u"Done."_s)};
+    QStringList events;
+    connect(&session, &AgentSession::turnAppended, this, [&](int turn) { events << u"turn %1"_s.arg(turn); });
+    connect(&session, &AgentSession::logEntryAppended, this, [&](int turn, int entry) {
+        const LogEntry line = session.turns()[turn].log[entry];
+        events << u"entry %1.%2 %3"_s.arg(turn).arg(entry).arg(SessionBench::described({line}));
+    });
+    connect(&session, &AgentSession::logEntryChanged, this, [&](int turn, int entry) {
+        const LogEntry line = session.turns()[turn].log[entry];
+        events << u"changed %1.%2 %3"_s.arg(turn).arg(entry).arg(SessionBench::described({line}));
+    });
+    connect(&session, &AgentSession::turnFinished, this, [&](int turn) {
+        events << u"finished %1 %2"_s.arg(turn).arg(session.isRunning() ? u"running"_s : u"idle"_s);
+    });
+    bench.runTask(u"Type 1"_s);
+    QCOMPARE(events, QStringList({u"turn 0"_s, u"entry 0.0 step: Typing “1” (running)"_s,
+                                  u"changed 0.0 step: Typing “1”"_s, u"entry 0.1 success: Done."_s,
+                                  u"finished 0 idle"_s}));
+}
+
+void AgentSessionTest::aCopyOfTheTurnsNeverChanges()
+{
+    SessionBench bench;
+    AgentSession &session = *bench.session;
+    bench.engine->replies = {typeText(u"1"_s), done(u"Done."_s)};
+    QList<QList<Turn>> copies;
+    QStringList texts;
+    connect(&session, &AgentSession::willChange, this, [&] {
+        copies.append(session.turns());
+        texts.append(copies.constLast().isEmpty()
+                         ? QString()
+                         : SessionBench::described(copies.constLast().constLast().log));
+    });
+    bench.runTask(u"Type 1"_s);
+    QVERIFY(texts.contains(u"step: Typing “1” (running)"_s));
+    for (qsizetype i = 0; i < copies.size(); ++i) {
+        const QString text =
+            copies[i].isEmpty() ? QString() : SessionBench::described(copies[i].constLast().log);
+        QCOMPARE(text, texts[i]);
+    }
+}
+
+void AgentSessionTest::theReplyStreamsIntoThePreview()
+{
+    auto lateEngine = std::make_unique<LateEngine>();
+    LateEngine &late = *lateEngine;
+    SessionBench bench(SessionBench::ModelFile::Present, std::move(lateEngine));
+    Gate gate;
+    bench.engine->beforeReply = [&gate] { return gate.passed(); };
+    bench.engine->replies = {done(u"Grüße 👋"_s)};
+    bench.session->submit(u"Greet"_s);
+    QTRY_COMPARE(late.callbacks.size(), 1);
+    QVERIFY(bench.session->streamPreview().isEmpty());
+
+    late.callbacks[0](u"Grü"_s);
+    // The engine calls on a thread of its own, so nothing may change before the main thread takes its turn.
+    QVERIFY(bench.session->streamPreview().isEmpty());
+    SerialQueue engineThread(u"engine"_s);
+    engineThread.post([&late] { late.callbacks[0](u"ße 👋"_s); });
+    QTRY_COMPARE(bench.session->streamPreview(), u"Grüße 👋"_s);
+    gate.open();
+    QVERIFY(bench.waitForEnd());
+    QVERIFY(bench.session->streamPreview().isEmpty());
+}
+
+void AgentSessionTest::piecesThatComeTooLateAreDropped()
+{
+    auto lateEngine = std::make_unique<LateEngine>();
+    LateEngine &late = *lateEngine;
+    SessionBench bench(SessionBench::ModelFile::Present, std::move(lateEngine));
+    Gate gate;
+    bench.engine->replies = {typeText(u"1"_s), done(u"Done."_s)};
+    const auto holdNextReply = [&] { bench.engine->beforeReply = [&gate] { return gate.passed(); }; };
+    connect(bench.session.get(), &AgentSession::logEntryAppended, this, holdNextReply);
+    bench.session->submit(u"Type 1"_s);
+    QTRY_COMPARE(late.callbacks.size(), 2);
+
+    // The second reply is being written: a piece of the first one must not show up in it.
+    late.callbacks[0](u"stale"_s);
+    late.callbacks[1](u"{\"ac"_s);
+    QTRY_COMPARE(bench.session->streamPreview(), u"{\"ac"_s);
+    gate.open();
+    QVERIFY(bench.waitForEnd());
+
+    late.callbacks[1](u"stale"_s);
+    QCoreApplication::processEvents();
+    QVERIFY(bench.session->streamPreview().isEmpty());
+}
+
+void AgentSessionTest::piecesForASessionThatIsGoneAreDropped()
+{
+    auto lateEngine = std::make_unique<LateEngine>();
+    LateEngine &late = *lateEngine;
+    SessionBench bench(SessionBench::ModelFile::Present, std::move(lateEngine));
+    bench.engine->replies = {done(u"Done."_s)};
+    bench.runTask(u"Type 1"_s);
+    late.callbacks[0](u"in flight"_s);
+    bench.session.reset();
+    late.callbacks[0](u"too late"_s);
+    QCoreApplication::processEvents();
+}
+
+void AgentSessionTest::anAnswerWithNothingWaitingDoesNothing()
+{
+    SessionBench bench;
+    QSignalSpy announced(bench.session.get(), &AgentSession::willChange);
+    bench.session->resolve(true);
+    bench.session->resolve(false);
+    QCOMPARE(announced.size(), 0);
+
+    // In particular it is no answer to a question that comes later.
+    bench.desktop.workspace.start(u"Safari"_s);
+    bench.engine->replies = {quitApp(u"Safari"_s)};
+    bench.session->submit(u"Quit Safari"_s);
+    bench.session->resolve(true);
+    QVERIFY(bench.waitForPending());
+    bench.session->resolve(false);
+    QVERIFY(bench.waitForEnd());
+    QVERIFY(bench.desktop.journal.lines.isEmpty());
+}
+
+void AgentSessionTest::theFirstAnswerCounts()
+{
+    SessionBench bench;
+    AgentSession &session = *bench.session;
+    bench.desktop.workspace.start(u"Safari"_s);
+    bench.engine->replies = {quitApp(u"Safari"_s)};
+    // Answers "yes" in the very moment in which the question goes away because the user said "no".
+    connect(&session, &AgentSession::pendingChanged, this, [&session] {
+        if (!session.pending())
+            session.resolve(true);
+    });
+    session.submit(u"Quit Safari"_s);
+    QVERIFY(bench.waitForPending());
+    session.resolve(false);
+    session.resolve(true);
+    QVERIFY(bench.waitForEnd());
+    QCOMPARE(bench.described(bench.lastTurn().log), u"failure: Declined: Closing Safari"_s);
+    QVERIFY(bench.desktop.journal.lines.isEmpty());
+}
+
+void AgentSessionTest::anAnswerGivenWhileTheQuestionIsAnnounced()
+{
+    SessionBench bench;
+    AgentSession &session = *bench.session;
+    bench.desktop.workspace.start(u"Safari"_s);
+    bench.engine->replies = {quitApp(u"Safari"_s), done(u"Closed."_s)};
+    connect(&session, &AgentSession::pendingChanged, this, [&session] {
+        if (session.pending())
+            session.resolve(true);
+    });
+    bench.runTask(u"Quit Safari"_s);
+    QVERIFY(!session.pending());
+    QCOMPARE(bench.described(bench.lastTurn().log), u"step: Closing Safari\nsuccess: Closed."_s);
+}
+
+void AgentSessionTest::stoppingAnIdleSessionDoesNotStopTheNextTask()
+{
+    SessionBench bench;
+    bench.engine->replies = {done(u"Done."_s)};
+    bench.session->stop();
+    bench.runTask(u"Do nothing"_s);
+    QCOMPARE(bench.lastTurn().summary, u"Done."_s);
+}
+
+void AgentSessionTest::clearingForgetsTheHistory()
+{
+    SessionBench bench;
+    bench.engine->replies = {done(u"First."_s), done(u"Second."_s)};
+    bench.runTask(u"First"_s);
+    QSignalSpy announced(bench.session.get(), &AgentSession::willChange);
+    QSignalSpy cleared(bench.session.get(), &AgentSession::historyCleared);
+    bench.session->clearHistory();
+    QVERIFY(bench.session->turns().isEmpty());
+    QCOMPARE(announced.size(), 1);
+    QCOMPARE(cleared.size(), 1);
+    bench.session->clearHistory();
+    QCOMPARE(announced.size(), 1);
+    bench.runTask(u"Second"_s);
+    QCOMPARE(bench.session->turns().size(), 1);
+    QCOMPARE(bench.lastTurn().summary, u"Second."_s);
+}
+
+void AgentSessionTest::clearingWhileATaskRunsIsIgnored()
+{
+    SessionBench bench;
+    bench.engine->replies = {done(u"Done."_s)};
+    bench.session->submit(u"Do nothing"_s);
+    bench.session->clearHistory();
+    QCOMPARE(bench.session->turns().size(), 1);
+    QVERIFY(bench.waitForEnd());
+    QCOMPARE(bench.lastTurn().summary, u"Done."_s);
+}
+
+void AgentSessionTest::aSessionMayGoWhileTheModelLoads()
+{
+    Gate gate;
+    SessionBench bench;
+    bench.engine->beforeLoaded = [&gate] { return gate.passed(); };
+    bench.session->submit(u"Open Safari"_s);
+    QTRY_COMPARE(bench.engine->loadedPaths.size(), 1);
+    bench.session.reset();
+    gate.open();
+    QTRY_VERIFY(bench.models.state() == ModelManager::State::loaded());
+    QVERIFY(bench.engine->conversations.isEmpty());
+}
+
+void AgentSessionTest::aSessionMayGoWhileTheModelWrites()
+{
+    Gate gate;
+    bool answered = false;
+    SessionBench bench;
+    bench.engine->beforeReply = [&gate] { return gate.passed(); };
+    bench.engine->replies = {typeText(u"1"_s)};
+    bench.session->submit(u"Type 1"_s);
+    QTRY_COMPARE(bench.engine->conversations.size(), 1);
+    bench.session.reset();
+    bench.engine->beforeReply = [&answered]() -> QCoro::Task<void> {
+        answered = true;
+        return Gate().passed();
+    };
+    gate.open();
+
+    // Whatever a second session is told comes after the end of the first one's reply.
+    bench.engine->replies = {done(u"Second."_s)};
+    AgentSession second(bench.models, bench.desktop.services());
+    second.submit(u"Second"_s);
+    QTRY_VERIFY(!second.isRunning());
+    QVERIFY(answered);
+    QVERIFY(bench.desktop.journal.lines.isEmpty());
+}
+
+void AgentSessionTest::aSessionMayGoWhileAStepIsCarriedOut()
+{
+    SessionBench bench;
+    HeldKeyboard keyboard;
+    const Desktop all = bench.desktop.services();
+    const Desktop desktop{all.workspace,     all.accessibility, keyboard,  all.windowList,
+                          all.screenCapture, all.scripting,     all.files, all.clock};
+    bench.engine->replies = {typeText(u"1"_s), done(u"Never said."_s)};
+    bench.session = std::make_unique<AgentSession>(bench.models, desktop);
+    bench.session->submit(u"Type 1"_s);
+    QTRY_COMPARE(keyboard.posts, 1);
+    bench.session.reset();
+    keyboard.gate.open();
+
+    AgentSession second(bench.models, desktop);
+    bench.engine->replies = {done(u"Second."_s)};
+    second.submit(u"Second"_s);
+    QTRY_VERIFY(!second.isRunning());
+    QCOMPARE(second.turns().constFirst().summary, u"Second."_s);
+    QCOMPARE(bench.engine->conversations.size(), 2);
+}
+
+void AgentSessionTest::aSessionThatGoesBeforeAStepLeavesItUndone()
+{
+    SessionBench bench;
+    bench.desktop.journal.answersLater = true;
+    bench.engine->replies = {typeText(u"1"_s), done(u"Never said."_s)};
+    // Gone with the next turn of the event loop, when the step looks who is frontmost.
+    const QPointer<AgentSession> first = bench.session.get();
+    const auto remove = [&bench] { bench.session.release()->deleteLater(); };
+    connect(first, &AgentSession::logEntryAppended, this, remove);
+    bench.session->submit(u"Type 1"_s);
+    QTRY_VERIFY(!first);
+
+    AgentSession second(bench.models, bench.desktop.services());
+    bench.engine->replies = {done(u"Second."_s)};
+    second.submit(u"Second"_s);
+    QTRY_VERIFY(!second.isRunning());
+    QVERIFY(bench.desktop.journal.lines.isEmpty());
+    QCOMPARE(bench.engine->conversations.size(), 2);
+}
+
+void AgentSessionTest::aSessionMayGoWhileItWaitsForApproval()
+{
+    SessionBench bench;
+    bench.desktop.workspace.start(u"Safari"_s);
+    bench.engine->replies = {quitApp(u"Safari"_s)};
+    bench.session->submit(u"Quit Safari"_s);
+    QVERIFY(bench.waitForPending());
+    bench.session.reset();
+
+    AgentSession second(bench.models, bench.desktop.services());
+    bench.engine->replies = {done(u"Second."_s)};
+    second.submit(u"Second"_s);
+    QTRY_VERIFY(!second.isRunning());
+    QVERIFY(bench.desktop.journal.lines.isEmpty());
+}
+
+void AgentSessionTest::anotherSessionWorksWithTheSameModel()
+{
+    SessionBench bench;
+    AgentSession second(bench.models, bench.desktop.services());
+    bench.engine->replies = {done(u"First."_s), done(u"Second."_s)};
+    bench.runTask(u"First"_s);
+    second.submit(u"Second"_s);
+    QTRY_VERIFY(!second.isRunning());
+    QCOMPARE(second.turns().constFirst().summary, u"Second."_s);
+    QCOMPARE(bench.session->turns().size(), 1);
+    QCOMPARE(bench.engine->loadedPaths.size(), 1);
+}
+
+QTEST_GUILESS_MAIN(AgentSessionTest)
+#include "AgentSessionTest.moc"

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Agent/SystemPrompt.h"
+
+#include <QFile>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+class SystemPromptTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void everyByteIsAsAgreed()
+    {
+        QFile golden(QFINDTESTDATA("system-prompt.txt"));
+        QVERIFY(golden.open(QIODevice::ReadOnly));
+        const QByteArray expected = golden.readAll();
+        QCOMPARE(expected.size(), 2325);
+        QCOMPARE(SystemPrompt::text().toUtf8(), expected);
+    }
+
+    void theSameSiteStandsInAllFivePlaces() { QCOMPARE(SystemPrompt::text().count(u"bbc.com"_s), 5); }
+
+    void thereIsNoLineBreakAfterTheLastLine() { QVERIFY(SystemPrompt::text().endsWith(u"in Brave.\"}"_s)); }
+};
+
+QTEST_GUILESS_MAIN(SystemPromptTest)
+#include "SystemPromptTest.moc"

@@ -1,0 +1,207 @@
+// SPDX-License-Identifier: Apache-2.0
+// What the engine adds to llama.cpp: replies through LlamaEngine against a bare loop over the library, in one
+// process with the same model and settings, and the rendering of prompts.
+//
+// The model is made on the spot, answers without end, and reads some 5 MB of weights for each token;
+// ORVANE_BENCHMARK_MODEL names another file instead. With another model a reply may end early, so the figures
+// to compare are tokens per second.
+#include "Inference/LlamaEngine.h"
+#include "Inference/LlamaHandles.h"
+#include "Inference/LlamaLimits.h"
+#include "Inference/LlamaLog.h"
+#include "Inference/LlamaPrompt.h"
+#include "Inference/TinyModel.h"
+#include "Support/Awaited.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QRandomGenerator>
+#include <QTemporaryDir>
+
+#include <benchmark/benchmark.h>
+#include <llama.h>
+
+#include <algorithm>
+#include <vector>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int replyTokens = 100;
+
+struct SamplerDeleter
+{
+    void operator()(llama_sampler *sampler) const { llama_sampler_free(sampler); }
+};
+
+// What a task looks like after some steps, with the length of a real system prompt.
+QList<ChatMessage> conversation(int steps)
+{
+    QList<ChatMessage> messages = {
+        {ChatMessage::Role::System, u"A rule for the assistant. "_s.repeated(30)},
+        {ChatMessage::Role::User, u"User: Open the editor\nState: nothing is open"_s}};
+    for (int i = 0; i < steps; ++i) {
+        messages.append({ChatMessage::Role::Assistant, u"{\"action\":\"open_app\",\"app\":\"Editor\"}"_s});
+        messages.append({ChatMessage::Role::User, u"Result: Opened Editor.\nState: Frontmost app: Editor"_s});
+    }
+    return messages;
+}
+
+// The model file that all benchmarks use.
+QString modelPath()
+{
+    static const QTemporaryDir folder;
+    static const QString path = [] {
+        const QString given = qEnvironmentVariable("ORVANE_BENCHMARK_MODEL");
+        if (!given.isEmpty())
+            return given;
+        TinyModel model;
+        model.reply({TinyModel::byteToken('a'), TinyModel::byteToken('b')});
+        model.follow(TinyModel::byteToken('b'), TinyModel::byteToken('a'));
+        model.setHeadSize(1024);
+        const QString made = folder.filePath(u"model.gguf"_s);
+        model.write(made);
+        return made;
+    }();
+    return path;
+}
+
+// The shortest program around llama.cpp that gives the same reply.
+class BareLoop
+{
+public:
+    BareLoop()
+    {
+        llama_model_params modelParameters = llama_model_default_params();
+        modelParameters.n_gpu_layers = LlamaLimits::gpuLayers;
+        m_model.reset(
+            llama_model_load_from_file(QFile::encodeName(modelPath()).constData(), modelParameters));
+        llama_context_params contextParameters = llama_context_default_params();
+        contextParameters.n_ctx = LlamaEngine::contextSize;
+        contextParameters.n_batch = LlamaLimits::batchSize;
+        m_context.reset(llama_init_from_model(m_model.get(), contextParameters));
+        m_prompt = LlamaPrompt::render(conversation(0), m_model.get(), {}).toUtf8();
+    }
+
+    int reply()
+    {
+        const llama_vocab *const vocab = llama_model_get_vocab(m_model.get());
+        std::vector<llama_token> tokens(static_cast<size_t>(m_prompt.size()) + 16);
+        tokens.resize(static_cast<size_t>(llama_tokenize(vocab, m_prompt.constData(),
+                                                         static_cast<qint32>(m_prompt.size()), tokens.data(),
+                                                         static_cast<qint32>(tokens.size()), true, true)));
+        llama_memory_clear(llama_get_memory(m_context.get()), true);
+        for (size_t start = 0; start < tokens.size(); start += LlamaLimits::batchSize) {
+            const size_t count = std::min<size_t>(tokens.size() - start, LlamaLimits::batchSize);
+            llama_decode(m_context.get(), llama_batch_get_one(&tokens[start], static_cast<qint32>(count)));
+        }
+        return sampleReply(vocab);
+    }
+
+private:
+    int sampleReply(const llama_vocab *vocab)
+    {
+        const std::unique_ptr<llama_sampler, SamplerDeleter> sampler(
+            llama_sampler_chain_init(llama_sampler_chain_default_params()));
+        llama_sampler_chain_add(sampler.get(), llama_sampler_init_top_k(40));
+        llama_sampler_chain_add(sampler.get(), llama_sampler_init_temp(0.2F));
+        llama_sampler_chain_add(sampler.get(),
+                                llama_sampler_init_dist(QRandomGenerator::system()->generate()));
+        char piece[64];
+        QByteArray text;
+        for (int count = 1;; ++count) {
+            llama_token token = llama_sampler_sample(sampler.get(), m_context.get(), -1);
+            if (llama_vocab_is_eog(vocab, token) || count == replyTokens)
+                return count;
+            text.append(piece,
+                        std::max(0, llama_token_to_piece(vocab, token, piece, sizeof piece, 0, false)));
+            llama_decode(m_context.get(), llama_batch_get_one(&token, 1));
+        }
+    }
+
+    LlamaModel m_model;
+    LlamaContext m_context;
+    QByteArray m_prompt;
+};
+
+// The engine, asked as the agent asks it: from the main thread, through the event loop.
+class LoadedEngine
+{
+public:
+    LoadedEngine() { Awaited::result(m_engine.load(modelPath())); }
+    ~LoadedEngine() { m_engine.unload(); }
+
+    int reply()
+    {
+        int pieces = 0;
+        const auto count = [&pieces](const QString &) { ++pieces; };
+        Awaited::result(m_engine.generate(conversation(0), replyTokens, count));
+        return pieces;
+    }
+
+private:
+    LlamaEngine m_engine;
+};
+
+template <typename Replier>
+double secondsPerToken(Replier &replier)
+{
+    QElapsedTimer timer;
+    timer.start();
+    const int tokens = replier.reply();
+    return static_cast<double>(timer.nsecsElapsed()) * 1e-9 / std::max(tokens, 1);
+}
+
+template <typename Replier>
+void replyAlone(benchmark::State &state)
+{
+    Replier replier;
+    qint64 tokens = 0;
+    for ([[maybe_unused]] auto round : state)
+        tokens += replier.reply();
+    state.SetItemsProcessed(tokens);
+}
+
+// Both in turns, so that whatever else the machine does meets both alike; `engine_to_bare` is the median of
+// their times per token, 1 being no cost at all.
+void engineAgainstBareLoop(benchmark::State &state)
+{
+    BareLoop bare;
+    LoadedEngine engine;
+    std::vector<double> ratios;
+    for ([[maybe_unused]] auto round : state) {
+        const double bareSeconds = secondsPerToken(bare);
+        ratios.push_back(secondsPerToken(engine) / bareSeconds);
+    }
+    std::nth_element(ratios.begin(), ratios.begin() + static_cast<std::ptrdiff_t>(ratios.size() / 2),
+                     ratios.end());
+    state.counters["engine_to_bare"] = ratios[ratios.size() / 2];
+}
+
+void promptRendering(benchmark::State &state)
+{
+    const LlamaModel model(
+        llama_model_load_from_file(QFile::encodeName(modelPath()).constData(), llama_model_default_params()));
+    const ControlTokens controlTokens = LlamaPrompt::controlTokens(model.get());
+    const QList<ChatMessage> messages = conversation(static_cast<int>(state.range(0)));
+    for ([[maybe_unused]] auto round : state)
+        benchmark::DoNotOptimize(LlamaPrompt::render(messages, model.get(), controlTokens));
+}
+
+BENCHMARK(engineAgainstBareLoop)->Iterations(21)->UseRealTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(replyAlone<BareLoop>)->UseRealTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(replyAlone<LoadedEngine>)->UseRealTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(promptRendering)->Arg(0)->Arg(11)->Unit(benchmark::kMicrosecond);
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    QCoreApplication application(argc, argv);
+    LlamaLog::keepErrorsOnly();
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+}

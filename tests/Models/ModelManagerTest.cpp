@@ -77,6 +77,7 @@ private Q_SLOTS:
     void stateAtStartTellsWhetherTheFileIsThere();
     void directoryIsMadeAtEachRead();
     void folderThatCannotBeMadeShowsAsAMissingFile();
+    void standardStorageFollowsTheDesktopsFolders();
 
     void refreshOverwritesEveryState_data();
     void refreshOverwritesEveryState();
@@ -271,6 +272,23 @@ void ModelManagerTest::folderThatCannotBeMadeShowsAsAMissingFile()
     QVERIFY(inTheWay.open(QIODevice::WriteOnly));
     newManager();
     QCOMPARE(m_manager->state(), State::needsDownload());
+}
+
+void ModelManagerTest::standardStorageFollowsTheDesktopsFolders()
+{
+    if (QSysInfo::kernelType() != u"linux")
+        QSKIP("The folders are not chosen by variables here.");
+    const QByteArray dataHome = qgetenv("XDG_DATA_HOME");
+    const QByteArray configHome = qgetenv("XDG_CONFIG_HOME");
+    qputenv("XDG_DATA_HOME", QFile::encodeName(m_folder->filePath(u"data"_s)));
+    qputenv("XDG_CONFIG_HOME", QFile::encodeName(m_folder->filePath(u"config"_s)));
+    const ModelStorage storage = ModelStorage::standard();
+    dataHome.isNull() ? qunsetenv("XDG_DATA_HOME") : qputenv("XDG_DATA_HOME", dataHome);
+    configHome.isNull() ? qunsetenv("XDG_CONFIG_HOME") : qputenv("XDG_CONFIG_HOME", configHome);
+
+    QCOMPARE(storage.modelsDirectory(), m_folder->filePath(u"data/Orvane/Models"_s));
+    QCOMPARE(storage.downloadsDirectory(), m_folder->filePath(u"data/Orvane/Downloads"_s));
+    QCOMPARE(storage.settingsFile, m_folder->filePath(u"config/Orvane/Orvane.conf"_s));
 }
 
 void ModelManagerTest::refreshOverwritesEveryState_data()

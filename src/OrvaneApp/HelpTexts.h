@@ -1,0 +1,13 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QString>
+
+// What `--help` says; each text ends with a line break.
+namespace HelpTexts {
+
+QString general();
+QString doCommand();
+QString modelsCommand();
+
+} // namespace HelpTexts

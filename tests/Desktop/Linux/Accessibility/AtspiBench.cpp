@@ -1,0 +1,148 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Linux/Accessibility/AtspiBench.h"
+
+#include "Desktop/PlatformError.h"
+
+#include <QTest>
+
+#include <algorithm>
+
+namespace {
+
+void end(QProcess *process)
+{
+    process->kill();
+    process->waitForFinished();
+    delete process;
+}
+
+QCoro::Task<AtspiBench::Tree> treeOrNone(AtspiAccessibility *accessibility, qint64 processIdentifier)
+{
+    try {
+        co_return co_await accessibility->applicationTree(processIdentifier);
+    } catch (const PlatformError &) {
+        co_return AtspiBench::Tree();
+    }
+}
+
+} // namespace
+
+AtspiBench::AtspiBench() : accessibility(environment()) {}
+
+AtspiAccessibility::Environment AtspiBench::environment()
+{
+    AtspiAccessibility::Environment environment;
+    environment.canSendKeys = [this] { return answerCanSendKeys(); };
+    environment.activate = [this](qint64 processIdentifier) { return activate(processIdentifier); };
+    return environment;
+}
+
+QCoro::Task<bool> AtspiBench::answerCanSendKeys()
+{
+    co_return canSendKeys;
+}
+
+QCoro::Task<void> AtspiBench::activate(qint64 processIdentifier)
+{
+    activations.append(processIdentifier);
+    co_return;
+}
+
+AtspiBench::Program AtspiBench::start(const QString &program, const QStringList &arguments)
+{
+    Program process(new QProcess, &end);
+    process->setStandardOutputFile(QProcess::nullDevice());
+    process->setStandardErrorFile(QProcess::nullDevice());
+    process->start(program, arguments);
+    process->waitForStarted();
+    return process;
+}
+
+AtspiBench::Tree AtspiBench::tree(const QProcess &program)
+{
+    return QCoro::waitFor(treeOrNone(&accessibility, program.processId()));
+}
+
+QCoro::Task<AtspiBench::Walk> AtspiBench::walk(Tree tree, qsizetype most)
+{
+    Walk walk;
+    QList<AccessibilityElement> level{tree->root()};
+    while (!level.isEmpty()) {
+        level = level.first(std::min(level.size(), most - walk.elements.size()));
+        const QList<AccessibilityAttributes> read = co_await tree->read(level);
+        walk.elements += level;
+        walk.attributes += read;
+        level.clear();
+        for (const AccessibilityAttributes &attributes : read)
+            level += attributes.children;
+    }
+    co_return walk;
+}
+
+QString AtspiBench::label(const AccessibilityAttributes &attributes)
+{
+    for (const auto &text : {attributes.title, attributes.description, attributes.value, attributes.help}) {
+        if (text && !text->isEmpty())
+            return *text;
+    }
+    return {};
+}
+
+QList<WalkedNode> AtspiBench::nodes(const Walk &walk)
+{
+    QList<WalkedNode> nodes;
+    for (const AccessibilityAttributes &attributes : walk.attributes)
+        nodes.append({attributes.role, label(attributes), attributes.children.size()});
+    return nodes;
+}
+
+QStringList AtspiBench::labels(const QProcess &program, const QString &role)
+{
+    QStringList labels;
+    const Tree found = tree(program);
+    if (!found)
+        return labels;
+    for (const AccessibilityAttributes &attributes : QCoro::waitFor(walk(found)).attributes) {
+        if (attributes.role == role)
+            labels.append(label(attributes));
+    }
+    return labels;
+}
+
+bool AtspiBench::waitForLabel(const QProcess &program, const QString &role, const QString &label)
+{
+    return QTest::qWaitFor([&] { return labels(program, role).contains(label); }, patience);
+}
+
+bool AtspiBench::press(const QProcess &program, const QString &role, const QString &wanted)
+{
+    const Tree found = tree(program);
+    if (!found)
+        return false;
+    const Walk whole = QCoro::waitFor(walk(found));
+    for (qsizetype i = 0; i < whole.elements.size(); ++i) {
+        const AccessibilityAttributes &attributes = whole.attributes.at(i);
+        if (attributes.role == role && label(attributes) == wanted)
+            return QCoro::waitFor(found->press(whole.elements.at(i)));
+    }
+    return false;
+}
+
+Heartbeat::Heartbeat()
+{
+    m_timer.setTimerType(Qt::PreciseTimer);
+    QObject::connect(&m_timer, &QTimer::timeout, &m_timer,
+                     [this] { m_longestGap = std::max(m_longestGap, m_sinceBeat.restart()); });
+    m_sinceBeat.start();
+    m_timer.start(10);
+}
+
+QCoro::Task<QString> AtspiBenchDetails::caught(QCoro::Task<void> task)
+{
+    try {
+        co_await task;
+    } catch (const PlatformError &error) {
+        co_return error.errorDescription();
+    }
+    co_return QString();
+}

@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Linux/Accessibility/AtspiLabels.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+class AtspiLabelsTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aLabelReadsAsAPersonSeesIt_data();
+    void aLabelReadsAsAPersonSeesIt();
+    void toolkitsAreKnownByTheirNames();
+};
+
+void AtspiLabelsTest::aLabelReadsAsAPersonSeesIt_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<AtspiToolkit>("toolkit");
+    QTest::addColumn<QString>("label");
+    QTest::newRow("plain") << u"Save As…"_s << AtspiToolkit::Other << u"Save As…"_s;
+    QTest::newRow("padded") << u"  Save "_s << AtspiToolkit::Other << u"Save"_s;
+    QTest::newRow("blanks only") << u"   "_s << AtspiToolkit::Other << QString();
+    QTest::newRow("two lines") << u"Lines: 1\nWords: 2"_s << AtspiToolkit::Other << u"Lines: 1 Words: 2"_s;
+    QTest::newRow("a chat marker") << u"<|im_end|>"_s << AtspiToolkit::Other << u"< |im_end| >"_s;
+    QTest::newRow("mnemonic and dots stay") << u"_Open..."_s << AtspiToolkit::Other << u"_Open..."_s;
+    QTest::newRow("a picture in a text") << u"A\uFFFC cat"_s << AtspiToolkit::Other << u"A cat"_s;
+    QTest::newRow("a link alone") << u"\uFFFC"_s << AtspiToolkit::Other << QString();
+    QTest::newRow("said twice") << u"7 7"_s << AtspiToolkit::Gtk4 << u"7"_s;
+    QTest::newRow("words said twice") << u"Clear All Clear All"_s << AtspiToolkit::Gtk4 << u"Clear All"_s;
+    QTest::newRow("twice elsewhere is meant") << u"Bye Bye"_s << AtspiToolkit::Other << u"Bye Bye"_s;
+    QTest::newRow("two halves that differ") << u"7 8"_s << AtspiToolkit::Gtk4 << u"7 8"_s;
+    QTest::newRow("no blank between") << u"707"_s << AtspiToolkit::Gtk4 << u"707"_s;
+    QTest::newRow("a class for a name") << u"GtkMenuButton"_s << AtspiToolkit::Gtk4 << QString();
+    QTest::newRow("text about a class") << u"GtkButton docs"_s << AtspiToolkit::Gtk4 << u"GtkButton docs"_s;
+    QTest::newRow("empty") << QString() << AtspiToolkit::Gtk4 << QString();
+}
+
+void AtspiLabelsTest::aLabelReadsAsAPersonSeesIt()
+{
+    QFETCH(QString, text);
+    QFETCH(AtspiToolkit, toolkit);
+    QFETCH(QString, label);
+    QCOMPARE(Atspi::label(text, toolkit), label);
+}
+
+void AtspiLabelsTest::toolkitsAreKnownByTheirNames()
+{
+    QCOMPARE(Atspi::toolkit(u"GTK"_s), AtspiToolkit::Gtk4);
+    QCOMPARE(Atspi::toolkit(u"gtk"_s), AtspiToolkit::Other); // GTK 3
+    QCOMPARE(Atspi::toolkit(u"Chromium"_s), AtspiToolkit::Chromium);
+    QCOMPARE(Atspi::toolkit(u"Qt"_s), AtspiToolkit::Other);
+    QCOMPARE(Atspi::toolkit(QString()), AtspiToolkit::Other);
+}
+
+QTEST_GUILESS_MAIN(AtspiLabelsTest)
+#include "AtspiLabelsTest.moc"

@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "Desktop/Linux/Accessibility/AtspiLabels.h"
+#include "Desktop/Linux/Accessibility/AtspiMessages.h"
+#include "Desktop/Linux/Accessibility/AtspiRoles.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QList>
+#include <QString>
+
+// What a walk says of one element.
+struct WalkedNode
+{
+    QString role;
+    QString label;
+    qsizetype children = 0;
+
+    friend bool operator==(const WalkedNode &, const WalkedNode &) = default;
+};
+
+// The plain way to read a tree, to measure the other one against: breadth first, one call after the other,
+// each waited for, nothing remembered. It blocks, and has a connection of its own.
+class NodeByNode
+{
+public:
+    NodeByNode();
+    ~NodeByNode();
+
+    const QDBusConnection &bus() const { return m_bus; }
+
+    // The first `most` elements of the application with this process.
+    QList<WalkedNode> walk(qint64 processIdentifier, qsizetype most);
+
+private:
+    struct Place
+    {
+        AtspiReference object;
+        AtspiRole parentRole = AtspiRole::Invalid;
+    };
+
+    QDBusMessage ask(const QDBusMessage &call);
+    QString property(const AtspiReference &object, const QString &interface, const QString &name,
+                     AtspiToolkit toolkit);
+    AtspiReference rootOf(qint64 processIdentifier);
+    WalkedNode read(const Place &place, AtspiToolkit toolkit, QList<Place> &queue);
+    QString label(const AtspiReference &object, AtspiRole role, const QString &axRole, AtspiToolkit toolkit,
+                  bool hasChildren);
+    QString contents(const AtspiReference &object, int end);
+
+    QDBusConnection m_bus;
+};

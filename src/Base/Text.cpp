@@ -40,6 +40,36 @@ bool continuesWord(char32_t character)
            category == QChar::Other_Format || character == U'\'' || character == U'’';
 }
 
+// Whether one of the letters that pair up to flags stands here.
+bool isRegionalIndicatorAt(const QString &text, qsizetype position)
+{
+    return position >= 0 && position + 1 < text.size() && text.at(position) == QChar(0xD83C) &&
+           text.at(position + 1) >= QChar(0xDDE6) && text.at(position + 1) <= QChar(0xDDFF);
+}
+
+// Whether the position lies between the two halves of a flag. The boundary finder of Qt before 6.5 takes the
+// middle of a flag for a boundary when an emoji stands before it.
+bool splitsFlag(const QString &text, qsizetype position)
+{
+    constexpr qsizetype half = 2;
+    if (!isRegionalIndicatorAt(text, position))
+        return false;
+    qsizetype start = position;
+    while (isRegionalIndicatorAt(text, start - half))
+        start -= half;
+    return (position - start) / half % 2 == 1;
+}
+
+// Moves on by one user-perceived character; false at the end of the text.
+bool toNextCharacter(QTextBoundaryFinder &finder, const QString &text)
+{
+    if (finder.toNextBoundary() < 0)
+        return false;
+    while (splitsFlag(text, finder.position()))
+        finder.toNextBoundary();
+    return true;
+}
+
 } // namespace
 
 QString Text::trimmed(const QString &text)
@@ -49,10 +79,11 @@ QString Text::trimmed(const QString &text)
 
 QString Text::comparisonKey(const QString &text)
 {
-    // Folding can decompose ("İ"), so the composition comes last; composed first, so that folding sees
-    // letters.
+    // Composed first, so that both steps see letters; lower-cased too, because folding leaves "İ" alone; and
+    // composed again, because that takes letters apart.
     return withoutInvisible(text)
         .normalized(QString::NormalizationForm_C)
+        .toLower()
         .toCaseFolded()
         .normalized(QString::NormalizationForm_C);
 }
@@ -71,7 +102,7 @@ QString Text::firstCharacters(const QString &text, qsizetype count)
 {
     QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
     for (qsizetype i = 0; i < count; ++i) {
-        if (finder.toNextBoundary() < 0)
+        if (!toNextCharacter(finder, text))
             return text;
     }
     return text.left(finder.position());
@@ -84,7 +115,7 @@ QStringList Text::chunked(const QString &text, qsizetype size)
     qsizetype start = 0;
     while (start < text.size()) {
         for (qsizetype i = 0; i < size && finder.position() < text.size(); ++i)
-            finder.toNextBoundary();
+            toNextCharacter(finder, text);
         pieces.append(text.mid(start, finder.position() - start));
         start = finder.position();
     }

@@ -1,0 +1,207 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Files.h"
+#include "Desktop/PlatformError.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// The description of what the task threw, or "done".
+QCoro::Task<QString> outcomeOf(QCoro::Task<void> task)
+{
+    try {
+        co_await task;
+    } catch (const PlatformError &error) {
+        co_return error.errorDescription();
+    }
+    co_return u"done"_s;
+}
+
+QString outcome(QCoro::Task<void> task)
+{
+    return QCoro::waitFor(outcomeOf(std::move(task)));
+}
+
+} // namespace
+
+class FilesTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void aFolderIsListedOneLevelDeepWithoutHiddenEntries();
+    void linksThatLeadNowhereAreListed();
+    void modificationDatesAreThoseOfTheDisk();
+    void whatIsNoFolderCannotBeListed_data();
+    void whatIsNoFolderCannotBeListed();
+    void existenceIsToldOfFilesAndFolders();
+    void foldersAreCreatedWithTheOnesAboveThem();
+    void anExistingFolderIsNoError();
+    void aFileInTheWayIsAnError_data();
+    void aFileInTheWayIsAnError();
+    void aNullInANameIsAnError();
+    void trashingMovesTheItemAway_data();
+    void trashingMovesTheItemAway();
+    void trashingWhatIsNotThereIsAnError();
+
+private:
+    void addFile(const QString &name) const
+    {
+        QFile file(path(name));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+    }
+    QString path(const QString &name) const { return m_home->path() + u'/' + name; }
+
+    std::unique_ptr<QTemporaryDir> m_home;
+    std::unique_ptr<Files> m_files;
+};
+
+void FilesTest::init()
+{
+    m_home = std::make_unique<QTemporaryDir>();
+    QVERIFY(QDir(m_home->path()).mkdir(u"data"_s));
+    qputenv("XDG_DATA_HOME", path(u"data"_s).toUtf8());
+    m_files = std::make_unique<Files>(m_home->path());
+}
+
+void FilesTest::cleanup()
+{
+    m_files.reset();
+    m_home.reset();
+    qunsetenv("XDG_DATA_HOME");
+}
+
+void FilesTest::aFolderIsListedOneLevelDeepWithoutHiddenEntries()
+{
+    QVERIFY(QDir(m_home->path()).mkpath(u"a/b/c"_s));
+    addFile(u"a/x.txt"_s);
+    addFile(u"a/.hidden"_s);
+    addFile(u"a/b/deep.txt"_s);
+    const auto listing = QCoro::waitFor(m_files->contentsOfDirectory(path(u"a"_s)));
+    QVERIFY(listing);
+    QStringList names;
+    for (const FolderEntry &entry : *listing)
+        names.append(entry.name);
+    names.sort();
+    QCOMPARE(names, (QStringList{u"b"_s, u"x.txt"_s}));
+}
+
+void FilesTest::linksThatLeadNowhereAreListed()
+{
+    QVERIFY(QDir(m_home->path()).mkdir(u"a"_s));
+    QVERIFY(QFile::link(path(u"nowhere"_s), path(u"a/link"_s)));
+    const auto listing = QCoro::waitFor(m_files->contentsOfDirectory(path(u"a"_s)));
+    QVERIFY(listing);
+    QCOMPARE(listing->size(), 1);
+    QCOMPARE(listing->first().name, u"link"_s);
+}
+
+void FilesTest::modificationDatesAreThoseOfTheDisk()
+{
+    QVERIFY(QDir(m_home->path()).mkdir(u"a"_s));
+    addFile(u"a/x"_s);
+    const QDateTime date(QDate(2001, 2, 3), QTime(4, 5, 6));
+    QFile file(path(u"a/x"_s));
+    QVERIFY(file.open(QIODevice::ReadWrite));
+    QVERIFY(file.setFileTime(date, QFileDevice::FileModificationTime));
+    const auto listing = QCoro::waitFor(m_files->contentsOfDirectory(path(u"a"_s)));
+    QVERIFY(listing);
+    QCOMPARE(listing->first().modificationDate, std::optional(date));
+}
+
+void FilesTest::whatIsNoFolderCannotBeListed_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("nothing there") << u"none"_s;
+    QTest::newRow("a file") << u"file"_s;
+}
+
+void FilesTest::whatIsNoFolderCannotBeListed()
+{
+    QFETCH(QString, name);
+    addFile(u"file"_s);
+    QVERIFY(!QCoro::waitFor(m_files->contentsOfDirectory(path(name))));
+}
+
+void FilesTest::existenceIsToldOfFilesAndFolders()
+{
+    addFile(u"file"_s);
+    QVERIFY(QCoro::waitFor(m_files->exists(path(u"file"_s))));
+    QVERIFY(QCoro::waitFor(m_files->exists(path(u"data"_s))));
+    QVERIFY(!QCoro::waitFor(m_files->exists(path(u"none"_s))));
+}
+
+void FilesTest::foldersAreCreatedWithTheOnesAboveThem()
+{
+    QCOMPARE(outcome(m_files->createDirectory(path(u"a/b/Été"_s))), u"done"_s);
+    QVERIFY(QFileInfo(path(u"a/b/Été"_s)).isDir());
+}
+
+void FilesTest::anExistingFolderIsNoError()
+{
+    QCOMPARE(outcome(m_files->createDirectory(path(u"data"_s))), u"done"_s);
+}
+
+void FilesTest::aFileInTheWayIsAnError_data()
+{
+    QTest::addColumn<QString>("folder");
+    QTest::newRow("at the end") << u"file"_s;
+    QTest::newRow("on the way") << u"file/a"_s;
+}
+
+void FilesTest::aFileInTheWayIsAnError()
+{
+    QFETCH(QString, folder);
+    addFile(u"file"_s);
+    const QString expected = u"Couldn't create the folder “%1”: "_s.arg(folder.section(u'/', -1));
+    const QString message = outcome(m_files->createDirectory(path(folder)));
+    QVERIFY2(message.startsWith(expected), qPrintable(message));
+    QVERIFY(QFileInfo(path(u"file"_s)).isFile());
+}
+
+void FilesTest::aNullInANameIsAnError()
+{
+    const QString hostile = path(u"a"_s) + QChar(u'\0') + u"b"_s;
+    QCOMPARE(outcome(m_files->createDirectory(hostile)),
+             u"Couldn't create the folder “a b”: its name is invalid."_s);
+    QVERIFY(!QFileInfo::exists(path(u"a"_s)));
+}
+
+void FilesTest::trashingMovesTheItemAway_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("a file") << u"file"_s;
+    QTest::newRow("a folder that is not empty") << u"folder"_s;
+    QTest::newRow("a link, but not what it leads to") << u"link"_s;
+}
+
+void FilesTest::trashingMovesTheItemAway()
+{
+    QFETCH(QString, name);
+    addFile(u"file"_s);
+    QVERIFY(QDir(m_home->path()).mkdir(u"folder"_s));
+    addFile(u"folder/x"_s);
+    addFile(u"target"_s);
+    QVERIFY(QFile::link(path(u"target"_s), path(u"link"_s)));
+    QCOMPARE(outcome(m_files->trash(path(name))), u"done"_s);
+    QVERIFY(!QDir(m_home->path()).entryList(QDir::AllEntries | QDir::System).contains(name));
+    QVERIFY(QFile::exists(path(u"target"_s)));
+    const QDir trash(path(u"data/Trash/files"_s));
+    QVERIFY(trash.entryList(QDir::AllEntries | QDir::System).contains(name));
+}
+
+void FilesTest::trashingWhatIsNotThereIsAnError()
+{
+    QCOMPARE(outcome(m_files->trash(path(u"none.txt"_s))),
+             u"“none.txt” couldn't be moved to the Trash because it doesn't exist."_s);
+}
+
+QTEST_GUILESS_MAIN(FilesTest)
+#include "FilesTest.moc"

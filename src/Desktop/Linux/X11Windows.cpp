@@ -95,8 +95,18 @@ X11Snapshot X11Windows::snapshot()
         if (auto window = described(each, desktop))
             result.windows.append(std::move(*window));
     }
+    addToStacking(result);
     m_connection.requireAlive();
     return result;
+}
+
+// A window manager may list a new window, and make it active, before it tells where it lies: on top.
+void X11Windows::addToStacking(X11Snapshot &snapshot)
+{
+    for (const X11Window &window : std::as_const(snapshot.windows)) {
+        if (!snapshot.stacking.contains(window.identifier))
+            snapshot.stacking.prepend(window.identifier);
+    }
 }
 
 X11Windows::Requests X11Windows::requestsFor(std::uint32_t window) const

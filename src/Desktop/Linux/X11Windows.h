@@ -40,6 +40,7 @@ private:
     X11Window::Kind kindOf(const QList<std::uint32_t> &types, bool isTransient) const;
     QString textOf(const std::optional<X11Property> &property) const;
     QList<std::uint32_t> rootValues(xcb_atom_t property) const;
+    static void addToStacking(X11Snapshot &snapshot);
     void remember(std::optional<std::uint32_t> window);
 
     X11Connection &m_connection;

@@ -2,6 +2,7 @@
 // Keys on a real X server: what arrives, and what stays behind.
 #include "Desktop/Linux/LinuxBench.h"
 #include "Desktop/Linux/X11Keyboard.h"
+#include "Desktop/Linux/X11Typist.h"
 
 #include <QFile>
 #include <QRasterWindow>
@@ -40,6 +41,16 @@ QByteArray keyMap()
 
 } // namespace
 
+// Stands for our own window: the same process as the services.
+class OwnWindow : public QRasterWindow
+{
+public:
+    int keys = 0;
+
+protected:
+    void keyPressEvent(QKeyEvent *) override { ++keys; }
+};
+
 class LinuxKeyboardTest : public QObject
 {
     Q_OBJECT
@@ -70,11 +81,42 @@ private:
         return QTest::qWaitFor(look, LinuxBench::patience) ? told : QByteArray();
     }
 
-    static bool isModifierDown()
+    LinuxBench::Program startEditor(const QString &path)
     {
-        LinuxBench bench;
-        const auto look = [&bench] { return X11Keyboard(bench.display.connection()).isModifierHeld(); };
-        return QCoro::waitFor(bench.display.run(look));
+        // Made here, so that the editor saves without asking for a name.
+        if (!QFile(path).open(QIODevice::WriteOnly))
+            qFatal("No temporary file");
+        auto editor = LinuxBench::start(u"mousepad"_s, {path});
+        if (!m_bench.waitForActive(u"typed.txt"_s))
+            qFatal("The editor did not start");
+        return editor;
+    }
+
+    // What the editor holds, after it was told to save.
+    QString savedText(const QString &path)
+    {
+        const QString failure = post({key(1, EventFlag::Command)});
+        if (!failure.isEmpty())
+            return failure;
+        QString content;
+        const auto read = [&path, &content] {
+            QFile file(path);
+            if (file.open(QIODevice::ReadOnly))
+                content = QString::fromUtf8(file.readAll());
+            return !content.isEmpty();
+        };
+        return QTest::qWaitFor(read, LinuxBench::patience) ? content : QString();
+    }
+
+    bool isModifierDown()
+    {
+        const auto look = [this] { return X11Keyboard(m_bench.display.connection()).isModifierHeld(); };
+        return QCoro::waitFor(m_bench.display.run(look));
+    }
+
+    static bool isCapsLockOn()
+    {
+        return LinuxBench::output(u"xset"_s, {u"q"_s}).simplified().contains("Caps Lock: on");
     }
 
 private Q_SLOTS:
@@ -82,6 +124,7 @@ private Q_SLOTS:
     {
         m_receiver.reset();
         QVERIFY(m_bench.waitForNoWindow(u"Receiver"_s));
+        QVERIFY(m_bench.waitForNoWindow(u"typed.txt"_s));
     }
 
     void commandTArrivesAsControlT()
@@ -97,22 +140,107 @@ private Q_SLOTS:
     {
         const QTemporaryDir folder;
         const QString path = folder.filePath(u"typed.txt"_s);
-        QVERIFY(QFile(path).open(QIODevice::WriteOnly));
-        const auto editor = LinuxBench::start(u"mousepad"_s, {path});
-        QVERIFY(m_bench.waitForActive(u"typed.txt"_s));
+        const auto editor = startEditor(path);
         const QByteArray before = keyMap();
         QCOMPARE(post({text(hardText())}), QString());
         QCOMPARE(keyMap(), before);
-        QCOMPARE(post({key(1, EventFlag::Command)}), QString());
-        QString content;
-        const auto read = [&path, &content] {
-            QFile file(path);
-            if (file.open(QIODevice::ReadOnly))
-                content = QString::fromUtf8(file.readAll());
-            return !content.isEmpty();
+        QCOMPARE(savedText(path), hardText());
+    }
+
+    void capsLockDoesNotChangeTheTextAndStaysOn()
+    {
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(u"typed.txt"_s);
+        const auto editor = startEditor(path);
+        LinuxBench::output(u"xdotool"_s, {u"key"_s, u"Caps_Lock"_s});
+        QVERIFY(isCapsLockOn());
+        QCOMPARE(post({text(u"aB éÉ яЯ"_s)}), QString());
+        QVERIFY(isCapsLockOn());
+        QCOMPARE(savedText(path), u"aB éÉ яЯ"_s);
+        LinuxBench::output(u"xdotool"_s, {u"key"_s, u"Caps_Lock"_s});
+        QVERIFY(!isCapsLockOn());
+    }
+
+    void anotherLanguageSwitchedOnDoesNotChangeTheText()
+    {
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(u"typed.txt"_s);
+        const auto editor = startEditor(path);
+        LinuxBench::output(u"setxkbmap"_s, {u"de,ru"_s, {}, u"-option"_s, u"grp:toggle"_s});
+        // German: the brackets and the at sign stand on the third level.
+        QCOMPARE(post({text(u"Zyklus {x} @ ß "_s)}), QString());
+        LinuxBench::output(u"xdotool"_s, {u"key"_s, u"ISO_Next_Group"_s});
+        QCOMPARE(post({text(u"Hello, мир"_s)}), QString());
+        const QString saved = savedText(path); // Command+S, while no key types an s
+        LinuxBench::output(u"setxkbmap"_s, {u"us"_s, u"-option"_s, {}});
+        QCOMPARE(saved, u"Zyklus {x} @ ß Hello, мир"_s);
+    }
+
+    void keysNeverGoToOurOwnWindow()
+    {
+        startReceiver();
+        OwnWindow palette;
+        palette.setTitle(u"Palette"_s);
+        palette.show();
+        palette.requestActivate();
+        QVERIFY(m_bench.waitForActive(u"Palette"_s));
+        QCOMPARE(post({text(u"private"_s)}), QString());
+        QVERIFY(!receivedUntil("release 45").isEmpty());
+        QVERIFY(m_bench.waitForActive(u"Receiver"_s));
+        QCOMPARE(palette.keys, 0);
+    }
+
+    void withoutAnApplicationInFrontNothingIsSent() { QVERIFY(!post({text(u"lost"_s)}).isEmpty()); }
+
+    void aTargetThatHasGoneGetsASentence()
+    {
+        startReceiver();
+        const auto window = m_bench.waitForWindow(u"Receiver"_s);
+        m_receiver.reset();
+        QVERIFY(m_bench.waitForNoWindow(u"Receiver"_s));
+        const auto type = [this, &window] {
+            std::atomic_bool isStopped = false;
+            X11Typist typist(m_bench.display.connection(), m_bench.display.windows(), isStopped, 5s);
+            typist.type({text(u"lost"_s)}, 0us, *window);
         };
-        QVERIFY(QTest::qWaitFor(read, LinuxBench::patience));
-        QCOMPARE(content.trimmed(), hardText().trimmed());
+        const QString message = LinuxBench::errorOf(m_bench.display.run(type));
+        QVERIFY2(message.contains(u"no keys were sent"), qPrintable(message));
+    }
+
+    void textThatCannotBeTypedTouchesNoKey()
+    {
+        startReceiver();
+        QVERIFY(!post({text(u"abc"_s), text(QString(QChar(27)))}).isEmpty());
+        QCOMPARE(post({key(36)}), QString());
+        QVERIFY(receivedUntil("release 1000004").startsWith("press 1000004"));
+    }
+
+    void modifiersThatTheUserHoldsAreWaitedFor()
+    {
+        startReceiver();
+        LinuxBench::output(u"xdotool"_s, {u"keydown"_s, u"shift"_s});
+        const QString message = post({text(u"a"_s)});
+        LinuxBench::output(u"xdotool"_s, {u"keyup"_s, u"shift"_s});
+        QVERIFY2(message.contains(u"modifier"), qPrintable(message));
+        QCOMPARE(post({text(u"a"_s)}), QString());
+        const QByteArray told = receivedUntil("release 41");
+        QVERIFY2(told.contains("press 41 0 61"), told.constData());
+    }
+
+    void typingStopsWhenAnotherApplicationGetsTheFocus()
+    {
+        startReceiver();
+        const QByteArray before = keyMap();
+        const QList<KeyStroke> longText(400, text(u"Aé"_s));
+        QCoro::Task<void> typing = m_bench.keyboard.post(longText, 15ms);
+        QVERIFY(!receivedUntil("release c9").isEmpty());
+        OwnWindow other;
+        other.setTitle(u"Other"_s);
+        other.show();
+        const QString message = LinuxBench::errorOf(std::move(typing));
+        QVERIFY2(message.contains(u"typing was stopped"), qPrintable(message));
+        QVERIFY(!isModifierDown());
+        QCOMPARE(keyMap(), before);
     }
 };
 

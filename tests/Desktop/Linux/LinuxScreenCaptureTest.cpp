@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: Apache-2.0
+// Pictures of a real screen.
+#include "Desktop/Linux/LinuxScreenCapture.h"
+#include "Desktop/Linux/LinuxBench.h"
+
+#include <QDir>
+#include <QGuiApplication>
+#include <QImage>
+#include <QPainter>
+#include <QRasterWindow>
+#include <QScreen>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class RedWindow : public QRasterWindow
+{
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        QPainter(this).fillRect(QRect(QPoint(), size()), QColor(200, 30, 60));
+    }
+};
+
+} // namespace
+
+class LinuxScreenCaptureTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    LinuxBench m_bench;
+    LinuxScreenCapture m_capture{m_bench.display};
+
+private Q_SLOTS:
+    void thePictureShowsTheWholeScreen()
+    {
+        RedWindow window;
+        window.setTitle(u"Red"_s);
+        window.resize(200, 200);
+        window.show();
+        QVERIFY(m_bench.waitForActive(u"Red"_s));
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(u"Screenshot 1.png"_s);
+        const QPoint middle = window.mapToGlobal(QPoint(100, 100));
+        const auto colourInPicture = [this, &path, &middle] {
+            QCoro::waitFor(m_capture.capture(path));
+            return QColor(QImage(path, "PNG").pixel(middle));
+        };
+        QTRY_COMPARE(colourInPicture(), QColor(200, 30, 60));
+        QCOMPARE(QImage(path, "PNG").size(), QGuiApplication::primaryScreen()->size());
+        QCOMPARE(QDir(folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot).size(),
+                 1);
+    }
+
+    void aPictureThatCannotBeWrittenLeavesNoFile()
+    {
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(u"missing/Screenshot.png"_s);
+        QCoro::waitFor(m_capture.capture(path));
+        QVERIFY(!QFileInfo::exists(path));
+        QVERIFY(QDir(folder.path()).isEmpty());
+    }
+};
+
+QTEST_MAIN(LinuxScreenCaptureTest)
+#include "LinuxScreenCaptureTest.moc"

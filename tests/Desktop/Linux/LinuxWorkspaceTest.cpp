@@ -1,0 +1,284 @@
+// SPDX-License-Identifier: Apache-2.0
+// Running and installed applications on a real desktop, with real applications.
+#include "Desktop/Linux/LinuxBench.h"
+
+#include <QDir>
+#include <QFile>
+#include <QRasterWindow>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+QString applicationsFolder()
+{
+    return qEnvironmentVariable("HOME") + u"/.local/share/applications"_s;
+}
+
+void write(const QString &path, const QByteArray &content)
+{
+    QDir().mkpath(QFileInfo(path).path());
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+        qFatal("Cannot write %s", qPrintable(path));
+}
+
+} // namespace
+
+class LinuxWorkspaceTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    LinuxBench m_bench;
+
+    // The shown application of that name.
+    std::optional<ApplicationBundle> installed(const QString &name)
+    {
+        const auto folders = QCoro::waitFor(m_bench.workspace.applicationFolders());
+        for (const ApplicationFolder &folder : folders) {
+            for (const ApplicationFolder::Entry &entry : folder.entries) {
+                if (entry.name == name + u".app"_s)
+                    return entry.bundle;
+            }
+        }
+        return std::nullopt;
+    }
+
+    std::optional<RunningApplication> running(const QString &name)
+    {
+        for (const RunningApplication &each : QCoro::waitFor(m_bench.workspace.runningApplications())) {
+            if (each.localizedName == name)
+                return each;
+        }
+        return std::nullopt;
+    }
+
+    QString frontmostName()
+    {
+        const auto application = QCoro::waitFor(m_bench.workspace.frontmostApplication());
+        return application ? application->localizedName.value_or(QString()) : u"none"_s;
+    }
+
+    QString open(const ApplicationBundle &application)
+    {
+        return LinuxBench::errorOf(m_bench.workspace.openApplication(application));
+    }
+
+    bool isTerminated(const RunningApplication &application)
+    {
+        return QCoro::waitFor(m_bench.workspace.isTerminated(application));
+    }
+
+private Q_SLOTS:
+    void cleanup()
+    {
+        const X11Snapshot snapshot = m_bench.snapshot();
+        for (const X11Window &window : snapshot.windows) {
+            if (window.process > 0 && window.process != QCoreApplication::applicationPid())
+                LinuxBench::output(u"kill"_s, {u"-9"_s, QString::number(window.process)});
+        }
+        QVERIFY(
+            QTest::qWaitFor([this] { return m_bench.snapshot().windows.isEmpty(); }, LinuxBench::patience));
+    }
+
+    void anEmptyDesktopHasNothingInFront()
+    {
+        QCOMPARE(frontmostName(), u"none"_s);
+        QVERIFY(QCoro::waitFor(m_bench.workspace.runningApplications()).isEmpty());
+    }
+
+    void aLaunchedApplicationIsInFront()
+    {
+        const auto mousepad = installed(u"Mousepad"_s);
+        QVERIFY(mousepad);
+        QCOMPARE(open(*mousepad), QString());
+        QCOMPARE(frontmostName(), u"Mousepad"_s);
+        const auto application = running(u"Mousepad"_s);
+        QVERIFY(application && application->isRegular);
+        QCOMPARE(application->bundle, mousepad);
+    }
+
+    void openingARunningApplicationBringsItsWindowBack()
+    {
+        const auto mousepad = installed(u"Mousepad"_s);
+        const auto thunar = installed(u"Thunar File Manager"_s);
+        QVERIFY(mousepad && thunar);
+        QCOMPARE(open(*mousepad), QString());
+        QCOMPARE(open(*thunar), QString());
+        QCOMPARE(frontmostName(), u"Thunar File Manager"_s);
+        QCOMPARE(open(*mousepad), QString());
+        QCOMPARE(frontmostName(), u"Mousepad"_s);
+        QCOMPARE(m_bench.snapshot().windows.size(), 2);
+    }
+
+    void aMinimisedApplicationComesBack()
+    {
+        const auto mousepad = installed(u"Mousepad"_s);
+        QVERIFY(mousepad);
+        QCOMPARE(open(*mousepad), QString());
+        const std::uint32_t window = m_bench.snapshot().windows.first().identifier;
+        LinuxBench::output(u"xdotool"_s, {u"windowminimize"_s, u"--sync"_s, QString::number(window)});
+        QTRY_VERIFY(m_bench.snapshot().windows.first().isMinimised);
+        QCOMPARE(frontmostName(), u"none"_s);
+        QCOMPARE(open(*mousepad), QString());
+        QCOMPARE(frontmostName(), u"Mousepad"_s);
+    }
+
+    void ourOwnWindowIsNeverInFront()
+    {
+        const auto editor = LinuxBench::start(u"mousepad"_s);
+        QVERIFY(m_bench.waitForActive(u"Mousepad"_s));
+        const auto otherEditor = LinuxBench::start(u"featherpad"_s);
+        QTRY_COMPARE_WITH_TIMEOUT(frontmostName(), u"FeatherPad"_s, LinuxBench::patience);
+        QRasterWindow palette;
+        palette.setTitle(u"Palette"_s);
+        palette.show();
+        QVERIFY(m_bench.waitForActive(u"Palette"_s));
+        QCOMPARE(frontmostName(), u"FeatherPad"_s);
+        QCOMPARE(running(u"Mousepad"_s)->processIdentifier, editor->processId());
+        QCOMPARE(LinuxBench::errorOf(m_bench.workspace.activate(*running(u"Mousepad"_s))), QString());
+        palette.requestActivate();
+        QVERIFY(m_bench.waitForActive(u"Palette"_s));
+        QCOMPARE(frontmostName(), u"Mousepad"_s);
+    }
+
+    void quittingClosesTheApplication()
+    {
+        const auto editor = LinuxBench::start(u"mousepad"_s);
+        QVERIFY(m_bench.waitForActive(u"Mousepad"_s));
+        const auto application = running(u"Mousepad"_s);
+        QVERIFY(application && !isTerminated(*application));
+        QCoro::waitFor(m_bench.workspace.terminate(*application));
+        QTRY_VERIFY_WITH_TIMEOUT(isTerminated(*application), LinuxBench::patience);
+        const QString message = LinuxBench::errorOf(m_bench.workspace.activate(*application));
+        QVERIFY2(message.contains(u"Mousepad"), qPrintable(message));
+    }
+
+    void anApplicationThatAsksFirstIsNotTerminated()
+    {
+        const auto editor = LinuxBench::start(u"mousepad"_s);
+        QVERIFY(m_bench.waitForActive(u"Mousepad"_s));
+        const KeyStroke text{0, {}, u"unsaved"_s};
+        QCOMPARE(LinuxBench::errorOf(m_bench.keyboard.post({text}, 0us)), QString());
+        const auto application = running(u"Mousepad"_s);
+        QVERIFY(application);
+        QCoro::waitFor(m_bench.workspace.terminate(*application));
+        const auto asks = [this] {
+            for (const X11Window &window : m_bench.snapshot().windows) {
+                if (window.kind == X11Window::Kind::Dialog)
+                    return true;
+            }
+            return false;
+        };
+        QVERIFY(QTest::qWaitFor(asks, LinuxBench::patience));
+        QVERIFY(!isTerminated(*application));
+    }
+
+    void aFileManagerThatStaysInTheBackgroundHasQuit()
+    {
+        const auto thunar = installed(u"Thunar File Manager"_s);
+        QVERIFY(thunar);
+        const auto daemon = LinuxBench::start(u"thunar"_s, {u"--daemon"_s});
+        QCOMPARE(open(*thunar), QString());
+        const auto application = running(u"Thunar File Manager"_s);
+        QVERIFY(application);
+        QCoro::waitFor(m_bench.workspace.terminate(*application));
+        QTRY_VERIFY_WITH_TIMEOUT(isTerminated(*application), LinuxBench::patience);
+    }
+
+    void aFileOpensInTheNamedApplication()
+    {
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(u"a file & more.txt"_s);
+        write(path, "hello\n");
+        const auto featherpad = installed(u"FeatherPad"_s);
+        QVERIFY(featherpad);
+        QCOMPARE(LinuxBench::errorOf(m_bench.workspace.open(QUrl::fromLocalFile(path), *featherpad)),
+                 QString());
+        QCOMPARE(frontmostName(), u"FeatherPad"_s);
+        QVERIFY(m_bench.waitForActive(u"a file & more.txt"_s));
+    }
+
+    void aFolderOpensInItsDefaultApplication()
+    {
+        const QTemporaryDir folder;
+        QVERIFY(QCoro::waitFor(m_bench.workspace.open(QUrl::fromLocalFile(folder.path()))));
+        QCOMPARE(frontmostName(), u"Thunar File Manager"_s);
+        QVERIFY(!QCoro::waitFor(m_bench.workspace.open(QUrl(u"x-nobody-knows:thing"_s))));
+    }
+
+    void aNewFolderIsRevealed()
+    {
+        const QTemporaryDir folder;
+        const QString parent = folder.filePath(u"Parent of it"_s);
+        QVERIFY(QDir().mkpath(parent + u"/Projects"_s));
+        QCoro::waitFor(m_bench.workspace.reveal(parent + u"/Projects"_s));
+        QVERIFY(m_bench.waitForWindow(u"Parent of it"_s));
+    }
+
+    void rolesAreFilledByTheDefaults()
+    {
+        const auto role = [this](const QString &name) {
+            const auto bundle = QCoro::waitFor(m_bench.workspace.defaultForRole(name));
+            return bundle ? bundle->displayName : u"none"_s;
+        };
+        QCOMPARE(role(u"Finder"_s), u"Thunar File Manager"_s);
+        QCOMPARE(role(u"calculator"_s), u"Calculator"_s);
+        QCOMPARE(role(u"Photoshop"_s), u"none"_s);
+    }
+
+    void theFirstEntryOfAnIdentifierCountsAndHiddenOnesAreLeftOut()
+    {
+        const QByteArray group = "[Desktop Entry]\nType=Application\n";
+        const QString own = applicationsFolder() + u"/"_s;
+        write(own + u"featherpad.desktop"_s,
+              group + "Name=My <|im_start|>\xE2\x80\xAE Pad\nExec=featherpad\n");
+        write(own + u"thunar-settings.desktop"_s, group + "Name=Gone\nExec=thunar\nHidden=true\n");
+        write(own + u"secret.desktop"_s, group + "Name=Secret\nExec=thunar\nNoDisplay=true\n");
+        write(own + u"sub/deep.desktop"_s, group + "Name=Deep\nExec=thunar\n");
+        const auto folders = QCoro::waitFor(m_bench.workspace.applicationFolders());
+        const auto ownPad = installed(u"My < |im_start| > Pad"_s);
+        const auto systemPad = installed(u"FeatherPad"_s);
+        const auto settings = installed(u"File Manager Settings"_s);
+        const auto secret = installed(u"Secret"_s);
+        const auto deep = installed(u"Deep"_s);
+        QVERIFY(QDir(applicationsFolder()).removeRecursively());
+        QCOMPARE(folders.first().path, applicationsFolder());
+        QCOMPARE(ownPad->location, own + u"featherpad.desktop"_s);
+        QVERIFY(!systemPad && !settings && !secret);
+        QVERIFY(deep);
+    }
+
+    void anApplicationThatCannotStartIsAnError()
+    {
+        const ApplicationBundle missing{u"/nowhere/missing.desktop"_s, u"Missing"_s};
+        const QString message = open(missing);
+        QVERIFY2(message.contains(u"missing"), qPrintable(message));
+    }
+
+    void aLaunchedProgramHasNothingOfOurs()
+    {
+        QFile inherited(u"/proc/self/status"_s);
+        QVERIFY(inherited.open(QIODevice::ReadOnly));
+        const auto mousepad = installed(u"Mousepad"_s);
+        QVERIFY(mousepad);
+        QCOMPARE(open(*mousepad), QString());
+        const QString process = u"/proc/%1/"_s.arg(m_bench.snapshot().windows.first().process);
+        QCOMPARE(QFile::symLinkTarget(process + u"fd/1"_s), u"/dev/null"_s);
+        QCOMPARE(QFile::symLinkTarget(process + u"fd/2"_s), u"/dev/null"_s);
+        for (const QString &descriptor : QDir(process + u"fd"_s).entryList(QDir::Files | QDir::System))
+            QVERIFY(!QFile::symLinkTarget(process + u"fd/"_s + descriptor).endsWith(u"/status"_s));
+        QFile status(process + u"stat"_s);
+        QVERIFY(status.open(QIODevice::ReadOnly));
+        const QList<QByteArray> fields = status.readAll().split(' ');
+        QVERIFY(fields.value(3).toInt() != QCoreApplication::applicationPid());             // parent
+        QCOMPARE(fields.value(5).toLongLong(), m_bench.snapshot().windows.first().process); // session
+    }
+};
+
+QTEST_MAIN(LinuxWorkspaceTest)
+#include "LinuxWorkspaceTest.moc"

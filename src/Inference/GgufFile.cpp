@@ -10,6 +10,8 @@
 #include <bit>
 #include <optional>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 using GgufFile::Verdict;
@@ -220,4 +222,23 @@ Verdict GgufFile::examine(const QString &path)
     if (!file.open(QFile::ReadOnly))
         return Verdict::Unreadable;
     return Examination(file).verdict();
+}
+
+QLatin1String GgufFile::explanation(Verdict verdict)
+{
+    switch (verdict) {
+    case Verdict::Plausible:
+        return "The file looks like a model."_L1;
+    case Verdict::Unreadable:
+        return "The file cannot be read."_L1;
+    case Verdict::NotGguf:
+        return "The file is no GGUF file."_L1;
+    case Verdict::UnknownVersion:
+        return "The file has a version of GGUF that is not known."_L1;
+    case Verdict::CutShort:
+        return "The file ends too early."_L1;
+    case Verdict::Malformed:
+        return "The file contradicts itself."_L1;
+    }
+    Q_UNREACHABLE();
 }

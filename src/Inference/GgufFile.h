@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <QLatin1String>
 #include <QString>
 
 // A look at a model file before llama.cpp gets it, because the library's loader may end the process on a file
@@ -17,5 +18,8 @@ enum class Verdict {
 };
 
 Verdict examine(const QString &path);
+
+// What a verdict says about a file, for the log: "The file ...".
+QLatin1String explanation(Verdict verdict);
 
 } // namespace GgufFile

@@ -8,6 +8,7 @@
 #include "Inference/LlamaPrompt.h"
 
 #include <QFile>
+#include <QLoggingCategory>
 
 #include <llama.h>
 
@@ -15,6 +16,12 @@
 #include <utility>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+Q_LOGGING_CATEGORY(engineLog, "orvane.engine")
+
+} // namespace
 
 void LlamaModelDeleter::operator()(llama_model *model) const
 {
@@ -71,8 +78,11 @@ void LlamaEngine::loadModel(const QString &path)
 {
     freeAll();
     llama_backend_init();
-    if (GgufFile::examine(path) != GgufFile::Verdict::Plausible)
+    const GgufFile::Verdict verdict = GgufFile::examine(path);
+    if (verdict != GgufFile::Verdict::Plausible) {
+        qCWarning(engineLog).noquote() << "Not loaded:" << path << GgufFile::explanation(verdict);
         throw InferenceError(InferenceError::Code::loadFailed);
+    }
 
     llama_model_params modelParameters = llama_model_default_params();
     modelParameters.n_gpu_layers = LlamaLimits::gpuLayers;

@@ -128,6 +128,15 @@ private Q_SLOTS:
         QVERIFY(!fixture.engine().isLoaded());
     }
 
+    void theLogSaysWhyAFileWasRefused()
+    {
+        EngineFixture fixture;
+        const QString path = fixture.filePath(u"missing.gguf"_s);
+        const QString message = u"Not loaded: "_s + path + u" The file cannot be read."_s;
+        QTest::ignoreMessage(QtWarningMsg, qPrintable(message));
+        QCOMPARE(loadFailure(fixture, path), Code::loadFailed);
+    }
+
     void aLoadAfterAFailureSucceeds()
     {
         EngineFixture fixture;

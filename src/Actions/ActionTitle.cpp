@@ -16,17 +16,6 @@ QString argument(const AgentAction &action, const QString &key, const QString &f
     return action.arg(key).value_or(fallback);
 }
 
-QString withoutEndSlashes(const QString &text)
-{
-    qsizetype start = 0;
-    qsizetype end = text.size();
-    while (start < end && text.at(start) == u'/')
-        ++start;
-    while (end > start && text.at(end - 1) == u'/')
-        --end;
-    return text.mid(start, end - start);
-}
-
 QString openApp(const AgentAction &action)
 {
     return QStringLiteral("Launching ") + argument(action, QStringLiteral("app"), QStringLiteral("app"));
@@ -41,7 +30,7 @@ QString openURL(const AgentAction &action)
 {
     QString address = argument(action, QStringLiteral("url"));
     address.remove(QLatin1String("https://")).remove(QLatin1String("http://"));
-    return QStringLiteral("Navigating to ") + withoutEndSlashes(address);
+    return QStringLiteral("Navigating to ") + Text::trimmed(address, u"/");
 }
 
 QString webSearch(const AgentAction &action)

@@ -5,8 +5,10 @@
 #include "Actions/Applications.h"
 #include "Actions/Files.h"
 #include "Actions/Keyboard.h"
+#include "Actions/Locations.h"
 #include "Actions/Observation.h"
 #include "Actions/Web.h"
+#include "Actions/WebAddress.h"
 #include "Base/Text.h"
 
 #include <QHash>

@@ -2,10 +2,10 @@
 #include "Actions/Files.h"
 
 #include "Actions/ActionError.h"
+#include "Actions/Locations.h"
 #include "Base/Text.h"
 
 #include <QFileInfo>
-#include <QHash>
 #include <QStringList>
 
 #include <algorithm>
@@ -14,51 +14,6 @@
 namespace {
 
 constexpr qsizetype mostNames = 5;
-
-// The folders below the home folder that the location words stand for; empty for the home folder itself.
-const QHash<QString, QString> &locationWords()
-{
-    static const QHash<QString, QString> words{
-        {QStringLiteral("desktop"), QStringLiteral("Desktop")},
-        {QStringLiteral("downloads"), QStringLiteral("Downloads")},
-        {QStringLiteral("downloads folder"), QStringLiteral("Downloads")},
-        {QStringLiteral("documents"), QStringLiteral("Documents")},
-        {QStringLiteral("pictures"), QStringLiteral("Pictures")},
-        {QStringLiteral("home"), QString()},
-        {QStringLiteral("~"), QString()},
-    };
-    return words;
-}
-
-template <typename Condition>
-QString trimmedOf(const QString &text, Condition isEdge)
-{
-    qsizetype start = 0;
-    qsizetype end = text.size();
-    while (start < end && isEdge(text.at(start)))
-        ++start;
-    while (end > start && isEdge(text.at(end - 1)))
-        --end;
-    return text.mid(start, end - start);
-}
-
-// Line breaks are no blanks here: a file name may begin or end with one.
-bool isBlank(QChar character)
-{
-    return character == u' ' || character == u'\t';
-}
-
-bool isDotOrSpace(QChar character)
-{
-    return character == u'.' || character == u' ';
-}
-
-QString withoutTrailingSlashes(QString path)
-{
-    while (path.size() > 1 && path.endsWith(u'/'))
-        path.chop(1);
-    return path;
-}
 
 // Which entries of a folder are asked for, in the form in which names are compared.
 struct Filter
@@ -78,7 +33,7 @@ Filter filterFor(const std::optional<QString> &extension, const std::optional<QS
 {
     Filter filter;
     if (extension)
-        filter.extension = trimmedOf(Text::comparisonKey(*extension), isDotOrSpace);
+        filter.extension = Text::trimmed(Text::comparisonKey(*extension), u". ");
     if (query)
         filter.query = Text::comparisonKey(*query);
     return filter;
@@ -104,38 +59,6 @@ QString foundLine(const QList<FolderEntry> &entries)
 }
 
 } // namespace
-
-QString Executor::resolveFolder(const QString &text, const QString &homeDirectory)
-{
-    const QString trimmed = trimmedOf(text, isBlank);
-    QString key = Text::comparisonKey(trimmed);
-    key.remove(QLatin1String("~/")).remove(QLatin1String("my "));
-    const auto word = locationWords().constFind(key);
-    if (word != locationWords().constEnd())
-        return pathInside(homeDirectory, *word);
-    if (trimmed == QLatin1String("~") || trimmed.startsWith(QLatin1String("~/")))
-        return pathInside(homeDirectory, trimmed.mid(1));
-    if (trimmed.startsWith(u'/'))
-        return withoutTrailingSlashes(trimmed);
-    // "~someone" too: what belongs to another user is never meant.
-    return pathInside(homeDirectory, trimmed);
-}
-
-QString Executor::pathInside(const QString &folder, const QString &name)
-{
-    qsizetype start = 0;
-    while (start < name.size() && name.at(start) == u'/')
-        ++start;
-    const QString parent = withoutTrailingSlashes(folder);
-    const QString separator = parent.endsWith(u'/') ? QString() : QStringLiteral("/");
-    return withoutTrailingSlashes(parent + separator + name.mid(start));
-}
-
-QString Executor::lastComponent(const QString &path)
-{
-    const QString name = path.section(u'/', -1);
-    return name.isEmpty() ? path : name;
-}
 
 QCoro::Task<QString> Executor::findFiles(QString folder, std::optional<QString> extension,
                                          std::optional<QString> query, Desktop desktop)

@@ -8,19 +8,8 @@
 
 #include <optional>
 
-// Places on the disk in the user's words. Main thread, but for the pure functions. PlatformError passes
-// through.
+// Looking into folders and taking pictures of the screen. Main thread. PlatformError passes through.
 namespace Executor {
-
-// The absolute path that the text means: a location word ("my downloads folder"), "~" with what follows, an
-// absolute path, or else a path below the home folder. Pure: nothing is looked up.
-QString resolveFolder(const QString &text, const QString &homeDirectory);
-
-// The path of something inside a folder; a name with "/" in it stands for nested folders. Pure.
-QString pathInside(const QString &folder, const QString &name);
-
-// The last component of a path, as shown in a result line. Pure.
-QString lastComponent(const QString &path);
 
 // Lists the folder newest first, reveals the newest match and gives the result line. `extension` and `query`
 // leave out what does not match. Throws ActionError when the folder cannot be read.

@@ -77,6 +77,17 @@ QString Text::trimmed(const QString &text)
     return text.trimmed();
 }
 
+QString Text::trimmed(const QString &text, QStringView characters)
+{
+    qsizetype start = 0;
+    qsizetype end = text.size();
+    while (start < end && characters.contains(text.at(start)))
+        ++start;
+    while (end > start && characters.contains(text.at(end - 1)))
+        --end;
+    return text.mid(start, end - start);
+}
+
 QString Text::comparisonKey(const QString &text)
 {
     // Composed first, so that both steps see letters; lower-cased too, because folding leaves "İ" alone; and

@@ -11,6 +11,9 @@ namespace Text {
 // The text without white space and line breaks at both ends.
 QString trimmed(const QString &text);
 
+// The text without any of these characters at both ends.
+QString trimmed(const QString &text, QStringView characters);
+
 // The form in which names and labels are compared: case-folded, canonically composed and without invisible
 // characters, so that two texts that look the same to a person (letter case aside) have the same key.
 QString comparisonKey(const QString &text);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ActionBench.h"
 #include "Actions/Files.h"
+#include "Actions/Locations.h"
 
 #include <QTest>
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Actions/Web.h"
 #include "ActionBench.h"
+#include "Actions/WebAddress.h"
 
 #include <QTest>
 

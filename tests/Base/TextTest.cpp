@@ -44,6 +44,8 @@ void TextTest::trimming()
 {
     QCOMPARE(Text::trimmed(u" \t\r\n a  b \u00A0\u2029"_s), u"a  b"_s);
     QCOMPARE(Text::trimmed(u" \n "_s), QString(u""_s));
+    QCOMPARE(Text::trimmed(u". .a.b. "_s, u". "), u"a.b"_s);
+    QCOMPARE(Text::trimmed(u"///"_s, u"/"), u""_s);
 }
 
 void TextTest::equalAsPeopleSeeThem_data()

@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Actions/Locations.h"
+
+#include "Base/Text.h"
+
+#include <QHash>
+
+namespace {
+
+// The folders below the home folder that the location words stand for; empty for the home folder itself.
+const QHash<QString, QString> &locationWords()
+{
+    static const QHash<QString, QString> words{
+        {QStringLiteral("desktop"), QStringLiteral("Desktop")},
+        {QStringLiteral("downloads"), QStringLiteral("Downloads")},
+        {QStringLiteral("downloads folder"), QStringLiteral("Downloads")},
+        {QStringLiteral("documents"), QStringLiteral("Documents")},
+        {QStringLiteral("pictures"), QStringLiteral("Pictures")},
+        {QStringLiteral("home"), QString()},
+        {QStringLiteral("~"), QString()},
+    };
+    return words;
+}
+
+QString withoutTrailingSlashes(QString path)
+{
+    while (path.size() > 1 && path.endsWith(u'/'))
+        path.chop(1);
+    return path;
+}
+
+} // namespace
+
+QString Executor::resolveFolder(const QString &text, const QString &homeDirectory)
+{
+    // Line breaks are no blanks here: a file name may begin or end with one.
+    const QString trimmed = Text::trimmed(text, u" \t");
+    QString key = Text::comparisonKey(trimmed);
+    key.remove(QLatin1String("~/")).remove(QLatin1String("my "));
+    const auto word = locationWords().constFind(key);
+    if (word != locationWords().constEnd())
+        return pathInside(homeDirectory, *word);
+    if (trimmed == QLatin1String("~") || trimmed.startsWith(QLatin1String("~/")))
+        return pathInside(homeDirectory, trimmed.mid(1));
+    if (trimmed.startsWith(u'/'))
+        return withoutTrailingSlashes(trimmed);
+    // "~someone" too: what belongs to another user is never meant.
+    return pathInside(homeDirectory, trimmed);
+}
+
+QString Executor::pathInside(const QString &folder, const QString &name)
+{
+    qsizetype start = 0;
+    while (start < name.size() && name.at(start) == u'/')
+        ++start;
+    const QString parent = withoutTrailingSlashes(folder);
+    const QString separator = parent.endsWith(u'/') ? QString() : QStringLiteral("/");
+    return withoutTrailingSlashes(parent + separator + name.mid(start));
+}
+
+QString Executor::lastComponent(const QString &path)
+{
+    const QString name = path.section(u'/', -1);
+    return name.isEmpty() ? path : name;
+}

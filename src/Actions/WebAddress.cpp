@@ -22,7 +22,8 @@ std::optional<QUrl> Executor::webAddress(const QString &text)
 {
     const bool hasScheme = text.contains(QLatin1String("://"));
     const QUrl url(hasScheme ? text : QStringLiteral("https://") + text, QUrl::StrictMode);
-    if (!url.isValid() || url.host().isEmpty())
+    // Text such as "//host/?to=a://b" has a host, but nothing that could open it.
+    if (!url.isValid() || url.scheme().isEmpty() || url.host().isEmpty())
         return std::nullopt;
     return url;
 }

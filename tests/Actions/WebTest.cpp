@@ -73,6 +73,7 @@ void WebTest::invalidAddresses_data()
     QTest::newRow("blanks are not encoded in a path") << u"example.org/a b"_s;
     QTest::newRow("a scheme only") << u"https://"_s;
     QTest::newRow("no scheme before the slashes") << u"://example.org"_s;
+    QTest::newRow("a host without a scheme") << u"//example.org/?to=a://b"_s;
     QTest::newRow("a port that is no number") << u"example.org:http"_s;
     QTest::newRow("a broken percent sign") << u"https://example.org/%zz"_s;
     QTest::newRow("a settings address has no host") << u"x-apple.systempreferences:com.apple.Sound"_s;

@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QString>
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+
+// What every fuzzer is made of: one entry, called with bytes of any kind, which ends the process when a rule
+// is broken.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size);
+
+inline QString textOf(const std::uint8_t *data, std::size_t size)
+{
+    return QString::fromUtf8(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));
+}
+
+inline void require(bool rule)
+{
+    if (!rule)
+        std::abort();
+}
+
+// One line that no chat template can read a marker in.
+inline bool isHarmlessLine(const QString &text)
+{
+    return !text.contains(u'\n') && !text.contains(u'\r') && !text.contains(QChar(QChar::LineSeparator)) &&
+           !text.contains(QLatin1String("<|")) && !text.contains(QLatin1String("|>"));
+}

@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: Apache-2.0
+// Any text becomes an absolute path, and either an address with a host or none.
+#include "Fuzzing.h"
+
+#include "Actions/Locations.h"
+#include "Actions/WebAddress.h"
+
+int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    const QString text = textOf(data, size);
+    const QString home = QStringLiteral("/home/kim");
+    const QString path = Executor::resolveFolder(text, home);
+    require(path.startsWith(u'/') && (path == QLatin1String("/") || !path.endsWith(u'/')));
+    require(!Executor::lastComponent(path).isEmpty());
+    require(Executor::pathInside(path, text).startsWith(path));
+
+    const std::optional<QUrl> address = Executor::webAddress(text);
+    require(!address || (address->isValid() && !address->scheme().isEmpty() && !address->host().isEmpty()));
+    const std::optional<QUrl> search = Executor::webAddress(Executor::searchAddress(text));
+    require(search && search->host() == QLatin1String("www.google.com"));
+    return 0;
+}

@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: Apache-2.0
+// Any text from outside becomes one harmless line, and pieces of it are always whole characters.
+#include "Fuzzing.h"
+
+#include "Base/Text.h"
+
+int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    const QString text = textOf(data, size);
+    const QString cleaned = Text::cleaned(text);
+    require(isHarmlessLine(cleaned));
+    require(Text::cleaned(cleaned) == cleaned);
+    require(Text::withoutMarkers(text).remove(u' ') == QString(text).remove(u' '));
+
+    const QStringList pieces = Text::chunked(text, 20);
+    require(pieces.join(QString()) == text);
+    require(pieces.isEmpty() || Text::firstCharacters(text, 20) == pieces.first());
+    require(Text::equals(text, text) && Text::contains(text, text));
+    require(Text::comparisonKey(Text::comparisonKey(text)) == Text::comparisonKey(text));
+    Text::capitalized(text);
+    return 0;
+}

@@ -10,20 +10,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Keeps the callbacks that it is given, so that a piece can come when its reply is long over.
-class LateEngine : public ScriptedEngine
-{
-public:
-    QList<std::function<void(QString)>> callbacks;
-
-    QCoro::Task<QString> generate(QList<ChatMessage> messages, int maxTokens,
-                                  std::function<void(QString)> onToken) override
-    {
-        callbacks.append(onToken);
-        return ScriptedEngine::generate(messages, maxTokens, onToken);
-    }
-};
-
 // A keyboard on which every key takes as long as the test wants.
 class HeldKeyboard : public Keyboard
 {
@@ -178,9 +164,8 @@ void AgentSessionTest::everyEndLeavesTheSessionIdle()
 
 void AgentSessionTest::changesAreAnnouncedBeforeAndNotifiedAfter()
 {
-    auto lateEngine = std::make_unique<LateEngine>();
-    LateEngine &late = *lateEngine;
-    SessionBench bench(SessionBench::ModelFile::Present, std::move(lateEngine));
+    SessionBench bench;
+    TalkativeEngine &engine = *bench.engine;
     AgentSession &session = *bench.session;
     bench.desktop.workspace.start(u"Safari"_s);
     bench.engine->replies = {typeText(u"1"_s), quitApp(u"Safari"_s), done(u"Done."_s)};
@@ -208,8 +193,8 @@ void AgentSessionTest::changesAreAnnouncedBeforeAndNotifiedAfter()
     connect(&session, &AgentSession::pendingChanged, this, [&] { notify(u"pending"_s); });
 
     session.submit(u"Type 1, then quit Safari"_s);
-    QTRY_COMPARE(late.callbacks.size(), 1);
-    late.callbacks[0](u"{"_s);
+    QTRY_COMPARE(engine.callbacks.size(), 1);
+    engine.callbacks[0](u"{"_s);
     QTRY_COMPARE(session.streamPreview(), u"{"_s);
     gate.open();
     QVERIFY(bench.waitForPending());
@@ -269,21 +254,20 @@ void AgentSessionTest::aCopyOfTheTurnsNeverChanges()
 
 void AgentSessionTest::theReplyStreamsIntoThePreview()
 {
-    auto lateEngine = std::make_unique<LateEngine>();
-    LateEngine &late = *lateEngine;
-    SessionBench bench(SessionBench::ModelFile::Present, std::move(lateEngine));
+    SessionBench bench;
+    TalkativeEngine &engine = *bench.engine;
     Gate gate;
     bench.engine->beforeReply = [&gate] { return gate.passed(); };
     bench.engine->replies = {done(u"Grüße 👋"_s)};
     bench.session->submit(u"Greet"_s);
-    QTRY_COMPARE(late.callbacks.size(), 1);
+    QTRY_COMPARE(engine.callbacks.size(), 1);
     QVERIFY(bench.session->streamPreview().isEmpty());
 
-    late.callbacks[0](u"Grü"_s);
+    engine.callbacks[0](u"Grü"_s);
     // The engine calls on a thread of its own, so nothing may change before the main thread takes its turn.
     QVERIFY(bench.session->streamPreview().isEmpty());
     SerialQueue engineThread(u"engine"_s);
-    engineThread.post([&late] { late.callbacks[0](u"ße 👋"_s); });
+    engineThread.post([&engine] { engine.callbacks[0](u"ße 👋"_s); });
     QTRY_COMPARE(bench.session->streamPreview(), u"Grüße 👋"_s);
     gate.open();
     QVERIFY(bench.waitForEnd());
@@ -292,38 +276,36 @@ void AgentSessionTest::theReplyStreamsIntoThePreview()
 
 void AgentSessionTest::piecesThatComeTooLateAreDropped()
 {
-    auto lateEngine = std::make_unique<LateEngine>();
-    LateEngine &late = *lateEngine;
-    SessionBench bench(SessionBench::ModelFile::Present, std::move(lateEngine));
+    SessionBench bench;
+    TalkativeEngine &engine = *bench.engine;
     Gate gate;
     bench.engine->replies = {typeText(u"1"_s), done(u"Done."_s)};
     const auto holdNextReply = [&] { bench.engine->beforeReply = [&gate] { return gate.passed(); }; };
     connect(bench.session.get(), &AgentSession::logEntryAppended, this, holdNextReply);
     bench.session->submit(u"Type 1"_s);
-    QTRY_COMPARE(late.callbacks.size(), 2);
+    QTRY_COMPARE(engine.callbacks.size(), 2);
 
     // The second reply is being written: a piece of the first one must not show up in it.
-    late.callbacks[0](u"stale"_s);
-    late.callbacks[1](u"{\"ac"_s);
+    engine.callbacks[0](u"stale"_s);
+    engine.callbacks[1](u"{\"ac"_s);
     QTRY_COMPARE(bench.session->streamPreview(), u"{\"ac"_s);
     gate.open();
     QVERIFY(bench.waitForEnd());
 
-    late.callbacks[1](u"stale"_s);
+    engine.callbacks[1](u"stale"_s);
     QCoreApplication::processEvents();
     QVERIFY(bench.session->streamPreview().isEmpty());
 }
 
 void AgentSessionTest::piecesForASessionThatIsGoneAreDropped()
 {
-    auto lateEngine = std::make_unique<LateEngine>();
-    LateEngine &late = *lateEngine;
-    SessionBench bench(SessionBench::ModelFile::Present, std::move(lateEngine));
+    SessionBench bench;
+    TalkativeEngine &engine = *bench.engine;
     bench.engine->replies = {done(u"Done."_s)};
     bench.runTask(u"Type 1"_s);
-    late.callbacks[0](u"in flight"_s);
+    engine.callbacks[0](u"in flight"_s);
     bench.session.reset();
-    late.callbacks[0](u"too late"_s);
+    engine.callbacks[0](u"too late"_s);
     QCoreApplication::processEvents();
 }
 

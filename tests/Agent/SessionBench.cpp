@@ -55,9 +55,9 @@ bool onlyAppended(const QList<QList<ChatMessage>> &conversations)
 
 } // namespace
 
-SessionBench::SessionBench(ModelFile file) : SessionBench(file, std::make_unique<ScriptedEngine>()) {}
+SessionBench::SessionBench(ModelFile file) : SessionBench(file, std::make_unique<TalkativeEngine>()) {}
 
-SessionBench::SessionBench(ModelFile file, std::unique_ptr<ScriptedEngine> scripted)
+SessionBench::SessionBench(ModelFile file, std::unique_ptr<TalkativeEngine> scripted)
     : engine(scripted.get()), desktop(folder.filePath(u"home"_s)),
       models(std::move(scripted), std::make_unique<NoDownloads>(), storage(file)),
       session(std::make_unique<AgentSession>(models, desktop.services()))

@@ -10,6 +10,21 @@
 
 #include <memory>
 
+// The scripted engine, which keeps the callbacks that it is given: so a test can have a piece of a reply come
+// whenever it likes.
+class TalkativeEngine : public ScriptedEngine
+{
+public:
+    QList<std::function<void(QString)>> callbacks;
+
+    QCoro::Task<QString> generate(QList<ChatMessage> messages, int maxTokens,
+                                  std::function<void(QString)> onToken) override
+    {
+        callbacks.append(onToken);
+        return ScriptedEngine::generate(messages, maxTokens, onToken);
+    }
+};
+
 // A session with everything around it: a scripted engine behind the real model manager, and the recording
 // desktop. What happens is written down as it is announced; `transcript` gives a whole run as text.
 class SessionBench
@@ -18,7 +33,6 @@ public:
     enum class ModelFile { Present, Missing };
 
     explicit SessionBench(ModelFile file = ModelFile::Present);
-    SessionBench(ModelFile file, std::unique_ptr<ScriptedEngine> engine);
 
     // Submits the task and waits until it has ended.
     void runTask(const QString &task);
@@ -34,7 +48,7 @@ public:
     const Turn &lastTurn() const { return session->turns().constLast(); }
 
     QTemporaryDir folder;
-    ScriptedEngine *engine;
+    TalkativeEngine *engine;
     RecordingDesktop desktop;
     ModelManager models;
     std::unique_ptr<AgentSession> session;
@@ -42,6 +56,7 @@ public:
     QStringList questions;
 
 private:
+    SessionBench(ModelFile file, std::unique_ptr<TalkativeEngine> engine);
     ModelStorage storage(ModelFile file) const;
     QString conversation() const;
 };

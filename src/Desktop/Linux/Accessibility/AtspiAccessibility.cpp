@@ -5,6 +5,7 @@
 #include "Desktop/Linux/Accessibility/AtspiBus.h"
 #include "Desktop/Linux/Accessibility/AtspiCache.h"
 #include "Desktop/Linux/Accessibility/AtspiFinder.h"
+#include "Desktop/Linux/Accessibility/AtspiGecko.h"
 #include "Desktop/Linux/Accessibility/AtspiReader.h"
 #include "Desktop/Linux/Accessibility/AtspiTree.h"
 #include "Desktop/PlatformError.h"
@@ -81,7 +82,8 @@ QCoro::Task<bool> hidesControls(std::shared_ptr<AtspiApplication> application,
 } // namespace
 
 AtspiAccessibility::AtspiAccessibility(Environment environment)
-    : m_environment(std::move(environment)), m_bus(std::make_shared<AtspiBus>())
+    : m_environment(std::move(environment)), m_bus(std::make_shared<AtspiBus>()),
+      m_wokenPages(std::make_shared<QSet<QString>>())
 {
 }
 
@@ -111,6 +113,7 @@ QCoro::Task<std::shared_ptr<AccessibilityTree>> AtspiAccessibility::applicationT
 {
     const auto bus = m_bus;
     const auto activate = m_environment.activate;
+    const auto wokenPages = m_wokenPages;
     const QString processName = Atspi::processName(processIdentifier);
     const QDBusConnection connection = co_await bus->connection();
     const std::optional<AtspiReference> root = co_await Atspi::findApplication(connection, processIdentifier);
@@ -118,6 +121,10 @@ QCoro::Task<std::shared_ptr<AccessibilityTree>> AtspiAccessibility::applicationT
         throw unregistered(processName);
     const auto application = co_await AtspiApplication::introduced(connection, *root, processName);
     const auto cache = co_await fetchCache(bus, application);
+    if (application->toolkit() == AtspiToolkit::Gecko && !wokenPages->contains(root->service)) {
+        if (co_await Atspi::wakePages(application, cache))
+            wokenPages->insert(root->service);
+    }
     if (co_await hidesControls(application, cache))
         throw hidden(application->name());
     const AtspiTree::Activate activateThis = [activate, processIdentifier] {

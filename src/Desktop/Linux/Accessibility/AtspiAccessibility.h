@@ -4,6 +4,8 @@
 #include "Desktop/Accessibility.h"
 
 #include <QCoroTask>
+#include <QSet>
+#include <QString>
 
 #include <functional>
 #include <memory>
@@ -39,4 +41,5 @@ public:
 private:
     Environment m_environment;
     std::shared_ptr<AtspiBus> m_bus;
+    std::shared_ptr<QSet<QString>> m_wokenPages; // of which browsers, by their names on the bus
 };

@@ -32,7 +32,8 @@ public:
     // Of the reply to "GetItems"; empty after an error, or from a toolkit that answers in another format.
     static AtspiCache fromReply(const QDBusMessage &reply);
 
-    qsizetype size() const { return m_items.size(); }
+    // In no order that means anything.
+    const QList<AtspiCacheItem> &items() const { return m_items; }
 
     // The object's item, or null where the answer left it out.
     const AtspiCacheItem *find(const AtspiReference &object) const;

@@ -33,6 +33,8 @@ AtspiToolkit Atspi::toolkit(const QString &name)
     // GTK before 4 writes itself in small letters.
     if (name == QLatin1String("GTK"))
         return AtspiToolkit::Gtk4;
+    if (name == QLatin1String("Gecko"))
+        return AtspiToolkit::Gecko;
     return name == QLatin1String("Chromium") ? AtspiToolkit::Chromium : AtspiToolkit::Other;
 }
 

@@ -6,7 +6,8 @@
 // The toolkits whose ways with texts need care.
 enum class AtspiToolkit {
     Other,
-    Gtk4, // says a button's own name and that of the label inside it ("7 7"), or its class where it has none
+    Gtk4,  // says a button's own name and that of the label inside it ("7 7"), or its class where it has none
+    Gecko, // Firefox and its kin: keeps texts and actions in the page's process until asked
     Chromium, // repeats in a paragraph's text what the paragraph's children say
 };
 

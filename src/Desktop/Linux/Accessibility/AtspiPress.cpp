@@ -4,29 +4,47 @@
 #include "Desktop/Linux/Accessibility/AtspiRoles.h"
 
 #include <QCoroDBusPendingCall>
+#include <QCoroTimer>
 #include <QDBusError>
 #include <QStringList>
+
+#include <algorithm>
+#include <chrono>
+
+using namespace std::chrono_literals;
 
 namespace {
 
 // More than any control has; an application that claims more is not believed.
 constexpr int mostActions = 64;
 
+QCoro::Task<int> actionCount(std::shared_ptr<AtspiApplication> application, AtspiReference object)
+{
+    const QList<QDBusMessage> question{
+        Atspi::property(object, Atspi::actionInterface, QStringLiteral("NActions"))};
+    int count = 0;
+    // A page's process tells Firefox about actions only after they were asked for.
+    const int rounds = application->toolkit() == AtspiToolkit::Gecko ? 5 : 1;
+    for (int round = 0; round < rounds && count == 0; ++round) {
+        if (round > 0)
+            co_await QCoro::sleepFor(100ms);
+        const QList<QDBusMessage> reply = co_await AtspiApplication::exchange(application, question);
+        const double told = Atspi::number(reply.constFirst()).value_or(0);
+        count = static_cast<int>(std::clamp<double>(told, 0, mostActions));
+    }
+    co_return count;
+}
+
 QCoro::Task<QStringList> actionNames(std::shared_ptr<AtspiApplication> application, AtspiReference object)
 {
-    const QList<QDBusMessage> countCall{
-        Atspi::property(object, Atspi::actionInterface, QStringLiteral("NActions"))};
-    const QList<QDBusMessage> countReply = co_await AtspiApplication::exchange(application, countCall);
-    const double count = Atspi::number(countReply.constFirst()).value_or(0);
+    const int count = co_await actionCount(application, object);
     // "GetActions" would tell all names at once, but in the user's language.
     QList<QDBusMessage> calls;
-    for (int i = 0; i < count && i < mostActions; ++i) {
+    for (int i = 0; i < count; ++i) {
         const QVariantList index{i};
         calls.append(Atspi::call(object, Atspi::actionInterface, QStringLiteral("GetName"), index));
     }
     QStringList names;
-    if (calls.isEmpty())
-        co_return names;
     const QList<QDBusMessage> replies = co_await AtspiApplication::exchange(application, calls);
     for (const QDBusMessage &reply : replies)
         names.append(Atspi::text(reply).value_or(QString()));

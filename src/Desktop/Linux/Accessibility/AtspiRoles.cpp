@@ -38,6 +38,7 @@ QString Atspi::axRole(AtspiRole role, AtspiRole parent)
         return QStringLiteral("AXStaticText");
     case AtspiRole::Invalid:
     case AtspiRole::MenuBar:
+    case AtspiRole::DocumentWeb:
         break;
     }
     return {};

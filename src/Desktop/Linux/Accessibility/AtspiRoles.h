@@ -28,6 +28,7 @@ enum class AtspiRole : std::uint32_t {
     Entry = 79,
     Heading = 83,
     Link = 88,
+    DocumentWeb = 95,
     Static = 116,
     Switch = 130,
 };

@@ -21,6 +21,7 @@ enum class ValueType : quint32 { String = 8, Array = 9 };
 constexpr quint32 unsigned32 = 4;
 constexpr quint32 defaultAlignment = 32;
 constexpr quint32 mostDimensions = 4;
+constexpr quint32 mostLayers = 512;
 constexpr quint64 longestName = 65535;
 
 // The least that one entry takes in the file: a tensor's name length, dimension count, one size, type and
@@ -132,18 +133,21 @@ private:
             readArray(key);
         else if (type == static_cast<quint32>(ValueType::String))
             skip(number<quint64>());
-        else if (key == "general.alignment" && type == unsigned32)
-            readAlignment();
+        else if (type == unsigned32)
+            checkNumber(key, number<quint32>());
         else if (const std::optional<quint64> size = fixedSize(type))
             skip(*size);
         else
             refuse(Verdict::Malformed);
     }
 
-    void readAlignment()
+    // The loader aborts on a count of layers that it does not expect.
+    void checkNumber(const QByteArray &key, quint32 value)
     {
-        m_alignment = number<quint32>();
-        if (!std::has_single_bit(m_alignment))
+        if (key == "general.alignment" && std::has_single_bit(value))
+            m_alignment = value;
+        else if (key == "general.alignment" ||
+                 (key.endsWith(".block_count") && (value == 0 || value > mostLayers)))
             refuse(Verdict::Malformed);
     }
 

@@ -156,6 +156,12 @@ private Q_SLOTS:
             << Bytes().header(3, 0, 1).number("general.alignment", 0).bytes() << Verdict::Malformed;
         QTest::newRow("alignment of no power of two")
             << Bytes().header(3, 0, 1).number("general.alignment", 24).bytes() << Verdict::Malformed;
+        QTest::newRow("no layers") << Bytes().header(3, 0, 1).number("llama.block_count", 0).bytes()
+                                   << Verdict::Malformed;
+        QTest::newRow("too many layers")
+            << Bytes().header(3, 0, 1).number("llama.block_count", 513).bytes() << Verdict::Malformed;
+        QTest::newRow("most layers") << Bytes().header(3, 0, 1).number("llama.block_count", 512).bytes()
+                                     << Verdict::Plausible;
         QTest::newRow("a token twice")
             << Bytes().header(3, 0, 1).texts("tokenizer.ggml.tokens", {"a", "b", "a"}).bytes()
             << Verdict::Malformed;

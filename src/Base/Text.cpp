@@ -156,6 +156,11 @@ QString Text::cleaned(const QString &foreign)
     return withoutMarkers(result);
 }
 
+std::optional<QString> Text::cleaned(const std::optional<QString> &foreign)
+{
+    return foreign ? std::optional(cleaned(*foreign)) : std::nullopt;
+}
+
 QString Text::withoutInvisible(const QString &text)
 {
     QString result;

@@ -4,6 +4,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <optional>
+
 // The text rules that people perceive: characters are grapheme clusters, comparison looks through letter case
 // and through the different ways to encode the same letter. Pure functions, callable from any thread.
 namespace Text {
@@ -37,6 +39,9 @@ QString capitalized(const QString &text);
 // harmless: one line, no control or invisible formatting characters, no Unicode tags, and no shape that a
 // chat template could read as a marker. Visible text, emoji sequences included, stays as it is.
 QString cleaned(const QString &foreign);
+
+// The same for a text that may be absent.
+std::optional<QString> cleaned(const std::optional<QString> &foreign);
 
 // Drops what a person does not see but a model or a comparison does: bidirectional controls, zero-width
 // characters, tags. Emoji sequences, line breaks and tabs stay; a lone surrogate becomes the replacement

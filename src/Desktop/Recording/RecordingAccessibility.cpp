@@ -7,11 +7,6 @@
 
 namespace {
 
-std::optional<QString> cleanedIfPresent(const std::optional<QString> &text)
-{
-    return text ? std::optional(Text::cleaned(*text)) : std::nullopt;
-}
-
 // One walk's view of a recorded tree, as it was when the walk began.
 class RecordingTree : public AccessibilityTree
 {
@@ -49,10 +44,10 @@ private:
     {
         const RecordedElement &source = m_tree.elements.at(element);
         return {source.role,
-                cleanedIfPresent(source.title),
-                cleanedIfPresent(source.description),
-                cleanedIfPresent(source.value),
-                cleanedIfPresent(source.help),
+                Text::cleaned(source.title),
+                Text::cleaned(source.description),
+                Text::cleaned(source.value),
+                Text::cleaned(source.help),
                 source.children};
     }
 

@@ -38,11 +38,6 @@ QByteArray smallPicture()
         "AABJRU5ErkJggg==");
 }
 
-std::optional<QString> cleanedIfPresent(const std::optional<QString> &text)
-{
-    return text ? std::optional(Text::cleaned(*text)) : std::nullopt;
-}
-
 } // namespace
 
 QCoro::Task<void> RecordingKeyboard::post(QList<KeyStroke> newStrokes, std::chrono::microseconds pause)
@@ -66,8 +61,8 @@ QCoro::Task<QList<WindowDescription>> RecordingWindowList::onScreenWindows()
     co_await m_journal.begin(RecordedOperation::OnScreenWindows);
     QList<WindowDescription> cleaned = windows;
     for (WindowDescription &window : cleaned) {
-        window.ownerName = cleanedIfPresent(window.ownerName);
-        window.name = cleanedIfPresent(window.name);
+        window.ownerName = Text::cleaned(window.ownerName);
+        window.name = Text::cleaned(window.name);
     }
     co_return cleaned;
 }
@@ -86,9 +81,9 @@ QCoro::Task<ScriptOutcome> RecordingScripting::run(QString source)
     co_await m_journal.begin(RecordedOperation::RunScript);
     m_journal.note(QStringLiteral("run script %1").arg(source));
     ScriptOutcome cleaned = outcome;
-    cleaned.text = cleanedIfPresent(outcome.text);
+    cleaned.text = Text::cleaned(outcome.text);
     if (outcome.error)
-        cleaned.error = cleanedIfPresent(*outcome.error);
+        cleaned.error = Text::cleaned(*outcome.error);
     co_return cleaned;
 }
 

@@ -1,0 +1,165 @@
+// SPDX-License-Identifier: Apache-2.0
+// Web addresses, searches, tabs and pages in a real Firefox. What it shows is judged by its window's title,
+// by what the pages report, and by what it asks of the network.
+#include "desktop/support/DesktopTest.h"
+#include "desktop/support/LocalSite.h"
+
+using namespace Qt::StringLiterals;
+
+class BrowserTest : public DesktopTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void opensAnAddressInTheDefaultBrowser();
+    void opensAnAddressInTheBrowserNamed_data();
+    void opensAnAddressInTheBrowserNamed();
+    void opensASecondAddressInATabOfTheRunningBrowser();
+    void refusesAnAddressWithoutAHost();
+    void searchesTheWeb_data();
+    void searchesTheWeb();
+    void opensANewTab();
+    void typesIntoAPageAndSendsItWithReturn();
+    void pressesTheControlOfThatLabel_data();
+    void pressesTheControlOfThatLabel();
+    void readsThePagesControls();
+
+private:
+    std::unique_ptr<LocalSite> m_site;
+};
+
+void BrowserTest::init()
+{
+    m_site = std::make_unique<LocalSite>();
+    m_site->setPage(u"/first"_s, u"First page"_s, u"<h1>First</h1>"_s);
+    m_site->setPage(u"/second"_s, u"Second page"_s, u"<h1>Second</h1>"_s);
+    Browser::useProxy(m_site->port());
+}
+
+void BrowserTest::opensAnAddressInTheDefaultBrowser()
+{
+    const Outcome outcome = perform("open_url", {{"url", m_site->address(u"/first?a=1"_s)}});
+    VERIFY_EFFECT(Browser::showsPage(u"First page"_s), outcome);
+    QVERIFY(m_site->visits().contains(u"/first?a=1"_s));
+    QCOMPARE(outcome.line, u"Opened 127.0.0.1 in the default browser."_s);
+}
+
+void BrowserTest::opensAnAddressInTheBrowserNamed_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("its name") << u"Firefox"_s;
+    QTest::newRow("the browser of another system") << u"Safari"_s;
+}
+
+void BrowserTest::opensAnAddressInTheBrowserNamed()
+{
+    QFETCH(QString, name);
+    const Outcome outcome = perform("open_url", {{"url", m_site->address(u"/first"_s)}, {"app", name}});
+    VERIFY_EFFECT(Browser::showsPage(u"First page"_s), outcome);
+    QVERIFY2(outcome.line.startsWith("Opened 127.0.0.1 in Firefox"_L1), qPrintable(outcome.line));
+}
+
+void BrowserTest::opensASecondAddressInATabOfTheRunningBrowser()
+{
+    const Outcome first = perform("open_url", {{"url", m_site->address(u"/first"_s)}});
+    VERIFY_EFFECT(Browser::showsPage(u"First page"_s), first);
+    QVERIFY(PrivateDesktop::open(u"mousepad"_s, {}, u"Mousepad"_s));
+
+    const Outcome second =
+        perform("open_url", {{"url", m_site->address(u"/second"_s)}, {"app", u"Firefox"_s}});
+    VERIFY_EFFECT(Browser::showsPage(u"Second page"_s) && Browser::isActive(), second);
+    QCOMPARE(Screen::windowsOf(QString::fromLatin1(Browser::windowClass)).size(), 1);
+}
+
+void BrowserTest::refusesAnAddressWithoutAHost()
+{
+    const Outcome outcome = perform("open_url", {{"url", u"file:///etc"_s}});
+    QVERIFY(outcome.hasFailed);
+    QCOMPARE(outcome.line, u"“file:///etc” isn't a valid address."_s);
+    QVERIFY(!Browser::isShown());
+}
+
+void BrowserTest::searchesTheWeb_data()
+{
+    QTest::addColumn<QString>("application");
+    QTest::newRow("in the default browser") << QString();
+    QTest::newRow("in the browser named") << u"Safari"_s;
+}
+
+void BrowserTest::searchesTheWeb()
+{
+    QFETCH(QString, application);
+    const Outcome outcome = perform("web_search", {{"query", u"cheap flights"_s}, {"app", application}});
+    VERIFY_EFFECT(!m_site->foreignSites().filter(u":443"_s).isEmpty() && Browser::isActive(), outcome);
+    QString address;
+    VERIFY_EFFECT(!(address = Browser::address()).isEmpty() && address.contains("?q="_L1), outcome);
+    QVERIFY2(address.startsWith("https://"_L1) && address.endsWith("?q=cheap%20flights"_L1),
+             qPrintable(address));
+    QVERIFY2(!outcome.hasFailed, qPrintable(outcome.line));
+}
+
+void BrowserTest::opensANewTab()
+{
+    const Outcome page = perform("open_url", {{"url", m_site->address(u"/first"_s)}});
+    VERIFY_EFFECT(Browser::showsPage(u"First page"_s), page);
+    const Outcome outcome = perform("new_tab", {{"app", u"Firefox"_s}});
+    VERIFY_EFFECT(Browser::isShown() && !Browser::showsPage(u"First page"_s), outcome);
+    // The page is still there, in the other tab.
+    QVERIFY(!perform("press_key", {{"key", u"w"_s}, {"modifiers", u"command"_s}}).hasFailed);
+    VERIFY_EFFECT(Browser::showsPage(u"First page"_s), outcome);
+}
+
+void BrowserTest::typesIntoAPageAndSendsItWithReturn()
+{
+    m_site->setPage(u"/form"_s, u"A form"_s, u"<form action='/sent'><input name='words' autofocus></form>"_s);
+    m_site->setPage(u"/sent"_s, u"It was sent"_s, u"<p>Thank you</p>"_s);
+    const Outcome page = perform("open_url", {{"url", m_site->address(u"/form"_s)}});
+    VERIFY_EFFECT(Browser::showsPage(u"A form"_s) && Browser::isActive(), page);
+    const Outcome typed = perform("type_text", {{"text", u"two words"_s}});
+    QVERIFY2(!typed.hasFailed, qPrintable(typed.line));
+    const Outcome sent = perform("press_key", {{"key", u"Return"_s}});
+    VERIFY_EFFECT(Browser::showsPage(u"It was sent"_s), sent);
+    QVERIFY2(m_site->visits().contains(u"/sent?words=two+words"_s), qPrintable(m_site->visits().join(u' ')));
+}
+
+void BrowserTest::pressesTheControlOfThatLabel_data()
+{
+    QTest::addColumn<QString>("label");
+    QTest::addColumn<QString>("pressed");
+    QTest::newRow("exactly, though a longer one comes first") << u"zebra"_s << u"Zebra"_s;
+    QTest::newRow("by a part, the first of two") << u"zeb"_s << u"Zebra crossing"_s;
+    QTest::newRow("a link") << u"Read more"_s << u"link"_s;
+    QTest::newRow("a check box") << u"I agree"_s << u"check box"_s;
+}
+
+void BrowserTest::pressesTheControlOfThatLabel()
+{
+    QFETCH(QString, label);
+    QFETCH(QString, pressed);
+    m_site->setPage(u"/controls"_s, u"Controls"_s,
+                    u"<p>Zebra</p><button onclick=\"report('Zebra crossing')\">Zebra crossing</button>"
+                    "<button onclick=\"report('Zebra')\">Zebra</button>"
+                    "<a href='#' onclick=\"report('link')\">Read more</a>"
+                    "<label><input type='checkbox' onchange=\"report('check box')\">I agree</label>"_s);
+    const Outcome page = perform("open_url", {{"url", m_site->address(u"/controls"_s)}});
+    VERIFY_EFFECT(Browser::showsPage(u"Controls"_s) && Browser::isActive(), page);
+
+    const Outcome outcome = perform("click", {{"label", label}});
+    VERIFY_EFFECT(m_site->report() == pressed, outcome);
+    QCOMPARE(outcome.line, u"Clicked “%1”."_s.arg(label));
+}
+
+void BrowserTest::readsThePagesControls()
+{
+    m_site->setPage(u"/few"_s, u"Few controls"_s,
+                    u"<button>Order a taxi</button><a href='/first'>Timetable</a>"_s);
+    const Outcome page = perform("open_url", {{"url", m_site->address(u"/few"_s)}});
+    VERIFY_EFFECT(Browser::showsPage(u"Few controls"_s) && Browser::isActive(), page);
+    const Outcome outcome = perform("read_ui");
+    QVERIFY2(!outcome.hasFailed && outcome.line.contains("Button: "_L1), qPrintable(outcome.line));
+    QVERIFY2(outcome.line.split(u" | "_s).size() <= 40, qPrintable(outcome.line));
+}
+
+QTEST_MAIN(BrowserTest)
+#include "BrowserTest.moc"

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "desktop/support/ActionRunner.h"
+
+#include "Actions/Executor.h"
+#include "Desktop/Linux/LinuxDesktop.h"
+
+#include <QElapsedTimer>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+using namespace Qt::StringLiterals;
+
+ActionRunner::ActionRunner() : m_desktop(std::make_unique<LinuxDesktop>()) {}
+
+ActionRunner::~ActionRunner() = default;
+
+Outcome ActionRunner::perform(const char *action, Arguments arguments)
+{
+    QJsonObject reply{{u"action"_s, QString::fromLatin1(action)}};
+    for (const auto &[key, value] : arguments)
+        reply.insert(QString::fromLatin1(key), value);
+    const auto parsed = AgentAction::parse(QString::fromUtf8(QJsonDocument(reply).toJson()));
+    if (!parsed)
+        qFatal("“%s” is no action", action);
+
+    Outcome outcome;
+    QElapsedTimer timer;
+    timer.start();
+    try {
+        outcome.line = QCoro::waitFor(Executor::run(*parsed, m_desktop->desktop()));
+    } catch (const LocalizedError &error) {
+        outcome.line = error.errorDescription();
+        outcome.hasFailed = true;
+    }
+    outcome.duration = std::chrono::milliseconds(timer.elapsed());
+    return outcome;
+}

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "desktop/support/ActionRunner.h"
+#include "desktop/support/Browser.h"
+#include "desktop/support/PrivateDesktop.h"
+#include "desktop/support/Screen.h"
+
+#include <QObject>
+#include <QTest>
+
+#include <optional>
+
+// What all tests with real applications have in common: they start on an empty private desktop, and look at
+// the effect of an action there.
+class DesktopTest : public QObject
+{
+    Q_OBJECT
+
+protected:
+    Outcome perform(const char *action, ActionRunner::Arguments arguments = {})
+    {
+        return m_runner->perform(action, arguments);
+    }
+
+private Q_SLOTS:
+    void initTestCase();
+    void cleanup();
+    void cleanupTestCase();
+
+private:
+    std::optional<ActionRunner> m_runner;
+};
+
+// The effect has to show within a test's patience; otherwise the test fails with the action's own words and
+// what the screen shows instead.
+#define VERIFY_EFFECT(effect, outcome)                                                                       \
+    QVERIFY2(QTest::qWaitFor([&] { return (effect); }, PrivateDesktop::patience),                            \
+             qPrintable((outcome).line + QStringLiteral(" But on the screen: ") + Screen::described()))

@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "desktop/support/OrvaneProgram.h"
+
+#include "desktop/support/PrivateDesktop.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QProcessEnvironment>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int taskLimitMilliseconds = 120'000;
+
+QString quoted(QString text)
+{
+    return u'\'' + text.replace(u"'"_s, u"'\\''"_s) + u'\'';
+}
+
+} // namespace
+
+void OrvaneProgram::installPracticeModel()
+{
+    const QString folder = PrivateDesktop::home(u".local/share/Orvane/Models"_s);
+    QDir().mkpath(folder);
+    const QString model = folder + u"/qwen2.5-1.5b-instruct-q4_k_m.gguf"_s;
+    if (!QFile::exists(model) && !QFile::copy(QString::fromUtf8(ORVANE_PRACTICE_MODEL), model))
+        qFatal("the practice model cannot be put in its place");
+}
+
+QString OrvaneProgram::carryOut(const QString &task)
+{
+    // The program asks only where there is a terminal: script makes one.
+    QProcess terminal;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"TERM"_s, u"xterm"_s);
+    terminal.setProcessEnvironment(environment);
+    terminal.setProcessChannelMode(QProcess::MergedChannels);
+    terminal.start(u"script"_s,
+                   {u"--quiet"_s, u"--return"_s, u"--command"_s,
+                    quoted(QString::fromUtf8(ORVANE_PROGRAM)) + u" do "_s + quoted(task), u"/dev/null"_s});
+    QByteArray said;
+    qsizetype questions = 0;
+    const auto hasEnded = [&] {
+        said += terminal.readAll();
+        if (const qsizetype asked = said.count("(y/n)"); asked > questions) {
+            questions = asked;
+            terminal.write("y\n");
+        }
+        return terminal.state() == QProcess::NotRunning;
+    };
+    if (!QTest::qWaitFor(hasEnded, taskLimitMilliseconds)) {
+        terminal.kill();
+        terminal.waitForFinished();
+    }
+    return QString::fromUtf8(said + terminal.readAll());
+}

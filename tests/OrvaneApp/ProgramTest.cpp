@@ -1,0 +1,168 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Models/LocalModel.h"
+#include "OrvaneApp/ExitStatus.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+// The program itself, as a user starts it, with folders of its own and no desktop.
+class ProgramTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void helpIsPrinted_data();
+    void helpIsPrinted();
+    void theVersionIsPrinted();
+    void wrongUseEndsWithSixtyFour_data();
+    void wrongUseEndsWithSixtyFour();
+    void withoutAModelItIsNotReady();
+    void withABrokenModelAndNoDesktopItSaysSo();
+    void modelsAreListed();
+    void aSelectionLasts();
+    void nothingIsWrittenOutsideTheUsersFolders();
+
+private:
+    struct Result
+    {
+        int status = -1;
+        QString output;
+        QString errors;
+    };
+
+    Result run(const QStringList &arguments) const;
+    QString home(const QString &path) const { return m_home->filePath(path); }
+
+    std::unique_ptr<QTemporaryDir> m_home = std::make_unique<QTemporaryDir>();
+};
+
+ProgramTest::Result ProgramTest::run(const QStringList &arguments) const
+{
+    QProcessEnvironment environment;
+    environment.insert(u"HOME"_s, m_home->path());
+    environment.insert(u"XDG_DATA_HOME"_s, home(u"data"_s));
+    environment.insert(u"XDG_CONFIG_HOME"_s, home(u"config"_s));
+    environment.insert(u"XDG_CACHE_HOME"_s, home(u"cache"_s));
+    QProcess program;
+    program.setProcessEnvironment(environment);
+    program.setWorkingDirectory(m_home->path());
+    program.start(QStringLiteral(ORVANE_PROGRAM), arguments);
+    if (!program.waitForFinished() || program.exitStatus() != QProcess::NormalExit)
+        return {};
+    return {program.exitCode(), QString::fromUtf8(program.readAllStandardOutput()),
+            QString::fromUtf8(program.readAllStandardError())};
+}
+
+void ProgramTest::helpIsPrinted_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QString>("firstLine");
+    QTest::newRow("general") << QStringList{u"--help"_s} << u"Usage: orvane do TASK\n       orvane models"_s;
+    QTest::newRow("do") << QStringList{u"do"_s, u"-h"_s} << u"Usage: orvane do TASK\n\n"_s;
+    QTest::newRow("models") << QStringList{u"models"_s, u"--help"_s} << u"Usage: orvane models\n"_s;
+}
+
+void ProgramTest::helpIsPrinted()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QString, firstLine);
+    const Result result = run(arguments);
+    QCOMPARE(result.status, ExitStatus::done);
+    QVERIFY2(result.output.startsWith(firstLine), qPrintable(result.output));
+    QCOMPARE(result.errors, QString());
+}
+
+void ProgramTest::theVersionIsPrinted()
+{
+    const Result result = run({u"--version"_s});
+    QCOMPARE(result.status, ExitStatus::done);
+    QCOMPARE(result.output, QStringLiteral("orvane " ORVANE_VERSION "\n"));
+}
+
+void ProgramTest::wrongUseEndsWithSixtyFour_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QString>("error");
+    QTest::newRow("no command") << QStringList{} << u"orvane: There is no command. See: orvane --help\n"_s;
+    QTest::newRow("unknown command") << QStringList{u"dance"_s}
+                                     << u"orvane: “dance” is no command. See: orvane --help\n"_s;
+    QTest::newRow("blank task") << QStringList{u"do"_s, u"  "_s}
+                                << u"orvane: There is no task to do. See: orvane do --help\n"_s;
+    QTest::newRow("unknown model") << QStringList{u"models"_s, u"select"_s, u"x\x1b[2J"_s}
+                                   << u"orvane: There is no model “x [2J”. See: orvane models\n"_s;
+}
+
+void ProgramTest::wrongUseEndsWithSixtyFour()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QString, error);
+    const Result result = run(arguments);
+    QCOMPARE(result.status, 64);
+    QCOMPARE(result.output, QString());
+    QCOMPARE(result.errors, error);
+}
+
+void ProgramTest::withoutAModelItIsNotReady()
+{
+    const Result result = run({u"do"_s, u"Open Safari"_s});
+    QCOMPARE(result.status, 3);
+    QCOMPARE(result.output, QString());
+    QCOMPARE(result.errors, u"orvane: Qwen2.5 1.5B Instruct isn't on this machine yet.\n"
+                            "orvane: Get it with: orvane models download\n"_s);
+}
+
+void ProgramTest::withABrokenModelAndNoDesktopItSaysSo()
+{
+    const QString folder = home(u"data/Orvane/Models"_s);
+    QVERIFY(QDir().mkpath(folder));
+    QFile model(folder + u'/' + LocalModel::catalog().constFirst().fileName);
+    QVERIFY(model.open(QIODevice::WriteOnly));
+    model.write("no model");
+    model.close();
+    const Result result = run({u"do"_s, u"Open Safari"_s});
+    QVERIFY(model.remove());
+    QCOMPARE(result.status, 1);
+    QVERIFY2(result.errors.startsWith(u"orvane: "_s), qPrintable(result.errors));
+    QCOMPARE(result.errors.count(u'\n'), 1);
+}
+
+void ProgramTest::modelsAreListed()
+{
+    const Result result = run({u"models"_s});
+    QCOMPARE(result.status, ExitStatus::done);
+    QVERIFY2(result.output.startsWith(u"* qwen2.5-1.5b  Qwen2.5 1.5B Instruct — Fast and light · ~1 GB — "
+                                      "not downloaded\n  llama3.2-3b   "_s),
+             qPrintable(result.output));
+    QVERIFY(result.output.endsWith(home(u"data/Orvane/Models\n"_s)));
+    QCOMPARE(result.errors, QString());
+}
+
+void ProgramTest::aSelectionLasts()
+{
+    QCOMPARE(run({u"models"_s, u"select"_s, u"llama3.2-3b"_s}).status, ExitStatus::done);
+    QVERIFY(run({u"models"_s}).output.contains(u"* llama3.2-3b"_s));
+    const Result notReady = run({u"do"_s, u"Open Safari"_s});
+    QVERIFY(notReady.errors.startsWith(u"orvane: Llama 3.2 3B Instruct isn't on this machine yet."_s));
+    QCOMPARE(run({u"models"_s, u"select"_s, u"qwen2.5-1.5b"_s}).status, ExitStatus::done);
+    QVERIFY(run({u"models"_s}).output.contains(u"* qwen2.5-1.5b"_s));
+}
+
+void ProgramTest::nothingIsWrittenOutsideTheUsersFolders()
+{
+    m_home = std::make_unique<QTemporaryDir>();
+    QCOMPARE(run({u"models"_s, u"select"_s, u"llama3.2-3b"_s}).status, ExitStatus::done);
+    QStringList written;
+    QDirIterator all(m_home->path(), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+    while (all.hasNext())
+        written.append(QDir(m_home->path()).relativeFilePath(all.next()));
+    QCOMPARE(written, QStringList{u"config/Orvane/Orvane.conf"_s});
+}
+
+QTEST_GUILESS_MAIN(ProgramTest)
+#include "ProgramTest.moc"

@@ -2,6 +2,7 @@
 #include "Desktop/Linux/DesktopEntries.h"
 
 #include "Base/Text.h"
+#include "Desktop/Linux/DesktopCommand.h"
 #include "Desktop/Linux/GLibPointers.h"
 
 #include <QDir>
@@ -22,7 +23,8 @@ DesktopEntry described(GDesktopAppInfo *information)
     entry.path = QDir::cleanPath(QString::fromUtf8(g_desktop_app_info_get_filename(information)));
     entry.name = Text::cleaned(QString::fromUtf8(g_app_info_get_display_name(application))).trimmed();
     entry.windowClass = QString::fromUtf8(g_desktop_app_info_get_startup_wm_class(information));
-    entry.executable = QFileInfo(QString::fromUtf8(g_app_info_get_executable(application))).fileName();
+    const QString command = QString::fromUtf8(g_app_info_get_commandline(application));
+    entry.executable = QFileInfo(DesktopCommand::program(command)).fileName();
     const QString categories = QString::fromUtf8(g_desktop_app_info_get_categories(information));
     entry.categories = categories.split(u';', Qt::SkipEmptyParts);
     entry.isShown = g_app_info_should_show(application);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/DesktopLauncher.h"
 
+#include "Desktop/Linux/DesktopCommand.h"
 #include "Desktop/Linux/GLibPointers.h"
 #include "Desktop/PlatformError.h"
 
@@ -9,8 +10,6 @@
 #include <QStandardPaths>
 
 #include <unistd.h>
-
-#include <algorithm>
 
 namespace {
 
@@ -24,32 +23,21 @@ constexpr const char *entryGroup = G_KEY_FILE_DESKTOP_GROUP;
                                          : QStringLiteral("“%1” couldn't be opened: %2.").arg(name, reason));
 }
 
-// The command of a desktop entry with one more argument right after the program.
-QString withArgument(const QString &command, const QString &argument)
-{
-    // A program whose path has blanks stands in quotes.
-    const qsizetype start = command.startsWith(u'"') ? command.indexOf(u'"', 1) : 0;
-    const qsizetype end = command.indexOf(u' ', std::max<qsizetype>(start, 0));
-    return end < 0 ? command + u' ' + argument : command.left(end) + u' ' + argument + command.mid(end);
-}
-
 GObjectPointer<GDesktopAppInfo> load(const QString &path)
 {
     GObjectPointer<GDesktopAppInfo> application(
         g_desktop_app_info_new_from_filename(path.toUtf8().constData()));
     if (!application)
         fail(path, nullptr);
-    const QString executable = QString::fromUtf8(g_app_info_get_executable(G_APP_INFO(application.get())));
-    if (!DesktopLauncher::isChromiumFamily(executable))
+    const QString command = QString::fromUtf8(g_app_info_get_commandline(G_APP_INFO(application.get())));
+    if (!DesktopLauncher::isChromiumFamily(DesktopCommand::program(command)))
         return application;
 
     const GKeyFilePointer file(g_key_file_new());
     if (!g_key_file_load_from_file(file.get(), path.toUtf8().constData(), G_KEY_FILE_NONE, nullptr))
         return application;
-    const GString8 command(
-        g_key_file_get_string(file.get(), entryGroup, G_KEY_FILE_DESKTOP_KEY_EXEC, nullptr));
     const QString accessible =
-        withArgument(QString::fromUtf8(command.get()), QStringLiteral("--force-renderer-accessibility"));
+        DesktopCommand::withArgument(command, QStringLiteral("--force-renderer-accessibility"));
     g_key_file_set_string(file.get(), entryGroup, G_KEY_FILE_DESKTOP_KEY_EXEC,
                           accessible.toUtf8().constData());
     GObjectPointer<GDesktopAppInfo> changed(g_desktop_app_info_new_from_keyfile(file.get()));

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <QString>
-
 #include <gio/gdesktopappinfo.h>
 #include <gio/gio.h>
 
@@ -16,12 +14,6 @@ struct GObjectRelease
 };
 template <typename Object>
 using GObjectPointer = std::unique_ptr<Object, GObjectRelease>;
-
-struct GMemoryRelease
-{
-    void operator()(void *memory) const { g_free(memory); }
-};
-using GString8 = std::unique_ptr<char, GMemoryRelease>; // text that GLib allocated, in UTF-8
 
 struct GErrorRelease
 {

@@ -67,7 +67,7 @@ std::optional<RunningApplication> LinuxApplications::ofProcess(qint64 process, c
 const X11Window *LinuxApplications::windowToShow(const ApplicationBundle &bundle, const X11Snapshot &snapshot,
                                                  const QList<DesktopEntry> &entries)
 {
-    // The order in which a user met the windows decides between several processes of the application.
+    // Of several processes of the application, the one that has been there longest.
     for (const RunningApplication &application : running(snapshot, entries)) {
         if (!application.isRegular || application.bundle != bundle)
             continue;

@@ -13,7 +13,10 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr qint64 startPatience = 10000;   // ms: a browser's first start on a slow computer
+constexpr qint64 startPatience = 10000; // ms: a browser's first start on a slow computer
+// ms: before a window that belongs to no known application is taken for the launched one's; an entry can
+// start a program of another name.
+constexpr qint64 strangerPatience = 1500;
 constexpr qint64 newWindowPatience = 700; // ms: for a running application to open one more window
 
 QString startupIdentifier(int number, std::uint32_t time)
@@ -50,7 +53,7 @@ QCoro::Task<LinuxLauncher::Launch> LinuxLauncher::start(ApplicationBundle applic
     co_return launch;
 }
 
-const X11Window *LinuxLauncher::newWindow(const X11Snapshot &now, const Launch &launch)
+const X11Window *LinuxLauncher::newWindow(const X11Snapshot &now, const Launch &launch, Welcome welcome)
 {
     for (const std::uint32_t identifier : now.stacking) {
         const X11Window *window = now.find(identifier);
@@ -60,7 +63,9 @@ const X11Window *LinuxLauncher::newWindow(const X11Snapshot &now, const Launch &
             window->startupIdentifier == launch.startupIdentifier)
             return window;
         const DesktopEntry *entry = entryOfWindow(launch.entries, window->instance, window->className);
-        if (entry && entry->path == launch.application.location)
+        const bool isOwn = entry && entry->path == launch.application.location;
+        const bool isStranger = !entry && window->process != QCoreApplication::applicationPid();
+        if (isOwn || (isStranger && welcome == Welcome::Strangers))
             return window;
     }
     return nullptr;
@@ -73,7 +78,8 @@ QCoro::Task<void> LinuxLauncher::open(ApplicationBundle application, QStringList
     elapsed.start();
     while (!elapsed.hasExpired(launch.wasRunning ? newWindowPatience : startPatience)) {
         const X11Snapshot now = co_await m_display.snapshot();
-        if (const X11Window *window = newWindow(now, launch)) {
+        const Welcome welcome = elapsed.hasExpired(strangerPatience) ? Welcome::Strangers : Welcome::Own;
+        if (const X11Window *window = newWindow(now, launch, welcome)) {
             const X11Window shown = *window;
             co_await m_display.bringForward(shown);
             co_return;

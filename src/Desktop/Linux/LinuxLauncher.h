@@ -31,7 +31,8 @@ private:
     };
 
     QCoro::Task<Launch> start(ApplicationBundle application, QStringList urls);
-    static const X11Window *newWindow(const X11Snapshot &now, const Launch &launch);
+    enum class Welcome { Own, Strangers };
+    static const X11Window *newWindow(const X11Snapshot &now, const Launch &launch, Welcome welcome);
 
     X11Display &m_display;
     BoundedQueue &m_gio;

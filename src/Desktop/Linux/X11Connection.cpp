@@ -6,6 +6,7 @@
 #include <sys/socket.h>
 
 #include <cstring>
+#include <thread>
 
 namespace {
 
@@ -117,10 +118,52 @@ xcb_timestamp_t X11Connection::serverTime()
     return m_time;
 }
 
+void X11Connection::sendPing(xcb_window_t window, xcb_timestamp_t time) const
+{
+    xcb_client_message_event_t ping{};
+    ping.response_type = XCB_CLIENT_MESSAGE;
+    ping.format = 32;
+    ping.window = window;
+    ping.type = m_ewmh.WM_PROTOCOLS;
+    ping.data.data32[0] = m_ewmh._NET_WM_PING;
+    ping.data.data32[1] = time;
+    ping.data.data32[2] = window;
+    xcb_send_event(m_connection, 0, window, XCB_EVENT_MASK_NO_EVENT, reinterpret_cast<const char *>(&ping));
+    xcb_flush(m_connection);
+}
+
+bool X11Connection::waitUntilHandled(xcb_window_t window, std::chrono::milliseconds limit)
+{
+    const auto end = std::chrono::steady_clock::now() + limit;
+    // Answers go to whoever watches the root window's children; we do so for no longer than needed.
+    const std::uint32_t watching = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
+    const std::uint32_t usual = XCB_EVENT_MASK_PROPERTY_CHANGE;
+    xcb_change_window_attributes(m_connection, root(), XCB_CW_EVENT_MASK, &watching);
+    const xcb_timestamp_t time = serverTime();
+    sendPing(window, time);
+    while (m_lastEcho != time && std::chrono::steady_clock::now() < end &&
+           !xcb_connection_has_error(m_connection)) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(2));
+        drainEvents();
+    }
+    xcb_change_window_attributes(m_connection, root(), XCB_CW_EVENT_MASK, &usual);
+    xcb_flush(m_connection);
+    return m_lastEcho == time;
+}
+
+void X11Connection::handleMessage(const xcb_client_message_event_t &message)
+{
+    if (message.type == m_ewmh.WM_PROTOCOLS && message.data.data32[0] == m_ewmh._NET_WM_PING)
+        m_lastEcho = message.data.data32[1];
+}
+
 void X11Connection::drainEvents()
 {
     while (const X11Reply<xcb_generic_event_t> event{xcb_poll_for_event(m_connection)}) {
-        if ((event->response_type & 0x7F) != XCB_PROPERTY_NOTIFY)
+        const int type = event->response_type & 0x7F;
+        if (type == XCB_CLIENT_MESSAGE)
+            handleMessage(*reinterpret_cast<const xcb_client_message_event_t *>(event.get()));
+        if (type != XCB_PROPERTY_NOTIFY)
             continue;
         const auto *change = reinterpret_cast<const xcb_property_notify_event_t *>(event.get());
         if (change->window == m_window)

@@ -8,6 +8,7 @@
 #include <xcb/xcb.h>
 #include <xcb/xcb_ewmh.h>
 
+#include <chrono>
 #include <cstdint>
 #include <cstdlib>
 #include <functional>
@@ -64,6 +65,10 @@ public:
     // The server's present time, 0 when it does not answer.
     xcb_timestamp_t serverTime();
 
+    // Waits until the client that owns the window has handled all that was sent to it before, by its answer
+    // to a ping; false when the limit is over first. Some answer so that only the window manager sees it.
+    bool waitUntilHandled(xcb_window_t window, std::chrono::milliseconds limit);
+
     // Handles the events that have arrived; `onRootChange` is called for every change of one of the root
     // window's properties.
     void drainEvents();
@@ -75,6 +80,8 @@ public:
     void interrupt() const;
 
 private:
+    void sendPing(xcb_window_t window, xcb_timestamp_t time) const;
+    void handleMessage(const xcb_client_message_event_t &message);
     xcb_atom_t internAtom(const char *name) const;
 
     xcb_connection_t *m_connection = nullptr;
@@ -83,5 +90,6 @@ private:
     xcb_window_t m_window = XCB_NONE; // never shown: it marks the time
     xcb_atom_t m_deleteWindow = XCB_ATOM_NONE;
     xcb_atom_t m_startupIdentifier = XCB_ATOM_NONE;
-    xcb_timestamp_t m_time = 0;
+    xcb_timestamp_t m_time = 0;     // as last told to m_window
+    xcb_timestamp_t m_lastEcho = 0; // of the last ping that was answered
 };

@@ -29,6 +29,7 @@ struct X11Window
     bool isOnCurrentDesktop = true;
     bool belongsInTaskBar = true;
     bool canBeClosed = true; // follows the polite request to close
+    bool answersPings = false;
 
     bool isOrdinary() const { return kind != Kind::Shell; }
     bool isOnScreen() const { return isOrdinary() && !isMinimised && isOnCurrentDesktop; }

@@ -13,8 +13,11 @@ namespace {
 // Browsers mix up keys that come faster.
 constexpr auto keyPace = 1ms;
 
-// Applications read the symbols of a key when they get round to it; until then the key must keep them.
+// Applications read the symbols of a key when they get round to it; until then the key must keep them. Some
+// can be asked whether they have, but an input method between them and the keys may not have yet.
 constexpr auto symbolHold = 180ms;
+constexpr auto slowestApplication = 3000ms;
+constexpr auto firstAnswer = 200ms;
 
 constexpr auto userPatience = 500ms;
 
@@ -50,6 +53,9 @@ void X11Typist::type(const QList<KeyStroke> &strokes, std::chrono::microseconds 
     if (!m_windows.hasKeys(m_target))
         throw PlatformError(QStringLiteral("“%1” doesn't have the keyboard focus, so no keys were sent.")
                                 .arg(m_target.title));
+    const bool needsSpares = !batches.first().spareSymbols.isEmpty() || batches.size() > 1;
+    m_tellsWhenHandled = needsSpares && m_target.answersPings &&
+                         m_connection.waitUntilHandled(m_target.identifier, firstAnswer);
     keyboard.releaseLocks();
     for (const TypingBatch &batch : batches)
         typeBatch(keyboard, batch, pause);
@@ -62,14 +68,15 @@ void X11Typist::typeBatch(X11Keyboard &keyboard, const TypingBatch &batch, std::
     // Also when typing ends early: what has been typed so far must still be read right.
     struct Hold
     {
+        X11Typist &typist;
         bool isNeeded;
         ~Hold()
         {
             if (isNeeded)
-                std::this_thread::sleep_for(symbolHold);
+                typist.holdSymbols();
         }
     };
-    const Hold hold{!batch.spareSymbols.isEmpty()};
+    const Hold hold{*this, !batch.spareSymbols.isEmpty()};
     for (const PlannedKey &key : batch.keys) {
         requireTarget();
         typeKey(keyboard, key);
@@ -77,6 +84,14 @@ void X11Typist::typeBatch(X11Keyboard &keyboard, const TypingBatch &batch, std::
         if (key.endsStroke)
             std::this_thread::sleep_for(pause);
     }
+}
+
+void X11Typist::holdSymbols() const
+{
+    const auto lastKey = std::chrono::steady_clock::now();
+    if (m_tellsWhenHandled)
+        m_connection.waitUntilHandled(m_target.identifier, slowestApplication);
+    std::this_thread::sleep_until(lastKey + symbolHold);
 }
 
 void X11Typist::typeKey(X11Keyboard &keyboard, const PlannedKey &key)

@@ -25,6 +25,7 @@ public:
 private:
     void typeBatch(class X11Keyboard &keyboard, const TypingBatch &batch, std::chrono::microseconds pause);
     void typeKey(X11Keyboard &keyboard, const PlannedKey &key);
+    void holdSymbols() const;
     void requireTarget() const;
 
     X11Connection &m_connection;
@@ -33,4 +34,5 @@ private:
     std::chrono::steady_clock::time_point m_deadline;
     QHash<ModifierKey, std::uint8_t> m_modifierCodes;
     X11Window m_target;
+    bool m_tellsWhenHandled = false;
 };

@@ -164,7 +164,9 @@ std::optional<X11Window> X11Windows::described(const Requests &requests, std::ui
     window.belongsInTaskBar = window.isOrdinary() && !states.contains(atoms._NET_WM_STATE_SKIP_TASKBAR);
     window.isOnCurrentDesktop =
         desktops.isEmpty() || desktops.first() == currentDesktop || desktops.first() == everyDesktop;
-    window.canBeClosed = values(requests.protocols).contains(m_connection.deleteWindowAtom());
+    const QList<std::uint32_t> protocols = values(requests.protocols);
+    window.canBeClosed = protocols.contains(m_connection.deleteWindowAtom());
+    window.answersPings = protocols.contains(atoms._NET_WM_PING);
     window.startupIdentifier = textOf(m_connection.read(requests.startupIdentifier));
     // A window that has vanished in the meantime tells nothing at all.
     const bool hasVanished = !title && !oldTitle && !wmClass && desktops.isEmpty();

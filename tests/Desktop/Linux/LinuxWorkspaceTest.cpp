@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // Running and installed applications on a real desktop, with real applications.
+#include "Desktop/Linux/DesktopLauncher.h"
 #include "Desktop/Linux/LinuxBench.h"
 
 #include <QDir>
@@ -258,6 +259,43 @@ private Q_SLOTS:
         const ApplicationBundle missing{u"/nowhere/missing.desktop"_s, u"Missing"_s};
         const QString message = open(missing);
         QVERIFY2(message.contains(u"missing"), qPrintable(message));
+    }
+
+    void aBrowserOfTheChromiumFamilyIsToldToShowItsPages_data()
+    {
+        QTest::addColumn<QString>("program");
+        QTest::addColumn<QByteArray>("command");
+        QTest::addColumn<QByteArray>("arguments");
+
+        QTest::newRow("in the family")
+            << u"chromium"_s << QByteArray("%1 --new %U")
+            << QByteArray("--force-renderer-accessibility --new http://a.test/?b=c%20d");
+        QTest::newRow("a channel, in quotes")
+            << u"google-chrome-beta"_s << QByteArray("\"%1\" %U")
+            << QByteArray("--force-renderer-accessibility http://a.test/?b=c%20d");
+        QTest::newRow("not in the family")
+            << u"firefox"_s << QByteArray("%1 --new %U") << QByteArray("--new http://a.test/?b=c%20d");
+    }
+
+    void aBrowserOfTheChromiumFamilyIsToldToShowItsPages()
+    {
+        QFETCH(QString, program);
+        QFETCH(QByteArray, command);
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(program);
+        write(path, "#!/bin/sh\necho \"$@\" > \"$0.new\" && mv \"$0.new\" \"$0.told\"\n");
+        QVERIFY(QFile::setPermissions(path, QFile::ReadOwner | QFile::ExeOwner));
+        const QString entry = folder.filePath(u"browser.desktop"_s);
+        write(entry, "[Desktop Entry]\nType=Application\nName=Browser\nExec=" +
+                         command.replace("%1", path.toUtf8()) + "\n");
+        const auto launch = [&entry] {
+            return DesktopLauncher::launch(entry, {u"http://a.test/?b=c%20d"_s}, u"mark"_s).size();
+        };
+        QCOMPARE(QCoro::waitFor(m_bench.gio.run(launch)), 1);
+        QFile told(path + u".told"_s);
+        QVERIFY(QTest::qWaitFor([&told] { return told.exists(); }, LinuxBench::patience));
+        QVERIFY(told.open(QIODevice::ReadOnly));
+        QTEST(told.readAll().trimmed(), "arguments");
     }
 
     void aLaunchedProgramHasNothingOfOurs()

@@ -8,6 +8,9 @@ using namespace Qt::StringLiterals;
 
 ModelStorage ModelStorage::standard()
 {
+    const QString own = qEnvironmentVariable("ORVANE_HOME");
+    if (!own.isEmpty())
+        return {own, own + u"/Orvane/Orvane.conf"_s};
     return {QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation),
             QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
                 u"/Orvane/Orvane.conf"_s};

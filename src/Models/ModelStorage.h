@@ -11,7 +11,7 @@ struct ModelStorage
     // The settings file that holds "selectedModel".
     QString settingsFile;
 
-    // The user's own folders.
+    // The user's own folders, or the one folder for all of it that ORVANE_HOME names in the environment.
     static ModelStorage standard();
 
     // "Orvane/Models" below the data folder. Each call makes sure that it exists; where it cannot be made,

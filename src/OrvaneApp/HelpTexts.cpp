@@ -19,6 +19,9 @@ this machine plans it step by step. Risky steps are done only after you have all
   -h, --help            say this, or more about a command: orvane do --help
   --version             say the version
   --verbose             show the messages of the model's runtime (also ORVANE_VERBOSE=1)
+
+With ORVANE_HOME=FOLDER in the environment, models and settings are kept in that folder
+instead of the user's data and settings folders.
 )"_s;
 }
 

@@ -78,6 +78,7 @@ private Q_SLOTS:
     void directoryIsMadeAtEachRead();
     void folderThatCannotBeMadeShowsAsAMissingFile();
     void standardStorageFollowsTheDesktopsFolders();
+    void aFolderOfTheUsersChoiceHoldsModelsAndSettings();
 
     void refreshOverwritesEveryState_data();
     void refreshOverwritesEveryState();
@@ -272,6 +273,16 @@ void ModelManagerTest::folderThatCannotBeMadeShowsAsAMissingFile()
     QVERIFY(inTheWay.open(QIODevice::WriteOnly));
     newManager();
     QCOMPARE(m_manager->state(), State::needsDownload());
+}
+
+void ModelManagerTest::aFolderOfTheUsersChoiceHoldsModelsAndSettings()
+{
+    const QTemporaryDir folder;
+    qputenv("ORVANE_HOME", folder.path().toUtf8());
+    const ModelStorage storage = ModelStorage::standard();
+    qunsetenv("ORVANE_HOME");
+    QCOMPARE(storage.modelsDirectory(), folder.filePath(u"Orvane/Models"_s));
+    QCOMPARE(storage.settingsFile, folder.filePath(u"Orvane/Orvane.conf"_s));
 }
 
 void ModelManagerTest::standardStorageFollowsTheDesktopsFolders()

@@ -32,15 +32,16 @@ public:
                          std::make_unique<HttpDownloadSession>(storage.downloadsDirectory()), storage};
 };
 
-// Runs the event loop until the command has finished.
-template <typename Command>
-int untilFinished(Command &command)
+// Starts the command and runs the event loop until it has finished.
+template <typename Command, typename... Arguments>
+int carriedOut(Command &command, const Arguments &...arguments)
 {
     const SignalWatcher signalWatcher;
     QObject::connect(&signalWatcher, &SignalWatcher::interrupted, &command, &Command::interrupt);
     // Queued, since a command may finish before the loop runs.
     QObject::connect(&command, &Command::finished, QCoreApplication::instance(), &QCoreApplication::exit,
                      Qt::QueuedConnection);
+    command.start(arguments...);
     return QCoreApplication::exec();
 }
 
@@ -54,8 +55,7 @@ int doTask(ModelManager &models, const QString &task, Terminal &terminal)
     AgentSession session(models, services->desktop());
     AnswerReader answers(STDIN_FILENO);
     DoCommand command(models, session, terminal, answers);
-    command.start(task);
-    return untilFinished(command);
+    return carriedOut(command, task);
 }
 
 int download(ModelManager &models, const std::optional<LocalModel> &model, Terminal &terminal)
@@ -63,8 +63,7 @@ int download(ModelManager &models, const std::optional<LocalModel> &model, Termi
     if (model)
         models.select(*model);
     DownloadCommand command(models, terminal);
-    command.start();
-    return untilFinished(command);
+    return carriedOut(command);
 }
 
 int carryOut(const CommandLine &commandLine, ModelManager &models, Terminal &terminal)

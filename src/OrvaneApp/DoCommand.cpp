@@ -88,10 +88,7 @@ void DoCommand::watchSession()
     connect(&m_session, &AgentSession::pendingChanged, this, &DoCommand::ask);
     connect(&m_session, &AgentSession::turnFinished, this, &DoCommand::showEnd);
     connect(&m_answers, &AnswerReader::answered, this, &DoCommand::answer);
-    connect(&m_answers, &AnswerReader::notUnderstood, this, [this] {
-        m_terminal.prompt(question);
-        m_answers.start();
-    });
+    connect(&m_answers, &AnswerReader::notUnderstood, this, &DoCommand::awaitAnswer);
 }
 
 void DoCommand::showProgress()
@@ -124,12 +121,18 @@ void DoCommand::ask()
     // What the model wrote stands behind a bar, so that it cannot pass for a line of ours.
     m_terminal.block(pending->reason, u"  │ "_s);
     if (m_answers.canAsk() && m_terminal.isInteractive()) {
-        m_terminal.prompt(question);
-        m_answers.start();
+        awaitAnswer();
     } else {
         m_terminal.line(u"  There is no terminal to ask at, so the answer is no."_s);
         m_session.resolve(false);
     }
+}
+
+void DoCommand::awaitAnswer()
+{
+    // In this order, since what is typed before the reader starts counts as typed before the question.
+    m_answers.start();
+    m_terminal.prompt(question);
 }
 
 void DoCommand::answer(bool yes)

@@ -41,6 +41,7 @@ private:
     void showProgress();
     void showEntry(int turnIndex, int entryIndex);
     void ask();
+    void awaitAnswer();
     void answer(bool yes);
     void showEnd(int turnIndex);
 

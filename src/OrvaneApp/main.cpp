@@ -7,7 +7,7 @@
 #include <QCoreApplication>
 #include <QFile>
 
-#include <cstdio>
+#include <unistd.h>
 
 int main(int argc, char *argv[])
 {
@@ -17,9 +17,10 @@ int main(int argc, char *argv[])
 
     QFile output;
     QFile errors;
-    // Unbuffered: a line is there when it is written, and the two do not overtake each other.
-    if (!output.open(stdout, QIODevice::WriteOnly | QIODevice::Unbuffered) ||
-        !errors.open(stderr, QIODevice::WriteOnly | QIODevice::Unbuffered))
+    // Straight to the descriptors: a question without a line break is there at once, and the two outputs keep
+    // their order.
+    if (!output.open(STDOUT_FILENO, QIODevice::WriteOnly | QIODevice::Unbuffered) ||
+        !errors.open(STDERR_FILENO, QIODevice::WriteOnly | QIODevice::Unbuffered))
         return ExitStatus::endedOtherwise;
     Terminal terminal(output, errors, TerminalTraits::ofStandardOutput());
 

@@ -28,7 +28,7 @@ def count_words(conversation_count: int, seed: int) -> "collections.Counter[str]
 
 def main() -> None:
     parser = argparse.ArgumentParser(description=__doc__)
-    parser.add_argument("--pieces", type=int, default=480, help="letter pieces to learn")
+    parser.add_argument("--pieces", type=int, default=420, help="letter pieces to learn")
     parser.add_argument("--conversations", type=int, default=12000)
     parser.add_argument("--seed", type=int, default=5)
     options = parser.parse_args()

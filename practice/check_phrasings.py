@@ -1,7 +1,9 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: Apache-2.0
-"""Makes sure that training and evaluation stay apart: no evaluation wording can be drawn from the grammar, and no
-training value holds a held-out word."""
+"""Makes sure that training and evaluation stay apart.
+
+No evaluation wording can be drawn from the grammar, and no training value holds a held-out word.
+"""
 
 import random
 import re

@@ -7,9 +7,9 @@ Three sets, none of which training has seen:
   wordings  held-out values in wordings that the grammar cannot produce
   demo      the twelve demonstration tasks, each several times on different desktops
 
-An action is right when its name and its arguments are equal to the planned ones; the words of a closing message are
-not judged, except that a request out of reach must be closed at once. A run is right when every reply of it is,
-each one asked for after the planned replies before it.
+An action is right when its name and its arguments are equal to the planned ones; the words of a
+closing message are not judged, except that a request out of reach must be closed at once. A run is
+right when every reply of it is, each one asked for after the planned replies before it.
 """
 
 import argparse
@@ -79,7 +79,7 @@ Failure = Tuple[str, str, str, str]  # family, task, planned, given
 def judge(
     engine: Engine, messages: List[Message]
 ) -> Tuple[List[bool], List[bool], Optional[Tuple[str, str]]]:
-    """Per reply: right and the same bytes; and the first wrong reply with its plan. Stops at the first wrong one."""
+    """Per reply: right, and the same bytes; then the first wrong reply with its plan, where it stops."""
     history: List[Message] = [("system", SYSTEM_PROMPT)]
     right: List[bool] = []
     same: List[bool] = []

@@ -27,7 +27,7 @@ CHAT_TEMPLATE = (
 
 
 def tensors(shape: Shape, weights: Dict[str, np.ndarray]) -> Iterator[Tuple[str, np.ndarray]]:
-    """The tensors under llama.cpp's names. Pairs of rotary positions are neighbours on both sides: no reordering."""
+    """The tensors under llama.cpp's names; rotary pairs are neighbours there too, so no row moves."""
     yield "token_embd.weight", weights["embedding"]
     yield "output_norm.weight", weights["output_norm"]
     for layer in range(shape.layers):

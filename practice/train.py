@@ -31,7 +31,8 @@ from planner.optimizer import Muon
 MATRIX_RATE = 0.02
 OTHER_RATE = 3e-3
 WARM_UP = 100
-SHORTENED = 0.5  # share of shortened conversations in the first two thirds of the run
+SHORTENED = 0.5  # share of shortened conversations between --simple-until and --shorten-until
+CALM = 0.6  # share of calm desktops from --simple-until on
 REPORTED_WEIGHT = 0.15  # what the desktop reports is learnt as well, a little: it practises copying
 VALUE_START_WEIGHT = 4.0
 
@@ -55,6 +56,48 @@ def weighted_loss(scores: Tensor, targets: Tensor, classes: Tensor) -> Dict[str,
     return {"loss": loss, "own": each[own].mean().detach(), "right": right.detach()}
 
 
+class ThreadCount:
+    """Chooses between one thread and all, because on a busy machine one is often the faster.
+
+    Every so often the other count gets two steps to show its speed; the first of them, which still pays for the
+    change, is not counted.
+    """
+
+    TRIAL_EVERY = 40
+
+    def __init__(self, fixed: int) -> None:
+        self._counts = [fixed] if fixed else sorted({1, os.cpu_count() or 1})
+        self._seconds: Dict[int, float] = {}  # for a token, a moving average
+        self._current = self._counts[-1]
+        self._step = 0
+        torch.set_num_threads(self._current)
+
+    def after_step(self, seconds: float, size: int) -> None:
+        if len(self._counts) == 1:
+            return
+        known = self._seconds.get(self._current, seconds / size)
+        trial = self._step % self.TRIAL_EVERY
+        self._step += 1
+        if trial != 0:
+            self._seconds[self._current] = 0.7 * known + 0.3 * seconds / size
+        if trial == self.TRIAL_EVERY - 1:
+            self._use(next(count for count in self._counts if count != self._current))
+        elif trial == 1:
+            self._use(min(self._seconds, key=lambda count: self._seconds[count]))
+
+    def _use(self, count: int) -> None:
+        self._current = count
+        torch.set_num_threads(count)
+
+    def __str__(self) -> str:
+        return str(self._current)
+
+
+def new_adam(model: Planner) -> torch.optim.Adam:
+    """The optimizer of all that Muon does not take."""
+    return torch.optim.Adam(model.others(), lr=OTHER_RATE, betas=(0.9, 0.98))
+
+
 class Run:
     """One training run: the model, its optimizers, its data and where it stands."""
 
@@ -65,7 +108,7 @@ class Run:
         self.prefix = torch.tensor(self.tokenizer.system())
         self.model = Planner(Shape(len(self.tokenizer)))
         self.muon = Muon(self.model.matrices())
-        self.adam = torch.optim.Adam(self.model.others(), lr=OTHER_RATE, betas=(0.9, 0.98))
+        self.adam = new_adam(self.model)
         self.step = 0
         first_pool = self._restore(options.resume) if options.resume else 0
         self.batches = Batches(self.tokenizer, options.seed, options.batch_tokens, first_pool)
@@ -98,28 +141,46 @@ class Run:
         options = self.options
         stream: Iterator[Batch] = iter(self.batches)
         averages: Dict[str, float] = {}
+        threads = ThreadCount(options.threads)
         started, seen = time.time(), 0
         batch = None
         while self.step < options.steps:
-            self.batches.shortened = SHORTENED if self.step < options.steps * 2 / 3 else 0.0
+            self._choose_lessons()
             batch = next(stream)
+            began = time.time()
             measured = self._learn(batch)
+            threads.after_step(time.time() - began, batch.numbers.size)
             self.step += 1
             seen += batch.numbers.size
             for key, value in measured.items():
                 averages[key] = 0.98 * averages.get(key, float(value)) + 0.02 * float(value)
             if self.step % 50 == 0:
                 print(
-                    "step %d  loss %.4f  right %.4f  tokens/s %.0f"
-                    % (self.step, averages["own"], averages["right"], seen / (time.time() - started)),
+                    "step %d  loss %.4f  right %.4f  tokens/s %.0f  threads %s"
+                    % (
+                        self.step,
+                        averages["own"],
+                        averages["right"],
+                        seen / (time.time() - started),
+                        threads,
+                    ),
                     flush=True,
                 )
+                started, seen = time.time(), 0
             if self.step % 250 == 0:
                 self.save(batch.pool, "latest.pt")
             if self.step % 2000 == 0:
                 self.save(batch.pool, "step-%d.pt" % self.step)
         if batch:
             self.save(batch.pool, "final.pt")
+
+    def _choose_lessons(self) -> None:
+        """First replies on calm desktops until copying is learnt, then more and more of whole runs."""
+        simple = self.step < self.options.simple_until
+        self.batches.calm = 1.0 if simple else CALM
+        self.batches.shortened = (
+            1.0 if simple else SHORTENED if self.step < self.options.shorten_until else 0.0
+        )
 
     def _learn(self, batch: Batch) -> Dict[str, Tensor]:
         numbers, classes = torch.from_numpy(batch.numbers), torch.from_numpy(batch.classes)
@@ -131,7 +192,7 @@ class Run:
             parameter.grad = None
         measured.pop("loss").backward()
         torch.nn.utils.clip_grad_norm_(self.model.others(), 1.0)
-        factor = rate_factor(self.step, self.options.steps, self.options.decay_from)
+        factor = self.options.rate * rate_factor(self.step, self.options.steps, self.options.decay_from)
         for group in self.adam.param_groups:
             group["lr"] = OTHER_RATE * factor
         self.muon.step(MATRIX_RATE * factor)
@@ -147,13 +208,23 @@ def main() -> None:
     parser.add_argument(
         "--decay-from", type=int, default=4800, help="the step at which the rates begin to fall"
     )
+    parser.add_argument(
+        "--simple-until", type=int, default=1500, help="first replies on calm desktops before it"
+    )
+    parser.add_argument(
+        "--shorten-until", type=int, default=8000, help="all conversations are whole from it on"
+    )
+    parser.add_argument(
+        "--rate", type=float, default=1.0, help="multiplies the learning rates, to train on gently"
+    )
     parser.add_argument("--batch-tokens", type=int, default=4096)
     parser.add_argument("--seed", type=int, default=1)
-    parser.add_argument("--threads", type=int, default=2)
+    parser.add_argument(
+        "--threads", type=int, default=0, help="0: the faster of one and all, found as it goes"
+    )
     parser.add_argument("--resume", help="a checkpoint to go on from")
     parser.add_argument("--checkpoints", default="/var/tmp/orvane-practice", help="the folder to save in")
     options = parser.parse_args()
-    torch.set_num_threads(options.threads)
     run = Run(options)
     print("parameters:", sum(parameter.numel() for parameter in run.model.parameters()), flush=True)
     run.train()

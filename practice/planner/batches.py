@@ -11,7 +11,7 @@ from . import conversations
 from .tokenizer import Tokenizer
 from .values import TrainingValues
 
-POOL = 1500  # conversations that are sorted by length and cut into batches together
+POOL = 1000  # conversations that are sorted by length and cut into batches together
 LONGEST = 1000  # longer conversations are left out: one of them would fill a batch with blanks
 
 Row = Tuple[List[int], List[int]]
@@ -27,12 +27,14 @@ class Batch:
 class Batches:
     """Conversations of similar length together, about `tokens` to a batch.
 
-    `shortened` is the share of conversations that end after their first reply: cheap lessons in the beginning,
-    harmful late, because then the model forgets to go on.
+    Two settings make lessons cheap, and may be changed as training goes on. `shortened` is the share of
+    conversations that end after their first reply; late in training it must be nothing, or the model forgets to go
+    on. `calm` is the share that happens on a desktop with hardly a window, whose state is said in a few words.
     """
 
     def __init__(self, tokenizer: Tokenizer, seed: int, tokens: int, first_pool: int = 0) -> None:
         self.shortened = 0.0
+        self.calm = 0.0
         self._tokenizer = tokenizer
         self._values = TrainingValues(tokenizer.merges)
         self._seed = seed
@@ -51,7 +53,7 @@ class Batches:
     def _groups(self, rng: random.Random) -> List[List[Row]]:
         rows = []
         for _ in range(POOL):
-            _, messages = conversations.make(rng, self._values)
+            _, messages = conversations.make(rng, self._values, calm=rng.random() < self.calm)
             if rng.random() < self.shortened:
                 messages = messages[:2]
             row = self._tokenizer.conversation(messages)

@@ -23,7 +23,7 @@ ERROR_RATE = 0.07
 
 
 def action(kind: str, /, **arguments: str) -> str:
-    """One reply of the model; empty arguments are left out. An underscore behind a key is dropped (in_ → in)."""
+    """One reply of the model, without empty arguments. An underscore behind a key goes (in_ → in)."""
     fields = {key.rstrip("_"): value for key, value in arguments.items() if value}
     return json.dumps({"action": kind, **fields}, ensure_ascii=False, separators=(",", ":"))
 
@@ -43,10 +43,11 @@ class Setting:
     values: TrainingValues
     wordings: Wordings
     error_rate: float = ERROR_RATE
+    calm: bool = False
     messages: List[Message] = field(default_factory=list)
 
     def __post_init__(self) -> None:
-        self.desktop = Desktop(self.rng, self.values)
+        self.desktop = Desktop(self.rng, self.values, self.calm)
 
     def worded(self, rule: str, **slots: str) -> str:
         text = self.wordings.expand(rule, self.rng)

@@ -24,14 +24,17 @@ SCREENSHOT_FAILED = "The screenshot failed. Screen Recording permission may be r
 
 
 class Desktop:
-    """Open windows, the frontmost application and the user's home, with random content."""
+    """Open windows, the frontmost application and the user's home, with random content.
 
-    def __init__(self, rng: random.Random, values: TrainingValues) -> None:
+    A calm desktop has at most one window at first.
+    """
+
+    def __init__(self, rng: random.Random, values: TrainingValues, calm: bool = False) -> None:
         self._rng = rng
         self._values = values
         self.home = values.home(rng)
         self._on_linux = rng.random() < 0.8
-        count = rng.choice((0, 0, 1, 1, 1, 1, 1, 2, 2, 2, 2, 3, 3, 4, 5, 8))
+        count = rng.choice((0, 0, 1)) if calm else rng.choice((0, 1, 1, 2, 2, 2, 3, 3, 4, 5, 6, 8))
         self.windows: List[Tuple[str, str]] = []
         for _ in range(count):
             application = self.displayed(values.application(rng))

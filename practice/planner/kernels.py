@@ -185,7 +185,7 @@ def gated(gate: Tensor, up: Tensor) -> Tensor:
 
 
 def causal_softmax(scores: Tensor, prefix: int, scale: float) -> Tensor:
-    """Weights of (matrices, length, keys) scores, which are overwritten; query t sees the keys 0 … prefix + t."""
+    """Weights of (matrices, length, keys) scores, in place; query t sees the keys 0 … prefix + t."""
     return _CausalSoftmax.apply(scores, prefix, scale)
 
 

@@ -99,7 +99,7 @@ class Planner(nn.Module):
         return hidden + F.linear(inner, _half(self.down[layer]))
 
     def _heads(self, qkv: Tensor, first: int, shared_key: Tensor, shared_value: Tensor) -> Tuple[Tensor, ...]:
-        """(B, T, 3·width) to queries, keys and values of (B·heads, ·, head width), the positions turned in."""
+        """(B, T, 3·width) to turned queries and keys, and values, of (B·heads, ·, head width)."""
         last = first + qkv.shape[1]
         cosine, sine = self.cosine[first:last], self.sine[first:last]
         return kernels.split_heads(qkv, cosine, sine, shared_key, shared_value, self.shape.heads)

@@ -143,7 +143,7 @@ class Tokenizer:
         return len(self.tokens)
 
     def encode(self, text: str) -> List[int]:
-        """Special tokens first, the longest before the shorter, over the whole text; then pieces of what is left."""
+        """Special tokens over the whole text, longest first; then the pieces of what is left."""
         fragments: List = [text]
         for special in self._special:
             if special in text:

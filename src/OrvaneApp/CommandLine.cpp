@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "OrvaneApp/CommandLine.h"
 
+#include "Models/LocalModel.h"
 #include "OrvaneApp/HelpTexts.h"
 
 #include <algorithm>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -67,10 +69,9 @@ Parsed parseWithModel(Command command, const QString &identifier, bool verbose)
 {
     const QList<LocalModel> &catalog = LocalModel::catalog();
     const auto hasIdentifier = [&identifier](const LocalModel &model) { return model.id == identifier; };
-    const auto model = std::find_if(catalog.begin(), catalog.end(), hasIdentifier);
-    if (model == catalog.end())
+    if (std::none_of(catalog.begin(), catalog.end(), hasIdentifier))
         return wrongUse(u"There is no model “%1”."_s.arg(identifier), u"orvane models"_s);
-    return CommandLine{.command = command, .model = *model, .verbose = verbose};
+    return CommandLine{.command = command, .modelIdentifier = identifier, .verbose = verbose};
 }
 
 Parsed parseModels(const Words &given)

@@ -1,12 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "Models/LocalModel.h"
-
 #include <QString>
 #include <QStringList>
 
-#include <optional>
 #include <variant>
 
 // What the user asks for on the command line. A plain value.
@@ -17,8 +14,8 @@ struct CommandLine
     Command command = Command::Help;
     QString helpText = {}; // of Help
     QString task = {};     // of Do
-    std::optional<LocalModel> model =
-        {}; // of SelectModel; of DownloadModel, where none means the selected one
+    // Of SelectModel and DownloadModel: of the catalog, or empty for the selected model.
+    QString modelIdentifier = {};
     bool verbose = false;
 
     // The arguments cannot be understood: one sentence, and where to read more.

@@ -58,10 +58,10 @@ int doTask(ModelManager &models, const QString &task, Terminal &terminal)
     return carriedOut(command, task);
 }
 
-int download(ModelManager &models, const std::optional<LocalModel> &model, Terminal &terminal)
+int download(ModelManager &models, const QString &modelIdentifier, Terminal &terminal)
 {
-    if (model)
-        models.select(*model);
+    if (!modelIdentifier.isEmpty())
+        models.select(LocalModel::withIdentifier(modelIdentifier));
     DownloadCommand command(models, terminal);
     return carriedOut(command);
 }
@@ -73,9 +73,10 @@ int carryOut(const CommandLine &commandLine, ModelManager &models, Terminal &ter
     case Command::Do:
         return doTask(models, commandLine.task, terminal);
     case Command::DownloadModel:
-        return download(models, commandLine.model, terminal);
+        return download(models, commandLine.modelIdentifier, terminal);
     case Command::SelectModel:
-        return ModelsCommand::select(models, *commandLine.model, terminal);
+        return ModelsCommand::select(models, LocalModel::withIdentifier(commandLine.modelIdentifier),
+                                     terminal);
     case Command::ListModels:
         return ModelsCommand::list(models, terminal);
     case Command::Help:

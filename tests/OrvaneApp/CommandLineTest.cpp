@@ -86,9 +86,9 @@ void CommandLineTest::theTaskIsWhatFollowsDo()
 void CommandLineTest::modelsAreFoundByTheirIdentifier()
 {
     const auto result = parsed(u"models select llama3.2-3b"_s);
-    QCOMPARE(std::get<CommandLine>(result).model.value().id, u"llama3.2-3b"_s);
+    QCOMPARE(std::get<CommandLine>(result).modelIdentifier, u"llama3.2-3b"_s);
     const auto selectedOne = parsed(u"models download"_s);
-    QVERIFY(!std::get<CommandLine>(selectedOne).model);
+    QVERIFY(std::get<CommandLine>(selectedOne).modelIdentifier.isEmpty());
 }
 
 void CommandLineTest::helpIsAboutTheCommand_data()

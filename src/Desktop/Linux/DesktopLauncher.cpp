@@ -6,6 +6,7 @@
 #include "Desktop/PlatformError.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
 
@@ -44,10 +45,14 @@ GObjectPointer<GDesktopAppInfo> load(const QString &path)
     return changed ? std::move(changed) : std::move(application);
 }
 
-// In the child, between fork and exec: signals from our terminal are none of the application's business.
-void leaveOurSession(gpointer)
+// In the child, between fork and exec: signals from our terminal and the folder that we were started in are
+// none of the application's business. A folder that cannot be entered is left alone, as a desktop would.
+void leaveOurSession(gpointer workingDirectory)
 {
     setsid();
+    const auto *path = static_cast<const char *>(workingDirectory);
+    if (path && chdir(path) != 0)
+        return;
 }
 
 void noteProcess(GDesktopAppInfo *, GPid process, gpointer list)
@@ -106,12 +111,16 @@ QList<qint64> DesktopLauncher::launch(const QString &path, const QStringList &ur
     for (QByteArray &text : texts)
         list = g_list_append(list, text.data());
 
+    // An entry may name a folder of its own; everything else starts in the user's home.
+    const GStringPointer ownPath(
+        g_desktop_app_info_get_string(application.get(), G_KEY_FILE_DESKTOP_KEY_PATH));
+    QByteArray home = QFile::encodeName(QDir::homePath());
     QList<qint64> processes;
     GError *error = nullptr;
     const int flags = G_SPAWN_SEARCH_PATH | G_SPAWN_STDOUT_TO_DEV_NULL | G_SPAWN_STDERR_TO_DEV_NULL;
-    const gboolean started =
-        g_desktop_app_info_launch_uris_as_manager(application.get(), list, context.get(), GSpawnFlags(flags),
-                                                  leaveOurSession, nullptr, noteProcess, &processes, &error);
+    const gboolean started = g_desktop_app_info_launch_uris_as_manager(
+        application.get(), list, context.get(), GSpawnFlags(flags), leaveOurSession,
+        ownPath ? nullptr : home.data(), noteProcess, &processes, &error);
     g_list_free(list);
     const GErrorPointer reason(error);
     if (!started)

@@ -26,3 +26,9 @@ struct GKeyFileRelease
     void operator()(GKeyFile *file) const { g_key_file_free(file); }
 };
 using GKeyFilePointer = std::unique_ptr<GKeyFile, GKeyFileRelease>;
+
+struct GStringRelease
+{
+    void operator()(char *text) const { g_free(text); }
+};
+using GStringPointer = std::unique_ptr<char, GStringRelease>;

@@ -310,6 +310,7 @@ private Q_SLOTS:
         QCOMPARE(QFile::symLinkTarget(process + u"fd/2"_s), u"/dev/null"_s);
         for (const QString &descriptor : QDir(process + u"fd"_s).entryList(QDir::Files | QDir::System))
             QVERIFY(!QFile::symLinkTarget(process + u"fd/"_s + descriptor).endsWith(u"/status"_s));
+        QCOMPARE(QFile::symLinkTarget(process + u"cwd"_s), QDir::home().canonicalPath());
         QFile status(process + u"stat"_s);
         QVERIFY(status.open(QIODevice::ReadOnly));
         const QList<QByteArray> fields = status.readAll().split(' ');

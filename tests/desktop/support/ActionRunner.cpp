@@ -10,6 +10,26 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+// Takes the error inside the coroutine: waiting for one that throws would never end.
+QCoro::Task<Outcome> carryOut(AgentAction action, Desktop desktop)
+{
+    Outcome outcome;
+    QElapsedTimer timer;
+    timer.start();
+    try {
+        outcome.line = co_await Executor::run(action, desktop);
+    } catch (const LocalizedError &error) {
+        outcome.line = error.errorDescription();
+        outcome.hasFailed = true;
+    }
+    outcome.duration = std::chrono::milliseconds(timer.elapsed());
+    co_return outcome;
+}
+
+} // namespace
+
 ActionRunner::ActionRunner() : m_desktop(std::make_unique<LinuxDesktop>()) {}
 
 ActionRunner::~ActionRunner() = default;
@@ -22,16 +42,5 @@ Outcome ActionRunner::perform(const char *action, Arguments arguments)
     const auto parsed = AgentAction::parse(QString::fromUtf8(QJsonDocument(reply).toJson()));
     if (!parsed)
         qFatal("“%s” is no action", action);
-
-    Outcome outcome;
-    QElapsedTimer timer;
-    timer.start();
-    try {
-        outcome.line = QCoro::waitFor(Executor::run(*parsed, m_desktop->desktop()));
-    } catch (const LocalizedError &error) {
-        outcome.line = error.errorDescription();
-        outcome.hasFailed = true;
-    }
-    outcome.duration = std::chrono::milliseconds(timer.elapsed());
-    return outcome;
+    return QCoro::waitFor(carryOut(*parsed, m_desktop->desktop()));
 }

@@ -18,21 +18,42 @@ _TOKEN = re.compile(r"[()\[\]|]|<[a-z_]+>|[^()\[\]|<]+")
 
 
 class Grammar:
-    """Rules by name; each rule is a list of templates. Expansion draws uniformly at every choice."""
+    """Rules by name; each rule is a list of templates.
 
-    def __init__(self, rules: Dict[str, Sequence[str]]) -> None:
+    Expansion draws uniformly at every choice. But a share of the expansions is plain: the first template with the
+    first alternative everywhere and nothing optional, which is how most people would say it.
+    """
+
+    def __init__(
+        self, rules: Dict[str, Sequence[str]], plain: float = 0.0, never_plain: Sequence[str] = ()
+    ) -> None:
+        self._plain = plain
+        self._never_plain = frozenset(never_plain)
         self._rules = {
             name: [_parse(template) for template in templates] for name, templates in rules.items()
         }
 
     def expand(self, rule: str, rng: random.Random) -> str:
         """One random wording of the rule, its slots unfilled."""
+        if rule not in self._never_plain and rng.random() < self._plain:
+            return tidy(self._plainly(self._rules[rule][0]))
         return tidy(self._expand(rng.choice(self._rules[rule]), rng))
 
     def patterns(self, rule: str) -> Iterator["re.Pattern[str]"]:
         """Regular expressions that match exactly the wordings of the rule (slots as literal text)."""
         for sequence in self._rules[rule]:
             yield re.compile(r"\s*" + self._pattern(sequence) + r"\s*", re.IGNORECASE)
+
+    def _plainly(self, sequence: List[Node]) -> str:
+        parts = []
+        for node in sequence:
+            if isinstance(node, str):
+                parts.append(node)
+            elif node[0] == "rule":
+                parts.append(self._plainly(self._rules[node[1]][0]))
+            elif node[0] == "one":
+                parts.append(self._plainly(node[1][0]))
+        return "".join(parts)
 
     def _expand(self, sequence: List[Node], rng: random.Random) -> str:
         parts = []

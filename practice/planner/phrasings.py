@@ -135,8 +135,8 @@ _WEB = {
         "what does (Google|the web|the internet) say about {query}",
     ],
     "search_in": [
+        "open {browser} and (search Google for|search for|google|look up) {query}",
         "(open|launch|start|use|fire up|switch to|go to|open up) {browser} <then> <search_verb> {query}",
-        "open {browser} and (search for|search Google for|google|look up) {query}",
         "(use|start|open) {browser} to <search_verb> {query}",
         "<search_verb> {query} <via> {browser}",
         "(search for|look up|google|search Google for) {query} <via> {browser}",
@@ -342,9 +342,9 @@ _FILES = {
         "are there any {kind}s <the_folder>",
     ],
     "find_after_opening": [
+        "open (my|the) {folder} folder and (find|look for|show me|locate) <newest_one>",
         "(open|open up|go to|go into|show|show me|switch to|open) <my> {folder} [folder] <then> <find_verb> "
         "<newest_one> [there|in it|in there|inside]",
-        "open (my|the) {folder} folder and (find|look for|show me|locate) <newest_one>",
         "(open|open up|go to|go into) {folder} <then> <find_verb> <newest_one> [there|in it|in there]",
         "<want_to> open <my> {folder} [folder] and (find|see|look for) <newest_one>",
     ],
@@ -518,4 +518,8 @@ _OUT_OF_REACH = {
     ],
 }
 
-PHRASINGS = Grammar({**_COMMON, **_APPLICATIONS, **_WEB, **_KEYBOARD, **_FILES, **_SCREEN, **_OUT_OF_REACH})
+PHRASINGS = Grammar(
+    {**_COMMON, **_APPLICATIONS, **_WEB, **_KEYBOARD, **_FILES, **_SCREEN, **_OUT_OF_REACH},
+    plain=0.3,
+    never_plain=["unsupported"],
+)

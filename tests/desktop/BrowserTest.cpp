@@ -145,7 +145,10 @@ void BrowserTest::pressesTheControlOfThatLabel()
     const Outcome page = perform("open_url", {{"url", m_site->address(u"/controls"_s)}});
     VERIFY_EFFECT(Browser::showsPage(u"Controls"_s) && Browser::isActive(), page);
 
-    const Outcome outcome = perform("click", {{"label", label}});
+    // A browser that has just started offers a page's controls a moment after it shows the page.
+    Outcome outcome;
+    const auto isFound = [&] { return !(outcome = perform("click", {{"label", label}})).hasFailed; };
+    QVERIFY2(QTest::qWaitFor(isFound, PrivateDesktop::patience), qPrintable(outcome.line));
     VERIFY_EFFECT(m_site->report() == pressed, outcome);
     QCOMPARE(outcome.line, u"Clicked “%1”."_s.arg(label));
 }

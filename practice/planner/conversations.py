@@ -600,25 +600,25 @@ STEPS: Dict[str, Callable[[Setting], Step]] = {
 }
 WEIGHTS = {
     "open_app": 9,
-    "quit_app": 6,
+    "quit_app": 8,
     "open_url": 9,
     "web_search": 10,
-    "new_tab": 2,
-    "type_text": 7,
+    "new_tab": 3,
+    "type_text": 8,
     "press_key": 9,
     "click": 7,
-    "create_folder": 10,
-    "screenshot": 5,
-    "find_files": 9,
-    "open_path": 8,
-    "trash": 8,
-    "list_windows": 3,
-    "read_ui": 3,
-    "finder_folder": 5,
-    "app_then": 10,
-    "two": 8,
-    "three": 4,
-    "unsupported": 8,
+    "create_folder": 11,
+    "screenshot": 6,
+    "find_files": 11,
+    "open_path": 9,
+    "trash": 10,
+    "list_windows": 4,
+    "read_ui": 4,
+    "finder_folder": 7,
+    "app_then": 14,
+    "two": 16,
+    "three": 12,
+    "unsupported": 7,
 }
 FAMILIES = list(WEIGHTS)
 
@@ -662,6 +662,13 @@ def _pair(at: Setting) -> Tuple[str, List[Step]]:
     return "%s %s and %s" % (rule, first, second), [Step("", course(first)), Step("", course(second))]
 
 
+def _can_be_joined(text: str) -> bool:
+    """Whether a step's wording may stand beside others: a single clause that gives an order."""
+    return "," not in text and not text.startswith(
+        ("I ", "I'", "let me", "what", "which", "see ", "may ", "could ", "there ", "my ", "the ", "as for ")
+    )
+
+
 def _several(at: Setting, count: int) -> Tuple[str, List[Step]]:
     if count == 2 and at.chance(0.06):
         return _pair(at)
@@ -670,7 +677,7 @@ def _several(at: Setting, count: int) -> Tuple[str, List[Step]]:
         step = STEPS[
             at.rng.choice([name for name in STEPS if name not in ("list_windows", "read_ui", "find_files")])
         ](at)
-        if not step.compound and not step.text.startswith(("I ", "I'", "let me", "what", "which", "see ")):
+        if not step.compound and _can_be_joined(step.text):
             steps.append(step)
     if count == 2:
         joint = at.rng.choice((" and ", " and ", " and then ", ", then ", " then ", ", and ", ", and then "))
@@ -714,12 +721,14 @@ def converse(at: Setting, family: str) -> List[Message]:
 _NOT_COMMANDS = (
     "I ", "I'", "let me", "what", "which", "how", "who", "why", "where", "when", "is ", "are ", "do ", "the ", "in ", "on ",
     "from ", "inside", "within", "under", "new ", "a ", "an ", "my ", "keyboard", "screenshot", "using", "with ", "should",
-    "can ", "may ", "will ", "hello", "hi", "thank", "never", "good", "does", "latest", "newest", "use ",
+    "can ", "may ", "will ", "could ", "my ", "as for ", "there", "once ", "when ", "with ", "first ", "to begin ", "into ",
+    "no more ", "among ", "here ", "this ", "hello", "hi", "thank", "never", "good", "does", "latest", "newest", "use ",
 )  # fmt: skip
 _POLITE = (
     "please", "please", "can you", "could you", "can you please", "could you please", "would you", "will you", "kindly",
     "I want you to", "I'd like you to", "I need you to", "go ahead and", "just", "help me", "can you help me",
-    "would you please", "you should", "try to", "quickly",
+    "would you please", "you should", "try to", "quickly", "how about you", "why don't you", "make sure to", "be so kind and",
+    "we should", "we need to", "it is time to", "do me a favour and", "I'd love you to", "somebody should", "you can",
 )  # fmt: skip
 _GREETINGS = (
     "hey,",
@@ -745,7 +754,20 @@ _ENDINGS = (
     ", thanks",
     " if you can",
     " quickly",
+    " if possible",
+    " as soon as you can",
+    " at last",
+    ", will you",
 )
+
+
+def _unknown_lead(rng: random.Random) -> str:
+    """Words that mean nothing, so that an unfamiliar beginning does not distract from the command behind it."""
+    made_up = [
+        rng.choice(words.SYLLABLE_STARTS) + rng.choice(words.SYLLABLE_VOWELS) + rng.choice(words.SYLLABLE_ENDS)
+        for _ in range(rng.randint(1, 3))
+    ]
+    return rng.choice(("", " ")).join(made_up) + rng.choice(("", "", ",", "'s"))
 
 
 def dress(rng: random.Random, text: str, open_ended: bool, plain: bool = False) -> str:
@@ -758,8 +780,10 @@ def dress(rng: random.Random, text: str, open_ended: bool, plain: bool = False) 
     if chance < 0.22 and command:
         lead = rng.choice(_POLITE)
         text = lead + " " + text
-        question = lead.startswith(("can", "could", "would", "will"))
-    elif chance < 0.30:
+        question = lead.startswith(("can", "could", "would", "will", "how", "why"))
+    elif chance < 0.25 and command:
+        text = _unknown_lead(rng) + " " + text
+    elif chance < 0.31:
         text = rng.choice(_GREETINGS) + " " + text
     elif chance < 0.42 and command and not open_ended and not plain:
         text += rng.choice(_ENDINGS)

@@ -99,7 +99,12 @@ class TrainingValues:
         return self.phrase(rng, rng.choice((1, 2, 2, 3)), title=0.85, linked=False)
 
     def folder_name(self, rng: random.Random) -> str:
-        return self.phrase(rng, rng.choice((1, 2, 2, 3, 4)), title=0.7)
+        return self._placeless(self.phrase(rng, rng.choice((1, 2, 2, 3, 4)), title=0.7))
+
+    @staticmethod
+    def _placeless(name: str) -> str:
+        """Without words like "in": whether they belong to the name or to the task would be anyone's guess."""
+        return re.sub(r" (in|on|from|to|at) ", " of ", name)
 
     def query(self, rng: random.Random) -> str:
         lead = (
@@ -119,7 +124,7 @@ class TrainingValues:
         )
 
     def file_stem(self, rng: random.Random) -> str:
-        stem = self.phrase(rng, rng.choice((1, 2, 2, 3)), title=0.3)
+        stem = self._placeless(self.phrase(rng, rng.choice((1, 2, 2, 3)), title=0.3))
         if rng.random() < 0.35:
             stem = stem.replace(" ", rng.choice("-_"))
         if rng.random() < 0.2:

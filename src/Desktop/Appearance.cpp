@@ -1,0 +1,10 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Appearance.h"
+
+void Appearance::setDark(bool isDark)
+{
+    if (m_isDark == isDark)
+        return;
+    m_isDark = isDark;
+    Q_EMIT isDarkChanged();
+}

@@ -1,0 +1,130 @@
+// SPDX-License-Identifier: Apache-2.0
+// The question whether a risky action may be carried out. While it is up it holds the keyboard focus: Return allows,
+// Escape refuses, and Tab goes round between its buttons.
+import QtQuick
+import QtQuick.Layouts
+
+FocusScope {
+    id: card
+
+    required property string reason
+
+    signal answered(bool allowed)
+
+    implicitWidth: 420
+    implicitHeight: layout.implicitHeight + 2 * layout.anchors.margins
+    Accessible.role: Accessible.Dialog
+    Accessible.name: "Confirm action"
+    Accessible.description: reason
+    onReasonChanged: scroll.toStart()
+
+    Keys.onEscapePressed: answered(false)
+    Keys.onReturnPressed: event => allowByKey(event)
+    Keys.onEnterPressed: event => allowByKey(event)
+    Keys.onTabPressed: cancelButton.forceActiveFocus(Qt.TabFocusReason)
+    Keys.onBacktabPressed: allowButton.forceActiveFocus(Qt.BacktabFocusReason)
+    Keys.onPressed: event => scroll.pressKey(event)
+
+    // A Return key that is still held from before is no answer.
+    function allowByKey(event: KeyEvent) {
+        if (!event.isAutoRepeat)
+            answered(true);
+    }
+
+    SoftShadow {
+        anchors.fill: parent
+        anchors.topMargin: 8
+        anchors.bottomMargin: -8
+        radius: surface.radius
+        strength: 0.25
+    }
+
+    Rectangle {
+        id: surface
+
+        anchors.fill: parent
+        radius: 16
+        color: Theme.card
+        border.width: 1
+        border.color: Theme.edge
+    }
+
+    // What lies behind is not to be pressed.
+    MouseArea {
+        anchors.fill: parent
+        hoverEnabled: true
+        acceptedButtons: Qt.AllButtons
+    }
+
+    ColumnLayout {
+        id: layout
+
+        anchors.fill: parent
+        anchors.margins: 20
+        spacing: 12
+
+        Row {
+            spacing: 10
+
+            SymbolIcon {
+                anchors.verticalCenter: parent.verticalCenter
+                name: "exclamationmark.shield.fill"
+                tint: Theme.warning
+                size: 20
+            }
+
+            Text {
+                anchors.verticalCenter: parent.verticalCenter
+                text: "Confirm action"
+                textFormat: Text.PlainText
+                font.pixelSize: 15
+                font.weight: Font.DemiBold
+                color: Theme.primary
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
+        }
+
+        ScrollArea {
+            id: scroll
+
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            implicitHeight: contentHeight
+            contentHeight: question.implicitHeight
+
+            SelectableText {
+                id: question
+
+                width: parent.width
+                text: card.reason
+                font.pixelSize: 13
+            }
+        }
+
+        RowLayout {
+            Layout.alignment: Qt.AlignRight
+            Layout.topMargin: 4
+            spacing: 10
+
+            TextButton {
+                id: cancelButton
+
+                text: "Cancel"
+                KeyNavigation.tab: allowButton
+                KeyNavigation.backtab: allowButton
+                onClicked: card.answered(false)
+            }
+
+            TextButton {
+                id: allowButton
+
+                text: "Allow"
+                prominent: true
+                KeyNavigation.tab: cancelButton
+                KeyNavigation.backtab: cancelButton
+                onClicked: card.answered(true)
+            }
+        }
+    }
+}

@@ -1,0 +1,144 @@
+// SPDX-License-Identifier: Apache-2.0
+// Everything in the window: the command bar, what the middle shows, and the footer; the question about a risky action
+// lies over the middle.
+import QtQuick
+import QtQuick.Layouts
+
+FocusScope {
+    id: root
+
+    required property ContentViewModel content
+
+    signal hideRequested
+    signal quitRequested
+
+    // The field is where the user types next, save that a question comes first.
+    function takeFocus() {
+        if (content.isConfirming)
+            card.forceActiveFocus();
+        else
+            commandBar.focusField();
+    }
+
+    function openMenu() {
+        menu.popup(commandBar, Theme.margin, commandBar.height);
+    }
+
+    focus: true
+
+    Connections {
+        target: root.content
+        function onFocusRequested() {
+            root.takeFocus();
+        }
+        function onConfirmationChanged() {
+            if (root.content.isConfirming || card.activeFocus)
+                root.takeFocus();
+        }
+        function onAnnouncementChanged() {
+            announcer.say(root.content.announcement);
+        }
+    }
+
+    TapHandler {
+        acceptedButtons: Qt.RightButton
+        onTapped: menu.popup()
+    }
+
+    Announcer {
+        id: announcer
+    }
+
+    ColumnLayout {
+        anchors.fill: parent
+        spacing: 0
+
+        CommandBar {
+            id: commandBar
+
+            Layout.fillWidth: true
+            focus: true
+            content: root.content
+        }
+
+        Rectangle {
+            Layout.fillWidth: true
+            implicitHeight: 1
+            color: Theme.separator
+            opacity: 0.4
+        }
+
+        Item {
+            id: middle
+
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+
+            // Nothing behind the question can be used before it is answered.
+            Item {
+                anchors.fill: parent
+                enabled: !root.content.isConfirming
+
+                SetupCard {
+                    anchors.fill: parent
+                    setup: root.content.setup
+                    visible: root.content.layer === ContentViewModel.Setup
+                }
+
+                EmptyState {
+                    anchors.fill: parent
+                    suggestions: root.content.suggestions
+                    visible: root.content.layer === ContentViewModel.Empty
+                    onChosen: index => {
+                        root.content.useSuggestion(index);
+                        root.takeFocus();
+                    }
+                }
+
+                History {
+                    anchors.fill: parent
+                    content: root.content
+                    visible: root.content.layer === ContentViewModel.History
+                }
+            }
+
+            ConfirmationCard {
+                id: card
+
+                anchors.centerIn: parent
+                width: Math.min(implicitWidth, parent.width - 2 * Theme.margin)
+                height: Math.min(implicitHeight, parent.height - 32)
+                enabled: root.content.isConfirming
+                opacity: enabled ? 1 : 0
+                visible: opacity > 0
+                onAnswered: allowed => root.content.resolve(allowed)
+
+                // The question stays readable while the card fades out.
+                Binding on reason  {
+                    when: root.content.isConfirming
+                    value: root.content.confirmationReason
+                    restoreMode: Binding.RestoreNone
+                }
+
+                Behavior on opacity  {
+                    NumberAnimation {
+                        duration: 150
+                    }
+                }
+            }
+        }
+
+        Footer {
+            Layout.fillWidth: true
+            content: root.content
+        }
+    }
+
+    ContextMenu {
+        id: menu
+
+        content: root.content
+        onHideRequested: root.hideRequested()
+        onQuitRequested: root.quitRequested()
+    }
+}

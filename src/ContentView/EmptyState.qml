@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: Apache-2.0
+// Nothing was asked yet: four tasks to begin with.
+import QtQuick
+import QtQuick.Layouts
+
+Item {
+    id: empty
+
+    required property list<string> suggestions
+
+    signal chosen(int index)
+
+    ColumnLayout {
+        anchors.centerIn: parent
+        width: Math.min(implicitWidth, parent.width - 2 * Theme.margin)
+        spacing: 4
+
+        Text {
+            Layout.leftMargin: 12
+            Layout.bottomMargin: 6
+            text: "Try"
+            textFormat: Text.PlainText
+            font.pixelSize: 12
+            font.weight: Font.DemiBold
+            font.capitalization: Font.AllUppercase
+            font.letterSpacing: 0.8
+            color: Theme.secondary
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
+        }
+
+        Repeater {
+            model: empty.suggestions
+
+            // qmllint disable unqualified
+            SuggestionRow {
+                required property string modelData
+                required property int index
+
+                Layout.fillWidth: true
+                text: modelData
+                onClicked: empty.chosen(index)
+            }
+            // qmllint enable unqualified
+        }
+    }
+}

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: Apache-2.0
+// The row at the bottom: the permission that is missing, the models, and where all of it runs.
+import QtQuick
+import QtQuick.Layouts
+
+Item {
+    id: footer
+
+    required property ContentViewModel content
+
+    implicitHeight: 44
+
+    RowLayout {
+        anchors.fill: parent
+        anchors.leftMargin: Theme.margin - 6
+        anchors.rightMargin: Theme.margin
+        spacing: 10
+
+        LinkButton {
+            text: "Grant Accessibility access"
+            symbol: "hand.raised.fill"
+            tint: Theme.warning
+            visible: !footer.content.trusted
+            onClicked: footer.content.grantAccess()
+        }
+
+        Item {
+            Layout.fillWidth: true
+        }
+
+        ModelMenu {
+            text: footer.content.modelName
+            names: footer.content.modelNames
+            selected: footer.content.selectedModel
+            visible: footer.content.canChooseModel
+            onChosen: index => footer.content.selectModel(index)
+        }
+
+        Row {
+            spacing: 5
+            Accessible.role: Accessible.StaticText
+            Accessible.name: badge.text
+
+            SymbolIcon {
+                anchors.verticalCenter: parent.verticalCenter
+                name: "lock.fill"
+                tint: Theme.secondary
+                size: 12
+            }
+
+            Text {
+                id: badge
+
+                text: "On-device"
+                textFormat: Text.PlainText
+                font.pixelSize: 12
+                color: Theme.secondary
+                Accessible.ignored: true
+            }
+        }
+    }
+}

@@ -1,0 +1,133 @@
+// SPDX-License-Identifier: Apache-2.0
+// All tasks of this session, oldest first, and the running one's live status after them. It keeps the newest content
+// in sight: with each change of the turns or the status it scrolls there, and it stays there while that grows.
+import QtQuick
+import QtQuick.Controls.Basic
+
+Item {
+    id: history
+
+    required property ContentViewModel content
+    readonly property alias view: list
+    property bool following: true
+
+    function follow() {
+        following = true;
+        later.restart();
+    }
+
+    // The list only guesses the heights of what it has not laid out. So it goes to the end first, to learn where that
+    // is, and what remains of the way there is at most one page.
+    function scrollToEnd() {
+        if (!following || bar.pressed)
+            return;
+        movement.stop();
+        const start = list.contentY;
+        list.positionViewAtEnd();
+        const end = list.contentY;
+        if (Math.abs(end - start) < 1)
+            return;
+        list.contentY = end > start ? Math.max(start, end - list.height) : Math.min(start, end + list.height);
+        movement.to = end;
+        movement.start();
+    }
+
+    activeFocusOnTab: true
+    Accessible.role: Accessible.List
+    Accessible.name: "History"
+    Keys.onPressed: event => input.pressKey(event)
+    onVisibleChanged: list.positionViewAtEnd()
+
+    Connections {
+        target: history.content
+        function onIsRunningChanged() {
+            history.follow();
+        }
+        function onStatusChanged() {
+            history.follow();
+        }
+        function onAnnouncementChanged() {
+            history.follow();
+        }
+    }
+
+    // The list must have laid out a change before it can be scrolled to; several changes at once are one.
+    Timer {
+        id: later
+
+        interval: 0
+        onTriggered: history.scrollToEnd()
+    }
+
+    NumberAnimation {
+        id: movement
+
+        target: list
+        property: "contentY"
+        duration: 220
+        easing.type: Easing.OutCubic
+        onFinished: list.positionViewAtEnd()
+    }
+
+    ScrollInput {
+        id: input
+
+        anchors.fill: parent
+        view: list
+        onScrolled: {
+            history.following = false;
+            movement.stop();
+        }
+    }
+
+    ListView {
+        id: list
+
+        anchors.fill: parent
+        model: history.content.turns
+        spacing: 28
+        clip: true
+        interactive: false
+        onCountChanged: history.follow()
+        onContentHeightChanged: later.restart()
+        onHeightChanged: later.restart()
+
+        header: Item {
+            height: 20
+        }
+
+        delegate: TurnView {
+            width: ListView.view.width
+        }
+
+        // qmllint disable unqualified
+        footer: LiveStatus {
+            width: ListView.view.width
+            topPadding: 20
+            bottomPadding: 24
+            status: history.content.status
+            preview: history.content.streamPreview
+            running: history.content.isRunning
+        }
+
+        // qmllint enable unqualified
+        ScrollBar.vertical: ThinScrollBar {
+            id: bar
+
+            parent: history
+            anchors.top: history.top
+            anchors.bottom: history.bottom
+            anchors.right: history.right
+            anchors.rightMargin: 6
+            onPressedChanged: {
+                history.following = false;
+                movement.stop();
+            }
+        }
+    }
+
+    FocusRing {
+        anchors.margins: 4
+        visible: history.activeFocus
+    }
+}

@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: Apache-2.0
+// The program's one window: without a frame, moved by its background and resized at its edges. What closing it means,
+// where it is shown and how it looks is the program's business.
+import QtQuick
+
+Window {
+    id: window
+
+    required property ContentViewModel content
+    property bool dark: false
+    property bool translucent: false
+    property bool resizable: true
+
+    title: "Orvane"
+    width: 720
+    height: 620
+    minimumWidth: 640
+    minimumHeight: 460
+    flags: Qt.Window | Qt.FramelessWindowHint
+    color: translucent ? "transparent" : Theme.window
+
+    Binding {
+        target: Theme
+        property: "dark"
+        value: window.dark
+    }
+
+    Binding {
+        target: Theme
+        property: "translucent"
+        value: window.translucent
+    }
+
+    Shortcut {
+        sequences: [StandardKey.Quit] // qmllint disable unqualified
+        onActivated: Qt.quit()
+    }
+
+    Shortcut {
+        sequence: "Ctrl+K"
+        onActivated: window.content.clearHistory()
+    }
+
+    Shortcut {
+        sequence: "Ctrl+W"
+        onActivated: window.close()
+    }
+
+    Shortcut {
+        sequences: ["Menu", "Shift+F10"]
+        onActivated: view.openMenu()
+    }
+
+    // Only where nothing shines through can the corners be round; a window without transparency keeps them square.
+    Rectangle {
+        anchors.fill: parent
+        radius: window.translucent && window.visibility === Window.Windowed ? Theme.windowRadius : 0
+        color: Theme.background
+        border.width: 1
+        border.color: Theme.edge
+
+        DragHandler {
+            target: null
+            grabPermissions: PointerHandler.TakeOverForbidden
+            onActiveChanged: {
+                if (active)
+                    window.startSystemMove();
+            }
+        }
+
+        ContentView {
+            id: view
+
+            anchors.fill: parent
+            content: window.content
+            onHideRequested: window.close()
+            onQuitRequested: Qt.quit()
+        }
+    }
+
+    ResizeEdges {
+        window: window
+        visible: window.resizable && window.visibility === Window.Windowed
+    }
+}

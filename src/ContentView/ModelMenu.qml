@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: Apache-2.0
+// The footer's menu of models: the name of the selected one, and a list above it.
+import QtQuick
+import QtQml.Models
+
+PaletteButton {
+    id: button
+
+    required property list<string> names
+    required property int selected
+
+    signal chosen(int index)
+
+    function openMenu() {
+        menu.popup(button, button.width - menu.width, -menu.height - 6);
+        menu.currentIndex = selected;
+    }
+
+    padding: 4
+    leftPadding: 8
+    rightPadding: 8
+    cornerRadius: 6
+    font.pixelSize: 12
+    Accessible.role: Accessible.ButtonMenu
+    Accessible.description: "Model"
+    Keys.onUpPressed: openMenu()
+    Keys.onDownPressed: openMenu()
+    onClicked: openMenu()
+
+    contentItem: Row {
+        spacing: 6
+
+        Text {
+            anchors.verticalCenter: parent.verticalCenter
+            text: button.text
+            textFormat: Text.PlainText
+            font.pixelSize: button.font.pixelSize
+            color: Theme.secondary
+        }
+
+        SymbolIcon {
+            anchors.verticalCenter: parent.verticalCenter
+            name: "chevron.down"
+            tint: Theme.secondary
+            size: 10
+        }
+    }
+
+    background: Rectangle {
+        radius: button.cornerRadius
+        color: button.down || menu.visible ? Theme.pressed : Theme.hover
+        visible: button.down || button.hovered || menu.visible
+    }
+
+    PaletteMenu {
+        id: menu
+
+        Instantiator {
+            model: button.names
+            // qmllint disable unqualified
+            delegate: PaletteMenuItem {
+                required property string modelData
+                required property int index
+
+                text: modelData
+                current: index === button.selected
+                onTriggered: button.chosen(index)
+            }
+            // qmllint enable unqualified
+            onObjectAdded: (index, object) => menu.insertItem(index, object)
+            onObjectRemoved: (index, object) => menu.removeItem(object)
+        }
+    }
+}

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: Apache-2.0
+// What all our buttons have in common: Return presses like the space bar does, a screen reader can press, and the
+// keyboard focus can be seen.
+import QtQuick
+import QtQuick.Controls.Basic
+
+AbstractButton {
+    id: button
+
+    property int cornerRadius: Theme.controlRadius
+
+    function pressByKey(event: KeyEvent) {
+        event.accepted = true;
+        if (!event.isAutoRepeat)
+            clicked();
+    }
+
+    hoverEnabled: true
+    Accessible.role: Accessible.Button
+    Accessible.name: text
+    Accessible.onPressAction: clicked()
+    Keys.onReturnPressed: event => pressByKey(event)
+    Keys.onEnterPressed: event => pressByKey(event)
+
+    FocusRing {
+        radius: button.cornerRadius + gap
+        visible: button.visualFocus
+    }
+}

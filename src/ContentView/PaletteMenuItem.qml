@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: Apache-2.0
+// A row of a menu: a tick where it is the current choice, and the keys that do the same.
+import QtQuick
+import QtQuick.Controls.Basic
+import QtQuick.Layouts
+
+MenuItem {
+    id: item
+
+    property bool current: false
+    property string keys: ""
+
+    implicitWidth: Math.max(implicitContentWidth + leftPadding + rightPadding, 160)
+    implicitHeight: 30
+    leftPadding: 8
+    rightPadding: 12
+    topPadding: 0
+    bottomPadding: 0
+    font.pixelSize: 13
+    Accessible.role: Accessible.MenuItem
+    Accessible.name: text
+    Accessible.description: keys
+    Accessible.checkable: current
+    Accessible.checked: current
+    Accessible.onPressAction: clicked()
+
+    contentItem: RowLayout {
+        spacing: 8
+
+        SymbolIcon {
+            name: "checkmark"
+            tint: Theme.primary
+            size: 12
+            opacity: item.current ? 1 : 0
+        }
+
+        Text {
+            Layout.fillWidth: true
+            text: item.text
+            textFormat: Text.PlainText
+            font.pixelSize: item.font.pixelSize
+            color: Theme.primary
+            opacity: item.enabled ? 1 : 0.4
+        }
+
+        Text {
+            Layout.leftMargin: 24
+            text: item.keys
+            textFormat: Text.PlainText
+            font.pixelSize: 12
+            color: Theme.secondary
+            opacity: item.enabled ? 1 : 0.4
+            visible: text !== ""
+        }
+    }
+
+    indicator: null
+    arrow: null
+
+    background: Rectangle {
+        radius: 6
+        color: item.down ? Theme.pressed : Theme.hover
+        visible: item.enabled && (item.highlighted || item.hovered || item.down)
+    }
+}

@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: Apache-2.0
+// The way to a model: which one, its download, and what went wrong. Shown until a model is loaded.
+import QtQuick
+import QtQuick.Layouts
+
+ScrollArea {
+    id: card
+
+    required property SetupViewModel setup
+
+    contentHeight: Math.max(height, column.implicitHeight + 32)
+
+    ColumnLayout {
+        id: column
+
+        anchors.centerIn: parent
+        width: Math.min(420, parent.width - 2 * Theme.margin)
+        spacing: 0
+
+        SymbolIcon {
+            Layout.alignment: Qt.AlignHCenter
+            Layout.bottomMargin: 12
+            name: "cpu"
+            tint: Theme.accent
+            size: 38
+        }
+
+        Text {
+            Layout.fillWidth: true
+            Layout.bottomMargin: 8
+            text: "Set up your private AI"
+            textFormat: Text.PlainText
+            font.pixelSize: 20
+            font.weight: Font.DemiBold
+            color: Theme.primary
+            horizontalAlignment: Text.AlignHCenter
+            wrapMode: Text.Wrap
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
+        }
+
+        Text {
+            Layout.fillWidth: true
+            Layout.bottomMargin: 20
+            text: "Orvane runs a language model entirely on your Mac. The one-time download is stored locally; nothing you type ever leaves this device."
+            textFormat: Text.PlainText
+            font.pixelSize: 13
+            lineHeight: 1.25
+            color: Theme.secondary
+            horizontalAlignment: Text.AlignHCenter
+            wrapMode: Text.Wrap
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
+        }
+
+        ModelPicker {
+            Layout.alignment: Qt.AlignHCenter
+            Layout.fillWidth: true
+            Layout.maximumWidth: 360
+            Layout.bottomMargin: 20
+            choices: card.setup.choices
+            selected: card.setup.selectedModel
+            onChosen: index => card.setup.select(index)
+        }
+
+        TextButton {
+            Layout.alignment: Qt.AlignHCenter
+            text: card.setup.downloadLabel
+            prominent: true
+            visible: card.setup.step === SetupViewModel.NeedsDownload
+            onClicked: card.setup.download()
+        }
+
+        DownloadProgress {
+            Layout.alignment: Qt.AlignHCenter
+            progress: card.setup.progress
+            text: card.setup.progressText
+            visible: card.setup.step === SetupViewModel.Downloading
+            onCanceled: card.setup.cancel()
+        }
+
+        Row {
+            Layout.alignment: Qt.AlignHCenter
+            spacing: 8
+            visible: card.setup.step === SetupViewModel.Loading
+
+            Spinner {
+                anchors.verticalCenter: parent.verticalCenter
+            }
+
+            Text {
+                text: "Loading model…"
+                textFormat: Text.PlainText
+                font.pixelSize: 13
+                color: Theme.secondary
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
+        }
+
+        SetupFailure {
+            Layout.fillWidth: true
+            message: card.setup.message
+            visible: card.setup.step === SetupViewModel.Failed
+            onRetryRequested: card.setup.tryAgain()
+        }
+    }
+}

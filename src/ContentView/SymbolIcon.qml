@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: Apache-2.0
+// One of the program's symbols, sharp at any scale of the screen. A picture only: what it means is said elsewhere.
+import QtQuick
+
+Image {
+    id: icon
+
+    required property string name
+    required property color tint
+    required property int size
+
+    width: size
+    height: size
+    sourceSize.width: size
+    sourceSize.height: size
+    source: "image://symbol/" + name + "?" + tint.toString().slice(1)
+    Accessible.ignored: true
+}

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: Apache-2.0
+// A bordered button with a text; the prominent one is the answer that is meant to be given.
+import QtQuick
+
+PaletteButton {
+    id: button
+
+    property bool prominent: false
+
+    leftPadding: 16
+    rightPadding: 16
+    topPadding: 7
+    bottomPadding: 7
+    font.pixelSize: 13
+    font.weight: Font.Medium
+
+    contentItem: Text {
+        text: button.text
+        textFormat: Text.PlainText
+        font: button.font
+        color: button.prominent ? Theme.onProminent : Theme.primary
+        horizontalAlignment: Text.AlignHCenter
+        verticalAlignment: Text.AlignVCenter
+    }
+
+    background: Rectangle {
+        implicitWidth: 76
+        implicitHeight: 32
+        radius: button.cornerRadius
+        color: button.prominent ? Theme.prominent : Theme.control
+        border.width: button.prominent ? 0 : 1
+        border.color: Theme.edge
+
+        Rectangle {
+            anchors.fill: parent
+            radius: parent.radius
+            color: button.down ? Theme.pressed : Theme.hover
+            visible: button.down || button.hovered
+        }
+    }
+}

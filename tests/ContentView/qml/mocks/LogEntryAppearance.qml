@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: Apache-2.0
+import QtQml
+
+QtObject {
+    enum Role {
+        Primary,
+        Secondary,
+        Good,
+        Bad,
+        Warning
+    }
+}

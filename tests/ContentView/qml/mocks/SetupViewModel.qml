@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: Apache-2.0
+// The setup's model with values that a test sets, noting what the view asks for.
+import QtQml
+
+QtObject {
+    enum Step {
+        NeedsDownload,
+        Downloading,
+        Loading,
+        Failed,
+        Done
+    }
+
+    property var calls: []
+
+    property list<string> choices: ["Qwen2.5 1.5B — Fast, 986 MB", "Qwen2.5 3B — Smarter, 1.9 GB"]
+    property int selectedModel: 0
+    property int step: SetupViewModel.NeedsDownload
+    property string downloadLabel: "Download Qwen2.5 1.5B"
+    property real progress: 0
+    property string progressText: ""
+    property string message: ""
+
+    function select(index: int) {
+        calls.push("select " + index);
+    }
+
+    function download() {
+        calls.push("download");
+    }
+
+    function cancel() {
+        calls.push("cancel");
+    }
+
+    function tryAgain() {
+        calls.push("tryAgain");
+    }
+}

@@ -1,24 +1,25 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "Desktop/Linux/ApplicationService.h"
 #include "Desktop/Linux/BoundedQueue.h"
 #include "Desktop/ProgramInstance.h"
 
 #include <QDBusConnection>
+#include <QDBusMessage>
 
-#include <optional>
-
-// One running instance by a name on the session bus, "org.orvane.Orvane", with the interface
-// org.freedesktop.Application, so that desktops can start and activate the program over the bus. Without a
-// session bus, every instance is the first. Main thread; connecting to the bus blocks, and happens on a
-// worker.
+// One running instance by a name on the session bus, with the interface org.freedesktop.Application behind
+// it, so that desktops can start and activate the program over the bus. Without a session bus, every instance
+// is the first. Main thread; connecting to the bus blocks, and happens on a worker.
 class LinuxProgramInstance : public ProgramInstance
 {
     Q_OBJECT
 
 public:
-    // Takes the token of this start from $XDG_ACTIVATION_TOKEN or else $DESKTOP_STARTUP_ID. Both stay set,
-    // for the toolkit to end the desktop's launch feedback.
+    static constexpr auto busName = QLatin1StringView("org.orvane.Orvane");
+    static constexpr auto objectPath = QLatin1StringView("/org/orvane/Orvane");
+
+    // Takes the token of this start from $XDG_ACTIVATION_TOKEN, or else $DESKTOP_STARTUP_ID.
     LinuxProgramInstance();
     ~LinuxProgramInstance() override;
 
@@ -26,13 +27,17 @@ public:
     QString launchToken() const override { return m_launchToken; }
 
 private:
-    enum class Delivery { Taken, Vanished };
+    enum class Name { Ours, Taken };
+    enum class Delivery { Taken, Refused, Unanswered };
 
-    QCoro::Task<std::optional<QDBusConnection>> connectToBus();
-    QCoro::Task<bool> requestName(QDBusConnection bus);
-    QCoro::Task<Delivery> deliver(QDBusConnection bus, InstanceRequest request);
+    QCoro::Task<bool> connectToBus();
+    QCoro::Task<Name> requestName();
+    QCoro::Task<Delivery> deliver(InstanceRequest request);
+    QDBusMessage messageFor(InstanceRequest request) const;
+    QDBusConnection bus() const { return QDBusConnection(m_connectionName); }
 
     QString m_launchToken;
     QString m_connectionName;
+    ApplicationService m_service;
     BoundedQueue m_worker;
 };

@@ -13,7 +13,7 @@ namespace {
 // No title or window list that a person could use is longer; a hostile one is cut here.
 constexpr std::uint32_t longestProperty = 16384; // in units of four bytes
 
-xcb_screen_t *screenNumber(xcb_connection_t *connection, int number)
+xcb_screen_t *findScreen(xcb_connection_t *connection, int number)
 {
     xcb_screen_iterator_t screens = xcb_setup_roots_iterator(xcb_get_setup(connection));
     for (; number > 0 && screens.rem > 1; --number)
@@ -32,14 +32,13 @@ QList<std::uint32_t> X11Property::values() const
 
 X11Connection::X11Connection()
 {
-    int number = 0;
-    m_connection = xcb_connect(nullptr, &number);
+    m_connection = xcb_connect(nullptr, &m_screenNumber);
     if (xcb_connection_has_error(m_connection)) {
         xcb_disconnect(m_connection);
         throw PlatformError(QStringLiteral(
             "The screen can't be reached: no X server answers. Start Orvane inside a graphical session."));
     }
-    m_screen = screenNumber(m_connection, number);
+    m_screen = findScreen(m_connection, m_screenNumber);
     xcb_ewmh_init_atoms_replies(&m_ewmh, xcb_ewmh_init_atoms(m_connection, &m_ewmh), nullptr);
     m_deleteWindow = internAtom("WM_DELETE_WINDOW");
     m_startupIdentifier = internAtom("_NET_STARTUP_ID");
@@ -157,20 +156,35 @@ void X11Connection::handleMessage(const xcb_client_message_event_t &message)
         m_lastEcho = message.data.data32[1];
 }
 
+void X11Connection::handleChange(const xcb_property_notify_event_t &change)
+{
+    if (change.window == m_window)
+        m_time = change.time;
+    else if (change.window == root() && onRootChange)
+        onRootChange(change.atom);
+}
+
+void X11Connection::handle(const xcb_generic_event_t &event)
+{
+    const int type = event.response_type & 0x7F;
+    if (type == XCB_CLIENT_MESSAGE)
+        handleMessage(reinterpret_cast<const xcb_client_message_event_t &>(event));
+    else if (type == XCB_PROPERTY_NOTIFY)
+        handleChange(reinterpret_cast<const xcb_property_notify_event_t &>(event));
+    // A handler may wait for an answer, and so be called again for a later event.
+    for (qsizetype i = 0; i < m_eventHandlers.size(); ++i)
+        m_eventHandlers.at(i)(event);
+}
+
 void X11Connection::drainEvents()
 {
-    while (const X11Reply<xcb_generic_event_t> event{xcb_poll_for_event(m_connection)}) {
-        const int type = event->response_type & 0x7F;
-        if (type == XCB_CLIENT_MESSAGE)
-            handleMessage(*reinterpret_cast<const xcb_client_message_event_t *>(event.get()));
-        if (type != XCB_PROPERTY_NOTIFY)
-            continue;
-        const auto *change = reinterpret_cast<const xcb_property_notify_event_t *>(event.get());
-        if (change->window == m_window)
-            m_time = change->time;
-        else if (change->window == root() && onRootChange)
-            onRootChange(change->atom);
-    }
+    while (const X11Reply<xcb_generic_event_t> event{xcb_poll_for_event(m_connection)})
+        handle(*event);
+}
+
+void X11Connection::addEventHandler(EventHandler handler)
+{
+    m_eventHandlers.append(std::move(handler));
 }
 
 void X11Connection::interrupt() const

@@ -47,12 +47,17 @@ public:
     xcb_connection_t *get() const { return m_connection; }
     const xcb_ewmh_connection_t &atoms() const { return m_ewmh; }
     xcb_screen_t *screen() const { return m_screen; }
+    int screenNumber() const { return m_screenNumber; }
     xcb_window_t root() const { return m_screen->root; }
+    xcb_window_t ownWindow() const { return m_window; } // never shown; for what needs a window to speak for
     xcb_atom_t deleteWindowAtom() const { return m_deleteWindow; }
     xcb_atom_t startupIdentifierAtom() const { return m_startupIdentifier; }
 
     // Throws PlatformError when the server is gone.
     void requireAlive() const;
+
+    // The atom of that name, made when there is none.
+    xcb_atom_t internAtom(const char *name) const;
 
     // Properties are asked for first and read afterwards, so that many cost one round trip.
     xcb_get_property_cookie_t request(xcb_window_t window, xcb_atom_t property) const;
@@ -74,6 +79,10 @@ public:
     void drainEvents();
     std::function<void(xcb_atom_t property)> onRootChange;
 
+    // Shows every event to the handler too, for as long as this lives.
+    using EventHandler = std::function<void(const xcb_generic_event_t &event)>;
+    void addEventHandler(EventHandler handler);
+
     int fileDescriptor() const { return xcb_get_file_descriptor(m_connection); }
 
     // Makes every present and later wait for the server end at once. Any thread.
@@ -81,15 +90,18 @@ public:
 
 private:
     void sendPing(xcb_window_t window, xcb_timestamp_t time) const;
+    void handle(const xcb_generic_event_t &event);
     void handleMessage(const xcb_client_message_event_t &message);
-    xcb_atom_t internAtom(const char *name) const;
+    void handleChange(const xcb_property_notify_event_t &change);
 
     xcb_connection_t *m_connection = nullptr;
     xcb_ewmh_connection_t m_ewmh{};
     xcb_screen_t *m_screen = nullptr;
+    int m_screenNumber = 0;
     xcb_window_t m_window = XCB_NONE; // never shown: it marks the time
     xcb_atom_t m_deleteWindow = XCB_ATOM_NONE;
     xcb_atom_t m_startupIdentifier = XCB_ATOM_NONE;
     xcb_timestamp_t m_time = 0;     // as last told to m_window
     xcb_timestamp_t m_lastEcho = 0; // of the last ping that was answered
+    QList<EventHandler> m_eventHandlers;
 };

@@ -42,6 +42,14 @@ void X11Display::handleEvents()
     });
 }
 
+void X11Display::post(std::function<void()> job)
+{
+    m_queue.post([this, job = std::move(job)] {
+        job();
+        m_windows.drainEvents();
+    });
+}
+
 QCoro::Task<X11Snapshot> X11Display::snapshot()
 {
     return run([this] { return m_windows.snapshot(); });

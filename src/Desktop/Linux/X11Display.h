@@ -41,6 +41,9 @@ public:
     QCoro::Task<std::invoke_result_t<Job>> run(Job job,
                                                std::chrono::milliseconds limit = BoundedQueue::standardLimit);
 
+    // The same for a job whose end nobody waits for. It must not throw.
+    void post(std::function<void()> job);
+
     X11Connection &connection() { return m_connection; }
     X11Windows &windows() { return m_windows; }
     const std::atomic_bool &isClosing() const { return m_isClosing; }

@@ -28,6 +28,7 @@ enum class RecordedOperation {
     OnScreenWindows,
     Capture,
     RunScript,
+    ClaimInstance,
 };
 
 // What the services of one recording desktop share: the journal of everything done to the desktop, in order,

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Linux/LinuxShell.h"
+
+#include "Desktop/Linux/LinuxAppearance.h"
+#include "Desktop/Linux/LinuxHotKeys.h"
+#include "Desktop/Linux/WaylandWindowStyler.h"
+#include "Desktop/Linux/X11WindowStyler.h"
+
+#include <QGuiApplication>
+
+namespace {
+
+// The X server that our windows are on.
+std::unique_ptr<X11Display> connectToDisplay(Clock &clock)
+{
+    if (QGuiApplication::platformName() != QLatin1StringView("xcb"))
+        return nullptr;
+    try {
+        return std::make_unique<X11Display>(clock);
+    } catch (const PlatformError &) {
+        // Our window can do without the services of the X server.
+        return nullptr;
+    }
+}
+
+// On a Wayland desktop, X clients see only the keys that go to X windows.
+bool isWaylandDesktop()
+{
+    return !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+}
+
+} // namespace
+
+LinuxShell::LinuxShell() : m_display(connectToDisplay(m_clock))
+{
+    m_hotKeys = std::make_unique<LinuxHotKeys>(isWaylandDesktop() ? nullptr : m_display.get());
+    m_appearance = std::make_unique<LinuxAppearance>(m_display.get());
+    if (m_display)
+        m_windowStyler = std::make_unique<X11WindowStyler>(*m_display, m_clock);
+    else
+        m_windowStyler = std::make_unique<WaylandWindowStyler>();
+}
+
+LinuxShell::~LinuxShell() = default;
+
+Shell LinuxShell::shell()
+{
+    return {*m_hotKeys, *m_appearance, *m_windowStyler};
+}

@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "Desktop/ProgramInstance.h"
+#include "Desktop/Recording/RecordingJournal.h"
+#include "Desktop/Shell.h"
+
+#include <QList>
+#include <QPointer>
+
+#include <optional>
+
+// What the desktop offers to our own window, in memory; each service keeps what was done to it and answers as
+// it is told. Main thread.
+
+class RecordingHotKeys : public HotKeys
+{
+public:
+    explicit RecordingHotKeys(RecordingJournal &journal) : m_journal(journal) {}
+
+    struct HotKey
+    {
+        std::uint16_t virtualKey = 0;
+        HotKeyModifiers modifiers;
+        HotKeyIdentifier identifier;
+        std::function<void()> pressed;
+    };
+
+    bool isOwnedByAnother = false; // whether every key belongs to another program
+
+    // Those whose references live, in the order in which they were registered.
+    QList<HotKey> registered() const;
+    // Presses the key, if it is registered; false if it is not.
+    bool press(std::uint16_t virtualKey, HotKeyModifiers modifiers) const;
+
+    QCoro::Task<std::shared_ptr<HotKeyReference>> registerHotKey(std::uint16_t virtualKey,
+                                                                 HotKeyModifiers modifiers,
+                                                                 HotKeyIdentifier identifier,
+                                                                 std::function<void()> pressed) override;
+
+private:
+    class Reference;
+
+    RecordingJournal &m_journal;
+    QList<std::weak_ptr<Reference>> m_references;
+};
+
+class RecordingAppearance : public Appearance
+{
+    Q_OBJECT
+
+public:
+    using Appearance::setDark;
+};
+
+// Shows and hides windows for real, on whatever platform the application runs; it does not place them.
+class RecordingWindowStyler : public WindowStyler
+{
+    Q_OBJECT
+
+public:
+    explicit RecordingWindowStyler(RecordingJournal &journal) : m_journal(journal) {}
+
+    QList<QPointer<QWindow>> styled;
+    QList<QPointer<QWindow>> broughtForward; // latest last
+    QStringList tokens;                      // one for each window brought forward
+
+    using WindowStyler::setCompositing;
+    void style(QWindow &window) override;
+    void bringForward(QWindow &window, const QString &activationToken = QString()) override;
+
+private:
+    RecordingJournal &m_journal;
+};
+
+class RecordingProgramInstance : public ProgramInstance
+{
+    Q_OBJECT
+
+public:
+    explicit RecordingProgramInstance(RecordingJournal &journal) : m_journal(journal) {}
+
+    InstanceStanding standing = InstanceStanding::First;
+    QString token;                          // that this start came with
+    std::optional<InstanceRequest> request; // of the claim
+
+    QCoro::Task<InstanceStanding> claim(InstanceRequest newRequest) override;
+    QString launchToken() const override { return token; }
+
+private:
+    RecordingJournal &m_journal;
+};
+
+// All of them, handed to the window as a Shell.
+class RecordingShell
+{
+public:
+    RecordingShell() = default;
+    RecordingShell(const RecordingShell &) = delete;
+    RecordingShell &operator=(const RecordingShell &) = delete;
+
+    // Valid as long as this object.
+    Shell services() { return {hotKeys, appearance, windowStyler}; }
+
+    RecordingJournal journal;
+    RecordingHotKeys hotKeys{journal};
+    RecordingAppearance appearance;
+    RecordingWindowStyler windowStyler{journal};
+    RecordingProgramInstance programInstance{journal};
+};

@@ -3,6 +3,7 @@
 import QtQuick
 import QtQuick.Controls.Basic
 import QtQuick.Layouts
+import Orvane.ContentView
 
 FocusScope {
     id: bar
@@ -40,12 +41,21 @@ FocusScope {
             font.pixelSize: 24
             font.weight: Font.Normal
             color: Theme.primary
-            placeholderTextColor: Theme.secondary
+            placeholderTextColor: Theme.placeholder
             selectionColor: Theme.selection
             selectedTextColor: Theme.primary
             selectByMouse: true
             clip: true
             background: null
+            // A cursor that does not blink: the idle window wakes nobody up.
+            // qmllint disable unqualified
+            cursorDelegate: Rectangle {
+                width: 2
+                radius: 1
+                color: Theme.accent
+                visible: field.cursorVisible
+            }
+            // qmllint enable unqualified
             Accessible.name: placeholderText
             onTextChanged: bar.content.input = text
             onAccepted: bar.content.send()

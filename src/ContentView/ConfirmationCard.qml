@@ -85,6 +85,14 @@ FocusScope {
             }
         }
 
+        Rectangle {
+            Layout.fillWidth: true
+            implicitHeight: 1
+            color: Theme.separator
+            opacity: 0.4
+            visible: scroll.isScrollable
+        }
+
         ScrollArea {
             id: scroll
 
@@ -100,6 +108,14 @@ FocusScope {
                 text: card.reason
                 font.pixelSize: 13
             }
+        }
+
+        Rectangle {
+            Layout.fillWidth: true
+            implicitHeight: 1
+            color: Theme.separator
+            opacity: 0.4
+            visible: scroll.isScrollable
         }
 
         RowLayout {

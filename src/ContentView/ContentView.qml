@@ -3,6 +3,7 @@
 // lies over the middle.
 import QtQuick
 import QtQuick.Layouts
+import Orvane.ContentView
 
 FocusScope {
     id: root

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // What the window can do besides its tasks.
 import QtQuick
+import Orvane.ContentView
 
 PaletteMenu {
     id: menu

@@ -22,7 +22,7 @@ ColumnLayout {
         value: download.progress
         padding: 0
         Accessible.role: Accessible.ProgressBar
-        Accessible.name: download.text
+        Accessible.name: "Download"
 
         contentItem: Item {
             implicitWidth: 300

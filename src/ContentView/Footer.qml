@@ -2,6 +2,7 @@
 // The row at the bottom: the permission that is missing, the models, and where all of it runs.
 import QtQuick
 import QtQuick.Layouts
+import Orvane.ContentView
 
 Item {
     id: footer
@@ -19,7 +20,7 @@ Item {
         LinkButton {
             text: "Grant Accessibility access"
             symbol: "hand.raised.fill"
-            tint: Theme.warning
+            tint: Theme.warningText
             visible: !footer.content.trusted
             onClicked: footer.content.grantAccess()
         }

@@ -3,6 +3,7 @@
 // in sight: with each change of the turns or the status it scrolls there, and it stays there while that grows.
 import QtQuick
 import QtQuick.Controls.Basic
+import Orvane.ContentView
 
 Item {
     id: history
@@ -111,18 +112,19 @@ Item {
         }
 
         // qmllint enable unqualified
-        ScrollBar.vertical: ThinScrollBar {
-            id: bar
+        ScrollBar.vertical: bar
+    }
 
-            parent: history
-            anchors.top: history.top
-            anchors.bottom: history.bottom
-            anchors.right: history.right
-            anchors.rightMargin: 6
-            onPressedChanged: {
-                history.following = false;
-                movement.stop();
-            }
+    ThinScrollBar {
+        id: bar
+
+        anchors.top: parent.top
+        anchors.bottom: parent.bottom
+        anchors.right: parent.right
+        anchors.rightMargin: 6
+        onPressedChanged: {
+            history.following = false;
+            movement.stop();
         }
     }
 

@@ -2,6 +2,7 @@
 // The program's one window: without a frame, moved by its background and resized at its edges. What closing it means,
 // where it is shown and how it looks is the program's business.
 import QtQuick
+import Orvane.ContentView
 
 Window {
     id: window

@@ -63,6 +63,7 @@ PaletteButton {
                 required property int index
 
                 text: modelData
+                choice: true
                 current: index === button.selected
                 onTriggered: button.chosen(index)
             }

@@ -11,9 +11,10 @@ ComboBox {
 
     signal chosen(int index)
 
-    function open(event: KeyEvent) {
-        event.accepted = true;
-        if (!event.isAutoRepeat)
+    // Opens when the key is let go: the same release would close a list that is open already.
+    function releaseKey(event: KeyEvent) {
+        event.accepted = event.key === Qt.Key_Return || event.key === Qt.Key_Enter;
+        if (event.accepted && !event.isAutoRepeat)
             popup.open();
     }
 
@@ -28,8 +29,7 @@ ComboBox {
     Accessible.name: "Model"
     Accessible.description: displayText
     Accessible.onPressAction: popup.open()
-    Keys.onReturnPressed: event => open(event)
-    Keys.onEnterPressed: event => open(event)
+    Keys.onReleased: event => releaseKey(event)
     // What is selected is decided elsewhere: a choice that was not followed must not stay on show.
     onActivated: index => {
         chosen(index);

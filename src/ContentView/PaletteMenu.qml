@@ -6,7 +6,15 @@ import QtQuick.Controls.Basic
 Menu {
     id: menu
 
+    function widestItem(): real {
+        let widest = 0;
+        for (let i = 0; i < count; ++i)
+            widest = Math.max(widest, itemAt(i).implicitWidth);
+        return widest;
+    }
+
     padding: 5
+    width: widestItem() + leftPadding + rightPadding
     margins: 8
     overlap: 0
 

@@ -7,12 +7,13 @@ import QtQuick.Layouts
 MenuItem {
     id: item
 
+    property bool choice: false // one of several, of which one is current
     property bool current: false
     property string keys: ""
 
     implicitWidth: Math.max(implicitContentWidth + leftPadding + rightPadding, 160)
     implicitHeight: 30
-    leftPadding: 8
+    leftPadding: choice ? 8 : 12
     rightPadding: 12
     topPadding: 0
     bottomPadding: 0
@@ -20,7 +21,7 @@ MenuItem {
     Accessible.role: Accessible.MenuItem
     Accessible.name: text
     Accessible.description: keys
-    Accessible.checkable: current
+    Accessible.checkable: choice
     Accessible.checked: current
     Accessible.onPressAction: clicked()
 
@@ -32,6 +33,7 @@ MenuItem {
             tint: Theme.primary
             size: 12
             opacity: item.current ? 1 : 0
+            visible: item.choice
         }
 
         Text {

@@ -10,7 +10,7 @@ Item {
         anchors.topMargin: 4
         radius: surface.radius
         strength: 0.18
-        reach: 12
+        reach: 20
     }
 
     Rectangle {

@@ -6,23 +6,23 @@ MouseArea {
     required property int edge // one or two of Qt's edges
     required property Window window
 
-    readonly property bool left: edge & Qt.LeftEdge
-    readonly property bool right: edge & Qt.RightEdge
-    readonly property bool top: edge & Qt.TopEdge
-    readonly property bool bottom: edge & Qt.BottomEdge
-    readonly property bool isCorner: (left || right) && (top || bottom)
+    readonly property bool atLeft: edge & Qt.LeftEdge
+    readonly property bool atRight: edge & Qt.RightEdge
+    readonly property bool atTop: edge & Qt.TopEdge
+    readonly property bool atBottom: edge & Qt.BottomEdge
+    readonly property bool isCorner: (atLeft || atRight) && (atTop || atBottom)
     readonly property int extent: isCorner ? 12 : 6
 
     function cursor(): int {
         if (isCorner)
-            return left === top ? Qt.SizeFDiagCursor : Qt.SizeBDiagCursor;
-        return left || right ? Qt.SizeHorCursor : Qt.SizeVerCursor;
+            return atLeft === atTop ? Qt.SizeFDiagCursor : Qt.SizeBDiagCursor;
+        return atLeft || atRight ? Qt.SizeHorCursor : Qt.SizeVerCursor;
     }
 
-    x: right ? parent.width - width : 0
-    y: bottom ? parent.height - height : 0
-    width: left || right ? extent : parent.width
-    height: top || bottom ? extent : parent.height
+    x: atRight ? parent.width - width : 0
+    y: atBottom ? parent.height - height : 0
+    width: atLeft || atRight ? extent : parent.width
+    height: atTop || atBottom ? extent : parent.height
     acceptedButtons: Qt.LeftButton
     cursorShape: cursor()
     onPressed: window.startSystemResize(edge)

@@ -9,6 +9,8 @@ Item {
     default property alias content: flickable.flickableData
     property alias contentHeight: flickable.contentHeight
     readonly property alias contentY: flickable.contentY
+    readonly property bool isScrollable: contentHeight > height
+    property int scrollBarInset: -bar.width - 4
 
     function pressKey(event: KeyEvent) {
         input.pressKey(event);
@@ -31,13 +33,16 @@ Item {
         anchors.fill: parent
         contentWidth: width
         interactive: false
-        clip: contentHeight > height
-        ScrollBar.vertical: ThinScrollBar {
-            parent: area
-            anchors.top: area.top
-            anchors.bottom: area.bottom
-            anchors.left: area.right
-            anchors.leftMargin: 2
-        }
+        clip: area.isScrollable
+        ScrollBar.vertical: bar
+    }
+
+    ThinScrollBar {
+        id: bar
+
+        anchors.top: parent.top
+        anchors.bottom: parent.bottom
+        anchors.right: parent.right
+        anchors.rightMargin: area.scrollBarInset
     }
 }

@@ -2,12 +2,14 @@
 // The way to a model: which one, its download, and what went wrong. Shown until a model is loaded.
 import QtQuick
 import QtQuick.Layouts
+import Orvane.ContentView
 
 ScrollArea {
     id: card
 
     required property SetupViewModel setup
 
+    scrollBarInset: 6
     contentHeight: Math.max(height, column.implicitHeight + 32)
 
     ColumnLayout {

@@ -13,6 +13,6 @@ Image {
     height: size
     sourceSize.width: size
     sourceSize.height: size
-    source: "image://symbol/" + name + "?" + tint.toString().slice(1)
+    source: name === "" ? "" : "image://symbol/" + name + "?" + tint.toString().slice(1)
     Accessible.ignored: true
 }

@@ -18,7 +18,7 @@ PaletteButton {
         text: button.text
         textFormat: Text.PlainText
         font: button.font
-        color: button.prominent ? Theme.onProminent : Theme.primary
+        color: button.prominent ? Theme.prominentText : Theme.primary
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
     }

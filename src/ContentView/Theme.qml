@@ -2,6 +2,7 @@
 // Colours by what they mean, in light and dark, and the sizes that several views share. The window sets the two switches.
 pragma Singleton
 import QtQuick
+import Orvane.ContentView
 
 QtObject {
     property bool dark: false
@@ -16,17 +17,19 @@ QtObject {
 
     readonly property color primary: dark ? "#f3f3f6" : "#1b1b20"
     readonly property color secondary: dark ? "#a3a3b0" : "#5f5f6b"
+    readonly property color placeholder: dark ? "#8d8d9a" : "#6d6d79"
     readonly property color accent: dark ? "#8ea6ff" : "#3558d4"
     readonly property color good: dark ? "#4cc575" : "#1a7f42"
     readonly property color bad: dark ? "#ff7a78" : "#c8323c"
-    readonly property color warning: dark ? "#ffab4d" : "#a85400"
+    readonly property color warning: dark ? "#ffab4d" : "#d66f00"
+    readonly property color warningText: dark ? "#ffab4d" : "#a85400"
 
     readonly property color selection: dark ? "#5a4468e0" : "#403558d4"
     readonly property color control: dark ? "#3a3a43" : "#ffffff"
     readonly property color hover: dark ? "#12ffffff" : "#0c000000"
     readonly property color pressed: dark ? "#1fffffff" : "#17000000"
     readonly property color prominent: dark ? "#4468e0" : "#3558d4"
-    readonly property color onProminent: "#ffffff"
+    readonly property color prominentText: "#ffffff"
     readonly property color track: dark ? "#26ffffff" : "#1a000000"
 
     // The room that everything keeps from the window's left and right edges.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // One task: what the user asked for, and what became of it line by line.
 import QtQuick
+import Orvane.ContentView
 
 Column {
     id: turn

@@ -61,7 +61,7 @@ void HttpTransfer::begin()
     if (m_stop.stop_requested())
         cancel();
     else if (prepare())
-        send(m_request.url);
+        send(m_options.addressOf(m_request.url));
 }
 
 void HttpTransfer::cancel()
@@ -205,7 +205,7 @@ void HttpTransfer::sendWithoutRange()
     m_expectedSize = 0;
     m_expectedSha256.clear();
     m_partial->remove();
-    send(m_request.url);
+    send(m_options.addressOf(m_request.url));
 }
 
 void HttpTransfer::takeBody()

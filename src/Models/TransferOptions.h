@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <QUrl>
 
 #include <chrono>
 #include <functional>
@@ -15,4 +16,10 @@ struct TransferOptions
     std::chrono::milliseconds silenceLimit = std::chrono::seconds(60);
     // The bytes that are free in a folder; negative when unknown. Called on the session's thread.
     std::function<qint64(const QString &folder)> freeSpace;
+    // A server that holds the same files under the same paths, asked instead of each file's own; none if
+    // empty.
+    QUrl mirror = {};
+
+    // Where a file is fetched from.
+    QUrl addressOf(const QUrl &file) const;
 };

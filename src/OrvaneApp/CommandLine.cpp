@@ -21,6 +21,8 @@ struct Words
     bool help = false;
     bool version = false;
     bool verbose = false;
+    bool background = false;
+    bool toggle = false;
     std::optional<QString> unknownOption;
 };
 
@@ -39,6 +41,10 @@ Words sorted(const QStringList &arguments)
             result.version = true;
         else if (argument == "--verbose"_L1)
             result.verbose = true;
+        else if (argument == "--background"_L1)
+            result.background = true;
+        else if (argument == "--toggle"_L1)
+            result.toggle = true;
         else if (!result.unknownOption)
             result.unknownOption = argument;
     }
@@ -96,6 +102,17 @@ Parsed parseModels(const Words &given)
     return wrongUse(u"“models %1” is no command."_s.arg(verb), helpCommand);
 }
 
+Parsed parseWindow(const Words &given)
+{
+    using Opening = CommandLine::Opening;
+    if (given.background && given.toggle)
+        return wrongUse(u"The options “--background” and “--toggle” exclude each other."_s);
+    const Opening opening = given.background ? Opening::Hidden
+                                  : given.toggle   ? Opening::Toggled
+                                                   : Opening::Shown;
+    return CommandLine{.command = Command::Window, .opening = opening, .verbose = given.verbose};
+}
+
 } // namespace
 
 Parsed CommandLine::parse(const QStringList &arguments)
@@ -106,6 +123,8 @@ Parsed CommandLine::parse(const QStringList &arguments)
     if (given.version)
         return CommandLine{.command = Command::Version};
     const QString command = given.words.value(0);
+    if (!command.isEmpty() && (given.background || given.toggle))
+        return wrongUse(u"The options “--background” and “--toggle” go without a command."_s);
     if (command == "do"_L1)
         return parseDo(given);
     if (command == "models"_L1)
@@ -114,5 +133,5 @@ Parsed CommandLine::parse(const QStringList &arguments)
         return wrongUse(u"“%1” is no command."_s.arg(command));
     if (given.help)
         return help(HelpTexts::general());
-    return wrongUse(u"There is no command."_s);
+    return parseWindow(given);
 }

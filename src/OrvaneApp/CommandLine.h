@@ -9,13 +9,17 @@
 // What the user asks for on the command line. A plain value.
 struct CommandLine
 {
-    enum class Command { Help, Version, Do, ListModels, DownloadModel, SelectModel };
+    enum class Command { Help, Version, Do, ListModels, DownloadModel, SelectModel, Window };
+
+    // How the window comes up, or what becomes of the one that is there.
+    enum class Opening { Shown, Hidden, Toggled };
 
     Command command = Command::Help;
     QString helpText = {}; // of Help
     QString task = {};     // of Do
     // Of SelectModel and DownloadModel: of the catalog, or empty for the selected model.
     QString modelIdentifier = {};
+    Opening opening = Opening::Shown; // of Window
     bool verbose = false;
 
     // The arguments cannot be understood: one sentence, and where to read more.

@@ -2,15 +2,15 @@
 #include "OrvaneApp/CommandRunner.h"
 
 #include "Base/LocalizedError.h"
-#include "Inference/LlamaEngine.h"
 #include "Inference/LlamaLog.h"
-#include "Models/HttpDownloadSession.h"
 #include "OrvaneApp/DoCommand.h"
 #include "OrvaneApp/DownloadCommand.h"
 #include "OrvaneApp/ExitStatus.h"
 #include "OrvaneApp/ModelsCommand.h"
 #include "OrvaneApp/Platform.h"
+#include "OrvaneApp/RealModels.h"
 #include "OrvaneApp/SignalWatcher.h"
+#include "OrvaneApp/WindowCommand.h"
 
 #include <QCoreApplication>
 
@@ -19,18 +19,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-// The model manager with the real engine and the real network. The engine gives its memory back before it
-// goes.
-class RealModels
-{
-public:
-    ~RealModels() { manager.engine().unload(); }
-
-    const ModelStorage storage = ModelStorage::standard();
-    ModelManager manager{std::make_unique<LlamaEngine>(),
-                         std::make_unique<HttpDownloadSession>(storage.downloadsDirectory()), storage};
-};
 
 // Starts the command and runs the event loop until it has finished.
 template <typename Command, typename... Arguments>
@@ -58,6 +46,12 @@ int doTask(ModelManager &models, const QString &task, Terminal &terminal)
     return carriedOut(command, task);
 }
 
+int showWindow(CommandLine::Opening opening, ProgramInstance &instance, Terminal &terminal)
+{
+    WindowCommand command(instance, terminal);
+    return carriedOut(command, opening);
+}
+
 int download(ModelManager &models, const QString &modelIdentifier, Terminal &terminal)
 {
     if (!modelIdentifier.isEmpty())
@@ -81,6 +75,7 @@ int carryOut(const CommandLine &commandLine, ModelManager &models, Terminal &ter
         return ModelsCommand::list(models, terminal);
     case Command::Help:
     case Command::Version:
+    case Command::Window:
         break;
     }
     Q_UNREACHABLE();
@@ -88,7 +83,7 @@ int carryOut(const CommandLine &commandLine, ModelManager &models, Terminal &ter
 
 } // namespace
 
-int CommandRunner::run(const CommandLine &commandLine, Terminal &terminal)
+int CommandRunner::run(const CommandLine &commandLine, ProgramInstance *instance, Terminal &terminal)
 {
     if (commandLine.command == CommandLine::Command::Help) {
         for (const QString &line : commandLine.helpText.trimmed().split(u'\n'))
@@ -101,9 +96,11 @@ int CommandRunner::run(const CommandLine &commandLine, Terminal &terminal)
     }
     if (!commandLine.verbose && qEnvironmentVariableIsEmpty("ORVANE_VERBOSE"))
         LlamaLog::keepErrorsOnly();
+    if (commandLine.command == CommandLine::Command::Window)
+        return showWindow(commandLine.opening, *instance, terminal);
     try {
         RealModels models;
-        return carryOut(commandLine, models.manager, terminal);
+        return carryOut(commandLine, models.manager(), terminal);
     } catch (const LocalizedError &error) {
         terminal.error(error.errorDescription());
         return ExitStatus::endedOtherwise;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "OrvaneApp/DownloadCommand.h"
 
+#include "Models/ProgressText.h"
 #include "OrvaneApp/ExitStatus.h"
 
 #include <algorithm>
@@ -10,11 +11,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int barWidth = 30;
-
-QString share(double progress, qint64 sizeMB)
-{
-    return u"%1% of ~%2 MB"_s.arg(static_cast<int>(progress * 100)).arg(sizeMB);
-}
 
 } // namespace
 
@@ -32,8 +28,7 @@ void DownloadCommand::start()
         return;
     }
     connect(&m_models, &ModelManager::stateChanged, this, &DownloadCommand::showState);
-    m_terminal.line(
-        u"Downloading %1 (~%2 MB) from %3"_s.arg(model.name).arg(model.sizeMB).arg(model.url.host()));
+    m_terminal.line(u"Downloading %1 (~%2 MB)"_s.arg(model.name).arg(model.sizeMB));
     m_models.download();
 }
 
@@ -85,7 +80,7 @@ void DownloadCommand::showProgress(double progress)
     if (m_terminal.isInteractive() || tenth <= m_lastTenth)
         return;
     m_lastTenth = tenth;
-    m_terminal.line(share(progress, sizeMB));
+    m_terminal.line(downloadProgressText(progress, sizeMB));
 }
 
 void DownloadCommand::end(int exitStatus)
@@ -99,5 +94,6 @@ void DownloadCommand::end(int exitStatus)
 QString DownloadCommand::bar(double progress, int width, qint64 sizeMB)
 {
     const int filled = std::clamp(static_cast<int>(progress * width), 0, width);
-    return u'[' + QString(filled, u'#') + QString(width - filled, u'-') + u"] "_s + share(progress, sizeMB);
+    return u'[' + QString(filled, u'#') + QString(width - filled, u'-') + u"] "_s +
+           downloadProgressText(progress, sizeMB);
 }

@@ -5,13 +5,17 @@ using namespace Qt::StringLiterals;
 
 QString HelpTexts::general()
 {
-    return uR"(Usage: orvane do TASK
+    return uR"(Usage: orvane [--background | --toggle]
+       orvane do TASK
        orvane models [download [ID] | select ID]
 
 Operates your desktop for you: say in plain words what you want, and a language model on
 this machine plans it step by step. Risky steps are done only after you have allowed them.
 
-  do TASK               carry out a task
+  (no command)          open the window, or bring forward the one that is there
+  --background          start without showing the window, for the start of the desktop
+  --toggle              show or hide the window, for a keyboard shortcut of the desktop
+  do TASK               carry out a task here in the terminal
   models                list the models, and what is on this machine
   models download [ID]  get a model; this is the only thing that goes to the network
   models select ID      plan with another model
@@ -21,7 +25,8 @@ this machine plans it step by step. Risky steps are done only after you have all
   --verbose             show the messages of the model's runtime (also ORVANE_VERBOSE=1)
 
 With ORVANE_HOME=FOLDER in the environment, models and settings are kept in that folder
-instead of the user's data and settings folders.
+instead of the user's data and settings folders. With ORVANE_MODEL_MIRROR=ADDRESS, models are
+fetched from that server, which has them under the same paths.
 )"_s;
 }
 

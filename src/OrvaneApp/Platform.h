@@ -2,6 +2,8 @@
 #pragma once
 
 #include "Desktop/Desktop.h"
+#include "Desktop/ProgramInstance.h"
+#include "Desktop/Shell.h"
 
 #include <memory>
 
@@ -15,10 +17,29 @@ public:
     virtual Desktop desktop() = 0;
 };
 
+// Owns what the desktop offers to the program's own window. Main thread.
+class ShellServices
+{
+public:
+    virtual ~ShellServices() = default;
+
+    // Good for as long as this object lives.
+    virtual Shell shell() = 0;
+};
+
 // What differs from platform to platform; each has one file that implements this, chosen by the build.
 namespace Platform {
 
+// Whether there is a screen to show a window on. Needs no application object.
+bool hasDisplay();
+
 // Throws PlatformError when there is no desktop to work on.
 std::unique_ptr<DesktopServices> connectToDesktop();
+
+// Needs the application object.
+std::unique_ptr<ShellServices> connectToShell();
+
+// Make it before the application object.
+std::unique_ptr<ProgramInstance> programInstance();
 
 } // namespace Platform

@@ -1,5 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/LinuxDesktop.h"
+#include "Desktop/Linux/LinuxDisplay.h"
+#include "Desktop/Linux/LinuxProgramInstance.h"
+#include "Desktop/Linux/LinuxShell.h"
 #include "OrvaneApp/Platform.h"
 
 namespace {
@@ -13,9 +16,33 @@ private:
     LinuxDesktop m_desktop;
 };
 
+class LinuxShellServices : public ShellServices
+{
+public:
+    Shell shell() override { return m_shell.shell(); }
+
+private:
+    LinuxShell m_shell;
+};
+
 } // namespace
+
+bool Platform::hasDisplay()
+{
+    return LinuxDisplay::isPresent();
+}
 
 std::unique_ptr<DesktopServices> Platform::connectToDesktop()
 {
     return std::make_unique<LinuxDesktopServices>();
+}
+
+std::unique_ptr<ShellServices> Platform::connectToShell()
+{
+    return std::make_unique<LinuxShellServices>();
+}
+
+std::unique_ptr<ProgramInstance> Platform::programInstance()
+{
+    return std::make_unique<LinuxProgramInstance>();
 }

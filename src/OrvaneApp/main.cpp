@@ -2,19 +2,56 @@
 #include "OrvaneApp/CommandLine.h"
 #include "OrvaneApp/CommandRunner.h"
 #include "OrvaneApp/ExitStatus.h"
+#include "OrvaneApp/Platform.h"
 #include "OrvaneApp/Terminal.h"
 
-#include <QCoreApplication>
 #include <QFile>
+#include <QGuiApplication>
 
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QStringList argumentsOf(int argc, char *argv[])
+{
+    QStringList result;
+    for (int i = 1; i < argc; ++i)
+        result.append(QString::fromLocal8Bit(argv[i]));
+    return result;
+}
+
+void nameTheProgram()
+{
+    QCoreApplication::setApplicationName(u"Orvane"_s);
+    QCoreApplication::setApplicationVersion(QStringLiteral(ORVANE_VERSION));
+    QGuiApplication::setDesktopFileName(u"org.orvane.Orvane"_s);
+}
+
+// Qt ends the process where it finds no display; a sentence is better.
+int runWindow(const CommandLine &commandLine, int argc, char *argv[], Terminal &terminal)
+{
+    if (!Platform::hasDisplay()) {
+        terminal.error(u"There is no display to show a window on. In a terminal, give a task: orvane do TASK"_s);
+        return ExitStatus::endedOtherwise;
+    }
+    const std::unique_ptr<ProgramInstance> instance = Platform::programInstance();
+    const QGuiApplication application(argc, argv);
+    return CommandRunner::run(commandLine, instance.get(), terminal);
+}
+
+int runInTerminal(const CommandLine &commandLine, int argc, char *argv[], Terminal &terminal)
+{
+    const QCoreApplication application(argc, argv);
+    return CommandRunner::run(commandLine, nullptr, terminal);
+}
+
+} // namespace
+
 int main(int argc, char *argv[])
 {
-    QCoreApplication application(argc, argv);
-    QCoreApplication::setApplicationName(QStringLiteral("Orvane"));
-    QCoreApplication::setApplicationVersion(QStringLiteral(ORVANE_VERSION));
-
+    nameTheProgram();
     QFile output;
     QFile errors;
     // Straight to the descriptors: a question without a line break is there at once, and the two outputs keep
@@ -24,10 +61,13 @@ int main(int argc, char *argv[])
         return ExitStatus::endedOtherwise;
     Terminal terminal(output, errors, TerminalTraits::ofStandardOutput());
 
-    const auto parsed = CommandLine::parse(application.arguments().sliced(1));
+    const auto parsed = CommandLine::parse(argumentsOf(argc, argv));
     if (const auto *wrongUse = std::get_if<CommandLine::WrongUse>(&parsed)) {
         terminal.error(wrongUse->message);
         return ExitStatus::wrongUse;
     }
-    return CommandRunner::run(std::get<CommandLine>(parsed), terminal);
+    const auto &commandLine = std::get<CommandLine>(parsed);
+    const bool isWindow = commandLine.command == CommandLine::Command::Window;
+    return isWindow ? runWindow(commandLine, argc, argv, terminal)
+                    : runInTerminal(commandLine, argc, argv, terminal);
 }

@@ -11,15 +11,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Downloads nothing, ever.
-class NoDownloads : public DownloadSession
-{
-public:
-    void setDelegate(DownloadDelegate *) override {}
-    quint64 start(const DownloadRequest &) override { return 1; }
-    void cancel(quint64) override {}
-};
-
 QString described(LogEntry::Kind kind)
 {
     switch (kind) {
@@ -55,11 +46,15 @@ bool onlyAppended(const QList<QList<ChatMessage>> &conversations)
 
 } // namespace
 
-SessionBench::SessionBench(ModelFile file) : SessionBench(file, std::make_unique<TalkativeEngine>()) {}
+SessionBench::SessionBench(ModelFile file)
+    : SessionBench(file, std::make_unique<TalkativeEngine>(), std::make_unique<ScriptedDownloadSession>())
+{
+}
 
-SessionBench::SessionBench(ModelFile file, std::unique_ptr<TalkativeEngine> scripted)
-    : engine(scripted.get()), desktop(folder.filePath(u"home"_s)),
-      models(std::move(scripted), std::make_unique<NoDownloads>(), storage(file)),
+SessionBench::SessionBench(ModelFile file, std::unique_ptr<TalkativeEngine> scriptedEngine,
+                           std::unique_ptr<ScriptedDownloadSession> scriptedDownloads)
+    : engine(scriptedEngine.get()), downloads(scriptedDownloads.get()), desktop(folder.filePath(u"home"_s)),
+      models(std::move(scriptedEngine), std::move(scriptedDownloads), storage(file)),
       session(std::make_unique<AgentSession>(models, desktop.services()))
 {
     const AgentSession *observed = session.get();

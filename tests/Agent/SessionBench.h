@@ -4,6 +4,7 @@
 #include "Agent/AgentSession.h"
 #include "Desktop/Recording/RecordingDesktop.h"
 #include "Models/ModelManager.h"
+#include "Support/ScriptedDownloadSession.h"
 #include "Support/ScriptedEngine.h"
 
 #include <QTemporaryDir>
@@ -49,6 +50,7 @@ public:
 
     QTemporaryDir folder;
     TalkativeEngine *engine;
+    ScriptedDownloadSession *downloads;
     RecordingDesktop desktop;
     ModelManager models;
     std::unique_ptr<AgentSession> session;
@@ -56,7 +58,8 @@ public:
     QStringList questions;
 
 private:
-    SessionBench(ModelFile file, std::unique_ptr<TalkativeEngine> engine);
+    SessionBench(ModelFile file, std::unique_ptr<TalkativeEngine> scriptedEngine,
+                 std::unique_ptr<ScriptedDownloadSession> scriptedDownloads);
     ModelStorage storage(ModelFile file) const;
     QString conversation() const;
 };

@@ -2,6 +2,7 @@
 #include "Models/ModelManager.h"
 
 #include "Support/Gate.h"
+#include "Support/ScriptedDownloadSession.h"
 #include "Support/ScriptedEngine.h"
 
 #include <QDir>
@@ -11,36 +12,12 @@
 
 #include <memory>
 #include <stdexcept>
-#include <thread>
 
 using namespace Qt::StringLiterals;
 
 using State = ModelManager::State;
 
 namespace {
-
-// A session that downloads nothing: the test calls the callbacks itself.
-class ScriptedSession : public DownloadSession
-{
-public:
-    QList<DownloadRequest> started;
-    QList<quint64> cancelled;
-    DownloadDelegate *delegate = nullptr;
-
-    void setDelegate(DownloadDelegate *newDelegate) override { delegate = newDelegate; }
-    quint64 start(const DownloadRequest &request) override
-    {
-        started.append(request);
-        return static_cast<quint64>(started.size());
-    }
-    void cancel(quint64 task) override { cancelled.append(task); }
-};
-
-// Runs what the session's own thread would run, to its end.
-void onSessionThread(const std::function<void()> &callback)
-{
-    std::thread(callback).join();
-}
 
 // Lets everything that is queued for the main thread happen.
 void turnTheLoop()
@@ -137,7 +114,7 @@ private:
     std::unique_ptr<QTemporaryDir> m_folder;
     std::unique_ptr<ModelManager> m_manager;
     ScriptedEngine *m_engine = nullptr;
-    ScriptedSession *m_session = nullptr;
+    ScriptedDownloadSession *m_session = nullptr;
 };
 
 void ModelManagerTest::init()
@@ -157,7 +134,7 @@ void ModelManagerTest::newManager()
 {
     m_manager.reset();
     auto engine = std::make_unique<ScriptedEngine>();
-    auto session = std::make_unique<ScriptedSession>();
+    auto session = std::make_unique<ScriptedDownloadSession>();
     m_engine = engine.get();
     m_session = session.get();
     const ModelStorage storage = {m_folder->path(), m_folder->filePath(u"settings.conf"_s)};
@@ -191,7 +168,7 @@ void ModelManagerTest::finish(const QString &file, int status)
 {
     const auto task = static_cast<quint64>(m_session->started.size());
     const QUrl url = m_session->started.last().url;
-    onSessionThread([&] {
+    ScriptedDownloadSession::onSessionThread([&] {
         m_session->delegate->downloadFinished({task, status, file, url});
         m_session->delegate->downloadEnded(task, std::nullopt);
     });
@@ -365,7 +342,7 @@ void ModelManagerTest::selectingCancelsTheDownloadSilently()
     QCOMPARE(m_session->cancelled, {quint64(1)});
     QCOMPARE(m_manager->state(), State::needsDownload());
     const DownloadError cancelled = {DownloadError::cancelled, u"cancelled"_s};
-    onSessionThread([&] { m_session->delegate->downloadEnded(1, cancelled); });
+    ScriptedDownloadSession::onSessionThread([&] { m_session->delegate->downloadEnded(1, cancelled); });
     turnTheLoop();
     QCOMPARE(m_manager->state(), State::needsDownload());
 }
@@ -373,11 +350,11 @@ void ModelManagerTest::selectingCancelsTheDownloadSilently()
 void ModelManagerTest::lateProgressAfterASwitchIsDropped()
 {
     bringInto(State::Kind::downloading);
-    onSessionThread([&] { m_session->delegate->downloadProgressed(1, 10, 100); });
+    ScriptedDownloadSession::onSessionThread([&] { m_session->delegate->downloadProgressed(1, 10, 100); });
     m_manager->select(secondModel());
     turnTheLoop();
     QCOMPARE(m_manager->state(), State::needsDownload());
-    onSessionThread([&] { m_session->delegate->downloadProgressed(1, 20, 100); });
+    ScriptedDownloadSession::onSessionThread([&] { m_session->delegate->downloadProgressed(1, 20, 100); });
     turnTheLoop();
     QCOMPARE(m_manager->state(), State::needsDownload());
 }
@@ -387,7 +364,7 @@ void ModelManagerTest::lateProgressOfAnEarlierDownloadIsDropped()
     bringInto(State::Kind::downloading);
     m_manager->select(secondModel());
     m_manager->download();
-    onSessionThread([&] { m_session->delegate->downloadProgressed(1, 90, 100); });
+    ScriptedDownloadSession::onSessionThread([&] { m_session->delegate->downloadProgressed(1, 90, 100); });
     turnTheLoop();
     QCOMPARE(m_manager->state(), State::downloading(0.0));
 }
@@ -429,7 +406,7 @@ void ModelManagerTest::downloadStartsAtZeroWithTheSelectedModel()
 void ModelManagerTest::downloadWhileOneIsInFlightDoesNothing()
 {
     m_manager->download();
-    onSessionThread([&] { m_session->delegate->downloadProgressed(1, 25, 100); });
+    ScriptedDownloadSession::onSessionThread([&] { m_session->delegate->downloadProgressed(1, 25, 100); });
     QTRY_COMPARE(m_manager->state(), State::downloading(0.25));
     m_manager->download();
     QCOMPARE(m_manager->state(), State::downloading(0.25));
@@ -455,7 +432,7 @@ void ModelManagerTest::progressIsTheWrittenShare()
     QFETCH(qint64, expected);
     QFETCH(double, progress);
     m_manager->download();
-    onSessionThread([&] { m_session->delegate->downloadProgressed(1, written, expected); });
+    ScriptedDownloadSession::onSessionThread([&] { m_session->delegate->downloadProgressed(1, written, expected); });
     QTRY_COMPARE(m_manager->state(), State::downloading(progress));
 }
 
@@ -508,7 +485,7 @@ void ModelManagerTest::statusBelowFourHundredCountsAsSuccess()
     QFETCH(std::optional<int>, status);
     m_manager->download();
     const QString file = temporaryFile();
-    onSessionThread([&] { m_session->delegate->downloadFinished({1, status, file, firstModel().url}); });
+    ScriptedDownloadSession::onSessionThread([&] { m_session->delegate->downloadFinished({1, status, file, firstModel().url}); });
     QTRY_COMPARE(m_manager->state(), State::loaded());
 }
 
@@ -539,7 +516,7 @@ void ModelManagerTest::downloadWithoutAUsableNameIsStoredAsModel()
     QFETCH(QUrl, url);
     m_manager->download();
     const QString file = temporaryFile();
-    onSessionThread([&] { m_session->delegate->downloadFinished({1, 200, file, url}); });
+    ScriptedDownloadSession::onSessionThread([&] { m_session->delegate->downloadFinished({1, 200, file, url}); });
     QCOMPARE(fileContent(u"model.gguf"_s), "downloaded");
     QTRY_COMPARE(m_manager->state(), State::needsDownload());
 }
@@ -548,9 +525,9 @@ void ModelManagerTest::transportErrorFails()
 {
     m_manager->download();
     const DownloadError error = {DownloadError::failed, u"The connection was lost."_s};
-    onSessionThread([&] { m_session->delegate->downloadEnded(1, error); });
+    ScriptedDownloadSession::onSessionThread([&] { m_session->delegate->downloadEnded(1, error); });
     QTRY_COMPARE(m_manager->state(), State::failed(u"The connection was lost."_s));
-    onSessionThread([&] { m_session->delegate->downloadProgressed(1, 50, 100); });
+    ScriptedDownloadSession::onSessionThread([&] { m_session->delegate->downloadProgressed(1, 50, 100); });
     turnTheLoop();
     QCOMPARE(m_manager->state(), State::failed(u"The connection was lost."_s));
 }
@@ -559,7 +536,7 @@ void ModelManagerTest::cancellationCodeIsSilent()
 {
     m_manager->download();
     const DownloadError error = {-999, u"cancelled"_s};
-    onSessionThread([&] { m_session->delegate->downloadEnded(1, error); });
+    ScriptedDownloadSession::onSessionThread([&] { m_session->delegate->downloadEnded(1, error); });
     turnTheLoop();
     QCOMPARE(m_manager->state(), State::downloading(0.0));
 }
@@ -567,7 +544,7 @@ void ModelManagerTest::cancellationCodeIsSilent()
 void ModelManagerTest::endWithoutAnErrorDoesNothing()
 {
     m_manager->download();
-    onSessionThread([&] { m_session->delegate->downloadEnded(1, std::nullopt); });
+    ScriptedDownloadSession::onSessionThread([&] { m_session->delegate->downloadEnded(1, std::nullopt); });
     turnTheLoop();
     QCOMPARE(m_manager->state(), State::downloading(0.0));
     m_manager->download();
@@ -620,7 +597,7 @@ void ModelManagerTest::lateErrorOfACancelledDownloadIsDropped()
     m_manager->download();
     finish({}, 500);
     const DownloadError error = {DownloadError::failed, u"The connection was lost."_s};
-    onSessionThread([&] { m_session->delegate->downloadEnded(1, error); });
+    ScriptedDownloadSession::onSessionThread([&] { m_session->delegate->downloadEnded(1, error); });
     m_manager->cancelDownload();
     turnTheLoop();
     QCOMPARE(m_manager->state(), State::needsDownload());

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "OrvaneApp/RealModels.h"
+
+#include "Inference/LlamaEngine.h"
+#include "Models/HttpDownloadSession.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+std::unique_ptr<DownloadSession> downloadSession(const ModelStorage &storage)
+{
+    const TransferOptions options{.downloadsDirectory = storage.downloadsDirectory(),
+                                  .freeSpace = &HttpDownloadSession::freeSpace,
+                                  .mirror = QUrl(qEnvironmentVariable("ORVANE_MODEL_MIRROR"))};
+    return std::make_unique<HttpDownloadSession>(options);
+}
+
+} // namespace
+
+RealModels::RealModels()
+    : m_manager(std::make_unique<LlamaEngine>(), downloadSession(m_storage), m_storage)
+{
+}
+
+RealModels::~RealModels()
+{
+    m_manager.engine().unload();
+}

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: Apache-2.0
+// The window's shell with a session bus that takes connections and never says a word.
+#include "Desktop/Linux/LinuxAppearance.h"
+#include "Desktop/Linux/LinuxProgramInstance.h"
+#include "Support/Awaited.h"
+
+#include <QLocalServer>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+class ShellSilentBusTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theInstanceIsTheFirst()
+    {
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(u"bus"_s);
+        auto server = std::make_unique<QLocalServer>();
+        QVERIFY(server->listen(path));
+        qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + path.toUtf8());
+        LinuxProgramInstance instance;
+        const LinuxAppearance appearance(nullptr);
+        QCOMPARE(Awaited::result(instance.claim(InstanceRequest::Activate)), InstanceStanding::First);
+        QVERIFY(!appearance.isDark());
+        // The workers are let go, so that the end of the test need not wait for them.
+        server.reset();
+    }
+};
+
+QTEST_MAIN(ShellSilentBusTest)
+#include "ShellSilentBusTest.moc"

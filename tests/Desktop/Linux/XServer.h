@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QByteArray>
+#include <QProcess>
+
+// An X server of the test's own, without a window manager, which $DISPLAY names until this object is gone.
+class XServer
+{
+public:
+    XServer();
+    ~XServer();
+    XServer(const XServer &) = delete;
+    XServer &operator=(const XServer &) = delete;
+
+    bool isRunning() const { return m_process.state() == QProcess::Running && !m_display.isEmpty(); }
+    QByteArray display() const { return m_display; }
+    void signal(int number);
+
+private:
+    QByteArray m_outerDisplay = qgetenv("DISPLAY");
+    QByteArray m_display;
+    QProcess m_process;
+};

@@ -71,6 +71,7 @@ private Q_SLOTS:
     void emptyFileFails();
     void unreachableServerFailsWithASentence();
     void silentServerFailsWithASentence();
+    void aMirrorIsAskedInsteadOfTheFilesServer();
     void cancelEndsWithTheCancellationCode();
     void cancelOfAnEndedDownloadDoesNothing();
     void destructionMidwayLeavesThePartWithoutACallback();
@@ -291,6 +292,20 @@ void HttpDownloadSessionTest::silentServerFailsWithASentence()
     m_server->set(u"/model.gguf"_s, resource);
     download();
     QCOMPARE(m_delegate->lastMessage(), u"The download server stopped answering."_s);
+}
+
+void HttpDownloadSessionTest::aMirrorIsAskedInsteadOfTheFilesServer()
+{
+    TransferOptions mirrored = options();
+    mirrored.mirror = m_server->url(u"/models"_s);
+    newSession(mirrored);
+    m_server->set(u"/models/a/model.gguf"_s, model());
+    const QUrl file(u"http://models.invalid/a/model.gguf"_s);
+    m_session->start({file, 0});
+    QTRY_COMPARE(m_delegate->endCount(), 1);
+    const RecordingDelegate::Record record = m_delegate->record();
+    QCOMPARE(record.content, someContent());
+    QCOMPARE(record.finished[0].originalUrl, file);
 }
 
 void HttpDownloadSessionTest::cancelEndsWithTheCancellationCode()

@@ -32,6 +32,8 @@ private Q_SLOTS:
     void wrongUseIsSaidClearly_data();
     void wrongUseIsSaidClearly();
     void verboseIsUnderstoodAnywhere();
+    void theWindowComesUpAsAskedFor_data();
+    void theWindowComesUpAsAskedFor();
 };
 
 void CommandLineTest::commandsAreUnderstood_data()
@@ -52,6 +54,10 @@ void CommandLineTest::commandsAreUnderstood_data()
     row(u"-h"_s, CommandLine::Command::Help);
     row(u"do --help"_s, CommandLine::Command::Help);
     row(u"models download --help"_s, CommandLine::Command::Help);
+    row(QString(), CommandLine::Command::Window);
+    row(u"--background"_s, CommandLine::Command::Window);
+    row(u"--toggle --verbose"_s, CommandLine::Command::Window);
+    row(u"--toggle --help"_s, CommandLine::Command::Help);
 }
 
 void CommandLineTest::commandsAreUnderstood()
@@ -116,7 +122,10 @@ void CommandLineTest::wrongUseIsSaidClearly_data()
     const auto row = [](const QString &arguments, const QString &message) {
         QTest::newRow(qPrintable(u"orvane "_s + arguments)) << arguments << message;
     };
-    row(QString(), u"There is no command. See: orvane --help"_s);
+    row(u"--background --toggle"_s,
+        u"The options “--background” and “--toggle” exclude each other. See: orvane --help"_s);
+    row(u"models --toggle"_s,
+        u"The options “--background” and “--toggle” go without a command. See: orvane --help"_s);
     row(u"dance"_s, u"“dance” is no command. See: orvane --help"_s);
     row(u"dance --help"_s, u"“dance” is no command. See: orvane --help"_s);
     row(u"do"_s, u"There is no task to do. See: orvane do --help"_s);
@@ -144,6 +153,21 @@ void CommandLineTest::verboseIsUnderstoodAnywhere()
     QVERIFY(std::get<CommandLine>(parsed(u"--verbose models"_s)).verbose);
     QVERIFY(!std::get<CommandLine>(parsed(u"do it"_s)).verbose);
     QVERIFY(!std::get<CommandLine>(parsed(u"do -- --verbose"_s)).verbose);
+}
+
+void CommandLineTest::theWindowComesUpAsAskedFor_data()
+{
+    QTest::addColumn<QString>("arguments");
+    QTest::addColumn<CommandLine::Opening>("opening");
+    QTest::newRow("nothing said") << QString() << CommandLine::Opening::Shown;
+    QTest::newRow("in the background") << u"--background"_s << CommandLine::Opening::Hidden;
+    QTest::newRow("toggled") << u"--toggle"_s << CommandLine::Opening::Toggled;
+}
+
+void CommandLineTest::theWindowComesUpAsAskedFor()
+{
+    QFETCH(QString, arguments);
+    QTEST(std::get<CommandLine>(parsed(arguments)).opening, "opening");
 }
 
 QTEST_GUILESS_MAIN(CommandLineTest)

@@ -22,6 +22,7 @@ private Q_SLOTS:
     void theVersionIsPrinted();
     void wrongUseEndsWithSixtyFour_data();
     void wrongUseEndsWithSixtyFour();
+    void withoutADisplayThereIsNoWindow();
     void withoutAModelItIsNotReady();
     void withABrokenModelAndNoDesktopItSaysSo();
     void modelsAreListed();
@@ -63,7 +64,7 @@ void ProgramTest::helpIsPrinted_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QString>("firstLine");
-    QTest::newRow("general") << QStringList{u"--help"_s} << u"Usage: orvane do TASK\n       orvane models"_s;
+    QTest::newRow("general") << QStringList{u"--help"_s} << u"Usage: orvane [--background | --toggle]\n       orvane do TASK\n"_s;
     QTest::newRow("do") << QStringList{u"do"_s, u"-h"_s} << u"Usage: orvane do TASK\n\n"_s;
     QTest::newRow("models") << QStringList{u"models"_s, u"--help"_s} << u"Usage: orvane models\n"_s;
 }
@@ -89,7 +90,6 @@ void ProgramTest::wrongUseEndsWithSixtyFour_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QString>("error");
-    QTest::newRow("no command") << QStringList{} << u"orvane: There is no command. See: orvane --help\n"_s;
     QTest::newRow("unknown command") << QStringList{u"dance"_s}
                                      << u"orvane: “dance” is no command. See: orvane --help\n"_s;
     QTest::newRow("blank task") << QStringList{u"do"_s, u"  "_s}
@@ -106,6 +106,15 @@ void ProgramTest::wrongUseEndsWithSixtyFour()
     QCOMPARE(result.status, 64);
     QCOMPARE(result.output, QString());
     QCOMPARE(result.errors, error);
+}
+
+void ProgramTest::withoutADisplayThereIsNoWindow()
+{
+    const Result result = run({});
+    QCOMPARE(result.status, 1);
+    QCOMPARE(result.output, QString());
+    QCOMPARE(result.errors, u"orvane: There is no display to show a window on. In a terminal, give a task: "
+                            "orvane do TASK\n"_s);
 }
 
 void ProgramTest::withoutAModelItIsNotReady()

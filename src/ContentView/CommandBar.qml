@@ -56,6 +56,7 @@ FocusScope {
                 visible: field.cursorVisible
             }
             // qmllint enable unqualified
+            Accessible.role: Accessible.EditableText
             Accessible.name: placeholderText
             onTextChanged: bar.content.input = text
             onAccepted: bar.content.send()

@@ -111,7 +111,7 @@ FocusScope {
                 height: Math.min(implicitHeight, parent.height - 32)
                 enabled: root.content.isConfirming
                 opacity: enabled ? 1 : 0
-                visible: opacity > 0
+                visible: enabled || opacity > 0
                 onAnswered: allowed => root.content.resolve(allowed)
 
                 // The question stays readable while the card fades out.

@@ -18,11 +18,10 @@ Item {
     }
 
     // The list only guesses the heights of what it has not laid out. So it goes to the end first, to learn where that
-    // is, and what remains of the way there is at most one page.
+    // is, and what remains of the way there is at most one page. What changes on the way is caught up with afterwards.
     function scrollToEnd() {
-        if (!following || bar.pressed)
+        if (!following || bar.pressed || movement.running)
             return;
-        movement.stop();
         const start = list.contentY;
         list.positionViewAtEnd();
         const end = list.contentY;
@@ -33,10 +32,21 @@ Item {
         movement.start();
     }
 
+    function pressKey(event: KeyEvent) {
+        if (event.key === Qt.Key_Home) {
+            input.scrolled();
+            list.positionViewAtBeginning();
+        } else if (event.key === Qt.Key_End) {
+            follow();
+        } else {
+            input.pressKey(event);
+        }
+    }
+
     activeFocusOnTab: true
     Accessible.role: Accessible.List
     Accessible.name: "History"
-    Keys.onPressed: event => input.pressKey(event)
+    Keys.onPressed: event => pressKey(event)
     onVisibleChanged: list.positionViewAtEnd()
 
     Connections {
@@ -67,7 +77,7 @@ Item {
         property: "contentY"
         duration: 220
         easing.type: Easing.OutCubic
-        onFinished: list.positionViewAtEnd()
+        onFinished: history.scrollToEnd()
     }
 
     ScrollInput {

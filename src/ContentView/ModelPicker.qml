@@ -11,9 +11,9 @@ ComboBox {
 
     signal chosen(int index)
 
-    // Opens when the key is let go: the same release would close a list that is open already.
+    // Opens when the key is let go, because the release would close a list that the press had opened.
     function releaseKey(event: KeyEvent) {
-        event.accepted = event.key === Qt.Key_Return || event.key === Qt.Key_Enter;
+        event.accepted = !popup.visible && (event.key === Qt.Key_Return || event.key === Qt.Key_Enter);
         if (event.accepted && !event.isAutoRepeat)
             popup.open();
     }

@@ -1,16 +1,24 @@
 // SPDX-License-Identifier: Apache-2.0
-// A menu that looks like the window.
+// A menu that looks like the window. The keyboard focus goes back to where it was before.
 import QtQuick
 import QtQuick.Controls.Basic
 
 Menu {
     id: menu
 
+    property Item focusedBefore: null
+
     function widestItem(): real {
         let widest = 0;
         for (let i = 0; i < count; ++i)
             widest = Math.max(widest, itemAt(i).implicitWidth);
         return widest;
+    }
+
+    onAboutToShow: focusedBefore = parent.Window.activeFocusItem
+    onClosed: {
+        if (focusedBefore && parent.Window.activeFocusItem === parent.Window.contentItem)
+            focusedBefore.forceActiveFocus(Qt.PopupFocusReason);
     }
 
     padding: 5

@@ -17,7 +17,7 @@ QtObject {
 
     readonly property color primary: dark ? "#f3f3f6" : "#1b1b20"
     readonly property color secondary: dark ? "#a3a3b0" : "#5f5f6b"
-    readonly property color placeholder: dark ? "#8d8d9a" : "#6d6d79"
+    readonly property color placeholder: dark ? "#9393a1" : "#6d6d79"
     readonly property color accent: dark ? "#8ea6ff" : "#3558d4"
     readonly property color good: dark ? "#4cc575" : "#1a7f42"
     readonly property color bad: dark ? "#ff7a78" : "#c8323c"

@@ -82,8 +82,22 @@ void showEachKindOfLine(SessionBench &bench, ContentViewModel &content)
     askFor(bench, content, u"Quit Mail"_s, quitApp(u"Mail"_s));
     content.resolve(false);
     waitUntil([&bench] { return !bench.session->isRunning(); });
-    // Whoever stops a run sees a note, and no error.
-    askFor(bench, content, u"Quit Safari"_s, quitApp(u"Safari"_s));
+}
+
+// Stopped while the model was writing.
+void stopATask(SessionBench &bench, ContentViewModel &content)
+{
+    Gate gate;
+    bench.engine->replies = {done(u"Done."_s)};
+    bench.engine->beforeReply = [&gate] { return gate.passed(); };
+    const qsizetype before = bench.engine->conversations.size();
+    content.setInput(u"Open Safari"_s);
+    content.send();
+    waitUntil([&] { return bench.engine->conversations.size() > before; });
+    content.stop();
+    gate.open();
+    waitUntil([&bench] { return !bench.session->isRunning(); });
+    bench.engine->beforeReply = nullptr;
 }
 
 void showStreamedReply(SessionBench &bench, ContentViewModel &content, const std::shared_ptr<Gate> &gate)
@@ -143,10 +157,13 @@ QList<Scene> scenes(const std::shared_ptr<Gate> &gate)
         {u"finished"_s, ModelFile::Present,
          [](SessionBench &bench, ContentViewModel &content) {
              showEachKindOfLine(bench, content);
-             content.stop();
-             waitUntil([&bench] { return !bench.session->isRunning(); });
+             stopATask(bench, content);
          }},
-        {u"confirmation"_s, ModelFile::Present, showEachKindOfLine},
+        {u"confirmation"_s, ModelFile::Present,
+         [](SessionBench &bench, ContentViewModel &content) {
+             showEachKindOfLine(bench, content);
+             askFor(bench, content, u"Quit Safari"_s, quitApp(u"Safari"_s));
+         }},
         {u"confirmation-script"_s, ModelFile::Present,
          [](SessionBench &bench, ContentViewModel &content) {
              load(bench, content);

@@ -199,7 +199,6 @@ Item {
         function test_keys() {
             fill(30);
             tryVerify(() => history.view.atYEnd);
-            wait(250);
             history.forceActiveFocus(Qt.TabFocusReason);
             keyClick(Qt.Key_Home);
             verify(history.view.atYBeginning);

@@ -6,7 +6,7 @@ import QtQuick.Layouts
 Item {
     id: empty
 
-    required property list<string> suggestions
+    required property var suggestions // a list of strings
 
     signal chosen(int index)
 

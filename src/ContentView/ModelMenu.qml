@@ -6,7 +6,7 @@ import QtQml.Models
 PaletteButton {
     id: button
 
-    required property list<string> names
+    required property var names // a list of strings
     required property int selected
 
     signal chosen(int index)

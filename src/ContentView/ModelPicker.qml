@@ -6,7 +6,7 @@ import QtQuick.Controls.Basic
 ComboBox {
     id: picker
 
-    required property list<string> choices
+    required property var choices // a list of strings
     required property int selected
 
     signal chosen(int index)

@@ -31,6 +31,8 @@ SettingsPortal::SettingsPortal()
     : m_connectionName(QStringLiteral("orvane-portal-") + QUuid::createUuid().toString()),
       m_worker(QStringLiteral("orvane.portal"), QStringLiteral("The session bus"))
 {
+    // QtDBus finds the types of a slot by their names, and only those that somebody has used before.
+    qRegisterMetaType<QDBusVariant>();
     m_following = follow();
 }
 

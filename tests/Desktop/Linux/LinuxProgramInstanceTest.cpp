@@ -213,7 +213,7 @@ private Q_SLOTS:
                               << u"a"_s;
         QTest::newRow("none") << QVariantMap() << QString();
         QTest::newRow("of a wrong type")
-            << QVariantMap{{u"activation-token"_s, QStringList{u"a"_s}}} << QString();
+            << QVariantMap{{u"activation-token"_s, QVariantMap{{u"x"_s, 1}}}} << QString();
     }
 
     void desktopsActivateItOverTheBus()
@@ -255,5 +255,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(LinuxProgramInstanceTest)
+QTEST_MAIN(LinuxProgramInstanceTest)
 #include "LinuxProgramInstanceTest.moc"

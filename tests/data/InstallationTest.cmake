@@ -1,5 +1,6 @@
 # SPDX-License-Identifier: Apache-2.0
 # Installs the build into a folder of its own and looks at what is there. Needs BUILD_FOLDER.
+cmake_minimum_required(VERSION 3.25)
 string(RANDOM LENGTH 12 NAME)
 set(PREFIX "${BUILD_FOLDER}/installation-${NAME}")
 execute_process(COMMAND "${CMAKE_COMMAND}" --install "${BUILD_FOLDER}" --prefix "${PREFIX}"

@@ -2,8 +2,8 @@
 // The hot key on real X servers: one without a window manager, where every key is free, and the one of the
 // desktop, whose window manager owns Alt+Space.
 #include "Desktop/Linux/LinuxHotKeys.h"
+#include "Desktop/Linux/Hands.h"
 #include "Desktop/Linux/LinuxBench.h"
-#include "Desktop/Linux/X11Keyboard.h"
 #include "Desktop/Linux/XServer.h"
 
 #include <QTest>
@@ -19,32 +19,6 @@ namespace {
 constexpr std::uint16_t spaceBar = 49;
 constexpr std::uint16_t letterK = 40;
 constexpr HotKeyIdentifier identifier{fourCharacterCode("ORVN"), 1};
-
-// The user's hands.
-class Hands
-{
-public:
-    // A key with modifiers; gone up again on return.
-    void strike(std::uint32_t symbol, const QList<std::uint32_t> &modifiers)
-    {
-        for (const std::uint32_t each : modifiers)
-            down(each);
-        down(symbol);
-        up(symbol);
-        for (const std::uint32_t each : modifiers)
-            up(each);
-    }
-
-    void down(std::uint32_t symbol) { m_keyboard.press(codeOf(symbol)); }
-    void up(std::uint32_t symbol) { m_keyboard.release(codeOf(symbol)); }
-    bool has(std::uint32_t symbol) { return m_keyboard.layout().symbols.contains(symbol); }
-
-private:
-    std::uint8_t codeOf(std::uint32_t symbol) { return m_keyboard.layout().symbols.value(symbol).code; }
-
-    X11Connection m_connection;
-    X11Keyboard m_keyboard{m_connection};
-};
 
 // A program that has hot keys; Option+K marks the time at which all earlier keys have been told.
 struct Program

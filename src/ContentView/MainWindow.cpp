@@ -12,6 +12,8 @@ std::unique_ptr<QQuickWindow> MainWindow::make(QQmlEngine &engine, ContentViewMo
 {
     engine.addImportPath(u"qrc:/qt/qml"_s);
     engine.addImageProvider(u"symbol"_s, new SymbolImages);
+    // So that the background may be translucent; a window cannot get an alpha channel later.
+    QQuickWindow::setDefaultAlphaBuffer(true);
     properties.insert(u"content"_s, QVariant::fromValue(&content));
     QQmlComponent component(&engine);
     // The import makes the types known that the views take for granted.

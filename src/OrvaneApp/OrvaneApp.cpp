@@ -17,7 +17,8 @@ OrvaneApp::OrvaneApp(ModelManager &models, const Desktop &desktop, const Shell &
     : QObject(parent), m_shell(shell), m_session(models, desktop), m_content(models, m_session, desktop),
       m_delegate(shell, instance)
 {
-    connect(&m_engine, &QQmlEngine::quit, qApp, &QCoreApplication::quit);
+    // Not the application's `quit`: that asks the windows first, and ours only hides.
+    connect(&m_engine, &QQmlEngine::quit, qApp, [] { QCoreApplication::exit(); });
 }
 
 OrvaneApp::~OrvaneApp() = default;

@@ -24,6 +24,8 @@ public:
     // Makes the window and puts it to work. Throws PlatformError when the interface cannot be loaded.
     void start(AppDelegate::StartUp startUp);
 
+    AgentSession &session() { return m_session; }
+
     bool eventFilter(QObject *object, QEvent *event) override;
 
 private:

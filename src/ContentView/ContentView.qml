@@ -33,8 +33,7 @@ FocusScope {
             root.takeFocus();
         }
         function onConfirmationChanged() {
-            if (root.content.isConfirming || card.activeFocus)
-                root.takeFocus();
+            root.takeFocus();
         }
         function onAnnouncementChanged() {
             announcer.say(root.content.announcement);

@@ -1,0 +1,112 @@
+// SPDX-License-Identifier: Apache-2.0
+// Alt+Space, the system-wide hot key, where the window manager leaves it to others and where it does not.
+#include "ui/support/UiTest.h"
+
+#include "Desktop/Linux/LinuxHotKeys.h"
+#include "Desktop/SystemClock.h"
+
+#include <QProcess>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString hotKey = u"alt+space"_s;
+
+// Takes the key away from the window manager, by its own settings.
+void freeTheKey()
+{
+    QProcess::execute(u"xfconf-query"_s, {u"--channel"_s, u"xfce4-keyboard-shortcuts"_s, u"--property"_s,
+                                          u"/xfwm4/custom/<Alt>space"_s, u"--reset"_s});
+}
+
+// Whether a program could have the key at this moment.
+bool isFree()
+{
+    constexpr std::uint16_t spaceBar = 49;
+    constexpr HotKeyIdentifier identifier{fourCharacterCode("TEST"), 1};
+    SystemClock clock;
+    X11Display display(clock);
+    LinuxHotKeys hotKeys(&display);
+    const HotKeyModifiers option = HotKeyModifier::Option;
+    const std::function<void()> nothing = [] {};
+    return QCoro::waitFor(hotKeys.registerHotKey(spaceBar, option, identifier, nothing)) != nullptr;
+}
+
+} // namespace
+
+class UiHotKeyTest : public UiTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void whereItIsTakenNothingBreaks();
+    void itHidesAndSummons();
+    void itBringsTheWindowOverAnotherApplication();
+    void itSummonsAWindowThatWasClosed();
+};
+
+// The first function: the others change the window manager's settings for good.
+void UiHotKeyTest::whereItIsTakenNothingBreaks()
+{
+    QVERIFY(!isFree());
+    QVERIFY(orvane().startShown());
+    Screen::pressKey(hotKey); // opens the window manager's menu
+    Screen::pressKey(u"Escape"_s);
+    QVERIFY(orvane().waitForActive());
+    type(u"still here"_s);
+    QVERIFY(orvane().waitForFieldText(u"still here"_s));
+}
+
+void UiHotKeyTest::itHidesAndSummons()
+{
+    freeTheKey();
+    VERIFY_SOON(isFree());
+    QVERIFY(orvane().startShown());
+    for (int round = 0; round < 3; ++round) {
+        VERIFY_SOON(!isFree()); // registered by now
+        Screen::pressKey(hotKey);
+        QVERIFY(orvane().waitForHidden());
+        QVERIFY(orvane().isRunning());
+        Screen::pressKey(hotKey);
+        QVERIFY(orvane().waitForActive());
+        QVERIFY(orvane().waitForFocus(u"Tell your Mac what to do…"_s));
+    }
+    // The key went to nobody else.
+    QCOMPARE(orvane().fieldText(), QString());
+}
+
+void UiHotKeyTest::itBringsTheWindowOverAnotherApplication()
+{
+    freeTheKey();
+    VERIFY_SOON(isFree());
+    QVERIFY(orvane().startShown());
+    VERIFY_SOON(!isFree());
+    QVERIFY(PrivateDesktop::open(u"mousepad"_s, {}, u"Mousepad"_s));
+    QVERIFY(orvane().waitForInactive());
+    Screen::pressKey(hotKey);
+    QVERIFY(orvane().waitForActive());
+    QVERIFY(orvane().waitForFocus(u"Tell your Mac what to do…"_s));
+    type(u"over it"_s);
+    QVERIFY(orvane().waitForFieldText(u"over it"_s));
+    // And back: what was in front before has the keyboard again.
+    Screen::pressKey(hotKey);
+    QVERIFY(orvane().waitForHidden());
+    VERIFY_SOON(Screen::activeClass() == "Mousepad"_L1);
+}
+
+void UiHotKeyTest::itSummonsAWindowThatWasClosed()
+{
+    freeTheKey();
+    VERIFY_SOON(isFree());
+    QVERIFY(orvane().startShown());
+    VERIFY_SOON(!isFree());
+    Screen::pressKey(u"ctrl+w"_s);
+    QVERIFY(orvane().waitForHidden());
+    Screen::pressKey(hotKey);
+    QVERIFY(orvane().waitForActive());
+    QVERIFY(orvane().waitForFocus(u"Tell your Mac what to do…"_s));
+}
+
+QTEST_GUILESS_MAIN(UiHotKeyTest)
+#include "HotKeyTest.moc"

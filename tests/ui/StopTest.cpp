@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: Apache-2.0
+// Stopping a task while the model is in the middle of its reply.
+#include "ui/support/ScriptedModel.h"
+#include "ui/support/UiTest.h"
+
+using namespace Qt::StringLiterals;
+
+class UiStopTest : public UiTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aReplyInProgressIsStopped_data();
+    void aReplyInProgressIsStopped();
+    void aTaskCanFollowAStoppedOne();
+
+private:
+    bool stopInTheMiddle(const QString &key);
+};
+
+// Stops once the reply has begun to come in: with the key, or else by a press of the button.
+bool UiStopTest::stopInTheMiddle(const QString &key)
+{
+    type(u"Babble"_s);
+    Screen::pressKey(u"Return"_s);
+    const auto isBabbling = [this] { return !orvane().texts().filter(u"abab"_s).isEmpty(); };
+    if (!QTest::qWaitFor(isBabbling, PrivateDesktop::patience))
+        return false;
+    if (key.isEmpty() && !orvane().press(Role::button, u"Stop"_s))
+        return false;
+    if (!key.isEmpty()) {
+        for (int presses = 0; presses < 10 && orvane().focused() != Role::button + u" Stop"_s; ++presses)
+            Screen::pressKey(u"Tab"_s);
+        Screen::pressKey(key);
+    }
+    return orvane().waitForEndOfRun() && orvane().shows(Role::label, u"Cancelled"_s);
+}
+
+void UiStopTest::aReplyInProgressIsStopped_data()
+{
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<QString>("focused");
+    QTest::newRow("by a press") << QString() << u"Tell your Mac what to do…"_s;
+    QTest::newRow("by the space bar") << u"space"_s << u"Send"_s; // the same button's new meaning
+}
+
+void UiStopTest::aReplyInProgressIsStopped()
+{
+    QFETCH(QString, key);
+    QFETCH(QString, focused);
+    ScriptedModel::writeBabbling(orvane().modelPath());
+    QVERIFY(orvane().startShown());
+    QVERIFY(orvane().waitFor(Role::label, u"Try"_s));
+    QVERIFY(stopInTheMiddle(key));
+    QVERIFY(!orvane().shows(Role::button, u"Stop"_s));
+    QVERIFY(!orvane().shows(Role::label, u"Thinking…"_s));
+    QVERIFY(orvane().texts().filter(u"abab"_s).isEmpty());
+    QVERIFY(orvane().waitForFocus(focused));
+}
+
+void UiStopTest::aTaskCanFollowAStoppedOne()
+{
+    ScriptedModel::writeBabbling(orvane().modelPath());
+    QVERIFY(orvane().startShown());
+    QVERIFY(orvane().waitFor(Role::label, u"Try"_s));
+    QVERIFY(stopInTheMiddle({}));
+    QVERIFY(orvane().waitForFocus(u"Tell your Mac what to do…"_s));
+    type(u"Babble on"_s);
+    Screen::pressKey(u"Return"_s);
+    QVERIFY(orvane().waitFor(Role::label, u"Babble on"_s));
+    QVERIFY(orvane().waitForEndOfRun());
+    QVERIFY(orvane().shows(Role::label, u"I couldn't work out a plan for that."_s));
+    QCOMPARE(orvane().texts().count(u"Cancelled"_s), 1);
+}
+
+QTEST_GUILESS_MAIN(UiStopTest)
+#include "StopTest.moc"

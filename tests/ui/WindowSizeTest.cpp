@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: Apache-2.0
+// The window's size: how it comes up, and how small it may get at the user's hands.
+#include "ui/support/Pointer.h"
+#include "ui/support/UiTest.h"
+
+using namespace Qt::StringLiterals;
+
+class UiWindowSizeTest : public UiTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void itComesUpInItsOwnSize();
+    void itGrowsAndShrinksAtItsCorner();
+    void itKeepsItsSizeWhileHidden();
+
+private:
+    QSize size() { return Pointer::areaOf(orvane().window()->identifier).size(); }
+    void dragCorner(QPoint distance);
+};
+
+void UiWindowSizeTest::dragCorner(QPoint distance)
+{
+    const QPoint corner = Pointer::areaOf(orvane().window()->identifier).bottomRight() - QPoint(2, 2);
+    Pointer::drag(corner, corner + distance);
+}
+
+void UiWindowSizeTest::itComesUpInItsOwnSize()
+{
+    QVERIFY(orvane().startShown());
+    QCOMPARE(size(), QSize(720, 620));
+    QCOMPARE(orvane().window()->title, u"Orvane"_s);
+}
+
+void UiWindowSizeTest::itGrowsAndShrinksAtItsCorner()
+{
+    QVERIFY(orvane().startShown());
+    dragCorner({100, 50});
+    VERIFY_SOON(size().width() > 720 && size().height() > 620);
+    dragCorner({-600, -500});
+    VERIFY_SOON(size() == QSize(640, 460));
+    // What needs room is still there.
+    QVERIFY(orvane().shows(Role::button, u"Download Qwen2.5 1.5B Instruct"_s));
+    QVERIFY(orvane().shows(Role::label, u"On-device"_s));
+    type(u"and typing works"_s);
+    QVERIFY(orvane().waitForFieldText(u"and typing works"_s));
+}
+
+void UiWindowSizeTest::itKeepsItsSizeWhileHidden()
+{
+    QVERIFY(orvane().startShown());
+    dragCorner({-600, -500});
+    VERIFY_SOON(size() == QSize(640, 460));
+    Screen::pressKey(u"ctrl+w"_s);
+    QVERIFY(orvane().waitForHidden());
+    QCOMPARE(orvane().startOnceMore(), 0);
+    QVERIFY(orvane().waitForActive());
+    QCOMPARE(size(), QSize(640, 460));
+}
+
+QTEST_GUILESS_MAIN(UiWindowSizeTest)
+#include "WindowSizeTest.moc"

@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "ui/support/UiTest.h"
+
+#include <QDir>
+#include <QProcess>
+
+using namespace Qt::StringLiterals;
+
+void UiTest::type(const QString &text)
+{
+    const Outcome outcome = m_hands->perform("type_text", {{"text", text}});
+    QVERIFY2(!outcome.hasFailed, qPrintable(outcome.line));
+}
+
+void UiTest::initTestCase()
+{
+    if (!PrivateDesktop::isHere())
+        QFAIL("This test ends every window that it finds: start it with scripts/private-desktop.");
+}
+
+void UiTest::init()
+{
+    m_hands.emplace();
+    m_driver.emplace();
+}
+
+void UiTest::cleanup()
+{
+    if (QTest::currentTestFailed()) {
+        const QString picture = QDir::current().filePath(u"%1-%2.png"_s.arg(
+            QLatin1StringView(metaObject()->className()), QLatin1StringView(QTest::currentTestFunction())));
+        QProcess::execute(u"timeout"_s, {u"20"_s, u"import"_s, u"-window"_s, u"root"_s, picture});
+        qInfo("The screen: %s\nThe window:%s", qPrintable(picture), qPrintable(m_driver->described()));
+    }
+    m_driver.reset();
+    m_hands.reset();
+    QVERIFY2(PrivateDesktop::clear(), qPrintable(Screen::described()));
+}

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "desktop/support/ActionRunner.h"
+#include "desktop/support/PrivateDesktop.h"
+#include "ui/support/WindowDriver.h"
+
+#include <QObject>
+#include <QTest>
+
+#include <optional>
+
+// What all tests of the window have in common: each function drives a program of its own on an empty private
+// desktop. Where one fails, a picture of the screen and what the window said are kept.
+class UiTest : public QObject
+{
+    Q_OBJECT
+
+protected:
+    WindowDriver &orvane() { return *m_driver; }
+
+    // Types the text with real keys into whatever has the focus.
+    void type(const QString &text);
+
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanup();
+
+private:
+    std::optional<ActionRunner> m_hands;
+    std::optional<WindowDriver> m_driver;
+};
+
+// Waits for a condition within a test's patience.
+#define VERIFY_SOON(condition) QVERIFY(QTest::qWaitFor([&] { return (condition); }, PrivateDesktop::patience))

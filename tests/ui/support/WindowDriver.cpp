@@ -1,0 +1,226 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "ui/support/WindowDriver.h"
+
+#include "Models/LocalModel.h"
+#include "desktop/support/PrivateDesktop.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTest>
+
+#include <algorithm>
+#include <csignal>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using State = AccessibleElement::State;
+
+constexpr auto fieldName = "Tell your Mac what to do…";
+
+bool eventually(const std::function<bool()> &condition)
+{
+    return QTest::qWaitFor(condition, PrivateDesktop::patience);
+}
+
+std::optional<int> statusOnceEnded(QProcess &process)
+{
+    if (!eventually([&] { return process.state() == QProcess::NotRunning; }) ||
+        process.exitStatus() != QProcess::NormalExit)
+        return std::nullopt;
+    return process.exitCode();
+}
+
+} // namespace
+
+WindowDriver::WindowDriver()
+{
+    m_environment.insert(u"ORVANE_HOME"_s, m_folder.path());
+    QDir().mkpath(QFileInfo(modelPath()).path());
+}
+
+WindowDriver::~WindowDriver()
+{
+    if (!isRunning())
+        return;
+    m_program->terminate();
+    if (!eventually([this] { return !isRunning(); })) {
+        m_program->kill();
+        m_program->waitForFinished();
+    }
+}
+
+QString WindowDriver::modelPath() const
+{
+    return m_folder.filePath(u"Orvane/Models/"_s + LocalModel::catalog().constFirst().fileName);
+}
+
+void WindowDriver::installPracticeModel()
+{
+    QFile::remove(modelPath());
+    if (!QFile::copy(QStringLiteral(ORVANE_PRACTICE_MODEL), modelPath()))
+        qFatal("the practice model cannot be put in its place");
+}
+
+std::unique_ptr<QProcess> WindowDriver::begun(const QStringList &arguments) const
+{
+    auto program = std::make_unique<QProcess>();
+    program->setProcessEnvironment(m_environment);
+    program->setProcessChannelMode(QProcess::ForwardedChannels);
+    program->start(QStringLiteral(ORVANE_PROGRAM), arguments);
+    return program;
+}
+
+bool WindowDriver::start(const QStringList &arguments)
+{
+    m_program = begun(arguments);
+    if (!m_program->waitForStarted())
+        return false;
+    m_accessible.emplace(process());
+    return true;
+}
+
+bool WindowDriver::startShown()
+{
+    return start() && waitForActive() && waitForFocus(QString::fromUtf8(fieldName));
+}
+
+void WindowDriver::signal(int number) const
+{
+    ::kill(static_cast<pid_t>(process()), number);
+}
+
+std::optional<int> WindowDriver::waitForEnd()
+{
+    return statusOnceEnded(*m_program);
+}
+
+std::optional<int> WindowDriver::startOnceMore(const QStringList &arguments)
+{
+    const std::unique_ptr<QProcess> another = begun(arguments);
+    const std::optional<int> status = statusOnceEnded(*another);
+    another->kill();
+    another->waitForFinished();
+    return status;
+}
+
+QList<AccessibleElement> WindowDriver::shown()
+{
+    QList<AccessibleElement> elements;
+    if (isRunning() && m_accessible)
+        elements = m_accessible->elements();
+    elements.removeIf([](const AccessibleElement &element) { return !element.has(State::Showing); });
+    return elements;
+}
+
+std::optional<AccessibleElement> WindowDriver::find(const QString &role, const QString &name)
+{
+    const auto elements = shown();
+    const auto found = std::ranges::find_if(elements, [&](const AccessibleElement &element) {
+        return element.role == role && element.name == name;
+    });
+    return found == elements.end() ? std::nullopt : std::optional(*found);
+}
+
+bool WindowDriver::waitFor(const QString &role, const QString &name)
+{
+    return eventually([&] { return shows(role, name); });
+}
+
+bool WindowDriver::waitForNone(const QString &role, const QString &name)
+{
+    return eventually([&] { return !shows(role, name); });
+}
+
+QStringList WindowDriver::texts()
+{
+    QStringList found;
+    for (const AccessibleElement &element : shown()) {
+        if (element.role == Role::label)
+            found << element.name;
+    }
+    return found;
+}
+
+QString WindowDriver::focused()
+{
+    QString found;
+    for (const AccessibleElement &element : shown()) {
+        if (element.has(State::Focused))
+            found = element.role + u' ' + element.name; // the innermost one
+    }
+    return found;
+}
+
+bool WindowDriver::waitForFocus(const QString &name)
+{
+    return eventually([&] { return focused().endsWith(u' ' + name); });
+}
+
+QString WindowDriver::described()
+{
+    QString lines;
+    for (const AccessibleElement &element : shown())
+        lines += u"\n%1%2%3 “%4” %5"_s.arg(QString(element.depth * 2, u' '),
+                                           element.has(State::Focused) ? u"* "_s : QString(), element.role,
+                                           element.name, element.description);
+    return lines;
+}
+
+bool WindowDriver::press(const QString &role, const QString &name)
+{
+    std::optional<AccessibleElement> control;
+    const auto isThere = [&] {
+        control = find(role, name);
+        return control.has_value();
+    };
+    return eventually(isThere) && m_accessible->press(*control);
+}
+
+QString WindowDriver::fieldText()
+{
+    const auto field = find(Role::field, QString::fromUtf8(fieldName));
+    return field ? m_accessible->contents(*field) : QString();
+}
+
+bool WindowDriver::waitForFieldText(const QString &text)
+{
+    return eventually([&] { return fieldText() == text; });
+}
+
+bool WindowDriver::waitForEndOfRun()
+{
+    constexpr int longestRun = 240'000; // milliseconds
+    return QTest::qWaitFor([this] { return shows(Role::button, u"Send"_s); }, longestRun);
+}
+
+std::optional<ScreenWindow> WindowDriver::window() const
+{
+    const auto windows = Screen::windows();
+    const auto found =
+        std::ranges::find_if(windows, [this](const ScreenWindow &each) { return each.process == process(); });
+    return found == windows.end() ? std::nullopt : std::optional(*found);
+}
+
+bool WindowDriver::isActive() const
+{
+    const auto active = Screen::activeWindow();
+    return active && active->process == process();
+}
+
+bool WindowDriver::waitForActive() const
+{
+    return eventually([this] { return isActive(); });
+}
+
+bool WindowDriver::waitForInactive()
+{
+    const auto isActiveFrame = [](const AccessibleElement &element) { return element.has(State::Active); };
+    return eventually([&] { return !isActive() && std::ranges::none_of(shown(), isActiveFrame); });
+}
+
+bool WindowDriver::waitForHidden() const
+{
+    return eventually([this] { return !window(); });
+}

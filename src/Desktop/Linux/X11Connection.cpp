@@ -26,7 +26,8 @@ xcb_screen_t *findScreen(xcb_connection_t *connection, int number)
 QList<std::uint32_t> X11Property::values() const
 {
     QList<std::uint32_t> result(bytes.size() / qsizetype(sizeof(std::uint32_t)));
-    std::memcpy(result.data(), bytes.constData(), std::size_t(result.size()) * sizeof(std::uint32_t));
+    if (!result.isEmpty())
+        std::memcpy(result.data(), bytes.constData(), std::size_t(result.size()) * sizeof(std::uint32_t));
     return result;
 }
 

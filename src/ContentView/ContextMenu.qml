@@ -11,6 +11,8 @@ PaletteMenu {
     signal hideRequested
     signal quitRequested
 
+    title: "Orvane"
+
     PaletteMenuItem {
         text: "Clear History"
         keys: "Ctrl+K"

@@ -55,6 +55,8 @@ PaletteButton {
     PaletteMenu {
         id: menu
 
+        title: "Model"
+
         Instantiator {
             model: button.names
             // qmllint disable unqualified

@@ -114,6 +114,8 @@ ComboBox {
         y: picker.height + 4
         width: picker.width
         padding: 4
+        // A popup is no item and takes no name for screen readers; the item that shows it does.
+        Component.onCompleted: contentItem.parent.Accessible.name = "Model"
 
         contentItem: ListView {
             implicitHeight: contentHeight

@@ -21,12 +21,21 @@ Menu {
             focusedBefore.forceActiveFocus(Qt.PopupFocusReason);
     }
 
+    // A menu is no item and takes no name for screen readers; the item that shows it does.
+    Component.onCompleted: contentItem.parent.Accessible.name = title
+
     padding: 5
     width: widestItem() + leftPadding + rightPadding
     margins: 8
     overlap: 0
 
     delegate: PaletteMenuItem {
+    }
+    contentItem: ListView {
+        implicitHeight: contentHeight
+        model: menu.contentModel
+        currentIndex: menu.currentIndex
+        interactive: false
     }
     background: PopupSurface {
     }

@@ -8,6 +8,12 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+constexpr int mostControls = 30;
+
+} // namespace
+
 class UiKeyboardTest : public UiTest
 {
     Q_OBJECT
@@ -15,6 +21,8 @@ class UiKeyboardTest : public UiTest
 private Q_SLOTS:
     void everyControlIsNamedAndReached_data();
     void everyControlIsNamedAndReached();
+    void everyMenuIsNamed_data();
+    void everyMenuIsNamed();
     void theQuestionKeepsTheKeyboard();
     void theMenuOfModelsWorksByKeyboard();
 
@@ -22,7 +30,9 @@ private:
     enum class Content { Setup, Examples, History };
     bool show(int content);
     QSet<QString> controls();
+    QStringList nameless();
     QSet<QString> reachedByTab();
+    bool tabTo(const QString &name);
 };
 
 bool UiKeyboardTest::show(int content)
@@ -57,9 +67,27 @@ QSet<QString> UiKeyboardTest::controls()
     return found;
 }
 
+// What is shown without saying what it is, by role.
+QStringList UiKeyboardTest::nameless()
+{
+    static const QSet<QString> roles{QString(), u"unknown"_s, u"invalid"_s};
+    QStringList found;
+    for (const AccessibleElement &element : orvane().shown()) {
+        if (element.name.trimmed().isEmpty() || roles.contains(element.role))
+            found << element.role + u' ' + element.name;
+    }
+    return found;
+}
+
+bool UiKeyboardTest::tabTo(const QString &name)
+{
+    for (int presses = 0; presses < mostControls && !orvane().focused().endsWith(name); ++presses)
+        Screen::pressKey(u"Tab"_s);
+    return orvane().waitForFocus(name);
+}
+
 QSet<QString> UiKeyboardTest::reachedByTab()
 {
-    constexpr int mostControls = 30;
     QSet<QString> reached;
     for (int presses = 0; presses < mostControls && !reached.contains(orvane().focused()); ++presses) {
         const QString before = orvane().focused();
@@ -83,15 +111,41 @@ void UiKeyboardTest::everyControlIsNamedAndReached()
 {
     QFETCH(int, content);
     QVERIFY(show(content));
-    for (const AccessibleElement &element : orvane().shown()) {
-        QVERIFY2(!element.name.trimmed().isEmpty(), qPrintable(u"a nameless "_s + element.role));
-        QVERIFY2(!element.role.isEmpty() && element.role != "unknown"_L1 && element.role != "invalid"_L1,
-                 qPrintable(element.name));
-    }
+    QCOMPARE(nameless(), QStringList());
     const QSet<QString> all = controls();
     QVERIFY2(all.size() >= 3, qPrintable(orvane().described()));
     const QSet<QString> missed = all - reachedByTab();
     QVERIFY2(missed.isEmpty(), qPrintable(QStringList(missed.cbegin(), missed.cend()).join(u", "_s)));
+}
+
+void UiKeyboardTest::everyMenuIsNamed_data()
+{
+    QTest::addColumn<int>("content");
+    QTest::addColumn<QString>("button");
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<QString>("item");
+    QTest::newRow("choice of a model") << int(Content::Setup) << u"Model"_s << u"Return"_s
+                                       << u"Llama 3.2 3B Instruct — Smarter planning · ~2 GB"_s;
+    QTest::newRow("menu of models") << int(Content::Examples) << u"Qwen2.5 1.5B Instruct"_s << u"space"_s
+                                    << u"Llama 3.2 3B Instruct"_s;
+    QTest::newRow("menu of the window")
+        << int(Content::Examples) << u"Tell your Mac what to do…"_s << u"shift+F10"_s << u"Clear History"_s;
+}
+
+void UiKeyboardTest::everyMenuIsNamed()
+{
+    QFETCH(int, content);
+    QFETCH(QString, button);
+    QFETCH(QString, key);
+    QFETCH(QString, item);
+    QVERIFY(show(content));
+    QVERIFY(tabTo(button));
+    Screen::pressKey(key);
+    VERIFY_SOON(orvane().described().contains(item));
+    QCOMPARE(nameless(), QStringList());
+    Screen::pressKey(u"Escape"_s);
+    VERIFY_SOON(!orvane().described().contains(item));
+    QVERIFY(orvane().waitForFocus(button));
 }
 
 void UiKeyboardTest::theQuestionKeepsTheKeyboard()
@@ -128,9 +182,7 @@ void UiKeyboardTest::theMenuOfModelsWorksByKeyboard()
 {
     const QString modelName = u"Qwen2.5 1.5B Instruct"_s;
     QVERIFY(show(int(Content::Examples)));
-    for (int presses = 0; presses < 30 && !orvane().focused().endsWith(modelName); ++presses)
-        Screen::pressKey(u"Tab"_s);
-    QVERIFY2(orvane().focused().endsWith(modelName), qPrintable(orvane().focused()));
+    QVERIFY(tabTo(modelName));
     Screen::pressKey(u"space"_s);
     QVERIFY(orvane().waitFor(Role::menuItem, u"Llama 3.2 3B Instruct"_s));
     QVERIFY(orvane().waitFor(Role::menuItem, modelName));

@@ -4,6 +4,7 @@
 #include "ui/support/UiTest.h"
 
 #include <QDir>
+#include <QFile>
 #include <QImage>
 
 using namespace Qt::StringLiterals;
@@ -26,6 +27,7 @@ class UiTaskTest : public UiTest
 private Q_SLOTS:
     void anExampleWaitsInTheField();
     void aTypedTaskIsCarriedOut();
+    void aRiskyTaskIsCarriedOutOnceAllowed();
     void theSendButtonSends();
     void withoutAModelTheTextStays();
     void aBlankTaskDoesNothing();
@@ -72,6 +74,24 @@ void UiTaskTest::aTypedTaskIsCarriedOut()
     QVERIFY2(texts.contains(task), qPrintable(texts.join(u'\n')));
     QVERIFY2(texts.contains(u"Creating folder “Projects”"_s), qPrintable(texts.join(u'\n')));
     QVERIFY(Screen::shows(u"Thunar"_s));
+}
+
+void UiTaskTest::aRiskyTaskIsCarriedOutOnceAllowed()
+{
+    const QString path = PrivateDesktop::home(u"Downloads/old receipts.zip"_s);
+    PrivateDesktop::write(path, "zip");
+    orvane().installPracticeModel();
+    QVERIFY(orvane().startShown());
+    QVERIFY(orvane().waitFor(Role::label, u"Try"_s));
+    type(u"Move old receipts.zip in Downloads to the Trash"_s);
+    Screen::pressKey(u"Return"_s);
+    QVERIFY(orvane().waitFor(Role::button, u"Allow"_s));
+    QVERIFY(orvane().shows(Role::label, u"Move “Downloads/old receipts.zip” to the Trash"_s));
+    Screen::pressKey(u"Return"_s);
+    VERIFY_SOON(!QFile::exists(path));
+    QVERIFY(orvane().waitForEndOfRun());
+    QVERIFY(orvane().shows(Role::label, u"Moving “Downloads/old receipts.zip” to Trash"_s));
+    QVERIFY(QFile::exists(PrivateDesktop::home(u".local/share/Trash/files/old receipts.zip"_s)));
 }
 
 void UiTaskTest::theSendButtonSends()

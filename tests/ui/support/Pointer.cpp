@@ -19,7 +19,7 @@ QByteArray xdotool(const QStringList &arguments)
 
 QStringList move(QPoint position)
 {
-    return {u"mousemove"_s, u"--sync"_s, QString::number(position.x()), QString::number(position.y())};
+    return {u"mousemove"_s, QString::number(position.x()), QString::number(position.y())};
 }
 
 } // namespace

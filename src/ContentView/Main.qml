@@ -61,24 +61,9 @@ Window {
         border.width: 1
         border.color: Theme.edge
 
-        // No drag handler: that would take hold once more when the window manager lets go, and the window would stick to
-        // the pointer.
-        MouseArea {
-            property point start
-            property bool isMoving: false
-
+        WindowGrip {
             anchors.fill: parent
-            onPressed: event => {
-                start = Qt.point(event.x, event.y);
-                isMoving = false;
-            }
-            onPositionChanged: event => {
-                const distance = Math.abs(event.x - start.x) + Math.abs(event.y - start.y);
-                if (isMoving || distance < Qt.styleHints.startDragDistance)
-                    return;
-                isMoving = true;
-                window.startSystemMove();
-            }
+            onPulled: window.startSystemMove()
         }
 
         ContentView {

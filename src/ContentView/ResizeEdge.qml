@@ -2,7 +2,7 @@
 // One side or corner of a window by which it is resized.
 import QtQuick
 
-MouseArea {
+WindowGrip {
     required property int edge // one or two of Qt's edges
     required property Window window
 
@@ -23,7 +23,7 @@ MouseArea {
     y: atBottom ? parent.height - height : 0
     width: atLeft || atRight ? extent : parent.width
     height: atTop || atBottom ? extent : parent.height
-    acceptedButtons: Qt.LeftButton
+    slack: 2
     cursorShape: cursor()
-    onPressed: window.startSystemResize(edge)
+    onPulled: window.startSystemResize(edge)
 }

@@ -45,6 +45,7 @@ private Q_SLOTS:
     void aStepIsRefused_data();
     void aStepIsRefused();
     void theStopButtonRefuses();
+    void aQuestionOutlivesTheWindow();
     void anAllowedKeyGoesToTheOtherApplication();
     void anApplicationIsQuitOnceAllowed();
 
@@ -125,6 +126,20 @@ void UiApprovalTest::theStopButtonRefuses()
     QVERIFY(orvane().waitFor(Role::label, u"Declined: "_s + trashTitle));
     QVERIFY(orvane().waitFor(Role::button, u"Send"_s));
     QVERIFY(QFile::exists(receipts()));
+}
+
+void UiApprovalTest::aQuestionOutlivesTheWindow()
+{
+    writeReceipts();
+    QVERIFY(ask(trashReply, trashReason));
+    Screen::pressKey(u"ctrl+w"_s);
+    QVERIFY(orvane().waitForHidden());
+    QVERIFY(QFile::exists(receipts()));
+    QCOMPARE(orvane().startOnceMore(), 0);
+    QVERIFY(orvane().waitForActive());
+    QVERIFY(orvane().waitForFocus(u"Confirm action"_s));
+    Screen::pressKey(u"Return"_s);
+    VERIFY_SOON(isInTrash());
 }
 
 // The window has the keyboard while it asks, and is never meant itself.

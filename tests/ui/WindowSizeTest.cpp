@@ -12,6 +12,8 @@ class UiWindowSizeTest : public UiTest
 private Q_SLOTS:
     void itComesUpInItsOwnSize();
     void itGrowsAndShrinksAtItsCorner();
+    void aClickAtTheEdgeDoesNothing_data();
+    void aClickAtTheEdgeDoesNothing();
     void itKeepsItsSizeWhileHidden();
 
 private:
@@ -44,6 +46,28 @@ void UiWindowSizeTest::itGrowsAndShrinksAtItsCorner()
     QVERIFY(orvane().shows(Role::label, u"On-device"_s));
     type(u"and typing works"_s);
     QVERIFY(orvane().waitForFieldText(u"and typing works"_s));
+}
+
+void UiWindowSizeTest::aClickAtTheEdgeDoesNothing_data()
+{
+    QTest::addColumn<QPoint>("fromCorner"); // at the bottom right
+    QTest::newRow("corner") << QPoint(-2, -2);
+    QTest::newRow("right edge") << QPoint(-2, -300);
+    QTest::newRow("bottom edge") << QPoint(-300, -2);
+    QTest::newRow("background") << QPoint(-360, -20);
+}
+
+// The window manager does not hold on to the window after the button has gone up.
+void UiWindowSizeTest::aClickAtTheEdgeDoesNothing()
+{
+    QFETCH(QPoint, fromCorner);
+    QVERIFY(orvane().startShown());
+    const QRect before = Pointer::areaOf(orvane().window()->identifier);
+    Pointer::click(before.bottomRight() + fromCorner);
+    Pointer::moveTo(before.center());
+    type(u"The keyboard is free"_s);
+    QVERIFY(orvane().waitForFieldText(u"The keyboard is free"_s));
+    QCOMPARE(Pointer::areaOf(orvane().window()->identifier), before);
 }
 
 void UiWindowSizeTest::itKeepsItsSizeWhileHidden()

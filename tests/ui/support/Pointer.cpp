@@ -29,6 +29,11 @@ void Pointer::moveTo(QPoint position)
     xdotool(move(position));
 }
 
+void Pointer::click(QPoint position)
+{
+    xdotool(move(position) + QStringList{u"click"_s, u"1"_s});
+}
+
 void Pointer::wheelUp()
 {
     xdotool({u"click"_s, u"4"_s});

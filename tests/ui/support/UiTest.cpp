@@ -18,7 +18,7 @@ void UiTest::initTestCase()
         QFAIL("This test ends every window that it finds: start it with scripts/private-desktop.");
 }
 
-void UiTest::init()
+void UiTest::startAfresh()
 {
     m_hands.emplace();
     m_driver.emplace();

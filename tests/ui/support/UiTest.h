@@ -19,12 +19,15 @@ class UiTest : public QObject
 protected:
     WindowDriver &orvane() { return *m_driver; }
 
+    // Puts a program that has not been started in the place of the last one.
+    void startAfresh();
+
     // Types the text with real keys into whatever has the focus.
     void type(const QString &text);
 
 private Q_SLOTS:
     void initTestCase();
-    void init();
+    void init() { startAfresh(); }
     void cleanup();
 
 private:

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/LinuxProgramInstance.h"
 
+#include <QCoreApplication>
 #include <QCoroDBusPendingCall>
 #include <QDBusError>
 #include <QUuid>
@@ -33,11 +34,20 @@ LinuxProgramInstance::LinuxProgramInstance()
 
 LinuxProgramInstance::~LinuxProgramInstance()
 {
+    leaveBus();
+}
+
+void LinuxProgramInstance::leaveBus()
+{
     m_worker.post([name = m_connectionName] { QDBusConnection::disconnectFromBus(name); });
 }
 
 QCoro::Task<InstanceStanding> LinuxProgramInstance::claim(InstanceRequest request)
 {
+    // What is under way may hold up the end for a while, and nobody answers then: another start need not wait
+    // for it.
+    connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this,
+            &LinuxProgramInstance::leaveBus);
     if (!co_await connectToBus())
         co_return InstanceStanding::First;
     for (int attempt = 0; attempt < attempts; ++attempt) {

@@ -31,6 +31,7 @@ private:
     enum class Delivery { Taken, Refused, Unanswered };
 
     QCoro::Task<bool> connectToBus();
+    void leaveBus();
     QCoro::Task<Name> requestName();
     QCoro::Task<Delivery> deliver(InstanceRequest request);
     QDBusMessage messageFor(InstanceRequest request) const;

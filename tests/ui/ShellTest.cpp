@@ -34,6 +34,7 @@ private Q_SLOTS:
     void toggleWithoutARunningProgramShowsTheWindow();
     void aSummonCentresAMovedWindow();
     void aTaskGoesOnWithoutTheWindow();
+    void itCanBeStartedAgainDuringItsEnd();
     void theContextMenuHides();
 
 private:
@@ -148,6 +149,24 @@ void UiShellTest::aTaskGoesOnWithoutTheWindow()
     QVERIFY(orvane().waitForEndOfRun());
     QVERIFY(orvane().shows(Role::label, u"I couldn't work out a plan for that."_s));
     QVERIFY(orvane().shows(Role::label, u"Babble"_s));
+}
+
+// The window goes at once; the process ends with the model's reply, which may take much longer.
+void UiShellTest::itCanBeStartedAgainDuringItsEnd()
+{
+    constexpr int slowHeadSize = 8192;
+    ScriptedModel::writeBabbling(orvane().modelPath(), slowHeadSize);
+    QVERIFY(orvane().startShown());
+    QVERIFY(orvane().waitFor(Role::label, u"Try"_s));
+    type(u"Babble"_s);
+    Screen::pressKey(u"Return"_s);
+    QVERIFY(orvane().waitFor(Role::label, u"Thinking…"_s));
+    Screen::pressKey(u"ctrl+q"_s);
+    QVERIFY(orvane().waitForHidden());
+    WindowDriver next;
+    QVERIFY(next.startShown());
+    QVERIFY(orvane().waitForEnd() == 0);
+    QVERIFY(next.isActive());
 }
 
 void UiShellTest::theContextMenuHides()

@@ -46,22 +46,21 @@ QRect rectangle(const QDBusMessage &reply)
     return {x, y, width, height};
 }
 
-AccessibleElement described(const AtspiReference &object, const QList<QDBusMessage> &replies, qsizetype depth)
+AccessibleElement described(const AtspiReference &object, const QList<QDBusMessage> &replies)
 {
     return {.reference = object,
             .role = Atspi::text(replies.at(Role)).value_or(QString()),
             .name = Atspi::text(replies.at(Name)).value_or(QString()),
             .description = Atspi::text(replies.at(Description)).value_or(QString()),
             .states = stateBits(replies.at(States)),
-            .area = rectangle(replies.at(Area)),
-            .depth = depth};
+            .area = rectangle(replies.at(Area))};
 }
 
 QCoro::Task<QList<AccessibleElement>> walk(Application application)
 {
     QList<AccessibleElement> found;
     QList<AtspiReference> level{application->root()};
-    for (qsizetype depth = 0; !level.isEmpty(); ++depth) {
+    while (!level.isEmpty()) {
         QList<QDBusMessage> calls;
         for (const AtspiReference &object : level)
             calls += questions(object);
@@ -69,7 +68,7 @@ QCoro::Task<QList<AccessibleElement>> walk(Application application)
         QList<AtspiReference> next;
         for (qsizetype i = 0; i < level.size(); ++i) {
             const QList<QDBusMessage> answers = replies.mid(i * QuestionCount, QuestionCount);
-            found.append(described(level.at(i), answers, depth));
+            found.append(described(level.at(i), answers));
             next += Atspi::references(answers.at(Children));
         }
         level = next;

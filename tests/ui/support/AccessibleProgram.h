@@ -25,8 +25,7 @@ struct AccessibleElement
     QString name;
     QString description;
     quint64 states = 0;
-    QRect area;          // on the screen
-    qsizetype depth = 0; // 0 is the program itself
+    QRect area; // on the screen
 };
 
 // The program with this process on the accessibility bus, through the backend's own calls. Main thread; every

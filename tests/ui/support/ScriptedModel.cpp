@@ -10,13 +10,11 @@ void ScriptedModel::writeAnswering(const QByteArray &reply, const QString &path)
     model.write(path);
 }
 
-void ScriptedModel::writeBabbling(const QString &path)
+void ScriptedModel::writeBabbling(const QString &path, int headSize)
 {
-    // Every token costs a pass over all weights, and their number grows with this size.
-    constexpr int slowHeadSize = 4096;
     TinyModel model;
     model.reply({TinyModel::byteToken('a'), TinyModel::byteToken('b')});
     model.follow(TinyModel::byteToken('b'), TinyModel::byteToken('a'));
-    model.setHeadSize(slowHeadSize);
+    model.setHeadSize(headSize);
     model.write(path);
 }

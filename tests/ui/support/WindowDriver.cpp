@@ -162,9 +162,8 @@ QString WindowDriver::described()
 {
     QString lines;
     for (const AccessibleElement &element : shown())
-        lines += u"\n%1%2%3 “%4” %5"_s.arg(QString(element.depth * 2, u' '),
-                                           element.has(State::Focused) ? u"* "_s : QString(), element.role,
-                                           element.name, element.description);
+        lines += u"\n%1 “%2” %3%4"_s.arg(element.role, element.name, element.description,
+                                         element.has(State::Focused) ? u" (focused)"_s : QString());
     return lines;
 }
 

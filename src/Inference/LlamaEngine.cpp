@@ -12,7 +12,6 @@
 
 #include <llama.h>
 
-#include <stop_token>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -43,6 +42,7 @@ LlamaEngine::LlamaEngine()
 
 LlamaEngine::~LlamaEngine()
 {
+    m_end.request_stop();
     m_queue.reset();
     // A model that nobody unloaded is left to the end of the process: this is not the thread on which
     // llama.cpp may be entered.
@@ -121,10 +121,9 @@ QString LlamaEngine::run(const QList<ChatMessage> &messages, int maxTokens,
         throw InferenceError(InferenceError::Code::notLoaded);
 
     const QString prompt = LlamaPrompt::render(messages, m_model.get(), m_controlTokens);
-    // The queue runs outside of any task, so there is nothing that could cancel: a generation that has
-    // started runs to its end.
-    const std::stop_token ofNoTask;
-    return LlamaGeneration::run(m_ctx.get(), vocab, prompt, maxTokens, onToken, ofNoTask);
+    // The queue runs outside of any task, so nobody's cancellation is heard: a generation that has started
+    // runs to its end, as long as there is an engine.
+    return LlamaGeneration::run(m_ctx.get(), vocab, prompt, maxTokens, onToken, m_end.get_token());
 }
 
 void LlamaEngine::setLoaded(bool loaded)

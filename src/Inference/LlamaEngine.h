@@ -9,6 +9,7 @@
 
 #include <memory>
 #include <mutex>
+#include <stop_token>
 
 // Runs one local GGUF model through llama.cpp. Every call of the library is made on the serial queue
 // "llama.engine", in the order in which loads, unloads and generations were asked for; so generations queue
@@ -36,7 +37,7 @@ public:
 
     // Calls `onToken` on the queue's thread; it must be quick and never wait for the main thread. Throws
     // InferenceError notLoaded, tokenizeFailed, contextFailed or decodeFailed; the model stays loaded.
-    // Cancelling whoever awaits it does not stop it.
+    // Cancelling whoever awaits it does not stop it; destroying the engine does, before the next token.
     QCoro::Task<QString> generate(QList<ChatMessage> messages, int maxTokens,
                                   std::function<void(QString)> onToken) override;
 
@@ -56,5 +57,6 @@ private:
     mutable std::mutex m_lock; // guards m_loaded, the one thing that other threads read
     bool m_loaded = false;
 
+    std::stop_source m_end; // of the engine itself: the user quits
     std::unique_ptr<SerialQueue> m_queue;
 };

@@ -74,13 +74,17 @@ Sampler makeSampler()
     return chain;
 }
 
+enum class Decoding { Complete, Cancelled };
+
 // The library aborts on a batch longer than its limit, so a prompt goes in in several.
-void decode(llama_context *context, std::span<llama_token> tokens)
+Decoding decode(llama_context *context, std::span<llama_token> tokens, const std::stop_token &cancellation)
 {
     // A model that only embeds text keeps no memory; the library would encode the batch and leave no scores.
     if (!llama_get_memory(context))
         throw InferenceError(Code::decodeFailed);
     while (!tokens.empty()) {
+        if (cancellation.stop_requested())
+            return Decoding::Cancelled;
         const std::span<llama_token> part =
             tokens.first(std::min<size_t>(tokens.size(), LlamaLimits::batchSize));
         tokens = tokens.subspan(part.size());
@@ -90,6 +94,7 @@ void decode(llama_context *context, std::span<llama_token> tokens)
         if (reported(Code::decodeFailed, decodePart) != 0)
             throw InferenceError(Code::decodeFailed);
     }
+    return Decoding::Complete;
 }
 
 // The bytes of a token; none for a special token and for one longer than the buffer.
@@ -118,7 +123,8 @@ QString LlamaGeneration::run(llama_context *context, const llama_vocab *vocab, c
     Utf8::Assembler assembler;
     std::array<char, pieceBytes> buffer;
     for (int step = 0; step < maxTokens; ++step) {
-        decode(context, input);
+        if (decode(context, input, cancellation) == Decoding::Cancelled)
+            break;
         const llama_token token = llama_sampler_sample(sampler.get(), context, lastPosition);
         if (llama_vocab_is_eog(vocab, token))
             break;

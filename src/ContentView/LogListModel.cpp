@@ -51,10 +51,6 @@ QVariant LogListModel::data(const QModelIndex &index, int role) const
 
 QHash<int, QByteArray> LogListModel::roleNames() const
 {
-    return {{TextRole, "text"},
-            {SymbolRole, "symbol"},
-            {SymbolColourRole, "symbolRole"},
-            {TextColourRole, "textRole"},
-            {RunningRole, "running"},
-            {SpokenRole, "spoken"}};
+    return {{TextRole, "text"},           {SymbolRole, "symbol"},   {SymbolColourRole, "symbolRole"},
+            {TextColourRole, "textRole"}, {RunningRole, "running"}, {SpokenRole, "spoken"}};
 }

@@ -14,7 +14,14 @@ class LogListModel : public QAbstractListModel
     QML_UNCREATABLE("Made for each turn")
 
 public:
-    enum Role { TextRole = Qt::UserRole, SymbolRole, SymbolColourRole, TextColourRole, RunningRole, SpokenRole };
+    enum Role {
+        TextRole = Qt::UserRole,
+        SymbolRole,
+        SymbolColourRole,
+        TextColourRole,
+        RunningRole,
+        SpokenRole
+    };
 
     explicit LogListModel(const QList<LogEntry> &entries, QObject *parent = nullptr);
 

@@ -8,12 +8,10 @@ TurnListModel::TurnListModel(const AgentSession &session, QObject *parent)
         append(turn);
     connect(&session, &AgentSession::turnAppended, this, &TurnListModel::append);
     connect(&session, &AgentSession::historyCleared, this, &TurnListModel::clear);
-    connect(&session, &AgentSession::logEntryAppended, this, [this](int turn, int entry) {
-        m_logs[turn]->append(m_session.turns()[turn].log[entry]);
-    });
-    connect(&session, &AgentSession::logEntryChanged, this, [this](int turn, int entry) {
-        m_logs[turn]->change(entry, m_session.turns()[turn].log[entry]);
-    });
+    connect(&session, &AgentSession::logEntryAppended, this,
+            [this](int turn, int entry) { m_logs[turn]->append(m_session.turns()[turn].log[entry]); });
+    connect(&session, &AgentSession::logEntryChanged, this,
+            [this](int turn, int entry) { m_logs[turn]->change(entry, m_session.turns()[turn].log[entry]); });
 }
 
 int TurnListModel::rowCount(const QModelIndex &parent) const

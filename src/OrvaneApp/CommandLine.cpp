@@ -108,8 +108,8 @@ Parsed parseWindow(const Words &given)
     if (given.background && given.toggle)
         return wrongUse(u"The options “--background” and “--toggle” exclude each other."_s);
     const Opening opening = given.background ? Opening::Hidden
-                                  : given.toggle   ? Opening::Toggled
-                                                   : Opening::Shown;
+                            : given.toggle   ? Opening::Toggled
+                                             : Opening::Shown;
     return CommandLine{.command = Command::Window, .opening = opening, .verbose = given.verbose};
 }
 

@@ -34,9 +34,9 @@ void OrvaneApp::start(AppDelegate::StartUp startUp)
 
 void OrvaneApp::loadWindow()
 {
-    m_window = MainWindow::make(m_engine, m_content,
-                                {{u"dark"_s, m_shell.appearance.isDark()},
-                                 {u"translucent"_s, m_shell.windowStyler.isCompositing()}});
+    m_window = MainWindow::make(
+        m_engine, m_content,
+        {{u"dark"_s, m_shell.appearance.isDark()}, {u"translucent"_s, m_shell.windowStyler.isCompositing()}});
     if (!m_window)
         throw PlatformError(u"The window's views cannot be loaded; is this installation complete?"_s);
     m_window->installEventFilter(this);

@@ -18,8 +18,7 @@ std::unique_ptr<DownloadSession> downloadSession(const ModelStorage &storage)
 
 } // namespace
 
-RealModels::RealModels()
-    : m_manager(std::make_unique<LlamaEngine>(), downloadSession(m_storage), m_storage)
+RealModels::RealModels() : m_manager(std::make_unique<LlamaEngine>(), downloadSession(m_storage), m_storage)
 {
 }
 

@@ -68,5 +68,5 @@ void WindowCommand::openWindow(Opening opening)
     m_application =
         std::make_unique<OrvaneApp>(m_models->manager(), m_desktop->desktop(), m_shell->shell(), m_instance);
     m_application->start(opening == Opening::Hidden ? AppDelegate::StartUp::Hidden
-                                                          : AppDelegate::StartUp::Shown);
+                                                    : AppDelegate::StartUp::Shown);
 }

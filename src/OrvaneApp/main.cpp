@@ -33,7 +33,8 @@ void nameTheProgram()
 int runWindow(const CommandLine &commandLine, int argc, char *argv[], Terminal &terminal)
 {
     if (!Platform::hasDisplay()) {
-        terminal.error(u"There is no display to show a window on. In a terminal, give a task: orvane do TASK"_s);
+        terminal.error(
+            u"There is no display to show a window on. In a terminal, give a task: orvane do TASK"_s);
         return ExitStatus::endedOtherwise;
     }
     const std::unique_ptr<ProgramInstance> instance = Platform::programInstance();

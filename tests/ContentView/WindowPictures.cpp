@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// Draws the window in every state, in light and dark, into PNG files. The window, its models, the session and the model
-// manager are the real ones; the language model and the desktop behind them are scripted.
+// Draws the window in every state, in light and dark, into PNG files. The window, its models, the session and
+// the model manager are the real ones; the language model and the desktop behind them are scripted.
 #include "Agent/SessionBench.h"
 #include "ContentView/ContentViewModel.h"
 #include "ContentView/MainWindow.h"
@@ -151,9 +151,7 @@ QList<Scene> scenes(const std::shared_ptr<Gate> &gate)
         {u"empty"_s, ModelFile::Present,
          [](SessionBench &bench, ContentViewModel &content) { load(bench, content); }},
         {u"running"_s, ModelFile::Present,
-         [gate](SessionBench &bench, ContentViewModel &content) {
-             showStreamedReply(bench, content, gate);
-         }},
+         [gate](SessionBench &bench, ContentViewModel &content) { showStreamedReply(bench, content, gate); }},
         {u"finished"_s, ModelFile::Present,
          [](SessionBench &bench, ContentViewModel &content) {
              showEachKindOfLine(bench, content);
@@ -164,7 +162,8 @@ QList<Scene> scenes(const std::shared_ptr<Gate> &gate)
              showEachKindOfLine(bench, content);
              askFor(bench, content, u"Quit Safari"_s, quitApp(u"Safari"_s));
          }},
-        {u"confirmation-script"_s, ModelFile::Present,
+        {u"confirmation-script"_s,
+         ModelFile::Present,
          [](SessionBench &bench, ContentViewModel &content) {
              load(bench, content);
              askFor(bench, content, u"Run my script"_s, longScript());

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Inference/EngineFixture.h"
 
-#include <QSet>
 #include <QSemaphore>
+#include <QSet>
 #include <QTest>
 #include <QThread>
 

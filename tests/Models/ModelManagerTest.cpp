@@ -432,7 +432,8 @@ void ModelManagerTest::progressIsTheWrittenShare()
     QFETCH(qint64, expected);
     QFETCH(double, progress);
     m_manager->download();
-    ScriptedDownloadSession::onSessionThread([&] { m_session->delegate->downloadProgressed(1, written, expected); });
+    ScriptedDownloadSession::onSessionThread(
+        [&] { m_session->delegate->downloadProgressed(1, written, expected); });
     QTRY_COMPARE(m_manager->state(), State::downloading(progress));
 }
 
@@ -485,7 +486,9 @@ void ModelManagerTest::statusBelowFourHundredCountsAsSuccess()
     QFETCH(std::optional<int>, status);
     m_manager->download();
     const QString file = temporaryFile();
-    ScriptedDownloadSession::onSessionThread([&] { m_session->delegate->downloadFinished({1, status, file, firstModel().url}); });
+    ScriptedDownloadSession::onSessionThread([&] {
+        m_session->delegate->downloadFinished({1, status, file, firstModel().url});
+    });
     QTRY_COMPARE(m_manager->state(), State::loaded());
 }
 
@@ -516,7 +519,9 @@ void ModelManagerTest::downloadWithoutAUsableNameIsStoredAsModel()
     QFETCH(QUrl, url);
     m_manager->download();
     const QString file = temporaryFile();
-    ScriptedDownloadSession::onSessionThread([&] { m_session->delegate->downloadFinished({1, 200, file, url}); });
+    ScriptedDownloadSession::onSessionThread([&] {
+        m_session->delegate->downloadFinished({1, 200, file, url});
+    });
     QCOMPARE(fileContent(u"model.gguf"_s), "downloaded");
     QTRY_COMPARE(m_manager->state(), State::needsDownload());
 }

@@ -20,7 +20,8 @@ void TransferOptionsTest::aMirrorHasTheFilesUnderTheirPaths_data()
     QTest::addColumn<QString>("address");
     QTest::newRow("none") << QString() << u"https://models.example/a/b.gguf"_s;
     QTest::newRow("a server") << u"http://127.0.0.1:8080"_s << u"http://127.0.0.1:8080/a/b.gguf"_s;
-    QTest::newRow("a folder") << u"https://mirror.example/models"_s << u"https://mirror.example/models/a/b.gguf"_s;
+    QTest::newRow("a folder") << u"https://mirror.example/models"_s
+                              << u"https://mirror.example/models/a/b.gguf"_s;
     QTest::newRow("a folder with a slash")
         << u"https://mirror.example/models/"_s << u"https://mirror.example/models/a/b.gguf"_s;
 }

@@ -50,8 +50,8 @@ public:
 private:
     void start(StartUp startUp)
     {
-        application = std::make_unique<OrvaneApp>(models, desktop.services(), shell.services(),
-                                                  shell.programInstance);
+        application =
+            std::make_unique<OrvaneApp>(models, desktop.services(), shell.services(), shell.programInstance);
         application->start(startUp);
         window = qobject_cast<QQuickWindow *>(shell.windowStyler.styled.value(0));
     }

@@ -64,7 +64,8 @@ void ProgramTest::helpIsPrinted_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QString>("firstLine");
-    QTest::newRow("general") << QStringList{u"--help"_s} << u"Usage: orvane [--background | --toggle]\n       orvane do TASK\n"_s;
+    QTest::newRow("general") << QStringList{u"--help"_s}
+                             << u"Usage: orvane [--background | --toggle]\n       orvane do TASK\n"_s;
     QTest::newRow("do") << QStringList{u"do"_s, u"-h"_s} << u"Usage: orvane do TASK\n\n"_s;
     QTest::newRow("models") << QStringList{u"models"_s, u"--help"_s} << u"Usage: orvane models\n"_s;
 }

@@ -34,7 +34,7 @@ WARM_UP = 100
 SHORTENED = 0.5  # share of shortened conversations between --simple-until and --shorten-until
 CALM = 0.6  # share of calm desktops from --simple-until on
 REPORTED_WEIGHT = 0.15  # what the desktop reports is learnt as well, a little: it practises copying
-VALUE_START_WEIGHT = 4.0
+VALUE_EDGE_WEIGHT = 4.0
 
 
 def rate_factor(step: int, steps: int, decay_from: int) -> float:
@@ -48,7 +48,7 @@ def weighted_loss(scores: Tensor, targets: Tensor, classes: Tensor) -> Dict[str,
     """The loss to descend, and the plain loss and accuracy over the model's own tokens."""
     each = F.cross_entropy(scores, targets, reduction="none")
     own = classes >= tokens.REPLY
-    weights = 1.0 + (VALUE_START_WEIGHT - 1.0) * (classes[own] == tokens.VALUE_START).float()
+    weights = 1.0 + (VALUE_EDGE_WEIGHT - 1.0) * (classes[own] == tokens.VALUE_EDGE).float()
     loss = (each[own] * weights).sum() / weights.sum()
     if not own.all():
         loss = loss + REPORTED_WEIGHT * each[~own].mean()

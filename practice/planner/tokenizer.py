@@ -99,7 +99,7 @@ _CHARACTERS = [chr(code) for code in range(33, 127)] + list("▁“”—’…�
 _LETTERS_OR_ONE = re.compile(r"[A-Za-z]+|[^A-Za-z]", re.DOTALL)
 
 # How a token counts in training.
-IGNORED, REPORTED, REPLY, VALUE_START = 0, 1, 2, 3
+IGNORED, REPORTED, REPLY, VALUE_EDGE = 0, 1, 2, 3
 
 
 class Tokenizer:
@@ -124,6 +124,7 @@ class Tokenizer:
             self._add(character, NORMAL, -10000.0)
         for rank, piece in enumerate(self.merges):
             self._add(piece, NORMAL, -1.0 - rank)
+        self.blank = self.number["▁"]
         special = [
             text for text, kind in zip(self.tokens, self.types) if kind in (UNKNOWN, CONTROL, USER_DEFINED)
         ]
@@ -215,8 +216,11 @@ class Tokenizer:
     def _classes(self, role: str, index: int, body: List[int]) -> List[int]:
         if role != "assistant":
             return [REPORTED if index else IGNORED] * len(body) + [IGNORED, IGNORED]
-        starts = [i == 0 or self.types[body[i - 1]] == USER_DEFINED for i in range(len(body))]
-        return [VALUE_START if start else REPLY for start in starts] + [REPLY, IGNORED]
+        fixed = [self.types[number] == USER_DEFINED for number in body]
+        # Where a value begins, and after each of its words whether it ends there or goes on: that goes wrong most.
+        # Both answers count the same, or values would come out too short or too long.
+        edges = [i == 0 or fixed[i - 1] or fixed[i] or body[i] == self.blank for i in range(len(body))]
+        return [VALUE_EDGE if edge else REPLY for edge in edges] + [REPLY, IGNORED]
 
 
 def learn_merges(counts: Dict[str, int], wanted: int) -> List[str]:

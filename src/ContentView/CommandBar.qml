@@ -58,6 +58,8 @@ FocusScope {
             // qmllint enable unqualified
             Accessible.role: Accessible.EditableText
             Accessible.name: placeholderText
+            // Screen readers are not told that it is disabled.
+            Accessible.readOnly: !enabled
             onTextChanged: bar.content.input = text
             onAccepted: bar.content.send()
         }

@@ -13,8 +13,10 @@ private Q_SLOTS:
     void aReplyInProgressIsStopped_data();
     void aReplyInProgressIsStopped();
     void aTaskCanFollowAStoppedOne();
+    void aScreenReaderIsToldThatTheFieldTakesNoTextMeanwhile();
 
 private:
+    bool fieldIsReadOnly();
     bool stopInTheMiddle(const QString &key);
 };
 
@@ -71,6 +73,26 @@ void UiStopTest::aTaskCanFollowAStoppedOne()
     QVERIFY(orvane().waitForEndOfRun());
     QVERIFY(orvane().shows(Role::label, u"I couldn't work out a plan for that."_s));
     QCOMPARE(orvane().texts().count(u"Cancelled"_s), 1);
+}
+
+bool UiStopTest::fieldIsReadOnly()
+{
+    const std::optional<AccessibleElement> field = orvane().find(Role::field, u"Tell your Mac what to do…"_s);
+    return field && field->has(AccessibleElement::State::ReadOnly);
+}
+
+void UiStopTest::aScreenReaderIsToldThatTheFieldTakesNoTextMeanwhile()
+{
+    ScriptedModel::writeBabbling(orvane().modelPath());
+    QVERIFY(orvane().startShown());
+    QVERIFY(orvane().waitFor(Role::label, u"Try"_s));
+    QVERIFY(!fieldIsReadOnly());
+    type(u"Babble"_s);
+    Screen::pressKey(u"Return"_s);
+    QVERIFY(QTest::qWaitFor([this] { return fieldIsReadOnly(); }, PrivateDesktop::patience));
+    QVERIFY(orvane().press(Role::button, u"Stop"_s));
+    QVERIFY(orvane().waitForEndOfRun());
+    QVERIFY(QTest::qWaitFor([this] { return !fieldIsReadOnly(); }, PrivateDesktop::patience));
 }
 
 QTEST_GUILESS_MAIN(UiStopTest)

@@ -16,7 +16,7 @@
 struct AccessibleElement
 {
     // The numbers of the accessibility protocol's states that mean something here.
-    enum class State { Active = 1, Focused = 12, Showing = 25 };
+    enum class State { Active = 1, Focused = 12, Showing = 25, ReadOnly = 43 };
 
     bool has(State state) const { return (states >> static_cast<int>(state) & 1) != 0; }
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "Desktop/BoundedQueue.h"
 #include "Desktop/Clock.h"
-#include "Desktop/Linux/BoundedQueue.h"
 #include "Desktop/Linux/DesktopEntry.h"
 #include "Desktop/Linux/X11Display.h"
 #include "Desktop/Workspace.h"

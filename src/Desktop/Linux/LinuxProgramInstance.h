@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "Desktop/BoundedQueue.h"
 #include "Desktop/Linux/ApplicationService.h"
-#include "Desktop/Linux/BoundedQueue.h"
 #include "Desktop/ProgramInstance.h"
 
 #include <QDBusConnection>

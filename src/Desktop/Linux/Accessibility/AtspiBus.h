@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "Desktop/Linux/BoundedQueue.h"
+#include "Desktop/BoundedQueue.h"
 
 #include <QCoroTask>
 #include <QDBusConnection>

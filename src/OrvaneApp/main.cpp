@@ -44,6 +44,9 @@ int runWindow(const CommandLine &commandLine, int argc, char *argv[], Terminal &
 
 int runInTerminal(const CommandLine &commandLine, int argc, char *argv[], Terminal &terminal)
 {
+    // Without a window, Qt's event loop is deaf to what macOS tells of its applications, unless it is asked
+    // to use the system's own loop. Read on macOS only.
+    qputenv("QT_EVENT_DISPATCHER_CORE_FOUNDATION", "1");
     const QCoreApplication application(argc, argv);
     return CommandRunner::run(commandLine, nullptr, terminal);
 }
@@ -52,6 +55,7 @@ int runInTerminal(const CommandLine &commandLine, int argc, char *argv[], Termin
 
 int main(int argc, char *argv[])
 {
+    Platform::prepareProcess();
     nameTheProgram();
     QFile output;
     QFile errors;

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "Desktop/Desktop.h"
+#include "Desktop/Mac/MacAccessibility.h"
+#include "Desktop/Mac/MacKeyboard.h"
+#include "Desktop/Mac/MacScreenCapture.h"
+#include "Desktop/Mac/MacScripting.h"
+#include "Desktop/Mac/MacWindowList.h"
+#include "Desktop/Mac/MacWorkspace.h"
+#include "Desktop/SystemClock.h"
+
+#include <QDir>
+
+// The real desktop: owns every service and the threads behind them. Made and destroyed on the main thread;
+// made once, before the first action, and kept until the program ends.
+class MacDesktop
+{
+public:
+    explicit MacDesktop(const QString &homeDirectory = QDir::homePath());
+
+    // References that are good for as long as this object lives.
+    Desktop desktop();
+
+private:
+    MacAccessibility::Activate activation();
+
+    SystemClock m_clock;
+    MacWindowList m_windowList;
+    MacWorkspace m_workspace{m_clock, m_windowList};
+    MacKeyboard m_keyboard{m_workspace, m_clock};
+    MacScreenCapture m_screenCapture;
+    MacScripting m_scripting;
+    MacAccessibility m_accessibility{activation()};
+    Files m_files;
+};

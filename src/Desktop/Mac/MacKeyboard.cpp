@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Mac/MacKeyboard.h"
+
+#include "Desktop/Mac/CoreFoundationReference.h"
+#include "Desktop/PlatformError.h"
+
+#include <ApplicationServices/ApplicationServices.h>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr auto userPatience = 500ms;
+
+// The flags that cross the seam are the platform's own.
+static_assert(static_cast<CGEventFlags>(EventFlag::Command) == kCGEventFlagMaskCommand);
+static_assert(static_cast<CGEventFlags>(EventFlag::Shift) == kCGEventFlagMaskShift);
+static_assert(static_cast<CGEventFlags>(EventFlag::Alternate) == kCGEventFlagMaskAlternate);
+static_assert(static_cast<CGEventFlags>(EventFlag::Control) == kCGEventFlagMaskControl);
+
+using EventSource = CoreFoundationReference<CGEventSourceRef>;
+
+enum class Direction { Up, Down };
+
+void postEvent(const EventSource &source, const KeyStroke &stroke, Direction direction)
+{
+    const auto event = CoreFoundationReference<CGEventRef>::adopted(
+        CGEventCreateKeyboardEvent(source.get(), stroke.virtualKey, direction == Direction::Down));
+    if (!event)
+        return;
+    if (stroke.text.isEmpty())
+        CGEventSetFlags(event.get(), stroke.flags.toInt());
+    else
+        CGEventKeyboardSetUnicodeString(event.get(), static_cast<UniCharCount>(stroke.text.size()),
+                                        stroke.text.utf16());
+    CGEventPost(kCGHIDEventTap, event.get());
+}
+
+bool isModifierHeld()
+{
+    constexpr CGEventFlags modifiers =
+        kCGEventFlagMaskCommand | kCGEventFlagMaskShift | kCGEventFlagMaskAlternate | kCGEventFlagMaskControl;
+    return CGEventSourceFlagsState(kCGEventSourceStateHIDSystemState) & modifiers;
+}
+
+} // namespace
+
+MacKeyboard::MacKeyboard(MacWorkspace &workspace, Clock &clock) : m_workspace(workspace), m_clock(clock) {}
+
+QCoro::Task<void> MacKeyboard::post(QList<KeyStroke> strokes, std::chrono::microseconds pause)
+{
+    if (strokes.isEmpty())
+        co_return;
+    const std::optional<RunningApplication> target = co_await m_workspace.frontmostApplication();
+    if (!target)
+        throw PlatformError(u"No application is in front to receive the keys."_s);
+    co_await m_workspace.activate(*target);
+    co_await waitForUsersModifiers();
+    const auto source = EventSource::adopted(CGEventSourceCreate(kCGEventSourceStateCombinedSessionState));
+    for (const KeyStroke &stroke : strokes) {
+        if (!m_workspace.hasKeys(*target))
+            throw PlatformError(u"“%1” lost the keyboard focus, so no more keys were sent."_s.arg(
+                target->localizedName.value_or(u"The application"_s)));
+        postEvent(source, stroke, Direction::Down);
+        postEvent(source, stroke, Direction::Up);
+        if (pause > 0us)
+            co_await m_clock.sleep(std::chrono::ceil<std::chrono::milliseconds>(pause));
+    }
+}
+
+QCoro::Task<void> MacKeyboard::waitForUsersModifiers()
+{
+    const auto end = std::chrono::steady_clock::now() + userPatience;
+    while (isModifierHeld()) {
+        if (std::chrono::steady_clock::now() >= end)
+            throw PlatformError(
+                u"A modifier key (Shift, Control, Option, Command) is held down, so no keys were sent."_s);
+        co_await m_clock.sleep(5ms);
+    }
+}

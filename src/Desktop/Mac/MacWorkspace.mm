@@ -1,0 +1,178 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Mac/MacWorkspace.h"
+
+#include "Desktop/Mac/MacApplications.h"
+#include "Desktop/PlatformError.h"
+
+#import <AppKit/AppKit.h>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+// A first start may have the system look the application over, and the user asked about it.
+constexpr auto openingLimit = 30s;
+constexpr auto activationLimit = 1500ms;
+
+NSURL *fileUrl(const QString &path)
+{
+    return [NSURL fileURLWithPath:path.toNSString()];
+}
+
+NSWorkspaceOpenConfiguration *activatingConfiguration()
+{
+    NSWorkspaceOpenConfiguration *configuration = [NSWorkspaceOpenConfiguration configuration];
+    configuration.activates = YES;
+    return configuration;
+}
+
+// What a completion handler of the workspace reports. The platform calls the handler on a thread of its own;
+// awaiting the future brings the report to the main thread.
+class Opening
+{
+public:
+    Opening() { m_promise->start(); }
+
+    void (^handler() const)(NSRunningApplication *, NSError *)
+    {
+        const auto promise = m_promise;
+        return ^(NSRunningApplication *, NSError *error) {
+          promise->addResult(error ? QString::fromNSString(error.localizedDescription) : QString());
+          promise->finish();
+        };
+    }
+
+    // Throws the platform's error; or a sentence of our own when it reports nothing in time.
+    static QCoro::Task<void> succeeded(Opening opening, QString name)
+    {
+        const QFuture<QString> report = opening.m_promise->future();
+        const QFuture<bool> finished = finishedWithin(report, openingLimit);
+        const bool inTime = co_await finished;
+        if (!inTime)
+            throw PlatformError(u"“%1” has not opened in time."_s.arg(name));
+        const QString error = report.result();
+        if (!error.isEmpty())
+            throw PlatformError(error);
+    }
+
+private:
+    std::shared_ptr<QPromise<QString>> m_promise = std::make_shared<QPromise<QString>>();
+};
+
+void requestActivation(NSRunningApplication *application)
+{
+    // From macOS 14 on, the active application lets another one have its place.
+    if (@available(macOS 14.0, *)) {
+        [NSApp yieldActivationToApplication:application];
+        [application activateFromApplication:NSRunningApplication.currentApplication options:0];
+    } else {
+        [application activateWithOptions:NSApplicationActivateIgnoringOtherApps];
+    }
+}
+
+} // namespace
+
+MacWorkspace::MacWorkspace(Clock &clock, WindowList &windowList) : m_clock(clock), m_windowList(windowList) {}
+
+QCoro::Task<QList<RunningApplication>> MacWorkspace::runningApplications()
+{
+    QList<RunningApplication> result;
+    for (NSRunningApplication *application in NSWorkspace.sharedWorkspace.runningApplications)
+        result.append(MacApplications::described(application));
+    co_return result;
+}
+
+QCoro::Task<std::optional<RunningApplication>> MacWorkspace::frontmostApplication()
+{
+    if (NSRunningApplication *application = m_frontmost.application())
+        co_return MacApplications::described(application);
+    // Nobody was in front but we: then it is the application whose window lies behind ours.
+    const QList<WindowDescription> windows = co_await m_windowList.onScreenWindows();
+    for (const WindowDescription &window : windows) {
+        if (window.layer != 0 || window.ownerProcessIdentifier == m_windowList.ownProcessIdentifier())
+            continue;
+        if (NSRunningApplication *owner = MacApplications::running(window.ownerProcessIdentifier))
+            co_return MacApplications::described(owner);
+    }
+    co_return std::nullopt;
+}
+
+QCoro::Task<void> MacWorkspace::activate(RunningApplication application)
+{
+    const QString name = application.localizedName.value_or(u"The application"_s);
+    if (!hasKeys(application)) {
+        NSRunningApplication *target = MacApplications::running(application.processIdentifier);
+        if (!target)
+            throw PlatformError(u"“%1” is no longer open."_s.arg(name));
+        requestActivation(target);
+    }
+    const auto end = std::chrono::steady_clock::now() + activationLimit;
+    while (!hasKeys(application)) {
+        if (std::chrono::steady_clock::now() >= end)
+            throw PlatformError(u"“%1” did not come to the front."_s.arg(name));
+        co_await m_clock.sleep(10ms);
+    }
+}
+
+bool MacWorkspace::hasKeys(const RunningApplication &application) const
+{
+    NSRunningApplication *front = NSWorkspace.sharedWorkspace.frontmostApplication;
+    return front && front.processIdentifier == application.processIdentifier;
+}
+
+QCoro::Task<void> MacWorkspace::terminate(RunningApplication application)
+{
+    [MacApplications::running(application.processIdentifier) terminate];
+    co_return;
+}
+
+QCoro::Task<bool> MacWorkspace::isTerminated(RunningApplication application)
+{
+    NSRunningApplication *running = MacApplications::running(application.processIdentifier);
+    co_return !running || running.terminated;
+}
+
+QCoro::Task<QList<ApplicationFolder>> MacWorkspace::applicationFolders()
+{
+    return m_queue.run(&MacApplications::folders);
+}
+
+QCoro::Task<std::optional<ApplicationBundle>> MacWorkspace::defaultForRole(QString)
+{
+    co_return std::nullopt;
+}
+
+QCoro::Task<void> MacWorkspace::openApplication(ApplicationBundle application)
+{
+    const Opening opening;
+    [NSWorkspace.sharedWorkspace openApplicationAtURL:fileUrl(application.location)
+                                        configuration:activatingConfiguration()
+                                    completionHandler:opening.handler()];
+    co_await Opening::succeeded(opening, application.displayName);
+}
+
+QCoro::Task<bool> MacWorkspace::open(QUrl url)
+{
+    NSURL *address = url.toNSURL();
+    co_return address && [NSWorkspace.sharedWorkspace openURL:address];
+}
+
+QCoro::Task<void> MacWorkspace::open(QUrl url, ApplicationBundle application)
+{
+    NSURL *address = url.toNSURL();
+    if (!address)
+        throw PlatformError(u"“%1” cannot be opened: it is no address."_s.arg(url.toString()));
+    const Opening opening;
+    [NSWorkspace.sharedWorkspace openURLs:@[ address ]
+                     withApplicationAtURL:fileUrl(application.location)
+                            configuration:activatingConfiguration()
+                        completionHandler:opening.handler()];
+    co_await Opening::succeeded(opening, application.displayName);
+}
+
+QCoro::Task<void> MacWorkspace::reveal(QString path)
+{
+    [NSWorkspace.sharedWorkspace activateFileViewerSelectingURLs:@[ fileUrl(path) ]];
+    co_return;
+}

@@ -11,6 +11,9 @@ Window {
     property bool dark: false
     property bool translucent: false
     property bool resizable: true
+    // Of the title bar that the desktop lays over the window's top; the frame is the desktop's then.
+    property int titleBarHeight: 0
+    readonly property bool hasFrame: titleBarHeight > 0
 
     title: "Orvane"
     width: 720
@@ -56,9 +59,9 @@ Window {
     // Only where nothing shines through can the corners be round; a window without transparency keeps them square.
     Rectangle {
         anchors.fill: parent
-        radius: window.translucent && window.visibility === Window.Windowed ? Theme.windowRadius : 0
-        color: Theme.background
-        border.width: 1
+        radius: window.translucent && !window.hasFrame && window.visibility === Window.Windowed ? Theme.windowRadius : 0
+        color: window.translucent && window.hasFrame ? "transparent" : Theme.background
+        border.width: window.hasFrame ? 0 : 1
         border.color: Theme.edge
 
         WindowGrip {
@@ -70,6 +73,7 @@ Window {
             id: view
 
             anchors.fill: parent
+            anchors.topMargin: window.titleBarHeight
             content: window.content
             onHideRequested: window.close()
             onQuitRequested: Qt.quit()
@@ -78,6 +82,6 @@ Window {
 
     ResizeEdges {
         window: window
-        visible: window.resizable && window.visibility === Window.Windowed
+        visible: window.resizable && !window.hasFrame && window.visibility === Window.Windowed
     }
 }

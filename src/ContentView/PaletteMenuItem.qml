@@ -10,6 +10,7 @@ MenuItem {
     property bool choice: false // one of several, of which one is current
     property bool current: false
     property string keys: ""
+    readonly property string shownKeys: keys === "" ? "" : shortcut.nativeText
 
     implicitWidth: Math.max(implicitContentWidth + leftPadding + rightPadding, 160)
     implicitHeight: 30
@@ -20,7 +21,7 @@ MenuItem {
     font.pixelSize: 13
     Accessible.role: Accessible.MenuItem
     Accessible.name: text
-    Accessible.description: keys
+    Accessible.description: shownKeys
     Accessible.checkable: choice
     Accessible.checked: current
     Accessible.onPressAction: clicked()
@@ -47,13 +48,21 @@ MenuItem {
 
         Text {
             Layout.leftMargin: 24
-            text: item.keys
+            text: item.shownKeys
             textFormat: Text.PlainText
             font.pixelSize: 12
             color: Theme.secondary
             opacity: item.enabled ? 1 : 0.4
             visible: text !== ""
         }
+    }
+
+    // Only tells how this desktop writes the keys; the window listens to them.
+    Shortcut {
+        id: shortcut
+
+        sequence: item.keys
+        enabled: false
     }
 
     indicator: null

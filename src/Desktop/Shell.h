@@ -3,6 +3,7 @@
 
 #include "Desktop/Appearance.h"
 #include "Desktop/HotKeys.h"
+#include "Desktop/MenuBar.h"
 #include "Desktop/WindowStyler.h"
 
 // The desktop that our own window lives on: one reference a service, passed explicitly and freely copied.
@@ -12,4 +13,5 @@ struct Shell
     HotKeys &hotKeys;
     Appearance &appearance;
     WindowStyler &windowStyler;
+    MenuBar &menuBar;
 };

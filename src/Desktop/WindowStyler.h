@@ -28,6 +28,15 @@ public:
     // ProgramInstance).
     virtual void bringForward(QWindow &window, const QString &activationToken = QString()) = 0;
 
+    // Hides the program as a whole, so that the one that the user was in before is active again, where the
+    // window system knows of that; tells whether it does. Otherwise it is for the caller to hide the windows.
+    virtual bool hideApplication() { return false; }
+
+    // The height, in device-independent pixels, of the title bar with the window's buttons that the window
+    // system lays over the top of a styled window; 0 where there is none. With one, the window's edge, its
+    // corners, resizing and the material behind it are the window system's, too.
+    virtual int titleBarHeight() const { return 0; }
+
     // Whether translucent windows show what lies behind them; otherwise their background must be opaque. Up
     // to date by the time that `bringForward` shows a window.
     bool isCompositing() const { return m_isCompositing; }

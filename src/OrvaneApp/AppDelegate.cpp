@@ -3,12 +3,14 @@
 
 #include "OrvaneApp/HotKey.h"
 
+#include <QEvent>
 #include <QGuiApplication>
 
 AppDelegate::AppDelegate(const Shell &shell, ProgramInstance &instance, QObject *parent)
     : QObject(parent), m_shell(shell), m_instance(instance)
 {
     QGuiApplication::setQuitOnLastWindowClosed(applicationShouldTerminateAfterLastWindowClosed());
+    qApp->installEventFilter(this);
     connect(&instance, &ProgramInstance::activated, this, &AppDelegate::applicationShouldHandleReopen);
     connect(&instance, &ProgramInstance::toggleRequested, this,
             [](const QString &activationToken) { HotKey::summon(activationToken); });
@@ -29,4 +31,13 @@ void AppDelegate::applicationDidFinishLaunching(StartUp startUp)
 void AppDelegate::applicationShouldHandleReopen(const QString &activationToken)
 {
     HotKey::bringForward(activationToken);
+}
+
+bool AppDelegate::eventFilter(QObject *object, QEvent *event)
+{
+    if (object != qApp || event->type() != QEvent::Quit)
+        return QObject::eventFilter(object, event);
+    // Left to itself, the application would ask the windows first, and ours only hides.
+    QCoreApplication::exit();
+    return true;
 }

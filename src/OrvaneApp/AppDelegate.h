@@ -28,6 +28,9 @@ public:
     // Another start of the program, or a click on its icon in a dock: the window comes back.
     void applicationShouldHandleReopen(const QString &activationToken);
 
+    // The desktop's request to quit, from a menu or at the end of its session, is followed.
+    bool eventFilter(QObject *object, QEvent *event) override;
+
 private:
     const Shell m_shell;
     ProgramInstance &m_instance;

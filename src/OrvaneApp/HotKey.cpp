@@ -56,6 +56,8 @@ void HotKey::summon(const QString &activationToken)
         bringForward(activationToken);
         return;
     }
+    if (shared().m_styler && shared().m_styler->hideApplication())
+        return;
     for (QWindow *window : QGuiApplication::topLevelWindows())
         window->hide();
 }

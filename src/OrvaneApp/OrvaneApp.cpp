@@ -34,9 +34,10 @@ void OrvaneApp::start(AppDelegate::StartUp startUp)
 
 void OrvaneApp::loadWindow()
 {
-    m_window = MainWindow::make(
-        m_engine, m_content,
-        {{u"dark"_s, m_shell.appearance.isDark()}, {u"translucent"_s, m_shell.windowStyler.isCompositing()}});
+    m_window = MainWindow::make(m_engine, m_content,
+                                {{u"dark"_s, m_shell.appearance.isDark()},
+                                 {u"translucent"_s, m_shell.windowStyler.isCompositing()},
+                                 {u"titleBarHeight"_s, m_shell.windowStyler.titleBarHeight()}});
     if (!m_window)
         throw PlatformError(u"The window's views cannot be loaded; is this installation complete?"_s);
     m_window->installEventFilter(this);
@@ -51,6 +52,7 @@ void OrvaneApp::followTheDesktop()
     WindowStyler &styler = m_shell.windowStyler;
     connect(&styler, &WindowStyler::isCompositingChanged, m_window.get(),
             [this, &styler] { m_window->setProperty("translucent", styler.isCompositing()); });
+    connect(&m_shell.menuBar, &MenuBar::clearHistoryChosen, &m_content, &ContentViewModel::clearHistory);
     connect(qApp, &QGuiApplication::applicationStateChanged, &m_content, [this](Qt::ApplicationState state) {
         if (state == Qt::ApplicationActive)
             m_content.becameActive();

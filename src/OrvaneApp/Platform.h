@@ -30,6 +30,9 @@ public:
 // What differs from platform to platform; each has one file that implements this, chosen by the build.
 namespace Platform {
 
+// Call it first, before there is an application object.
+void prepareProcess();
+
 // Whether there is a screen to show a window on. Needs no application object.
 bool hasDisplay();
 

@@ -27,6 +27,8 @@ private:
 
 } // namespace
 
+void Platform::prepareProcess() {}
+
 bool Platform::hasDisplay()
 {
     return LinuxDisplay::isPresent();

@@ -84,6 +84,7 @@ private Q_SLOTS:
     void inTheBackgroundNothingShows();
 
     void theHotKeyHidesAWindowThatTheUserIsIn();
+    void theHotKeyHidesTheApplicationWhereThatCanBe();
     void theHotKeyBringsAHiddenWindowBack();
     void theHotKeyBringsTheWindowOverAnotherOne();
     void aSummonsPutsTheFocusIntoTheField();
@@ -95,10 +96,13 @@ private Q_SLOTS:
     void lightAndDarkFollowTheDesktop();
     void translucencyFollowsTheCompositor();
     void theHistoryIsClearedByItsShortcut();
+    void theHistoryIsClearedFromTheMenuBar();
     void theShortcutLeavesTheHistoryOfARunningTask();
     void thereIsNoSecondWindow();
     void theQuitShortcutEndsTheProgram_data();
     void theQuitShortcutEndsTheProgram();
+    void theDesktopsRequestToQuitEndsTheProgram();
+    void theContentKeepsClearOfTheDesktopsTitleBar();
 };
 
 void OrvaneAppTest::theWindowHasItsSizeAndStyle()
@@ -151,6 +155,15 @@ void OrvaneAppTest::theHotKeyHidesAWindowThatTheUserIsIn()
     QVERIFY(bench.waitUntilActive());
     QVERIFY(bench.pressHotKey());
     QTRY_VERIFY(!bench.isShown());
+}
+
+void OrvaneAppTest::theHotKeyHidesTheApplicationWhereThatCanBe()
+{
+    ApplicationBench bench([](RecordingShell &shell) { shell.windowStyler.canHideApplication = true; });
+    QVERIFY(bench.waitUntilActive());
+    QVERIFY(bench.pressHotKey());
+    QTRY_COMPARE(bench.shell.journal.lines.constLast(), u"hide the application"_s);
+    QVERIFY(bench.isShown());
 }
 
 void OrvaneAppTest::theHotKeyBringsAHiddenWindowBack()
@@ -260,6 +273,18 @@ void OrvaneAppTest::theHistoryIsClearedByItsShortcut()
     QVERIFY(bench.application->session().turns().isEmpty());
 }
 
+void OrvaneAppTest::theHistoryIsClearedFromTheMenuBar()
+{
+    ApplicationBench bench;
+    bench.engine->replies = {done(u"Done."_s)};
+    AgentSession &session = bench.application->session();
+    session.submit(u"anything"_s);
+    QTRY_VERIFY(!session.isRunning());
+    QCOMPARE(session.turns().size(), 1);
+    Q_EMIT bench.shell.menuBar.clearHistoryChosen();
+    QVERIFY(session.turns().isEmpty());
+}
+
 void OrvaneAppTest::theShortcutLeavesTheHistoryOfARunningTask()
 {
     ApplicationBench bench;
@@ -304,6 +329,24 @@ void OrvaneAppTest::theQuitShortcutEndsTheProgram()
                        [&bench] { QTest::keyClick(bench.window, Qt::Key_Q, Qt::ControlModifier); });
     QCOMPARE(QCoreApplication::exec(), 0);
     bench.application.reset();
+}
+
+void OrvaneAppTest::theDesktopsRequestToQuitEndsTheProgram()
+{
+    ApplicationBench bench;
+    QVERIFY(bench.waitUntilActive());
+    QTimer::singleShot(0, qApp, [] {
+        QEvent request(QEvent::Quit);
+        QCoreApplication::sendEvent(qApp, &request);
+        QVERIFY(request.isAccepted());
+    });
+    QCOMPARE(QCoreApplication::exec(), 0);
+}
+
+void OrvaneAppTest::theContentKeepsClearOfTheDesktopsTitleBar()
+{
+    const ApplicationBench bench([](RecordingShell &shell) { shell.windowStyler.titleBar = 28; });
+    QCOMPARE(bench.window->property("titleBarHeight").toInt(), 28);
 }
 
 QTEST_MAIN(OrvaneAppTest)

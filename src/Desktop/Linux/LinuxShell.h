@@ -29,4 +29,5 @@ private:
     std::unique_ptr<HotKeys> m_hotKeys;
     std::unique_ptr<Appearance> m_appearance;
     std::unique_ptr<WindowStyler> m_windowStyler;
+    MenuBar m_menuBar;
 };

@@ -66,6 +66,13 @@ void RecordingWindowStyler::bringForward(QWindow &window, const QString &activat
     window.requestActivate();
 }
 
+bool RecordingWindowStyler::hideApplication()
+{
+    if (canHideApplication)
+        m_journal.note(QStringLiteral("hide the application"));
+    return canHideApplication;
+}
+
 QCoro::Task<InstanceStanding> RecordingProgramInstance::claim(InstanceRequest newRequest)
 {
     co_await m_journal.begin(RecordedOperation::ClaimInstance);

@@ -64,10 +64,14 @@ public:
     QList<QPointer<QWindow>> styled;
     QList<QPointer<QWindow>> broughtForward; // latest last
     QStringList tokens;                      // one for each window brought forward
+    bool canHideApplication = false;
+    int titleBar = 0; // its height
 
     using WindowStyler::setCompositing;
     void style(QWindow &window) override;
     void bringForward(QWindow &window, const QString &activationToken = QString()) override;
+    bool hideApplication() override;
+    int titleBarHeight() const override { return titleBar; }
 
 private:
     RecordingJournal &m_journal;
@@ -100,11 +104,12 @@ public:
     RecordingShell &operator=(const RecordingShell &) = delete;
 
     // Valid as long as this object.
-    Shell services() { return {hotKeys, appearance, windowStyler}; }
+    Shell services() { return {hotKeys, appearance, windowStyler, menuBar}; }
 
     RecordingJournal journal;
     RecordingHotKeys hotKeys{journal};
     RecordingAppearance appearance;
     RecordingWindowStyler windowStyler{journal};
+    MenuBar menuBar;
     RecordingProgramInstance programInstance{journal};
 };

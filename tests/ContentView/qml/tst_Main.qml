@@ -136,6 +136,20 @@ Item {
             compare(visibleItems(main.contentItem).filter(item => item.edge !== undefined).length, 0);
         }
 
+        function test_frameOfTheDesktop() {
+            const top = field().mapToItem(main.contentItem, 0, 0).y;
+            main.translucent = true;
+            main.titleBarHeight = 28;
+            compare(field().mapToItem(main.contentItem, 0, 0).y, top + 28);
+            compare(visibleItems(main.contentItem).filter(item => item.edge !== undefined).length, 0);
+            const background = visibleItems(main.contentItem).find(item => item.radius !== undefined && item.width === main.width);
+            compare(background.color.a, 0);
+            compare(background.radius, 0);
+            compare(background.border.width, 0);
+            main.translucent = false;
+            compare(background.color.a, 1);
+        }
+
         function test_edgesLeaveTheControlsAlone() {
             main.width = 640;
             main.height = 460;

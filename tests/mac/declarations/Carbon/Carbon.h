@@ -2,3 +2,4 @@
 #pragma once
 
 #include <ApplicationServices/ApplicationServices.h>
+#include <Carbon/HotKeys.h>

@@ -6,4 +6,5 @@
 #include <CoreGraphics/CGEventSource.h>
 #include <CoreGraphics/CGEventTypes.h>
 #include <CoreGraphics/CGGeometry.h>
+#include <CoreGraphics/CGSession.h>
 #include <CoreGraphics/CGWindow.h>

@@ -11,6 +11,7 @@
 #include <Foundation/NSError.h>
 #include <Foundation/NSFileManager.h>
 #include <Foundation/NSGeometry.h>
+#include <Foundation/NSKeyValueObserving.h>
 #include <Foundation/NSNotification.h>
 #include <Foundation/NSObject.h>
 #include <Foundation/NSOperation.h>

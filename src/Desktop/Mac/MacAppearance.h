@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "Desktop/Appearance.h"
+
+#include <memory>
+
+// Light or dark as the application is drawn by AppKit. Main thread, with the application object there.
+class MacAppearance : public Appearance
+{
+    Q_OBJECT
+
+public:
+    MacAppearance();
+    ~MacAppearance() override;
+    MacAppearance(const MacAppearance &) = delete;
+    MacAppearance &operator=(const MacAppearance &) = delete;
+
+private:
+    struct Observation;
+    std::unique_ptr<Observation> m_observation;
+};

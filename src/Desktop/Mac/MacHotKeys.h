@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "Desktop/HotKeys.h"
+
+// Hot keys of the Carbon event manager. Main thread.
+class MacHotKeys : public HotKeys
+{
+public:
+    QCoro::Task<std::shared_ptr<HotKeyReference>> registerHotKey(std::uint16_t virtualKey,
+                                                                 HotKeyModifiers modifiers,
+                                                                 HotKeyIdentifier identifier,
+                                                                 std::function<void()> pressed) override;
+};

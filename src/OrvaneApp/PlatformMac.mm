@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Mac/MacDesktop.h"
+#include "Desktop/Mac/MacDisplay.h"
+#include "Desktop/Mac/MacProgramInstance.h"
+#include "Desktop/Mac/MacShell.h"
+#include "OrvaneApp/Platform.h"
+
+namespace {
+
+class MacDesktopServices : public DesktopServices
+{
+public:
+    Desktop desktop() override { return m_desktop.desktop(); }
+
+private:
+    MacDesktop m_desktop;
+};
+
+class MacShellServices : public ShellServices
+{
+public:
+    Shell shell() override { return m_shell.shell(); }
+
+private:
+    MacShell m_shell;
+};
+
+} // namespace
+
+void Platform::prepareProcess()
+{
+    // Without it, the event loop of a program in the terminal would let neither AppKit nor the main queue do
+    // anything, and who is in front would never change.
+    qputenv("QT_EVENT_DISPATCHER_CORE_FOUNDATION", "1");
+}
+
+bool Platform::hasDisplay()
+{
+    return MacDisplay::isPresent();
+}
+
+std::unique_ptr<DesktopServices> Platform::connectToDesktop()
+{
+    return std::make_unique<MacDesktopServices>();
+}
+
+std::unique_ptr<ShellServices> Platform::connectToShell()
+{
+    return std::make_unique<MacShellServices>();
+}
+
+std::unique_ptr<ProgramInstance> Platform::programInstance()
+{
+    return std::make_unique<MacProgramInstance>();
+}

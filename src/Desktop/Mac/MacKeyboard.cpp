@@ -30,7 +30,7 @@ void postEvent(const EventSource &source, const KeyStroke &stroke, Direction dir
     if (!event)
         return;
     if (stroke.text.isEmpty())
-        CGEventSetFlags(event.get(), stroke.flags.toInt());
+        CGEventSetFlags(event.get(), static_cast<CGEventFlags>(stroke.flags.toInt()));
     else
         CGEventKeyboardSetUnicodeString(event.get(), static_cast<UniCharCount>(stroke.text.size()),
                                         stroke.text.utf16());

@@ -11,6 +11,11 @@ elseif(ORVANE_LLAMA_SOURCE_DIR)
     set(LLAMA_BUILD_${PART} OFF CACHE BOOL "" FORCE)
   endforeach()
   set(BUILD_SHARED_LIBS OFF)
+  if(APPLE)
+    # The program carries the GPU's code in itself.
+    set(GGML_METAL ON CACHE BOOL "")
+    set(GGML_METAL_EMBED_LIBRARY ON CACHE BOOL "")
+  endif()
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 14)
     # Those compilers drop the stores that fill an AMX tile configuration, and the first matrix product ends the
     # process with an illegal instruction.

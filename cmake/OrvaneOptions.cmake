@@ -13,6 +13,11 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   target_compile_options(orvane_options INTERFACE -Wno-null-dereference -Wno-sign-conversion)
 endif()
 
+if(APPLE)
+  # Apple's standard library counts std::stop_token among its experiments.
+  target_compile_definitions(orvane_options INTERFACE _LIBCPP_ENABLE_EXPERIMENTAL)
+endif()
+
 if(ORVANE_SANITIZER)
   # Given to the whole build: a library built without them would hide errors of its callers.
   add_compile_options(-fsanitize=${ORVANE_SANITIZER} -fno-omit-frame-pointer -g)

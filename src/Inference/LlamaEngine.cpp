@@ -34,7 +34,7 @@ void LlamaContextDeleter::operator()(llama_context *context) const
 
 // ggml has put in a handler for uncaught exceptions by now; it forks a debugger to print a backtrace unless
 // this is set when it is called.
-LlamaEngine::LlamaEngine()
+LlamaEngine::LlamaEngine(QList<ChatMessage> beginning) : m_beginning(std::move(beginning))
 {
     qputenv("GGML_NO_BACKTRACE", "1");
     m_queue = std::make_unique<SerialQueue>(u"llama.engine"_s);
@@ -101,10 +101,14 @@ void LlamaEngine::loadModel(const QString &path)
     m_model = std::move(model);
     m_ctx = std::move(context);
     setLoaded(true);
+    if (!m_beginning.isEmpty())
+        m_queue->post([this] { evaluateAhead(); });
 }
 
 void LlamaEngine::freeAll()
 {
+    m_isEvaluatingAhead = false;
+    m_promptMemory.reset();
     m_ctx.reset();
     m_model.reset();
     m_controlTokens = {};
@@ -112,7 +116,7 @@ void LlamaEngine::freeAll()
 }
 
 QString LlamaEngine::run(const QList<ChatMessage> &messages, int maxTokens,
-                         const std::function<void(QString)> &onToken) const
+                         const std::function<void(QString)> &onToken)
 {
     if (!m_model || !m_ctx)
         throw InferenceError(InferenceError::Code::notLoaded);
@@ -120,10 +124,69 @@ QString LlamaEngine::run(const QList<ChatMessage> &messages, int maxTokens,
     if (!vocab || llama_vocab_type(vocab) == LLAMA_VOCAB_TYPE_NONE)
         throw InferenceError(InferenceError::Code::notLoaded);
 
-    const QString prompt = LlamaPrompt::render(messages, m_model.get(), m_controlTokens);
+    std::vector<qint32> tokens = prompt(messages);
+    if (std::exchange(m_isEvaluatingAhead, false))
+        m_promptMemory.keep();
+    m_queue->post([this] { keepPrompt(); });
     // The queue runs outside of any task, so nobody's cancellation is heard: a generation that has started
     // runs to its end, as long as there is an engine.
-    return LlamaGeneration::run(m_ctx.get(), vocab, prompt, maxTokens, onToken, m_end.get_token());
+    return LlamaGeneration::run(m_ctx.get(), vocab, m_promptMemory, std::move(tokens), maxTokens, onToken,
+                                m_end.get_token());
+}
+
+std::vector<qint32> LlamaEngine::prompt(const QList<ChatMessage> &messages) const
+{
+    const QString text = LlamaPrompt::render(messages, m_model.get(), m_controlTokens);
+    return LlamaPrompt::tokenized(llama_model_get_vocab(m_model.get()), text);
+}
+
+void LlamaEngine::evaluateAhead()
+{
+    if (!m_ctx || llama_vocab_type(llama_model_get_vocab(m_model.get())) == LLAMA_VOCAB_TYPE_NONE)
+        return;
+    try {
+        m_promptMemory.begin(m_ctx.get(), ContextFitting::fitted(prompt(m_beginning), 0));
+    } catch (const InferenceError &) {
+        return; // the same will be told to whoever asks for a reply
+    }
+    m_isEvaluatingAhead = true;
+    m_queue->post([this] { evaluateAheadChunk(); });
+}
+
+// Hands itself in again behind whatever was asked for meanwhile: nobody waits for more than a chunk.
+void LlamaEngine::evaluateAheadChunk()
+{
+    if (!m_isEvaluatingAhead || m_end.stop_requested())
+        return;
+    try {
+        if (m_promptMemory.needsTrial())
+            m_promptMemory.tryOut();
+        else
+            m_promptMemory.evaluateChunk();
+    } catch (const InferenceError &) {
+        m_isEvaluatingAhead = false;
+        return;
+    }
+    if (m_promptMemory.isEvaluated() || !m_promptMemory.canReuse())
+        keepPrompt();
+    else
+        m_queue->post([this] { evaluateAheadChunk(); });
+}
+
+// After a reply has been handed over, while the action is being carried out.
+void LlamaEngine::keepPrompt()
+{
+    m_isEvaluatingAhead = false;
+    if (!m_ctx || m_end.stop_requested())
+        return;
+    m_promptMemory.keep();
+    if (!m_promptMemory.needsTrial())
+        return;
+    try {
+        m_promptMemory.tryOut();
+    } catch (const InferenceError &) {
+        return; // nothing is proven; the next prompt is evaluated in full
+    }
 }
 
 void LlamaEngine::setLoaded(bool loaded)

@@ -6,6 +6,7 @@
 #include "Inference/ControlTokens.h"
 #include "Inference/InferenceEngine.h"
 #include "Inference/LlamaHandles.h"
+#include "Inference/LlamaPromptMemory.h"
 
 #include <memory>
 #include <mutex>
@@ -24,7 +25,9 @@ public:
     // The context length in tokens.
     static constexpr quint32 contextSize = ContextFitting::contextSize;
 
-    LlamaEngine();
+    // Every conversation is expected to begin with these messages: once a model is loaded they are evaluated
+    // ahead, whenever there is nothing else to do.
+    explicit LlamaEngine(QList<ChatMessage> beginning = {});
     ~LlamaEngine() override;
 
     bool isLoaded() const override;
@@ -46,13 +49,21 @@ private:
     void loadModel(const QString &path);
     void freeAll();
     QString run(const QList<ChatMessage> &messages, int maxTokens,
-                const std::function<void(QString)> &onToken) const;
+                const std::function<void(QString)> &onToken);
+    std::vector<qint32> prompt(const QList<ChatMessage> &messages) const;
+    void evaluateAhead();
+    void evaluateAheadChunk();
+    void keepPrompt();
     void setLoaded(bool loaded);
+
+    const QList<ChatMessage> m_beginning;
 
     // Touched on the queue only.
     LlamaModel m_model;
     LlamaContext m_ctx;
     ControlTokens m_controlTokens;
+    LlamaPromptMemory m_promptMemory;
+    bool m_isEvaluatingAhead = false;
 
     mutable std::mutex m_lock; // guards m_loaded, the one thing that other threads read
     bool m_loaded = false;

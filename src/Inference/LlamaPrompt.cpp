@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Inference/LlamaPrompt.h"
 
+#include "Inference/LibraryCount.h"
+#include "Inference/LibraryFailure.h"
 #include "Inference/PromptTemplate.h"
 
 #include <llama.h>
@@ -8,6 +10,8 @@
 using namespace Qt::StringLiterals;
 
 namespace {
+
+constexpr qint64 spareTokens = 16;
 
 // Some files mark their turn markers as ordinary added tokens. Those are told from added words by their
 // brackets and by standing in the chat template.
@@ -53,4 +57,22 @@ QString LlamaPrompt::render(const QList<ChatMessage> &messages, const llama_mode
         return llama_chat_apply_template(chatTemplate, chat, count, true, buffer, size);
     };
     return PromptTemplate::render(harmless, apply);
+}
+
+std::vector<qint32> LlamaPrompt::tokenized(const llama_vocab *vocab, const QString &prompt)
+{
+    const QByteArray text = prompt.toUtf8();
+    const qint32 bytes = libraryCount(text.size());
+    std::vector<llama_token> tokens(static_cast<size_t>(libraryCount(bytes + spareTokens)), 0);
+    const auto tokenize = [&] {
+        const bool addSpecial = true;
+        const bool parseSpecial = true;
+        return llama_tokenize(vocab, text.constData(), bytes, tokens.data(),
+                              libraryCount(qint64(tokens.size())), addSpecial, parseSpecial);
+    };
+    const qint32 count = reported(InferenceError::Code::tokenizeFailed, tokenize);
+    if (count < 1)
+        throw InferenceError(InferenceError::Code::tokenizeFailed);
+    tokens.resize(static_cast<size_t>(count));
+    return tokens;
 }

@@ -7,7 +7,10 @@
 #include <QList>
 #include <QString>
 
+#include <vector>
+
 struct llama_model;
+struct llama_vocab;
 
 // What a loaded model says about prompts. On the engine's queue.
 namespace LlamaPrompt {
@@ -19,5 +22,8 @@ ControlTokens controlTokens(const llama_model *model);
 // to stand for a control token. Never fails.
 QString render(const QList<ChatMessage> &messages, const llama_model *model,
                const ControlTokens &controlTokens);
+
+// The prompt's tokens, the marks of turns among them. Throws InferenceError tokenizeFailed.
+std::vector<qint32> tokenized(const llama_vocab *vocab, const QString &prompt);
 
 } // namespace LlamaPrompt

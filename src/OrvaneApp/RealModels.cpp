@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "OrvaneApp/RealModels.h"
 
+#include "Agent/SystemPrompt.h"
 #include "Inference/LlamaEngine.h"
 #include "Models/HttpDownloadSession.h"
 
@@ -16,9 +17,15 @@ std::unique_ptr<DownloadSession> downloadSession(const ModelStorage &storage)
     return std::make_unique<HttpDownloadSession>(options);
 }
 
+QList<ChatMessage> beginningOfEveryTask()
+{
+    return {{ChatMessage::Role::System, SystemPrompt::text()}};
+}
+
 } // namespace
 
-RealModels::RealModels() : m_manager(std::make_unique<LlamaEngine>(), downloadSession(m_storage), m_storage)
+RealModels::RealModels()
+    : m_manager(std::make_unique<LlamaEngine>(beginningOfEveryTask()), downloadSession(m_storage), m_storage)
 {
 }
 

@@ -18,7 +18,10 @@
 class EngineFixture
 {
 public:
-    EngineFixture() { LlamaLog::keepErrorsOnly(); }
+    explicit EngineFixture(const QList<ChatMessage> &beginning = {}) : m_engine(beginning)
+    {
+        LlamaLog::keepErrorsOnly();
+    }
     ~EngineFixture() { m_engine.unload(); }
 
     LlamaEngine &engine() { return m_engine; }

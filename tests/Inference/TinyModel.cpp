@@ -1,18 +1,21 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Inference/TinyModel.h"
 
-#include <QFile>
+#include "Inference/GgufWriter.h"
 
-#include <ggml.h>
-#include <gguf.h>
+#include <QHash>
 
 #include <cmath>
-#include <memory>
 
 namespace {
 
 constexpr qint32 firstByteToken = 3;
 constexpr qint32 feedForwardSize = 32;
+
+// Of the recurrent kind.
+constexpr qint32 convolutionSize = 4;
+constexpr qint32 stateSize = 16;
+constexpr qint32 timeStepRank = 8;
 
 // How much louder a watched token is than the last one, however long the prompt.
 constexpr float watchedGain = 1e5F;
@@ -20,53 +23,7 @@ constexpr float watchedGain = 1e5F;
 // The score of the turn's end: above all that a test did not ask for, below all that it did.
 constexpr float unlikely = 100;
 
-struct GgufDeleter
-{
-    void operator()(gguf_context *context) const { gguf_free(context); }
-};
-struct GgmlDeleter
-{
-    void operator()(ggml_context *context) const { ggml_free(context); }
-};
-
 } // namespace
-
-// The file's parts, which the library's own writer puts together.
-class TinyModel::Writer
-{
-public:
-    explicit Writer(size_t bytes) : m_file(gguf_init_empty()), m_tensors(ggml_init({bytes, nullptr, false}))
-    {
-        if (!m_file || !m_tensors)
-            qFatal("No memory for a model file");
-    }
-
-    gguf_context *file() const { return m_file.get(); }
-
-    // A tensor of `rows` rows of `columns` numbers, all of them `value`; gives its numbers.
-    float *add(const char *name, qint32 columns, qint32 rows, float value = 0)
-    {
-        ggml_tensor *const tensor = rows == 1
-                                        ? ggml_new_tensor_1d(m_tensors.get(), GGML_TYPE_F32, columns)
-                                        : ggml_new_tensor_2d(m_tensors.get(), GGML_TYPE_F32, columns, rows);
-        ggml_set_name(tensor, name);
-        auto *const numbers = static_cast<float *>(tensor->data);
-        std::fill_n(numbers, ggml_nelements(tensor), value);
-        gguf_add_tensor(m_file.get(), tensor);
-        return numbers;
-    }
-
-    void write(const QString &path) const
-    {
-        const bool metadataOnly = false;
-        if (!gguf_write_to_file(m_file.get(), QFile::encodeName(path).constData(), metadataOnly))
-            qFatal("The model file could not be written");
-    }
-
-private:
-    std::unique_ptr<gguf_context, GgufDeleter> m_file;
-    std::unique_ptr<ggml_context, GgmlDeleter> m_tensors;
-};
 
 TinyModel::TinyModel()
 {
@@ -112,11 +69,15 @@ void TinyModel::write(const QString &path) const
 {
     const size_t size = static_cast<size_t>(embeddingSize());
     const size_t numbers =
-        size * (2 * m_tokens.size() + 4 * static_cast<size_t>(headSize()) + 4 * feedForwardSize);
-    Writer writer(numbers * sizeof(float) + (size_t(1) << 20));
+        size * (2 * m_tokens.size() + 4 * static_cast<size_t>(headSize()) + 4 * feedForwardSize +
+                (m_architecture == Architecture::Recurrent ? 8 * size : 0));
+    GgufWriter writer(numbers * sizeof(float) + (size_t(1) << 20));
     writeShape(writer);
     writeVocabulary(writer);
-    writeAttention(writer);
+    if (m_architecture == Architecture::Recurrent)
+        writeRecurrence(writer);
+    else
+        writeAttention(writer);
     writeTokenWeights(writer);
     writer.write(path);
 }
@@ -133,9 +94,12 @@ qint32 TinyModel::headSize() const
     return m_architecture == Architecture::Embedding ? embeddingSize() : m_headSize;
 }
 
-void TinyModel::writeShape(Writer &writer) const
+void TinyModel::writeShape(GgufWriter &writer) const
 {
-    const QByteArray architecture = m_architecture == Architecture::Llama ? "llama" : "eurobert";
+    static const QHash<Architecture, QByteArray> names = {{Architecture::Llama, "llama"},
+                                                          {Architecture::Embedding, "eurobert"},
+                                                          {Architecture::Recurrent, "mamba"}};
+    const QByteArray architecture = names[m_architecture];
     const std::pair<const char *, qint32> shape[] = {
         {".context_length", 8192},
         {".embedding_length", embeddingSize()},
@@ -147,6 +111,10 @@ void TinyModel::writeShape(Writer &writer) const
         {".attention.value_length", headSize()},
         {".rope.dimension_count", headSize()},
         {".vocab_size", tokenCount()},
+        {".ssm.conv_kernel", convolutionSize},
+        {".ssm.inner_size", 2 * embeddingSize()},
+        {".ssm.state_size", stateSize},
+        {".ssm.time_step_rank", timeStepRank},
     };
     gguf_set_val_str(writer.file(), "general.architecture", architecture.constData());
     for (const auto &[name, value] : shape)
@@ -156,23 +124,20 @@ void TinyModel::writeShape(Writer &writer) const
         gguf_set_val_str(writer.file(), "tokenizer.chat_template", m_chatTemplate.constData());
 }
 
-void TinyModel::writeVocabulary(Writer &writer) const
+void TinyModel::writeVocabulary(GgufWriter &writer) const
 {
     gguf_context *const file = writer.file();
     if (m_vocabulary == Vocabulary::None)
         return gguf_set_val_str(file, "tokenizer.ggml.model", "none");
 
-    std::vector<const char *> texts;
+    std::vector<QByteArray> texts;
     std::vector<qint32> kinds;
     for (const Token &token : m_tokens) {
-        texts.push_back(token.text.constData());
+        texts.push_back(token.text);
         kinds.push_back(static_cast<qint32>(token.kind));
     }
-    const std::vector<float> scores(m_tokens.size(), 0.0F);
     gguf_set_val_str(file, "tokenizer.ggml.model", "llama");
-    gguf_set_arr_str(file, "tokenizer.ggml.tokens", texts.data(), texts.size());
-    gguf_set_arr_data(file, "tokenizer.ggml.token_type", GGUF_TYPE_INT32, kinds.data(), kinds.size());
-    gguf_set_arr_data(file, "tokenizer.ggml.scores", GGUF_TYPE_FLOAT32, scores.data(), scores.size());
+    writer.setTokens(texts, kinds, std::vector<float>(texts.size(), 0.0F));
     gguf_set_val_u32(file, "tokenizer.ggml.eos_token_id", endOfSequence);
     gguf_set_val_bool(file, "tokenizer.ggml.add_space_prefix", false);
     gguf_set_val_bool(file, "tokenizer.ggml.add_bos_token", false);
@@ -180,7 +145,7 @@ void TinyModel::writeVocabulary(Writer &writer) const
 
 // Queries and keys of nought attend to every token alike, so the attention gives the share of watched ones.
 // The feed-forward part adds nothing.
-void TinyModel::writeAttention(Writer &writer) const
+void TinyModel::writeAttention(GgufWriter &writer) const
 {
     const qint32 size = embeddingSize();
     writer.add("blk.0.attn_norm.weight", size, 1, 1);
@@ -198,8 +163,25 @@ void TinyModel::writeAttention(Writer &writer) const
     writer.add("blk.0.ffn_down.weight", feedForwardSize, size);
 }
 
+// Adds nothing to what the last token says.
+void TinyModel::writeRecurrence(GgufWriter &writer) const
+{
+    const qint32 size = embeddingSize();
+    const qint32 inner = 2 * size;
+    writer.add("blk.0.attn_norm.weight", size, 1, 1);
+    writer.add("blk.0.ssm_in.weight", size, 2 * inner);
+    writer.add("blk.0.ssm_conv1d.weight", convolutionSize, inner);
+    writer.add("blk.0.ssm_conv1d.bias", inner, 1);
+    writer.add("blk.0.ssm_x.weight", inner, timeStepRank + 2 * stateSize);
+    writer.add("blk.0.ssm_dt.weight", timeStepRank, inner);
+    writer.add("blk.0.ssm_dt.bias", inner, 1);
+    writer.add("blk.0.ssm_a", stateSize, inner);
+    writer.add("blk.0.ssm_d", inner, 1);
+    writer.add("blk.0.ssm_out.weight", inner, size);
+}
+
 // Every token has a dimension of its own, from which the next token's score is read.
-void TinyModel::writeTokenWeights(Writer &writer) const
+void TinyModel::writeTokenWeights(GgufWriter &writer) const
 {
     const qint32 size = embeddingSize();
     float *const embedding = writer.add("token_embd.weight", size, tokenCount());

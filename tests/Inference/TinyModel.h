@@ -8,6 +8,8 @@
 #include <utility>
 #include <vector>
 
+class GgufWriter;
+
 // Makes a real model file of a few hundred kilobytes whose replies are known: a Llama of one layer whose
 // weights are set by hand. Its vocabulary holds the 256 bytes, so that every ASCII character of a prompt is
 // one token, and what a test adds.
@@ -18,7 +20,7 @@ class TinyModel
 {
 public:
     enum class Kind { Normal = 1, Unknown = 2, Control = 3, UserDefined = 4, Byte = 6 };
-    enum class Architecture { Llama, Embedding };
+    enum class Architecture { Llama, Embedding, Recurrent };
     enum class Vocabulary { SentencePiece, None };
 
     static constexpr qint32 endOfSequence = 2;
@@ -55,11 +57,11 @@ public:
     void write(const QString &path) const;
 
 private:
-    class Writer;
-    void writeShape(Writer &writer) const;
-    void writeVocabulary(Writer &writer) const;
-    void writeAttention(Writer &writer) const;
-    void writeTokenWeights(Writer &writer) const;
+    void writeShape(GgufWriter &writer) const;
+    void writeVocabulary(GgufWriter &writer) const;
+    void writeAttention(GgufWriter &writer) const;
+    void writeRecurrence(GgufWriter &writer) const;
+    void writeTokenWeights(GgufWriter &writer) const;
     qint32 tokenCount() const { return static_cast<qint32>(m_tokens.size()); }
     qint32 embeddingSize() const;
     qint32 headSize() const;

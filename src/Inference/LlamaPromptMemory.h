@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "Inference/PromptReuse.h"
+
+#include <memory>
+#include <vector>
+
+struct llama_context;
+
+// Evaluates prompts, and does not evaluate again what it knows already. In a task each prompt begins with the
+// one before it; on a processor the evaluation is what the user waits for.
+//
+// Every prompt still starts from a cleared context memory. What is put back into it is a copy on the host of
+// the state that the last prompt left, cut to the longest beginning that both share in whole chunks. Prompts
+// are always evaluated in the same chunks, so the scores are the same bits as without the copy. That is tried
+// once with each model and machine before it is relied upon; where it does not hold, or a context cannot
+// forget the end of a prompt, nothing is ever put back.
+//
+// On the engine's queue only. The context must be the same one until `reset`.
+class LlamaPromptMemory
+{
+public:
+    // Tokens evaluated in one call of the library.
+    static constexpr size_t chunk = 128;
+
+    // Gives everything back; for another context.
+    void reset();
+
+    // Clears the context's memory, puts back what is known of the prompt, and makes it the current one.
+    void begin(llama_context *context, std::vector<qint32> prompt);
+
+    bool isEvaluated() const { return m_evaluated == m_prompt.size(); }
+
+    // Evaluates the current prompt's next chunk. Throws InferenceError decodeFailed.
+    void evaluateChunk();
+
+    // Copies the state of what is evaluated of the current prompt; what the context's memory holds behind its
+    // whole chunks is lost. Does nothing without enough memory, or where it is of no use.
+    void keep();
+
+    // Whether what is kept may come to use; false once a trial has failed.
+    bool canReuse() const { return m_trust != Trust::Refused; }
+
+    // Whether it has yet to be tried that putting back changes no bit of the scores, and can be tried now.
+    bool needsTrial() const;
+
+    // Tries it with the last evaluated chunk of the current prompt, which is evaluated once more. Keeps as
+    // `keep` does, and leaves the prompt evaluated as far as it was.
+    void tryOut();
+
+    // Tokens of the current prompt that were put back rather than evaluated.
+    size_t reusedCount() const { return m_reused; }
+    // Bytes of the copy.
+    size_t keptBytes() const { return m_stateBytes; }
+
+private:
+    enum class Trust { Untried, Proven, Refused };
+
+    void clearMemory() const;
+    // False, with an empty memory, when the context does not take it back.
+    bool putBack(size_t count) const;
+    void decode(size_t end);
+    void rememberScores();
+    bool scoresAreTheSame() const;
+    void forget();
+
+    llama_context *m_context = nullptr;
+    std::vector<qint32> m_prompt;
+    size_t m_evaluated = 0; // of the prompt, those put back included
+    size_t m_reused = 0;
+
+    PromptReuse m_reuse{chunk};
+    std::unique_ptr<quint8[]> m_state;
+    size_t m_stateBytes = 0;
+
+    Trust m_trust = Trust::Untried;
+    std::vector<float> m_scores; // after the last evaluated chunk, as long as there is a trial to come
+};

@@ -331,8 +331,10 @@ void ExecutorTest::trashingAFile()
     qputenv("XDG_DATA_HOME", bench.path(u"data"_s).toUtf8());
     QCOMPARE(bench.run(uR"({"action":"trash","path":"Desktop/a.txt"})"_s), u"Moved a.txt to the Trash."_s);
     QVERIFY(!QFile::exists(bench.path(u"Desktop/a.txt"_s)));
-    QVERIFY(QFile::exists(bench.path(u"data/Trash/files/a.txt"_s)));
     qunsetenv("XDG_DATA_HOME");
+    // Elsewhere the trash is not chosen by a variable.
+    if (QSysInfo::kernelType() == u"linux")
+        QVERIFY(QFile::exists(bench.path(u"data/Trash/files/a.txt"_s)));
 }
 
 void ExecutorTest::trashingAFileThatDoesNotExist()

@@ -193,6 +193,8 @@ void FilesTest::trashingMovesTheItemAway()
     QCOMPARE(outcome(m_files->trash(path(name))), u"done"_s);
     QVERIFY(!QDir(m_home->path()).entryList(QDir::AllEntries | QDir::System).contains(name));
     QVERIFY(QFile::exists(path(u"target"_s)));
+    if (QSysInfo::kernelType() != u"linux")
+        return; // The trash cannot be put elsewhere there.
     const QDir trash(path(u"data/Trash/files"_s));
     QVERIFY(trash.entryList(QDir::AllEntries | QDir::System).contains(name));
 }

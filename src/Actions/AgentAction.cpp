@@ -4,12 +4,11 @@
 #include "Base/Text.h"
 
 #include <QHash>
+#include <QLocale>
 #include <QStringEncoder>
 
 #include <nlohmann/json.hpp>
 
-#include <array>
-#include <charconv>
 #include <cmath>
 #include <utility>
 
@@ -71,12 +70,9 @@ QString textOf(const Json &string)
 QString textOfNumber(double number)
 {
     const bool writtenOut = std::trunc(number) == number && std::abs(number) < largestWrittenOut;
-    std::array<char, 32> buffer{};
     // Adding zero turns "-0" into "0".
-    const auto end = writtenOut
-                         ? std::to_chars(buffer.begin(), buffer.end(), number + 0.0, std::chars_format::fixed)
-                         : std::to_chars(buffer.begin(), buffer.end(), number);
-    return QString::fromLatin1(buffer.data(), end.ptr - buffer.data());
+    return writtenOut ? QString::number(number + 0.0, 'f', 0)
+                      : QString::number(number, 'g', QLocale::FloatingPointShortest);
 }
 
 std::optional<QString> joined(const Json &array)

@@ -1,38 +1,73 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: Apache-2.0
-"""Learns the tokenizer's letter pieces from generated conversations and writes planner/merges.json."""
+"""Learns the tokenizer's letter pieces from generated conversations and writes planner/merges.json.
+
+First come short pieces, which names are spelt with; then further merges, until each word that wordings and replies
+use often is one piece: a planner that reads "please" as one token knows at once that no name goes on there.
+"""
 
 import argparse
 import collections
 import json
 import random
 import re
+from typing import Counter, Iterator, List, Set, Tuple
 
 from planner import conversations, tokenizer
 from planner.values import TrainingValues
 
+_WORD = re.compile(r"[A-Za-z]+")
 
-def count_words(conversation_count: int, seed: int) -> "collections.Counter[str]":
-    """Words of letters outside the fixed texts, with how often they occur; rare ones teach nothing."""
+
+def _texts(count: int, seed: object, values: TrainingValues) -> Iterator[Tuple[bool, str]]:
+    """The messages of generated conversations without the fixed texts; whether each one is a task, which goes without its state."""
     rng = random.Random(seed)
-    values = TrainingValues()
-    counts: "collections.Counter[str]" = collections.Counter()
-    for _ in range(conversation_count):
+    for _ in range(count):
         _, messages = conversations.make(rng, values)
-        for _, text in messages:
+        for index, (_, text) in enumerate(messages):
+            if index == 0:
+                text = text.split("\nState: ")[0]
             for fixed in tokenizer.SKELETON:
                 text = text.replace(fixed, "\0")
-            counts.update(re.findall(r"[A-Za-z]+", text))
+            yield index == 0, text
+
+
+def count_words(conversation_count: int, seed: int) -> Counter[str]:
+    """Words of letters outside the fixed texts, with how often they occur; rare ones teach nothing."""
+    counts: Counter[str] = collections.Counter()
+    for _, text in _texts(conversation_count, seed, TrainingValues()):
+        counts.update(_WORD.findall(text))
     return collections.Counter({word: count for word, count in counts.items() if count >= 4})
 
 
+def frequent_words(conversation_count: int, seed: int, pieces: List[str]) -> Counter[str]:
+    """Words that stand in one of 1000 tasks, or in the other messages of one of 250 conversations."""
+    in_tasks: Counter[str] = collections.Counter()
+    elsewhere: Counter[str] = collections.Counter()
+    for is_task, text in _texts(conversation_count, "words %d" % seed, TrainingValues(pieces)):
+        found: Set[str] = set(_WORD.findall(text))
+        (in_tasks if is_task else elsewhere).update(found)
+    enough = conversation_count // 1000
+    words = {word for word, count in in_tasks.items() if count >= enough}
+    words |= {word for word, count in elsewhere.items() if count >= 4 * enough}
+    return collections.Counter({word: in_tasks[word] + elsewhere[word] for word in words})
+
+
 def main() -> None:
-    parser = argparse.ArgumentParser(description=__doc__)
-    parser.add_argument("--pieces", type=int, default=420, help="letter pieces to learn")
+    parser = argparse.ArgumentParser(
+        description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter
+    )
+    parser.add_argument("--pieces", type=int, default=420, help="short pieces to learn")
+    parser.add_argument("--keep", type=int, default=0, help="keep so many pieces of the present file instead")
     parser.add_argument("--conversations", type=int, default=12000)
     parser.add_argument("--seed", type=int, default=5)
     options = parser.parse_args()
-    merges = tokenizer.learn_merges(count_words(options.conversations, options.seed), options.pieces)
+    if options.keep:
+        pieces = tokenizer.load().merges[: options.keep]
+    else:
+        pieces = tokenizer.learn_merges(count_words(options.conversations, options.seed), options.pieces)
+    words = frequent_words(options.conversations, options.seed, pieces)
+    merges = pieces + tokenizer.join_words(words, tokenizer.Tokenizer(pieces))
     tokenizer.MERGES_FILE.write_text(json.dumps(merges) + "\n")
     print("vocabulary:", len(tokenizer.Tokenizer(merges)))
 

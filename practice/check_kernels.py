@@ -47,7 +47,13 @@ def main() -> int:
     fine = [
         agrees("rms_norm", variable(5, 192, kind=torch.float32), variable(192, kind=torch.float32), 1e-5),
         agrees("gated", variable(7, 512), variable(7, 512)),
-        agrees("causal_softmax", variable(4, length, prefix + length), prefix, 0.2),
+        agrees(
+            "attention",
+            variable(rows * heads, length, width),
+            variable(rows * heads, prefix + length, width),
+            variable(rows * heads, prefix + length, width),
+            heads,
+        ),
         agrees(
             "split_heads",
             variable(rows, length, 3 * heads * width),

@@ -106,15 +106,15 @@ class Run:
         self.options = options
         self.tokenizer = tokens.load()
         self.prefix = torch.tensor(self.tokenizer.system())
-        self.model = Planner(Shape(len(self.tokenizer)))
+        state = torch.load(options.resume) if options.resume else None
+        self.model = Planner(Shape(**state["shape"]) if state else Shape(len(self.tokenizer)))
         self.muon = Muon(self.model.matrices())
         self.adam = new_adam(self.model)
         self.step = 0
-        first_pool = self._restore(options.resume) if options.resume else 0
+        first_pool = self._restore(state) if state else 0
         self.batches = Batches(self.tokenizer, options.seed, options.batch_tokens, first_pool)
 
-    def _restore(self, path: str) -> int:
-        state = torch.load(path)
+    def _restore(self, state: Dict) -> int:
         self.model.load_state_dict(state["model"])
         for buffer, saved in zip(self.muon.buffers, state["muon"]):
             buffer.copy_(saved)

@@ -3,34 +3,14 @@
 // The element-wise parts of the practice planner's training step, each as one pass over memory. PyTorch would
 // take several passes for each of them, and on a CPU they cost more than the matrix products between them.
 // Compiled and called by kernels.py; reference_kernels.py says in PyTorch what each one computes.
-// All tensors are contiguous; a bfloat16 is the upper half of a float.
+// All tensors are contiguous.
+
+#include "bfloat16.h"
 
 #include <algorithm>
 #include <cmath>
-#include <cstdint>
 #include <cstring>
 #include <vector>
-
-namespace {
-
-using bfloat16 = std::uint16_t;
-
-inline float widened(bfloat16 value)
-{
-    const std::uint32_t bits = std::uint32_t(value) << 16;
-    float result;
-    std::memcpy(&result, &bits, sizeof result);
-    return result;
-}
-
-inline bfloat16 narrowed(float value)
-{
-    std::uint32_t bits;
-    std::memcpy(&bits, &value, sizeof bits);
-    return bfloat16((bits + 0x7FFF + ((bits >> 16) & 1)) >> 16); // to the nearest, ties to even
-}
-
-} // namespace
 
 extern "C" {
 
@@ -91,50 +71,6 @@ void gatedBackward(const bfloat16 *gate, const bfloat16 *up, const bfloat16 *gra
         const float outer = widened(gradient[i]);
         upGradient[i] = narrowed(outer * g * sigmoid);
         gateGradient[i] = narrowed(outer * widened(up[i]) * sigmoid * (1.0F + g * (1.0F - sigmoid)));
-    }
-}
-
-// scores (matrices, length, keys) become weights in place. Query t sees the keys 0 … prefix + t.
-void causalSoftmaxForward(bfloat16 *scores, long matrices, long length, long keys, long prefix, float scale,
-                          int threads)
-{
-#pragma omp parallel for num_threads(threads) if (threads > 1)
-    for (long row = 0; row < matrices * length; ++row) {
-        bfloat16 *line = scores + row * keys;
-        const long seen = prefix + row % length + 1;
-        float values[4096];
-        float highest = -INFINITY;
-        for (long i = 0; i < seen; ++i) {
-            values[i] = widened(line[i]) * scale;
-            highest = values[i] > highest ? values[i] : highest;
-        }
-        float sum = 0;
-        for (long i = 0; i < seen; ++i) {
-            values[i] = std::exp(values[i] - highest);
-            sum += values[i];
-        }
-        const float share = 1.0F / sum;
-        for (long i = 0; i < seen; ++i)
-            line[i] = narrowed(values[i] * share);
-        std::memset(line + seen, 0, sizeof(bfloat16) * std::size_t(keys - seen));
-    }
-}
-
-// The gradient of the weights becomes that of the scores in place.
-void causalSoftmaxBackward(const bfloat16 *weights, bfloat16 *gradient, long matrices, long length, long keys,
-                           long prefix, float scale, int threads)
-{
-#pragma omp parallel for num_threads(threads) if (threads > 1)
-    for (long row = 0; row < matrices * length; ++row) {
-        const bfloat16 *line = weights + row * keys;
-        bfloat16 *g = gradient + row * keys;
-        const long seen = prefix + row % length + 1;
-        float dot = 0;
-        for (long i = 0; i < seen; ++i)
-            dot += widened(line[i]) * widened(g[i]);
-        for (long i = 0; i < seen; ++i)
-            g[i] = narrowed(widened(line[i]) * (widened(g[i]) - dot) * scale);
-        std::memset(g + seen, 0, sizeof(bfloat16) * std::size_t(keys - seen));
     }
 }
 

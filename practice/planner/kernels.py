@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: Apache-2.0
-"""The element-wise parts of the model as autograd functions over the routines of kernels.cpp.
+"""The element-wise parts of the model and its attention as autograd functions over compiled routines.
 
-The C++ file is compiled once per version into the cache folder. reference_kernels.py holds the same functions in
+The C++ files are compiled once per version into the cache folder. reference_kernels.py holds the same functions in
 plain PyTorch; check_kernels.py compares the two.
 """
 
@@ -15,18 +15,22 @@ from typing import Tuple
 import torch
 from torch import Tensor
 
-_SOURCE = pathlib.Path(__file__).with_suffix(".cpp")
+_FOLDER = pathlib.Path(__file__).parent
+_SOURCES = [_FOLDER / "kernels.cpp", _FOLDER / "attention.cpp"]
+_HEADERS = [_FOLDER / "bfloat16.h"]
+HEAD_WIDTH = 32  # attention.cpp is written for it
 _COMPILER = ["g++", "-O3", "-march=native", "-ffast-math", "-fopenmp", "-shared", "-fPIC"]
 
 
 def _library() -> ctypes.CDLL:
-    digest = hashlib.sha256(_SOURCE.read_bytes() + " ".join(_COMPILER).encode()).hexdigest()[:16]
+    texts = b"".join(path.read_bytes() for path in _SOURCES + _HEADERS)
+    digest = hashlib.sha256(texts + " ".join(_COMPILER).encode()).hexdigest()[:16]
     cache = pathlib.Path(os.environ.get("XDG_CACHE_HOME", pathlib.Path.home() / ".cache")) / "orvane-practice"
     target = cache / ("kernels-%s.so" % digest)
     if not target.exists():
         cache.mkdir(parents=True, exist_ok=True)
         unfinished = target.with_suffix(".%d" % os.getpid())
-        subprocess.run([*_COMPILER, "-o", str(unfinished), str(_SOURCE)], check=True)
+        subprocess.run([*_COMPILER, "-o", str(unfinished), *map(str, _SOURCES)], check=True)
         os.replace(unfinished, target)
     return ctypes.CDLL(str(target))
 
@@ -106,35 +110,27 @@ class _Gated(torch.autograd.Function):
         return gate_gradient, up_gradient
 
 
-class _CausalSoftmax(torch.autograd.Function):
+class _Attention(torch.autograd.Function):
     @staticmethod
-    def forward(context, scores: Tensor, prefix: int, scale: float) -> Tensor:
-        weights = scores.contiguous()  # in place: nothing else reads the scores
-        context.mark_dirty(scores)
-        matrices, length, keys = weights.shape
-        _call("causalSoftmaxForward", weights, matrices, length, keys, prefix, scale, torch.get_num_threads())
-        context.save_for_backward(weights)
-        context.prefix, context.scale = prefix, scale
-        return weights
+    def forward(context, query: Tensor, key: Tensor, value: Tensor, heads: int) -> Tensor:
+        matrices, length, width = query.shape
+        if width != HEAD_WIDTH:
+            raise ValueError("heads must be %d wide" % HEAD_WIDTH)
+        output = query.new_empty(matrices // heads, length, heads * width)
+        logarithms = torch.empty(matrices, length)
+        sizes = (matrices, heads, length, key.shape[1], width**-0.5, torch.get_num_threads())
+        _call("attentionForward", query, key, value, output, logarithms, *sizes)
+        context.save_for_backward(query, key, value, output, logarithms)
+        context.sizes = sizes
+        return output
 
     @staticmethod
     def backward(context, gradient: Tensor):
-        (weights,) = context.saved_tensors
-        matrices, length, keys = weights.shape
-        result = gradient.contiguous().clone() if not gradient.is_contiguous() else gradient
-        threads = torch.get_num_threads()
-        _call(
-            "causalSoftmaxBackward",
-            weights,
-            result,
-            matrices,
-            length,
-            keys,
-            context.prefix,
-            context.scale,
-            threads,
-        )
-        return result, None, None
+        query, key, value, output, logarithms = context.saved_tensors
+        gradients = [torch.empty_like(x) for x in (query, key, value)]
+        tensors = (query, key, value, output, logarithms, gradient.contiguous(), *gradients)
+        _call("attentionBackward", *tensors, *context.sizes)
+        return (*gradients, None)
 
 
 class _SplitHeads(torch.autograd.Function):
@@ -184,9 +180,12 @@ def gated(gate: Tensor, up: Tensor) -> Tensor:
     return _Gated.apply(gate, up)
 
 
-def causal_softmax(scores: Tensor, prefix: int, scale: float) -> Tensor:
-    """Weights of (matrices, length, keys) scores, in place; query t sees the keys 0 … prefix + t."""
-    return _CausalSoftmax.apply(scores, prefix, scale)
+def attention(query: Tensor, key: Tensor, value: Tensor, heads: int) -> Tensor:
+    """Causal attention of (rows · heads, ·, HEAD_WIDTH) to (rows, length, heads · HEAD_WIDTH).
+
+    The last query sees all keys, the one before it all but one, and so on.
+    """
+    return _Attention.apply(query, key, value, heads)
 
 
 def split_heads(

@@ -24,10 +24,10 @@ EPSILON = 1e-5
 @dataclass(frozen=True)
 class Shape:
     vocabulary: int
-    width: int = 192
-    layers: int = 5
-    heads: int = 6
-    feed_forward: int = 512
+    width: int = 256
+    layers: int = 8
+    heads: int = 8
+    feed_forward: int = 704
 
     @property
     def head_width(self) -> int:
@@ -80,14 +80,13 @@ class Planner(nn.Module):
         nothing = shared_qkv.new_empty(self.shape.heads, 0, self.shape.head_width)
         shared_query, shared_key, shared_value = self._heads(shared_qkv, 0, nothing, nothing)
         query, key, value = self._heads(hidden_qkv, prefix, shared_key, shared_value)
-        attended = self._attention(query, key, value, prefix, len(hidden))
-        if (
-            wanted is not None
-        ):  # the last layer: only what is asked for, and nothing attends to the prefix again
+        attended = kernels.attention(query, key, value, self.shape.heads)
+        if wanted is not None:
+            # the last layer: only what is asked for, and nothing attends to the prefix again
             attended = attended.reshape(-1, self.shape.width)[wanted]
             hidden = hidden.reshape(-1, self.shape.width)[wanted]
             return shared, self._rest(layer, hidden, attended)
-        shared_attended = self._attention(shared_query, shared_key, shared_value, 0, 1)
+        shared_attended = kernels.attention(shared_query, shared_key, shared_value, self.shape.heads)
         return self._rest(layer, shared, shared_attended), self._rest(layer, hidden, attended)
 
     def _rest(self, layer: int, hidden: Tensor, attended: Tensor) -> Tensor:
@@ -103,15 +102,6 @@ class Planner(nn.Module):
         last = first + qkv.shape[1]
         cosine, sine = self.cosine[first:last], self.sine[first:last]
         return kernels.split_heads(qkv, cosine, sine, shared_key, shared_value, self.shape.heads)
-
-    def _attention(self, query: Tensor, key: Tensor, value: Tensor, prefix: int, rows: int) -> Tensor:
-        """Causal attention; the first `prefix` keys are visible to every query. Returns (B, T, width)."""
-        scores = torch.bmm(query, key.transpose(1, 2))
-        weights = kernels.causal_softmax(scores, prefix, 1 / math.sqrt(self.shape.head_width))
-        mixed = torch.bmm(weights, value)
-        length = query.shape[1]
-        by_head = mixed.view(rows, self.shape.heads, length, self.shape.head_width)
-        return by_head.transpose(1, 2).reshape(rows, length, self.shape.width)
 
 
 def _half(parameter: Tensor) -> Tensor:

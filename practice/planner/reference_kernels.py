@@ -16,9 +16,12 @@ def gated(gate: Tensor, up: Tensor) -> Tensor:
     return (F.silu(gate.float()) * up.float()).to(torch.bfloat16)
 
 
-def causal_softmax(scores: Tensor, prefix: int, scale: float) -> Tensor:
-    mask = torch.full(scores.shape[-2:], float("-inf")).triu(prefix + 1)
-    return F.softmax(scores.float() * scale + mask, -1).to(torch.bfloat16)
+def attention(query: Tensor, key: Tensor, value: Tensor, heads: int) -> Tensor:
+    length, keys = query.shape[1], key.shape[1]
+    scores = query.float() @ key.float().transpose(1, 2) * query.shape[-1] ** -0.5
+    mask = torch.full((length, keys), float("-inf")).triu(keys - length + 1)
+    mixed = F.softmax(scores + mask, -1) @ value.float()
+    return mixed.unflatten(0, (-1, heads)).transpose(1, 2).flatten(2).to(torch.bfloat16)
 
 
 def split_heads(

@@ -8,10 +8,11 @@ copying learnable. Chat markers exist only as control tokens.
 """
 
 import collections
+import itertools
 import json
 import pathlib
 import re
-from typing import Dict, Iterable, List, Sequence, Tuple
+from typing import Dict, Iterable, Iterator, List, Sequence, Tuple
 
 from . import desktop as screen
 from .conversations import GAVE_UP, OUT_OF_REACH, Message
@@ -225,20 +226,35 @@ class Tokenizer:
 
 def learn_merges(counts: Dict[str, int], wanted: int) -> List[str]:
     """Byte-pair encoding of whole words of letters; the pieces in the order in which they were found."""
-    entries = [[list(word), count] for word, count in sorted(counts.items()) if len(word) > 1]
-    merges: List[str] = []
-    while len(merges) < wanted:
+    entries = [(list(word), count) for word, count in sorted(counts.items()) if len(word) > 1]
+    return list(itertools.islice(_merges(entries), wanted))
+
+
+def join_words(counts: Dict[str, int], tokenizer: "Tokenizer") -> List[str]:
+    """The further pieces with which each of the words becomes one token."""
+    entries = [
+        ([tokenizer.tokens[number] for number in tokenizer.encode(word)], count)
+        for word, count in sorted(counts.items())
+    ]
+    return [piece for piece in _merges(entries) if piece not in tokenizer.number]
+
+
+def _merges(entries: List[Tuple[List[str], int]]) -> Iterator[str]:
+    """Joins the most frequent pair of neighbours, again and again; each new piece once."""
+    found = set()
+    while True:
         pairs: collections.Counter = collections.Counter()
         for symbols, count in entries:
             for pair in zip(symbols, symbols[1:]):
                 pairs[pair] += count
+        if not pairs:
+            return
         best = max(pairs, key=lambda pair: (pairs[pair], pair))
         piece = "".join(best)
-        if piece not in merges:  # the same piece can arise from two different pairs
-            merges.append(piece)
-        for entry in entries:
-            entry[0] = _joined(entry[0], best, piece)
-    return merges
+        if piece not in found:  # the same piece can arise from two different pairs
+            found.add(piece)
+            yield piece
+        entries = [(_joined(symbols, best, piece), count) for symbols, count in entries]
 
 
 def _joined(symbols: List[str], pair: Tuple[str, str], piece: str) -> List[str]:

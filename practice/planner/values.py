@@ -36,7 +36,8 @@ class TrainingValues:
         elif kind < 0.46:
             word = "".join(rng.choice(string.ascii_lowercase) for _ in range(rng.randint(2, 9)))
         elif kind < 0.62 and self._pieces:
-            word = "".join(rng.choice(self._pieces) for _ in range(rng.randint(1, 4)))
+            # at least two: one alone may be a word of the wordings, and then nobody could tell what is meant
+            word = "".join(rng.choice(self._pieces) for _ in range(rng.randint(2, 4)))
         elif kind < 0.68:
             letters = list(rng.choice(words.WORDS))
             letters.insert(rng.randint(0, len(letters)), rng.choice(string.ascii_lowercase))
@@ -90,6 +91,14 @@ class TrainingValues:
             parts[rng.randint(1, count - 2)] = rng.choice(words.LINKING_WORDS + ["and"])
         return " ".join(parts)
 
+    def talk(self, rng: random.Random, most: int) -> str:
+        """A phrase as people write it, often with everyday words between the others."""
+        parts = self.phrase(rng, most, title=0.25).split(" ")
+        for index in range(1, len(parts) - 1):
+            if rng.random() < 0.25:
+                parts[index] = rng.choice(words.EVERYDAY_WORDS)
+        return " ".join(parts)
+
     # -- slots
 
     def application(self, rng: random.Random) -> str:
@@ -110,10 +119,10 @@ class TrainingValues:
         lead = (
             rng.choice(("how to ", "the ", "what is ", "a ", "best ", "the ")) if rng.random() < 0.2 else ""
         )
-        return lead + self.phrase(rng, rng.choice((1, 2, 3, 4, 5)), title=0.25)
+        return lead + self.talk(rng, rng.choice((1, 2, 3, 4, 5)))
 
     def text(self, rng: random.Random) -> str:
-        text = self.phrase(rng, rng.choice((1, 2, 3, 4, 5, 7)), title=0.25)
+        text = self.talk(rng, rng.choice((1, 2, 3, 4, 5, 7)))
         return text + (rng.choice("!?") if rng.random() < 0.08 else "")
 
     def label(self, rng: random.Random) -> str:

@@ -11,6 +11,8 @@ Window {
     property bool dark: false
     property bool translucent: false
     property bool resizable: true
+    // Tells the desktop what lies in the window's corners; see WindowStyler.
+    readonly property int cornerRadius: Theme.windowRadius
     // Of the title bar that the desktop lays over the window's top; the frame is the desktop's then.
     property int titleBarHeight: 0
     readonly property bool hasFrame: titleBarHeight > 0

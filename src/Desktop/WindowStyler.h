@@ -15,6 +15,10 @@ class WindowStyler : public QObject
     Q_PROPERTY(bool isCompositing READ isCompositing NOTIFY isCompositingChanged)
 
 public:
+    // A window's property of this name is the radius of its corners as it draws them, in device-independent
+    // pixels: none, or 0, where they are square.
+    static constexpr const char *cornerRadiusProperty = "cornerRadius";
+
     // Styles the window: no title bar, a background that may be translucent (blurred where the desktop offers
     // it), an ordinary entry in the task bar. Call it once, before the window is first shown. It stays in
     // force as long as the window lives, also when its native window is made anew after closing.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/X11WindowStyler.h"
 
+#include "Desktop/Linux/RoundedArea.h"
 #include "Desktop/Linux/WindowPlacement.h"
 #include "Desktop/Linux/X11Selection.h"
 #include "Desktop/Linux/X11Summons.h"
@@ -9,6 +10,8 @@
 #include <QGuiApplication>
 #include <QPlatformSurfaceEvent>
 #include <QScreen>
+
+#include <vector>
 
 using namespace std::chrono_literals;
 
@@ -78,6 +81,10 @@ bool X11WindowStyler::eventFilter(QObject *watched, QEvent *event)
         const auto *window = qobject_cast<QWindow *>(watched);
         if (window && surface->surfaceEventType() == QPlatformSurfaceEvent::SurfaceCreated)
             setHints(*window);
+    } else if (event->type() == QEvent::Resize) {
+        const auto *window = qobject_cast<QWindow *>(watched);
+        if (window && window->handle())
+            setBlurredArea(*window);
     }
     return WindowStyler::eventFilter(watched, event);
 }
@@ -93,9 +100,25 @@ void X11WindowStyler::setHints(const QWindow &window) const
     // out.
     xcb_change_property(x, XCB_PROP_MODE_REPLACE, identifier, m_atoms.windowType, XCB_ATOM_ATOM, 32, 1,
                         &m_atoms.normalWindow);
-    // An empty region means the whole window.
-    xcb_change_property(x, XCB_PROP_MODE_REPLACE, identifier, m_atoms.blurBehind, XCB_ATOM_CARDINAL, 32, 0,
-                        nullptr);
+    setBlurredArea(window);
+}
+
+// What shines through is blurred where the desktop can do that, but not outside of the round corners.
+void X11WindowStyler::setBlurredArea(const QWindow &window) const
+{
+    const auto *application = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    if (!application)
+        return;
+    const qreal ratio = window.devicePixelRatio();
+    const int radius = qRound(window.property(cornerRadiusProperty).toInt() * ratio);
+    std::vector<std::uint32_t> numbers;
+    for (const QRect &part : RoundedArea::rectangles((QSizeF(window.size()) * ratio).toSize(), radius)) {
+        for (const int number : {part.x(), part.y(), part.width(), part.height()})
+            numbers.push_back(static_cast<std::uint32_t>(number));
+    }
+    xcb_connection_t *x = application->connection();
+    xcb_change_property(x, XCB_PROP_MODE_REPLACE, xcb_window_t(window.winId()), m_atoms.blurBehind,
+                        XCB_ATOM_CARDINAL, 32, std::uint32_t(numbers.size()), numbers.data());
     xcb_flush(x);
 }
 

@@ -36,6 +36,7 @@ private:
 
     void followCompositor();
     void setHints(const QWindow &window) const;
+    void setBlurredArea(const QWindow &window) const;
     QCoro::Task<void> summon(QPointer<QWindow> window, QString activationToken);
     QCoro::Task<std::optional<QPoint>> pointer();
     enum class Wanted { Managed, ManagedAndMapped };

@@ -151,6 +151,24 @@ private Q_SLOTS:
         }
     }
 
+    void whatIsBlurredBehindItHasItsSizeAndItsRoundCorners()
+    {
+        m_window->setProperty(WindowStyler::cornerRadiusProperty, 2);
+        m_styler.style(*m_window);
+        m_styler.bringForward(*m_window);
+        QTRY_VERIFY_WITH_TIMEOUT(isFrontAndCentre(), LinuxBench::patience);
+        const auto blurred = [](QSize size) {
+            const QString topAndBottom =
+                u"1, 0, %1, 1, 1, %2, %1, 1, "_s.arg(size.width() - 2).arg(size.height() - 1);
+            const QString middle = u"0, 1, %1, %2\n"_s.arg(size.width()).arg(size.height() - 2);
+            return u"_KDE_NET_WM_BLUR_BEHIND_REGION(CARDINAL) = "_s + topAndBottom + middle;
+        };
+        QVERIFY2(propertiesOf(*m_window).contains(blurred(windowSize)), qPrintable(propertiesOf(*m_window)));
+        const QSize larger(500, 400);
+        m_window->resize(larger);
+        QTRY_VERIFY_WITH_TIMEOUT(propertiesOf(*m_window).contains(blurred(larger)), LinuxBench::patience);
+    }
+
     void itComesForwardOverAnApplicationThatIsTypedInto()
     {
         startOther();

@@ -29,8 +29,8 @@ using Clock = std::chrono::steady_clock;
 
 namespace {
 
-// Time in which everything that follows a start or a summons has come to rest: Qt Quick's last timers of a start
-// end after 2.3 seconds.
+// Time in which everything that follows a start or a summons has come to rest: Qt Quick's last timers of a
+// start end after 2.3 seconds.
 constexpr auto settlingTime = 3s;
 constexpr auto patience = 30s;
 

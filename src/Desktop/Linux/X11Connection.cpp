@@ -5,6 +5,7 @@
 
 #include <sys/socket.h>
 
+#include <csignal>
 #include <cstring>
 #include <thread>
 
@@ -63,6 +64,14 @@ xcb_atom_t X11Connection::internAtom(const char *name) const
     const auto cookie = xcb_intern_atom(m_connection, 0, std::uint16_t(std::strlen(name)), name);
     const X11Reply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(m_connection, cookie, nullptr));
     return reply ? reply->atom : xcb_atom_t(XCB_ATOM_NONE);
+}
+
+void X11Connection::prepareThread()
+{
+    sigset_t brokenPipe;
+    sigemptyset(&brokenPipe);
+    sigaddset(&brokenPipe, SIGPIPE);
+    pthread_sigmask(SIG_BLOCK, &brokenPipe, nullptr);
 }
 
 void X11Connection::requireAlive() const

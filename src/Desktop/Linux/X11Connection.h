@@ -38,7 +38,7 @@ struct X11Property
 class X11Connection
 {
 public:
-    // Connects to $DISPLAY; throws PlatformError.
+    // Connects to $DISPLAY; throws PlatformError. Waits for the server, without an end if it has stopped.
     X11Connection();
     ~X11Connection();
     X11Connection(const X11Connection &) = delete;
@@ -52,6 +52,10 @@ public:
     xcb_window_t ownWindow() const { return m_window; } // never shown; for what needs a window to speak for
     xcb_atom_t deleteWindowAtom() const { return m_deleteWindow; }
     xcb_atom_t startupIdentifierAtom() const { return m_startupIdentifier; }
+
+    // To be called on the thread that is to use a connection: otherwise, writing to a server that has died
+    // would end the process.
+    static void prepareThread();
 
     // Throws PlatformError when the server is gone.
     void requireAlive() const;

@@ -4,20 +4,12 @@
 #include <QElapsedTimer>
 #include <QSemaphore>
 
-#include <csignal>
-
 using namespace std::chrono_literals;
 
 X11Display::X11Display(Clock &clock)
     : m_clock(clock), m_notifier(m_connection.fileDescriptor(), QSocketNotifier::Read)
 {
-    m_queue.post([] {
-        // Writing to a server that has died would end the process.
-        sigset_t brokenPipe;
-        sigemptyset(&brokenPipe);
-        sigaddset(&brokenPipe, SIGPIPE);
-        pthread_sigmask(SIG_BLOCK, &brokenPipe, nullptr);
-    });
+    m_queue.post(&X11Connection::prepareThread);
     QObject::connect(&m_notifier, &QSocketNotifier::activated, &m_notifier, [this] { handleEvents(); });
 }
 

@@ -4,16 +4,15 @@
 #include "Desktop/Linux/Accessibility/AtspiApplication.h"
 #include "Desktop/Linux/Accessibility/AtspiBus.h"
 #include "Desktop/Linux/Accessibility/AtspiCache.h"
+#include "Desktop/Linux/Accessibility/AtspiDisclosure.h"
 #include "Desktop/Linux/Accessibility/AtspiFinder.h"
 #include "Desktop/Linux/Accessibility/AtspiGecko.h"
-#include "Desktop/Linux/Accessibility/AtspiReader.h"
 #include "Desktop/Linux/Accessibility/AtspiTree.h"
 #include "Desktop/PlatformError.h"
 
 #include <QCoroDBusPendingCall>
 #include <QDBusError>
 
-#include <algorithm>
 #include <utility>
 
 namespace {
@@ -54,29 +53,6 @@ QCoro::Task<std::shared_ptr<const AtspiCache>> fetchCache(std::shared_ptr<AtspiB
     auto job = [reply] { return std::make_shared<const AtspiCache>(AtspiCache::fromReply(reply)); };
     const std::shared_ptr<const AtspiCache> items = co_await bus->worker().run(std::move(job));
     co_return items;
-}
-
-// Browsers made from Chromium show their windows but nothing inside, unless they were started with a switch.
-QCoro::Task<bool> hidesControls(std::shared_ptr<AtspiApplication> application,
-                                std::shared_ptr<const AtspiCache> cache)
-{
-    if (application->toolkit() != AtspiToolkit::Chromium)
-        co_return false;
-    AtspiReading root;
-    root.object = application->root();
-    AtspiReader windowsReader(application, cache, {root});
-    co_await windowsReader.read();
-    QList<AtspiReading> windows;
-    for (const AtspiReference &window : windowsReader.readings().constFirst().children) {
-        AtspiReading reading;
-        reading.object = window;
-        windows.append(reading);
-    }
-    AtspiReader contentsReader(application, cache, windows);
-    co_await contentsReader.read();
-    const QList<AtspiReading> contents = contentsReader.readings();
-    co_return std::all_of(contents.cbegin(), contents.cend(),
-                          [](const AtspiReading &window) { return window.children.isEmpty(); });
 }
 
 } // namespace
@@ -125,7 +101,7 @@ QCoro::Task<std::shared_ptr<AccessibilityTree>> AtspiAccessibility::applicationT
         if (co_await Atspi::wakePages(application, cache))
             wokenPages->insert(root->service);
     }
-    if (co_await hidesControls(application, cache))
+    if (co_await Atspi::hidesControls(application, cache))
         throw hidden(application->name());
     const AtspiTree::Activate activateThis = [activate, processIdentifier] {
         return activate(processIdentifier);

@@ -26,5 +26,6 @@ extern const CFStringRef kCGWindowOwnerName;
 extern const CFStringRef kCGWindowName;
 CFArrayRef _Nullable CGWindowListCopyWindowInfo(CGWindowListOption option,
                                                 CGWindowID relativeToWindow) CF_RETURNS_RETAINED;
+bool CGPreflightScreenCaptureAccess(void);
 }
 CF_ASSUME_NONNULL_END

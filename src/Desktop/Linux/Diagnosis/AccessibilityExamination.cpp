@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Linux/Diagnosis/AccessibilityExamination.h"
+
+#include "Desktop/AbandonableJob.h"
+#include "Desktop/Linux/Accessibility/AtspiBus.h"
+#include "Desktop/Linux/Accessibility/AtspiDisclosure.h"
+#include "Desktop/Linux/Accessibility/AtspiFinder.h"
+
+#include <QCoreApplication>
+
+using Standing = ServiceChecks::Accessibility;
+
+namespace {
+
+using Applications = ServiceChecks::Applications;
+
+Applications sorted(const QList<RunningApplication> &running, const QList<AtspiDisclosure> &disclosures)
+{
+    Applications result;
+    for (qsizetype i = 0; i < running.size(); ++i) {
+        const QString name = running.at(i).localizedName.value_or(QStringLiteral("without a name"));
+        if (disclosures.at(i) == AtspiDisclosure::Hidden)
+            result.hidden.append(name);
+        else if (disclosures.at(i) == AtspiDisclosure::Silent)
+            result.silent.append(name);
+        else
+            ++result.shown;
+    }
+    return result;
+}
+
+// Whether the registry of the accessibility bus runs; it does so from the first application on that takes
+// part. Throws PlatformError when there is an address but no bus.
+QCoro::Task<bool> hasRegistry(QString address)
+{
+    if (address.isEmpty())
+        co_return false;
+    const auto job = [address] { return BusExamination::take(address); };
+    const std::optional<BusExamination> services =
+        co_await AbandonableJob::run(QStringLiteral("doctor.atspi"), job);
+    if (!services)
+        throw PlatformError(QStringLiteral("The accessibility bus doesn't answer."));
+    co_return services->isRunning(Atspi::registryService);
+}
+
+// Throws PlatformError when the bus or its registry does not answer.
+QCoro::Task<Applications> survey(std::shared_ptr<AtspiBus> bus, QString address,
+                                 QList<RunningApplication> running)
+{
+    const bool canAsk = co_await hasRegistry(address);
+    if (!canAsk) {
+        const QList<AtspiDisclosure> nobody(running.size(), AtspiDisclosure::Hidden);
+        co_return sorted(running, nobody);
+    }
+    const QDBusConnection connection = co_await bus->connection();
+    // Of what one application is silent about, the registry may be the cause; so it is asked for itself.
+    co_await Atspi::findApplication(connection, QCoreApplication::applicationPid());
+    QList<qint64> processes;
+    for (const RunningApplication &application : running)
+        processes.append(application.processIdentifier);
+    const QList<AtspiDisclosure> disclosures =
+        co_await Atspi::disclosures(connection, processes, AbandonableJob::limit);
+    co_return sorted(running, disclosures);
+}
+
+} // namespace
+
+QCoro::Task<AccessibilityExamination> AccessibilityExamination::take(std::optional<BusExamination> sessionBus,
+                                                                     QString address,
+                                                                     QList<RunningApplication> running)
+{
+    const QString launcher = QStringLiteral("org.a11y.Bus");
+    AccessibilityExamination result;
+    if (!sessionBus)
+        result.standing = Standing::NoSessionBus;
+    else if (!sessionBus->isRunning(launcher))
+        result.standing = sessionBus->canStart(launcher) ? Standing::NotRunning : Standing::NotInstalled;
+    if (result.standing != Standing::Works)
+        co_return result;
+    const auto bus = std::make_shared<AtspiBus>();
+    try {
+        const bool isEnabled = co_await bus->isEnabled();
+        if (isEnabled) {
+            const Applications applications = co_await survey(bus, address, running);
+            result.applications = applications;
+        } else {
+            result.standing = Standing::Off;
+        }
+    } catch (const PlatformError &) {
+        result.standing = Standing::Silent;
+    }
+    co_return result;
+}

@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Linux/Diagnosis/BusExamination.h"
+
+#include "Desktop/Linux/GLibPointers.h"
+#include "Desktop/PlatformError.h"
+
+#include <QFileInfo>
+
+namespace {
+
+struct VariantRelease
+{
+    void operator()(GVariant *variant) const { g_variant_unref(variant); }
+};
+using VariantPointer = std::unique_ptr<GVariant, VariantRelease>;
+
+[[noreturn]] void fail(GError *error)
+{
+    const GErrorPointer owned(error);
+    throw PlatformError(QString::fromUtf8(error->message));
+}
+
+// Qt's own connections are no use here: one that gets no answer holds up all others, and the end of the
+// process.
+GObjectPointer<GDBusConnection> connectTo(const QString &address)
+{
+    GError *error = nullptr;
+    const auto flags = GDBusConnectionFlags(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
+                                            G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION);
+    GObjectPointer<GDBusConnection> connection(g_dbus_connection_new_for_address_sync(
+        address.toUtf8().constData(), flags, nullptr, nullptr, &error));
+    if (!connection)
+        fail(error);
+    return connection;
+}
+
+QStringList names(GDBusConnection *connection, const char *method)
+{
+    constexpr int limit = 2000; // ms
+    GError *error = nullptr;
+    const VariantPointer reply(g_dbus_connection_call_sync(
+        connection, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", method, nullptr,
+        G_VARIANT_TYPE("(as)"), G_DBUS_CALL_FLAGS_NO_AUTO_START, limit, nullptr, &error));
+    if (!reply)
+        fail(error);
+    QStringList result;
+    const VariantPointer list(g_variant_get_child_value(reply.get(), 0));
+    for (gsize i = 0; i < g_variant_n_children(list.get()); ++i) {
+        const VariantPointer name(g_variant_get_child_value(list.get(), i));
+        result.append(QString::fromUtf8(g_variant_get_string(name.get(), nullptr)));
+    }
+    return result;
+}
+
+} // namespace
+
+QString BusExamination::sessionBusAddress()
+{
+    const QString address = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
+    // This one means: start a bus.
+    if (!address.isEmpty())
+        return address.startsWith(QLatin1StringView("autolaunch:")) ? QString() : address;
+    const QString folder = qEnvironmentVariable("XDG_RUNTIME_DIR");
+    const QString socket = folder + QStringLiteral("/bus");
+    return !folder.isEmpty() && QFileInfo::exists(socket) ? QStringLiteral("unix:path=") + socket : QString();
+}
+
+BusExamination BusExamination::take(const QString &address)
+{
+    if (address.isEmpty())
+        throw PlatformError(QStringLiteral("There is no bus."));
+    const GObjectPointer<GDBusConnection> connection = connectTo(address);
+    BusExamination result;
+    result.running = names(connection.get(), "ListNames");
+    result.startable = names(connection.get(), "ListActivatableNames");
+    g_dbus_connection_close_sync(connection.get(), nullptr, nullptr);
+    return result;
+}

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "Desktop/Diagnosis.h"
+#include "Desktop/Linux/Diagnosis/X11Examination.h"
+
+// What the X server's answers mean to a user. Pure functions, any thread.
+namespace DisplayChecks {
+
+// What the environment says of the session.
+struct Session
+{
+    QString display; // as $DISPLAY names it
+    bool isWayland = false;
+
+    static Session ofEnvironment();
+};
+
+enum class Server { Answers, Unreachable, Silent };
+
+DiagnosticCheck session(const Session &session, Server server);
+DiagnosticCheck windowManager(const X11Examination &examination);
+DiagnosticCheck keyboard(const X11Examination &examination);
+DiagnosticCheck spareKeys(const X11Examination &examination);
+
+enum class Orvane { Runs, DoesNotRun }; // as the window, which takes the key
+DiagnosticCheck hotKey(const X11Examination &examination, const Session &session, Orvane orvane);
+
+DiagnosticCheck screenshot(const X11Examination &examination, const Session &session);
+
+} // namespace DisplayChecks

@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Mac/MacDiagnosis.h"
+
+#include "Desktop/Mac/MacDisplay.h"
+#include "Desktop/Mac/MacHotKeys.h"
+
+#include <ApplicationServices/ApplicationServices.h>
+#include <CoreGraphics/CoreGraphics.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr std::uint16_t spaceBar = 49;
+
+QString allowIn(const QString &pane)
+{
+    return u"Allow Orvane, or the terminal that you start it in, in System Settings, Privacy & Security, %1."_s
+        .arg(pane);
+}
+
+DiagnosticCheck session()
+{
+    const DiagnosticCheck check{u"session"_s, u"Session"_s};
+    if (MacDisplay::isPresent())
+        return check.working(u"A macOS desktop."_s);
+    return check.absent(u"There is no desktop here."_s, u"Log in at the screen, and start Orvane there."_s);
+}
+
+DiagnosticCheck accessibility()
+{
+    const DiagnosticCheck check{u"accessibility"_s, u"Accessibility"_s};
+    if (AXIsProcessTrusted())
+        return check.working(u"Orvane may press keys, and read and operate other applications."_s);
+    return check.broken(u"Orvane may not press keys, nor read or operate other applications."_s,
+                        allowIn(u"Accessibility"_s));
+}
+
+DiagnosticCheck screenshot()
+{
+    const DiagnosticCheck check{u"screenshot"_s, u"Screenshots"_s};
+    if (CGPreflightScreenCaptureAccess())
+        return check.working(u"Orvane may take pictures of the screen."_s);
+    return check.broken(u"Orvane may not take pictures of other applications' windows."_s,
+                        allowIn(u"Screen Recording"_s));
+}
+
+// Whether the system hands the key out shows only to who asks for it. It is given back at once.
+QCoro::Task<DiagnosticCheck> hotKey()
+{
+    const DiagnosticCheck check{u"hot-key"_s, u"Hot key"_s, DiagnosticCheck::Need::Comfort};
+    const HotKeyModifiers modifiers = HotKeyModifier::Option;
+    const HotKeyIdentifier identifier{fourCharacterCode("ORVN"), 2};
+    const std::function<void()> nothing = [] {};
+    MacHotKeys hotKeys;
+    const std::shared_ptr<HotKeyReference> reference =
+        co_await hotKeys.registerHotKey(spaceBar, modifiers, identifier, nothing);
+    if (reference)
+        co_return check.working(u"Orvane can have Option+Space."_s);
+    co_return check.limited(
+        u"Option+Space is taken by another program."_s,
+        u"Free it in that program's settings, or open Orvane from the Dock or with: orvane --toggle"_s);
+}
+
+} // namespace
+
+QCoro::Task<QList<DiagnosticCheck>> MacDiagnosis::examine()
+{
+    QList<DiagnosticCheck> checks{session()};
+    if (checks.constFirst().isObstacle())
+        co_return checks;
+    const DiagnosticCheck hotKeyCheck = co_await hotKey();
+    checks << accessibility() << hotKeyCheck << screenshot();
+    co_return checks;
+}

@@ -23,6 +23,7 @@ struct Words
     bool verbose = false;
     bool background = false;
     bool toggle = false;
+    bool json = false;
     std::optional<QString> unknownOption;
 };
 
@@ -45,6 +46,8 @@ Words sorted(const QStringList &arguments)
             result.background = true;
         else if (argument == "--toggle"_L1)
             result.toggle = true;
+        else if (argument == "--json"_L1)
+            result.json = true;
         else if (!result.unknownOption)
             result.unknownOption = argument;
     }
@@ -102,6 +105,16 @@ Parsed parseModels(const Words &given)
     return wrongUse(u"“models %1” is no command."_s.arg(verb), helpCommand);
 }
 
+Parsed parseDoctor(const Words &given)
+{
+    if (given.help)
+        return help(HelpTexts::doctorCommand());
+    if (given.words.size() > 1)
+        return wrongUse(u"“doctor” takes no words."_s, u"orvane doctor --help"_s);
+    const auto format = given.json ? DoctorReport::Format::Json : DoctorReport::Format::Text;
+    return CommandLine{.command = Command::Doctor, .format = format, .verbose = given.verbose};
+}
+
 Parsed parseWindow(const Words &given)
 {
     using Opening = CommandLine::Opening;
@@ -125,10 +138,14 @@ Parsed CommandLine::parse(const QStringList &arguments)
     const QString command = given.words.value(0);
     if (!command.isEmpty() && (given.background || given.toggle))
         return wrongUse(u"The options “--background” and “--toggle” go without a command."_s);
+    if (given.json && command != "doctor"_L1)
+        return wrongUse(u"The option “--json” goes with “doctor” only."_s);
     if (command == "do"_L1)
         return parseDo(given);
     if (command == "models"_L1)
         return parseModels(given);
+    if (command == "doctor"_L1)
+        return parseDoctor(given);
     if (!command.isEmpty())
         return wrongUse(u"“%1” is no command."_s.arg(command));
     if (given.help)

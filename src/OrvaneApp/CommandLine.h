@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "OrvaneApp/DoctorReport.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -9,7 +11,7 @@
 // What the user asks for on the command line. A plain value.
 struct CommandLine
 {
-    enum class Command { Help, Version, Do, ListModels, DownloadModel, SelectModel, Window };
+    enum class Command { Help, Version, Do, ListModels, DownloadModel, SelectModel, Doctor, Window };
 
     // How the window comes up, or what becomes of the one that is there.
     enum class Opening { Shown, Hidden, Toggled };
@@ -19,7 +21,8 @@ struct CommandLine
     QString task = {};     // of Do
     // Of SelectModel and DownloadModel: of the catalog, or empty for the selected model.
     QString modelIdentifier = {};
-    Opening opening = Opening::Shown; // of Window
+    Opening opening = Opening::Shown;                         // of Window
+    DoctorReport::Format format = DoctorReport::Format::Text; // of Doctor
     bool verbose = false;
 
     // The arguments cannot be understood: one sentence, and where to read more.

@@ -4,6 +4,7 @@
 #include "Base/LocalizedError.h"
 #include "Inference/LlamaLog.h"
 #include "OrvaneApp/DoCommand.h"
+#include "OrvaneApp/DoctorCommand.h"
 #include "OrvaneApp/DownloadCommand.h"
 #include "OrvaneApp/ExitStatus.h"
 #include "OrvaneApp/ModelsCommand.h"
@@ -46,6 +47,13 @@ int doTask(ModelManager &models, const QString &task, Terminal &terminal)
     return carriedOut(command, task);
 }
 
+int examine(const ModelManager &models, DoctorReport::Format format, Terminal &terminal)
+{
+    const std::unique_ptr<Diagnosis> diagnosis = Platform::diagnosis();
+    DoctorCommand command(models, *diagnosis, &LlamaLibrary::describe, terminal);
+    return carriedOut(command, format);
+}
+
 int showWindow(CommandLine::Opening opening, ProgramInstance &instance, Terminal &terminal)
 {
     WindowCommand command(instance, terminal);
@@ -73,6 +81,8 @@ int carryOut(const CommandLine &commandLine, ModelManager &models, Terminal &ter
                                      terminal);
     case Command::ListModels:
         return ModelsCommand::list(models, terminal);
+    case Command::Doctor:
+        return examine(models, commandLine.format, terminal);
     case Command::Help:
     case Command::Version:
     case Command::Window:

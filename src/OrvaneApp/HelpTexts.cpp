@@ -8,6 +8,7 @@ QString HelpTexts::general()
     return uR"(Usage: orvane [--background | --toggle]
        orvane do TASK
        orvane models [download [ID] | select ID]
+       orvane doctor [--json]
 
 Operates your desktop for you: say in plain words what you want, and a language model on
 this machine plans it step by step. Risky steps are done only after you have allowed them.
@@ -19,6 +20,7 @@ this machine plans it step by step. Risky steps are done only after you have all
   models                list the models, and what is on this machine
   models download [ID]  get a model; this is the only thing that goes to the network
   models select ID      plan with another model
+  doctor                say what works on this desktop, and what to do about what does not
 
   -h, --help            say this, or more about a command: orvane do --help
   --version             say the version
@@ -56,5 +58,25 @@ Lists the models with their ID, which one is selected, and which are on this mac
   download [ID]  get the selected model, or select the one with this ID and get it;
                  a download that was stopped goes on where it was
   select ID      plan with this model from now on
+)"_s;
+}
+
+QString HelpTexts::doctorCommand()
+{
+    return uR"(Usage: orvane doctor [--json]
+
+Says what works on this desktop, and what to do about what does not. It changes nothing. Lines
+with ✓ are fine, tasks need what is marked ✗, and ! marks what is good to know.
+
+  --json  the same for scripts: an object with "works" (whether the exit status is 0) and
+          "checks", each with "id", "title", "state" (works, limited, broken or absent),
+          "needed" (whether tasks need it), "finding" and "advice" (may be empty)
+
+The checks are, by their "id": session, window-manager, accessibility, keyboard, spare-keys,
+hot-key, browser, file-manager, show-files, screenshot, applications, model and llama. Those
+that make no sense are left out: without a display, all but session, model and llama.
+
+Ends with 0 when all that tasks need works, 3 when only the model is missing or broken, 4 when
+something else is, 1 when it was stopped, 64 when the command is wrong.
 )"_s;
 }

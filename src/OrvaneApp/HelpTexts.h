@@ -9,5 +9,6 @@ namespace HelpTexts {
 QString general();
 QString doCommand();
 QString modelsCommand();
+QString doctorCommand();
 
 } // namespace HelpTexts

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Desktop/Desktop.h"
+#include "Desktop/Diagnosis.h"
 #include "Desktop/ProgramInstance.h"
 #include "Desktop/Shell.h"
 
@@ -38,6 +39,9 @@ bool hasDisplay();
 
 // Throws PlatformError when there is no desktop to work on.
 std::unique_ptr<DesktopServices> connectToDesktop();
+
+// Needs no desktop.
+std::unique_ptr<Diagnosis> diagnosis();
 
 // Needs the application object.
 std::unique_ptr<ShellServices> connectToShell();

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Linux/Diagnosis/LinuxDiagnosis.h"
 #include "Desktop/Linux/LinuxDesktop.h"
 #include "Desktop/Linux/LinuxDisplay.h"
 #include "Desktop/Linux/LinuxProgramInstance.h"
@@ -37,6 +38,11 @@ bool Platform::hasDisplay()
 std::unique_ptr<DesktopServices> Platform::connectToDesktop()
 {
     return std::make_unique<LinuxDesktopServices>();
+}
+
+std::unique_ptr<Diagnosis> Platform::diagnosis()
+{
+    return std::make_unique<LinuxDiagnosis>();
 }
 
 std::unique_ptr<ShellServices> Platform::connectToShell()

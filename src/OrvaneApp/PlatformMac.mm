@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Mac/MacDesktop.h"
+#include "Desktop/Mac/MacDiagnosis.h"
 #include "Desktop/Mac/MacDisplay.h"
 #include "Desktop/Mac/MacProgramInstance.h"
 #include "Desktop/Mac/MacShell.h"
@@ -42,6 +43,11 @@ bool Platform::hasDisplay()
 std::unique_ptr<DesktopServices> Platform::connectToDesktop()
 {
     return std::make_unique<MacDesktopServices>();
+}
+
+std::unique_ptr<Diagnosis> Platform::diagnosis()
+{
+    return std::make_unique<MacDiagnosis>();
 }
 
 std::unique_ptr<ShellServices> Platform::connectToShell()

@@ -34,6 +34,7 @@ private Q_SLOTS:
     void verboseIsUnderstoodAnywhere();
     void theWindowComesUpAsAskedFor_data();
     void theWindowComesUpAsAskedFor();
+    void theDoctorSpeaksJsonWhenAsked();
 };
 
 void CommandLineTest::commandsAreUnderstood_data()
@@ -48,6 +49,9 @@ void CommandLineTest::commandsAreUnderstood_data()
     row(u"models download"_s, CommandLine::Command::DownloadModel);
     row(u"models download llama3.2-3b"_s, CommandLine::Command::DownloadModel);
     row(u"models select llama3.2-3b"_s, CommandLine::Command::SelectModel);
+    row(u"doctor"_s, CommandLine::Command::Doctor);
+    row(u"doctor --json"_s, CommandLine::Command::Doctor);
+    row(u"doctor --json --help"_s, CommandLine::Command::Help);
     row(u"--version"_s, CommandLine::Command::Version);
     row(u"do something --version"_s, CommandLine::Command::Version);
     row(u"--help"_s, CommandLine::Command::Help);
@@ -105,6 +109,7 @@ void CommandLineTest::helpIsAboutTheCommand_data()
     QTest::newRow("do") << u"do --help"_s << HelpTexts::doCommand();
     QTest::newRow("before do") << u"-h do"_s << HelpTexts::doCommand();
     QTest::newRow("models") << u"models --help"_s << HelpTexts::modelsCommand();
+    QTest::newRow("doctor") << u"doctor --help"_s << HelpTexts::doctorCommand();
     QTest::newRow("models select") << u"models select --help"_s << HelpTexts::modelsCommand();
 }
 
@@ -134,6 +139,9 @@ void CommandLineTest::wrongUseIsSaidClearly_data()
     row(u"models select"_s, u"Which model is to be selected? See: orvane models"_s);
     row(u"models select gpt"_s, u"There is no model “gpt”. See: orvane models"_s);
     row(u"models download LLAMA3.2-3B"_s, u"There is no model “LLAMA3.2-3B”. See: orvane models"_s);
+    row(u"doctor now"_s, u"“doctor” takes no words. See: orvane doctor --help"_s);
+    row(u"models --json"_s, u"The option “--json” goes with “doctor” only. See: orvane --help"_s);
+    row(u"--json"_s, u"The option “--json” goes with “doctor” only. See: orvane --help"_s);
     row(u"models select llama3.2-3b now"_s,
         u"There are too many words after “select”. See: orvane models --help"_s);
 }
@@ -168,6 +176,14 @@ void CommandLineTest::theWindowComesUpAsAskedFor()
 {
     QFETCH(QString, arguments);
     QTEST(std::get<CommandLine>(parsed(arguments)).opening, "opening");
+}
+
+void CommandLineTest::theDoctorSpeaksJsonWhenAsked()
+{
+    using Format = DoctorReport::Format;
+    QCOMPARE(std::get<CommandLine>(parsed(u"doctor"_s)).format, Format::Text);
+    QCOMPARE(std::get<CommandLine>(parsed(u"doctor --json"_s)).format, Format::Json);
+    QCOMPARE(std::get<CommandLine>(parsed(u"--json doctor"_s)).format, Format::Json);
 }
 
 QTEST_GUILESS_MAIN(CommandLineTest)

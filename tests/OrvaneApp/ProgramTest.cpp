@@ -25,6 +25,7 @@ private Q_SLOTS:
     void withoutADisplayThereIsNoWindow();
     void withoutAModelItIsNotReady();
     void withABrokenModelAndNoDesktopItSaysSo();
+    void theDoctorFindsNoDisplay();
     void modelsAreListed();
     void aSelectionLasts();
     void nothingIsWrittenOutsideTheUsersFolders();
@@ -71,6 +72,7 @@ void ProgramTest::helpIsPrinted_data()
                              << u"Usage: orvane [--background | --toggle]\n       orvane do TASK\n"_s;
     QTest::newRow("do") << QStringList{u"do"_s, u"-h"_s} << u"Usage: orvane do TASK\n\n"_s;
     QTest::newRow("models") << QStringList{u"models"_s, u"--help"_s} << u"Usage: orvane models\n"_s;
+    QTest::newRow("doctor") << QStringList{u"doctor"_s, u"--help"_s} << u"Usage: orvane doctor [--json]\n"_s;
 }
 
 void ProgramTest::helpIsPrinted()
@@ -147,6 +149,23 @@ void ProgramTest::withABrokenModelAndNoDesktopItSaysSo()
     QCOMPARE(result.status, 1);
     QVERIFY2(result.errors.startsWith(u"orvane: "_s), qPrintable(result.errors));
     QCOMPARE(result.errors.count(u'\n'), 1);
+}
+
+void ProgramTest::theDoctorFindsNoDisplay()
+{
+    if (QSysInfo::kernelType() != u"linux")
+        QSKIP("There is always a desktop here.");
+    const Result result = run({u"doctor"_s});
+    QCOMPARE(result.status, 4);
+    QCOMPARE(result.errors, QString());
+    QStringList marks;
+    for (const QString &line : result.output.split(u'\n')) {
+        if (!line.startsWith(u' ') && line.contains(u": "_s))
+            marks << line.section(u':', 0, 0);
+    }
+    QCOMPARE(marks, QStringList({u"✗ Session"_s, u"✗ Model"_s, u"✓ llama.cpp"_s}));
+    QVERIFY2(result.output.contains(u"There is no graphical desktop here."_s), qPrintable(result.output));
+    QVERIFY(result.output.contains(u"    Get it with: orvane models download\n"_s));
 }
 
 void ProgramTest::modelsAreListed()

@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+// What the llama.cpp that we are linked with says of itself.
+namespace LlamaLibrary {
+
+struct Description
+{
+    QString build;       // its version, and the commit where that is known
+    QStringList devices; // what a loaded model would run on, as the makers call it; the processor is one
+};
+
+// Looks for the devices, which may take moments and may get stuck in a graphics driver: not for the main
+// thread. At no time while an engine loads or generates.
+Description describe();
+
+} // namespace LlamaLibrary

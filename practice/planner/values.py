@@ -30,15 +30,15 @@ class TrainingValues:
 
     def _raw_word(self, rng: random.Random) -> str:
         kind = rng.random()
-        if kind < 0.36:
+        if kind < 0.30:
             count = rng.choice((1, 2, 2, 3))
             word = "".join(self._syllable(rng) for _ in range(count))
-        elif kind < 0.46:
+        elif kind < 0.38:
             word = "".join(rng.choice(string.ascii_lowercase) for _ in range(rng.randint(2, 9)))
-        elif kind < 0.62 and self._pieces:
+        elif kind < 0.64 and self._pieces:
             # at least two: one alone may be a word of the wordings, and then nobody could tell what is meant
             word = "".join(rng.choice(self._pieces) for _ in range(rng.randint(2, 4)))
-        elif kind < 0.68:
+        elif kind < 0.70:
             letters = list(rng.choice(words.WORDS))
             letters.insert(rng.randint(0, len(letters)), rng.choice(string.ascii_lowercase))
             word = "".join(letters)

@@ -201,7 +201,7 @@ EVERYDAY_WORDS = (
     "more most less all any some few other new old good best cheap free last first next over under into about near "
     "behind without before after between during what when where which who why how so but or if as than there here today "
     "soon still just only very too also right left up down out off back your our their his her an one two need want like "
-    "love know see think page name file folder window program image list word time place key line"
+    "love know see think look seem work live read book note part made done page name file folder window program image list word time place key line"
 ).split()
 
 SYLLABLE_STARTS = (

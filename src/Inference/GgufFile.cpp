@@ -5,6 +5,9 @@
 #include <QDataStream>
 #include <QFile>
 #include <QSet>
+#include <QtNumeric>
+
+#include <ggml.h>
 
 #include <algorithm>
 #include <bit>
@@ -50,6 +53,19 @@ std::optional<quint64> fixedSize(quint32 type)
     default:
         return std::nullopt;
     }
+}
+
+// At least one, so that every tensor has a place; of types that the library does not know, it will say so
+// itself. Nothing when there is no such number.
+std::optional<quint64> tensorBytes(quint32 type, quint64 elements)
+{
+    if (type >= GGML_TYPE_COUNT || ggml_blck_size(ggml_type(type)) <= 0)
+        return 1;
+    const auto blocks = elements / static_cast<quint64>(ggml_blck_size(ggml_type(type)));
+    quint64 bytes = 0;
+    if (qMulOverflow(blocks, static_cast<quint64>(ggml_type_size(ggml_type(type))), &bytes))
+        return std::nullopt;
+    return std::max<quint64>(bytes, 1);
 }
 
 // Reads a file from its start to the end of its tensor list. The first thing found wrong is kept; what is
@@ -190,22 +206,27 @@ private:
         const auto dimensions = number<quint32>();
         if (dimensions > mostDimensions)
             refuse(Verdict::Malformed);
+        quint64 elements = 1;
         for (quint32 i = 0; i < dimensions && isGood(); ++i) {
-            if (number<qint64>() < 0)
+            const auto length = number<qint64>();
+            if (length < 0 || qMulOverflow(elements, static_cast<quint64>(length), &elements))
                 refuse(Verdict::Malformed);
         }
-        number<quint32>(); // the type: which ones there are is the library's business
-        m_farthestOffset = std::max(m_farthestOffset, number<quint64>());
+        const std::optional<quint64> bytes = tensorBytes(number<quint32>(), elements);
+        quint64 end = 0;
+        if (!bytes || qAddOverflow(number<quint64>(), *bytes, &end))
+            refuse(Verdict::Malformed);
+        m_end = std::max(m_end, end);
     }
 
-    // Every tensor must begin inside the file; that it also ends there the loader looks at itself.
+    // Every tensor must lie inside the file.
     void checkData()
     {
         if (!isGood() || m_tensorCount == 0)
             return;
         const auto position = static_cast<quint64>(m_file.pos());
         const quint64 padding = (m_alignment - position % m_alignment) % m_alignment;
-        if (padding >= remaining() || m_farthestOffset >= remaining() - padding)
+        if (padding > remaining() || m_end > remaining() - padding)
             refuse(Verdict::CutShort);
     }
 
@@ -214,7 +235,7 @@ private:
     Verdict m_verdict = Verdict::Plausible;
     quint64 m_tensorCount = 0;
     quint64 m_valueCount = 0;
-    quint64 m_farthestOffset = 0;
+    quint64 m_end = 0; // of the tensor that ends last, from the beginning of the data
     quint32 m_alignment = defaultAlignment;
 };
 

@@ -6,7 +6,6 @@
 #include <QDir>
 #include <QFile>
 #include <QProcess>
-#include <QProcessEnvironment>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -15,6 +14,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int taskLimitMilliseconds = 120'000;
+constexpr int runLimitMilliseconds = 20'000; // below what D-Bus waits by itself
 
 QString quoted(QString text)
 {
@@ -41,6 +41,21 @@ void OrvaneProgram::installPracticeModel()
     const QString model = folder + u"/qwen2.5-1.5b-instruct-q4_k_m.gguf"_s;
     if (!QFile::exists(model) && !QFile::copy(QString::fromUtf8(ORVANE_PRACTICE_MODEL), model))
         qFatal("the practice model cannot be put in its place");
+}
+
+OrvaneProgram::Ending OrvaneProgram::run(const QStringList &arguments, const QProcessEnvironment &environment)
+{
+    QProcess program;
+    program.setProcessEnvironment(environment);
+    program.setProcessChannelMode(QProcess::MergedChannels);
+    program.start(QString::fromUtf8(ORVANE_PROGRAM), arguments);
+    const bool hasEnded = program.waitForFinished(runLimitMilliseconds);
+    if (!hasEnded) {
+        program.kill();
+        program.waitForFinished();
+    }
+    const bool isRegular = hasEnded && program.exitStatus() == QProcess::NormalExit;
+    return {isRegular ? program.exitCode() : -1, QString::fromUtf8(program.readAll())};
 }
 
 QString OrvaneProgram::carryOut(const QString &task)

@@ -1,94 +1,21 @@
 // SPDX-License-Identifier: Apache-2.0
 // What `orvane doctor` says of a desktop on which one thing at a time is amiss, and that it changes nothing
 // there.
+#include "desktop/support/Doctor.h"
 #include "desktop/support/DesktopTest.h"
 #include "desktop/support/OrvaneProgram.h"
 
-#include <QDirIterator>
-#include <QFile>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QProcess>
+#include <QDir>
+#include <QFileInfo>
 
 #include <xcb/xcb.h>
 
 #include <csignal>
-#include <memory>
-#include <vector>
+#include <cstdlib>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-// What the doctor says to scripts.
-struct Report
-{
-    int status = -1;
-    QString text; // all of it
-    QJsonObject object = {};
-
-    QJsonObject check(const QString &identifier) const
-    {
-        for (const QJsonValue &value : object[u"checks"_s].toArray()) {
-            if (value[u"id"_s] == identifier)
-                return value.toObject();
-        }
-        return {};
-    }
-    QString state(const QString &identifier) const { return check(identifier)[u"state"_s].toString(); }
-    QString finding(const QString &identifier) const { return check(identifier)[u"finding"_s].toString(); }
-    QStringList identifiers() const
-    {
-        QStringList result;
-        for (const QJsonValue &value : object[u"checks"_s].toArray())
-            result << value[u"id"_s].toString();
-        return result;
-    }
-};
-
-using Environment = QList<std::pair<QString, QString>>;
-
-// With these variables set; to nothing, if they are to be absent.
-Report consult(const Environment &changes = {})
-{
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    for (const auto &[name, value] : changes) {
-        environment.insert(name, value);
-        if (value.isEmpty())
-            environment.remove(name);
-    }
-    const OrvaneProgram::Ending ending = OrvaneProgram::run({u"doctor"_s, u"--json"_s}, environment);
-    return {ending.status, ending.output, QJsonDocument::fromJson(ending.output.toUtf8()).object()};
-}
-
-QByteArray output(const QString &program, const QStringList &arguments)
-{
-    QProcess process;
-    process.start(program, arguments);
-    process.waitForFinished(PrivateDesktop::patience);
-    return process.readAllStandardOutput();
-}
-
-// One call of the accessibility switch, which must be running.
-QByteArray callSwitch(const QStringList &arguments)
-{
-    const QStringList call{u"--session"_s, u"--print-reply"_s, u"--dest=org.a11y.Bus"_s, u"/org/a11y/bus"_s};
-    return output(u"dbus-send"_s, call + arguments);
-}
-
-bool isAccessibilityOn()
-{
-    return callSwitch(
-               {u"org.freedesktop.DBus.Properties.Get"_s, u"string:org.a11y.Status"_s, u"string:IsEnabled"_s})
-        .contains("true");
-}
-
-void switchAccessibility(bool on)
-{
-    callSwitch({u"org.freedesktop.DBus.Properties.Set"_s, u"string:org.a11y.Status"_s, u"string:IsEnabled"_s,
-                u"variant:boolean:"_s + (on ? u"true"_s : u"false"_s)});
-}
 
 // A program of this desktop that stands still while this lives.
 class Stopped
@@ -140,27 +67,6 @@ private:
     bool m_hasKey = false;
 };
 
-// Everything that a diagnosis might change.
-struct DesktopState
-{
-    QString windows = Screen::described();
-    QString activeClass = Screen::activeClass();
-    QByteArray keyboard = output(u"xmodmap"_s, {u"-pke"_s}) + output(u"xset"_s, {u"q"_s});
-    QStringList files = filesAtHome();
-    QList<qint64> processes = PrivateDesktop::processesWith({});
-
-    static QStringList filesAtHome()
-    {
-        QStringList files;
-        QDirIterator all(PrivateDesktop::home(), QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot,
-                         QDirIterator::Subdirectories);
-        while (all.hasNext())
-            files << all.next();
-        files.sort();
-        return files;
-    }
-};
-
 } // namespace
 
 class DoctorTest : public DesktopTest
@@ -183,7 +89,7 @@ private Q_SLOTS:
     void theAccessibilityBusHasDied();
 
 private:
-    static void compareWithNow(const DesktopState &before);
+    static void compareWithNow(const Doctor::DesktopState &before);
 };
 
 void DoctorTest::init()
@@ -191,9 +97,9 @@ void DoctorTest::init()
     OrvaneProgram::installPracticeModel();
 }
 
-void DoctorTest::compareWithNow(const DesktopState &before)
+void DoctorTest::compareWithNow(const Doctor::DesktopState &before)
 {
-    const DesktopState now;
+    const Doctor::DesktopState now = Doctor::DesktopState::now();
     QCOMPARE(now.windows, before.windows);
     QCOMPARE(now.activeClass, before.activeClass);
     QCOMPARE(now.keyboard, before.keyboard);
@@ -206,10 +112,10 @@ void DoctorTest::aGoodDesktopWorksAndStaysAsItIs()
 {
     QVERIFY(PrivateDesktop::open(u"mousepad"_s, {}, u"Mousepad"_s));
     QVERIFY(!perform("read_ui").hasFailed);
-    const DesktopState before;
-    const Report report = consult();
+    const Doctor::DesktopState before = Doctor::DesktopState::now();
+    const Doctor::Report report = Doctor::consult();
     compareWithNow(before);
-    QVERIFY(isAccessibilityOn());
+    QVERIFY(Doctor::isAccessibilityOn());
     QVERIFY2(report.status == 0 && report.object[u"works"_s].toBool(), qPrintable(report.text));
     for (const QString &identifier : report.identifiers()) {
         // The window manager has Alt+Space.
@@ -246,46 +152,46 @@ void DoctorTest::theModelIsMissing()
         const QByteArray whole = PrivateDesktop::read(PrivateDesktop::home(u".local/share/"_s + models));
         PrivateDesktop::write(folder + u'/' + models, whole.first(whole.size() - 1000));
     }
-    const Report report = consult({{u"ORVANE_HOME"_s, folder}});
+    const Doctor::Report report = Doctor::consult({{u"ORVANE_HOME"_s, folder}});
     QVERIFY(QDir(folder).removeRecursively());
     QVERIFY2(report.status == 3, qPrintable(report.text));
     QTEST(report.state(u"model"_s), "state");
-    QVERIFY2(report.check(u"model"_s)[u"advice"_s].toString().contains(u"orvane models download"_s),
-             qPrintable(report.text));
+    QVERIFY2(report.advice(u"model"_s).contains(u"orvane models download"_s), qPrintable(report.text));
 }
 
 void DoctorTest::somethingIsNotThere_data()
 {
-    QTest::addColumn<Environment>("changes");
+    QTest::addColumn<Doctor::Environment>("changes");
     QTest::addColumn<QString>("identifier");
     QTest::addColumn<QString>("state");
     QTest::addColumn<int>("checks");
     const QString nowhere = u"unix:path=/nowhere"_s;
-    QTest::newRow("no display") << Environment{{u"DISPLAY"_s, {}}} << u"session"_s << u"absent"_s << 3;
+    QTest::newRow("no display") << Doctor::Environment{{u"DISPLAY"_s, {}}} << u"session"_s << u"absent"_s
+                                << 3;
     QTest::newRow("an unknown display")
-        << Environment{{u"DISPLAY"_s, u":4711"_s}} << u"session"_s << u"broken"_s << 3;
-    QTest::newRow("no session bus") << Environment{{u"DBUS_SESSION_BUS_ADDRESS"_s, {}}} << u"accessibility"_s
-                                    << u"absent"_s << 13;
-    QTest::newRow("a dead session bus")
-        << Environment{{u"DBUS_SESSION_BUS_ADDRESS"_s, nowhere}} << u"accessibility"_s << u"absent"_s << 13;
+        << Doctor::Environment{{u"DISPLAY"_s, u":4711"_s}} << u"session"_s << u"broken"_s << 3;
+    QTest::newRow("no session bus") << Doctor::Environment{{u"DBUS_SESSION_BUS_ADDRESS"_s, {}}}
+                                    << u"accessibility"_s << u"absent"_s << 13;
+    QTest::newRow("a dead session bus") << Doctor::Environment{{u"DBUS_SESSION_BUS_ADDRESS"_s, nowhere}}
+                                        << u"accessibility"_s << u"absent"_s << 13;
     // No application of any kind is installed.
-    QTest::newRow("no browser") << Environment{{u"XDG_DATA_DIRS"_s, u"/nowhere"_s}} << u"browser"_s
+    QTest::newRow("no browser") << Doctor::Environment{{u"XDG_DATA_DIRS"_s, u"/nowhere"_s}} << u"browser"_s
                                 << u"absent"_s << 13;
-    QTest::newRow("no file manager") << Environment{{u"XDG_DATA_DIRS"_s, u"/nowhere"_s}} << u"file-manager"_s
-                                     << u"absent"_s << 13;
+    QTest::newRow("no file manager") << Doctor::Environment{{u"XDG_DATA_DIRS"_s, u"/nowhere"_s}}
+                                     << u"file-manager"_s << u"absent"_s << 13;
 }
 
 void DoctorTest::somethingIsNotThere()
 {
-    QFETCH(Environment, changes);
+    QFETCH(Doctor::Environment, changes);
     QFETCH(QString, identifier);
     QFETCH(int, checks);
-    const DesktopState before;
-    const Report report = consult(changes);
+    const Doctor::DesktopState before = Doctor::DesktopState::now();
+    const Doctor::Report report = Doctor::consult(changes);
     compareWithNow(before);
     QVERIFY2(report.status == 4, qPrintable(report.text));
     QTEST(report.state(identifier), "state");
-    QVERIFY(!report.check(identifier)[u"advice"_s].toString().isEmpty());
+    QVERIFY(!report.advice(identifier).isEmpty());
     QCOMPARE(report.identifiers().size(), checks);
     QCOMPARE(report.state(u"model"_s), u"works"_s);
     QCOMPARE(report.state(u"llama"_s), u"works"_s);
@@ -293,10 +199,10 @@ void DoctorTest::somethingIsNotThere()
 
 void DoctorTest::accessibilityIsOff()
 {
-    switchAccessibility(false);
-    const Report report = consult();
-    const bool isStillOff = !isAccessibilityOn();
-    switchAccessibility(true);
+    Doctor::switchAccessibility(false);
+    const Doctor::Report report = Doctor::consult();
+    const bool isStillOff = !Doctor::isAccessibilityOn();
+    Doctor::switchAccessibility(true);
     QVERIFY2(report.status == 4, qPrintable(report.text));
     QCOMPARE(report.state(u"accessibility"_s), u"broken"_s);
     QVERIFY2(report.finding(u"accessibility"_s).contains(u"switched off"_s), qPrintable(report.text));
@@ -311,7 +217,7 @@ void DoctorTest::anApplicationHidesItsControls()
         u"chromium"_s, {u"--no-sandbox"_s, u"--no-first-run"_s, u"--disable-gpu"_s, page}, u"Chromium"_s));
     QVERIFY(PrivateDesktop::open(u"mousepad"_s, {}, u"Mousepad"_s));
     QVERIFY(!perform("read_ui").hasFailed);
-    const Report report = consult();
+    const Doctor::Report report = Doctor::consult();
     QVERIFY2(report.status == 0, qPrintable(report.text));
     QCOMPARE(report.state(u"applications"_s), u"limited"_s);
     QCOMPARE(report.finding(u"applications"_s),
@@ -323,7 +229,7 @@ void DoctorTest::anApplicationHangs()
     QVERIFY(PrivateDesktop::open(u"mousepad"_s, {}, u"Mousepad"_s));
     QVERIFY(!perform("read_ui").hasFailed);
     PrivateDesktop::signalApplication(u"Mousepad"_s, SIGSTOP);
-    const Report report = consult();
+    const Doctor::Report report = Doctor::consult();
     QVERIFY2(report.status == 0, qPrintable(report.text));
     QCOMPARE(report.finding(u"applications"_s), u"These aren't responding: “Mousepad”."_s);
 }
@@ -349,16 +255,16 @@ void DoctorTest::aServiceHangs()
     QFETCH(QString, identifier);
     QVERIFY(PrivateDesktop::open(u"mousepad"_s, {}, u"Mousepad"_s));
     QVERIFY(!perform("read_ui").hasFailed);
-    Report report;
+    Doctor::Report report;
     {
         const Stopped stopped(commandLine);
         QVERIFY(!stopped.isEmpty());
-        report = consult();
+        report = Doctor::consult();
     }
     QVERIFY2(report.status == 4, qPrintable(report.text));
     QTEST(report.state(identifier), "state");
     QCOMPARE(report.state(u"model"_s), u"works"_s);
-    QCOMPARE(consult().status, 0);
+    QCOMPARE(Doctor::consult().status, 0);
 }
 
 void DoctorTest::theWindowManagerHasEnded()
@@ -366,9 +272,9 @@ void DoctorTest::theWindowManagerHasEnded()
     const auto managers = PrivateDesktop::processesWith("xfwm4");
     QVERIFY(!managers.isEmpty());
     ::kill(static_cast<pid_t>(managers.first()), SIGKILL);
-    const auto isManaged = [] { return consult().state(u"window-manager"_s) == u"works"_s; };
+    const auto isManaged = [] { return Doctor::consult().state(u"window-manager"_s) == u"works"_s; };
     QVERIFY(QTest::qWaitFor([&] { return !isManaged(); }, PrivateDesktop::patience));
-    const Report report = consult();
+    const Doctor::Report report = Doctor::consult();
     QVERIFY2(report.status == 4, qPrintable(report.text));
     QCOMPARE(report.state(u"window-manager"_s), u"absent"_s);
     QCOMPARE(report.state(u"hot-key"_s), u"works"_s);
@@ -376,9 +282,9 @@ void DoctorTest::theWindowManagerHasEnded()
         // The doctor has left the key free, and sees who takes it.
         const KeyOwner owner;
         QVERIFY(owner.hasKey());
-        QCOMPARE(consult().state(u"hot-key"_s), u"limited"_s);
+        QCOMPARE(Doctor::consult().state(u"hot-key"_s), u"limited"_s);
     }
-    QCOMPARE(consult().state(u"hot-key"_s), u"works"_s);
+    QCOMPARE(Doctor::consult().state(u"hot-key"_s), u"works"_s);
     PrivateDesktop::start(u"xfwm4"_s, {u"--compositor=off"_s});
     QVERIFY(QTest::qWaitFor(isManaged, PrivateDesktop::patience));
 }
@@ -393,7 +299,7 @@ void DoctorTest::theAccessibilityBusHasDied()
                PrivateDesktop::processesWith("at-spi-bus-launcher").isEmpty();
     };
     QVERIFY(QTest::qWaitFor(isGone, PrivateDesktop::patience));
-    const Report report = consult();
+    const Doctor::Report report = Doctor::consult();
     QVERIFY2(report.status == 4, qPrintable(report.text));
     QCOMPARE(report.state(u"accessibility"_s), u"broken"_s);
     QCOMPARE(report.state(u"applications"_s), u"limited"_s);

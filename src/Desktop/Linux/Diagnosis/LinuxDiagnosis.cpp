@@ -70,6 +70,33 @@ DisplayChecks::Orvane runningOrvane(const std::optional<BusExamination> &session
     return runs ? DisplayChecks::Orvane::Runs : DisplayChecks::Orvane::DoesNotRun;
 }
 
+// All that was heard, on a desktop with an X server.
+struct Answers
+{
+    DisplayChecks::Session session;
+    X11Examination screen;
+    std::optional<BusExamination> sessionBus;
+    Registry registry;
+    AccessibilityExamination accessibility;
+};
+
+QList<DiagnosticCheck> checksOf(const Answers &answers)
+{
+    return {
+        DisplayChecks::session(answers.session, DisplayChecks::Server::Answers),
+        DisplayChecks::windowManager(answers.screen),
+        ServiceChecks::accessibility(answers.accessibility.standing),
+        DisplayChecks::keyboard(answers.screen),
+        DisplayChecks::spareKeys(answers.screen),
+        DisplayChecks::hotKey(answers.screen, answers.session, runningOrvane(answers.sessionBus)),
+        ServiceChecks::browser(answers.registry.browser),
+        ServiceChecks::fileManager(answers.registry.fileManager),
+        ServiceChecks::showFiles(answers.sessionBus),
+        DisplayChecks::screenshot(answers.screen, answers.session),
+        ServiceChecks::applications(answers.accessibility.applications),
+    };
+}
+
 } // namespace
 
 QCoro::Task<QList<DiagnosticCheck>> LinuxDiagnosis::examine()
@@ -81,30 +108,17 @@ QCoro::Task<QList<DiagnosticCheck>> LinuxDiagnosis::examine()
     const auto reading = AbandonableJob::run(QStringLiteral("doctor.gio"), &readRegistry);
 
     const DisplayAnswer display = co_await askingDisplay;
-    const DiagnosticCheck sessionCheck = DisplayChecks::session(session, display.server);
     if (!display.examination) {
-        const QList<DiagnosticCheck> nothingElse{sessionCheck};
+        const QList<DiagnosticCheck> nothingElse{DisplayChecks::session(session, display.server)};
         co_return nothingElse;
     }
-    const X11Examination screen = *display.examination;
-    const std::optional<BusExamination> sessionBus = co_await askingBus;
-    const std::optional<Registry> answer = co_await reading;
-    const Registry registry = answer.value_or(Registry());
-    const QList<RunningApplication> running = openApplications(screen.windows, registry.installed);
-    const AccessibilityExamination accessibility =
-        co_await AccessibilityExamination::take(sessionBus, screen.accessibilityBus, running);
-    const QList<DiagnosticCheck> checks{
-        sessionCheck,
-        DisplayChecks::windowManager(screen),
-        ServiceChecks::accessibility(accessibility.standing),
-        DisplayChecks::keyboard(screen),
-        DisplayChecks::spareKeys(screen),
-        DisplayChecks::hotKey(screen, session, runningOrvane(sessionBus)),
-        ServiceChecks::browser(registry.browser),
-        ServiceChecks::fileManager(registry.fileManager),
-        ServiceChecks::showFiles(sessionBus),
-        DisplayChecks::screenshot(screen, session),
-        ServiceChecks::applications(accessibility.applications),
-    };
-    co_return checks;
+    Answers answers{session, *display.examination, {}, {}, {}};
+    answers.sessionBus = co_await askingBus;
+    const std::optional<Registry> registry = co_await reading;
+    answers.registry = registry.value_or(Registry());
+    const QList<RunningApplication> running =
+        openApplications(answers.screen.windows, answers.registry.installed);
+    answers.accessibility =
+        co_await AccessibilityExamination::take(answers.sessionBus, answers.screen.accessibilityBus, running);
+    co_return checksOf(answers);
 }

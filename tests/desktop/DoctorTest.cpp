@@ -170,6 +170,8 @@ void DoctorTest::somethingIsNotThere_data()
                                 << 3;
     QTest::newRow("an unknown display")
         << Doctor::Environment{{u"DISPLAY"_s, u":4711"_s}} << u"session"_s << u"broken"_s << 3;
+    QTest::newRow("Wayland") << Doctor::Environment{{u"WAYLAND_DISPLAY"_s, u"wayland-0"_s}} << u"session"_s
+                             << u"broken"_s << 13;
     QTest::newRow("no session bus") << Doctor::Environment{{u"DBUS_SESSION_BUS_ADDRESS"_s, {}}}
                                     << u"accessibility"_s << u"absent"_s << 13;
     QTest::newRow("a dead session bus") << Doctor::Environment{{u"DBUS_SESSION_BUS_ADDRESS"_s, nowhere}}
@@ -285,6 +287,13 @@ void DoctorTest::theWindowManagerHasEnded()
         QCOMPARE(Doctor::consult().state(u"hot-key"_s), u"limited"_s);
     }
     QCOMPARE(Doctor::consult().state(u"hot-key"_s), u"works"_s);
+    PrivateDesktop::start(OrvaneProgram::path(), {u"--background"_s});
+    const auto isOurs = [] {
+        return Doctor::consult().finding(u"hot-key"_s).contains(u"the Orvane that is running"_s);
+    };
+    QVERIFY(QTest::qWaitFor(isOurs, PrivateDesktop::patience));
+    for (const qint64 orvane : PrivateDesktop::processesWith("orvane --background"))
+        ::kill(static_cast<pid_t>(orvane), SIGKILL);
     PrivateDesktop::start(u"xfwm4"_s, {u"--compositor=off"_s});
     QVERIFY(QTest::qWaitFor(isManaged, PrivateDesktop::patience));
 }

@@ -34,6 +34,11 @@ QString lastingLines(QString said)
 
 } // namespace
 
+QString OrvaneProgram::path()
+{
+    return QString::fromUtf8(ORVANE_PROGRAM);
+}
+
 void OrvaneProgram::installPracticeModel()
 {
     const QString folder = PrivateDesktop::home(u".local/share/Orvane/Models"_s);
@@ -48,7 +53,7 @@ OrvaneProgram::Ending OrvaneProgram::run(const QStringList &arguments, const QPr
     QProcess program;
     program.setProcessEnvironment(environment);
     program.setProcessChannelMode(QProcess::MergedChannels);
-    program.start(QString::fromUtf8(ORVANE_PROGRAM), arguments);
+    program.start(path(), arguments);
     const bool hasEnded = program.waitForFinished(runLimitMilliseconds);
     if (!hasEnded) {
         program.kill();
@@ -66,9 +71,8 @@ QString OrvaneProgram::carryOut(const QString &task)
     environment.insert(u"TERM"_s, u"xterm"_s);
     terminal.setProcessEnvironment(environment);
     terminal.setProcessChannelMode(QProcess::MergedChannels);
-    terminal.start(u"script"_s,
-                   {u"--quiet"_s, u"--return"_s, u"--command"_s,
-                    quoted(QString::fromUtf8(ORVANE_PROGRAM)) + u" do "_s + quoted(task), u"/dev/null"_s});
+    terminal.start(u"script"_s, {u"--quiet"_s, u"--return"_s, u"--command"_s,
+                                 quoted(path()) + u" do "_s + quoted(task), u"/dev/null"_s});
     QByteArray said;
     qsizetype questions = 0;
     const auto hasEnded = [&] {

@@ -8,6 +8,8 @@
 // The program itself, with the practice model, on the private desktop. Main thread.
 namespace OrvaneProgram {
 
+QString path();
+
 // Puts the practice model where the program looks for the default one.
 void installPracticeModel();
 

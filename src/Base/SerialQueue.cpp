@@ -11,6 +11,11 @@ SerialQueue::SerialQueue(const QString &name) : m_thread(QThread::create([this] 
 
 SerialQueue::~SerialQueue()
 {
+    finish();
+}
+
+void SerialQueue::finish()
+{
     {
         const std::lock_guard lock(m_mutex);
         m_stopping = true;

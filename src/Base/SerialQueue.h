@@ -19,9 +19,8 @@
 // Everything that may block (llama.cpp, the X connection, the desktop's own libraries, slow disks) runs on
 // such a queue, so that the main thread never waits.
 //
-// `post` and `run` may be called from any thread. The destructor finishes the job in progress and the ones
-// already queued, then joins the thread: a job must therefore never wait for the thread that destroys its
-// queue.
+// `post` and `run` may be called from any thread, also by a job. The destructor finishes (see `finish`): a
+// job must therefore never wait for the thread that destroys its queue.
 class SerialQueue
 {
 public:
@@ -30,6 +29,11 @@ public:
     ~SerialQueue();
     SerialQueue(const SerialQueue &) = delete;
     SerialQueue &operator=(const SerialQueue &) = delete;
+
+    // Finishes the job in progress, the ones already queued and those that they hand in, then joins the
+    // thread. What is handed in afterwards is never carried out. For owners whose jobs use what goes before
+    // the queue.
+    void finish();
 
     // Hands in a job whose end nobody waits for. It must not throw.
     void post(std::function<void()> job);

@@ -43,7 +43,7 @@ LlamaEngine::LlamaEngine(QList<ChatMessage> beginning) : m_beginning(std::move(b
 LlamaEngine::~LlamaEngine()
 {
     m_end.request_stop();
-    m_queue.reset();
+    m_queue->finish();
     // A model that nobody unloaded is left to the end of the process: this is not the thread on which
     // llama.cpp may be entered.
     static_cast<void>(m_ctx.release());

@@ -53,6 +53,7 @@ private Q_SLOTS:
     void whatAJobThrowsReachesTheCaller();
     void theQueueGoesOnAfterAFailure();
     void destructionFinishesWhatIsQueued();
+    void finishingCarriesOutWhatJobsHandIn();
     void aJobIsGoneBeforeTheNextOneStarts();
     void manyThreadsMayPost();
 };
@@ -128,6 +129,22 @@ void SerialQueueTest::destructionFinishesWhatIsQueued()
         gate.release();
     }
     QCOMPARE(finished, 10);
+}
+
+void SerialQueueTest::finishingCarriesOutWhatJobsHandIn()
+{
+    const auto queue = std::make_unique<SerialQueue>(u"test.finish"_s);
+    QStringList done;
+    queue->post([&] {
+        QThread::msleep(20); // the finishing has begun by then
+        queue->post([&] {
+            done.append(u"second"_s);
+            queue->post([&] { done.append(u"third"_s); });
+        });
+        done.append(u"first"_s);
+    });
+    queue->finish();
+    QCOMPARE(done, QStringList({u"first"_s, u"second"_s, u"third"_s}));
 }
 
 void SerialQueueTest::aJobIsGoneBeforeTheNextOneStarts()

@@ -111,6 +111,29 @@ private Q_SLOTS:
         QVERIFY(!fixture.engine().isLoaded());
     }
 
+    // Whatever the engine is doing at that moment.
+    void theEngineMayGoAtAnyTime_data()
+    {
+        QTest::addColumn<int>("wait"); // ms
+        for (const int wait : {0, 1, 3, 10, 30})
+            QTest::addRow("after %d ms", wait) << wait;
+    }
+
+    void theEngineMayGoAtAnyTime()
+    {
+        QFETCH(int, wait);
+        const QList<ChatMessage> beginning = systemSays(letters(3000));
+        std::optional<QCoro::Task<QString>> reply;
+        {
+            EngineFixture fixture(beginning);
+            fixture.load(modelWatchingX());
+            reply =
+                fixture.engine().generate(beginning + EngineFixture::userSays(u"b"_s), 8, fixture.collect());
+            QThread::msleep(static_cast<unsigned long>(wait));
+        }
+        QCoreApplication::processEvents();
+    }
+
     void aBeginningThatNoModelCanTakeIsNoFailure()
     {
         TinyModel model; // keeps no memory of a prompt

@@ -130,8 +130,7 @@ public:
         : m_engine({conversation.first()})
     {
         Awaited::result(m_engine.load(path));
-        QTest::qWait(1000);
-        generate({{ChatMessage::Role::User, u"."_s}}, 0); // comes after what is being prepared right now
+        QTest::qWait(preparationTime); // any question would end the preparation
     }
     ~PreparedEngine() { m_engine.unload(); }
 

@@ -14,7 +14,8 @@
 
 namespace {
 
-Q_LOGGING_CATEGORY(promptLog, "orvane.prompt")
+// For those who ask for it (QT_LOGGING_RULES="orvane.prompt*=true"): nothing of it concerns a user.
+Q_LOGGING_CATEGORY(promptLog, "orvane.prompt", QtWarningMsg)
 
 using Code = InferenceError::Code;
 
@@ -95,7 +96,7 @@ void LlamaPromptMemory::tryOut()
     m_trust = wasPutBack && scoresAreTheSame() ? Trust::Proven : Trust::Refused;
     m_scores = {};
     if (m_trust == Trust::Refused) {
-        qCInfo(promptLog, "Prompts are evaluated in full: this model's state cannot be put back exactly.");
+        qCDebug(promptLog, "Prompts are evaluated in full: this model's state cannot be put back exactly.");
         forget();
     }
 }

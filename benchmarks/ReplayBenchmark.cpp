@@ -31,6 +31,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int replyTokens = 24;
+constexpr int preparationTime = 30000; // ms, far more than the system prompt takes
 constexpr int settlingTime =
     300; // ms in which the engine copies a state, as it does while an action is carried out
 

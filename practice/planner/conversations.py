@@ -267,16 +267,16 @@ def type_text(at: Setting) -> Step:
 def _key(at: Setting, combined: bool) -> Tuple[str, str]:
     """How a key is said, and its name in the plan."""
     chance = at.rng.random()
-    if combined and chance < 0.72:
+    if combined and chance < 0.62:
         key = at.rng.choice(words.LETTER_KEYS)
         return (key if at.chance(0.5) else key.upper()), key
-    if combined and chance < 0.78:
+    if combined and chance < 0.70:
         key = at.rng.choice(words.PUNCTUATION_KEYS)
         return key, key
-    if chance > 0.97:
+    if chance > 0.95:
         key = at.rng.choice(words.UNSUPPORTED_KEYS)
         return (key if at.chance(0.3) else key.capitalize()), key
-    if not combined and chance < 0.2:
+    if not combined and chance < 0.3:
         key = at.rng.choice(words.LETTER_KEYS)
         return (key if at.chance(0.5) else key.upper()), key
     said = at.rng.choice(list(words.NAMED_KEYS))
@@ -285,7 +285,7 @@ def _key(at: Setting, combined: bool) -> Tuple[str, str]:
 
 
 def press_key(at: Setting) -> Step:
-    count = at.rng.choices((0, 1, 2, 3), (38, 37, 21, 4))[0]
+    count = at.rng.choices((0, 1, 2, 3), (34, 32, 22, 12))[0]
     modifiers = at.rng.sample(list(words.MODIFIERS), count)
     said_key, key = _key(at, bool(modifiers))
     if modifiers:
@@ -409,7 +409,7 @@ def screenshot(at: Setting) -> Step:
 
 def _said_kind(at: Setting) -> Tuple[str, str]:
     """How a kind of file is said, and its extension."""
-    if at.chance(0.75):
+    if at.chance(0.65):
         said = at.rng.choice(list(words.KINDS))
         return (said if at.chance(0.8) else said.lower()), words.KINDS[said]
     extension = at.values.extension(at.rng)
@@ -604,8 +604,8 @@ WEIGHTS = {
     "open_url": 9,
     "web_search": 10,
     "new_tab": 3,
-    "type_text": 8,
-    "press_key": 9,
+    "type_text": 10,
+    "press_key": 11,
     "click": 7,
     "create_folder": 11,
     "screenshot": 6,
@@ -615,10 +615,10 @@ WEIGHTS = {
     "list_windows": 4,
     "read_ui": 4,
     "finder_folder": 7,
-    "app_then": 14,
-    "two": 16,
-    "three": 12,
-    "unsupported": 7,
+    "app_then": 17,
+    "two": 20,
+    "three": 28,
+    "unsupported": 8,
 }
 FAMILIES = list(WEIGHTS)
 
@@ -663,10 +663,20 @@ def _pair(at: Setting) -> Tuple[str, List[Step]]:
 
 
 def _can_be_joined(text: str) -> bool:
-    """Whether a step's wording may stand beside others: a single clause that gives an order."""
-    return "," not in text and not text.startswith(
-        ("I ", "I'", "let me", "what", "which", "see ", "may ", "could ", "there ", "my ", "the ", "as for ")
+    """Whether a step's wording may stand beside others: a single clause, and no question about the screen."""
+    return "," not in text and ":" not in text and not text.startswith(
+        ("what", "which", "see ", "there ", "my ", "the ", "as for ", "to begin with")
     )
+
+
+# A wish or an order to each step of several: what stands at the beginning of a clause says little about the plan.
+_CLAUSE_LEADS = ("please", "please", "just", "also", "now", "next", "you should", "we should", "we'll", "you'll", "I'll")
+
+
+def _clause(at: Setting, text: str) -> str:
+    if at.chance(0.1) and not text.startswith(_NOT_COMMANDS):
+        return at.rng.choice(_CLAUSE_LEADS) + " " + text
+    return text
 
 
 def _several(at: Setting, count: int) -> Tuple[str, List[Step]]:
@@ -681,10 +691,11 @@ def _several(at: Setting, count: int) -> Tuple[str, List[Step]]:
             steps.append(step)
     if count == 2:
         joint = at.rng.choice((" and ", " and ", " and then ", ", then ", " then ", ", and ", ", and then "))
-        return joint.join(step.text for step in steps), steps
+        return joint.join(_clause(at, step.text) for step in steps), steps
     last = at.rng.choice((" and ", ", and ", ", then ", " and then ", ", and then "))
     between = ", " if at.chance(0.75) else at.rng.choice((", then ", " and ", " then "))
-    return steps[0].text + between + steps[1].text + last + steps[2].text, steps
+    first, second, third = (_clause(at, step.text) for step in steps)
+    return first + between + second + last + third, steps
 
 
 def _unsupported(at: Setting) -> str:
@@ -781,15 +792,15 @@ def dress(rng: random.Random, text: str, open_ended: bool, plain: bool = False) 
         lead = rng.choice(_POLITE)
         text = lead + " " + text
         question = lead.startswith(("can", "could", "would", "will", "how", "why"))
-    elif chance < 0.25 and command:
+    elif chance < 0.26 and command:
         text = _unknown_lead(rng) + " " + text
     elif chance < 0.31:
         text = rng.choice(_GREETINGS) + " " + text
-    elif chance < 0.42 and command and not open_ended and not plain:
+    elif chance < 0.42 and (command or not question) and not open_ended and not plain:
         text += rng.choice(_ENDINGS)
     if question and not open_ended and rng.random() < 0.65:
         text += "?"
-    elif not open_ended and text[-1].isalnum() and rng.random() < 0.1:
+    elif not open_ended and text[-1].isalnum() and rng.random() < 0.15:
         text += rng.choice("..!")
     return text[0].upper() + text[1:] if rng.random() < 0.72 else text
 

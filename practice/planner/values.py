@@ -16,7 +16,7 @@ from . import vocabulary as words
 _BANNED = held_out.banned_words()
 # A value must not end in a word that the wording itself may add ("open Notes now", "make a folder called Home app").
 _WORDING = frozenset(
-    "now please again app application program folder file button key tab online here there today quickly".split()
+    "now please again app application program folder file button key tab online here there today quickly up down off on out".split()
 )
 
 
@@ -92,10 +92,11 @@ class TrainingValues:
         return " ".join(parts)
 
     def talk(self, rng: random.Random, most: int) -> str:
-        """A phrase as people write it, often with everyday words between the others."""
+        """A phrase as people write it, often with everyday words in it, several in a row too."""
         parts = self.phrase(rng, most, title=0.25).split(" ")
-        for index in range(1, len(parts) - 1):
-            if rng.random() < 0.25:
+        share = rng.choice((0.0, 0.25, 0.6))
+        for index in range(len(parts) - 1):  # the last word could be taken for one of the wording's
+            if rng.random() < share:
                 parts[index] = rng.choice(words.EVERYDAY_WORDS)
         return " ".join(parts)
 
@@ -160,7 +161,7 @@ class TrainingValues:
         return self.file_stem(rng) + "." + (extension or self.extension(rng))
 
     def extension(self, rng: random.Random) -> str:
-        if rng.random() < 0.8:
+        if rng.random() < 0.7:
             return rng.choice(words.EXTENSIONS)
         return "".join(rng.choice(string.ascii_lowercase) for _ in range(rng.randint(2, 4)))
 
@@ -172,7 +173,7 @@ class TrainingValues:
         if rng.random() < 0.4:
             return rng.choice(words.WINDOW_TITLES)
         title = self.phrase(rng, 3, title=0.6)
-        return title if rng.random() < 0.97 else '"%s"' % title
+        return title if rng.random() < 0.92 else '"%s"' % title
 
     def home(self, rng: random.Random) -> str:
         user = self.plain_word(rng)

@@ -19,25 +19,28 @@
 #include <QElapsedTimer>
 #include <QFileInfo>
 #include <QTest>
+#include <QThread>
 
 #include <llama.h>
 
 #include <algorithm>
 #include <cstdio>
+#include <memory>
 #include <vector>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int replyTokens = 24;
-constexpr int preparationTime = 30000; // ms, far more than the system prompt takes
+constexpr int replyTokens = 64;        // long enough for the time a token to stand out
+constexpr int preparationTime = 30000; // ms, more than the system prompt takes
 constexpr int settlingTime =
     300; // ms in which the engine copies a state, as it does while an action is carried out
 
-// What is tried out on the bare loop; the library's own choices where nothing is said.
+// What can be chosen about a bare loop; the library's own choices where nothing is said.
 struct Levers
 {
+    const char *name = "the library's choices, 512 tokens a call";
     int chunk = LlamaLimits::batchSize;
     int threads = 0;
     bool flashAttention = true; // where the library finds it faster
@@ -45,16 +48,35 @@ struct Levers
     bool repacking = true;
 };
 
-struct Times
+// The processors that one program can keep busy at once.
+int processorCount()
 {
-    double firstToken = 0; // seconds from the question to the first token
-    double perToken = 0;   // seconds a token after it
-};
+    return QThread::idealThreadCount();
+}
+
+std::vector<Levers> allLevers()
+{
+    return {{},
+            {.name = "256 tokens a call", .chunk = 256},
+            {.name = "128 tokens a call", .chunk = 128},
+            {.name = "64 tokens a call", .chunk = 64},
+            {.name = "32 tokens a call", .chunk = 32},
+            {.name = "a thread for each processor", .threads = processorCount()},
+            {.name = "the same, 64 tokens a call", .chunk = 64, .threads = processorCount()},
+            {.name = "without flash attention", .flashAttention = false},
+            {.name = "without memory mapping", .memoryMapping = false},
+            {.name = "without repacking", .repacking = false}};
+}
 
 double seconds(const QElapsedTimer &timer)
 {
     return static_cast<double>(timer.nsecsElapsed()) * 1e-9;
 }
+
+struct SamplerDeleter
+{
+    void operator()(llama_sampler *sampler) const { llama_sampler_free(sampler); }
+};
 
 class BareLoop
 {
@@ -80,9 +102,14 @@ public:
             qFatal("The model cannot be used");
         if (levers.threads > 0)
             llama_set_n_threads(m_context.get(), levers.threads, levers.threads);
+        m_sampler.reset(llama_sampler_chain_init(llama_sampler_chain_default_params()));
+        llama_sampler_chain_add(m_sampler.get(), llama_sampler_init_top_k(40));
+        llama_sampler_chain_add(m_sampler.get(), llama_sampler_init_temp(0.2F));
+        llama_sampler_chain_add(m_sampler.get(), llama_sampler_init_dist(1));
     }
 
     double loadSeconds() const { return m_loadSeconds; }
+    llama_context *context() const { return m_context.get(); }
 
     std::vector<llama_token> tokens(const QList<ChatMessage> &messages) const
     {
@@ -91,7 +118,8 @@ public:
                                       replyTokens);
     }
 
-    Times reply(const QList<ChatMessage> &messages)
+    // Evaluates the prompt from the start; seconds until the first token of the reply is known.
+    double firstToken(const QList<ChatMessage> &messages)
     {
         std::vector<llama_token> prompt = tokens(messages);
         const auto chunk = static_cast<size_t>(m_levers.chunk);
@@ -100,13 +128,21 @@ public:
         llama_memory_clear(llama_get_memory(m_context.get()), true);
         for (size_t start = 0; start < prompt.size(); start += chunk)
             decode(&prompt[start], std::min(prompt.size() - start, chunk));
-        Times times;
-        times.firstToken = seconds(timer);
-        timer.restart();
-        for (llama_token token = 1; token < replyTokens; ++token)
+        sample();
+        return seconds(timer);
+    }
+
+    // Seconds a token of the reply to the last prompt, the first one left out.
+    double perToken()
+    {
+        QElapsedTimer timer;
+        timer.start();
+        llama_token token = sample();
+        for (int count = 1; count < replyTokens; ++count) {
             decode(&token, 1);
-        times.perToken = seconds(timer) / (replyTokens - 1);
-        return times;
+            token = sample();
+        }
+        return seconds(timer) / (replyTokens - 1);
     }
 
 private:
@@ -114,13 +150,15 @@ private:
     {
         if (llama_decode(m_context.get(), llama_batch_get_one(tokens, static_cast<qint32>(count))) != 0)
             qFatal("The model failed");
-        llama_synchronize(m_context.get());
     }
+
+    llama_token sample() { return llama_sampler_sample(m_sampler.get(), m_context.get(), -1); }
 
     Levers m_levers;
     double m_loadSeconds = 0;
     LlamaModel m_model;
     LlamaContext m_context;
+    std::unique_ptr<llama_sampler, SamplerDeleter> m_sampler;
 };
 
 // As the program holds it: it knows how every conversation begins, and has had time to prepare for that.
@@ -135,16 +173,18 @@ public:
     }
     ~PreparedEngine() { m_engine.unload(); }
 
-    Times reply(const QList<ChatMessage> &messages)
+    // As with the bare loop. What the agent does between two steps gives the engine time to copy a state.
+    double firstToken(const QList<ChatMessage> &messages)
     {
-        Times times;
-        times.firstToken = generate(messages, 1);
+        const double time = generate(messages, 1);
         QTest::qWait(settlingTime);
-        const double oneMore = generate(messages, 1);
-        QTest::qWait(settlingTime);
-        times.perToken = (generate(messages, replyTokens) - oneMore) / (replyTokens - 1);
-        QTest::qWait(settlingTime);
-        return times;
+        return time;
+    }
+
+    double perToken(const QList<ChatMessage> &messages)
+    {
+        const double one = firstToken(messages);
+        return (generate(messages, replyTokens) - one) / (replyTokens - 1);
     }
 
 private:
@@ -159,34 +199,65 @@ private:
     LlamaEngine m_engine;
 };
 
-// Tokens of the prompt that the engine evaluates, going by what the prompt before it was.
-size_t evaluatedTokens(const std::vector<llama_token> &previous, const std::vector<llama_token> &prompt)
-{
-    PromptReuse reuse(LlamaPromptMemory::chunk);
-    reuse.keep(previous);
-    return prompt.size() - reuse.reusable(prompt);
-}
-
-void replay(const QString &path, int steps, const Levers &levers)
+void replay(const QString &path, int steps)
 {
     const QList<ChatMessage> conversation = RecordedConversation::read(steps);
-    BareLoop bare(path, levers);
-    std::printf("\n%s, %d steps; loaded in %.1f s\n", qPrintable(QFileInfo(path).fileName()), steps,
-                bare.loadSeconds());
-    std::printf("step  prompt  evaluated |  first token, s: engine    bare  bare/engine |  tokens/s: engine  "
-                " bare\n");
+    BareLoop bare(path, {});
+    std::printf("\n%s, %d steps; prompts in chunks of at most %zu tokens\n",
+                qPrintable(QFileInfo(path).fileName()), steps, LlamaPromptMemory::longestChunk);
+    std::printf("step  prompt  evaluated |  first token, s: engine    bare  bare/engine\n");
     PreparedEngine engine(path, conversation);
-    std::vector<llama_token> previous = bare.tokens({conversation.first()});
+    PromptReuse reuse = LlamaPromptMemory::reuseFor(bare.context());
+    reuse.keep(bare.tokens({conversation.first()}));
+    const QList<QList<ChatMessage>> prompts = RecordedConversation::prompts(conversation);
     int step = 0;
-    for (const QList<ChatMessage> &messages : RecordedConversation::prompts(conversation)) {
+    for (const QList<ChatMessage> &messages : prompts) {
         const std::vector<llama_token> prompt = bare.tokens(messages);
-        const Times ours = engine.reply(messages);
-        const Times theirs = bare.reply(messages);
-        std::printf("%4d  %6zu  %9zu |  %22.3f  %6.3f  %11.1f |  %16.1f  %5.1f\n", ++step, prompt.size(),
-                    evaluatedTokens(previous, prompt), ours.firstToken, theirs.firstToken,
-                    theirs.firstToken / ours.firstToken, 1 / ours.perToken, 1 / theirs.perToken);
+        const double ours = engine.firstToken(messages);
+        const double theirs = bare.firstToken(messages);
+        std::printf("%4d  %6zu  %9zu |  %22.3f  %6.3f  %11.1f\n", ++step, prompt.size(),
+                    prompt.size() - reuse.reusable(prompt), ours, theirs, theirs / ours);
         std::fflush(stdout);
-        previous = prompt;
+        reuse.keep(prompt);
+    }
+    const double ours = engine.perToken(prompts.last());
+    const double theirs = bare.perToken();
+    std::printf("a token of the reply, ms: engine %.1f, bare %.1f, engine/bare %.3f\n", ours * 1e3,
+                theirs * 1e3, ours / theirs);
+}
+
+// What the engine's copy of the state costs after the given prompt.
+void reportCopy(const BareLoop &bare, size_t tokens)
+{
+    constexpr llama_seq_id sequence = 0;
+    std::vector<quint8> state(llama_state_seq_get_size(bare.context(), sequence));
+    QElapsedTimer timer;
+    timer.start();
+    llama_state_seq_get_data(bare.context(), state.data(), state.size(), sequence);
+    const double saved = seconds(timer);
+    timer.restart();
+    llama_memory_clear(llama_get_memory(bare.context()), true);
+    llama_state_seq_set_data(bare.context(), state.data(), state.size(), sequence);
+    std::printf("state of %zu tokens: %.1f MB, saved in %.0f ms, put back in %.0f ms\n", tokens,
+                static_cast<double>(state.size()) * 1e-6, saved * 1e3, seconds(timer) * 1e3);
+}
+
+// What each choice costs or saves, on the first and the last prompt of a conversation.
+void compareLevers(const QString &path, int steps)
+{
+    const QList<QList<ChatMessage>> prompts =
+        RecordedConversation::prompts(RecordedConversation::read(steps));
+    std::printf("\n%s, first and last prompt of %d steps\n", qPrintable(QFileInfo(path).fileName()), steps);
+    std::printf("%-42s  load, s  first prompt, s  last prompt, s  ms/token\n", "");
+    for (const Levers &levers : allLevers()) {
+        BareLoop bare(path, levers);
+        const double first = bare.firstToken(prompts.first());
+        const double last = bare.firstToken(prompts.last());
+        std::printf("%-42s  %7.1f  %15.2f  %14.2f  %8.1f\n", levers.name, bare.loadSeconds(), first, last,
+                    bare.perToken() * 1e3);
+        std::fflush(stdout);
+        if (levers.chunk == LlamaPromptMemory::longestChunk)
+            reportCopy(bare, bare.tokens(prompts.last()).size() + replyTokens);
     }
 }
 
@@ -217,23 +288,19 @@ int main(int argc, char *argv[])
     const QCommandLineOption model(
         u"model"_s, u"qwen2.5-1.5b, llama3.2-3b, or a file; may be repeated (default: both)"_s, u"NAME"_s);
     const QCommandLineOption steps(u"steps"_s, u"3, 6 or 12; may be repeated (default: all)"_s, u"COUNT"_s);
-    const QCommandLineOption chunk(u"chunk"_s, u"tokens a call, in the bare loop"_s, u"COUNT"_s,
-                                   QString::number(LlamaLimits::batchSize));
-    const QCommandLineOption threads(u"threads"_s, u"in the bare loop"_s, u"COUNT"_s, u"0"_s);
-    const QCommandLineOption noFlash(u"no-flash-attention"_s, u"in the bare loop"_s);
-    const QCommandLineOption noMapping(u"no-mmap"_s, u"in the bare loop"_s);
-    const QCommandLineOption noRepacking(u"no-repack"_s, u"in the bare loop"_s);
-    parser.addOptions({folder, model, steps, chunk, threads, noFlash, noMapping, noRepacking});
+    const QCommandLineOption levers(u"levers"_s,
+                                    u"compare what can be chosen about the bare loop instead of replaying"_s);
+    parser.addOptions({folder, model, steps, levers});
     parser.process(application);
 
-    const Levers levers = {parser.value(chunk).toInt(), parser.value(threads).toInt(), !parser.isSet(noFlash),
-                           !parser.isSet(noMapping), !parser.isSet(noRepacking)};
     const QStringList models =
         parser.isSet(model) ? parser.values(model) : QStringList{u"qwen2.5-1.5b"_s, u"llama3.2-3b"_s};
     const QStringList counts =
         parser.isSet(steps) ? parser.values(steps) : QStringList{u"3"_s, u"6"_s, u"12"_s};
     for (const QString &name : models) {
-        for (const QString &count : counts)
-            replay(modelFile(name, parser.value(folder)), count.toInt(), levers);
+        for (const QString &count : counts) {
+            const QString path = modelFile(name, parser.value(folder));
+            parser.isSet(levers) ? compareLevers(path, count.toInt()) : replay(path, count.toInt());
+        }
     }
 }

@@ -23,13 +23,33 @@ constexpr llama_seq_id sequence = 0;
 constexpr qint32 lastPosition = -1;
 constexpr llama_pos toTheEnd = -1;
 
+const llama_vocab *vocabOf(const llama_context *context)
+{
+    return llama_model_get_vocab(llama_get_model(context));
+}
+
 std::span<const float> lastScores(llama_context *context)
 {
-    const llama_vocab *const vocab = llama_model_get_vocab(llama_get_model(context));
+    const llama_vocab *const vocab = vocabOf(context);
     return {llama_get_logits_ith(context, lastPosition), static_cast<size_t>(llama_vocab_n_tokens(vocab))};
 }
 
+// The tokens with which messages end, as replies do.
+std::vector<qint32> messageEnds(const llama_vocab *vocab)
+{
+    std::vector<qint32> ends;
+    for (llama_token token = 0; token < llama_vocab_n_tokens(vocab); ++token)
+        if (llama_vocab_is_eog(vocab, token))
+            ends.push_back(token);
+    return ends;
+}
+
 } // namespace
+
+PromptReuse LlamaPromptMemory::reuseFor(const llama_context *context)
+{
+    return PromptReuse(longestChunk, messageEnds(vocabOf(context)));
+}
 
 void LlamaPromptMemory::reset()
 {
@@ -38,6 +58,8 @@ void LlamaPromptMemory::reset()
 
 void LlamaPromptMemory::begin(llama_context *context, std::vector<qint32> prompt)
 {
+    if (m_context != context)
+        m_reuse = reuseFor(context);
     m_context = context;
     m_prompt = std::move(prompt);
     clearMemory();
@@ -48,19 +70,19 @@ void LlamaPromptMemory::begin(llama_context *context, std::vector<qint32> prompt
 
 void LlamaPromptMemory::evaluateChunk()
 {
-    decode(m_reuse.chunkEnd(m_evaluated, m_prompt.size()));
+    decode(m_reuse.chunkEnd(m_evaluated, m_prompt));
     if (m_trust == Trust::Untried)
         rememberScores();
 }
 
 void LlamaPromptMemory::keep()
 {
-    const std::span<const qint32> evaluated(m_prompt.data(), m_evaluated);
     if (m_trust == Trust::Refused || !m_context)
         return;
-    if (m_reuse.keptCount() > 0 && m_reuse.keptCount() == m_reused && m_evaluated < m_reused + chunk)
+    if (m_reuse.keptCount() > 0 && m_reuse.keptCount() == m_reused &&
+        m_reuse.wholeChunks(evaluated()) == m_reused)
         return; // the copy is what was put back, and no whole chunk has come to it
-    m_reuse.keep(evaluated);
+    m_reuse.keep(evaluated());
     const auto kept = static_cast<llama_pos>(m_reuse.keptCount());
     if (kept == 0 || !llama_memory_seq_rm(llama_get_memory(m_context), sequence, kept, toTheEnd))
         return forget();
@@ -79,20 +101,20 @@ void LlamaPromptMemory::keep()
 
 bool LlamaPromptMemory::needsTrial() const
 {
-    return m_trust == Trust::Untried && !m_scores.empty() && m_evaluated > chunk;
+    return m_trust == Trust::Untried && !m_scores.empty() &&
+           m_reuse.wholeChunks(evaluated().first(m_evaluated - 1)) > 0;
 }
 
 void LlamaPromptMemory::tryOut()
 {
     keep();
-    const std::span<const qint32> evaluated(m_prompt.data(), m_evaluated);
-    const size_t end = m_evaluated;
-    const size_t known = m_reuse.reusable(evaluated);
+    const std::span<const qint32> tried = evaluated();
+    const size_t known = m_reuse.reusable(tried);
     clearMemory();
     m_evaluated = known > 0 && putBack(known) ? known : 0;
     const bool wasPutBack = m_evaluated > 0;
-    while (m_evaluated < end)
-        decode(m_reuse.chunkEnd(m_evaluated, end));
+    while (m_evaluated < tried.size())
+        decode(m_reuse.chunkEnd(m_evaluated, tried));
     m_trust = wasPutBack && scoresAreTheSame() ? Trust::Proven : Trust::Refused;
     m_scores = {};
     if (m_trust == Trust::Refused) {

@@ -4,6 +4,7 @@
 #include "Inference/PromptReuse.h"
 
 #include <memory>
+#include <span>
 #include <vector>
 
 struct llama_context;
@@ -21,8 +22,12 @@ struct llama_context;
 class LlamaPromptMemory
 {
 public:
-    // Tokens evaluated in one call of the library.
-    static constexpr size_t chunk = 128;
+    // Tokens evaluated in one call of the library, at most: whoever asks for a reply while the beginning is
+    // being evaluated waits for one call. docs/benchmarks.md has the figures.
+    static constexpr size_t longestChunk = 128;
+
+    // How the prompts of the context's model are cut into chunks.
+    static PromptReuse reuseFor(const llama_context *context);
 
     // Gives everything back; for another context.
     void reset();
@@ -63,6 +68,7 @@ private:
     void decode(size_t end);
     void rememberScores();
     bool scoresAreTheSame() const;
+    std::span<const qint32> evaluated() const { return std::span(m_prompt).first(m_evaluated); }
     void forget();
 
     llama_context *m_context = nullptr;
@@ -70,7 +76,7 @@ private:
     size_t m_evaluated = 0; // of the prompt, those put back included
     size_t m_reused = 0;
 
-    PromptReuse m_reuse{chunk};
+    PromptReuse m_reuse{longestChunk};
     std::unique_ptr<quint8[]> m_state;
     size_t m_stateBytes = 0;
 

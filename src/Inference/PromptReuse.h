@@ -7,15 +7,17 @@
 #include <vector>
 
 // Says how much of a prompt need not be evaluated again, going by the tokens alone. Prompts are evaluated in
-// chunks that all have the same length and begin at its multiples, so that a chunk gives the same bits
-// whoever evaluated what stands before it; only whole chunks can be taken over. One thread at a time.
+// chunks: each ends with a message, or where it has become as long as chunks may be. So where chunks begin
+// and end depends on nothing but the tokens before, a chunk gives the same bits whoever evaluated what stands
+// before it, and the messages that a conversation has got are known in whole chunks when the next one comes.
+// One thread at a time.
 class PromptReuse
 {
 public:
-    // `chunk` is the length of a chunk in tokens.
-    explicit PromptReuse(size_t chunk);
+    // `longestChunk` in tokens; the tokens that end a message, in rising order.
+    explicit PromptReuse(size_t longestChunk, std::vector<qint32> messageEnds = {});
 
-    // The first tokens of `evaluated` from now on, as far as they fill whole chunks.
+    // The first tokens of `evaluated` from now on, as far as they are whole chunks.
     void keep(std::span<const qint32> evaluated);
     void forget();
 
@@ -25,12 +27,16 @@ public:
     // is known from the evaluation of the last one only.
     size_t reusable(std::span<const qint32> prompt) const;
 
-    // The end of the chunk that begins at `start`, in a prompt of so many tokens.
-    size_t chunkEnd(size_t start, size_t count) const;
+    // How many of the first tokens are whole chunks.
+    size_t wholeChunks(std::span<const qint32> tokens) const;
+
+    // The end of the chunk that begins at `start`, which is the end of another or 0.
+    size_t chunkEnd(size_t start, std::span<const qint32> prompt) const;
 
 private:
-    size_t inWholeChunks(size_t count) const { return count / m_chunk * m_chunk; }
+    bool endsMessage(qint32 token) const;
 
-    size_t m_chunk;
+    size_t m_longestChunk;
+    std::vector<qint32> m_messageEnds;
     std::vector<qint32> m_kept;
 };

@@ -5,6 +5,7 @@
 
 #include <QTest>
 
+#include <algorithm>
 #include <numeric>
 
 using Tokens = std::vector<qint32>;
@@ -20,20 +21,30 @@ private Q_SLOTS:
     void onlyWholeChunksAreKept();
     void nothingIsReusableAtFirstAndAfterForgetting();
     void theNextPromptTakesThePlaceOfTheLast();
-    void chunksEndAtMultiplesOfTheirLength_data();
-    void chunksEndAtMultiplesOfTheirLength();
+    void chunksEndWithAMessageOrWhenTheyAreLongEnough_data();
+    void chunksEndWithAMessageOrWhenTheyAreLongEnough();
+    void messagesAreReusableInWhole_data();
+    void messagesAreReusableInWhole();
+    void chunksAreTheSameWhateverComesBehind();
     void theHeadOfAPromptThatDoesNotFitIsReusable();
 };
 
 namespace {
 
 constexpr size_t chunk = 4;
+constexpr qint32 messageEnd = 1000;
+constexpr qint32 otherEnd = 2000;
 
 Tokens counting(qint32 from, qint32 count)
 {
     Tokens tokens(static_cast<size_t>(count));
     std::iota(tokens.begin(), tokens.end(), from);
     return tokens;
+}
+
+PromptReuse reuseOfMessages()
+{
+    return PromptReuse(chunk, {messageEnd, otherEnd});
 }
 
 } // namespace
@@ -107,19 +118,72 @@ void PromptReuseTest::theNextPromptTakesThePlaceOfTheLast()
     QCOMPARE(reuse.reusable(counting(100, 12)), size_t(4));
 }
 
-void PromptReuseTest::chunksEndAtMultiplesOfTheirLength_data()
+void PromptReuseTest::chunksEndWithAMessageOrWhenTheyAreLongEnough_data()
 {
+    QTest::addColumn<Tokens>("prompt");
     QTest::addColumn<size_t>("start");
     QTest::addColumn<size_t>("end");
-    QTest::newRow("first") << size_t(0) << size_t(4);
-    QTest::newRow("second") << size_t(4) << size_t(8);
-    QTest::newRow("the rest") << size_t(8) << size_t(10);
+    const auto row = [](const char *name, const Tokens &prompt, size_t start, size_t end) {
+        QTest::newRow(name) << prompt << start << end;
+    };
+    row("no message ends", counting(0, 10), 0, 4);
+    row("the next one", counting(0, 10), 4, 8);
+    row("the rest", counting(0, 10), 8, 10);
+    row("a message ends first", {0, 1, messageEnd, 3, 4, 5}, 0, 3);
+    row("a message of one token", {messageEnd, 1, 2, 3, 4, 5}, 0, 1);
+    row("two ends in a row", {0, messageEnd, messageEnd, 3}, 2, 3);
+    row("a message as long as a chunk", {0, 1, 2, messageEnd, 4, 5}, 0, 4);
+    row("another kind of end", {0, otherEnd, 2, 3, 4, 5}, 0, 2);
+    row("chunks are counted from the message's end", {0, messageEnd, 2, 3, 4, 5, 6}, 2, 6);
 }
 
-void PromptReuseTest::chunksEndAtMultiplesOfTheirLength()
+void PromptReuseTest::chunksEndWithAMessageOrWhenTheyAreLongEnough()
 {
+    QFETCH(Tokens, prompt);
     QFETCH(size_t, start);
-    QTEST(PromptReuse(chunk).chunkEnd(start, 10), "end");
+    QTEST(reuseOfMessages().chunkEnd(start, prompt), "end");
+}
+
+void PromptReuseTest::messagesAreReusableInWhole_data()
+{
+    QTest::addColumn<Tokens>("evaluated");
+    QTest::addColumn<Tokens>("prompt");
+    QTest::addColumn<size_t>("reusable");
+    const Tokens question = {0, 1, messageEnd, 7, 8, messageEnd, 9};
+    QTest::newRow("the conversation goes on")
+        << question << Tokens{0, 1, messageEnd, 7, 8, messageEnd, 9, 5, 5} << size_t(6);
+    QTest::newRow("another question") << question << Tokens{0, 1, messageEnd, 7, 5, 5, 5} << size_t(3);
+    QTest::newRow("the message goes on")
+        << question << Tokens{0, 1, messageEnd, 7, 8, 5, messageEnd} << size_t(3);
+    QTest::newRow("ending with the message: its chunk is evaluated again")
+        << question << Tokens{0, 1, messageEnd, 7, 8, messageEnd} << size_t(3);
+    QTest::newRow("another beginning")
+        << question << Tokens{5, 1, messageEnd, 7, 8, messageEnd, 9} << size_t(0);
+}
+
+void PromptReuseTest::messagesAreReusableInWhole()
+{
+    QFETCH(Tokens, evaluated);
+    QFETCH(Tokens, prompt);
+    PromptReuse reuse = reuseOfMessages();
+    reuse.keep(evaluated);
+    QTEST(reuse.reusable(prompt), "reusable");
+}
+
+// Otherwise a chunk that is put back would not have been evaluated as it is without.
+void PromptReuseTest::chunksAreTheSameWhateverComesBehind()
+{
+    const Tokens prompt = {0, 1, messageEnd, 3, 4, 5, 6, 7, otherEnd, 9, 10, 11, 12, 13, messageEnd, 15};
+    const PromptReuse reuse = reuseOfMessages();
+    std::vector<size_t> ends;
+    for (size_t end = 0; end < prompt.size();)
+        ends.push_back(end = reuse.chunkEnd(end, prompt));
+    QCOMPARE(ends, (std::vector<size_t>{3, 7, 9, 13, 15, 16}));
+    for (size_t count = 1; count <= prompt.size(); ++count) {
+        const size_t whole = reuse.wholeChunks(std::span(prompt).first(count));
+        const auto next = std::ranges::upper_bound(ends, count == prompt.size() ? count - 1 : count);
+        QCOMPARE(whole, next == ends.begin() ? size_t(0) : *std::prev(next));
+    }
 }
 
 // Step by step the middle that is left out grows; the head of 900 tokens stays.

@@ -3,6 +3,7 @@
 
 #include "Actions/Executor.h"
 #include "Desktop/Linux/LinuxDesktop.h"
+#include "Support/StandstillWatch.h"
 
 #include <QElapsedTimer>
 #include <QJsonDocument>
@@ -42,5 +43,8 @@ Outcome ActionRunner::perform(const char *action, Arguments arguments)
     const auto parsed = AgentAction::parse(QString::fromUtf8(QJsonDocument(reply).toJson()));
     if (!parsed)
         qFatal("“%s” is no action", action);
-    return QCoro::waitFor(carryOut(*parsed, m_desktop->desktop()));
+    const StandstillWatch watch;
+    Outcome outcome = QCoro::waitFor(carryOut(*parsed, m_desktop->desktop()));
+    outcome.standstill = watch.longest();
+    return outcome;
 }

@@ -16,6 +16,7 @@ struct Outcome
     QString line;
     bool hasFailed = false;
     std::chrono::milliseconds duration{};
+    std::chrono::milliseconds standstill{}; // of the event loop, the longest one
 };
 
 // Carries out actions on the real desktop, just as the agent does for a model's reply. Main thread.

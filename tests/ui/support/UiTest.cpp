@@ -32,7 +32,9 @@ void UiTest::cleanup()
         QProcess::execute(u"timeout"_s, {u"20"_s, u"import"_s, u"-window"_s, u"root"_s, picture});
         qInfo("The screen: %s\nThe window:%s", qPrintable(picture), qPrintable(m_driver->described()));
     }
+    const QByteArray standstills = m_driver->standstills();
     m_driver.reset();
     m_hands.reset();
+    QVERIFY2(standstills.isEmpty(), "The event loop stood still for milliseconds: " + standstills);
     QVERIFY2(PrivateDesktop::clear(), qPrintable(Screen::described()));
 }

@@ -19,6 +19,14 @@ using State = AccessibleElement::State;
 
 constexpr auto fieldName = "Tell your Mac what to do…";
 
+constexpr QByteArrayView watching = "watching\n"; // the guard's first line
+
+QByteArray contentsOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
 bool eventually(const std::function<bool()> &condition)
 {
     return QTest::qWaitFor(condition, PrivateDesktop::patience);
@@ -37,6 +45,8 @@ std::optional<int> statusOnceEnded(QProcess &process)
 WindowDriver::WindowDriver()
 {
     m_environment.insert(u"ORVANE_HOME"_s, m_folder.path());
+    m_environment.insert(u"LD_PRELOAD"_s, QStringLiteral(ORVANE_STANDSTILL_GUARD));
+    m_environment.insert(u"ORVANE_STANDSTILLS"_s, standstillsPath());
     QDir().mkpath(QFileInfo(modelPath()).path());
 }
 
@@ -83,12 +93,23 @@ bool WindowDriver::start(const QStringList &arguments)
 
 bool WindowDriver::startShown()
 {
-    return start() && waitForActive() && waitForFocus(QString::fromUtf8(fieldName));
+    return start() && waitForActive() && waitForFocus(QString::fromUtf8(fieldName)) &&
+           eventually([this] { return isWatched(); });
 }
 
 void WindowDriver::signal(int number) const
 {
     ::kill(static_cast<pid_t>(process()), number);
+}
+
+bool WindowDriver::isWatched() const
+{
+    return contentsOf(standstillsPath()).startsWith(watching);
+}
+
+QByteArray WindowDriver::standstills() const
+{
+    return contentsOf(standstillsPath()).replace(watching, "");
 }
 
 std::optional<int> WindowDriver::waitForEnd()

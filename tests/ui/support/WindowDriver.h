@@ -30,12 +30,17 @@ public:
     QString modelPath() const;
     void installPracticeModel();
 
-    // Starts the program; `startShown` waits until its window is up and has the keyboard.
+    // Starts the program; `startShown` waits until its window is up, has the keyboard, and is being watched
+    // for standstills.
     bool start(const QStringList &arguments = {});
     bool startShown();
     qint64 process() const { return m_program->processId(); }
     bool isRunning() const { return m_program && m_program->state() == QProcess::Running; }
     void signal(int number) const;
+
+    // How many milliseconds the program's event loop stood still since its window came up, one line for each
+    // time; empty is right.
+    QByteArray standstills() const;
 
     // Waits for the end by itself: the exit status, or none when it does not end, or not of its own will.
     std::optional<int> waitForEnd();
@@ -76,6 +81,8 @@ public:
 
 private:
     std::unique_ptr<QProcess> begun(const QStringList &arguments) const;
+    bool isWatched() const;
+    QString standstillsPath() const { return m_folder.filePath(QStringLiteral("standstills")); }
 
     QTemporaryDir m_folder;
     QProcessEnvironment m_environment = QProcessEnvironment::systemEnvironment();

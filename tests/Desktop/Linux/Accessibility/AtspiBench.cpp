@@ -128,15 +128,6 @@ bool AtspiBench::press(const QProcess &program, const QString &role, const QStri
     return false;
 }
 
-Heartbeat::Heartbeat()
-{
-    m_timer.setTimerType(Qt::PreciseTimer);
-    QObject::connect(&m_timer, &QTimer::timeout, &m_timer,
-                     [this] { m_longestGap = std::max(m_longestGap, m_sinceBeat.restart()); });
-    m_sinceBeat.start();
-    m_timer.start(10);
-}
-
 QCoro::Task<QString> AtspiBenchDetails::caught(QCoro::Task<void> task)
 {
     try {

@@ -5,11 +5,9 @@
 #include "Desktop/Linux/Accessibility/NodeByNode.h"
 
 #include <QCoroTask>
-#include <QElapsedTimer>
 #include <QList>
 #include <QProcess>
 #include <QStringList>
-#include <QTimer>
 
 #include <memory>
 #include <optional>
@@ -61,19 +59,6 @@ private:
     AtspiAccessibility::Environment environment();
     QCoro::Task<bool> answerCanSendKeys();
     QCoro::Task<void> activate(qint64 processIdentifier);
-};
-
-// How long the event loop stood still at worst, while this lives.
-class Heartbeat
-{
-public:
-    Heartbeat();
-    qint64 longestGap() const { return m_longestGap; } // milliseconds
-
-private:
-    QTimer m_timer;
-    QElapsedTimer m_sinceBeat;
-    qint64 m_longestGap = 0;
 };
 
 namespace AtspiBenchDetails {

@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Support/StandstillWatch.h"
+
+#include <QSemaphore>
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <fstream>
+#include <memory>
+#include <string>
+#include <utility>
+
+namespace {
+
+constexpr std::chrono::milliseconds betweenMessages{5};
+
+} // namespace
+
+StandstillWatch::StandstillWatch(std::function<void(Duration)> onStandstill)
+    : m_onStandstill(std::move(onStandstill)), m_mainThread(::gettid()),
+      m_thread([this](const std::stop_token &end) { watch(end); })
+{
+}
+
+StandstillWatch::~StandstillWatch()
+{
+    m_thread.request_stop();
+    m_thread.join();
+}
+
+void StandstillWatch::watch(const std::stop_token &end)
+{
+    while (!end.stop_requested()) {
+        const Duration asleep = sleepBeforeAnswer(end);
+        if (asleep > m_longest.load())
+            m_longest = asleep;
+        if (asleep > limit && m_onStandstill)
+            m_onStandstill(asleep);
+        std::this_thread::sleep_for(betweenMessages);
+    }
+}
+
+StandstillWatch::Duration StandstillWatch::sleepBeforeAnswer(const std::stop_token &end)
+{
+    const auto answered = std::make_shared<QSemaphore>();
+    const Duration before = sleptSoFar();
+    QMetaObject::invokeMethod(
+        &m_receiver, [answered] { answered->release(); }, Qt::QueuedConnection);
+    constexpr int patience = 10; // ms
+    while (!answered->tryAcquire(1, patience))
+        if (end.stop_requested())
+            return Duration::zero();
+    return sleptSoFar() - before;
+}
+
+// The kernel counts for each thread how long it ran and how long it waited to run. The rest it slept.
+StandstillWatch::Duration StandstillWatch::sleptSoFar() const
+{
+    std::ifstream counters("/proc/self/task/" + std::to_string(m_mainThread) + "/schedstat");
+    Duration::rep ran = 0;
+    Duration::rep waited = 0;
+    counters >> ran >> waited;
+    const auto now = std::chrono::steady_clock::now().time_since_epoch();
+    return std::chrono::duration_cast<Duration>(now) - Duration(ran) - Duration(waited);
+}

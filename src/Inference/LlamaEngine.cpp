@@ -118,10 +118,8 @@ void LlamaEngine::freeAll()
 QString LlamaEngine::run(const QList<ChatMessage> &messages, int maxTokens,
                          const std::function<void(QString)> &onToken)
 {
-    if (!m_model || !m_ctx)
-        throw InferenceError(InferenceError::Code::notLoaded);
-    const llama_vocab *const vocab = llama_model_get_vocab(m_model.get());
-    if (!vocab || llama_vocab_type(vocab) == LLAMA_VOCAB_TYPE_NONE)
+    const llama_vocab *const loaded = vocab();
+    if (!loaded)
         throw InferenceError(InferenceError::Code::notLoaded);
 
     std::vector<qint32> tokens = prompt(messages);
@@ -130,19 +128,27 @@ QString LlamaEngine::run(const QList<ChatMessage> &messages, int maxTokens,
     m_queue->post([this] { keepPrompt(); });
     // The queue runs outside of any task, so nobody's cancellation is heard: a generation that has started
     // runs to its end, as long as there is an engine.
-    return LlamaGeneration::run(m_ctx.get(), vocab, m_promptMemory, std::move(tokens), maxTokens, onToken,
+    return LlamaGeneration::run(m_ctx.get(), loaded, m_promptMemory, std::move(tokens), maxTokens, onToken,
                                 m_end.get_token());
+}
+
+const llama_vocab *LlamaEngine::vocab() const
+{
+    if (!m_model || !m_ctx)
+        return nullptr;
+    const llama_vocab *const own = llama_model_get_vocab(m_model.get());
+    return llama_vocab_type(own) == LLAMA_VOCAB_TYPE_NONE ? nullptr : own;
 }
 
 std::vector<qint32> LlamaEngine::prompt(const QList<ChatMessage> &messages) const
 {
     const QString text = LlamaPrompt::render(messages, m_model.get(), m_controlTokens);
-    return LlamaPrompt::tokenized(llama_model_get_vocab(m_model.get()), text);
+    return LlamaPrompt::tokenized(vocab(), text);
 }
 
 void LlamaEngine::evaluateAhead()
 {
-    if (!m_ctx || llama_vocab_type(llama_model_get_vocab(m_model.get())) == LLAMA_VOCAB_TYPE_NONE)
+    if (!vocab())
         return;
     try {
         m_promptMemory.begin(m_ctx.get(), ContextFitting::fitted(prompt(m_beginning), 0));

@@ -12,6 +12,8 @@
 #include <mutex>
 #include <stop_token>
 
+struct llama_vocab;
+
 // Runs one local GGUF model through llama.cpp. Every call of the library is made on the serial queue
 // "llama.engine", in the order in which loads, unloads and generations were asked for; so generations queue
 // up behind each other, and a generation that has started runs to its end.
@@ -50,6 +52,8 @@ private:
     void freeAll();
     QString run(const QList<ChatMessage> &messages, int maxTokens,
                 const std::function<void(QString)> &onToken);
+    // None when no model is loaded, or it has no vocabulary.
+    const llama_vocab *vocab() const;
     std::vector<qint32> prompt(const QList<ChatMessage> &messages) const;
     void evaluateAhead();
     void evaluateAheadChunk();

@@ -29,11 +29,6 @@ namespace {
 // Much longer than the time limits inside, much shorter than waiting for ever.
 constexpr std::chrono::seconds bound{30};
 
-bool isOneClearLine(const QString &line)
-{
-    return line.size() > 10 && !line.contains(u'\n') && line.endsWith(u'.');
-}
-
 } // namespace
 
 void FaultsTest::verifyThatAnotherApplicationWorks()

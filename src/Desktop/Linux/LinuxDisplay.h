@@ -3,8 +3,8 @@
 
 namespace LinuxDisplay {
 
-// Whether a window system is there to show a window on. Asks the X server, where there is nothing else; needs
-// no application object, and may be called before there is one.
+// Whether a window system is there to show a window on. Asks the X server, where there is nothing else, and
+// waits for it for two seconds at most; needs no application object, and may be called before there is one.
 bool isPresent();
 
 } // namespace LinuxDisplay

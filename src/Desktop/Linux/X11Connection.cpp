@@ -32,15 +32,9 @@ QList<std::uint32_t> X11Property::values() const
     return result;
 }
 
-X11Connection::X11Connection()
+X11Connection::X11Connection() : m_link(X11Link::open()), m_connection(m_link.connection.get())
 {
-    m_connection = xcb_connect(nullptr, &m_screenNumber);
-    if (xcb_connection_has_error(m_connection)) {
-        xcb_disconnect(m_connection);
-        throw PlatformError(QStringLiteral(
-            "The screen can't be reached: no X server answers. Start Orvane inside a graphical session."));
-    }
-    m_screen = findScreen(m_connection, m_screenNumber);
+    m_screen = findScreen(m_connection, screenNumber());
     xcb_ewmh_init_atoms_replies(&m_ewmh, xcb_ewmh_init_atoms(m_connection, &m_ewmh), nullptr);
     m_deleteWindow = internAtom("WM_DELETE_WINDOW");
     m_startupIdentifier = internAtom("_NET_STARTUP_ID");
@@ -56,7 +50,6 @@ X11Connection::X11Connection()
 X11Connection::~X11Connection()
 {
     xcb_ewmh_connection_wipe(&m_ewmh);
-    xcb_disconnect(m_connection);
 }
 
 xcb_atom_t X11Connection::internAtom(const char *name) const

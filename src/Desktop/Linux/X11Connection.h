@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "Desktop/Linux/X11Link.h"
+
 #include <QByteArray>
 #include <QList>
 #include <QString>
@@ -38,7 +40,7 @@ struct X11Property
 class X11Connection
 {
 public:
-    // Connects to $DISPLAY; throws PlatformError. Waits for the server, without an end if it has stopped.
+    // Connects to $DISPLAY; throws PlatformError, as X11Link does.
     X11Connection();
     ~X11Connection();
     X11Connection(const X11Connection &) = delete;
@@ -47,7 +49,7 @@ public:
     xcb_connection_t *get() const { return m_connection; }
     const xcb_ewmh_connection_t &atoms() const { return m_ewmh; }
     xcb_screen_t *screen() const { return m_screen; }
-    int screenNumber() const { return m_screenNumber; }
+    int screenNumber() const { return m_link.screenNumber; }
     xcb_window_t root() const { return m_screen->root; }
     xcb_window_t ownWindow() const { return m_window; } // never shown; for what needs a window to speak for
     xcb_atom_t deleteWindowAtom() const { return m_deleteWindow; }
@@ -98,10 +100,10 @@ private:
     void handleMessage(const xcb_client_message_event_t &message);
     void handleChange(const xcb_property_notify_event_t &change);
 
-    xcb_connection_t *m_connection = nullptr;
+    X11Link m_link;
+    xcb_connection_t *m_connection = nullptr; // that of the link
     xcb_ewmh_connection_t m_ewmh{};
     xcb_screen_t *m_screen = nullptr;
-    int m_screenNumber = 0;
     xcb_window_t m_window = XCB_NONE; // never shown: it marks the time
     xcb_atom_t m_deleteWindow = XCB_ATOM_NONE;
     xcb_atom_t m_startupIdentifier = XCB_ATOM_NONE;

@@ -71,6 +71,10 @@ QCoro::Task<void> X11Display::bringForward(X11Window window)
         co_await m_clock.sleep(5ms);
         last = co_await run(standing);
     }
+    // What it last said about the windows would stay true for ever.
+    if (last != Standing::HasKeys && !co_await run([this] { return m_windows.windowManager(); }))
+        throw PlatformError(
+            QStringLiteral("No window manager is running to bring “%1” to the front.").arg(window.title));
     // A window without any use for keys (a clock) never gets them.
     if (last == Standing::Waiting)
         throw PlatformError(QStringLiteral("The window “%1” didn't come to the front.").arg(window.title));

@@ -70,7 +70,8 @@ struct X11Keyboard::State
     std::uint8_t held, locked, latched, group;
 };
 
-X11Keyboard::X11Keyboard(X11Connection &connection) : m_connection(connection)
+X11Keyboard::X11Keyboard(X11Connection &connection)
+    : m_connection(connection), m_layoutNamesAtom(connection.internAtom("_XKB_RULES_NAMES"))
 {
     const int set = xkb_x11_setup_xkb_extension(
         connection.get(), XKB_X11_MIN_MAJOR_XKB_VERSION, XKB_X11_MIN_MINOR_XKB_VERSION,
@@ -79,13 +80,16 @@ X11Keyboard::X11Keyboard(X11Connection &connection) : m_connection(connection)
     connection.requireAlive();
     if (!set || !test || !test->present)
         failWithoutKeyboard();
+    m_layoutNames = layoutNames();
+    m_group = state().group;
 }
 
 X11Keyboard::~X11Keyboard()
 {
     for (const std::uint8_t code : std::as_const(m_held))
         sendKey(XCB_KEY_RELEASE, code);
-    if (m_areSymbolsChanged)
+    // Other layouts came with symbols of their own for every key; the old ones must not come back.
+    if (m_areSymbolsChanged && layoutNames() == m_layoutNames)
         writeSymbols({});
     if (m_releasedLocks)
         lockModifiers(m_releasedLocks, m_releasedLocks);
@@ -103,6 +107,18 @@ X11Keyboard::State X11Keyboard::state() const
     return {reply->baseMods, reply->lockedMods, reply->latchedMods, reply->group};
 }
 
+// Whoever loads layouts leaves their names here.
+QByteArray X11Keyboard::layoutNames() const
+{
+    const auto names = m_connection.property(m_connection.root(), m_layoutNamesAtom);
+    return names ? names->bytes : QByteArray();
+}
+
+bool X11Keyboard::hasLayoutChanged() const
+{
+    return state().group != m_group || layoutNames() != m_layoutNames;
+}
+
 bool X11Keyboard::isModifierHeld() const
 {
     return (state().held & ~(capsLock | numLock)) != 0;
@@ -118,13 +134,12 @@ KeyboardLayout X11Keyboard::layout() const
     if (!keymap)
         failWithoutKeyboard();
     const XkbPointer<xkb_state> reader(xkb_state_new(keymap.get()));
-    const std::uint8_t group = state().group;
     const xkb_mod_index_t third = xkb_keymap_mod_get_index(keymap.get(), "Mod5");
     const xkb_mod_mask_t thirdMask = third == XKB_MOD_INVALID ? 0 : 1u << third;
 
     KeyboardLayout layout;
     const auto add = [&](xkb_mod_mask_t mask, ModifierKeys modifiers) {
-        xkb_state_update_mask(reader.get(), mask, 0, 0, 0, 0, group);
+        xkb_state_update_mask(reader.get(), mask, 0, 0, 0, 0, m_group);
         addKeys(layout, keymap.get(), reader.get(), modifiers);
     };
     add(0, {});

@@ -19,6 +19,9 @@ public:
 
     KeyboardLayout layout() const;
 
+    // Whether another layout has been chosen since this object was made.
+    bool hasLayoutChanged() const;
+
     // Whether the user (or anybody else) holds a modifier key down at this moment.
     bool isModifierHeld() const;
 
@@ -35,12 +38,16 @@ private:
     struct State;
 
     State state() const;
+    QByteArray layoutNames() const;
     void lockModifiers(std::uint8_t affected, std::uint8_t locked);
     void sendKey(std::uint8_t type, std::uint8_t code);
     void readSymbols();
     void writeSymbols(const QHash<std::uint8_t, std::uint32_t> &symbols);
 
     X11Connection &m_connection;
+    xcb_atom_t m_layoutNamesAtom;
+    QByteArray m_layoutNames;
+    std::uint8_t m_group = 0; // of the layouts
     QSet<std::uint8_t> m_held;
     std::uint8_t m_releasedLocks = 0;
     QList<QByteArray> m_symbols; // of each key from m_firstCode on, as the protocol spells them

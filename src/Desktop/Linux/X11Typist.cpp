@@ -21,15 +21,22 @@ constexpr auto firstAnswer = 200ms;
 
 constexpr auto userPatience = 500ms;
 
-void waitForUsersModifiers(const X11Keyboard &keyboard)
+// `consequence`: what comes of it when the user does not let go of them.
+void waitForUsersModifiers(const X11Keyboard &keyboard, const QString &consequence)
 {
     const auto end = std::chrono::steady_clock::now() + userPatience;
     while (keyboard.isModifierHeld()) {
         if (std::chrono::steady_clock::now() >= end)
             throw PlatformError(
-                QStringLiteral("A modifier key (Shift, Ctrl, Alt) is held down, so no keys were sent."));
+                QStringLiteral("A modifier key (Shift, Ctrl, Alt) is held down, so %1.").arg(consequence));
         std::this_thread::sleep_for(5ms);
     }
+}
+
+void requireSameLayout(const X11Keyboard &keyboard)
+{
+    if (keyboard.hasLayoutChanged())
+        throw PlatformError(QStringLiteral("The keyboard layout changed, so typing was stopped."));
 }
 
 } // namespace
@@ -49,7 +56,7 @@ void X11Typist::type(const QList<KeyStroke> &strokes, std::chrono::microseconds 
     const KeyboardLayout layout = keyboard.layout();
     m_modifierCodes = layout.modifierCodes;
     const QList<TypingBatch> batches = planTyping(strokes, layout);
-    waitForUsersModifiers(keyboard);
+    waitForUsersModifiers(keyboard, QStringLiteral("no keys were sent"));
     if (!m_windows.hasKeys(m_target))
         throw PlatformError(QStringLiteral("“%1” doesn't have the keyboard focus, so no keys were sent.")
                                 .arg(m_target.title));
@@ -64,6 +71,7 @@ void X11Typist::type(const QList<KeyStroke> &strokes, std::chrono::microseconds 
 
 void X11Typist::typeBatch(X11Keyboard &keyboard, const TypingBatch &batch, std::chrono::microseconds pause)
 {
+    requireSameLayout(keyboard);
     keyboard.setSpareSymbols(batch.spareSymbols);
     // Also when typing ends early: what has been typed so far must still be read right.
     struct Hold
@@ -79,6 +87,8 @@ void X11Typist::typeBatch(X11Keyboard &keyboard, const TypingBatch &batch, std::
     const Hold hold{*this, !batch.spareSymbols.isEmpty()};
     for (const PlannedKey &key : batch.keys) {
         requireTarget();
+        requireSameLayout(keyboard);
+        waitForUsersModifiers(keyboard, QStringLiteral("typing was stopped"));
         typeKey(keyboard, key);
         std::this_thread::sleep_for(keyPace);
         if (key.endsStroke)

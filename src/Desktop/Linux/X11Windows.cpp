@@ -195,6 +195,21 @@ X11Window::Kind X11Windows::kindOf(const QList<std::uint32_t> &types, bool isTra
     return isTransient ? X11Window::Kind::Dialog : X11Window::Kind::Application;
 }
 
+// A manager that has died leaves its mark on the root window behind, but not the window that it names.
+std::optional<QString> X11Windows::windowManager() const
+{
+    const auto &atoms = m_connection.atoms();
+    const auto namedBy = [&](xcb_window_t window) {
+        const auto mark = m_connection.property(window, atoms._NET_SUPPORTING_WM_CHECK);
+        return mark ? mark->values().value(0, XCB_NONE) : std::uint32_t(XCB_NONE);
+    };
+    const xcb_window_t window = namedBy(m_connection.root());
+    if (window == XCB_NONE || namedBy(window) != window)
+        return std::nullopt;
+    const auto name = m_connection.property(window, atoms._NET_WM_NAME);
+    return name ? QString::fromUtf8(name->bytes) : QString();
+}
+
 bool X11Windows::isActive(const X11Window &window) const
 {
     const std::optional<std::uint32_t> active = activeWindow();

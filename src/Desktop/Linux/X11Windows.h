@@ -17,6 +17,9 @@ public:
     // Handles the events that have arrived.
     void drainEvents();
 
+    // The name of the window manager that is running; none when there is none.
+    std::optional<QString> windowManager() const;
+
     // The active window alone, as the window manager tells it at this moment.
     std::optional<std::uint32_t> activeWindow() const;
 

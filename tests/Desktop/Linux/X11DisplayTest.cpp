@@ -1,14 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
 // An X server that is missing, hangs or dies costs a sentence, never the program.
 #include "Desktop/Linux/LinuxBench.h"
+#include "Desktop/Linux/LinuxDisplay.h"
 #include "Desktop/Linux/LinuxScreenCapture.h"
+#include "Desktop/Linux/XServer.h"
 
 #include <QElapsedTimer>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
 #include <csignal>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -18,8 +20,7 @@ class X11DisplayTest : public QObject
     Q_OBJECT
 
 private:
-    QByteArray m_display = qgetenv("DISPLAY");
-    QProcess m_server;
+    std::optional<XServer> m_server;
 
     QString errorOfSnapshot(LinuxBench &bench)
     {
@@ -27,35 +28,44 @@ private:
         return LinuxBench::errorOf(bench.display.run(ask));
     }
 
-    void signalServer(int signal) { ::kill(pid_t(m_server.processId()), signal); }
+    // As the program finds out before it shows a window.
+    static bool serverShowsWindows()
+    {
+        const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
+        qunsetenv("QT_QPA_PLATFORM");
+        const bool present = LinuxDisplay::isPresent();
+        if (!platform.isNull())
+            qputenv("QT_QPA_PLATFORM", platform);
+        return present;
+    }
 
 private Q_SLOTS:
     // An X server of the test's own, to which the services connect.
     void init()
     {
-        m_server.start(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-nolisten"_s, u"tcp"_s});
-        QByteArray number;
-        const auto isUp = [this, &number] {
-            number += m_server.readAllStandardOutput();
-            return number.endsWith('\n');
-        };
-        QVERIFY(QTest::qWaitFor(isUp, LinuxBench::patience));
-        qputenv("DISPLAY", ":" + number.trimmed());
+        m_server.emplace();
+        QVERIFY(m_server->isRunning());
     }
 
-    void cleanup()
-    {
-        qputenv("DISPLAY", m_display);
-        signalServer(SIGCONT);
-        m_server.terminate();
-        m_server.waitForFinished();
-    }
+    void cleanup() { m_server.reset(); }
 
     void withoutAServerConstructionThrows()
     {
         qunsetenv("DISPLAY");
         SystemClock clock;
         QVERIFY_THROWS_EXCEPTION(PlatformError, X11Display{clock});
+    }
+
+    void aServerThatHangsFromTheStartIsNone()
+    {
+        QVERIFY(serverShowsWindows());
+        m_server->signal(SIGSTOP);
+        SystemClock clock;
+        QElapsedTimer elapsed;
+        elapsed.start();
+        QVERIFY_THROWS_EXCEPTION(PlatformError, X11Display{clock});
+        QVERIFY(!serverShowsWindows());
+        QVERIFY(elapsed.elapsed() < LinuxBench::patience);
     }
 
     void withoutAWindowManagerTheListIsEmpty()
@@ -70,8 +80,7 @@ private Q_SLOTS:
         LinuxBench bench;
         LinuxScreenCapture capture(bench.display);
         QCOMPARE(errorOfSnapshot(bench), QString());
-        m_server.kill();
-        QVERIFY(m_server.waitForFinished());
+        m_server->kill();
         const QTemporaryDir folder;
         const KeyStroke key{36, {}, {}};
         for (int round = 0; round < 2; ++round) {
@@ -86,15 +95,15 @@ private Q_SLOTS:
     {
         LinuxBench bench;
         QCOMPARE(errorOfSnapshot(bench), QString());
-        signalServer(SIGSTOP);
+        m_server->signal(SIGSTOP);
         QElapsedTimer elapsed;
         elapsed.start();
         QVERIFY(errorOfSnapshot(bench).contains(u"X server"));
         QVERIFY(elapsed.elapsed() < LinuxBench::patience);
-        signalServer(SIGCONT);
+        m_server->signal(SIGCONT);
         QTRY_COMPARE(errorOfSnapshot(bench), QString());
         // Its end must not wait for the server either.
-        signalServer(SIGSTOP);
+        m_server->signal(SIGSTOP);
         QVERIFY(errorOfSnapshot(bench).contains(u"X server"));
     }
 };

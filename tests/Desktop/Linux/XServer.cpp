@@ -34,5 +34,12 @@ XServer::~XServer()
 
 void XServer::signal(int number)
 {
-    ::kill(pid_t(m_process.processId()), number);
+    if (m_process.processId() > 0)
+        ::kill(pid_t(m_process.processId()), number);
+}
+
+void XServer::kill()
+{
+    m_process.kill();
+    m_process.waitForFinished();
 }

@@ -16,6 +16,8 @@ public:
     bool isRunning() const { return m_process.state() == QProcess::Running && !m_display.isEmpty(); }
     QByteArray display() const { return m_display; }
     void signal(int number);
+    // Returns when it is gone.
+    void kill();
 
 private:
     QByteArray m_outerDisplay = qgetenv("DISPLAY");

@@ -31,6 +31,11 @@ QCoro::Task<Outcome> carryOut(AgentAction action, Desktop desktop)
 
 } // namespace
 
+bool isOneClearLine(const QString &line)
+{
+    return line.size() > 10 && !line.contains(u'\n') && line.endsWith(u'.');
+}
+
 ActionRunner::ActionRunner() : m_desktop(std::make_unique<LinuxDesktop>()) {}
 
 ActionRunner::~ActionRunner() = default;

@@ -19,6 +19,9 @@ struct Outcome
     std::chrono::milliseconds standstill{}; // of the event loop, the longest one
 };
 
+// Whether a failure is said as users are to read it: one line, one sentence.
+bool isOneClearLine(const QString &line);
+
 // Carries out actions on the real desktop, just as the agent does for a model's reply. Main thread.
 class ActionRunner
 {

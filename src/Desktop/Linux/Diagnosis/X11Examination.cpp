@@ -12,21 +12,6 @@ namespace {
 
 constexpr std::uint16_t spaceBar = 49;
 
-// A manager that has died leaves its mark on the root window behind, but not the window that it names.
-std::optional<QString> windowManager(const X11Connection &connection)
-{
-    const auto &atoms = connection.atoms();
-    const auto namedBy = [&](xcb_window_t window) {
-        const auto mark = connection.property(window, atoms._NET_SUPPORTING_WM_CHECK);
-        return mark ? mark->values().value(0, XCB_NONE) : std::uint32_t(XCB_NONE);
-    };
-    const xcb_window_t window = namedBy(connection.root());
-    if (window == XCB_NONE || namedBy(window) != window)
-        return std::nullopt;
-    const auto name = connection.property(window, atoms._NET_WM_NAME);
-    return name ? QString::fromUtf8(name->bytes) : QString();
-}
-
 void examineKeyboard(X11Connection &connection, X11Examination &result)
 {
     try {
@@ -70,13 +55,14 @@ X11Examination X11Examination::take()
 {
     X11Connection::prepareThread();
     X11Connection connection;
+    X11Windows windows(connection);
     X11Examination result;
-    result.windowManager = ::windowManager(connection);
+    result.windowManager = windows.windowManager();
     examineKeyboard(connection, result);
     result.isHotKeyFree = ::isHotKeyFree(connection);
     result.picture = ::picture(connection);
     result.accessibilityBus = ::accessibilityBus(connection);
-    result.windows = X11Windows(connection).snapshot();
+    result.windows = windows.snapshot();
     connection.requireAlive();
     return result;
 }

@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <xcb/xcb.h>
+
+#include <memory>
+
+// A connection to the X server that $DISPLAY names, fresh, before anything has been asked of it.
+struct X11Link
+{
+    std::shared_ptr<xcb_connection_t> connection;
+    int screenNumber = 0;
+
+    // Throws PlatformError when there is no server, or when it has not answered after two seconds: one that
+    // hangs takes connections without end and never says a word. Any thread, which waits meanwhile.
+    static X11Link open();
+};

@@ -97,6 +97,10 @@ void LlamaEngine::loadModel(const QString &path)
     if (!context)
         throw InferenceError(InferenceError::Code::contextFailed);
 
+    // Who quits need not wait until the call in progress is through.
+    const auto hasEnded = [](void *end) { return static_cast<std::stop_source *>(end)->stop_requested(); };
+    llama_set_abort_callback(context.get(), hasEnded, &m_end);
+
     m_controlTokens = LlamaPrompt::controlTokens(model.get());
     m_model = std::move(model);
     m_ctx = std::move(context);

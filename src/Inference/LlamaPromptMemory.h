@@ -24,7 +24,7 @@ class LlamaPromptMemory
 public:
     // Tokens evaluated in one call of the library, at most: whoever asks for a reply while the beginning is
     // being evaluated waits for one call. docs/benchmarks.md has the figures.
-    static constexpr size_t longestChunk = 128;
+    static constexpr size_t longestChunk = 256;
 
     // How the prompts of the context's model are cut into chunks.
     static PromptReuse reuseFor(const llama_context *context);

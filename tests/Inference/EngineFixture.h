@@ -28,9 +28,10 @@ public:
 
     QString filePath(const QString &name) const { return m_folder.filePath(name); }
 
+    // Each model in a file of its own: the engine may be reading the last one until this one is loaded.
     void load(const TinyModel &model)
     {
-        const QString path = filePath(QStringLiteral("model.gguf"));
+        const QString path = filePath(QStringLiteral("model-%1.gguf").arg(++m_models));
         model.write(path);
         Awaited::result(m_engine.load(path));
     }
@@ -74,5 +75,6 @@ public:
 
 private:
     QTemporaryDir m_folder;
+    int m_models = 0;
     LlamaEngine m_engine;
 };

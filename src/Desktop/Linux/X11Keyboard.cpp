@@ -80,8 +80,6 @@ X11Keyboard::X11Keyboard(X11Connection &connection)
     connection.requireAlive();
     if (!set || !test || !test->present)
         failWithoutKeyboard();
-    m_layoutNames = layoutNames();
-    m_group = state().group;
 }
 
 X11Keyboard::~X11Keyboard()
@@ -124,8 +122,10 @@ bool X11Keyboard::isModifierHeld() const
     return (state().held & ~(capsLock | numLock)) != 0;
 }
 
-KeyboardLayout X11Keyboard::layout() const
+KeyboardLayout X11Keyboard::layout()
 {
+    m_layoutNames = layoutNames();
+    m_group = state().group;
     const XkbPointer<xkb_context> context(xkb_context_new(XKB_CONTEXT_NO_DEFAULT_INCLUDES));
     const int device = xkb_x11_get_core_keyboard_device_id(m_connection.get());
     const XkbPointer<xkb_keymap> keymap(xkb_x11_keymap_new_from_device(context.get(), m_connection.get(),

@@ -17,9 +17,10 @@ public:
     X11Keyboard(const X11Keyboard &) = delete;
     X11Keyboard &operator=(const X11Keyboard &) = delete;
 
-    KeyboardLayout layout() const;
+    // The layout in use at this moment. To be read before symbols are set.
+    KeyboardLayout layout();
 
-    // Whether another layout has been chosen since this object was made.
+    // Whether another one has been chosen since it was read.
     bool hasLayoutChanged() const;
 
     // Whether the user (or anybody else) holds a modifier key down at this moment.

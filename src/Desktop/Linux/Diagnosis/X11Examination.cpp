@@ -15,7 +15,7 @@ constexpr std::uint16_t spaceBar = 49;
 void examineKeyboard(X11Connection &connection, X11Examination &result)
 {
     try {
-        const X11Keyboard keyboard(connection);
+        X11Keyboard keyboard(connection);
         result.spareKeys = keyboard.layout().spareCodes.size();
         result.takesKeys = true;
     } catch (const PlatformError &) {

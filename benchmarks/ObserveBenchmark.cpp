@@ -40,7 +40,9 @@ public:
     ~OpenDocuments()
     {
         m_program.reset();
-        QTest::qWaitFor([this] { return m_bench.snapshot().windows.isEmpty(); }, LinuxBench::patience);
+        const auto areGone = [this] { return m_bench.snapshot().windows.isEmpty(); };
+        if (!QTest::qWaitFor(areGone, LinuxBench::patience))
+            qFatal("The editor does not end.");
     }
 
     OpenDocuments(const OpenDocuments &) = delete;

@@ -414,7 +414,7 @@ def _said_kind(at: Setting) -> Tuple[str, str]:
         return (said if at.chance(0.65) else said.lower()), words.KINDS[said]
     extension = at.values.extension(at.rng)
     style = at.rng.choice(("%s file", "%s file", ".%s file", "%s"))
-    return style % (extension if at.chance(0.6) else extension.upper()), extension
+    return style % (extension if at.chance(0.5) else extension.upper()), extension
 
 
 def find_files(at: Setting) -> Step:

@@ -197,7 +197,8 @@ WORDS = sorted(set(_WORDS))
 LINKING_WORDS = "in of for with the a on from to at my by".split()
 # What people write is full of words that tasks are worded with. No verbs that begin a step: nobody could tell it apart.
 EVERYDAY_WORDS = (
-    "the the a an of to in on at by for with from is are was will be not can has have had do did does it me we you they he she us them this that these those no yes "
+    "the the a an of to in on at by for with from "
+    "is are was will be not can has have had do did does it me we you they he she us them this that these those no yes "
     "more most less all any some few other new old good best cheap free last first next over under into about near "
     "behind without before after between during what when where which who why how so but or if as than there here today "
     "soon still just only very too also right left up down out off back your our their his her an one two need want like "

@@ -34,7 +34,7 @@ namespace {
 
 constexpr int repetitions = 5;         // of the last step
 constexpr int replyTokens = 64;        // long enough for the time a token to stand out
-constexpr int preparationTime = 30000; // ms, more than the system prompt takes
+constexpr int preparationTime = 60000; // ms, more than the system prompt takes the larger model
 constexpr int settlingTime =
     300; // ms in which the engine copies a state, as it does while an action is carried out
 
@@ -49,21 +49,16 @@ struct Levers
     bool repacking = true;
 };
 
-// The processors that one program can keep busy at once.
-int processorCount()
-{
-    return QThread::idealThreadCount();
-}
-
 std::vector<Levers> allLevers()
 {
+    const int processors = QThread::idealThreadCount();
     return {{},
             {.name = "256 tokens a call", .chunk = 256},
             {.name = "128 tokens a call", .chunk = 128},
             {.name = "64 tokens a call", .chunk = 64},
             {.name = "32 tokens a call", .chunk = 32},
-            {.name = "a thread for each processor", .threads = processorCount()},
-            {.name = "the same, 64 tokens a call", .chunk = 64, .threads = processorCount()},
+            {.name = "a thread for each processor", .threads = processors},
+            {.name = "the same, 64 tokens a call", .chunk = 64, .threads = processors},
             {.name = "without flash attention", .flashAttention = false},
             {.name = "without memory mapping", .memoryMapping = false},
             {.name = "without repacking", .repacking = false}};

@@ -101,7 +101,7 @@ void LlamaPromptMemory::keep()
 
 bool LlamaPromptMemory::needsTrial() const
 {
-    return m_trust == Trust::Untried && !m_scores.empty() &&
+    return m_trust == Trust::Untried && !m_scores.empty() && m_evaluated > 0 &&
            m_reuse.wholeChunks(evaluated().first(m_evaluated - 1)) > 0;
 }
 

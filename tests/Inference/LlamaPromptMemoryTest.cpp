@@ -33,6 +33,7 @@ private Q_SLOTS:
     void everyScoreOfEveryStepIsTheSame();
     void theNextStepEvaluatesOnlyWhatIsNew();
     void nothingIsPutBackUntilItHasBeenTried();
+    void aPromptOfWhichNothingIsEvaluatedGivesNoTrial();
     void aTrialLeavesThePromptAsItWas();
     void aModelThatCannotForgetTheEndIsEvaluatedInFull();
     void resetGivesTheCopyBack();
@@ -79,9 +80,11 @@ public:
         return llama_vocab_is_eog(llama_model_get_vocab(m_model.get()), token);
     }
 
+    void begin(const std::vector<qint32> &prompt) { m_memory.begin(m_context.get(), prompt); }
+
     void evaluate(const std::vector<qint32> &prompt)
     {
-        m_memory.begin(m_context.get(), prompt);
+        begin(prompt);
         while (!m_memory.isEvaluated())
             m_memory.evaluateChunk();
     }
@@ -214,6 +217,20 @@ void LlamaPromptMemoryTest::nothingIsPutBackUntilItHasBeenTried()
     QVERIFY(machine.memory().canReuse());
     machine.evaluate(prompt);
     QVERIFY(machine.memory().reusedCount() > 0);
+}
+
+// As when no reply is wanted, or the engine ends before the first chunk.
+void LlamaPromptMemoryTest::aPromptOfWhichNothingIsEvaluatedGivesNoTrial()
+{
+    Machine machine(fileOf(u"qwen"_s));
+    const std::vector<qint32> prompt =
+        machine.tokens(RecordedConversation::prompts(RecordedConversation::read(3)).first());
+    machine.evaluate(prompt);
+    QVERIFY(machine.memory().needsTrial());
+    machine.begin(prompt);
+    QVERIFY(!machine.memory().needsTrial());
+    machine.memory().keep();
+    QCOMPARE(machine.memory().keptBytes(), size_t(0));
 }
 
 void LlamaPromptMemoryTest::aTrialLeavesThePromptAsItWas()

@@ -27,6 +27,9 @@ private Q_SLOTS:
     void aModalDialogInTheWay();
     void aUserTypesAtTheSameTime();
     void theLayoutChangesWhileTyping();
+    void theScreenIsLocked();
+    void theScreenIsLockedWhileTyping();
+    void anOpenMenuTakesTheKeys();
     void theServerIsSlow();
     void theWindowManagerIsReplaced();
     void theWindowManagerEnds();
@@ -57,6 +60,25 @@ QByteArray layoutNames()
     tool.start(u"xprop"_s, {u"-root"_s, u"_XKB_RULES_NAMES"_s});
     tool.waitForFinished();
     return tool.readAllStandardOutput();
+}
+
+void startLocker(QProcess &locker)
+{
+    locker.start(u"i3lock"_s, {u"-n"_s, u"-c"_s, u"203040"_s});
+}
+
+bool lock(QProcess &locker)
+{
+    startLocker(locker);
+    return QTest::qWaitFor([] { return Screen::isKeyboardGrabbed(); }, PrivateDesktop::patience);
+}
+
+// Without its password.
+void unlock(QProcess &locker)
+{
+    locker.kill();
+    locker.waitForFinished();
+    QTRY_VERIFY_WITH_TIMEOUT(!Screen::isKeyboardGrabbed(), PrivateDesktop::patience);
 }
 
 QString editorWindow()
@@ -175,6 +197,44 @@ void DisturbancesTest::theLayoutChangesWhileTyping()
     QCOMPARE(typed.line, u"The keyboard layout changed, so typing was stopped."_s);
     QVERIFY2(layout.contains("\"de\""), layout.constData());
     verifyTyping(u"the same again"_s);
+}
+
+void DisturbancesTest::theScreenIsLocked()
+{
+    QProcess locker;
+    QVERIFY(lock(locker));
+    for (const char *action : {"type_text", "press_key"}) {
+        const Outcome refused = perform(action, {{"text", u"secret"_s}, {"key", u"a"_s}});
+        QVERIFY(refused.hasFailed);
+        QCOMPARE(refused.line, u"Another program, or the locked screen, has taken over the keyboard, so no "
+                               "keys were sent."_s);
+        QVERIFY2(refused.duration < bound, qPrintable(u"%1 ms"_s.arg(refused.duration.count())));
+    }
+    unlock(locker);
+    verifyTyping(u"after the lock"_s);
+}
+
+void DisturbancesTest::theScreenIsLockedWhileTyping()
+{
+    QProcess locker;
+    QTimer::singleShot(100, this, [&locker] { startLocker(locker); });
+    const Outcome typed = perform("type_text", {{"text", longText}});
+    QVERIFY(typed.hasFailed);
+    QCOMPARE(typed.line,
+             u"Another program, or the locked screen, has taken over the keyboard, so typing was stopped."_s);
+    unlock(locker);
+    verifyTyping(u"after the lock"_s);
+}
+
+// The application grabs the keyboard for it.
+void DisturbancesTest::anOpenMenuTakesTheKeys()
+{
+    Screen::pressKey(u"alt+f"_s);
+    QVERIFY(QTest::qWaitFor([] { return Screen::isKeyboardGrabbed(); }, PrivateDesktop::patience));
+    const Outcome closed = perform("press_key", {{"key", u"escape"_s}});
+    QVERIFY2(!closed.hasFailed, qPrintable(closed.line));
+    QVERIFY(QTest::qWaitFor([] { return !Screen::isKeyboardGrabbed(); }, PrivateDesktop::patience));
+    verifyTyping(u"the menu is closed"_s);
 }
 
 void DisturbancesTest::theServerIsSlow()

@@ -19,9 +19,11 @@ private Q_SLOTS:
     void aWindowThatVanishesWhileItIsRead_data();
     void aWindowThatVanishesWhileItIsRead();
     void theAccessibilityBusGoesAway();
+    void theSessionBusGoesAway();
 
 private:
     void verifyThatAnotherApplicationWorks();
+    void verifyOneClearLine(const Outcome &outcome);
 };
 
 namespace {
@@ -29,7 +31,21 @@ namespace {
 // Much longer than the time limits inside, much shorter than waiting for ever.
 constexpr std::chrono::seconds bound{30};
 
+void killAll(const QList<qint64> &processes)
+{
+    for (const qint64 process : processes)
+        ::kill(static_cast<pid_t>(process), SIGKILL);
+}
+
 } // namespace
+
+// It was possible all the same, or it says what is wrong.
+void FaultsTest::verifyOneClearLine(const Outcome &outcome)
+{
+    QVERIFY2(!outcome.line.isEmpty() && (!outcome.hasFailed || isOneClearLine(outcome.line)),
+             qPrintable(outcome.line));
+    QVERIFY2(outcome.duration < bound, qPrintable(u"%1 ms"_s.arg(outcome.duration.count())));
+}
 
 void FaultsTest::verifyThatAnotherApplicationWorks()
 {
@@ -77,45 +93,62 @@ void FaultsTest::anApplicationThatHangsIsStillAskedToQuit()
 
 void FaultsTest::aWindowThatVanishesWhileItIsRead_data()
 {
+    QTest::addColumn<bool>("reads");
     QTest::addColumn<int>("milliseconds");
-    for (const int milliseconds : {0, 1, 3, 10, 30})
-        QTest::addRow("after %d ms", milliseconds) << milliseconds;
+    for (const int milliseconds : {0, 1, 3, 10, 30}) {
+        QTest::addRow("read, after %d ms", milliseconds) << true << milliseconds;
+        QTest::addRow("pressed, after %d ms", milliseconds) << false << milliseconds;
+    }
 }
 
 void FaultsTest::aWindowThatVanishesWhileItIsRead()
 {
+    QFETCH(bool, reads);
     QFETCH(int, milliseconds);
     QVERIFY(PrivateDesktop::open(u"mousepad"_s, {}, u"Mousepad"_s));
     const qint64 process = Screen::windowsOf(u"Mousepad"_s).first().process;
     QTimer::singleShot(milliseconds, this, [process] { ::kill(static_cast<pid_t>(process), SIGKILL); });
-    const Outcome outcome = perform("read_ui");
-    // It was quicker, or it says what is wrong.
-    QVERIFY2(!outcome.hasFailed || isOneClearLine(outcome.line), qPrintable(outcome.line));
-    QVERIFY2(!outcome.line.isEmpty() && outcome.duration < bound, qPrintable(outcome.line));
-    if (milliseconds == 0)
+    verifyOneClearLine(reads ? perform("read_ui") : perform("click", {{"label", u"Save As"_s}}));
+    if (milliseconds == 0 && reads)
         verifyThatAnotherApplicationWorks();
 }
 
-// The last function: the bus does not come back.
+// From here on the buses do not come back.
 void FaultsTest::theAccessibilityBusGoesAway()
 {
     QVERIFY(PrivateDesktop::open(u"mousepad"_s, {}, u"Mousepad"_s));
     QVERIFY(!perform("read_ui").hasFailed);
     const QList<qint64> buses = PrivateDesktop::processesWith("accessibility.conf");
     QVERIFY(!buses.isEmpty());
-    for (const qint64 bus : buses)
-        ::kill(static_cast<pid_t>(bus), SIGKILL);
+    killAll(buses);
     QVERIFY(QTest::qWaitFor(
         [&] { return !PrivateDesktop::processesWith("accessibility.conf").contains(buses.first()); },
         PrivateDesktop::patience));
 
     for (const char *action : {"read_ui", "click"}) {
         const Outcome outcome = perform(action, {{"label", u"Save"_s}});
-        QVERIFY2(outcome.hasFailed && isOneClearLine(outcome.line), qPrintable(outcome.line));
-        QVERIFY2(outcome.duration < bound, qPrintable(u"%1 ms"_s.arg(outcome.duration.count())));
+        QVERIFY(outcome.hasFailed);
+        verifyOneClearLine(outcome);
     }
     const Outcome outcome = perform("open_app", {{"app", u"FeatherPad"_s}});
     VERIFY_EFFECT(Screen::activeClass() == "FeatherPad"_L1, outcome);
+}
+
+// The window manager and most applications end with it; the program does not.
+void FaultsTest::theSessionBusGoesAway()
+{
+    QVERIFY(PrivateDesktop::open(u"featherpad"_s, {}, u"FeatherPad"_s));
+    const auto buses = [] { return PrivateDesktop::processesWith("--session"); };
+    QVERIFY(!buses().isEmpty());
+    killAll(buses());
+    QVERIFY(QTest::qWaitFor([&] { return buses().isEmpty(); }, PrivateDesktop::patience));
+    for (const char *action : {"read_ui", "click", "type_text", "press_key", "list_windows"})
+        verifyOneClearLine(perform(action, {{"label", u"Save"_s}, {"text", u"a"_s}, {"key", u"a"_s}}));
+    verifyOneClearLine(perform("open_app", {{"app", u"Mousepad"_s}}));
+    verifyOneClearLine(perform("quit_app", {{"app", u"Mousepad"_s}}));
+    verifyOneClearLine(perform("open_path", {{"path", PrivateDesktop::home(u"Documents"_s)}}));
+    const Outcome shot = perform("screenshot");
+    QVERIFY2(!shot.hasFailed, qPrintable(shot.line));
 }
 
 QTEST_MAIN(FaultsTest)

@@ -63,6 +63,23 @@ void addModifierKey(KeyboardLayout &layout, ModifierKey modifier,
     }
 }
 
+// What one key types, as the protocol spells it.
+QByteArray spelled(const xcb_xkb_key_sym_map_t &key)
+{
+    return QByteArray(reinterpret_cast<const char *>(&key), sizeof(key));
+}
+
+QByteArray noSymbols()
+{
+    return spelled({{0, 0, 0, 0}, 0, 0, 0});
+}
+
+QByteArray singleSymbol(std::uint32_t symbol)
+{
+    return spelled({{0, 0, 0, 0}, 1, 1, 1}) +
+           QByteArray(reinterpret_cast<const char *>(&symbol), sizeof(symbol));
+}
+
 } // namespace
 
 struct X11Keyboard::State
@@ -71,7 +88,8 @@ struct X11Keyboard::State
 };
 
 X11Keyboard::X11Keyboard(X11Connection &connection)
-    : m_connection(connection), m_layoutNamesAtom(connection.internAtom("_XKB_RULES_NAMES"))
+    : m_connection(connection), m_layoutNamesAtom(connection.internAtom("_XKB_RULES_NAMES")),
+      m_spareSymbolsAtom(connection.internAtom("_ORVANE_SPARE_SYMBOLS"))
 {
     const int set = xkb_x11_setup_xkb_extension(
         connection.get(), XKB_X11_MIN_MAJOR_XKB_VERSION, XKB_X11_MIN_MINOR_XKB_VERSION,
@@ -89,6 +107,8 @@ X11Keyboard::~X11Keyboard()
     // Other layouts came with symbols of their own for every key; the old ones must not come back.
     if (m_areSymbolsChanged && layoutNames() == m_layoutNames)
         writeSymbols({});
+    if (m_areSymbolsChanged)
+        noteSpareSymbols({});
     if (m_releasedLocks)
         lockModifiers(m_releasedLocks, m_releasedLocks);
     xcb_flush(m_connection.get());
@@ -124,6 +144,7 @@ bool X11Keyboard::isModifierHeld() const
 
 KeyboardLayout X11Keyboard::layout()
 {
+    clearAbandonedSymbols();
     m_layoutNames = layoutNames();
     m_group = state().group;
     const XkbPointer<xkb_context> context(xkb_context_new(XKB_CONTEXT_NO_DEFAULT_INCLUDES));
@@ -203,11 +224,8 @@ void X11Keyboard::writeSymbols(const QHash<std::uint8_t, std::uint32_t> &symbols
     for (qsizetype i = 0; i < m_symbols.size(); ++i) {
         const auto symbol = symbols.constFind(std::uint8_t(m_firstCode + i));
         QByteArray map = m_symbols[i];
-        if (symbol != symbols.constEnd()) {
-            const xcb_xkb_key_sym_map_t single{{0, 0, 0, 0}, 1, 1, 1};
-            map = QByteArray(reinterpret_cast<const char *>(&single), sizeof(single));
-            map.append(reinterpret_cast<const char *>(&*symbol), sizeof(*symbol));
-        }
+        if (symbol != symbols.constEnd())
+            map = singleSymbol(*symbol);
         total = std::uint16_t(total + (map.size() - qsizetype(sizeof(xcb_xkb_key_sym_map_t))) / 4);
         values.append(map);
     }
@@ -218,6 +236,40 @@ void X11Keyboard::writeSymbols(const QHash<std::uint8_t, std::uint32_t> &symbols
     xcb_flush(m_connection.get());
 }
 
+// For the next one, should this process be killed: the keys and their symbols are left with the root window,
+// and as long as there is somebody to put them back, that one owns a selection of the same name.
+void X11Keyboard::noteSpareSymbols(const QHash<std::uint8_t, std::uint32_t> &symbols)
+{
+    xcb_connection_t *const connection = m_connection.get();
+    QList<std::uint32_t> values;
+    for (auto symbol = symbols.cbegin(); symbol != symbols.cend(); ++symbol)
+        values << symbol.key() << symbol.value();
+    xcb_set_selection_owner(connection, symbols.isEmpty() ? XCB_NONE : m_connection.ownWindow(),
+                            m_spareSymbolsAtom, XCB_CURRENT_TIME);
+    xcb_change_property(connection, XCB_PROP_MODE_REPLACE, m_connection.root(), m_spareSymbolsAtom,
+                        XCB_ATOM_CARDINAL, 32, std::uint32_t(values.size()), values.constData());
+}
+
+void X11Keyboard::clearAbandonedSymbols()
+{
+    const auto note = m_connection.property(m_connection.root(), m_spareSymbolsAtom);
+    const QList<std::uint32_t> values = note ? note->values() : QList<std::uint32_t>();
+    const auto cookie = xcb_get_selection_owner(m_connection.get(), m_spareSymbolsAtom);
+    const X11Reply<xcb_get_selection_owner_reply_t> reply(
+        xcb_get_selection_owner_reply(m_connection.get(), cookie, nullptr));
+    if (values.isEmpty() || !reply || reply->owner != XCB_NONE)
+        return;
+    readSymbols();
+    for (qsizetype i = 0; i + 1 < values.size(); i += 2) {
+        const qsizetype key = qsizetype(values[i]) - m_firstCode;
+        // Another layout may use the key for something else by now.
+        if (key >= 0 && key < m_symbols.size() && m_symbols[key] == singleSymbol(values[i + 1]))
+            m_symbols[key] = noSymbols();
+    }
+    writeSymbols({});
+    noteSpareSymbols({});
+}
+
 void X11Keyboard::setSpareSymbols(const QHash<std::uint8_t, std::uint32_t> &symbols)
 {
     if (symbols.isEmpty() && !m_areSymbolsChanged)
@@ -225,12 +277,17 @@ void X11Keyboard::setSpareSymbols(const QHash<std::uint8_t, std::uint32_t> &symb
     if (m_symbols.isEmpty())
         readSymbols();
     m_areSymbolsChanged = !symbols.isEmpty();
+    noteSpareSymbols(symbols);
     writeSymbols(symbols);
 }
 
 void X11Keyboard::sendKey(std::uint8_t type, std::uint8_t code)
 {
     xcb_test_fake_input(m_connection.get(), type, code, XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
+}
+
+void X11Keyboard::flush()
+{
     xcb_flush(m_connection.get());
 }
 

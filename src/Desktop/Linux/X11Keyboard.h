@@ -7,8 +7,8 @@
 #include <QSet>
 
 // The X server's keyboard: its layout, its state, and keys sent to it. Whatever was changed or is held down
-// is put back by the destructor at the latest. X thread only; throws PlatformError when the server is gone or
-// lacks what is needed.
+// is put back by the destructor at the latest; where the process was killed before that, by the next one that
+// types. X thread only; throws PlatformError when the server is gone or lacks what is needed.
 class X11Keyboard
 {
 public:
@@ -32,8 +32,10 @@ public:
     // Gives the spare keys these symbols, and takes away those that they had.
     void setSpareSymbols(const QHash<std::uint8_t, std::uint32_t> &symbols);
 
+    // Keys wait for `flush`: those that belong together reach the server together, or not at all.
     void press(std::uint8_t code);
     void release(std::uint8_t code);
+    void flush();
 
 private:
     struct State;
@@ -42,11 +44,14 @@ private:
     QByteArray layoutNames() const;
     void lockModifiers(std::uint8_t affected, std::uint8_t locked);
     void sendKey(std::uint8_t type, std::uint8_t code);
+    void noteSpareSymbols(const QHash<std::uint8_t, std::uint32_t> &symbols);
+    void clearAbandonedSymbols();
     void readSymbols();
     void writeSymbols(const QHash<std::uint8_t, std::uint32_t> &symbols);
 
     X11Connection &m_connection;
     xcb_atom_t m_layoutNamesAtom;
+    xcb_atom_t m_spareSymbolsAtom;
     QByteArray m_layoutNames;
     std::uint8_t m_group = 0; // of the layouts
     QSet<std::uint8_t> m_held;

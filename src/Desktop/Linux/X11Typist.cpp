@@ -63,6 +63,7 @@ void X11Typist::type(const QList<KeyStroke> &strokes, std::chrono::microseconds 
     const bool needsSpares = !batches.first().spareSymbols.isEmpty() || batches.size() > 1;
     m_tellsWhenHandled = needsSpares && m_target.answersPings &&
                          m_connection.waitUntilHandled(m_target.identifier, firstAnswer);
+    requireFreeKeyboard(QStringLiteral("no keys were sent"));
     keyboard.releaseLocks();
     for (const TypingBatch &batch : batches)
         typeBatch(keyboard, batch, pause);
@@ -118,6 +119,7 @@ void X11Typist::typeKey(X11Keyboard &keyboard, const PlannedKey &key)
     keyboard.release(key.code);
     for (auto code = modifiers.crbegin(); code != modifiers.crend(); ++code)
         keyboard.release(*code);
+    keyboard.flush();
 }
 
 void X11Typist::requireTarget() const
@@ -128,4 +130,14 @@ void X11Typist::requireTarget() const
     if (!m_windows.isActive(m_target))
         throw PlatformError(
             QStringLiteral("“%1” lost the keyboard focus, so typing was stopped.").arg(m_target.title));
+    requireFreeKeyboard(QStringLiteral("typing was stopped"));
+}
+
+// What is typed for one program must never end up in the password field of another.
+void X11Typist::requireFreeKeyboard(const QString &consequence) const
+{
+    if (m_windows.isKeyboardGrabbedFrom(m_target))
+        throw PlatformError(
+            QStringLiteral("Another program, or the locked screen, has taken over the keyboard, so %1.")
+                .arg(consequence));
 }

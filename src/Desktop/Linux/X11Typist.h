@@ -27,6 +27,7 @@ private:
     void typeKey(X11Keyboard &keyboard, const PlannedKey &key);
     void holdSymbols() const;
     void requireTarget() const;
+    void requireFreeKeyboard(const QString &consequence) const;
 
     X11Connection &m_connection;
     X11Windows &m_windows;

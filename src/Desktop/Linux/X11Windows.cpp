@@ -6,6 +6,7 @@
 #include <QRegularExpression>
 
 #include <algorithm>
+#include <span>
 
 namespace {
 
@@ -225,13 +226,50 @@ bool X11Windows::hasKeys(const X11Window &window) const
     if (!isActive(window))
         return false;
     // The window manager may tell the change before the keys follow. The focus can lie on a window of the
-    // application that is not managed: all that one client has made share the upper bits of their
-    // identifiers.
+    // application that is not managed.
     const auto cookie = xcb_get_input_focus(m_connection.get());
     const X11Reply<xcb_get_input_focus_reply_t> focus(
         xcb_get_input_focus_reply(m_connection.get(), cookie, nullptr));
+    return focus && belongToSameClient(focus->focus, window.identifier);
+}
+
+// All that one client has made share the upper bits of their identifiers.
+bool X11Windows::belongToSameClient(std::uint32_t one, std::uint32_t other) const
+{
     const std::uint32_t client = ~xcb_get_setup(m_connection.get())->resource_id_mask;
-    return focus && (focus->focus & client) == (window.identifier & client);
+    return (one & client) == (other & client);
+}
+
+// Nobody tells who has grabbed the keyboard. But a grab for a window that is not shown is refused, and the
+// server looks for the grab of another client first.
+bool X11Windows::isKeyboardGrabbedFrom(const X11Window &window) const
+{
+    constexpr bool withOwnEvents = false;
+    const auto cookie = xcb_grab_keyboard(m_connection.get(), withOwnEvents, m_connection.ownWindow(),
+                                          XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+    const X11Reply<xcb_grab_keyboard_reply_t> reply(
+        xcb_grab_keyboard_reply(m_connection.get(), cookie, nullptr));
+    m_connection.requireAlive();
+    return reply && reply->status == XCB_GRAB_STATUS_ALREADY_GRABBED && !hasOpenMenu(window);
+}
+
+// Menus are windows that window managers leave alone.
+bool X11Windows::hasOpenMenu(const X11Window &window) const
+{
+    xcb_connection_t *const connection = m_connection.get();
+    const X11Reply<xcb_query_tree_reply_t> tree(
+        xcb_query_tree_reply(connection, xcb_query_tree(connection, m_connection.root()), nullptr));
+    if (!tree)
+        return false;
+    const std::span children(xcb_query_tree_children(tree.get()),
+                             static_cast<size_t>(xcb_query_tree_children_length(tree.get())));
+    return std::ranges::any_of(children, [&](xcb_window_t child) {
+        if (!belongToSameClient(child, window.identifier))
+            return false;
+        const X11Reply<xcb_get_window_attributes_reply_t> attributes(xcb_get_window_attributes_reply(
+            connection, xcb_get_window_attributes(connection, child), nullptr));
+        return attributes && attributes->override_redirect && attributes->map_state == XCB_MAP_STATE_VIEWABLE;
+    });
 }
 
 void X11Windows::requestActivation(std::uint32_t window)

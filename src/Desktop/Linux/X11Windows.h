@@ -29,6 +29,10 @@ public:
     // Whether it is active and keys really go to its application.
     bool hasKeys(const X11Window &window) const;
 
+    // Whether another program has grabbed the keyboard, as a locked screen does: whatever is active, all keys
+    // would go there. A menu that the window's application has opened does not count; the keys are for it.
+    bool isKeyboardGrabbedFrom(const X11Window &window) const;
+
     // Asks the window manager to bring the window to the front; it is not yet there on return.
     void requestActivation(std::uint32_t window);
 
@@ -45,6 +49,8 @@ private:
     QList<std::uint32_t> rootValues(xcb_atom_t property) const;
     static void addToStacking(X11Snapshot &snapshot);
     void remember(std::optional<std::uint32_t> window);
+    bool belongToSameClient(std::uint32_t one, std::uint32_t other) const;
+    bool hasOpenMenu(const X11Window &window) const;
 
     X11Connection &m_connection;
     QList<std::uint32_t> m_recentlyActivated;

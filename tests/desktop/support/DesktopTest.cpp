@@ -18,12 +18,15 @@ void DesktopTest::initTestCase()
 {
     if (!PrivateDesktop::isHere())
         QFAIL("This test ends every window that it finds: start it with scripts/private-desktop.");
+    m_keysWithSymbols = Screen::keysWithSymbols();
     m_runner.emplace();
 }
 
 void DesktopTest::cleanup()
 {
     QVERIFY2(PrivateDesktop::clear(), qPrintable(Screen::described()));
+    QVERIFY(!Screen::isAKeyPressed());
+    QCOMPARE(Screen::keysWithSymbols(), m_keysWithSymbols);
 }
 
 void DesktopTest::cleanupTestCase()

@@ -11,8 +11,8 @@
 
 #include <optional>
 
-// What all tests with real applications have in common: they start on an empty private desktop, and look at
-// the effect of an action there.
+// What all tests with real applications have in common: they start on an empty private desktop, look at the
+// effect of an action there, and leave neither a pressed key nor a changed one behind.
 class DesktopTest : public QObject
 {
     Q_OBJECT
@@ -28,6 +28,7 @@ private Q_SLOTS:
 
 private:
     std::optional<ActionRunner> m_runner;
+    QSet<int> m_keysWithSymbols;
 };
 
 // The effect has to show within a test's patience; otherwise the test fails with the action's own words and

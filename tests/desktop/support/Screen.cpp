@@ -70,6 +70,43 @@ public:
         xcb_flush(m_connection);
     }
 
+    bool isKeyboardGrabbed()
+    {
+        const auto cookie = xcb_grab_keyboard(m_connection, 0, root(), XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC,
+                                              XCB_GRAB_MODE_ASYNC);
+        const std::unique_ptr<xcb_grab_keyboard_reply_t, decltype(&std::free)> reply(
+            xcb_grab_keyboard_reply(m_connection, cookie, nullptr), &std::free);
+        xcb_ungrab_keyboard(m_connection, XCB_CURRENT_TIME);
+        xcb_flush(m_connection);
+        return reply && reply->status == XCB_GRAB_STATUS_ALREADY_GRABBED;
+    }
+
+    bool isAKeyPressed()
+    {
+        const std::unique_ptr<xcb_query_keymap_reply_t, decltype(&std::free)> reply(
+            xcb_query_keymap_reply(m_connection, xcb_query_keymap(m_connection), nullptr), &std::free);
+        return reply && std::ranges::any_of(reply->keys, [](std::uint8_t keys) { return keys != 0; });
+    }
+
+    QSet<int> keysWithSymbols()
+    {
+        const xcb_setup_t *const setup = xcb_get_setup(m_connection);
+        const auto count = static_cast<std::uint8_t>(setup->max_keycode - setup->min_keycode + 1);
+        const auto cookie = xcb_get_keyboard_mapping(m_connection, setup->min_keycode, count);
+        const std::unique_ptr<xcb_get_keyboard_mapping_reply_t, decltype(&std::free)> reply(
+            xcb_get_keyboard_mapping_reply(m_connection, cookie, nullptr), &std::free);
+        QSet<int> keys;
+        if (!reply)
+            return keys;
+        const xcb_keysym_t *const symbols = xcb_get_keyboard_mapping_keysyms(reply.get());
+        const int length = xcb_get_keyboard_mapping_keysyms_length(reply.get());
+        for (int index = 0; index < length; ++index) {
+            if (symbols[index] != XCB_NO_SYMBOL)
+                keys << setup->min_keycode + index / reply->keysyms_per_keycode;
+        }
+        return keys;
+    }
+
     const xcb_ewmh_connection_t &atoms() const { return m_ewmh; }
 
 private:
@@ -153,6 +190,21 @@ QString Screen::described()
 void Screen::pressKey(const QString &combination)
 {
     QProcess::execute(u"timeout"_s, {u"20"_s, u"xdotool"_s, u"key"_s, combination});
+}
+
+bool Screen::isKeyboardGrabbed()
+{
+    return Observer::shared().isKeyboardGrabbed();
+}
+
+bool Screen::isAKeyPressed()
+{
+    return Observer::shared().isAKeyPressed();
+}
+
+QSet<int> Screen::keysWithSymbols()
+{
+    return Observer::shared().keysWithSymbols();
 }
 
 void Screen::requestFocus(quint32 window)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QList>
+#include <QSet>
 #include <QString>
 
 #include <optional>
@@ -41,6 +42,14 @@ QString described();
 
 // Presses a key combination as xdotool writes it ("ctrl+l"), to reach what only the keyboard reveals.
 void pressKey(const QString &combination);
+
+// Whether an application (a menu, a locked screen) takes all keys for itself.
+bool isKeyboardGrabbed();
+
+bool isAKeyPressed();
+
+// The codes of the keys that type anything.
+QSet<int> keysWithSymbols();
 
 // Asks the window manager to bring a window to the front; wait for it with activeWindow().
 void requestFocus(quint32 window);

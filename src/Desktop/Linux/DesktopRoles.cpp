@@ -82,11 +82,16 @@ std::optional<DesktopEntry> DesktopRoles::fill(const DesktopRole &role, const QL
         return entry == entries.cend() ? std::nullopt : std::optional(*entry);
     };
     for (const QString &identifier : role.identifiers) {
-        const auto isThat = [&identifier](const DesktopEntry &entry) {
-            return entry.identifier.compare(identifier, Qt::CaseInsensitive) == 0 ||
-                   entry.executable.compare(identifier, Qt::CaseInsensitive) == 0;
+        const auto hasName = [&identifier](const DesktopEntry &entry) {
+            return entry.identifier.compare(identifier, Qt::CaseInsensitive) == 0;
         };
-        if (auto entry = first(isThat))
+        // Programs come with further entries, such as one for their settings.
+        const auto runsProgram = [&identifier](const DesktopEntry &entry) {
+            return entry.executable.compare(identifier, Qt::CaseInsensitive) == 0;
+        };
+        if (auto entry = first(hasName))
+            return entry;
+        if (auto entry = first(runsProgram))
             return entry;
     }
     return first([&role](const DesktopEntry &entry) {

@@ -8,6 +8,15 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+// The settings of a program are an entry of their own, which starts the same program.
+DesktopEntry settingsOf(const QString &program)
+{
+    DesktopEntry result;
+    result.identifier = program + u"-settings"_s;
+    result.executable = program;
+    return result;
+}
+
 DesktopEntry entry(const QString &identifier, const QStringList &categories, bool isShown = true)
 {
     DesktopEntry result;
@@ -24,6 +33,8 @@ const QList<DesktopEntry> installed{
     entry(u"keyboard-settings"_s, {u"Settings"_s, u"DesktopSettings"_s}),
     entry(u"systemsettings"_s, {u"Settings"_s}),
     entry(u"oddterm"_s, {u"TerminalEmulator"_s}),
+    settingsOf(u"qps"_s),
+    entry(u"qps"_s, {}),
 };
 
 std::optional<DesktopEntry> defaultForType(const QString &type)
@@ -68,6 +79,8 @@ private Q_SLOTS:
                                                                   << "systemsettings";
         QTest::newRow("any terminal where no known one is") << "Terminal"
                                                             << "oddterm";
+        QTest::newRow("a program, not its settings") << "Activity Monitor"
+                                                     << "qps";
         QTest::newRow("a role that nobody fills") << "Mail"
                                                   << "nobody";
         QTest::newRow("a name that is no role") << "Photoshop"

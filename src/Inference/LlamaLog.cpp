@@ -23,7 +23,7 @@ void LlamaLog::keepErrorsOnly()
     llama_log_set(passErrors, nullptr);
 }
 
-void LlamaLog::useLibraryDefault()
+void LlamaLog::keepNothing()
 {
-    llama_log_set(nullptr, nullptr);
+    llama_log_set([](ggml_log_level, const char *, void *) {}, nullptr);
 }

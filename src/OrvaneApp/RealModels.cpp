@@ -3,6 +3,7 @@
 
 #include "Agent/SystemPrompt.h"
 #include "Inference/LlamaEngine.h"
+#include "Inference/LlamaLog.h"
 #include "Models/HttpDownloadSession.h"
 
 using namespace Qt::StringLiterals;
@@ -31,5 +32,6 @@ RealModels::RealModels()
 
 RealModels::~RealModels()
 {
+    LlamaLog::keepNothing();
     m_manager.engine().unload();
 }

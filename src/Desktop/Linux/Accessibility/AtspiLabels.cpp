@@ -10,20 +10,34 @@ namespace {
 // Stands in a text for a picture, a link or another object of its own.
 constexpr char16_t objectMark = 0xFFFC;
 
-// "7 7" → "7"; any other text as it is.
+// "7 7" → "7", and "_Retry Retry", where the first one marks its key, → "Retry"; any other text as it is.
 QString saidOnce(const QString &text)
 {
-    const qsizetype middle = text.size() / 2;
-    if (text.size() % 2 == 0 || text.at(middle) != u' ')
+    const QString second = text.right((text.size() - 1) / 2);
+    QString first = text.chopped(second.size());
+    if (!first.endsWith(u' '))
         return text;
-    const QString half = text.left(middle);
-    return text.endsWith(half) ? half : text;
+    first.chop(1);
+    if (const qsizetype key = first.indexOf(u'_'); key >= 0 && first.size() > second.size())
+        first.remove(key, 1);
+    return first == second ? second : text;
 }
 
+// The toolkit's own classes, and those that applications derive and name alike.
 bool isClassName(const QString &text)
 {
-    static const QRegularExpression pattern(QStringLiteral("^(Gtk|Adw)(Source)?[A-Z][A-Za-z]+$"));
+    static const QRegularExpression pattern(
+        QStringLiteral("^((Gtk|Adw)(Source)?[A-Z][A-Za-z]+|([A-Z][a-z]+)+(View|Entry|Button|Label|Image))$"));
     return pattern.match(text).hasMatch();
+}
+
+// Rich text as Qt takes it for hints, without its markup.
+QString withoutMarkup(const QString &text)
+{
+    static const QRegularExpression tag(QStringLiteral("<[^<>]*>"));
+    if (!text.startsWith(u'<') || !text.endsWith(u'>'))
+        return text;
+    return Text::trimmed(QString(text).replace(tag, QStringLiteral(" ")));
 }
 
 } // namespace
@@ -35,6 +49,8 @@ AtspiToolkit Atspi::toolkit(const QString &name)
         return AtspiToolkit::Gtk4;
     if (name == QLatin1String("Gecko"))
         return AtspiToolkit::Gecko;
+    if (name == QLatin1String("Qt"))
+        return AtspiToolkit::Qt;
     return name == QLatin1String("Chromium") ? AtspiToolkit::Chromium : AtspiToolkit::Other;
 }
 
@@ -43,6 +59,8 @@ QString Atspi::label(const QString &text, AtspiToolkit toolkit)
     QString visible = text;
     visible.remove(QChar(objectMark));
     const QString tidy = Text::trimmed(Text::cleaned(visible));
+    if (toolkit == AtspiToolkit::Qt)
+        return withoutMarkup(tidy);
     if (toolkit != AtspiToolkit::Gtk4)
         return tidy;
     return isClassName(tidy) ? QString() : saidOnce(tidy);

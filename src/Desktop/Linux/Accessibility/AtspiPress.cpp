@@ -51,16 +51,39 @@ QCoro::Task<QStringList> actionNames(std::shared_ptr<AtspiApplication> applicati
     co_return names;
 }
 
+struct Press
+{
+    AtspiReference object;
+    int action = -1; // its position; -1 where nothing can be pressed
+};
+
+QCoro::Task<Press> pressOf(std::shared_ptr<AtspiApplication> application, AtspiReference object)
+{
+    const QStringList names = co_await actionNames(application, object);
+    const Press own{object, Atspi::pressAction(names)};
+    if (own.action >= 0 || application->toolkit() != AtspiToolkit::Gtk4)
+        co_return own;
+    // GTK 4 puts the button that opens a menu into one that has the name but takes no press.
+    const QList<QDBusMessage> question{
+        Atspi::call(object, Atspi::accessibleInterface, QStringLiteral("GetChildren"))};
+    const QList<QDBusMessage> reply = co_await AtspiApplication::exchange(application, question);
+    const QList<AtspiReference> children = Atspi::references(reply.constFirst());
+    if (children.isEmpty())
+        co_return own;
+    const QStringList innerNames = co_await actionNames(application, children.constFirst());
+    const Press inner{children.constFirst(), Atspi::pressAction(innerNames)};
+    co_return inner;
+}
+
 } // namespace
 
 QCoro::Task<bool> Atspi::press(std::shared_ptr<AtspiApplication> application, AtspiReference object)
 {
-    const QStringList names = co_await actionNames(application, object);
-    const int action = pressAction(names);
-    if (action < 0)
+    const Press press = co_await pressOf(application, object);
+    if (press.action < 0)
         co_return false;
-    const QVariantList index{action};
-    const QDBusMessage call = Atspi::call(object, actionInterface, QStringLiteral("DoAction"), index);
+    const QVariantList index{press.action};
+    const QDBusMessage call = Atspi::call(press.object, actionInterface, QStringLiteral("DoAction"), index);
     const QDBusPendingCall pending =
         application->bus().asyncCall(call, static_cast<int>(AtspiApplication::callLimit.count()));
     const QDBusMessage reply = co_await pending;

@@ -9,7 +9,8 @@
 
 namespace Atspi {
 
-// Carries out the action of the object that stands for a press. False when it has none, refuses, or is gone.
+// Carries out the action of the object that stands for a press, or of the button inside it where it is only
+// the shell of one. False when there is none, or it refuses or is gone.
 // A press that opens a dialog may be answered only when that dialog is closed: it counts as done as soon as
 // the application shows that it still answers other questions. Throws PlatformError when it does not, has
 // quit, or the bus is gone. Main thread.

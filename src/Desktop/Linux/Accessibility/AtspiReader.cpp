@@ -69,6 +69,14 @@ QCoro::Task<void> AtspiReader::read()
     co_await readTexts(&AtspiReading::help, help, label);
 }
 
+// GTK 4 lists the pages of a stack as its children, but in bulk what is on the pages: so it is believed there
+// about elements without children only.
+bool AtspiReader::knowsChildren(const AtspiCacheItem &item) const
+{
+    const bool hasAll = m_cache->hasAllChildren(item.object);
+    return hasAll && (m_application->toolkit() != AtspiToolkit::Gtk4 || item.childCount == 0);
+}
+
 // Takes what the cache holds; the positions of the elements of which it does not hold everything remain.
 QList<qsizetype> AtspiReader::useCache()
 {
@@ -85,7 +93,7 @@ QList<qsizetype> AtspiReader::useCache()
             if (reading.name.isEmpty())
                 reading.description = Atspi::label(item->description, m_application->toolkit());
         }
-        if (item && m_cache->hasAllChildren(reading.object))
+        if (item && knowsChildren(*item))
             reading.children = m_cache->children(reading.object);
         else
             incomplete.append(i);
@@ -98,16 +106,20 @@ QCoro::Task<void> AtspiReader::readStructure()
     const QList<qsizetype> incomplete = useCache();
     QList<QDBusMessage> calls;
     for (const qsizetype i : incomplete) {
-        calls.append(accessibleCall(m_readings.at(i), QStringLiteral("GetRole")));
         calls.append(accessibleCall(m_readings.at(i), QStringLiteral("GetChildren")));
+        if (!m_cache->find(m_readings.at(i).object))
+            calls.append(accessibleCall(m_readings.at(i), QStringLiteral("GetRole")));
     }
     const QList<QDBusMessage> replies = co_await AtspiApplication::exchange(m_application, calls);
-    for (qsizetype k = 0; k < incomplete.size(); ++k) {
-        AtspiReading &reading = m_readings[incomplete.at(k)];
-        const std::optional<double> role = Atspi::number(replies.at(2 * k));
+    auto reply = replies.cbegin();
+    for (const qsizetype i : incomplete) {
+        AtspiReading &reading = m_readings[i];
+        reading.children = Atspi::references(*reply++);
+        if (m_cache->find(reading.object))
+            continue;
+        const std::optional<double> role = Atspi::number(*reply++);
         reading.role = static_cast<AtspiRole>(static_cast<quint32>(role.value_or(0)));
         reading.axRole = Atspi::axRole(reading.role, reading.parentRole);
-        reading.children = Atspi::references(replies.at(2 * k + 1));
     }
 }
 

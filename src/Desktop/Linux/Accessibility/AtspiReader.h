@@ -59,6 +59,7 @@ private:
     QCoro::Task<void> readNumbers();
     QCoro::Task<void> readTexts(QString AtspiReading::*text, Question question, Answer answer);
     QList<qsizetype> useCache();
+    bool knowsChildren(const AtspiCacheItem &item) const;
     bool speaksByItsText(const AtspiReading &reading) const;
 
     std::shared_ptr<AtspiApplication> m_application;

@@ -28,7 +28,6 @@ private Q_SLOTS:
     void initTestCase();
     void aPageIsReadAndPressed_data();
     void aPageIsReadAndPressed();
-    void readingByLevelsEqualsReadingNodeByNode();
 
 private:
     AtspiBench::Program open(const QString &browser, const QString &html);
@@ -87,26 +86,6 @@ void AtspiBrowserTest::aPageIsReadAndPressed()
                            [](const QString &tab) { return tab.startsWith(u"Bought"_s); });
     };
     QTRY_VERIFY_WITH_TIMEOUT(hasTabBought(), AtspiBench::patience);
-}
-
-void AtspiBrowserTest::readingByLevelsEqualsReadingNodeByNode()
-{
-    QString links = u"<title>Links</title>"_s;
-    for (int i = 0; i < 300; ++i)
-        links += u"<p>Line %1 with <a href='#%1'>Link %1</a>.</p>"_s.arg(i);
-    const auto process = open(u"firefox-esr"_s, links);
-    QVERIFY(m_bench.waitForLabel(*process, u"AXLink"_s, u"Link 299"_s));
-    NodeByNode plain;
-    QList<WalkedNode> byLevels;
-    QList<WalkedNode> byNodes;
-    const auto same = [&] {
-        byLevels = AtspiBench::nodes(QCoro::waitFor(AtspiBench::walk(m_bench.tree(*process))));
-        byNodes = plain.walk(process->processId(), 100'000);
-        return byLevels == byNodes;
-    };
-    QTRY_VERIFY_WITH_TIMEOUT(same(), AtspiBench::patience);
-    QVERIFY(byLevels.size() > 600);
-    QVERIFY(byLevels.contains(WalkedNode{u"AXStaticText"_s, u"Line 7 with ."_s, 1}));
 }
 
 QTEST_GUILESS_MAIN(AtspiBrowserTest)

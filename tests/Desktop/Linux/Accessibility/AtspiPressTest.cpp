@@ -12,6 +12,9 @@ class AtspiPressTest : public QObject
 
 private Q_SLOTS:
     void theCalculatorAddsWhatIsPressed();
+    void thePressIsFoundByItsName_data();
+    void thePressIsFoundByItsName();
+    void aButtonInsideAShellIsPressed();
     void aMenuItemOfAClosedMenuIsCarriedOut_data();
     void aMenuItemOfAClosedMenuIsCarriedOut();
     void aPressThatOpensADialogCountsAsDone();
@@ -30,6 +33,40 @@ void AtspiPressTest::theCalculatorAddsWhatIsPressed()
         QVERIFY2(m_bench.press(*calculator, u"AXButton"_s, key), qPrintable(key));
     QVERIFY2(m_bench.waitForLabel(*calculator, u"AXTextField"_s, u"15"_s),
              qPrintable(m_bench.labels(*calculator, u"AXTextField"_s).join(u" | ")));
+}
+
+void AtspiPressTest::thePressIsFoundByItsName_data()
+{
+    QTest::addColumn<QString>("role");
+    QTest::addColumn<QString>("control");
+    QTest::addColumn<QString>("effect");
+    QTest::newRow("the last of three actions") << u"AXButton"_s << u"Save"_s << u"Press"_s;
+    QTest::newRow("a menu that can only be shown") << u"AXMenuItem"_s << u"Tools"_s << u"Menu"_s;
+}
+
+void AtspiPressTest::thePressIsFoundByItsName()
+{
+    QFETCH(QString, role);
+    QFETCH(QString, control);
+    QFETCH(QString, effect);
+    const auto sample = m_bench.start(QStringLiteral(WIDGET_SAMPLE));
+    QVERIFY(m_bench.waitForLabel(*sample, u"AXStaticText"_s, u"Nothing yet"_s));
+    QVERIFY(m_bench.press(*sample, role, control));
+    QVERIFY2(m_bench.waitForLabel(*sample, u"AXStaticText"_s, effect),
+             qPrintable(m_bench.labels(*sample, u"AXStaticText"_s).join(u" | ")));
+}
+
+// GTK 4's button for a menu takes no press; the one inside it, without that name, does.
+void AtspiPressTest::aButtonInsideAShellIsPressed()
+{
+    const auto calculator = m_bench.start(u"gnome-calculator"_s);
+    QVERIFY(m_bench.waitForLabel(*calculator, u"AXButton"_s, u"="_s));
+    const auto elements = [&] {
+        return QCoro::waitFor(AtspiBench::walk(m_bench.tree(*calculator))).elements.size();
+    };
+    const qsizetype before = elements();
+    QVERIFY(m_bench.press(*calculator, u"AXButton"_s, u"Mode selection"_s));
+    QTRY_VERIFY_WITH_TIMEOUT(elements() > before, AtspiBench::patience);
 }
 
 void AtspiPressTest::aMenuItemOfAClosedMenuIsCarriedOut_data()

@@ -80,6 +80,10 @@ void AtspiRolesTest::thePressIsFoundByName_data()
     QTest::newRow("open") << QStringList{u"open"_s} << 0;
     QTest::newRow("select") << QStringList{u"select"_s} << 0;
     QTest::newRow("jump") << QStringList{u"jump"_s} << 0;
+    QTest::newRow("a menu of Qt") << QStringList{u"ShowMenu"_s} << 0;
+    QTest::newRow("a list of Qt") << QStringList{u"ShowMenu"_s, u"Press"_s} << 1;
+    QTest::newRow("a context menu is no press") << QStringList{u"showContextMenu"_s} << -1;
+    QTest::newRow("only the whole name") << QStringList{u"link.open"_s, u"clipboard.select"_s} << -1;
     QTest::newRow("nothing that presses") << QStringList{u"SetFocus"_s, u"Increase"_s} << -1;
     QTest::newRow("no action") << QStringList{} << -1;
 }

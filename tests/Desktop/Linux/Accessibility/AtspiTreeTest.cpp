@@ -5,8 +5,6 @@
 #include <QTemporaryFile>
 #include <QTest>
 
-#include <algorithm>
-
 using namespace Qt::StringLiterals;
 
 class AtspiTreeTest : public QObject
@@ -16,8 +14,6 @@ class AtspiTreeTest : public QObject
 private Q_SLOTS:
     void theLabelsAreThoseOnTheScreen_data();
     void theLabelsAreThoseOnTheScreen();
-    void readingByLevelsEqualsReadingNodeByNode_data();
-    void readingByLevelsEqualsReadingNodeByNode();
     void theTextOfATextFieldIsItsValue();
     void aWindowOfAChildProcessBelongsToItsParent();
     void anElementThatVanishedIsEmpty();
@@ -53,41 +49,6 @@ void AtspiTreeTest::theLabelsAreThoseOnTheScreen()
     const auto process = m_bench.start(program);
     QVERIFY2(m_bench.waitForLabel(*process, role, label),
              qPrintable(m_bench.labels(*process, role).join(u" | ")));
-}
-
-void AtspiTreeTest::readingByLevelsEqualsReadingNodeByNode_data()
-{
-    QTest::addColumn<QString>("program");
-    QTest::addColumn<QString>("label");
-    QTest::newRow("GTK 3") << u"mousepad"_s << u"Undo"_s;
-    QTest::newRow("Qt") << u"featherpad"_s << u"Undo"_s;
-    QTest::newRow("GTK 4") << u"gnome-calculator"_s << u"7"_s;
-}
-
-void AtspiTreeTest::readingByLevelsEqualsReadingNodeByNode()
-{
-    QFETCH(QString, program);
-    QFETCH(QString, label);
-    const auto process = m_bench.start(program);
-    QVERIFY(m_bench.waitForLabel(*process, u"AXButton"_s, label));
-    NodeByNode plain;
-    QList<WalkedNode> byLevels;
-    QList<WalkedNode> byNodes;
-    // An application that is still building its window may change between the two.
-    const auto same = [&] {
-        byLevels = AtspiBench::nodes(QCoro::waitFor(AtspiBench::walk(m_bench.tree(*process))));
-        byNodes = plain.walk(process->processId(), 100'000);
-        return byLevels == byNodes;
-    };
-    if (!QTest::qWaitFor(same, 10'000)) {
-        for (qsizetype i = 0; i < std::min(byLevels.size(), byNodes.size()); ++i) {
-            QCOMPARE(byLevels.at(i).role, byNodes.at(i).role);
-            QCOMPARE(byLevels.at(i).label, byNodes.at(i).label);
-            QCOMPARE(byLevels.at(i).children, byNodes.at(i).children);
-        }
-        QCOMPARE(byLevels.size(), byNodes.size());
-    }
-    QVERIFY(byLevels.size() > 50);
 }
 
 void AtspiTreeTest::theTextOfATextFieldIsItsValue()

@@ -28,16 +28,21 @@ NodeByNode::~NodeByNode()
     QDBusConnection::disconnectFromBus(connectionName);
 }
 
-QList<WalkedNode> NodeByNode::walk(qint64 processIdentifier, qsizetype most)
+QList<WalkedNode> NodeByNode::walk(qint64 processIdentifier, qsizetype most, int depth)
 {
     const AtspiReference root = rootOf(processIdentifier);
+    if (root.isNull())
+        return {};
     const QDBusMessage toolkitCall = Atspi::property(root, Atspi::applicationInterface, u"ToolkitName"_s);
     const AtspiToolkit toolkit = Atspi::toolkit(Atspi::text(ask(toolkitCall)).value_or(QString()));
-    QList<Place> queue{Place{root, AtspiRole::Invalid}};
+    QList<Place> queue{Place{root, AtspiRole::Invalid, 0}};
     QList<WalkedNode> nodes;
     while (nodes.size() < queue.size() && nodes.size() < most) {
         const Place place = queue.at(nodes.size());
-        nodes.append(read(place, toolkit, queue));
+        QList<Place> children;
+        nodes.append(read(place, toolkit, children));
+        if (place.depth <= depth)
+            queue += children;
     }
     return nodes;
 }
@@ -69,14 +74,14 @@ AtspiReference NodeByNode::rootOf(qint64 processIdentifier)
     return {};
 }
 
-WalkedNode NodeByNode::read(const Place &place, AtspiToolkit toolkit, QList<Place> &queue)
+WalkedNode NodeByNode::read(const Place &place, AtspiToolkit toolkit, QList<Place> &children)
 {
     const QDBusMessage roleReply = ask(Atspi::call(place.object, Atspi::accessibleInterface, u"GetRole"_s));
     const auto role = static_cast<AtspiRole>(static_cast<quint32>(Atspi::number(roleReply).value_or(0)));
-    const QList<AtspiReference> children =
+    const QList<AtspiReference> references =
         Atspi::references(ask(Atspi::call(place.object, Atspi::accessibleInterface, u"GetChildren"_s)));
-    for (const AtspiReference &child : children)
-        queue.append(Place{child, role});
+    for (const AtspiReference &child : references)
+        children.append(Place{child, role, place.depth + 1});
     WalkedNode node;
     node.role = Atspi::axRole(role, place.parentRole);
     node.children = children.size();

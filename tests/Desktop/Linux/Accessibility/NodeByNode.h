@@ -30,21 +30,24 @@ public:
 
     const QDBusConnection &bus() const { return m_bus; }
 
-    // The first `most` elements of the application with this process.
-    QList<WalkedNode> walk(qint64 processIdentifier, qsizetype most);
+    // The first `most` elements of the application with this process; children are taken from elements no
+    // deeper than `depth` (the root has depth 0).
+    QList<WalkedNode> walk(qint64 processIdentifier, qsizetype most, int depth = 1000);
+
+    AtspiReference rootOf(qint64 processIdentifier);
+    QDBusMessage ask(const QDBusMessage &call);
 
 private:
     struct Place
     {
         AtspiReference object;
         AtspiRole parentRole = AtspiRole::Invalid;
+        int depth = 0;
     };
 
-    QDBusMessage ask(const QDBusMessage &call);
     QString property(const AtspiReference &object, const QString &interface, const QString &name,
                      AtspiToolkit toolkit);
-    AtspiReference rootOf(qint64 processIdentifier);
-    WalkedNode read(const Place &place, AtspiToolkit toolkit, QList<Place> &queue);
+    WalkedNode read(const Place &place, AtspiToolkit toolkit, QList<Place> &children);
     QString label(const AtspiReference &object, AtspiRole role, const QString &axRole, AtspiToolkit toolkit,
                   bool hasChildren);
     QString contents(const AtspiReference &object, int end);

@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: Apache-2.0
+// A window of Qt's widgets with two controls that are not pressed by their first action or not by a press: a
+// button that offers to be pressed last, and a menu that offers to be shown only. The label tells what was
+// done.
+#include <QAccessibleWidget>
+#include <QApplication>
+#include <QLabel>
+#include <QMainWindow>
+#include <QMenuBar>
+#include <QVBoxLayout>
+
+namespace {
+
+const QString buttonName = QStringLiteral("Save");
+QLabel *told = nullptr; // owned by the window
+
+class ButtonPressedLast : public QAccessibleWidget
+{
+public:
+    explicit ButtonPressedLast(QWidget *widget) : QAccessibleWidget(widget, QAccessible::Button, buttonName)
+    {
+    }
+
+    QStringList actionNames() const override { return {showMenuAction(), setFocusAction(), pressAction()}; }
+    void doAction(const QString &action) override { told->setText(action); }
+};
+
+QAccessibleInterface *makeInterface(const QString &, QObject *object)
+{
+    const bool isButton = object->objectName() == buttonName;
+    return isButton ? new ButtonPressedLast(static_cast<QWidget *>(object)) : nullptr;
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    const QApplication application(argc, argv);
+    QAccessible::installFactory(makeInterface);
+    QMainWindow window;
+    auto *contents = new QWidget;
+    auto *layout = new QVBoxLayout(contents);
+    told = new QLabel(QStringLiteral("Nothing yet"));
+    auto *button = new QWidget;
+    button->setObjectName(buttonName);
+    layout->addWidget(told);
+    layout->addWidget(button);
+    const QMenu *menu = window.menuBar()->addMenu(QStringLiteral("Tools"));
+    QObject::connect(menu, &QMenu::aboutToShow, told, [] { told->setText(QStringLiteral("Menu")); });
+    window.setCentralWidget(contents);
+    window.show();
+    return QApplication::exec();
+}

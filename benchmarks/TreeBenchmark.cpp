@@ -1,120 +1,145 @@
 // SPDX-License-Identifier: Apache-2.0
-// Reading the tree of a large page in Firefox: in bulk, as the system does it, against one call after the
-// other. Run it in a private desktop session. Both read the same page in the same run, and must agree.
-#include "Desktop/Linux/Accessibility/AtspiBench.h"
+// Reading an application's tree as the system does it, in turns on the same tree with two ways that ask for
+// one thing after the other: one with the same calls and results, which must agree, and libatspi. Run it in a
+// private desktop session.
+//
+// It also tells where the time goes: how long the application's own answer in bulk is on its way, and how
+// much of a processor this process and the application take for a reading.
+#include "Desktop/Linux/Accessibility/AtspiCache.h"
+#include "trees/ShownTree.h"
 
-#include <benchmark/benchmark.h>
-
+#include <QCommandLineParser>
 #include <QCoreApplication>
+#include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
-#include <QTemporaryDir>
-#include <QTest>
-#include <QUrl>
 
-#include <chrono>
-#include <memory>
+#include <algorithm>
+#include <cstdio>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-// Firefox with a page of so many links; started once for each size.
-class LinkPage
+constexpr const char *heading = "toolkit    read   told |   system  one by one  times   libatspi  times | "
+                                "own CPU  its CPU |   answer  its CPU\n";
+constexpr const char *row =
+    "%-9s %5lld %6lld | %8.1f  %10.1f %6.1f   %8.1f %6.1f | %7.1f  %7.1f | %8.1f  %7.1f\n";
+
+// What one way of reading took, in milliseconds; each the median of the rounds.
+struct Cost
 {
-public:
-    explicit LinkPage(qsizetype nodes);
-
-    qint64 process() const { return m_program->processId(); }
-    QList<WalkedNode> readInBulk(qsizetype most);
-
-private:
-    AtspiBench m_bench;
-    QTemporaryDir m_folder;
-    AtspiBench::Program m_program{nullptr, nullptr};
+    double time = 0;
+    double own = 0;         // processor time of this process
+    double application = 0; // processor time of the application
 };
 
-LinkPage::LinkPage(qsizetype nodes)
+// Of all threads that live now.
+double processorTime(qint64 process)
 {
-    QFile page(m_folder.filePath(u"page.html"_s));
-    if (!page.open(QIODevice::WriteOnly))
-        qFatal("The page cannot be written.");
-    page.write("<title>Links</title>");
-    for (qsizetype i = 0; i < nodes; ++i)
-        page.write("<a href='#" + QByteArray::number(i) + "'>Link " + QByteArray::number(i) + "</a> ");
-    page.close();
-    m_program = AtspiBench::start(u"firefox-esr"_s,
-                                  {u"--new-instance"_s, QUrl::fromLocalFile(page.fileName()).toString()});
-    // Firefox keeps for bulk answers what there was when it was first asked for them: so that comes last,
-    // when the browser has built the page and its own window.
-    NodeByNode plain;
-    const auto isRead = [&] {
-        const QList<WalkedNode> read = plain.walk(process(), nodes);
-        return read.size() == nodes && read == readInBulk(nodes);
-    };
-    if (!QTest::qWaitFor(isRead, 3 * AtspiBench::patience))
-        qFatal("Firefox does not show the page, or the two ways to read it never agree.");
-}
-
-QList<WalkedNode> LinkPage::readInBulk(qsizetype most)
-{
-    const AtspiBench::Tree tree = m_bench.tree(*m_program);
-    return tree ? AtspiBench::nodes(QCoro::waitFor(AtspiBench::walk(tree, most))) : QList<WalkedNode>();
-}
-
-// One browser at a time: two would share the two or four processors of a small machine.
-LinkPage &page(qsizetype nodes)
-{
-    static std::unique_ptr<LinkPage> current;
-    static qsizetype currentNodes = 0;
-    if (currentNodes != nodes) {
-        current.reset();
-        current = std::make_unique<LinkPage>(nodes);
-        currentNodes = nodes;
+    double milliseconds = 0;
+    const QDir threads(u"/proc/%1/task"_s.arg(process));
+    for (const QString &thread : threads.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+        QFile file(threads.filePath(thread + u"/schedstat"_s));
+        if (file.open(QIODevice::ReadOnly))
+            milliseconds += file.readAll().split(' ').constFirst().toDouble() * 1e-6;
     }
-    return *current;
+    return milliseconds;
 }
 
-double millisecondsSince(std::chrono::steady_clock::time_point start)
+double median(QList<double> values)
 {
-    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+    std::sort(values.begin(), values.end());
+    return values.at(values.size() / 2);
 }
 
-// The time is that of the bulk reading; the counters tell the other one and the ratio.
-void readTree(benchmark::State &state)
+// Collects what a way of reading costs, round by round.
+class Costs
 {
-    const qsizetype nodes = state.range(0);
-    LinkPage &links = page(nodes);
-    NodeByNode plain;
-    double bulk = 0;
-    double single = 0;
-    for (auto _ : state) {
-        const auto start = std::chrono::steady_clock::now();
-        const QList<WalkedNode> read = links.readInBulk(nodes);
-        const double milliseconds = millisecondsSince(start);
-        state.SetIterationTime(milliseconds / 1000);
-        bulk += milliseconds;
-        const auto plainStart = std::chrono::steady_clock::now();
-        const QList<WalkedNode> readSingly = plain.walk(links.process(), nodes);
-        single += millisecondsSince(plainStart);
-        if (read != readSingly) {
-            state.SkipWithError("The two ways to read the tree do not agree.");
-            break;
-        }
+public:
+    explicit Costs(qint64 application) : m_application(application) {}
+
+    template <typename Read>
+    auto add(Read read)
+    {
+        const double own = processorTime(QCoreApplication::applicationPid());
+        const double application = processorTime(m_application);
+        QElapsedTimer timer;
+        timer.start();
+        auto result = read();
+        m_time.append(static_cast<double>(timer.nsecsElapsed()) * 1e-6);
+        m_own.append(processorTime(QCoreApplication::applicationPid()) - own);
+        m_others.append(processorTime(m_application) - application);
+        return result;
     }
-    const auto rounds = static_cast<double>(state.iterations());
-    state.counters["bulk_ms"] = bulk / rounds;
-    state.counters["node_by_node_ms"] = single / rounds;
-    state.counters["times_faster"] = single / bulk;
-}
 
-BENCHMARK(readTree)->Arg(1500)->Arg(8000)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(3);
+    Cost cost() const { return {median(m_time), median(m_own), median(m_others)}; }
+
+private:
+    qint64 m_application;
+    QList<double> m_time;
+    QList<double> m_own;
+    QList<double> m_others;
+};
+
+void compare(const QString &toolkit, qsizetype elements, PageMoment moment, int rounds)
+{
+    ShownTree shown(toolkit, elements, moment);
+    Costs bulk(shown.process());
+    Costs plain(shown.process());
+    Costs answer(shown.process());
+    QList<double> libatspi;
+    qsizetype told = 0;
+    for (int round = 0; round < rounds; ++round) {
+        const auto inBulk = bulk.add([&] { return shown.readInBulk(elements); });
+        const auto singly = plain.add([&] { return shown.readNodeByNode(elements); });
+        if (inBulk != singly)
+            std::fprintf(stderr, "%s: the two ways to read the tree do not agree.\n", qPrintable(toolkit));
+        if (const std::optional<double> time = shown.readWithLibatspi(elements))
+            libatspi.append(*time);
+        told = AtspiCache::fromReply(answer.add([&] { return shown.askForAll(); })).items().size();
+    }
+    const Cost ours = bulk.cost();
+    const Cost theirs = plain.cost();
+    const Cost alone = answer.cost();
+    const double library = libatspi.isEmpty() ? 0 : median(libatspi);
+    std::printf(row, qPrintable(toolkit), static_cast<long long>(elements), static_cast<long long>(told),
+                ours.time, theirs.time, theirs.time / ours.time, library, library / ours.time, ours.own,
+                ours.application, alone.time, alone.application);
+    std::fflush(stdout);
+}
 
 } // namespace
 
-int main(int argc, char **argv)
+int main(int argc, char *argv[])
 {
     const QCoreApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        u"Compares reading an application's tree with reading it node by node."_s);
+    parser.addHelpOption();
+    const QCommandLineOption toolkit(
+        u"toolkit"_s, u"one of %1; may be repeated (default: all)"_s.arg(ShownTree::toolkits().join(u", ")),
+        u"NAME"_s);
+    const QCommandLineOption size(
+        u"size"_s, u"read so many elements; may be repeated (default: 100, 1500, 8000)"_s, u"COUNT"_s);
+    const QCommandLineOption rounds(u"rounds"_s, u"how often each (default: 5)"_s, u"COUNT"_s, u"5"_s);
+    const QCommandLineOption late(u"late"_s, u"open a browser's page after the browser was read in bulk"_s);
+    parser.addOptions({toolkit, size, rounds, late});
+    parser.process(application);
+
+    const QStringList toolkits = parser.isSet(toolkit) ? parser.values(toolkit) : ShownTree::toolkits();
+    const QStringList sizes =
+        parser.isSet(size) ? parser.values(size) : QStringList{u"100"_s, u"1500"_s, u"8000"_s};
+    const PageMoment moment = parser.isSet(late) ? PageMoment::AfterBulk : PageMoment::BeforeBulk;
+    std::printf("Times in ms, medians. `told`: elements in the application's own answer in bulk.\n");
+    std::printf("%s", heading);
+    for (const QString &name : toolkits) {
+        if (const QString package = ShownTree::missing(name); !package.isEmpty()) {
+            std::fprintf(stderr, "%s is left out: it needs %s.\n", qPrintable(name), qPrintable(package));
+            continue;
+        }
+        for (const QString &count : sizes)
+            compare(name, count.toLongLong(), moment, parser.value(rounds).toInt());
+    }
 }

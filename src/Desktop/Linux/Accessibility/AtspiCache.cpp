@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/Accessibility/AtspiCache.h"
 
-#include <QStringList>
-
 #include <algorithm>
 #include <utility>
 
@@ -11,17 +9,30 @@ namespace {
 // What the toolkits of today answer with; the format of before 2012 lists children instead of counting them.
 constexpr QLatin1String itemsSignature("a((so)(so)(so)iiassusau)");
 
+// Steps over one value: entering and leaving it reads nothing inside.
+void skipStructure(const QDBusArgument &list)
+{
+    list.beginStructure();
+    list.endStructure();
+}
+
+void skipArray(const QDBusArgument &list)
+{
+    list.beginArray();
+    list.endArray();
+}
+
 AtspiCacheItem readItem(const QDBusArgument &list)
 {
     AtspiCacheItem item;
-    AtspiReference application;
-    QStringList interfaces;
-    QList<quint32> states;
     quint32 role = 0;
     list.beginStructure();
-    list >> item.object >> application >> item.parent >> item.indexInParent >> item.childCount >>
-        interfaces >> item.name >> role >> item.description >> states;
-    list.endStructure();
+    list >> item.object;
+    skipStructure(list); // the application
+    list >> item.parent >> item.indexInParent >> item.childCount;
+    skipArray(list); // the interfaces
+    list >> item.name >> role >> item.description;
+    list.endStructure(); // the states are left
     item.role = static_cast<AtspiRole>(role);
     return item;
 }

@@ -124,11 +124,14 @@ QCoro::Task<void> AtspiReader::readStructure()
 }
 
 // Whether the text inside a static text is all that it says. A label is short, so it is asked for whole.
+// Chromium's plain texts, blanks between links among them, have it for their name.
 bool AtspiReader::speaksByItsText(const AtspiReading &reading) const
 {
     if (reading.axRole != QLatin1String("AXStaticText") || hasLabel(reading))
         return false;
-    return m_application->toolkit() != AtspiToolkit::Chromium || reading.children.isEmpty();
+    if (m_application->toolkit() != AtspiToolkit::Chromium)
+        return true;
+    return reading.role != AtspiRole::Static && reading.children.isEmpty();
 }
 
 // The text inside text fields, and inside static texts that have no other. Of a text field the length is

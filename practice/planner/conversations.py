@@ -409,9 +409,9 @@ def screenshot(at: Setting) -> Step:
 
 def _said_kind(at: Setting) -> Tuple[str, str]:
     """How a kind of file is said, and its extension."""
-    if at.chance(0.65):
+    if at.chance(0.6):
         said = at.rng.choice(list(words.KINDS))
-        return (said if at.chance(0.65) else said.lower()), words.KINDS[said]
+        return (said if at.chance(0.5) else said.lower()), words.KINDS[said]
     extension = at.values.extension(at.rng)
     style = at.rng.choice(("%s file", "%s file", ".%s file", "%s"))
     return style % (extension if at.chance(0.5) else extension.upper()), extension

@@ -103,6 +103,8 @@ _APPLICATIONS = {
         "{app} is the <app_noun> (to close|to quit|I am done with)",
         "{app} (needs|ought) to (quit|close|stop)",
         "{app} can go, (quit|close|stop) it",
+        "{app} is no longer (wanted|of use|in use), (quit|stop|exit) it",
+        "{app} is (wanted|useful|in use) no more, (quit|stop|close) it",
         "time to (quit|close|stop|leave) {app}",
     ],
     # "Open TextEdit and ...": the first half of a task that goes on inside the application.
@@ -221,6 +223,8 @@ _WEB = {
         "<want_to> <search_verb> {query}",
         "<want_a> [some] (information|search results|results|facts|articles) (about|on|for) {query}",
         "(see|find out|check) what (Google|the web|the internet) (says|has|knows) about {query}",
+        "(see|find out|check|learn) what (Google|the web|the net) (offers|tells|finds|brings up|knows) (on|about|for) {query}",
+        "what has (Google|the web) got (on|about) {query}",
         "what does (Google|the web|the internet) say about {query}",
         "(may|could) I (see|have) [search] results (for|on|about) {query}",
         "I am (curious|wondering) about {query}, (google it|look it up|search Google for it)",
@@ -330,6 +334,8 @@ _KEYBOARD = {
         "let me (write|enter) {text}",
         "we (need|want) to (write|type|enter) {text}",
         "words to (write|enter): {text}",
+        "(this|the next) (text|line|sentence) (goes|belongs|should go) (here|there|in here): {text}",
+        "the (note|line|message) to (enter|insert|write) is {text}",
     ],
     "type_quoted": [
         "<write_verb> {text}",

@@ -65,10 +65,11 @@ QCoro::Task<bool> Atspi::hidesControls(std::shared_ptr<AtspiApplication> applica
 {
     if (application->toolkit() != AtspiToolkit::Chromium)
         co_return false;
-    AtspiReader windowsReader(application, cache, readingsOf({application->root()}));
+    const auto nothingOutlined = std::make_shared<AtspiOutline>(0);
+    AtspiReader windowsReader(application, cache, nothingOutlined, readingsOf({application->root()}));
     co_await windowsReader.read();
     const QList<AtspiReference> windows = windowsReader.readings().constFirst().children;
-    AtspiReader contentsReader(application, cache, readingsOf(windows));
+    AtspiReader contentsReader(application, cache, nothingOutlined, readingsOf(windows));
     co_await contentsReader.read();
     const QList<AtspiReading> contents = contentsReader.readings();
     co_return std::all_of(contents.cbegin(), contents.cend(),

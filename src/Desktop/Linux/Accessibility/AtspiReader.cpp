@@ -37,8 +37,10 @@ QDBusMessage accessibleCall(const AtspiReading &reading, const QString &method)
 } // namespace
 
 AtspiReader::AtspiReader(std::shared_ptr<AtspiApplication> application,
-                         std::shared_ptr<const AtspiCache> cache, QList<AtspiReading> readings)
-    : m_application(std::move(application)), m_cache(std::move(cache)), m_readings(std::move(readings))
+                         std::shared_ptr<const AtspiCache> cache, std::shared_ptr<AtspiOutline> outline,
+                         QList<AtspiReading> readings)
+    : m_application(std::move(application)), m_cache(std::move(cache)), m_outline(std::move(outline)),
+      m_readings(std::move(readings))
 {
 }
 
@@ -54,7 +56,8 @@ QCoro::Task<void> AtspiReader::read()
         return accessibleProperty(reading, QStringLiteral("Name"));
     };
     const Question description = [this](const AtspiReading &reading) -> std::optional<QDBusMessage> {
-        if (reading.axRole.isEmpty() || !reading.name.isEmpty() || m_cache->find(reading.object))
+        const bool isNamed = !reading.name.isEmpty() || isPlainText(reading);
+        if (reading.axRole.isEmpty() || isNamed || m_cache->find(reading.object))
             return std::nullopt;
         return accessibleProperty(reading, QStringLiteral("Description"));
     };
@@ -101,37 +104,69 @@ QList<qsizetype> AtspiReader::useCache()
     return incomplete;
 }
 
+// Has what is below the elements outlined that neither the cache nor an outline knows. Chromium, which also
+// leaves pages out of its bulk answer, would go through a page for longer than it takes to ask element by
+// element.
+QCoro::Task<void> AtspiReader::outline(QList<qsizetype> incomplete)
+{
+    if (m_application->toolkit() != AtspiToolkit::Gecko)
+        co_return;
+    for (const qsizetype i : incomplete) {
+        const AtspiReference object = m_readings.at(i).object;
+        if (m_cache->find(object) || m_outline->knows(object) || !m_outline->mayAsk())
+            continue;
+        // The first is answered at once, which tells a page that takes long from a browser that hangs.
+        QList<QDBusMessage> calls{accessibleCall(m_readings.at(i), QStringLiteral("GetRole"))};
+        calls += AtspiOutline::questions(object);
+        const QList<QDBusMessage> replies = co_await AtspiApplication::exchange(m_application, calls);
+        QList<QList<AtspiReference>> answers;
+        for (const QDBusMessage &reply : replies.sliced(1))
+            answers.append(Atspi::references(reply));
+        m_outline->add(object, answers);
+    }
+}
+
 QCoro::Task<void> AtspiReader::readStructure()
 {
     const QList<qsizetype> incomplete = useCache();
+    co_await outline(incomplete);
     QList<QDBusMessage> calls;
     for (const qsizetype i : incomplete) {
-        calls.append(accessibleCall(m_readings.at(i), QStringLiteral("GetChildren")));
-        if (!m_cache->find(m_readings.at(i).object))
-            calls.append(accessibleCall(m_readings.at(i), QStringLiteral("GetRole")));
+        AtspiReading &reading = m_readings[i];
+        if (!m_cache->find(reading.object))
+            reading.role = m_outline->role(reading.object);
+        if (!m_outline->isLeaf(reading.object))
+            calls.append(accessibleCall(reading, QStringLiteral("GetChildren")));
+        if (reading.role == AtspiRole::Invalid)
+            calls.append(accessibleCall(reading, QStringLiteral("GetRole")));
     }
     const QList<QDBusMessage> replies = co_await AtspiApplication::exchange(m_application, calls);
     auto reply = replies.cbegin();
     for (const qsizetype i : incomplete) {
         AtspiReading &reading = m_readings[i];
-        reading.children = Atspi::references(*reply++);
-        if (m_cache->find(reading.object))
-            continue;
-        const std::optional<double> role = Atspi::number(*reply++);
-        reading.role = static_cast<AtspiRole>(static_cast<quint32>(role.value_or(0)));
+        if (!m_outline->isLeaf(reading.object))
+            reading.children = Atspi::references(*reply++);
+        if (reading.role == AtspiRole::Invalid)
+            reading.role = static_cast<AtspiRole>(static_cast<quint32>(Atspi::number(*reply++).value_or(0)));
         reading.axRole = Atspi::axRole(reading.role, reading.parentRole);
     }
+    for (const qsizetype i : incomplete)
+        m_outline->setChildren(m_readings.at(i).object, m_readings.at(i).children);
+}
+
+// Whether it is one of Chromium's texts that have nothing but what they say, blanks between links among them,
+// and have that for their name.
+bool AtspiReader::isPlainText(const AtspiReading &reading) const
+{
+    return m_application->toolkit() == AtspiToolkit::Chromium && reading.role == AtspiRole::Static;
 }
 
 // Whether the text inside a static text is all that it says. A label is short, so it is asked for whole.
-// Chromium's plain texts, blanks between links among them, have it for their name.
 bool AtspiReader::speaksByItsText(const AtspiReading &reading) const
 {
-    if (reading.axRole != QLatin1String("AXStaticText") || hasLabel(reading))
+    if (reading.axRole != QLatin1String("AXStaticText") || hasLabel(reading) || isPlainText(reading))
         return false;
-    if (m_application->toolkit() != AtspiToolkit::Chromium)
-        return true;
-    return reading.role != AtspiRole::Static && reading.children.isEmpty();
+    return m_application->toolkit() != AtspiToolkit::Chromium || reading.children.isEmpty();
 }
 
 // The text inside text fields, and inside static texts that have no other. Of a text field the length is

@@ -17,7 +17,8 @@ std::optional<QString> present(const QString &text)
 
 AtspiTree::AtspiTree(std::shared_ptr<AtspiApplication> application, std::shared_ptr<const AtspiCache> cache,
                      Activate activate)
-    : m_application(std::move(application)), m_cache(std::move(cache)), m_activate(std::move(activate))
+    : m_application(std::move(application)), m_cache(std::move(cache)),
+      m_outline(std::make_shared<AtspiOutline>()), m_activate(std::move(activate))
 {
     m_objects.append(Object{m_application->root(), AtspiRole::Invalid});
 }
@@ -32,7 +33,7 @@ QCoro::Task<QList<AccessibilityAttributes>> AtspiTree::read(QList<AccessibilityE
         reading.parentRole = m_objects.at(element).parentRole;
         wanted.append(reading);
     }
-    AtspiReader reader(m_application, m_cache, wanted);
+    AtspiReader reader(m_application, m_cache, m_outline, wanted);
     co_await reader.read();
     QList<AccessibilityAttributes> result;
     for (const AtspiReading &reading : reader.readings())

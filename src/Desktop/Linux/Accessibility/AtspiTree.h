@@ -38,6 +38,7 @@ private:
 
     std::shared_ptr<AtspiApplication> m_application;
     std::shared_ptr<const AtspiCache> m_cache;
+    std::shared_ptr<AtspiOutline> m_outline;
     Activate m_activate;
     QList<Object> m_objects;
 };

@@ -225,8 +225,9 @@ void replay(const QString &path, int steps)
                 qPrintable(QFileInfo(path).fileName()), steps, LlamaPromptMemory::longestChunk);
     std::printf("step  prompt  evaluated |  first token, s: engine    bare  bare/engine\n");
     PreparedEngine engine(path, conversation);
-    PromptReuse reuse = LlamaPromptMemory::reuseFor(bare.context());
-    reuse.keep(bare.tokens({conversation.first()}));
+    const std::vector<llama_token> beginning = bare.tokens({conversation.first()});
+    PromptReuse reuse = LlamaPromptMemory::reuseFor(bare.context(), beginning);
+    reuse.keep(beginning);
     const QList<QList<ChatMessage>> prompts = RecordedConversation::prompts(conversation);
     int step = 0;
     for (const QList<ChatMessage> &messages : prompts) {

@@ -46,9 +46,9 @@ std::vector<qint32> messageEnds(const llama_vocab *vocab)
 
 } // namespace
 
-PromptReuse LlamaPromptMemory::reuseFor(const llama_context *context)
+PromptReuse LlamaPromptMemory::reuseFor(const llama_context *context, std::span<const qint32> prompt)
 {
-    return PromptReuse(longestChunk, messageEnds(vocabOf(context)));
+    return PromptReuse(longestChunk, messageEnds(vocabOf(context)), prompt);
 }
 
 void LlamaPromptMemory::reset()
@@ -59,7 +59,7 @@ void LlamaPromptMemory::reset()
 void LlamaPromptMemory::begin(llama_context *context, std::vector<qint32> prompt)
 {
     if (m_context != context)
-        m_reuse = reuseFor(context);
+        m_reuse = reuseFor(context, prompt);
     m_context = context;
     m_prompt = std::move(prompt);
     clearMemory();

@@ -26,8 +26,8 @@ public:
     // being evaluated waits for one call. docs/benchmarks.md has the figures.
     static constexpr size_t longestChunk = 256;
 
-    // How the prompts of the context's model are cut into chunks.
-    static PromptReuse reuseFor(const llama_context *context);
+    // How prompts like the given one are cut into chunks for the context's model.
+    static PromptReuse reuseFor(const llama_context *context, std::span<const qint32> prompt);
 
     // Gives everything back; for another context.
     void reset();

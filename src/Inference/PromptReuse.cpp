@@ -3,9 +3,13 @@
 
 #include <algorithm>
 
-PromptReuse::PromptReuse(size_t longestChunk, std::vector<qint32> messageEnds)
+PromptReuse::PromptReuse(size_t longestChunk, std::vector<qint32> messageEnds, std::span<const qint32> prompt)
     : m_longestChunk(longestChunk), m_messageEnds(std::move(messageEnds))
 {
+    const auto isMessageEnd = [this](qint32 token) { return endsMessage(token); };
+    const auto lastEnd = std::ranges::find_if(prompt.rbegin(), prompt.rend(), isMessageEnd);
+    if (lastEnd != prompt.rend())
+        m_generationPrompt.assign(lastEnd.base(), prompt.end());
 }
 
 void PromptReuse::keep(std::span<const qint32> evaluated)
@@ -33,7 +37,7 @@ size_t PromptReuse::wholeChunks(std::span<const qint32> tokens) const
     size_t start = 0;
     while (start < tokens.size()) {
         const size_t end = chunkEnd(start, tokens);
-        const bool isWhole = end - start == m_longestChunk || endsMessage(tokens[end - 1]);
+        const bool isWhole = end - start == m_longestChunk || endsChunk(tokens.first(end));
         if (!isWhole)
             break; // it goes on behind what is given
         start = end;
@@ -43,10 +47,22 @@ size_t PromptReuse::wholeChunks(std::span<const qint32> tokens) const
 
 size_t PromptReuse::chunkEnd(size_t start, std::span<const qint32> prompt) const
 {
-    const auto longest = prompt.subspan(start, std::min(prompt.size() - start, m_longestChunk));
-    const auto last = std::ranges::find_if(longest, [this](qint32 token) { return endsMessage(token); });
-    const auto length = static_cast<size_t>(last - longest.begin());
-    return start + std::min(length + 1, longest.size());
+    const size_t longest = std::min(prompt.size(), start + m_longestChunk);
+    size_t end = start + 1;
+    while (end < longest && !endsChunk(prompt.first(end)))
+        ++end;
+    return end;
+}
+
+bool PromptReuse::endsChunk(std::span<const qint32> tokens) const
+{
+    if (!m_generationPrompt.empty() && tokens.size() >= m_generationPrompt.size() &&
+        std::ranges::equal(tokens.last(m_generationPrompt.size()), m_generationPrompt))
+        return true;
+    const auto isMessageEnd = [this](qint32 token) { return endsMessage(token); };
+    return isMessageEnd(tokens.back()) &&
+           (m_generationPrompt.empty() ||
+            std::ranges::none_of(tokens.first(tokens.size() - 1), isMessageEnd));
 }
 
 bool PromptReuse::endsMessage(qint32 token) const

@@ -32,6 +32,7 @@ private Q_SLOTS:
     void everyScoreOfEveryStepIsTheSame_data();
     void everyScoreOfEveryStepIsTheSame();
     void theNextStepEvaluatesOnlyWhatIsNew();
+    void everyConversationSharesItsFirstMessage();
     void nothingIsPutBackUntilItHasBeenTried();
     void aPromptOfWhichNothingIsEvaluatedGivesNoTrial();
     void aTrialLeavesThePromptAsItWas();
@@ -197,9 +198,23 @@ void LlamaPromptMemoryTest::theNextStepEvaluatesOnlyWhatIsNew()
     QVERIFY(machine.memory().keptBytes() > 0);
     machine.evaluate(second);
     QVERIFY(std::ranges::mismatch(first, second).in1 == first.end());
-    const auto isMessageEnd = [&machine](qint32 token) { return machine.endsMessage(token); };
-    const auto newPart = std::ranges::find_if(first.rbegin(), first.rend(), isMessageEnd).base();
-    QCOMPARE(machine.memory().reusedCount(), static_cast<size_t>(newPart - first.begin()));
+    QCOMPARE(machine.memory().reusedCount(), first.size());
+}
+
+// The engine evaluates it ahead of the first task.
+void LlamaPromptMemoryTest::everyConversationSharesItsFirstMessage()
+{
+    Machine machine(fileOf(u"llama"_s));
+    const QList<ChatMessage> conversation =
+        RecordedConversation::prompts(RecordedConversation::read(3)).first();
+    const std::vector<qint32> beginning = machine.tokens({conversation.first()});
+    const std::vector<qint32> whole = machine.tokens(conversation);
+    machine.evaluate(beginning);
+    machine.keep();
+    machine.evaluate(whole);
+    const auto firstEnd =
+        std::ranges::find_if(whole, [&machine](qint32 token) { return machine.endsMessage(token); });
+    QCOMPARE(machine.memory().reusedCount(), static_cast<size_t>(firstEnd - whole.begin()) + 1);
 }
 
 void LlamaPromptMemoryTest::nothingIsPutBackUntilItHasBeenTried()
@@ -240,12 +255,15 @@ void LlamaPromptMemoryTest::aTrialLeavesThePromptAsItWas()
     const std::vector<qint32> prompt =
         machine.tokens(RecordedConversation::prompts(RecordedConversation::read(3)).first());
     plain.evaluate(prompt);
-    machine.evaluate({prompt.begin(), prompt.begin() + 2 * LlamaPromptMemory::longestChunk});
+    machine.begin(prompt);
+    machine.memory().evaluateChunk();
+    machine.memory().evaluateChunk();
     machine.memory().tryOut();
-    QVERIFY(machine.memory().isEvaluated());
-    machine.evaluate(prompt);
-    QCOMPARE(machine.memory().reusedCount(), 2 * LlamaPromptMemory::longestChunk);
+    while (!machine.memory().isEvaluated())
+        machine.memory().evaluateChunk();
     QCOMPARE(machine.scores(), plain.scores());
+    machine.begin(prompt);
+    QCOMPARE(machine.memory().reusedCount(), 2 * LlamaPromptMemory::longestChunk);
 }
 
 void LlamaPromptMemoryTest::aModelThatCannotForgetTheEndIsEvaluatedInFull()

@@ -23,8 +23,13 @@ private Q_SLOTS:
     void theNextPromptTakesThePlaceOfTheLast();
     void chunksEndWithAMessageOrWhenTheyAreLongEnough_data();
     void chunksEndWithAMessageOrWhenTheyAreLongEnough();
+    void chunksEndWhereAReplyIsToBegin_data();
+    void chunksEndWhereAReplyIsToBegin();
     void messagesAreReusableInWhole_data();
     void messagesAreReusableInWhole();
+    void promptsAreReusableInWholeOnceTheirReplyIsThere_data();
+    void promptsAreReusableInWholeOnceTheirReplyIsThere();
+    void chunksAreTheSameWhateverComesBehind_data();
     void chunksAreTheSameWhateverComesBehind();
     void theHeadOfAPromptThatDoesNotFitIsReusable();
 };
@@ -45,6 +50,12 @@ Tokens counting(qint32 from, qint32 count)
 PromptReuse reuseOfMessages()
 {
     return PromptReuse(chunk, {messageEnd, otherEnd});
+}
+
+// Replies are asked for with 60 and 61.
+PromptReuse reuseOfReplies()
+{
+    return PromptReuse(6, {messageEnd, otherEnd}, Tokens{5, messageEnd, 60, 61});
 }
 
 } // namespace
@@ -144,6 +155,31 @@ void PromptReuseTest::chunksEndWithAMessageOrWhenTheyAreLongEnough()
     QTEST(reuseOfMessages().chunkEnd(start, prompt), "end");
 }
 
+void PromptReuseTest::chunksEndWhereAReplyIsToBegin_data()
+{
+    QTest::addColumn<Tokens>("prompt");
+    QTest::addColumn<size_t>("start");
+    QTest::addColumn<size_t>("end");
+    const auto row = [](const char *name, const Tokens &prompt, size_t start, size_t end) {
+        QTest::newRow(name) << prompt << start << end;
+    };
+    row("the first message", {0, 1, messageEnd, 3, 4, 5}, 0, 3);
+    row("behind other messages", {0, messageEnd, 2, messageEnd, 60, 61, 6, 7}, 2, 6);
+    row("at once", {messageEnd, 60, 61, 3, 4, 5}, 1, 3);
+    row("another reply", {messageEnd, 60, 61, 3, messageEnd, 60, 61, 7}, 3, 7);
+    row("a part of the tokens that ask for it", {messageEnd, 60, 2, 61, 4, 5, 6, 7}, 1, 7);
+    row("the chunk is full before", {messageEnd, 1, 2, 3, 4, 5, 60, 61, 8}, 1, 7);
+    row("and the rest of the tokens is one", {messageEnd, 1, 2, 3, 4, 5, 60, 61, 8}, 7, 8);
+    row("the rest", {messageEnd, 60, 61, 3, 4}, 3, 5);
+}
+
+void PromptReuseTest::chunksEndWhereAReplyIsToBegin()
+{
+    QFETCH(Tokens, prompt);
+    QFETCH(size_t, start);
+    QTEST(reuseOfReplies().chunkEnd(start, prompt), "end");
+}
+
 void PromptReuseTest::messagesAreReusableInWhole_data()
 {
     QTest::addColumn<Tokens>("evaluated");
@@ -170,15 +206,48 @@ void PromptReuseTest::messagesAreReusableInWhole()
     QTEST(reuse.reusable(prompt), "reusable");
 }
 
+void PromptReuseTest::promptsAreReusableInWholeOnceTheirReplyIsThere_data()
+{
+    QTest::addColumn<Tokens>("evaluated");
+    QTest::addColumn<Tokens>("prompt");
+    QTest::addColumn<size_t>("reusable");
+    const Tokens question = {0, messageEnd, 2, messageEnd, 60, 61};
+    QTest::newRow("the conversation goes on")
+        << question << Tokens{0, messageEnd, 2, messageEnd, 60, 61, 7, messageEnd, 9, messageEnd, 60, 61}
+        << size_t(6);
+    QTest::newRow("another question")
+        << question << Tokens{0, messageEnd, 3, messageEnd, 60, 61} << size_t(2);
+    QTest::newRow("the same question: its chunk is evaluated again") << question << question << size_t(2);
+    QTest::newRow("what is evaluated ahead") << Tokens{0, messageEnd, 60, 61} << question << size_t(2);
+}
+
+void PromptReuseTest::promptsAreReusableInWholeOnceTheirReplyIsThere()
+{
+    QFETCH(Tokens, evaluated);
+    QFETCH(Tokens, prompt);
+    PromptReuse reuse = reuseOfReplies();
+    reuse.keep(evaluated);
+    QTEST(reuse.reusable(prompt), "reusable");
+}
+
+void PromptReuseTest::chunksAreTheSameWhateverComesBehind_data()
+{
+    QTest::addColumn<bool>("knowsReplies");
+    QTest::addColumn<std::vector<size_t>>("ends");
+    QTest::newRow("chunks end with messages") << false << std::vector<size_t>{3, 7, 9, 13, 15, 16};
+    QTest::newRow("chunks end where a reply is to begin") << true << std::vector<size_t>{3, 9, 11, 16};
+}
+
 // Otherwise a chunk that is put back would not have been evaluated as it is without.
 void PromptReuseTest::chunksAreTheSameWhateverComesBehind()
 {
-    const Tokens prompt = {0, 1, messageEnd, 3, 4, 5, 6, 7, otherEnd, 9, 10, 11, 12, 13, messageEnd, 15};
-    const PromptReuse reuse = reuseOfMessages();
+    QFETCH(bool, knowsReplies);
+    const Tokens prompt = {0, 1, messageEnd, 3, 4, 5, 6, 7, otherEnd, 60, 61, 11, 12, 13, messageEnd, 15};
+    const PromptReuse reuse = knowsReplies ? reuseOfReplies() : reuseOfMessages();
     std::vector<size_t> ends;
     for (size_t end = 0; end < prompt.size();)
         ends.push_back(end = reuse.chunkEnd(end, prompt));
-    QCOMPARE(ends, (std::vector<size_t>{3, 7, 9, 13, 15, 16}));
+    QTEST(ends, "ends");
     for (size_t count = 1; count <= prompt.size(); ++count) {
         const size_t whole = reuse.wholeChunks(std::span(prompt).first(count));
         const auto next = std::ranges::upper_bound(ends, count == prompt.size() ? count - 1 : count);

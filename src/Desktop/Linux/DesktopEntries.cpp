@@ -37,8 +37,11 @@ QStringList entryFiles(const QString &folder)
     QStringList files;
     QDirIterator iterator(folder, {u'*' + suffix}, QDir::Files, QDirIterator::Subdirectories);
     while (iterator.hasNext())
-        files.append(QDir(folder).relativeFilePath(iterator.next()));
+        files.append(QDir(folder).relativeFilePath(iterator.next()).chopped(suffix.size()));
+    // Without their ends: so a program comes before its settings ("terminal", "terminal-settings").
     std::sort(files.begin(), files.end());
+    for (QString &file : files)
+        file += suffix;
     return files;
 }
 

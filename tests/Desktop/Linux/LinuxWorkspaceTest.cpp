@@ -254,6 +254,20 @@ private Q_SLOTS:
         QVERIFY(deep);
     }
 
+    void aProgramComesBeforeItsSettings()
+    {
+        const QByteArray group = "[Desktop Entry]\nType=Application\nExec=thunar\n";
+        const QString own = applicationsFolder() + u"/"_s;
+        write(own + u"oddterm-settings.desktop"_s, group + "Name=Odd Terminal Settings\n");
+        write(own + u"oddterm.desktop"_s, group + "Name=Odd Terminal\n");
+        const auto folders = QCoro::waitFor(m_bench.workspace.applicationFolders());
+        QVERIFY(QDir(applicationsFolder()).removeRecursively());
+        QStringList names;
+        for (const ApplicationFolder::Entry &entry : folders.first().entries)
+            names << entry.name;
+        QCOMPARE(names, (QStringList{u"Odd Terminal.app"_s, u"Odd Terminal Settings.app"_s}));
+    }
+
     void anApplicationThatCannotStartIsAnError()
     {
         const ApplicationBundle missing{u"/nowhere/missing.desktop"_s, u"Missing"_s};

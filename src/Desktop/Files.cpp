@@ -14,6 +14,10 @@
 
 namespace {
 
+// In bytes. The trash of Linux notes each thing in a file of its name with some twenty characters more, and
+// Qt tries for ever where the name has no room for them.
+constexpr qsizetype longestNameInTrash = 235;
+
 std::optional<QList<FolderEntry>> listed(const QString &path)
 {
     const QDir folder(path);
@@ -48,15 +52,45 @@ void create(const QString &path)
                                 .arg(QFileInfo(path).fileName(), QString::fromStdString(error.message())));
 }
 
+bool isThere(const QString &path)
+{
+    const QFileInfo information(path);
+    return information.exists() || information.isSymLink();
+}
+
+bool rename(const QString &from, const QString &to)
+{
+    std::error_code error;
+    if (!isThere(to))
+        std::filesystem::rename(QFile::encodeName(from).toStdString(), QFile::encodeName(to).toStdString(),
+                                error);
+    return !error && !isThere(from);
+}
+
+// The path with the beginning of its name, if the name is too long for the trash.
+QString withNameForTrash(const QString &path)
+{
+    QString name = QFileInfo(path).fileName();
+    while (QFile::encodeName(name).size() > longestNameInTrash || name.back().isHighSurrogate())
+        name.chop(1);
+    return QFileInfo(path).dir().filePath(name);
+}
+
 void moveToTrash(const QString &path)
 {
     const QString name = QFileInfo(path).fileName();
-    const QFileInfo information(path);
-    if (!information.exists() && !information.isSymLink())
+    if (!isThere(path))
         throw PlatformError(
             QStringLiteral("“%1” couldn't be moved to the Trash because it doesn't exist.").arg(name));
-    if (!QFile(path).moveToTrash())
+    const bool isTooLong = QFile::encodeName(name).size() > longestNameInTrash;
+    const QString item = isTooLong ? withNameForTrash(path) : path;
+    if (isTooLong && !rename(path, item))
         throw PlatformError(QStringLiteral("“%1” couldn't be moved to the Trash.").arg(name));
+    if (QFile(item).moveToTrash())
+        return;
+    if (isTooLong)
+        rename(item, path);
+    throw PlatformError(QStringLiteral("“%1” couldn't be moved to the Trash.").arg(name));
 }
 
 } // namespace

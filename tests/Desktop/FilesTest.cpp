@@ -49,6 +49,7 @@ private Q_SLOTS:
     void aNullInANameIsAnError();
     void trashingMovesTheItemAway_data();
     void trashingMovesTheItemAway();
+    void trashingShortensANameThatTheTrashHasNoRoomFor();
     void trashingWhatIsNotThereIsAnError();
 
 private:
@@ -197,6 +198,19 @@ void FilesTest::trashingMovesTheItemAway()
         return; // The trash cannot be put elsewhere there.
     const QDir trash(path(u"data/Trash/files"_s));
     QVERIFY(trash.entryList(QDir::AllEntries | QDir::System).contains(name));
+}
+
+void FilesTest::trashingShortensANameThatTheTrashHasNoRoomFor()
+{
+    const QString name = QString(127, u'é') + u'x'; // 255 bytes, the most that a name may have
+    addFile(name);
+    QCOMPARE(outcome(m_files->trash(path(name))), u"done"_s);
+    QVERIFY(!QFile::exists(path(name)));
+    if (QSysInfo::kernelType() != u"linux")
+        return; // The trash cannot be put elsewhere there.
+    const QStringList trashed = QDir(path(u"data/Trash/files"_s)).entryList(QDir::Files);
+    QCOMPARE(trashed.size(), 1);
+    QVERIFY2(name.startsWith(trashed.first()) && trashed.first().size() > 100, qPrintable(trashed.first()));
 }
 
 void FilesTest::trashingWhatIsNotThereIsAnError()

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Text of every kind arrives unchanged in a GTK, a Qt and a web page's text field, ten times out of ten.
 #include "desktop/support/DesktopTest.h"
+#include "desktop/support/HardText.h"
 #include "desktop/support/LocalSite.h"
 
 using namespace Qt::StringLiterals;
@@ -8,28 +9,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int rounds = 10;
-
-// Accents, Cyrillic, emoji with skin tones, line breaks, and 120 Chinese characters that no other round has.
-QString textOfRound(int round)
-{
-    QString text = u"Round %1: plain text, {brackets} [and] \\ \"quotes\" ~ ^ ` @ €\n"_s.arg(round);
-    text += u"Été à Łódź, žluťoučký kůň, señor Ñandú, Straße, cafe\u0301\n"_s;
-    text += u"Съешь же ещё этих мягких французских булок\n"_s;
-    text += u"👍🏽 👩🏿‍🚀 🙏🏻 🎉\n"_s;
-    for (int index = 0; index < 120; ++index)
-        text += QChar(0x4E00 + 120 * round + index);
-    return text + u"\nThe end"_s;
-}
-
-// Where two texts begin to differ, for a message that can be read.
-QString difference(const QString &expected, const QString &actual)
-{
-    qsizetype index = 0;
-    while (index < qMin(expected.size(), actual.size()) && expected[index] == actual[index])
-        ++index;
-    return u"from character %1 on, “%2” instead of “%3”"_s.arg(index).arg(actual.mid(index, 30),
-                                                                          expected.mid(index, 30));
-}
 
 } // namespace
 
@@ -70,7 +49,7 @@ void TypingTest::arrivesInAnEditor()
     QVERIFY(PrivateDesktop::open(program, {path}, windowClass));
     QVERIFY(QTest::qWaitFor([] { return Screen::showsTitle(u"typed.txt"_s); }, PrivateDesktop::patience));
     for (int round = 0; round < rounds; ++round) {
-        const QString text = textOfRound(round);
+        const QString text = HardText::ofRound(round);
         const Outcome outcome = type(text);
         QVERIFY2(!outcome.hasFailed, qPrintable(outcome.line));
         const Outcome saved = perform("press_key", {{"key", u"s"_s}, {"modifiers", u"command"_s}});
@@ -82,7 +61,7 @@ void TypingTest::arrivesInAnEditor()
             return arrived == text || arrived == text + u'\n';
         };
         QVERIFY2(QTest::qWaitFor(isThere, PrivateDesktop::patience),
-                 qPrintable(u"round %1: %2"_s.arg(round).arg(difference(text, arrived))));
+                 qPrintable(u"round %1: %2"_s.arg(round).arg(HardText::difference(text, arrived))));
     }
 }
 
@@ -95,11 +74,11 @@ void TypingTest::arrivesInAWebPage()
     const Outcome page = perform("open_url", {{"url", site.address(u"/notes"_s)}});
     VERIFY_EFFECT(site.report() == "ready"_L1 && Browser::isActive(), page);
     for (int round = 0; round < rounds; ++round) {
-        const QString text = textOfRound(round);
+        const QString text = HardText::ofRound(round);
         const Outcome outcome = type(text);
         QVERIFY2(!outcome.hasFailed, qPrintable(outcome.line));
         QVERIFY2(QTest::qWaitFor([&] { return site.report() == text; }, PrivateDesktop::patience),
-                 qPrintable(u"round %1: %2"_s.arg(round).arg(difference(text, site.report()))));
+                 qPrintable(u"round %1: %2"_s.arg(round).arg(HardText::difference(text, site.report()))));
     }
 }
 

@@ -24,12 +24,6 @@ QByteArray processFile(qint64 process, const char *name)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-// A process that has ended but was not yet collected by its parent has an empty command line.
-bool isAlive(qint64 process)
-{
-    return !processFile(process, "cmdline").isEmpty();
-}
-
 QSet<qint64> processesWithWindows()
 {
     QSet<qint64> processes;
@@ -94,7 +88,7 @@ bool PrivateDesktop::clear()
             ::kill(static_cast<pid_t>(process), SIGKILL);
             ended << process;
         }
-        return Screen::windows().isEmpty() && std::ranges::none_of(ended, isAlive);
+        return Screen::windows().isEmpty() && std::ranges::none_of(ended, isRunning);
     };
     return QTest::qWaitFor(isClear, patience);
 }
@@ -103,6 +97,12 @@ void PrivateDesktop::signalApplication(const QString &className, int signal)
 {
     for (const ScreenWindow &window : Screen::windowsOf(className))
         ::kill(static_cast<pid_t>(window.process), signal);
+}
+
+// One that has ended but was not yet collected by its parent has an empty command line.
+bool PrivateDesktop::isRunning(qint64 process)
+{
+    return !processFile(process, "cmdline").isEmpty();
 }
 
 QList<qint64> PrivateDesktop::processesWith(const QByteArray &partOfCommandLine)

@@ -35,6 +35,9 @@ bool clear();
 // Sends a signal to the process of the windows of that class.
 void signalApplication(const QString &className, int signal);
 
+// Whether a process of that identifier is there and has not ended.
+bool isRunning(qint64 process);
+
 // The process identifiers on this desktop whose command line contains the text.
 QList<qint64> processesWith(const QByteArray &partOfCommandLine);
 

@@ -139,7 +139,9 @@ int main(int argc, char *argv[])
             std::fprintf(stderr, "%s is left out: it needs %s.\n", qPrintable(name), qPrintable(package));
             continue;
         }
-        for (const QString &count : sizes)
-            compare(name, count.toLongLong(), moment, parser.value(rounds).toInt());
+        for (const QString &count : sizes) {
+            if (ShownTree::canShow(name, count.toLongLong()))
+                compare(name, count.toLongLong(), moment, parser.value(rounds).toInt());
+        }
     }
 }

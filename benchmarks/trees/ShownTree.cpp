@@ -22,7 +22,7 @@ struct Recipe
     QString program;
     QString package;
     qsizetype frame; // so many elements are there without any of ours
-    qsizetype each;  // and so many come with each of ours
+    qsizetype each;  // and at least so many come with each of ours; 0 where none can be added
 };
 
 const QList<Recipe> &recipes()
@@ -115,6 +115,12 @@ QString ShownTree::missing(const QString &toolkit)
 {
     const Recipe &wanted = recipe(toolkit);
     return QStandardPaths::findExecutable(wanted.program).isEmpty() ? wanted.package : QString();
+}
+
+bool ShownTree::canShow(const QString &toolkit, qsizetype elements)
+{
+    const Recipe &wanted = recipe(toolkit);
+    return wanted.each > 0 || elements <= wanted.frame;
 }
 
 ShownTree::ShownTree(const QString &toolkit, qsizetype elements, PageMoment moment)

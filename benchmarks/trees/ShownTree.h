@@ -25,6 +25,8 @@ public:
     static QStringList toolkits();
     // What is missing on this machine to show that toolkit's tree; empty when nothing is.
     static QString missing(const QString &toolkit);
+    // Whether that toolkit's tree can have so many elements.
+    static bool canShow(const QString &toolkit, qsizetype elements);
 
     // The first so many elements, as the system reads them and one call after the other.
     QList<WalkedNode> readInBulk(qsizetype most);

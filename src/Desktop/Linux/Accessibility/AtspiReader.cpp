@@ -73,11 +73,14 @@ QCoro::Task<void> AtspiReader::read()
 }
 
 // GTK 4 lists the pages of a stack as its children, but in bulk what is on the pages: so it is believed there
-// about elements without children only.
+// only about what cannot be a stack, elements without children and controls.
 bool AtspiReader::knowsChildren(const AtspiCacheItem &item) const
 {
-    const bool hasAll = m_cache->hasAllChildren(item.object);
-    return hasAll && (m_application->toolkit() != AtspiToolkit::Gtk4 || item.childCount == 0);
+    if (!m_cache->hasAllChildren(item.object))
+        return false;
+    if (m_application->toolkit() != AtspiToolkit::Gtk4 || item.childCount == 0)
+        return true;
+    return !Atspi::axRole(item.role, AtspiRole::Invalid).isEmpty();
 }
 
 // Takes what the cache holds; the positions of the elements of which it does not hold everything remain.

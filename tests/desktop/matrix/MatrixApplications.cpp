@@ -75,9 +75,9 @@ MatrixApplication textEditor()
     application.secondWindow = {{}, AnotherWindow, {}, u"ctrl+shift+s"_s};
     application.clickSecondWindow = {{u"Cancel"_s}, WindowGone, {}, {}};
     application.readable = u"Button: Open"_s;
-    const QString menus = u"GTK 4 makes the items of a menu when it opens, and nests them at a depth of 19, "
-                          u"where a click, which "
-                          "looks at twelve levels, does not find them. The item's own key works."_s;
+    const QString menus = u"GTK 4 makes the items of a menu when it opens, at a depth of 19; a click looks "
+                          u"at twelve levels. The "
+                          "items' own keys work."_s;
     application.cannot =
         notOnTheWeb({{OpenByAlias, noAlias}, {ClickClosedMenu, menus}, {ClickOpenMenu, menus}});
     return application;

@@ -3,6 +3,7 @@
 
 #include <QTest>
 
+#include <algorithm>
 #include <cstdio>
 
 using namespace Qt::StringLiterals;
@@ -92,6 +93,9 @@ QString MatrixReport::table(const QString &title, const QList<MatrixAction> &act
     }
     QString text = line(titles) + line(rule);
     for (const MatrixApplication &application : MatrixApplications::all()) {
+        const auto isPossible = [&](MatrixAction action) { return !application.cannot.contains(action); };
+        if (std::ranges::none_of(actions, isPossible))
+            continue; // nothing to compare
         QStringList cells{application.heading};
         for (const MatrixAction action : actions)
             cells << cell(application, action);

@@ -1,12 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "desktop/matrix/MatrixDesktop.h"
 
+#include "Desktop/Linux/DesktopEntries.h"
 #include "desktop/support/Browser.h"
 #include "desktop/support/PrivateDesktop.h"
 
 #include <QDir>
 #include <QSaveFile>
 #include <QStandardPaths>
+#include <QTest>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -72,4 +76,11 @@ void MatrixDesktop::makeDefault(const QString &entry, const QStringList &types)
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly) || file.write(lines.join('\n') + '\n') < 0 || !file.commit())
         qFatal("%s cannot be written", qPrintable(path));
+    // The library that launchers ask reads the file again once it has heard of the change.
+    const auto isChosen = [&entry](const QString &type) {
+        const auto chosen = DesktopEntries::defaultForType(type);
+        return chosen && chosen->path.endsWith(u'/' + entry);
+    };
+    if (!QTest::qWaitFor([&] { return std::ranges::all_of(types, isChosen); }, PrivateDesktop::patience))
+        qFatal("%s does not become the default", qPrintable(entry));
 }

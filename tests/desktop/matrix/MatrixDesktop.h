@@ -17,7 +17,7 @@ QString sample();
 // What Chromium needs to run in a container, without its first-run pages.
 QStringList chromiumSwitches();
 
-// The user's choice of the application for these types.
+// Makes it the user's choice for these types, and waits until this process knows.
 void makeDefault(const QString &entry, const QStringList &types);
 
 } // namespace MatrixDesktop

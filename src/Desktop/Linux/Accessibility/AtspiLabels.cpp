@@ -31,13 +31,14 @@ bool isClassName(const QString &text)
     return pattern.match(text).hasMatch();
 }
 
-// Rich text as Qt takes it for hints, without its markup.
+// Rich text as Qt takes it for hints, without its markup. "<none>" is a text in angle brackets.
 QString withoutMarkup(const QString &text)
 {
     static const QRegularExpression tag(QStringLiteral("<[^<>]*>"));
     if (!text.startsWith(u'<') || !text.endsWith(u'>'))
         return text;
-    return Text::trimmed(QString(text).replace(tag, QStringLiteral(" ")));
+    const QString inside = Text::trimmed(QString(text).replace(tag, QStringLiteral(" ")));
+    return inside.isEmpty() ? text : inside;
 }
 
 } // namespace

@@ -22,6 +22,7 @@ void AtspiLabelsTest::aLabelReadsAsAPersonSeesIt_data()
     QTest::addColumn<QString>("label");
     QTest::newRow("plain") << u"Save As…"_s << AtspiToolkit::Other << u"Save As…"_s;
     QTest::newRow("GTK 3 menu item") << u"New Window      "_s << AtspiToolkit::Other << u"New Window"_s;
+    QTest::newRow("Qt, a text in angle brackets") << u"<none>"_s << AtspiToolkit::Qt << u"<none>"_s;
     QTest::newRow("padded") << u"  Save "_s << AtspiToolkit::Other << u"Save"_s;
     QTest::newRow("blanks only") << u"   "_s << AtspiToolkit::Other << QString();
     QTest::newRow("two lines") << u"Lines: 1\nWords: 2"_s << AtspiToolkit::Other << u"Lines: 1 Words: 2"_s;

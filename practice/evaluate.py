@@ -7,9 +7,10 @@ Three sets, none of which training has seen:
   wordings  held-out values in wordings that the grammar cannot produce
   demo      the twelve demonstration tasks, each several times on different desktops
 
-An action is right when its name and its arguments are equal to the planned ones; the words of a
-closing message are not judged, except that a request out of reach must be closed at once. A run is
-right when every reply of it is, each one asked for after the planned replies before it.
+An action is right when its name and its arguments are equal to the planned ones, two names of one
+key counting as equal; the words of a closing message are not judged, except that a request out of
+reach must be closed at once. A run is right when every reply of it is, each one asked for after the
+planned replies before it. The columns "bytes" count replies that are equal to the last character.
 """
 
 import argparse
@@ -28,6 +29,8 @@ from planner.system_prompt import SYSTEM_PROMPT
 from planner.values import HeldOutValues
 
 DEMONSTRATION_SEED = 20
+# The application presses the same key for both names.
+KEY_OF_OTHER_NAME = {"enter": "return", "backspace": "delete", "esc": "escape"}
 
 
 def parsed(reply: str) -> Optional[dict]:
@@ -38,6 +41,11 @@ def parsed(reply: str) -> Optional[dict]:
     return value if isinstance(value, dict) else None
 
 
+def with_one_name_a_key(action: dict) -> dict:
+    key = KEY_OF_OTHER_NAME.get(str(action.get("key")))
+    return {**action, "key": key} if key else action
+
+
 def is_right(reply: str, planned: str) -> bool:
     """Whether the reply is the planned action; closing messages may differ in their words."""
     given, wanted = parsed(reply), json.loads(planned)
@@ -45,7 +53,7 @@ def is_right(reply: str, planned: str) -> bool:
         return False
     if wanted["action"] == "done":
         return given.get("action") == "done"
-    return given == wanted
+    return with_one_name_a_key(given) == with_one_name_a_key(wanted)
 
 
 class Score:

@@ -11,10 +11,10 @@
 #include "Inference/LlamaLog.h"
 #include "Inference/LlamaPrompt.h"
 #include "Inference/TinyModel.h"
+#include "ReplyClock.h"
 #include "Support/Awaited.h"
 
 #include <QCoreApplication>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QRandomGenerator>
 #include <QTemporaryDir>
@@ -67,29 +67,6 @@ QString modelPath()
     }();
     return path;
 }
-
-// Measures a reply from its first token to its last: how long the prompt takes is another question, and the
-// engine does not evaluate it twice.
-class ReplyClock
-{
-public:
-    void token()
-    {
-        if (m_tokens == 0)
-            m_timer.start();
-        ++m_tokens;
-        m_nanoseconds = m_timer.nsecsElapsed();
-    }
-
-    int tokens() const { return m_tokens; }
-    double seconds() const { return static_cast<double>(m_nanoseconds) * 1e-9; }
-    double secondsPerToken() const { return seconds() / std::max(m_tokens - 1, 1); }
-
-private:
-    QElapsedTimer m_timer;
-    qint64 m_nanoseconds = 0;
-    int m_tokens = 0;
-};
 
 // The shortest program around llama.cpp that gives the same reply.
 class BareLoop

@@ -11,6 +11,7 @@
 #include "Inference/LlamaPrompt.h"
 #include "Inference/RecordedConversation.h"
 #include "Inference/ShapedModel.h"
+#include "ReplyClock.h"
 #include "Support/Awaited.h"
 
 #include <QCommandLineParser>
@@ -33,7 +34,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int repetitions = 5;         // of the last step
-constexpr int replyTokens = 64;        // long enough for the time a token to stand out
+constexpr int replyTokens = 32;        // long enough for the time a token to stand out
 constexpr int preparationTime = 60000; // ms, more than the system prompt takes the larger model
 constexpr int settlingTime =
     300; // ms in which the engine copies a state, as it does while an action is carried out
@@ -114,31 +115,21 @@ public:
                                       replyTokens);
     }
 
-    // Evaluates the prompt from the start; seconds until the first token of the reply is known.
-    double firstToken(const QList<ChatMessage> &messages)
+    // Evaluates the prompt from the start.
+    ReplyClock reply(const QList<ChatMessage> &messages, int wanted)
     {
         std::vector<llama_token> prompt = tokens(messages);
         const auto chunk = static_cast<size_t>(m_levers.chunk);
-        QElapsedTimer timer;
-        timer.start();
+        ReplyClock clock;
         llama_memory_clear(llama_get_memory(m_context.get()), true);
         for (size_t start = 0; start < prompt.size(); start += chunk)
             decode(&prompt[start], std::min(prompt.size() - start, chunk));
-        sample();
-        return seconds(timer);
-    }
-
-    // Seconds a token of the reply to the last prompt, the first one left out.
-    double perToken()
-    {
-        QElapsedTimer timer;
-        timer.start();
         llama_token token = sample();
-        for (int count = 1; count < replyTokens; ++count) {
+        for (clock.token(); clock.tokens() < wanted; clock.token()) {
             decode(&token, 1);
             token = sample();
         }
-        return seconds(timer) / (replyTokens - 1);
+        return clock;
     }
 
 private:
@@ -169,29 +160,16 @@ public:
     }
     ~PreparedEngine() { m_engine.unload(); }
 
-    // As with the bare loop. What the agent does between two steps gives the engine time to copy a state.
-    double firstToken(const QList<ChatMessage> &messages)
+    // What the agent does between two steps gives the engine time to copy a state.
+    ReplyClock reply(const QList<ChatMessage> &messages, int wanted)
     {
-        const double time = generate(messages, 1);
+        ReplyClock clock;
+        Awaited::result(m_engine.generate(messages, wanted, [&clock](const QString &) { clock.token(); }));
         QTest::qWait(settlingTime);
-        return time;
-    }
-
-    double perToken(const QList<ChatMessage> &messages)
-    {
-        const double one = firstToken(messages);
-        return (generate(messages, replyTokens) - one) / (replyTokens - 1);
+        return clock;
     }
 
 private:
-    double generate(const QList<ChatMessage> &messages, int maxTokens)
-    {
-        QElapsedTimer timer;
-        timer.start();
-        Awaited::result(m_engine.generate(messages, maxTokens, [](const QString &) {}));
-        return seconds(timer);
-    }
-
     LlamaEngine m_engine;
 };
 
@@ -208,9 +186,9 @@ void repeatLastStep(PreparedEngine &engine, BareLoop &bare, const QList<QList<Ch
     std::vector<double> ours;
     std::vector<double> theirs;
     for (int round = 0; round < repetitions; ++round) {
-        engine.firstToken(prompts.at(prompts.size() - 2));
-        ours.push_back(engine.firstToken(prompts.last()));
-        theirs.push_back(bare.firstToken(prompts.last()));
+        engine.reply(prompts.at(prompts.size() - 2), 1);
+        ours.push_back(engine.reply(prompts.last(), 1).secondsToFirstToken());
+        theirs.push_back(bare.reply(prompts.last(), 1).secondsToFirstToken());
     }
     std::printf("the last step again, medians of %d: engine %.3f s, bare %.3f s, bare/engine %.1f\n",
                 repetitions, median(ours), median(theirs), median(theirs) / median(ours));
@@ -223,7 +201,8 @@ void replay(const QString &path, int steps)
     BareLoop bare(path, {});
     std::printf("\n%s, %d steps; prompts in chunks of at most %zu tokens\n",
                 qPrintable(QFileInfo(path).fileName()), steps, LlamaPromptMemory::longestChunk);
-    std::printf("step  prompt  evaluated |  first token, s: engine    bare  bare/engine\n");
+    std::printf("step  prompt  evaluated |  first token, s: engine    bare  bare/engine | tokens/s: engine  "
+                "bare\n");
     PreparedEngine engine(path, conversation);
     const std::vector<llama_token> beginning = bare.tokens({conversation.first()});
     PromptReuse reuse = LlamaPromptMemory::reuseFor(bare.context(), beginning);
@@ -232,18 +211,16 @@ void replay(const QString &path, int steps)
     int step = 0;
     for (const QList<ChatMessage> &messages : prompts) {
         const std::vector<llama_token> prompt = bare.tokens(messages);
-        const double ours = engine.firstToken(messages);
-        const double theirs = bare.firstToken(messages);
-        std::printf("%4d  %6zu  %9zu |  %22.3f  %6.3f  %11.1f\n", ++step, prompt.size(),
-                    prompt.size() - reuse.reusable(prompt), ours, theirs, theirs / ours);
+        const ReplyClock ours = engine.reply(messages, replyTokens);
+        const ReplyClock theirs = bare.reply(messages, replyTokens);
+        std::printf("%4d  %6zu  %9zu |  %22.3f  %6.3f  %11.1f | %16.1f  %4.1f\n", ++step, prompt.size(),
+                    prompt.size() - reuse.reusable(prompt), ours.secondsToFirstToken(),
+                    theirs.secondsToFirstToken(), theirs.secondsToFirstToken() / ours.secondsToFirstToken(),
+                    1 / ours.secondsPerToken(), 1 / theirs.secondsPerToken());
         std::fflush(stdout);
         reuse.keep(prompt);
     }
     repeatLastStep(engine, bare, prompts);
-    const double ours = engine.perToken(prompts.last());
-    const double theirs = bare.perToken();
-    std::printf("a token of the reply, ms: engine %.1f, bare %.1f, engine/bare %.3f\n", ours * 1e3,
-                theirs * 1e3, ours / theirs);
 }
 
 // What the engine's copy of the state costs after the given prompt.
@@ -271,10 +248,10 @@ void compareLevers(const QString &path, int steps)
     std::printf("%-42s  load, s  first prompt, s  last prompt, s  ms/token\n", "");
     for (const Levers &levers : allLevers()) {
         BareLoop bare(path, levers);
-        const double first = bare.firstToken(prompts.first());
-        const double last = bare.firstToken(prompts.last());
-        std::printf("%-42s  %7.1f  %15.2f  %14.2f  %8.1f\n", levers.name, bare.loadSeconds(), first, last,
-                    bare.perToken() * 1e3);
+        const ReplyClock first = bare.reply(prompts.first(), 1);
+        const ReplyClock last = bare.reply(prompts.last(), replyTokens);
+        std::printf("%-42s  %7.1f  %15.2f  %14.2f  %8.1f\n", levers.name, bare.loadSeconds(),
+                    first.secondsToFirstToken(), last.secondsToFirstToken(), last.secondsPerToken() * 1e3);
         std::fflush(stdout);
         if (levers.chunk == LlamaPromptMemory::longestChunk)
             reportCopy(bare, bare.tokens(prompts.last()).size() + replyTokens);

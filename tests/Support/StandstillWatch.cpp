@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <fstream>
 #include <memory>
 #include <string>
@@ -13,7 +14,24 @@
 
 namespace {
 
+using Duration = StandstillWatch::Duration;
+
 constexpr std::chrono::milliseconds betweenMessages{5};
+
+// What the host of a virtual machine has given to others, of all processors together. The kernel takes it out
+// of the time that a thread ran.
+Duration stolenSoFar()
+{
+    std::ifstream counters("/proc/stat");
+    std::string name;
+    // In ticks: user, nice, system, idle, waiting for disks, interrupts of two kinds, stolen.
+    std::array<Duration::rep, 8> ticks{};
+    counters >> name;
+    for (Duration::rep &count : ticks)
+        counters >> count;
+    const Duration::rep perTick = Duration(std::chrono::seconds(1)).count() / ::sysconf(_SC_CLK_TCK);
+    return Duration(ticks.back() * perTick);
+}
 
 } // namespace
 
@@ -54,7 +72,8 @@ StandstillWatch::Duration StandstillWatch::sleepBeforeAnswer(const std::stop_tok
     return sleptSoFar() - before;
 }
 
-// The kernel counts for each thread how long it ran and how long it waited to run. The rest it slept.
+// The kernel counts for each thread how long it ran and how long it waited to run. The rest it slept, or
+// had no processor under it.
 StandstillWatch::Duration StandstillWatch::sleptSoFar() const
 {
     std::ifstream counters("/proc/self/task/" + std::to_string(m_mainThread) + "/schedstat");
@@ -62,5 +81,5 @@ StandstillWatch::Duration StandstillWatch::sleptSoFar() const
     Duration::rep waited = 0;
     counters >> ran >> waited;
     const auto now = std::chrono::steady_clock::now().time_since_epoch();
-    return std::chrono::duration_cast<Duration>(now) - Duration(ran) - Duration(waited);
+    return std::chrono::duration_cast<Duration>(now) - Duration(ran) - Duration(waited) - stolenSoFar();
 }

@@ -29,10 +29,13 @@ void StandstillWatchTest::aCallThatSleepsIs()
 {
     std::atomic<int> reports = 0;
     const StandstillWatch watch([&reports](StandstillWatch::Duration) { ++reports; });
-    QTimer::singleShot(50, this, [] { std::this_thread::sleep_for(200ms); });
-    QTRY_VERIFY(watch.longest() > StandstillWatch::limit);
+    // A busy machine may let the watch itself wait until it is over.
+    QTimer timer;
+    timer.callOnTimeout(&timer, [] { std::this_thread::sleep_for(200ms); });
+    timer.start(50);
+    QTRY_VERIFY_WITH_TIMEOUT(watch.longest() > StandstillWatch::limit, 60'000);
     QVERIFY(watch.longest() <= 10s);
-    QCOMPARE(reports.load(), 1);
+    QVERIFY(reports.load() >= 1);
 }
 
 void StandstillWatchTest::severalShortOnesAreNot()

@@ -7,8 +7,10 @@
 #include "Inference/InferenceError.h"
 
 #include <QCoroFuture>
+#include <QCoroTimer>
 #include <QStringList>
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -83,6 +85,9 @@ public:
         };
         const QFuture<void> streamed = queue->run(streamPieces);
         co_await streamed;
+        // They may be through before anybody waits for them; whoever counts on pieces gets them first.
+        const auto untilTheyHaveArrived = std::chrono::milliseconds(0);
+        co_await QCoro::sleepFor(untilTheyHaveArrived);
         co_return text;
     }
 

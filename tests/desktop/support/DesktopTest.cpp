@@ -1,12 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "desktop/support/DesktopTest.h"
 
-#include "Support/StandstillWatch.h"
-
 Outcome DesktopTest::perform(const char *action, ActionRunner::Arguments arguments)
 {
     const Outcome outcome = m_runner->perform(action, arguments);
-    if (outcome.standstill > StandstillWatch::limit)
+    if (outcome.standstill > m_longestStandstill)
         QTest::qFail(qPrintable(QStringLiteral("The event loop stood still for %1 ms during %2: %3")
                                     .arg(outcome.standstill.count())
                                     .arg(QLatin1StringView(action), outcome.line)),

@@ -144,7 +144,6 @@ bool X11Keyboard::isModifierHeld() const
 
 KeyboardLayout X11Keyboard::layout()
 {
-    clearAbandonedSymbols();
     m_layoutNames = layoutNames();
     m_group = state().group;
     const XkbPointer<xkb_context> context(xkb_context_new(XKB_CONTEXT_NO_DEFAULT_INCLUDES));

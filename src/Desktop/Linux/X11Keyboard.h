@@ -17,6 +17,10 @@ public:
     X11Keyboard(const X11Keyboard &) = delete;
     X11Keyboard &operator=(const X11Keyboard &) = delete;
 
+    // Takes back the symbols that a killed process has left on spare keys. To be done before the layout is
+    // read.
+    void clearAbandonedSymbols();
+
     // The layout in use at this moment. To be read before symbols are set.
     KeyboardLayout layout();
 
@@ -45,7 +49,6 @@ private:
     void lockModifiers(std::uint8_t affected, std::uint8_t locked);
     void sendKey(std::uint8_t type, std::uint8_t code);
     void noteSpareSymbols(const QHash<std::uint8_t, std::uint32_t> &symbols);
-    void clearAbandonedSymbols();
     void readSymbols();
     void writeSymbols(const QHash<std::uint8_t, std::uint32_t> &symbols);
 

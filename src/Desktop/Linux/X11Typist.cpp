@@ -53,6 +53,7 @@ void X11Typist::type(const QList<KeyStroke> &strokes, std::chrono::microseconds 
 {
     m_target = target;
     X11Keyboard keyboard(m_connection);
+    keyboard.clearAbandonedSymbols();
     const KeyboardLayout layout = keyboard.layout();
     m_modifierCodes = layout.modifierCodes;
     const QList<TypingBatch> batches = planTyping(strokes, layout);

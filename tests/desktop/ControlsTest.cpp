@@ -14,19 +14,22 @@ private Q_SLOTS:
     void init();
     void pressesALabelInAnyLetterCase();
     void answersADialog();
+    void aDialogOfAMenuIsReadAndAnswered();
     void saysThatThereIsNoSuchControl();
 
 private:
     QString m_path;
     QString m_windowClass;
+    QString m_openLabel;
 };
 
 void ControlsTest::initTestCase_data()
 {
     QTest::addColumn<QString>("program");
     QTest::addColumn<QString>("windowClass");
-    QTest::newRow("GTK") << u"mousepad"_s << u"Mousepad"_s;
-    QTest::newRow("Qt") << u"featherpad"_s << u"FeatherPad"_s;
+    QTest::addColumn<QString>("openLabel");
+    QTest::newRow("GTK") << u"mousepad"_s << u"Mousepad"_s << u"Open..."_s;
+    QTest::newRow("Qt") << u"featherpad"_s << u"FeatherPad"_s << u"Open"_s;
 }
 
 // An editor with a document that has just been changed.
@@ -34,7 +37,9 @@ void ControlsTest::init()
 {
     QFETCH_GLOBAL(QString, program);
     QFETCH_GLOBAL(QString, windowClass);
+    QFETCH_GLOBAL(QString, openLabel);
     m_windowClass = windowClass;
+    m_openLabel = openLabel;
     m_path = PrivateDesktop::home(u"Documents/letter.txt"_s);
     PrivateDesktop::write(m_path, "");
     QVERIFY(PrivateDesktop::open(program, {m_path}, windowClass));
@@ -59,6 +64,19 @@ void ControlsTest::answersADialog()
     VERIFY_EFFECT(Screen::windowsOf(m_windowClass).size() == 1, outcome);
     QVERIFY(Screen::showsTitle(u"letter.txt"_s));
     QCOMPARE(PrivateDesktop::read(m_path), QByteArray());
+}
+
+// Its application goes on answering, and takes keys, while the dialog is there.
+void ControlsTest::aDialogOfAMenuIsReadAndAnswered()
+{
+    const Outcome asked = perform("click", {{"label", m_openLabel}});
+    VERIFY_EFFECT(Screen::windowsOf(m_windowClass).size() == 2, asked);
+    const Outcome key = perform("press_key", {{"key", u"tab"_s}});
+    QCOMPARE(key.line, u"Pressed tab."_s);
+    const Outcome controls = perform("read_ui");
+    QVERIFY2(controls.line.contains(u"Button: Cancel"_s), qPrintable(controls.line));
+    const Outcome outcome = perform("click", {{"label", u"Cancel"_s}});
+    VERIFY_EFFECT(Screen::windowsOf(m_windowClass).size() == 1, outcome);
 }
 
 void ControlsTest::saysThatThereIsNoSuchControl()

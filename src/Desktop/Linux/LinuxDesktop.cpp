@@ -18,5 +18,6 @@ AtspiAccessibility::Environment LinuxDesktop::accessibilityEnvironment()
         application.processIdentifier = process;
         return m_workspace.activate(application);
     };
+    environment.strikeKey = [this](std::uint16_t virtualKey) { return m_keyboard.strike(virtualKey); };
     return environment;
 }

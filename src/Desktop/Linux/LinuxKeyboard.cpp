@@ -24,22 +24,43 @@ std::chrono::milliseconds limitFor(const QList<KeyStroke> &strokes, std::chrono:
 
 LinuxKeyboard::LinuxKeyboard(X11Display &display) : m_display(display) {}
 
-QCoro::Task<void> LinuxKeyboard::post(QList<KeyStroke> strokes, std::chrono::microseconds pause)
+QCoro::Task<X11Window> LinuxKeyboard::target()
 {
-    if (strokes.isEmpty())
-        co_return;
     const X11Snapshot snapshot = co_await m_display.snapshot();
     const X11Window *window = snapshot.frontmost(QCoreApplication::applicationPid());
     if (!window)
         throw PlatformError(QStringLiteral("No application is in front to receive the keys."));
     const X11Window target = *window;
     co_await m_display.bringForward(target);
+    co_return target;
+}
+
+QCoro::Task<void> LinuxKeyboard::post(QList<KeyStroke> strokes, std::chrono::microseconds pause)
+{
+    if (strokes.isEmpty())
+        co_return;
+    const X11Window receiver = co_await target();
     const auto limit = limitFor(strokes, pause);
-    const auto job = [this, strokes, pause, target, limit] {
+    const auto job = [this, strokes, pause, receiver, limit] {
         X11Typist typist(m_display.connection(), m_display.windows(), m_display.isClosing(), limit);
-        typist.type(strokes, pause, target);
+        typist.type(strokes, pause, receiver);
     };
     co_await m_display.run(job, limit + 2s);
+}
+
+QCoro::Task<bool> LinuxKeyboard::strike(std::uint16_t virtualKey)
+{
+    const X11Window receiver = co_await target();
+    KeyStroke stroke;
+    stroke.virtualKey = virtualKey;
+    const QList<KeyStroke> strokes{stroke};
+    const auto limit = limitFor(strokes, 0us);
+    const auto job = [this, strokes, receiver, limit] {
+        X11Typist typist(m_display.connection(), m_display.windows(), m_display.isClosing(), limit);
+        typist.type(strokes, 0us, receiver);
+        return typist.waitUntilHandled();
+    };
+    co_return co_await m_display.run(job, limit + 2s);
 }
 
 QCoro::Task<bool> LinuxKeyboard::canSendKeys()

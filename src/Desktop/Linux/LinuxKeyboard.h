@@ -15,9 +15,16 @@ public:
 
     QCoro::Task<void> post(QList<KeyStroke> strokes, std::chrono::microseconds pause) override;
 
+    // Posts one key without modifiers, and tells whether the application has handled it; false where it does
+    // not say so within a fifth of a second. Throws as `post` does.
+    QCoro::Task<bool> strike(std::uint16_t virtualKey);
+
     // Whether the X server takes keys from us at all.
     QCoro::Task<bool> canSendKeys();
 
 private:
+    // The application that is to receive the keys, with the focus. Throws PlatformError when there is none.
+    QCoro::Task<X11Window> target();
+
     X11Display &m_display;
 };

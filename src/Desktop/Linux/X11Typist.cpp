@@ -71,6 +71,11 @@ void X11Typist::type(const QList<KeyStroke> &strokes, std::chrono::microseconds 
     m_connection.requireAlive();
 }
 
+bool X11Typist::waitUntilHandled() const
+{
+    return m_target.answersPings && m_connection.waitUntilHandled(m_target.identifier, firstAnswer);
+}
+
 void X11Typist::typeBatch(X11Keyboard &keyboard, const TypingBatch &batch, std::chrono::microseconds pause)
 {
     requireSameLayout(keyboard);

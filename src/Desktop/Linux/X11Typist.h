@@ -22,6 +22,10 @@ public:
     // something cannot be typed, or part of it when the target loses the keys in the middle.
     void type(const QList<KeyStroke> &strokes, std::chrono::microseconds pause, const X11Window &target);
 
+    // Waits until the target has handled what was typed, no longer than such a thing may take. False where it
+    // does not tell, as when the keys have closed it.
+    bool waitUntilHandled() const;
+
 private:
     void typeBatch(class X11Keyboard &keyboard, const TypingBatch &batch, std::chrono::microseconds pause);
     void typeKey(X11Keyboard &keyboard, const PlannedKey &key);

@@ -89,6 +89,7 @@ QCoro::Task<std::shared_ptr<AccessibilityTree>> AtspiAccessibility::applicationT
 {
     const auto bus = m_bus;
     const auto activate = m_environment.activate;
+    const auto strikeKey = m_environment.strikeKey;
     const auto wokenPages = m_wokenPages;
     const QString processName = Atspi::processName(processIdentifier);
     const QDBusConnection connection = co_await bus->connection();
@@ -106,5 +107,5 @@ QCoro::Task<std::shared_ptr<AccessibilityTree>> AtspiAccessibility::applicationT
     const AtspiTree::Activate activateThis = [activate, processIdentifier] {
         return activate(processIdentifier);
     };
-    co_return std::make_shared<AtspiTree>(application, cache, activateThis);
+    co_return std::make_shared<AtspiTree>(application, cache, activateThis, strikeKey);
 }

@@ -45,9 +45,10 @@ QString withoutMarkup(const QString &text)
 
 AtspiToolkit Atspi::toolkit(const QString &name)
 {
-    // GTK before 4 writes itself in small letters.
     if (name == QLatin1String("GTK"))
         return AtspiToolkit::Gtk4;
+    if (name == QLatin1String("gtk"))
+        return AtspiToolkit::Gtk3;
     if (name == QLatin1String("Gecko"))
         return AtspiToolkit::Gecko;
     if (name == QLatin1String("Qt"))

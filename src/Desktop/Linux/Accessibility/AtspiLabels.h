@@ -6,6 +6,7 @@
 // The toolkits whose ways with texts need care.
 enum class AtspiToolkit {
     Other,
+    Gtk3,  // carries out an action before it can answer anything else
     Gtk4,  // says a button's own name and that of the label inside it ("7 7"), or its class where it has none
     Qt,    // lets hints have markup
     Gecko, // Firefox and its kin: keeps texts and actions in the page's process until asked

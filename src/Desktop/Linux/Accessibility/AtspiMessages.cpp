@@ -72,6 +72,19 @@ bool Atspi::truth(const QDBusMessage &reply)
     return firstValue(reply).toBool();
 }
 
+AtspiReference Atspi::reference(const QDBusMessage &reply)
+{
+    const QVariant value = firstValue(reply);
+    if (value.metaType() != QMetaType::fromType<QDBusArgument>())
+        return {};
+    const auto argument = value.value<QDBusArgument>();
+    if (argument.currentSignature() != QLatin1String("(so)"))
+        return {};
+    AtspiReference object;
+    argument >> object;
+    return object;
+}
+
 QList<AtspiReference> Atspi::references(const QDBusMessage &reply)
 {
     if (reply.type() != QDBusMessage::ReplyMessage || reply.signature() != QLatin1String("a(so)"))

@@ -49,6 +49,8 @@ QDBusMessage property(const AtspiReference &object, const QString &interface, co
 std::optional<QString> text(const QDBusMessage &reply);
 std::optional<double> number(const QDBusMessage &reply);
 bool truth(const QDBusMessage &reply);
+// The one object that a property gave.
+AtspiReference reference(const QDBusMessage &reply);
 // The objects in the reply's order, "no object" left out.
 QList<AtspiReference> references(const QDBusMessage &reply);
 

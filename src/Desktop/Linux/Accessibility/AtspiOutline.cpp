@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/Accessibility/AtspiOutline.h"
 
-#include <QDBusArgument>
+#include "Desktop/Linux/Accessibility/AtspiCollection.h"
 
 #include <array>
 #include <bit>
@@ -42,39 +42,6 @@ AtspiRole roleOf(Code code)
     return AtspiRole::Invalid;
 }
 
-enum class Match { All = 1, Any = 2 };
-
-// The wanted roles as the protocol's bits.
-QList<int> bitsOf(const QList<AtspiRole> &wanted)
-{
-    QList<int> bits{0, 0, 0, 0};
-    for (const AtspiRole role : wanted) {
-        const auto number = static_cast<unsigned>(role);
-        bits[number / 32] |= static_cast<int>(1U << number % 32);
-    }
-    return bits;
-}
-
-// Everything below the element that has one of the roles; whatever its role where there are none.
-QDBusMessage matches(const AtspiReference &top, const QList<AtspiRole> &wanted)
-{
-    const int all = static_cast<int>(Match::All);
-    QDBusArgument rule;
-    rule.beginStructure();
-    rule << QList<int>{0, 0} << all; // states
-    rule.beginMap(QMetaType::fromType<QString>(), QMetaType::fromType<QString>());
-    rule.endMap(); // attributes
-    rule << all << bitsOf(wanted) << static_cast<int>(wanted.isEmpty() ? Match::All : Match::Any);
-    rule << QStringList() << all; // interfaces
-    rule << false;                // not those that do not match
-    rule.endStructure();
-    const uint treeOrder = 1;
-    const bool deep = true;
-    const QVariantList arguments{QVariant::fromValue(rule), treeOrder, AtspiOutline::longestAnswer, deep};
-    return Atspi::call(top, QStringLiteral("org.a11y.atspi.Collection"), QStringLiteral("GetMatches"),
-                       arguments);
-}
-
 } // namespace
 
 QList<AtspiRole> AtspiOutline::rolesOfQuestion(int question)
@@ -91,7 +58,7 @@ QList<QDBusMessage> AtspiOutline::questions(const AtspiReference &top)
 {
     QList<QDBusMessage> calls;
     for (int question = 0; question < questionCount; ++question)
-        calls.append(matches(top, rolesOfQuestion(question)));
+        calls.append(Atspi::matches(top, AtspiRule{rolesOfQuestion(question), {}}, longestAnswer));
     return calls;
 }
 

@@ -16,9 +16,10 @@ std::optional<QString> present(const QString &text)
 } // namespace
 
 AtspiTree::AtspiTree(std::shared_ptr<AtspiApplication> application, std::shared_ptr<const AtspiCache> cache,
-                     Activate activate)
+                     Activate activate, Atspi::StrikeKey strikeKey)
     : m_application(std::move(application)), m_cache(std::move(cache)),
-      m_outline(std::make_shared<AtspiOutline>()), m_activate(std::move(activate))
+      m_outline(std::make_shared<AtspiOutline>()), m_activate(std::move(activate)),
+      m_strikeKey(std::move(strikeKey))
 {
     m_objects.append(Object{m_application->root(), AtspiRole::Invalid});
 }
@@ -61,5 +62,8 @@ QCoro::Task<bool> AtspiTree::press(AccessibilityElement element)
     const auto self = shared_from_this();
     const AtspiReference object = m_objects.at(element).reference;
     co_await m_activate();
+    const std::optional<bool> byKey = co_await Atspi::pressWithKey(m_application, object, m_strikeKey);
+    if (byKey)
+        co_return *byKey;
     co_return co_await Atspi::press(m_application, object);
 }

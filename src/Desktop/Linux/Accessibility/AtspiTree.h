@@ -4,6 +4,7 @@
 #include "Desktop/Accessibility.h"
 #include "Desktop/Linux/Accessibility/AtspiApplication.h"
 #include "Desktop/Linux/Accessibility/AtspiCache.h"
+#include "Desktop/Linux/Accessibility/AtspiKeyPress.h"
 #include "Desktop/Linux/Accessibility/AtspiReader.h"
 
 #include <QCoroTask>
@@ -17,11 +18,11 @@
 class AtspiTree : public AccessibilityTree, public std::enable_shared_from_this<AtspiTree>
 {
 public:
-    using Activate = std::function<QCoro::Task<void>()>;
-
     // `activate` gives the application the focus if it does not have it; asked for before every press.
+    // `strikeKey` is for controls that are better pressed with a key.
+    using Activate = std::function<QCoro::Task<void>()>;
     AtspiTree(std::shared_ptr<AtspiApplication> application, std::shared_ptr<const AtspiCache> cache,
-              Activate activate);
+              Activate activate, Atspi::StrikeKey strikeKey);
 
     AccessibilityElement root() const override { return 0; }
     QCoro::Task<QList<AccessibilityAttributes>> read(QList<AccessibilityElement> elements) override;
@@ -40,5 +41,6 @@ private:
     std::shared_ptr<const AtspiCache> m_cache;
     std::shared_ptr<AtspiOutline> m_outline;
     Activate m_activate;
+    Atspi::StrikeKey m_strikeKey;
     QList<Object> m_objects;
 };

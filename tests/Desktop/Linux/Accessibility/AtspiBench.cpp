@@ -34,7 +34,15 @@ AtspiAccessibility::Environment AtspiBench::environment()
     AtspiAccessibility::Environment environment;
     environment.canSendKeys = [this] { return answerCanSendKeys(); };
     environment.activate = [this](qint64 processIdentifier) { return activate(processIdentifier); };
+    environment.strikeKey = [this](std::uint16_t virtualKey) { return strikeKey(virtualKey); };
     return environment;
+}
+
+QCoro::Task<bool> AtspiBench::strikeKey(std::uint16_t virtualKey)
+{
+    if (!m_keyboard)
+        m_keyboard = std::make_unique<RealKeyboard>();
+    co_return co_await m_keyboard->keyboard.strike(virtualKey);
 }
 
 QCoro::Task<bool> AtspiBench::answerCanSendKeys()

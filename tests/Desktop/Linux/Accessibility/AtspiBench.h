@@ -3,6 +3,8 @@
 
 #include "Desktop/Linux/Accessibility/AtspiAccessibility.h"
 #include "Desktop/Linux/Accessibility/NodeByNode.h"
+#include "Desktop/Linux/LinuxKeyboard.h"
+#include "Desktop/SystemClock.h"
 
 #include <QCoroTask>
 #include <QList>
@@ -47,6 +49,9 @@ public:
     // Presses the first element of that role and label, and says what the tree said.
     bool press(const QProcess &program, const QString &role, const QString &label);
 
+    // A real key to the application in front.
+    QCoro::Task<bool> strikeKey(std::uint16_t virtualKey);
+
     // The sentence of the error that the task ends with; empty when it succeeds.
     template <typename Result>
     static QString errorOf(QCoro::Task<Result> task);
@@ -59,6 +64,15 @@ private:
     AtspiAccessibility::Environment environment();
     QCoro::Task<bool> answerCanSendKeys();
     QCoro::Task<void> activate(qint64 processIdentifier);
+
+    // Made when a key is needed: there is no X server around every test.
+    struct RealKeyboard
+    {
+        SystemClock clock;
+        X11Display display{clock};
+        LinuxKeyboard keyboard{display};
+    };
+    std::unique_ptr<RealKeyboard> m_keyboard;
 };
 
 namespace AtspiBenchDetails {

@@ -66,7 +66,7 @@ void AtspiLabelsTest::aLabelReadsAsAPersonSeesIt()
 void AtspiLabelsTest::toolkitsAreKnownByTheirNames()
 {
     QCOMPARE(Atspi::toolkit(u"GTK"_s), AtspiToolkit::Gtk4);
-    QCOMPARE(Atspi::toolkit(u"gtk"_s), AtspiToolkit::Other); // GTK 3
+    QCOMPARE(Atspi::toolkit(u"gtk"_s), AtspiToolkit::Gtk3);
     QCOMPARE(Atspi::toolkit(u"Chromium"_s), AtspiToolkit::Chromium);
     QCOMPARE(Atspi::toolkit(u"Gecko"_s), AtspiToolkit::Gecko);
     QCOMPARE(Atspi::toolkit(u"Qt"_s), AtspiToolkit::Qt);

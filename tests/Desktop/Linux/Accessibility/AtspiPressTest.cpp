@@ -2,9 +2,19 @@
 // Presses, judged by what they do.
 #include "Desktop/Linux/Accessibility/AtspiBench.h"
 
+#include <QFile>
+#include <QTemporaryDir>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+// macOS virtual key codes.
+constexpr std::uint16_t letterKey = 0x00; // A
+constexpr std::uint16_t tabKey = 0x30;
+
+} // namespace
 
 class AtspiPressTest : public QObject
 {
@@ -18,12 +28,24 @@ private Q_SLOTS:
     void aMenuItemOfAClosedMenuIsCarriedOut_data();
     void aMenuItemOfAClosedMenuIsCarriedOut();
     void aPressThatOpensADialogCountsAsDone();
+    void anApplicationAnswersWhileTheDialogOfAnItemIsOpen();
+    void anApplicationAnswersWhileTheDialogOfAButtonIsOpen();
+    void aButtonLeavesTheFocusWhereItWas();
+    void whatIsGreyedOutIsNotPressed();
     void theApplicationIsGivenTheFocusFirst();
     void whatCannotBePressedSaysNo();
 
 private:
+    qsizetype windows(const QProcess &program);
+
     AtspiBench m_bench;
 };
+
+qsizetype AtspiPressTest::windows(const QProcess &program)
+{
+    const AtspiBench::Tree tree = m_bench.tree(program);
+    return QCoro::waitFor(tree->read({tree->root()})).constFirst().children.size();
+}
 
 void AtspiPressTest::theCalculatorAddsWhatIsPressed()
 {
@@ -91,14 +113,60 @@ void AtspiPressTest::aPressThatOpensADialogCountsAsDone()
     for (const QString &program : {u"mousepad"_s, u"featherpad"_s}) {
         const auto editor = m_bench.start(program);
         QVERIFY(m_bench.waitForLabel(*editor, u"AXMenuItem"_s, u"About"_s));
-        const auto windows = [&] {
-            const AtspiBench::Tree tree = m_bench.tree(*editor);
-            return QCoro::waitFor(tree->read({tree->root()})).constFirst().children.size();
-        };
-        QTRY_COMPARE_WITH_TIMEOUT(windows(), 1, AtspiBench::patience);
+        QTRY_COMPARE_WITH_TIMEOUT(windows(*editor), 1, AtspiBench::patience);
         QVERIFY(m_bench.press(*editor, u"AXMenuItem"_s, u"About"_s));
-        QTRY_VERIFY_WITH_TIMEOUT(windows() > 1, AtspiBench::patience);
+        QTRY_VERIFY_WITH_TIMEOUT(windows(*editor) > 1, AtspiBench::patience);
     }
+}
+
+// GTK 3 would wait for itself at the first key in a dialog that an action has opened.
+void AtspiPressTest::anApplicationAnswersWhileTheDialogOfAnItemIsOpen()
+{
+    const auto editor = m_bench.start(u"mousepad"_s);
+    QVERIFY(m_bench.waitForLabel(*editor, u"AXMenuItem"_s, u"Open..."_s));
+    QVERIFY(m_bench.press(*editor, u"AXMenuItem"_s, u"Open..."_s));
+    QVERIFY(m_bench.waitForLabel(*editor, u"AXButton"_s, u"Cancel"_s));
+    QCoro::waitFor(m_bench.strikeKey(tabKey));
+    QVERIFY(m_bench.press(*editor, u"AXButton"_s, u"Cancel"_s));
+    QTRY_COMPARE_WITH_TIMEOUT(windows(*editor), 1, AtspiBench::patience);
+}
+
+void AtspiPressTest::anApplicationAnswersWhileTheDialogOfAButtonIsOpen()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"letter.txt"_s);
+    QVERIFY(QFile(path).open(QIODevice::WriteOnly));
+    const auto editor = m_bench.start(u"mousepad"_s, {path});
+    QVERIFY(m_bench.waitForLabel(*editor, u"AXMenuItem"_s, u"Save As..."_s));
+    QVERIFY(m_bench.press(*editor, u"AXMenuItem"_s, u"Save As..."_s));
+    QVERIFY(m_bench.waitForLabel(*editor, u"AXTextField"_s, u"letter.txt"_s));
+    const auto pressesSave = [&] { return m_bench.press(*editor, u"AXButton"_s, u"Save"_s); };
+    QVERIFY(QTest::qWaitFor(pressesSave, AtspiBench::patience)); // greyed out until the folder is read
+    QVERIFY(m_bench.waitForLabel(*editor, u"AXButton"_s, u"Replace"_s)); // it asks, since the file is there
+    QCoro::waitFor(m_bench.strikeKey(tabKey));
+    QVERIFY(m_bench.press(*editor, u"AXButton"_s, u"Replace"_s));
+    QTRY_COMPARE_WITH_TIMEOUT(windows(*editor), 1, AtspiBench::patience);
+}
+
+void AtspiPressTest::aButtonLeavesTheFocusWhereItWas()
+{
+    const auto editor = m_bench.start(u"mousepad"_s);
+    QVERIFY(m_bench.waitForLabel(*editor, u"AXMenuItem"_s, u"Toolbar"_s));
+    QVERIFY(m_bench.press(*editor, u"AXMenuItem"_s, u"Toolbar"_s));
+    QCoro::waitFor(m_bench.strikeKey(letterKey));
+    QVERIFY(m_bench.waitForLabel(*editor, u"AXTextField"_s, u"a"_s));
+    QVERIFY(m_bench.press(*editor, u"AXButton"_s, u"Undo"_s));
+    QCoro::waitFor(m_bench.strikeKey(letterKey));
+    QCoro::waitFor(m_bench.strikeKey(letterKey));
+    QVERIFY2(m_bench.waitForLabel(*editor, u"AXTextField"_s, u"aa"_s),
+             qPrintable(m_bench.labels(*editor, u"AXTextField"_s).join(u" | ")));
+}
+
+void AtspiPressTest::whatIsGreyedOutIsNotPressed()
+{
+    const auto editor = m_bench.start(u"mousepad"_s);
+    QVERIFY(m_bench.waitForLabel(*editor, u"AXMenuItem"_s, u"Redo"_s));
+    QVERIFY(!m_bench.press(*editor, u"AXMenuItem"_s, u"Redo"_s));
 }
 
 void AtspiPressTest::theApplicationIsGivenTheFocusFirst()

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Desktop/Keyboard.h"
+#include "Desktop/Linux/SpareKeyNotices.h"
 #include "Desktop/Linux/X11Display.h"
 
 // Keys through the X server's test extension. While our own window is active, the application that was in
@@ -27,4 +28,5 @@ private:
     QCoro::Task<X11Window> target();
 
     X11Display &m_display;
+    SpareKeyNotices m_ownNotices;
 };

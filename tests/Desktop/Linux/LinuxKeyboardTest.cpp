@@ -4,10 +4,17 @@
 #include "Desktop/Linux/X11Keyboard.h"
 #include "Desktop/Linux/X11Typist.h"
 
+#include <QAbstractNativeEventFilter>
 #include <QFile>
+#include <QGuiApplication>
 #include <QRasterWindow>
 #include <QTemporaryDir>
 #include <QTest>
+
+// The protocol's names include a keyword of C++.
+#define explicit explicitly
+#include <xcb/xkb.h>
+#undef explicit
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -41,6 +48,32 @@ QByteArray keyMap()
 
 } // namespace
 
+// Counts what Qt gets to know of changed keys.
+class KeyNotices : public QAbstractNativeEventFilter
+{
+public:
+    KeyNotices()
+    {
+        const auto *x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+        m_eventType = xcb_get_extension_data(x11->connection(), &xcb_xkb_id)->first_event;
+        qGuiApp->installNativeEventFilter(this);
+    }
+
+    bool nativeEventFilter(const QByteArray &, void *message, qintptr *) override
+    {
+        const auto *notice = static_cast<const xcb_xkb_map_notify_event_t *>(message);
+        if (notice->response_type == m_eventType && notice->xkbType == XCB_XKB_MAP_NOTIFY)
+            ++(notice->nKeySyms == 1 ? ofOneKey : ofAllKeys);
+        return false;
+    }
+
+    int ofOneKey = 0;
+    int ofAllKeys = 0;
+
+private:
+    std::uint8_t m_eventType;
+};
+
 // Stands for our own window: the same process as the services.
 class OwnWindow : public QRasterWindow
 {
@@ -56,6 +89,7 @@ class LinuxKeyboardTest : public QObject
     Q_OBJECT
 
 private:
+    KeyNotices m_notices; // behind the filters of the services, which are made later
     LinuxBench m_bench;
     LinuxBench::Program m_receiver{nullptr, nullptr};
 
@@ -145,6 +179,19 @@ private Q_SLOTS:
         QCOMPARE(post({text(hardText())}), QString());
         QCOMPARE(keyMap(), before);
         QCOMPARE(savedText(path), hardText());
+    }
+
+    void onlyChangesByOthersReachOurOwnToolkit()
+    {
+        const QTemporaryDir folder;
+        const auto editor = startEditor(folder.filePath(u"typed.txt"_s));
+        m_notices.ofAllKeys = 0;
+        QCOMPARE(post({text(hardText())}), QString());
+        LinuxBench::output(u"xmodmap"_s, {u"-e"_s, u"keycode 247 = eacute"_s});
+        // It comes after all others.
+        QTRY_VERIFY_WITH_TIMEOUT(m_notices.ofOneKey > 0, LinuxBench::patience);
+        QCOMPARE(m_notices.ofAllKeys, 0);
+        LinuxBench::output(u"xmodmap"_s, {u"-e"_s, u"keycode 247 ="_s});
     }
 
     void capsLockDoesNotChangeTheTextAndStaysOn()

@@ -33,6 +33,18 @@ Duration stolenSoFar()
     return Duration(ticks.back() * perTick);
 }
 
+// The kernel counts for each thread how long it ran and how long it waited to run. The rest it slept, or
+// had no processor under it.
+Duration sleptSoFar(int thread)
+{
+    std::ifstream counters("/proc/self/task/" + std::to_string(thread) + "/schedstat");
+    Duration::rep ran = 0;
+    Duration::rep waited = 0;
+    counters >> ran >> waited;
+    const auto now = std::chrono::steady_clock::now().time_since_epoch();
+    return std::chrono::duration_cast<Duration>(now) - Duration(ran) - Duration(waited) - stolenSoFar();
+}
+
 } // namespace
 
 StandstillWatch::StandstillWatch(std::function<void(Duration)> onStandstill)
@@ -59,27 +71,26 @@ void StandstillWatch::watch(const std::stop_token &end)
     }
 }
 
+// Both ends are looked at so that only the main thread's own delay counts: this thread may itself have to
+// wait for a processor, before it has sent its message and after that was answered, while the main thread is
+// idle.
 StandstillWatch::Duration StandstillWatch::sleepBeforeAnswer(const std::stop_token &end)
 {
-    const auto answered = std::make_shared<QSemaphore>();
-    const Duration before = sleptSoFar();
-    QMetaObject::invokeMethod(
-        &m_receiver, [answered] { answered->release(); }, Qt::QueuedConnection);
+    struct Answer
+    {
+        QSemaphore isThere;
+        Duration slept{};
+    };
+    const auto answer = std::make_shared<Answer>();
+    const auto reply = [answer, mainThread = m_mainThread] {
+        answer->slept = sleptSoFar(mainThread);
+        answer->isThere.release();
+    };
+    QMetaObject::invokeMethod(&m_receiver, reply, Qt::QueuedConnection);
+    const Duration before = sleptSoFar(m_mainThread);
     constexpr int patience = 10; // ms
-    while (!answered->tryAcquire(1, patience))
+    while (!answer->isThere.tryAcquire(1, patience))
         if (end.stop_requested())
             return Duration::zero();
-    return sleptSoFar() - before;
-}
-
-// The kernel counts for each thread how long it ran and how long it waited to run. The rest it slept, or
-// had no processor under it.
-StandstillWatch::Duration StandstillWatch::sleptSoFar() const
-{
-    std::ifstream counters("/proc/self/task/" + std::to_string(m_mainThread) + "/schedstat");
-    Duration::rep ran = 0;
-    Duration::rep waited = 0;
-    counters >> ran >> waited;
-    const auto now = std::chrono::steady_clock::now().time_since_epoch();
-    return std::chrono::duration_cast<Duration>(now) - Duration(ran) - Duration(waited) - stolenSoFar();
+    return answer->slept - before;
 }

@@ -36,7 +36,6 @@ private:
     void watch(const std::stop_token &end);
     // How long the main thread slept until it came to handle a message; nothing when the end came first.
     Duration sleepBeforeAnswer(const std::stop_token &end);
-    Duration sleptSoFar() const;
 
     std::function<void(Duration)> m_onStandstill;
     const int m_mainThread;

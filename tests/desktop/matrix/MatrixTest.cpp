@@ -20,8 +20,10 @@ const QString page =
     "<select aria-label='Fruit' onchange='report(this.value)'><option>Apple<option>Pear</select>"
     "<button onclick=\"open('/second', '', 'width=400,height=300')\">Open another window</button>"
     "<textarea id='area' rows='9' cols='80' autofocus oninput='report(this.value)'></textarea>"
+    // The page stands still while the browser asks, so this report must not wait for an earlier one's answer.
     "<script>addEventListener('beforeunload', event => {"
-    "if (area.value) { report('leaving'); event.preventDefault(); event.returnValue = true; } });</script>"_s;
+    "if (area.value) { navigator.sendBeacon('/report', 'leaving');"
+    "event.preventDefault(); event.returnValue = true; } });</script>"_s;
 
 const QString keysPage = u"<textarea autofocus></textarea><script>const keys = [];"
                          "addEventListener('keydown', event => {"

@@ -16,11 +16,6 @@ class MatrixTest : public DesktopTest
 {
     Q_OBJECT
 
-public:
-    // Whenever spare keys change, Qt itself asks the X server for the keyboard and waits; the start of two
-    // browsers keeps the server busy for longer than a frame.
-    MatrixTest() : DesktopTest(std::chrono::milliseconds(1000)) {}
-
 private Q_SLOTS:
     void initTestCase_data();
     void init();

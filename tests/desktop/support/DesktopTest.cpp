@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "desktop/support/DesktopTest.h"
 
+#include "Support/StandstillWatch.h"
+
 Outcome DesktopTest::perform(const char *action, ActionRunner::Arguments arguments)
 {
     const Outcome outcome = m_runner->perform(action, arguments);
-    if (outcome.standstill > m_longestStandstill)
+    if (outcome.standstill > StandstillWatch::limit)
         QTest::qFail(qPrintable(QStringLiteral("The event loop stood still for %1 ms during %2: %3")
                                     .arg(outcome.standstill.count())
                                     .arg(QLatin1StringView(action), outcome.line)),

@@ -6,8 +6,6 @@
 #include "desktop/support/PrivateDesktop.h"
 #include "desktop/support/Screen.h"
 
-#include "Support/StandstillWatch.h"
-
 #include <QObject>
 #include <QTest>
 
@@ -20,12 +18,7 @@ class DesktopTest : public QObject
     Q_OBJECT
 
 protected:
-    explicit DesktopTest(std::chrono::milliseconds longestStandstill = StandstillWatch::limit)
-        : m_longestStandstill(longestStandstill)
-    {
-    }
-
-    // Fails the test when the event loop stood still for longer meanwhile.
+    // Fails the test when the event loop stood still meanwhile.
     Outcome perform(const char *action, ActionRunner::Arguments arguments = {});
 
 private Q_SLOTS:
@@ -34,7 +27,6 @@ private Q_SLOTS:
     void cleanupTestCase();
 
 private:
-    const std::chrono::milliseconds m_longestStandstill;
     std::optional<ActionRunner> m_runner;
     QSet<int> m_keysWithSymbols;
 };

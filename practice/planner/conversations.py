@@ -97,6 +97,8 @@ class Step:
     text: str
     play: Course
     open_ended: bool = False  # the wording ends in free text, so nothing may be put behind it
+    opens_browser: bool = False
+    needs_browser: bool = False  # it is done in a browser, and its wording names none
     compound: bool = (
         False  # the wording has several clauses or is a question; it cannot be joined with others
     )
@@ -130,7 +132,7 @@ def _opening(said: str) -> Course:
 
 def open_app(at: Setting) -> Step:
     said = _said_browser(at) if at.chance(0.08) else at.values.application(at.rng)
-    return Step(at.worded("open_app", app=said), _opening(said))
+    return Step(at.worded("open_app", app=said), _opening(said), opens_browser=_plan_name(said) in words.BROWSERS.values())
 
 
 def quit_app(at: Setting) -> Step:
@@ -195,7 +197,8 @@ def open_url(at: Setting) -> Step:
         at.act(reply, result)
         return result
 
-    return Step(text, play, compound=" and " in text or "," in text or " then " in text)
+    compound = " and " in text or "," in text or " then " in text
+    return Step(text, play, compound=compound, needs_browser=not browser)
 
 
 def _show_page(at: Setting, host: str, browser: str) -> str:
@@ -227,7 +230,8 @@ def web_search(at: Setting) -> Step:
 
     joined = text.split(said)[0]
     compound = " and " in joined or "," in joined or " then " in joined
-    return Step(text, play, open_ended=text.endswith(said) and said == query, compound=compound)
+    open_ended = text.endswith(said) and said == query
+    return Step(text, play, open_ended=open_ended, compound=compound, needs_browser=not browser)
 
 
 def new_tab(at: Setting) -> Step:
@@ -679,6 +683,11 @@ def _clause(at: Setting, text: str) -> str:
     return text
 
 
+def _would_be_one(steps: List[Step], step: Step) -> bool:
+    """Whether the step is what the one before it opens a browser for: "open Chrome, search for cats" is one search."""
+    return bool(steps) and steps[-1].opens_browser and step.needs_browser
+
+
 def _several(at: Setting, count: int) -> Tuple[str, List[Step]]:
     if count == 2 and at.chance(0.06):
         return _pair(at)
@@ -687,7 +696,7 @@ def _several(at: Setting, count: int) -> Tuple[str, List[Step]]:
         step = STEPS[
             at.rng.choice([name for name in STEPS if name not in ("list_windows", "read_ui", "find_files")])
         ](at)
-        if not step.compound and _can_be_joined(step.text):
+        if not step.compound and _can_be_joined(step.text) and not _would_be_one(steps, step):
             steps.append(step)
     if count == 2:
         joint = at.rng.choice((" and ", " and ", " and then ", ", then ", " then ", ", and ", ", and then "))

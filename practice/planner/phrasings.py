@@ -106,6 +106,11 @@ _APPLICATIONS = {
         "{app} is no longer (wanted|of use|in use), (quit|stop|exit) it",
         "{app} is (wanted|useful|in use) no more, (quit|stop|close) it",
         "time to (quit|close|stop|leave) {app}",
+        "(shut|close) the {app} <app_noun> down",
+        "(have|make|get) {app} (shut|close|go) down",
+        "(shut|wind|power) the <app_noun> [called|named] {app} down",
+        "<want_to> (shut|take|bring|power) {app} down",
+        "the <app_noun> (named|called) {app}, (close|stop) it",
     ],
     # "Open TextEdit and ...": the first half of a task that goes on inside the application.
     "opener": [
@@ -241,6 +246,9 @@ _WEB = {
         "the web (must|should) know (something|more) about {query}, look it up",
         "through Google, (find|search|get) [results for] {query}",
         "look what there is (about|on) {query} (on the web|on Google|online)",
+        "we (want|need|have) to see what (Google|the web|the internet) (has|says|offers|knows) (on|about) {query}",
+        "(look|check) what Google has (about|on) {query}",
+        "show [me] what (Google|the web) has (on|about|for) {query}",
         "we (want|need) [search] results (on|for) {query}",
     ],
     "search_in": [
@@ -336,6 +344,11 @@ _KEYBOARD = {
         "words to (write|enter): {text}",
         "(this|the next) (text|line|sentence) (goes|belongs|should go) (here|there|in here): {text}",
         "the (note|line|message) to (enter|insert|write) is {text}",
+        "(this|the following|these words) (goes|go|should go) in [here|there]: {text}",
+        "the (next|following) (words|line|sentence) (go|goes|should go|has to go) in: {text}",
+        "the text that (goes|should go|comes) in [here|next] is {text}",
+        "(let|have) the keyboard (write|type|enter) {text}",
+        "(what goes|what comes|next) in: {text}",
     ],
     "type_quoted": [
         "<write_verb> {text}",
@@ -391,6 +404,9 @@ _KEYBOARD = {
         "we need [the] {key} [key] (pressed|hit)",
         "(do|make) a (push|tap|hit) of [the] {key} [key]",
         "{key} (key|has to be pressed|should be pressed)",
+        "(use|take) (the|my) keyboard: {key}",
+        "use [the] {key} [key] of (the|my) keyboard",
+        "(have|get) [the] {key} [key] pressed",
     ],
     "shortcut": ["[keyboard] (shortcut|key combination|combination|hotkey|combo)", "keys"],
     "press_combo": [
@@ -420,6 +436,8 @@ _KEYBOARD = {
         "we need [the keys|the shortcut] {combo} (pressed|sent)",
         "with (the keys|the modifiers) {modifiers}[,] (press|hit|tap) {key}",
         "my keyboard should (press|send) {combo}",
+        "with {modifiers} (held|pressed) down, (press|tap|push) [the] {key} [key]",
+        "(hold|press|keep) {modifiers} down, then (hit|tap|push) {key}",
     ],
     "control_noun": [
         "button",
@@ -454,6 +472,8 @@ _KEYBOARD = {
         "(in|on) (this|the) (dialog|form|toolbar)[,] (press|select|choose|tap) [the] {label} [<control_noun>]",
         "(here is|I see) a <control_noun> (named|labelled) {label}, (click|select) it",
         "a click on (the {label} <control_noun>|{label})",
+        "in (the|that|this) (front window|open window|current window|app|program|page)[,] (press|choose|tap|click) [the] {label} [<control_noun>]",
+        "on the screen[,] (press|tap|click) the {label} <control_noun>",
     ],
 }
 
@@ -500,7 +520,7 @@ _FILES = {
         "(create|make|add) {name} as a new (folder|directory)",
         "(get|make) me <a_folder>, its name is {name}",
         "the new folder (is|should be) <called> {name}",
-        "<make_verb> <a_folder> (with the heading|with the label|under the name|bearing the name|that has the name) {name}",
+        "<make_verb> <a_folder> (with the heading|with the label|with the title|under the title|whose title is|under the name|bearing the name|that has the name) {name}",
         "(create|set up|add) <a_folder>, {name} (should be|will be|being) (its|the) name",
         "(create|set up|add) <a_folder>; it is called {name}",
         "(the|a|one) (folder|directory) {name}, (make|add) it",
@@ -528,12 +548,13 @@ _FILES = {
         "<the_folder>[,] make <a_folder> with {name} as its name",
         "<a_folder> <called> {name} should be <the_folder>",
         "as for <my> {folder} folder, (create|make) <a_folder> <called> {name} in it",
-        "<make_verb> <a_folder> (with the heading|with the label|under the name|bearing the name) {name} <the_folder>",
+        "<make_verb> <a_folder> (with the heading|with the label|with the title|whose title is|under the name|bearing the name) {name} <the_folder>",
         "(my|the) {folder} folder (could use|is missing|lacks) <a_folder> <called> {name}",
         "{folder} (wants|must get|has to have) <a_folder> <called> {name}",
         "<a_folder> <called> {name}, (make|add) it <the_folder>",
         "<the_folder>[,] (make|add) {name} as (a new|an empty) (folder|directory)",
         "<the_folder>[,] we (want|need) <a_folder> <called> {name}",
+        "<a_folder> <called> {name}, (make|set up) it <the_folder>",
     ],
     "a_shot": [
         "a [new|quick] (screenshot|screenshot|screen shot|screen capture|screen grab)",

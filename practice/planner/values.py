@@ -98,6 +98,9 @@ class TrainingValues:
         for index in range(len(parts) - 1):  # the last word could be taken for one of the wording's
             if rng.random() < share:
                 parts[index] = rng.choice(words.EVERYDAY_WORDS)
+        if len(parts) > 2 and rng.random() < 0.2:
+            # "under the bridge": the likeliest place of a "the" that belongs to the text and not to the wording
+            parts[-3:-1] = [rng.choice(words.PLACE_WORDS), "the"]
         return " ".join(parts)
 
     # -- slots

@@ -207,6 +207,7 @@ EVERYDAY_WORDS = (
     "soon still just only very too also right left up down out off back your our their his her an one two need want like "
     "love know see think look seem work live read book note part made done page name file folder window program image list word time place key line"
 ).split()
+PLACE_WORDS = "in on at by for with from to of under over near behind into about before after between around across".split()
 
 SYLLABLE_STARTS = (
     "b c d f g h j k l m n p r s t v w x y z bl br ch cl cr dr fl fr gl gr kn pl pr qu sh sk sl sm sn sp st sw th tr "

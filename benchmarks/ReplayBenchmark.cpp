@@ -165,6 +165,8 @@ public:
     {
         ReplyClock clock;
         Awaited::result(m_engine.generate(messages, wanted, [&clock](const QString &) { clock.token(); }));
+        if (clock.tokens() == 0)
+            qFatal("The engine said nothing");
         QTest::qWait(settlingTime);
         return clock;
     }

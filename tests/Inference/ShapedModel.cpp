@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-enum TokenKind { Normal = 1, Unknown = 2, Control = 3, UserDefined = 4, Unused = 5, Byte = 6 };
+enum TokenKind { Normal = 1, Unknown = 2, Control = 3, UserDefined = 4, Byte = 6 };
 
 // Sizes of which the library's own files hold the definitions: 256 weights to a block.
 constexpr size_t blockWeights = 256;
@@ -158,8 +158,9 @@ void ShapedModel::writeVocabulary(GgufWriter &writer) const
     add("\xE2\x96\x81", Normal); // how this kind of vocabulary spells a blank
     for (const QByteArray &word : m_words)
         add(word, UserDefined);
+    // No text is spelt with them. But they are what a model with random weights answers with.
     while (texts.size() < m_tokens)
-        add("<unused" + QByteArray::number(texts.size()) + '>', Unused);
+        add('w' + QByteArray::number(texts.size()), Normal);
 
     gguf_context *const file = writer.file();
     gguf_set_val_str(file, "tokenizer.ggml.model", "llama");

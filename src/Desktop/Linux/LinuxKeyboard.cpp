@@ -5,6 +5,7 @@
 #include "Desktop/Linux/X11Typist.h"
 
 #include <QCoreApplication>
+#include <QScopeGuard>
 
 using namespace std::chrono_literals;
 
@@ -35,17 +36,24 @@ QCoro::Task<X11Window> LinuxKeyboard::target()
     co_return target;
 }
 
+bool LinuxKeyboard::type(const QList<KeyStroke> &strokes, std::chrono::microseconds pause,
+                         const X11Window &receiver, bool isAwaited)
+{
+    X11Connection &connection = m_display.connection();
+    m_ownNotices.begin(connection.serverTime());
+    const auto end = qScopeGuard([&] { m_ownNotices.end(connection.serverTime()); });
+    X11Typist typist(connection, m_display.windows(), m_display.isClosing(), limitFor(strokes, pause));
+    typist.type(strokes, pause, receiver);
+    return isAwaited && typist.waitUntilHandled();
+}
+
 QCoro::Task<void> LinuxKeyboard::post(QList<KeyStroke> strokes, std::chrono::microseconds pause)
 {
     if (strokes.isEmpty())
         co_return;
     const X11Window receiver = co_await target();
-    const auto limit = limitFor(strokes, pause);
-    const auto job = [this, strokes, pause, receiver, limit] {
-        X11Typist typist(m_display.connection(), m_display.windows(), m_display.isClosing(), limit);
-        typist.type(strokes, pause, receiver);
-    };
-    co_await m_display.run(job, limit + 2s);
+    const auto job = [this, strokes, pause, receiver] { type(strokes, pause, receiver, false); };
+    co_await m_display.run(job, limitFor(strokes, pause) + 2s);
 }
 
 QCoro::Task<bool> LinuxKeyboard::strike(std::uint16_t virtualKey)
@@ -54,13 +62,8 @@ QCoro::Task<bool> LinuxKeyboard::strike(std::uint16_t virtualKey)
     KeyStroke stroke;
     stroke.virtualKey = virtualKey;
     const QList<KeyStroke> strokes{stroke};
-    const auto limit = limitFor(strokes, 0us);
-    const auto job = [this, strokes, receiver, limit] {
-        X11Typist typist(m_display.connection(), m_display.windows(), m_display.isClosing(), limit);
-        typist.type(strokes, 0us, receiver);
-        return typist.waitUntilHandled();
-    };
-    co_return co_await m_display.run(job, limit + 2s);
+    const auto job = [this, strokes, receiver] { return type(strokes, 0us, receiver, true); };
+    co_return co_await m_display.run(job, limitFor(strokes, 0us) + 2s);
 }
 
 QCoro::Task<bool> LinuxKeyboard::canSendKeys()

@@ -27,6 +27,10 @@ private:
     // The application that is to receive the keys, with the focus. Throws PlatformError when there is none.
     QCoro::Task<X11Window> target();
 
+    // On the X thread. Tells whether the receiver is known to have handled everything, where that is awaited.
+    bool type(const QList<KeyStroke> &strokes, std::chrono::microseconds pause, const X11Window &receiver,
+              bool isAwaited);
+
     X11Display &m_display;
     SpareKeyNotices m_ownNotices;
 };

@@ -12,6 +12,12 @@ namespace {
 
 constexpr std::uint8_t sentByAnother = 0x80; // a flag of an event's type
 
+// The server's time starts over every 49 days.
+bool isBefore(std::uint32_t left, std::uint32_t right)
+{
+    return static_cast<std::int32_t>(left - right) < 0;
+}
+
 } // namespace
 
 SpareKeyNotices::SpareKeyNotices()
@@ -35,6 +41,24 @@ SpareKeyNotices::~SpareKeyNotices()
         application->removeNativeEventFilter(this);
 }
 
+void SpareKeyNotices::begin(std::uint32_t time)
+{
+    m_from = time;
+    m_isChanging = true;
+}
+
+void SpareKeyNotices::end(std::uint32_t time)
+{
+    m_until = time;
+    m_isChanging = false;
+}
+
+// The last notices arrive after the end.
+bool SpareKeyNotices::isOwn(std::uint32_t time) const
+{
+    return !isBefore(time, m_from) && (m_isChanging || !isBefore(m_until, time));
+}
+
 // Spare keys are set by writing the symbols of all keys at once, and nothing but the symbols. Another layout
 // brings more than symbols, and who changes one key writes that one.
 bool SpareKeyNotices::nativeEventFilter(const QByteArray &eventType, void *message, qintptr *)
@@ -44,7 +68,7 @@ bool SpareKeyNotices::nativeEventFilter(const QByteArray &eventType, void *messa
     const auto *notice = static_cast<const xcb_xkb_map_notify_event_t *>(message);
     const bool isMap =
         (notice->response_type & ~sentByAnother) == m_eventType && notice->xkbType == XCB_XKB_MAP_NOTIFY;
-    return isMap && notice->changed == XCB_XKB_MAP_PART_KEY_SYMS &&
+    return isMap && isOwn(notice->time) && notice->changed == XCB_XKB_MAP_PART_KEY_SYMS &&
            notice->firstKeySym == notice->minKeyCode &&
            notice->nKeySyms == notice->maxKeyCode - notice->minKeyCode + 1;
 }

@@ -21,6 +21,9 @@ constexpr auto firstAnswer = 200ms;
 
 constexpr auto userPatience = 500ms;
 
+// A menu takes the keyboard before it shows whose it is.
+constexpr auto openingMenu = 300ms;
+
 // `consequence`: what comes of it when the user does not let go of them.
 void waitForUsersModifiers(const X11Keyboard &keyboard, const QString &consequence)
 {
@@ -142,8 +145,12 @@ void X11Typist::requireTarget() const
 // What is typed for one program must never end up in the password field of another.
 void X11Typist::requireFreeKeyboard(const QString &consequence) const
 {
-    if (m_windows.isKeyboardGrabbedFrom(m_target))
-        throw PlatformError(
-            QStringLiteral("Another program, or the locked screen, has taken over the keyboard, so %1.")
-                .arg(consequence));
+    const auto end = std::chrono::steady_clock::now() + openingMenu;
+    while (m_windows.isKeyboardGrabbedFrom(m_target)) {
+        if (std::chrono::steady_clock::now() >= end)
+            throw PlatformError(
+                QStringLiteral("Another program, or the locked screen, has taken over the keyboard, so %1.")
+                    .arg(consequence));
+        std::this_thread::sleep_for(5ms);
+    }
 }

@@ -242,13 +242,15 @@ void reportCopy(const BareLoop &bare, size_t tokens)
 }
 
 // What each choice costs or saves, on the first and the last prompt of a conversation.
-void compareLevers(const QString &path, int steps)
+void compareLevers(const QString &path, int steps, const QString &wanted)
 {
     const QList<QList<ChatMessage>> prompts =
         RecordedConversation::prompts(RecordedConversation::read(steps));
     std::printf("\n%s, first and last prompt of %d steps\n", qPrintable(QFileInfo(path).fileName()), steps);
     std::printf("%-42s  load, s  first prompt, s  last prompt, s  ms/token\n", "");
     for (const Levers &levers : allLevers()) {
+        if (!QString::fromLatin1(levers.name).contains(wanted))
+            continue;
         BareLoop bare(path, levers);
         const ReplyClock first = bare.reply(prompts.first(), 1);
         const ReplyClock last = bare.reply(prompts.last(), replyTokens);
@@ -289,7 +291,9 @@ int main(int argc, char *argv[])
     const QCommandLineOption steps(u"steps"_s, u"3, 6 or 12; may be repeated (default: all)"_s, u"COUNT"_s);
     const QCommandLineOption levers(u"levers"_s,
                                     u"compare what can be chosen about the bare loop instead of replaying"_s);
-    parser.addOptions({folder, model, steps, levers});
+    const QCommandLineOption lever(u"lever"_s, u"of those, only the ones whose name contains this"_s,
+                                   u"TEXT"_s);
+    parser.addOptions({folder, model, steps, levers, lever});
     parser.process(application);
 
     const QStringList models =
@@ -299,7 +303,8 @@ int main(int argc, char *argv[])
     for (const QString &name : models) {
         for (const QString &count : counts) {
             const QString path = modelFile(name, parser.value(folder));
-            parser.isSet(levers) ? compareLevers(path, count.toInt()) : replay(path, count.toInt());
+            parser.isSet(levers) ? compareLevers(path, count.toInt(), parser.value(lever))
+                                 : replay(path, count.toInt());
         }
     }
 }

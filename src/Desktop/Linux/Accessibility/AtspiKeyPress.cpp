@@ -4,6 +4,7 @@
 #include "Desktop/Linux/Accessibility/AtspiCollection.h"
 #include "Desktop/Linux/Accessibility/AtspiRoles.h"
 #include "Desktop/Linux/Accessibility/AtspiStates.h"
+#include "Desktop/PlatformError.h"
 
 #include <QCoroTimer>
 
@@ -153,6 +154,17 @@ QCoro::Task<double> windowCount(Application application)
     co_return Atspi::number(reply).value_or(0);
 }
 
+// Gives the focus back to what had it, unless the press has moved it or opened or closed a window.
+QCoro::Task<void> returnFocus(Application application, AtspiReference before, AtspiReference button,
+                              double windowsBefore)
+{
+    const double windows = co_await windowCount(application);
+    const AtspiReference now = co_await focused(application);
+    const bool hasMoved = windows != windowsBefore || (!now.isNull() && now != button);
+    if (!hasMoved)
+        co_await takeFocus(application, before);
+}
+
 QCoro::Task<std::optional<bool>> pressButton(Application application, AtspiReference button,
                                              Atspi::StrikeKey strikeKey)
 {
@@ -165,11 +177,11 @@ QCoro::Task<std::optional<bool>> pressButton(Application application, AtspiRefer
     // A key that is still under way would reach whoever gets the focus back.
     if (before.isNull() || before == button || !isHandled)
         co_return true;
-    const double windowsNow = co_await windowCount(application);
-    const AtspiReference now = co_await focused(application);
-    const bool hasMoved = windowsNow != windows || (!now.isNull() && now != button);
-    if (!hasMoved)
-        co_await takeFocus(application, before);
+    try {
+        co_await returnFocus(application, before, button, windows);
+    } catch (const PlatformError &) {
+        // It may have been the button that ends the application.
+    }
     co_return true;
 }
 

@@ -31,6 +31,7 @@ private Q_SLOTS:
     void anApplicationAnswersWhileTheDialogOfAnItemIsOpen();
     void anApplicationAnswersWhileTheDialogOfAButtonIsOpen();
     void aButtonLeavesTheFocusWhereItWas();
+    void aButtonThatEndsItsApplicationHasBeenPressed();
     void whatIsGreyedOutIsNotPressed();
     void theApplicationIsGivenTheFocusFirst();
     void whatCannotBePressedSaysNo();
@@ -160,6 +161,18 @@ void AtspiPressTest::aButtonLeavesTheFocusWhereItWas()
     QCoro::waitFor(m_bench.strikeKey(letterKey));
     QVERIFY2(m_bench.waitForLabel(*editor, u"AXTextField"_s, u"aa"_s),
              qPrintable(m_bench.labels(*editor, u"AXTextField"_s).join(u" | ")));
+}
+
+void AtspiPressTest::aButtonThatEndsItsApplicationHasBeenPressed()
+{
+    const auto editor = m_bench.start(u"mousepad"_s);
+    QVERIFY(m_bench.waitForLabel(*editor, u"AXMenuItem"_s, u"Quit"_s));
+    QCoro::waitFor(m_bench.strikeKey(letterKey));
+    QVERIFY(m_bench.waitForLabel(*editor, u"AXTextField"_s, u"a"_s));
+    QVERIFY(m_bench.press(*editor, u"AXMenuItem"_s, u"Quit"_s));
+    QVERIFY(m_bench.waitForLabel(*editor, u"AXButton"_s, u"Don't Save"_s));
+    QVERIFY(m_bench.press(*editor, u"AXButton"_s, u"Don't Save"_s));
+    QTRY_COMPARE_WITH_TIMEOUT(editor->state(), QProcess::NotRunning, AtspiBench::patience);
 }
 
 void AtspiPressTest::whatIsGreyedOutIsNotPressed()

@@ -7,16 +7,6 @@ namespace {
 
 enum class Match { All = 1, Any = 2 };
 
-QList<int> bitsOf(const QList<AtspiRole> &wanted)
-{
-    QList<int> bits{0, 0, 0, 0};
-    for (const AtspiRole role : wanted) {
-        const auto number = static_cast<unsigned>(role);
-        bits[number / 32] |= static_cast<int>(1U << number % 32);
-    }
-    return bits;
-}
-
 } // namespace
 
 QDBusMessage Atspi::matches(const AtspiReference &top, const AtspiRule &rule, int most)
@@ -25,10 +15,10 @@ QDBusMessage Atspi::matches(const AtspiReference &top, const AtspiRule &rule, in
     const int anyRole = static_cast<int>(rule.roles.isEmpty() ? Match::All : Match::Any);
     QDBusArgument structure;
     structure.beginStructure();
-    structure << bitsOf(rule.states) << all;
+    structure << bitSet(rule.states, 2) << all;
     structure.beginMap(QMetaType::fromType<QString>(), QMetaType::fromType<QString>());
     structure.endMap(); // attributes
-    structure << all << ::bitsOf(rule.roles) << anyRole;
+    structure << all << bitSet(rule.roles, 4) << anyRole;
     structure << QStringList() << all; // interfaces
     structure << false;                // not those that do not match
     structure.endStructure();

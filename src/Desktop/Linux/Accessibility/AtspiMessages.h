@@ -45,6 +45,18 @@ QDBusMessage call(const AtspiReference &object, const QString &interface, const 
 // One property at a time: asking for all of them at once crashes applications made with Qt.
 QDBusMessage property(const AtspiReference &object, const QString &interface, const QString &name);
 
+// A set of numbers as the protocol's bits, in so many words of 32.
+template <typename Number>
+QList<int> bitSet(const QList<Number> &numbers, int words)
+{
+    QList<int> bits(words, 0);
+    for (const Number each : numbers) {
+        const auto number = static_cast<unsigned>(each);
+        bits[number / 32] |= static_cast<int>(1U << number % 32);
+    }
+    return bits;
+}
+
 // What a method or a property gave, none after an error.
 std::optional<QString> text(const QDBusMessage &reply);
 std::optional<double> number(const QDBusMessage &reply);

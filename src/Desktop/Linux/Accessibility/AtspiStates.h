@@ -2,7 +2,6 @@
 #pragma once
 
 #include <QDBusMessage>
-#include <QList>
 
 #include <cstdint>
 
@@ -18,8 +17,5 @@ namespace Atspi {
 
 // Whether the reply to "GetState" holds the state; an error holds none. Pure, callable from any thread.
 bool hasState(const QDBusMessage &reply, AtspiState state);
-
-// The states as the protocol's bits, for a question.
-QList<int> bitsOf(const QList<AtspiState> &states);
 
 } // namespace Atspi

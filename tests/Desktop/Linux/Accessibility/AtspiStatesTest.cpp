@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/Accessibility/AtspiStates.h"
 
+#include "Desktop/Linux/Accessibility/AtspiMessages.h"
+
 #include <QDBusError>
 #include <QTest>
 
@@ -40,9 +42,10 @@ void AtspiStatesTest::anAnswerOfAnotherShapeHoldsNoState()
 
 void AtspiStatesTest::everyStateIsOneBitOfAQuestion()
 {
-    QCOMPARE(Atspi::bitsOf({}), (QList<int>{0, 0}));
-    QCOMPARE(Atspi::bitsOf({AtspiState::Focused}), (QList<int>{1 << 12, 0}));
-    QCOMPARE(Atspi::bitsOf({AtspiState::Focused, AtspiState::Selected}), (QList<int>{1 << 12 | 1 << 23, 0}));
+    QCOMPARE(Atspi::bitSet(QList<AtspiState>(), 2), (QList<int>{0, 0}));
+    QCOMPARE(Atspi::bitSet(QList{AtspiState::Focused}, 2), (QList<int>{1 << 12, 0}));
+    QCOMPARE(Atspi::bitSet(QList{AtspiState::Focused, AtspiState::Selected}, 2),
+             (QList<int>{1 << 12 | 1 << 23, 0}));
 }
 
 QTEST_GUILESS_MAIN(AtspiStatesTest)

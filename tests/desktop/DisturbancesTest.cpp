@@ -12,6 +12,8 @@
 #include <QTimer>
 
 #include <csignal>
+#include <functional>
+#include <memory>
 
 using namespace Qt::StringLiterals;
 
@@ -47,7 +49,7 @@ constexpr std::chrono::seconds bound{10};
 
 // Long enough that something can happen in its middle.
 const QString longText =
-    u"The quick brown fox jumps over the lazy dog, zwölf Boxkämpfer jagen. "_s.repeated(6);
+    u"The quick brown fox jumps over the lazy dog, zwölf Boxkämpfer jagen. "_s.repeated(12);
 
 void runTool(const QString &program, const QStringList &arguments)
 {
@@ -89,6 +91,20 @@ QString editorWindow()
 bool isInFront()
 {
     return Screen::activeClass() == "Mousepad"_L1;
+}
+
+// Does it when some text has arrived, which Mousepad marks in its title; not any more when the result is gone.
+std::unique_ptr<QTimer> onceTypingBegins(std::function<void()> action)
+{
+    auto timer = std::make_unique<QTimer>();
+    QObject::connect(timer.get(), &QTimer::timeout, timer.get(), [timer = timer.get(), action] {
+        if (!Screen::showsTitle(u"*"_s))
+            return;
+        timer->stop();
+        action();
+    });
+    timer->start(1);
+    return timer;
 }
 
 bool waitForManager(const QList<qint64> &before)
@@ -174,7 +190,7 @@ void DisturbancesTest::aModalDialogInTheWay()
 void DisturbancesTest::aUserTypesAtTheSameTime()
 {
     QProcess user;
-    QTimer::singleShot(50, this, [&user] {
+    const auto watch = onceTypingBegins([&user] {
         user.start(u"xdotool"_s, {u"type"_s, u"--delay"_s, u"15"_s, u"77777777777777777777"_s});
     });
     const Outcome typed = perform("type_text", {{"text", longText}});
@@ -190,8 +206,10 @@ void DisturbancesTest::aUserTypesAtTheSameTime()
 
 void DisturbancesTest::theLayoutChangesWhileTyping()
 {
-    QTimer::singleShot(100, this, [] { runTool(u"setxkbmap"_s, {u"de"_s}); });
+    QProcess change;
+    const auto watch = onceTypingBegins([&change] { change.start(u"setxkbmap"_s, {u"de"_s}); });
     const Outcome typed = perform("type_text", {{"text", longText}});
+    QVERIFY(change.state() == QProcess::NotRunning || change.waitForFinished());
     const QByteArray layout = layoutNames();
     runTool(u"setxkbmap"_s, {u"us"_s});
     QCOMPARE(typed.line, u"The keyboard layout changed, so typing was stopped."_s);
@@ -217,7 +235,7 @@ void DisturbancesTest::theScreenIsLocked()
 void DisturbancesTest::theScreenIsLockedWhileTyping()
 {
     QProcess locker;
-    QTimer::singleShot(100, this, [&locker] { startLocker(locker); });
+    const auto watch = onceTypingBegins([&locker] { startLocker(locker); });
     const Outcome typed = perform("type_text", {{"text", longText}});
     QVERIFY(typed.hasFailed);
     QCOMPARE(typed.line,

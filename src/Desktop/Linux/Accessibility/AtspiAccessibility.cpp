@@ -7,6 +7,7 @@
 #include "Desktop/Linux/Accessibility/AtspiDisclosure.h"
 #include "Desktop/Linux/Accessibility/AtspiFinder.h"
 #include "Desktop/Linux/Accessibility/AtspiGecko.h"
+#include "Desktop/Linux/Accessibility/AtspiPeer.h"
 #include "Desktop/Linux/Accessibility/AtspiTree.h"
 #include "Desktop/PlatformError.h"
 
@@ -30,13 +31,13 @@ PlatformError hidden(const QString &name)
                              .arg(name));
 }
 
-QCoro::Task<QDBusMessage> cacheItems(std::shared_ptr<AtspiApplication> application)
+QCoro::Task<QDBusMessage> cacheItems(QDBusConnection connection, std::shared_ptr<AtspiApplication> application)
 {
     const AtspiReference cache{application->root().service, QStringLiteral("/org/a11y/atspi/cache")};
     const QDBusMessage call =
         Atspi::call(cache, QStringLiteral("org.a11y.atspi.Cache"), QStringLiteral("GetItems"));
     const QDBusPendingCall pending =
-        application->bus().asyncCall(call, static_cast<int>(AtspiApplication::callLimit.count()));
+        connection.asyncCall(call, static_cast<int>(AtspiApplication::callLimit.count()));
     co_return co_await pending;
 }
 
@@ -45,10 +46,11 @@ QCoro::Task<QDBusMessage> cacheItems(std::shared_ptr<AtspiApplication> applicati
 QCoro::Task<std::shared_ptr<const AtspiCache>> fetchCache(std::shared_ptr<AtspiBus> bus,
                                                           std::shared_ptr<AtspiApplication> application)
 {
-    QDBusMessage reply = co_await cacheItems(application);
+    QDBusMessage reply = co_await cacheItems(application->questions(), application);
     if (QDBusError(reply).type() == QDBusError::UnknownMethod) {
         co_await bus->wakeCaches(application->bus());
-        reply = co_await cacheItems(application);
+        // Over the bus too, where the question cannot overtake what wakes the cache.
+        reply = co_await cacheItems(application->bus(), application);
     }
     auto job = [reply] { return std::make_shared<const AtspiCache>(AtspiCache::fromReply(reply)); };
     const std::shared_ptr<const AtspiCache> items = co_await bus->worker().run(std::move(job));
@@ -97,6 +99,7 @@ QCoro::Task<std::shared_ptr<AccessibilityTree>> AtspiAccessibility::applicationT
     if (!root)
         throw unregistered(processName);
     const auto application = co_await AtspiApplication::introduced(connection, *root, processName);
+    application->askOver(co_await AtspiPeer::open(bus, application));
     const auto cache = co_await fetchCache(bus, application);
     if (application->toolkit() == AtspiToolkit::Gecko && !wokenPages->contains(root->service)) {
         if (co_await Atspi::wakePages(application, cache))

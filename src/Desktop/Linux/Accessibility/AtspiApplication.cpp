@@ -3,9 +3,12 @@
 
 #include "Base/Text.h"
 #include "Desktop/Linux/Accessibility/AtspiBatch.h"
+#include "Desktop/Linux/Accessibility/AtspiPeer.h"
 #include "Desktop/PlatformError.h"
 
 #include <QCoroFuture>
+
+#include <utility>
 
 namespace {
 
@@ -42,6 +45,16 @@ AtspiApplication::introduced(QDBusConnection bus, AtspiReference root, QString p
     co_return application;
 }
 
+const QDBusConnection &AtspiApplication::questions() const
+{
+    return m_peer ? m_peer->connection() : m_bus;
+}
+
+void AtspiApplication::askOver(std::shared_ptr<AtspiPeer> peer)
+{
+    m_peer = std::move(peer);
+}
+
 QCoro::Task<QList<QDBusMessage>> AtspiApplication::exchange(std::shared_ptr<AtspiApplication> application,
                                                             QList<QDBusMessage> calls)
 {
@@ -53,9 +66,12 @@ QCoro::Task<QList<QDBusMessage>> AtspiApplication::exchange(std::shared_ptr<Atsp
     waiting.start();
     const AtspiBatch::Limits limits{callLimit, walkLimit - application->m_waited};
     const auto batch =
-        std::make_shared<AtspiBatch>(application->m_bus, application->m_root.service, calls, limits);
+        std::make_shared<AtspiBatch>(application->questions(), application->m_root.service, calls, limits);
     const QFuture<AtspiBatch::End> future = batch->start();
-    const AtspiBatch::End end = co_await future;
+    AtspiBatch::End end = co_await future;
+    // A connection of the application's own ends with the application.
+    if (end == AtspiBatch::End::Disconnected && application->m_peer)
+        end = AtspiBatch::End::Gone;
     application->m_waited += std::chrono::milliseconds(waiting.elapsed());
     if (end != AtspiBatch::End::Answered)
         throw failure(end, application->m_name);

@@ -14,6 +14,8 @@
 #include <chrono>
 #include <memory>
 
+class AtspiPeer;
+
 // One application on the accessibility bus during one walk: sends it calls, and says in a sentence for the
 // user why they get no answer. Main thread.
 class AtspiApplication
@@ -26,12 +28,17 @@ public:
     static QCoro::Task<std::shared_ptr<AtspiApplication>> introduced(QDBusConnection bus, AtspiReference root,
                                                                      QString processName);
 
+    // For what is to be done, as pressing.
     const QDBusConnection &bus() const { return m_bus; }
+    // For questions: over the bus, until a connection beside it is given.
+    const QDBusConnection &questions() const;
+    void askOver(std::shared_ptr<AtspiPeer> peer);
+
     const AtspiReference &root() const { return m_root; }
     const QString &name() const { return m_name; } // cleaned
     AtspiToolkit toolkit() const { return m_toolkit; }
 
-    // Sends the calls and gives the replies in their order. A call that fails or takes too long by itself has
+    // Sends the calls, which are questions, and gives the replies in their order. A call that fails or takes too long by itself has
     // an error for its reply. Throws PlatformError when the application has stopped answering, has used up
     // the time of the whole walk or has quit, and when the bus is gone.
     static QCoro::Task<QList<QDBusMessage>> exchange(std::shared_ptr<AtspiApplication> application,
@@ -43,6 +50,7 @@ public:
 
 private:
     QDBusConnection m_bus;
+    std::shared_ptr<AtspiPeer> m_peer;
     AtspiReference m_root;
     QString m_name;
     AtspiToolkit m_toolkit = AtspiToolkit::Other;

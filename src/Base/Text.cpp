@@ -3,6 +3,8 @@
 
 #include <QTextBoundaryFinder>
 
+#include <algorithm>
+
 namespace {
 
 constexpr char32_t zeroWidthJoiner = 0x200D;
@@ -163,6 +165,12 @@ std::optional<QString> Text::cleaned(const std::optional<QString> &foreign)
 
 QString Text::withoutInvisible(const QString &text)
 {
+    // Most texts have nothing of the kind, and are many.
+    const bool isPlain = std::none_of(text.cbegin(), text.cend(), [](QChar unit) {
+        return unit.isSurrogate() || unit.category() == QChar::Other_Format;
+    });
+    if (isPlain)
+        return text;
     QString result;
     result.reserve(text.size());
     for (const char32_t character : text.toUcs4()) {

@@ -39,24 +39,31 @@ AtspiCacheItem readItem(const QDBusArgument &list)
 
 } // namespace
 
-AtspiCache::AtspiCache(QList<AtspiCacheItem> items) : m_items(std::move(items))
+AtspiCache::AtspiCache(QList<AtspiCacheItem> items) : m_items(std::move(items)), m_children(m_items.size())
 {
     m_positions.reserve(m_items.size());
     for (qsizetype position = 0; position < m_items.size(); ++position)
-        link(position);
+        m_positions.insert(m_items.at(position).object, position);
+    link();
+    sortChildren();
+}
+
+void AtspiCache::link()
+{
+    for (qsizetype position = 0; position < m_items.size(); ++position) {
+        const auto parent = m_positions.constFind(m_items.at(position).parent);
+        if (parent != m_positions.cend())
+            m_children[*parent].append(position);
+    }
+}
+
+void AtspiCache::sortChildren()
+{
     for (QList<qsizetype> &siblings : m_children) {
         std::sort(siblings.begin(), siblings.end(), [this](qsizetype left, qsizetype right) {
             return m_items.at(left).indexInParent < m_items.at(right).indexInParent;
         });
     }
-}
-
-void AtspiCache::link(qsizetype position)
-{
-    const AtspiCacheItem &item = m_items.at(position);
-    m_positions.insert(item.object, position);
-    if (!item.parent.isNull())
-        m_children[item.parent].append(position);
 }
 
 AtspiCache AtspiCache::fromReply(const QDBusMessage &reply)
@@ -78,11 +85,15 @@ const AtspiCacheItem *AtspiCache::find(const AtspiReference &object) const
     return found == m_positions.cend() ? nullptr : &m_items.at(*found);
 }
 
-bool AtspiCache::hasAllChildren(const AtspiReference &object) const
+const QList<qsizetype> &AtspiCache::childrenOf(const AtspiCacheItem &item) const
 {
-    const AtspiCacheItem *item = find(object);
-    const QList<qsizetype> known = m_children.value(object);
-    if (!item || item->childCount != known.size())
+    return m_children.at(&item - m_items.constData());
+}
+
+bool AtspiCache::hasAllChildren(const AtspiCacheItem &item) const
+{
+    const QList<qsizetype> &known = childrenOf(item);
+    if (item.childCount != known.size())
         return false;
     for (qsizetype i = 0; i < known.size(); ++i) {
         if (m_items.at(known.at(i)).indexInParent != i)
@@ -91,10 +102,12 @@ bool AtspiCache::hasAllChildren(const AtspiReference &object) const
     return true;
 }
 
-QList<AtspiReference> AtspiCache::children(const AtspiReference &object) const
+QList<AtspiReference> AtspiCache::children(const AtspiCacheItem &item) const
 {
+    const QList<qsizetype> &known = childrenOf(item);
     QList<AtspiReference> children;
-    for (const qsizetype position : m_children.value(object))
+    children.reserve(known.size());
+    for (const qsizetype position : known)
         children.append(m_items.at(position).object);
     return children;
 }

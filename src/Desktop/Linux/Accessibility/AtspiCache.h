@@ -35,20 +35,22 @@ public:
     // In no order that means anything.
     const QList<AtspiCacheItem> &items() const { return m_items; }
 
-    // The object's item, or null where the answer left it out.
+    // The object's item, or null where the answer left it out; valid as long as the cache.
     const AtspiCacheItem *find(const AtspiReference &object) const;
 
-    // Whether the answer held every child of the object, so that `children` is what the application itself
-    // would answer. Toolkits that build their tree only where it is looked at leave children out.
-    bool hasAllChildren(const AtspiReference &object) const;
+    // Whether the answer held every child of one of the items, so that `children` is what the application
+    // itself would answer. Toolkits that build their tree only where it is looked at leave children out.
+    bool hasAllChildren(const AtspiCacheItem &item) const;
 
-    // The known children in the order of their indices.
-    QList<AtspiReference> children(const AtspiReference &object) const;
+    // The known children of one of the items, in the order of their indices.
+    QList<AtspiReference> children(const AtspiCacheItem &item) const;
 
 private:
-    void link(qsizetype position);
+    void link();
+    void sortChildren();
+    const QList<qsizetype> &childrenOf(const AtspiCacheItem &item) const;
 
     QList<AtspiCacheItem> m_items;
     QHash<AtspiReference, qsizetype> m_positions;
-    QHash<AtspiReference, QList<qsizetype>> m_children; // positions, by index in the parent
+    QList<QList<qsizetype>> m_children; // of each item its children's positions, by index in the parent
 };

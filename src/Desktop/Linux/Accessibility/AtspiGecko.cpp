@@ -25,11 +25,15 @@ QList<AtspiReference> controlsOfPages(const AtspiCache &cache)
             queue.append(item.object);
     }
     QList<AtspiReference> controls;
-    for (qsizetype next = 0; next < queue.size() && controls.size() < mostProbes; ++next) {
+    // Not even an answer whose elements are below each other has more to look at than it has elements.
+    const qsizetype mostLooks = cache.items().size();
+    for (qsizetype next = 0; next < std::min(queue.size(), mostLooks) && controls.size() < mostProbes; ++next) {
         const AtspiCacheItem *item = cache.find(queue.at(next));
-        if (item && !Atspi::axRole(item->role, AtspiRole::Invalid).isEmpty())
+        if (!item)
+            continue;
+        if (!Atspi::axRole(item->role, AtspiRole::Invalid).isEmpty())
             controls.append(item->object);
-        queue += cache.children(queue.at(next));
+        queue += cache.children(*item);
     }
     return controls;
 }

@@ -50,14 +50,14 @@ QCoro::Task<void> AtspiReader::read()
     const Answer label = [toolkit = m_application->toolkit()](const QDBusMessage &reply) {
         return Atspi::label(Atspi::text(reply).value_or(QString()), toolkit);
     };
-    const Question name = [this](const AtspiReading &reading) -> std::optional<QDBusMessage> {
-        if (reading.axRole.isEmpty() || m_cache->find(reading.object))
+    const Question name = [](const AtspiReading &reading) -> std::optional<QDBusMessage> {
+        if (reading.axRole.isEmpty() || reading.cached)
             return std::nullopt;
         return accessibleProperty(reading, QStringLiteral("Name"));
     };
     const Question description = [this](const AtspiReading &reading) -> std::optional<QDBusMessage> {
         const bool isNamed = !reading.name.isEmpty() || isPlainText(reading);
-        if (reading.axRole.isEmpty() || isNamed || m_cache->find(reading.object))
+        if (reading.axRole.isEmpty() || isNamed || reading.cached)
             return std::nullopt;
         return accessibleProperty(reading, QStringLiteral("Description"));
     };
@@ -76,7 +76,7 @@ QCoro::Task<void> AtspiReader::read()
 // only about what cannot be a stack, elements without children and controls.
 bool AtspiReader::knowsChildren(const AtspiCacheItem &item) const
 {
-    if (!m_cache->hasAllChildren(item.object))
+    if (!m_cache->hasAllChildren(item))
         return false;
     if (m_application->toolkit() != AtspiToolkit::Gtk4 || item.childCount == 0)
         return true;
@@ -89,7 +89,8 @@ QList<qsizetype> AtspiReader::useCache()
     QList<qsizetype> incomplete;
     for (qsizetype i = 0; i < m_readings.size(); ++i) {
         AtspiReading &reading = m_readings[i];
-        const AtspiCacheItem *item = m_cache->find(reading.object);
+        const AtspiCacheItem *const item = m_cache->find(reading.object);
+        reading.cached = item;
         if (item) {
             reading.role = item->role;
             reading.axRole = Atspi::axRole(item->role, reading.parentRole);
@@ -100,7 +101,7 @@ QList<qsizetype> AtspiReader::useCache()
                 reading.description = Atspi::label(item->description, m_application->toolkit());
         }
         if (item && knowsChildren(*item))
-            reading.children = m_cache->children(reading.object);
+            reading.children = m_cache->children(*item);
         else
             incomplete.append(i);
     }
@@ -116,7 +117,7 @@ QCoro::Task<void> AtspiReader::outline(QList<qsizetype> incomplete)
         co_return;
     for (const qsizetype i : incomplete) {
         const AtspiReference object = m_readings.at(i).object;
-        if (m_cache->find(object) || m_outline->knows(object) || !m_outline->mayAsk())
+        if (m_readings.at(i).cached || m_outline->knows(object) || !m_outline->mayAsk())
             continue;
         // The first is answered at once, which tells a page that takes long from a browser that hangs.
         QList<QDBusMessage> calls{accessibleCall(m_readings.at(i), QStringLiteral("GetRole"))};
@@ -136,7 +137,7 @@ QCoro::Task<void> AtspiReader::readStructure()
     QList<QDBusMessage> calls;
     for (const qsizetype i : incomplete) {
         AtspiReading &reading = m_readings[i];
-        if (!m_cache->find(reading.object))
+        if (!reading.cached)
             reading.role = m_outline->role(reading.object);
         if (!m_outline->isLeaf(reading.object))
             calls.append(accessibleCall(reading, QStringLiteral("GetChildren")));

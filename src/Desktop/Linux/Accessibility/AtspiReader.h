@@ -21,6 +21,7 @@ struct AtspiReading
     AtspiReference object;
     AtspiRole parentRole = AtspiRole::Invalid;
 
+    const AtspiCacheItem *cached = nullptr; // what the cache holds of it; null where that left it out
     AtspiRole role = AtspiRole::Invalid;
     QString axRole;
     QString name;

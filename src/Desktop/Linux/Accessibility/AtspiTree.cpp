@@ -28,15 +28,17 @@ QCoro::Task<QList<AccessibilityAttributes>> AtspiTree::read(QList<AccessibilityE
 {
     const auto self = shared_from_this();
     QList<AtspiReading> wanted;
+    wanted.reserve(elements.size());
     for (const AccessibilityElement element : elements) {
         AtspiReading reading;
         reading.object = m_objects.at(element).reference;
         reading.parentRole = m_objects.at(element).parentRole;
         wanted.append(reading);
     }
-    AtspiReader reader(m_application, m_cache, m_outline, wanted);
+    AtspiReader reader(m_application, m_cache, m_outline, std::move(wanted));
     co_await reader.read();
     QList<AccessibilityAttributes> result;
+    result.reserve(elements.size());
     for (const AtspiReading &reading : reader.readings())
         result.append(attributes(reading));
     co_return result;

@@ -93,7 +93,8 @@ bool isInFront()
     return Screen::activeClass() == "Mousepad"_L1;
 }
 
-// Does it when some text has arrived, which Mousepad marks in its title; not any more when the result is gone.
+// Does it when some text has arrived, which Mousepad marks in its title; not any more when the result is
+// gone.
 std::unique_ptr<QTimer> onceTypingBegins(std::function<void()> action)
 {
     auto timer = std::make_unique<QTimer>();

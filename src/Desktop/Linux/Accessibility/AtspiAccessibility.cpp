@@ -31,7 +31,8 @@ PlatformError hidden(const QString &name)
                              .arg(name));
 }
 
-QCoro::Task<QDBusMessage> cacheItems(QDBusConnection connection, std::shared_ptr<AtspiApplication> application)
+QCoro::Task<QDBusMessage> cacheItems(QDBusConnection connection,
+                                     std::shared_ptr<AtspiApplication> application)
 {
     const AtspiReference cache{application->root().service, QStringLiteral("/org/a11y/atspi/cache")};
     const QDBusMessage call =

@@ -58,6 +58,21 @@ void AtspiApplication::askOver(std::shared_ptr<AtspiPeer> peer)
 QCoro::Task<QList<QDBusMessage>> AtspiApplication::exchange(std::shared_ptr<AtspiApplication> application,
                                                             QList<QDBusMessage> calls)
 {
+    co_return co_await exchangeOver(application->questions(), application, calls);
+}
+
+QCoro::Task<QDBusMessage> AtspiApplication::act(std::shared_ptr<AtspiApplication> application,
+                                                QDBusMessage call)
+{
+    const QList<QDBusMessage> calls{call};
+    const QList<QDBusMessage> replies = co_await exchangeOver(application->bus(), application, calls);
+    co_return replies.constFirst();
+}
+
+QCoro::Task<QList<QDBusMessage>> AtspiApplication::exchangeOver(QDBusConnection connection,
+                                                                std::shared_ptr<AtspiApplication> application,
+                                                                QList<QDBusMessage> calls)
+{
     if (calls.isEmpty())
         co_return {};
     if (application->m_waited >= walkLimit)
@@ -65,12 +80,11 @@ QCoro::Task<QList<QDBusMessage>> AtspiApplication::exchange(std::shared_ptr<Atsp
     QElapsedTimer waiting;
     waiting.start();
     const AtspiBatch::Limits limits{callLimit, walkLimit - application->m_waited};
-    const auto batch =
-        std::make_shared<AtspiBatch>(application->questions(), application->m_root.service, calls, limits);
+    const auto batch = std::make_shared<AtspiBatch>(connection, application->m_root.service, calls, limits);
     const QFuture<AtspiBatch::End> future = batch->start();
     AtspiBatch::End end = co_await future;
     // A connection of the application's own ends with the application.
-    if (end == AtspiBatch::End::Disconnected && application->m_peer)
+    if (end == AtspiBatch::End::Disconnected && connection.name() != application->m_bus.name())
         end = AtspiBatch::End::Gone;
     application->m_waited += std::chrono::milliseconds(waiting.elapsed());
     if (end != AtspiBatch::End::Answered)

@@ -38,17 +38,24 @@ public:
     const QString &name() const { return m_name; } // cleaned
     AtspiToolkit toolkit() const { return m_toolkit; }
 
-    // Sends the calls, which are questions, and gives the replies in their order. A call that fails or takes too long by itself has
-    // an error for its reply. Throws PlatformError when the application has stopped answering, has used up
-    // the time of the whole walk or has quit, and when the bus is gone.
+    // Sends the calls, which are questions, and gives the replies in their order. A call that fails or takes
+    // too long by itself has an error for its reply. Throws PlatformError when the application has stopped
+    // answering, has used up the time of the whole walk or has quit, and when the bus is gone.
     static QCoro::Task<QList<QDBusMessage>> exchange(std::shared_ptr<AtspiApplication> application,
                                                      QList<QDBusMessage> calls);
+
+    // The same with one call that changes something.
+    static QCoro::Task<QDBusMessage> act(std::shared_ptr<AtspiApplication> application, QDBusMessage call);
 
     // How long one call may take, and all waiting of one walk together.
     static constexpr std::chrono::milliseconds callLimit{900};
     static constexpr std::chrono::milliseconds walkLimit{5000};
 
 private:
+    static QCoro::Task<QList<QDBusMessage>> exchangeOver(QDBusConnection connection,
+                                                         std::shared_ptr<AtspiApplication> application,
+                                                         QList<QDBusMessage> calls);
+
     QDBusConnection m_bus;
     std::shared_ptr<AtspiPeer> m_peer;
     AtspiReference m_root;

@@ -29,8 +29,13 @@ QFuture<AtspiBatch::End> AtspiBatch::start()
 
 void AtspiBatch::fill()
 {
-    while (!m_finished && m_underWay < mostUnderWay && m_next < m_calls.size())
-        send(m_next++);
+    while (!m_finished && m_underWay < mostUnderWay && m_next < m_calls.size()) {
+        // What is sent over a closed connection may have no end to watch for.
+        if (m_bus.isConnected())
+            send(m_next++);
+        else
+            finish(End::Disconnected);
+    }
 }
 
 void AtspiBatch::send(qsizetype position)
@@ -60,7 +65,7 @@ void AtspiBatch::accept(qsizetype position, const QDBusMessage &reply, qint64 se
     }
     m_lastAnswer = m_clock.elapsed();
     fill();
-    if (m_underWay == 0)
+    if (!m_finished && m_underWay == 0)
         finish(End::Answered);
 }
 

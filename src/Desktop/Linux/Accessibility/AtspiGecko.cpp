@@ -27,7 +27,8 @@ QList<AtspiReference> controlsOfPages(const AtspiCache &cache)
     QList<AtspiReference> controls;
     // Not even an answer whose elements are below each other has more to look at than it has elements.
     const qsizetype mostLooks = cache.items().size();
-    for (qsizetype next = 0; next < std::min(queue.size(), mostLooks) && controls.size() < mostProbes; ++next) {
+    for (qsizetype next = 0; next < std::min(queue.size(), mostLooks) && controls.size() < mostProbes;
+         ++next) {
         const AtspiCacheItem *item = cache.find(queue.at(next));
         if (!item)
             continue;

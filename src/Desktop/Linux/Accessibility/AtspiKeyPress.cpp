@@ -92,7 +92,7 @@ QCoro::Task<bool> open(Application application, AtspiReference menu, AtspiRefere
         co_return true;
     const QVariantList first{0};
     const QDBusMessage press = Atspi::call(menu, Atspi::actionInterface, QStringLiteral("DoAction"), first);
-    co_await ask(application, press);
+    co_await AtspiApplication::act(application, press);
     co_return co_await comesTo(application, inside, AtspiState::Showing);
 }
 
@@ -114,7 +114,7 @@ QCoro::Task<bool> choose(Application application, AtspiReference item)
     const QVariantList index{static_cast<int>(Atspi::number(position).value_or(-1))};
     const QDBusMessage select = Atspi::call(menus.constFirst(), QStringLiteral("org.a11y.atspi.Selection"),
                                             QStringLiteral("SelectChild"), index);
-    co_await ask(application, select);
+    co_await AtspiApplication::act(application, select);
     co_return co_await comesTo(application, item, AtspiState::Selected);
 }
 
@@ -132,7 +132,7 @@ QCoro::Task<bool> takeFocus(Application application, AtspiReference object)
 {
     const QDBusMessage grab =
         Atspi::call(object, QStringLiteral("org.a11y.atspi.Component"), QStringLiteral("GrabFocus"));
-    const QDBusMessage reply = co_await ask(application, grab);
+    const QDBusMessage reply = co_await AtspiApplication::act(application, grab);
     if (!Atspi::truth(reply))
         co_return false;
     co_return co_await comesTo(application, object, AtspiState::Focused);

@@ -15,7 +15,7 @@ namespace {
 // It has just answered over the bus, so this is long.
 constexpr int firstAnswerLimit = 200; // ms
 
-// Qt and GTK 4 offer no connection, and Qt's applications complain of the question in their user's terminal.
+// Qt and GTK 4 are known to offer none.
 bool mayOfferConnection(AtspiToolkit toolkit)
 {
     return toolkit != AtspiToolkit::Qt && toolkit != AtspiToolkit::Gtk4;

@@ -62,8 +62,7 @@ QList<AtspiReference> windowsOf(const Application &application)
 {
     const QList<QDBusMessage> question{
         Atspi::call(application->root(), Atspi::accessibleInterface, u"GetChildren"_s)};
-    return Atspi::references(
-        QCoro::waitFor(AtspiApplication::exchange(application, question)).constFirst());
+    return Atspi::references(QCoro::waitFor(AtspiApplication::exchange(application, question)).constFirst());
 }
 
 qsizetype openDescriptors(qint64 process)
@@ -86,6 +85,7 @@ private Q_SLOTS:
     void anOfferThatWouldStartAProgramIsNotTaken();
     void anOfferThatNobodyAnswersIsNotTaken_data();
     void anOfferThatNobodyAnswersIsNotTaken();
+    void whatChangesSomethingGoesOverTheBus();
     void anApplicationKilledWhileItIsAskedHasQuit();
     void anApplicationThatHangsIsNamed();
     void nothingStaysOpenOfManyTrees();
@@ -181,6 +181,19 @@ void AtspiPeerTest::anOfferThatNobodyAnswersIsNotTaken()
     if (listens)
         QVERIFY(server.listen(path));
     QVERIFY(!QCoro::waitFor(peerOffered(m_bus, u"unix:path="_s + path)));
+}
+
+void AtspiPeerTest::whatChangesSomethingGoesOverTheBus()
+{
+    const auto program = AtspiBench::start(u"mousepad"_s);
+    const Application application = applicationOf(*program);
+    QVERIFY(application);
+    const QDBusMessage call = Atspi::call(application->root(), Atspi::accessibleInterface, u"GetChildren"_s);
+    // Nothing can get through there.
+    application->askOver(std::make_shared<AtspiPeer>(m_bus, QDBusConnection(u"never connected"_s)));
+    QVERIFY(!AtspiBench::errorOf(AtspiApplication::exchange(application, {call})).isEmpty());
+    const QDBusMessage reply = QCoro::waitFor(AtspiApplication::act(application, call));
+    QCOMPARE(reply.type(), QDBusMessage::ReplyMessage);
 }
 
 void AtspiPeerTest::anApplicationKilledWhileItIsAskedHasQuit()

@@ -34,6 +34,17 @@ void close(AtspiBus &bus, const QString &name)
     bus.worker().post([name] { QDBusConnection::disconnectFromPeer(name); });
 }
 
+// Whether it is the application itself that answers there: the address that a sandboxed one offers means
+// another file outside its sandbox, if any.
+QCoro::Task<bool> leadsTo(QDBusConnection connection, AtspiReference root)
+{
+    const QDBusMessage question =
+        Atspi::call(root, Atspi::accessibleInterface, QStringLiteral("GetApplication"));
+    const QDBusPendingCall pending = connection.asyncCall(question, firstAnswerLimit);
+    const QDBusMessage answer = co_await pending;
+    co_return Atspi::reference(answer).service == root.service;
+}
+
 // None where it takes too long.
 QCoro::Task<std::shared_ptr<AtspiPeer>> connectTo(std::shared_ptr<AtspiBus> bus, QString address)
 {
@@ -78,11 +89,8 @@ QCoro::Task<std::shared_ptr<AtspiPeer>> AtspiPeer::open(std::shared_ptr<AtspiBus
     if (!Atspi::isSocketAddress(address))
         co_return none;
     const std::shared_ptr<AtspiPeer> peer = co_await connectTo(bus, address);
-    if (!peer || !peer->connection().isConnected())
+    if (!peer)
         co_return none;
-    const QDBusMessage question =
-        Atspi::property(application->root(), Atspi::accessibleInterface, QStringLiteral("Name"));
-    const QDBusPendingCall pending = peer->connection().asyncCall(question, firstAnswerLimit);
-    const QDBusMessage answer = co_await pending;
-    co_return answer.type() == QDBusMessage::ReplyMessage ? peer : none;
+    const bool isItsOwn = co_await leadsTo(peer->connection(), application->root());
+    co_return isItsOwn ? peer : none;
 }

@@ -20,8 +20,8 @@ class AtspiBus;
 class AtspiPeer
 {
 public:
-    // None where the application offers none or does not answer over it at once: then the bus does. Throws
-    // PlatformError as AtspiApplication does.
+    // None where the application offers none, or is not who answers over it at once: then the bus does.
+    // Throws PlatformError as AtspiApplication does.
     static QCoro::Task<std::shared_ptr<AtspiPeer>> open(std::shared_ptr<AtspiBus> bus,
                                                         std::shared_ptr<AtspiApplication> application);
     AtspiPeer(std::shared_ptr<AtspiBus> bus, const QDBusConnection &connection);

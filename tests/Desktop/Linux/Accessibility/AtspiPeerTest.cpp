@@ -9,10 +9,12 @@
 #include "Desktop/Linux/Accessibility/AtspiFinder.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QLocalServer>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QUrl>
 
 #include <csignal>
 
@@ -79,12 +81,14 @@ class AtspiPeerTest : public QObject
 private Q_SLOTS:
     void anAddressMayOnlyNameASocket_data();
     void anAddressMayOnlyNameASocket();
+    void anApplicationAnswersBesideTheBusAsOverIt_data();
     void anApplicationAnswersBesideTheBusAsOverIt();
     void anApplicationThatOffersNoneIsAskedOverTheBus_data();
     void anApplicationThatOffersNoneIsAskedOverTheBus();
     void anOfferThatWouldStartAProgramIsNotTaken();
     void anOfferThatNobodyAnswersIsNotTaken_data();
     void anOfferThatNobodyAnswersIsNotTaken();
+    void anOfferThatLeadsToAnotherApplicationIsNotTaken();
     void whatChangesSomethingGoesOverTheBus();
     void anApplicationKilledWhileItIsAskedHasQuit();
     void anApplicationThatHangsIsNamed();
@@ -94,6 +98,7 @@ private:
     // The application once it shows its tree.
     Application applicationOf(const QProcess &program);
 
+    QTemporaryDir m_folder;
     AtspiBench m_bench;
     std::shared_ptr<AtspiBus> m_bus = std::make_shared<AtspiBus>();
 };
@@ -126,10 +131,27 @@ void AtspiPeerTest::anAddressMayOnlyNameASocket()
     QCOMPARE(Atspi::isSocketAddress(address), isSocket);
 }
 
+void AtspiPeerTest::anApplicationAnswersBesideTheBusAsOverIt_data()
+{
+    QFile file(m_folder.filePath(u"page.html"_s));
+    if (!file.open(QIODevice::WriteOnly) || file.write("<button>Undo</button>") < 0)
+        qFatal("The page cannot be written.");
+    const QString page = QUrl::fromLocalFile(file.fileName()).toString();
+    QTest::addColumn<QString>("program");
+    QTest::addColumn<QStringList>("arguments");
+    QTest::newRow("GTK 3") << u"mousepad"_s << QStringList();
+    QTest::newRow("Firefox") << u"firefox-esr"_s << QStringList{u"--new-instance"_s, page};
+    QTest::newRow("Chromium") << u"chromium"_s
+                              << QStringList{u"--no-sandbox"_s, u"--no-first-run"_s, u"--disable-gpu"_s,
+                                             u"--force-renderer-accessibility"_s, page};
+}
+
 void AtspiPeerTest::anApplicationAnswersBesideTheBusAsOverIt()
 {
-    const auto program = AtspiBench::start(u"mousepad"_s);
-    const Application application = applicationOf(*program);
+    QFETCH(QString, program);
+    QFETCH(QStringList, arguments);
+    const auto process = AtspiBench::start(program, arguments);
+    const Application application = applicationOf(*process);
     QVERIFY(application);
     const QList<AtspiReference> overTheBus = windowsOf(application);
     const std::shared_ptr<AtspiPeer> peer = QCoro::waitFor(AtspiPeer::open(m_bus, application));
@@ -181,6 +203,19 @@ void AtspiPeerTest::anOfferThatNobodyAnswersIsNotTaken()
     if (listens)
         QVERIFY(server.listen(path));
     QVERIFY(!QCoro::waitFor(peerOffered(m_bus, u"unix:path="_s + path)));
+}
+
+void AtspiPeerTest::anOfferThatLeadsToAnotherApplicationIsNotTaken()
+{
+    const auto program = AtspiBench::start(u"mousepad"_s);
+    const Application application = applicationOf(*program);
+    QVERIFY(application);
+    const QList<QDBusMessage> question{
+        Atspi::call(application->root(), Atspi::applicationInterface, u"GetApplicationBusAddress"_s)};
+    const QDBusMessage reply = QCoro::waitFor(AtspiApplication::exchange(application, question)).constFirst();
+    const QString address = Atspi::text(reply).value_or(QString());
+    QVERIFY(Atspi::isSocketAddress(address));
+    QVERIFY(!QCoro::waitFor(peerOffered(m_bus, address)));
 }
 
 void AtspiPeerTest::whatChangesSomethingGoesOverTheBus()

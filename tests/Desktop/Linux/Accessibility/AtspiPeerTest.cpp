@@ -60,11 +60,15 @@ QCoro::Task<std::shared_ptr<AtspiPeer>> peerOffered(std::shared_ptr<AtspiBus> bu
     co_return peer;
 }
 
+QDBusMessage anyQuestion(const Application &application)
+{
+    return Atspi::call(application->root(), Atspi::accessibleInterface, u"GetChildren"_s);
+}
+
 QList<AtspiReference> windowsOf(const Application &application)
 {
-    const QList<QDBusMessage> question{
-        Atspi::call(application->root(), Atspi::accessibleInterface, u"GetChildren"_s)};
-    return Atspi::references(QCoro::waitFor(AtspiApplication::exchange(application, question)).constFirst());
+    return Atspi::references(
+        QCoro::waitFor(AtspiApplication::exchange(application, {anyQuestion(application)})).constFirst());
 }
 
 qsizetype openDescriptors(qint64 process)
@@ -97,6 +101,8 @@ private Q_SLOTS:
 private:
     // The application once it shows its tree.
     Application applicationOf(const QProcess &program);
+    // The application, asked beside the bus, when it has just stopped.
+    Application stoppedApplicationOf(const QProcess &program);
 
     QTemporaryDir m_folder;
     AtspiBench m_bench;
@@ -108,6 +114,16 @@ Application AtspiPeerTest::applicationOf(const QProcess &program)
     if (!m_bench.waitForLabel(program, u"AXButton"_s, u"Undo"_s))
         return nullptr;
     return QCoro::waitFor(introduced(m_bus, program.processId()));
+}
+
+Application AtspiPeerTest::stoppedApplicationOf(const QProcess &program)
+{
+    const Application application = applicationOf(program);
+    if (!application)
+        return application;
+    application->askOver(QCoro::waitFor(AtspiPeer::open(m_bus, application)));
+    ::kill(static_cast<pid_t>(program.processId()), SIGSTOP);
+    return application;
 }
 
 void AtspiPeerTest::anAddressMayOnlyNameASocket_data()
@@ -223,28 +239,25 @@ void AtspiPeerTest::whatChangesSomethingGoesOverTheBus()
     const auto program = AtspiBench::start(u"mousepad"_s);
     const Application application = applicationOf(*program);
     QVERIFY(application);
-    const QDBusMessage call = Atspi::call(application->root(), Atspi::accessibleInterface, u"GetChildren"_s);
     // Nothing can get through there.
     application->askOver(std::make_shared<AtspiPeer>(m_bus, QDBusConnection(u"never connected"_s)));
-    QVERIFY(!AtspiBench::errorOf(AtspiApplication::exchange(application, {call})).isEmpty());
-    const QDBusMessage reply = QCoro::waitFor(AtspiApplication::act(application, call));
+    QVERIFY(
+        !AtspiBench::errorOf(AtspiApplication::exchange(application, {anyQuestion(application)})).isEmpty());
+    const QDBusMessage reply = QCoro::waitFor(AtspiApplication::act(application, anyQuestion(application)));
     QCOMPARE(reply.type(), QDBusMessage::ReplyMessage);
 }
 
 void AtspiPeerTest::anApplicationKilledWhileItIsAskedHasQuit()
 {
     const auto program = AtspiBench::start(u"mousepad"_s);
-    const Application application = applicationOf(*program);
+    const Application application = stoppedApplicationOf(*program);
     QVERIFY(application);
-    application->askOver(QCoro::waitFor(AtspiPeer::open(m_bus, application)));
     // It cannot answer any more when it dies, so the question is certainly under way.
-    ::kill(static_cast<pid_t>(program->processId()), SIGSTOP);
-    const QList<QDBusMessage> question{
-        Atspi::call(application->root(), Atspi::accessibleInterface, u"GetChildren"_s)};
-    auto answer = AtspiApplication::exchange(application, question);
+    auto answer = AtspiApplication::exchange(application, {anyQuestion(application)});
     ::kill(static_cast<pid_t>(program->processId()), SIGKILL);
     QVERIFY(AtspiBench::errorOf(std::move(answer)).endsWith(u"” has quit."_s));
-    const QString later = AtspiBench::errorOf(AtspiApplication::exchange(application, question));
+    const QString later =
+        AtspiBench::errorOf(AtspiApplication::exchange(application, {anyQuestion(application)}));
     QVERIFY2(later.endsWith(u"” has quit."_s), qPrintable(later));
     program->waitForFinished();
 }
@@ -252,13 +265,10 @@ void AtspiPeerTest::anApplicationKilledWhileItIsAskedHasQuit()
 void AtspiPeerTest::anApplicationThatHangsIsNamed()
 {
     const auto program = AtspiBench::start(u"mousepad"_s);
-    const Application application = applicationOf(*program);
+    const Application application = stoppedApplicationOf(*program);
     QVERIFY(application);
-    application->askOver(QCoro::waitFor(AtspiPeer::open(m_bus, application)));
-    ::kill(static_cast<pid_t>(program->processId()), SIGSTOP);
-    const QList<QDBusMessage> question{
-        Atspi::call(application->root(), Atspi::accessibleInterface, u"GetChildren"_s)};
-    const QString error = AtspiBench::errorOf(AtspiApplication::exchange(application, question));
+    const QString error =
+        AtspiBench::errorOf(AtspiApplication::exchange(application, {anyQuestion(application)}));
     QVERIFY2(error.endsWith(u"” isn't responding."_s), qPrintable(error));
 }
 

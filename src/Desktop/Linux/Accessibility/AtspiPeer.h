@@ -10,8 +10,8 @@
 class AtspiApplication;
 class AtspiBus;
 
-// A connection to one application beside the bus, which GTK 3 and browsers offer: without the bus between
-// them, long answers come in about two thirds of the time.
+// A connection to one application beside the bus, which GTK 3 and browsers offer: answers come sooner without
+// the bus between, most of all where they are many.
 //
 // For questions only. GTK 3 carries out an action inside the message that asks for it, and when that opens a
 // dialog and waits, an application whose connection is closed meanwhile never answers again.

@@ -25,7 +25,7 @@ function(orvane_add_test NAME)
   target_link_libraries(${NAME} PRIVATE orvane_options Qt6::Test ${ARG_LIBRARIES})
   if(ARG_LABEL MATCHES "^(desktop|ui|slow)$")
     add_test(NAME ${NAME}
-      COMMAND "${PROJECT_SOURCE_DIR}/tests/desktop/private-session" $<TARGET_FILE:${NAME}> ${ARG_ARGUMENTS})
+      COMMAND "${PROJECT_SOURCE_DIR}/tests/applications/private-session" $<TARGET_FILE:${NAME}> ${ARG_ARGUMENTS})
   else()
     add_test(NAME ${NAME} COMMAND ${NAME} ${ARG_ARGUMENTS})
   endif()

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "desktop/support/ActionRunner.h"
-#include "desktop/support/PrivateDesktop.h"
+#include "applications/support/ActionRunner.h"
+#include "applications/support/PrivateDesktop.h"
 #include "ui/support/WindowDriver.h"
 
 #include <QObject>

@@ -2,7 +2,7 @@
 #include "ui/support/WindowDriver.h"
 
 #include "Models/LocalModel.h"
-#include "desktop/support/PrivateDesktop.h"
+#include "applications/support/PrivateDesktop.h"
 
 #include <QDir>
 #include <QFile>

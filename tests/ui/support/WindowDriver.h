@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "desktop/support/Screen.h"
+#include "applications/support/Screen.h"
 #include "ui/support/AccessibleProgram.h"
 
 #include <QProcess>

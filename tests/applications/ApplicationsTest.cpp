@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: Apache-2.0
+// Names, windows and scripts of real applications, judged by the windows on the screen. What there is to do
+// with each of them is in matrix/.
+#include "applications/support/DesktopTest.h"
+
+using namespace Qt::StringLiterals;
+
+class ApplicationsTest : public DesktopTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void opensByAName_data();
+    void opensByAName();
+    void tellsWhichApplicationIsMissing_data();
+    void tellsWhichApplicationIsMissing();
+    void doesNotQuitWhatDoesNotRun();
+    void listsTheWindowsFrontToBack();
+    void refusesScripts();
+};
+
+void ApplicationsTest::opensByAName_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("windowClass");
+    QTest::newRow("in another letter case") << u"mousePAD"_s << u"Mousepad"_s;
+    QTest::newRow("by a part of its name") << u"calc"_s << u"gnome-calculator"_s;
+}
+
+void ApplicationsTest::opensByAName()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, windowClass);
+    const Outcome outcome = perform("open_app", {{"app", name}});
+    VERIFY_EFFECT(Screen::activeClass().compare(windowClass, Qt::CaseInsensitive) == 0, outcome);
+    QVERIFY2(!outcome.hasFailed && outcome.line.endsWith(" is now frontmost."_L1), qPrintable(outcome.line));
+}
+
+void ApplicationsTest::tellsWhichApplicationIsMissing_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("unknown") << u"Zanzibar Studio"_s;
+    QTest::newRow("an alias of what is not installed") << u"settings"_s;
+}
+
+void ApplicationsTest::tellsWhichApplicationIsMissing()
+{
+    QFETCH(QString, name);
+    const Outcome outcome = perform("open_app", {{"app", name}});
+    QCOMPARE(outcome.line, u"Couldn't find an app called “%1”."_s.arg(name));
+    QVERIFY(outcome.hasFailed);
+    QVERIFY2(Screen::windows().isEmpty(), qPrintable(Screen::described()));
+}
+
+void ApplicationsTest::doesNotQuitWhatDoesNotRun()
+{
+    QCOMPARE(perform("quit_app", {{"app", u"Mousepad"_s}}).line, u"Mousepad is not running."_s);
+}
+
+void ApplicationsTest::listsTheWindowsFrontToBack()
+{
+    PrivateDesktop::write(PrivateDesktop::home(u"Documents/plan.txt"_s), "a plan");
+    QVERIFY(
+        PrivateDesktop::open(u"mousepad"_s, {PrivateDesktop::home(u"Documents/plan.txt"_s)}, u"Mousepad"_s));
+    QVERIFY(PrivateDesktop::open(u"gnome-calculator"_s, {}, u"gnome-calculator"_s));
+    const QString both = perform("list_windows").line;
+    const qsizetype calculator = both.indexOf("Calculator"_L1);
+    const qsizetype mousepad = both.indexOf(u"Mousepad — "_s);
+    QVERIFY2(calculator >= 0 && mousepad > calculator && both.contains("plan.txt"_L1), qPrintable(both));
+
+    QVERIFY(PrivateDesktop::clear());
+    QCOMPARE(perform("list_windows").line, u"none"_s);
+}
+
+void ApplicationsTest::refusesScripts()
+{
+    const Outcome outcome =
+        perform("applescript", {{"script", u"tell application \"Finder\" to activate"_s}});
+    QVERIFY(outcome.hasFailed);
+    QVERIFY2(outcome.line.startsWith("AppleScript error: "_L1) && outcome.line.size() > 25,
+             qPrintable(outcome.line));
+    QVERIFY(Screen::windows().isEmpty());
+}
+
+QTEST_MAIN(ApplicationsTest)
+#include "ApplicationsTest.moc"

@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: Apache-2.0
+// Controls of a GTK and a Qt application, judged by their windows and the document that they save. What there
+// is to press in each toolkit is in matrix/.
+#include "applications/support/DesktopTest.h"
+
+using namespace Qt::StringLiterals;
+
+class ControlsTest : public DesktopTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase_data();
+    void init();
+    void pressesALabelInAnyLetterCase();
+    void answersADialog();
+    void aDialogOfAMenuIsReadAndAnswered();
+    void saysThatThereIsNoSuchControl();
+
+private:
+    QString m_path;
+    QString m_windowClass;
+    QString m_openLabel;
+};
+
+void ControlsTest::initTestCase_data()
+{
+    QTest::addColumn<QString>("program");
+    QTest::addColumn<QString>("windowClass");
+    QTest::addColumn<QString>("openLabel");
+    QTest::newRow("GTK") << u"mousepad"_s << u"Mousepad"_s << u"Open..."_s;
+    QTest::newRow("Qt") << u"featherpad"_s << u"FeatherPad"_s << u"Open"_s;
+}
+
+// An editor with a document that has just been changed.
+void ControlsTest::init()
+{
+    QFETCH_GLOBAL(QString, program);
+    QFETCH_GLOBAL(QString, windowClass);
+    QFETCH_GLOBAL(QString, openLabel);
+    m_windowClass = windowClass;
+    m_openLabel = openLabel;
+    m_path = PrivateDesktop::home(u"Documents/letter.txt"_s);
+    PrivateDesktop::write(m_path, "");
+    QVERIFY(PrivateDesktop::open(program, {m_path}, windowClass));
+    QVERIFY(QTest::qWaitFor([] { return Screen::showsTitle(u"letter.txt"_s); }, PrivateDesktop::patience));
+    const Outcome outcome = perform("type_text", {{"text", u"Dear reader"_s}});
+    VERIFY_EFFECT(Screen::windowsOf(windowClass).value(0).title.startsWith(u'*'), outcome); // changed
+}
+
+void ControlsTest::pressesALabelInAnyLetterCase()
+{
+    const Outcome outcome = perform("click", {{"label", u"SAVE"_s}});
+    VERIFY_EFFECT(PrivateDesktop::read(m_path).startsWith("Dear reader"), outcome);
+    QCOMPARE(outcome.line, u"Clicked “SAVE”."_s);
+}
+
+// Quitting asks what should become of the document; the dialog's own button keeps the application open.
+void ControlsTest::answersADialog()
+{
+    const Outcome asked = perform("quit_app", {{"app", m_windowClass}});
+    VERIFY_EFFECT(Screen::windowsOf(m_windowClass).size() == 2, asked);
+    const Outcome outcome = perform("click", {{"label", u"Cancel"_s}});
+    VERIFY_EFFECT(Screen::windowsOf(m_windowClass).size() == 1, outcome);
+    QVERIFY(Screen::showsTitle(u"letter.txt"_s));
+    QCOMPARE(PrivateDesktop::read(m_path), QByteArray());
+}
+
+// Its application goes on answering, and takes keys, while the dialog is there.
+void ControlsTest::aDialogOfAMenuIsReadAndAnswered()
+{
+    const Outcome asked = perform("click", {{"label", m_openLabel}});
+    VERIFY_EFFECT(Screen::windowsOf(m_windowClass).size() == 2, asked);
+    const Outcome key = perform("press_key", {{"key", u"tab"_s}});
+    QCOMPARE(key.line, u"Pressed tab."_s);
+    const Outcome controls = perform("read_ui");
+    QVERIFY2(controls.line.contains(u"Button: Cancel"_s), qPrintable(controls.line));
+    const Outcome outcome = perform("click", {{"label", u"Cancel"_s}});
+    VERIFY_EFFECT(Screen::windowsOf(m_windowClass).size() == 1, outcome);
+}
+
+void ControlsTest::saysThatThereIsNoSuchControl()
+{
+    const Outcome outcome = perform("click", {{"label", u"Launch the rocket"_s}});
+    QVERIFY(outcome.hasFailed);
+    QCOMPARE(outcome.line, u"Couldn't find a control labelled “Launch the rocket”."_s);
+}
+
+QTEST_MAIN(ControlsTest)
+#include "ControlsTest.moc"

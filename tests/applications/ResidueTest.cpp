@@ -1,0 +1,107 @@
+// SPDX-License-Identifier: Apache-2.0
+// What actions leave behind on the desktop and in the program, also when the program is killed: nothing.
+#include "applications/support/DesktopTest.h"
+
+#include <QDir>
+#include <QGuiApplication>
+#include <QProcess>
+
+using namespace Qt::StringLiterals;
+
+class ResidueTest : public DesktopTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void actionsGiveTheirDescriptorsBack();
+    void theKeysOfAKilledProgramArePutBackByTheNext();
+
+private:
+    void performEveryKind();
+
+    QString m_path;
+};
+
+namespace {
+
+constexpr auto typingOption = "--type";
+
+// Of characters that no key of the layout types; long enough to be killed in its middle.
+const QString foreignText = u"Съешь ещё этих мягких французских булок, да выпей же чаю. "_s.repeated(40);
+
+qsizetype openDescriptors()
+{
+    return QDir(u"/proc/self/fd"_s).entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot).size();
+}
+
+// This very program as one that does nothing but type.
+int typeAndEnd()
+{
+    ActionRunner runner;
+    return runner.perform("type_text", {{"text", foreignText}}).hasFailed ? 1 : 0;
+}
+
+} // namespace
+
+void ResidueTest::init()
+{
+    m_path = PrivateDesktop::home(u"Documents/residue.txt"_s);
+    PrivateDesktop::write(m_path, "");
+    QVERIFY(PrivateDesktop::open(u"mousepad"_s, {m_path}, u"Mousepad"_s));
+}
+
+void ResidueTest::performEveryKind()
+{
+    const QList<Outcome> outcomes = {
+        perform("open_app", {{"app", u"Mousepad"_s}}),
+        perform("type_text", {{"text", u"жук "_s}}),
+        perform("press_key", {{"key", u"s"_s}, {"modifiers", u"command"_s}}),
+        perform("click", {{"label", u"Undo"_s}}),
+        perform("read_ui"),
+        perform("list_windows"),
+        perform("screenshot", {{"folder", u"Pictures"_s}}),
+        perform("find_files", {{"folder", u"Documents"_s}, {"extension", u"txt"_s}}),
+    };
+    for (const Outcome &outcome : outcomes)
+        QVERIFY2(!outcome.hasFailed, qPrintable(outcome.line));
+    QVERIFY(perform("click", {{"label", u"Launch the rocket"_s}}).hasFailed);
+    QVERIFY(perform("open_app", {{"app", u"Zanzibar Studio"_s}}).hasFailed);
+}
+
+// What is opened once and kept, as a connection to a bus, is open after the first round.
+void ResidueTest::actionsGiveTheirDescriptorsBack()
+{
+    performEveryKind();
+    const qsizetype before = openDescriptors();
+    for (int round = 0; round < 5; ++round)
+        performEveryKind();
+    QTRY_COMPARE_WITH_TIMEOUT(openDescriptors(), before, PrivateDesktop::patience);
+}
+
+void ResidueTest::theKeysOfAKilledProgramArePutBackByTheNext()
+{
+    const QSet<int> keys = Screen::keysWithSymbols();
+    QProcess program;
+    program.start(QCoreApplication::applicationFilePath(), {QString::fromLatin1(typingOption)});
+    const auto hasChangedKeys = [&keys] { return Screen::keysWithSymbols() != keys; };
+    QVERIFY(QTest::qWaitFor(hasChangedKeys, PrivateDesktop::patience));
+    program.kill();
+    QVERIFY(program.waitForFinished());
+    QVERIFY(!Screen::isAKeyPressed());
+    QVERIFY(hasChangedKeys());
+
+    const Outcome typed = perform("type_text", {{"text", u"plain"_s}});
+    QVERIFY2(!typed.hasFailed, qPrintable(typed.line));
+    QCOMPARE(Screen::keysWithSymbols(), keys);
+}
+
+int main(int argc, char *argv[])
+{
+    QGuiApplication application(argc, argv);
+    if (application.arguments().value(1) == QLatin1StringView(typingOption))
+        return typeAndEnd();
+    ResidueTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+#include "ResidueTest.moc"

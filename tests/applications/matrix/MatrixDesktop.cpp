@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "applications/matrix/MatrixDesktop.h"
+
+#include "Desktop/Linux/DesktopEntries.h"
+#include "applications/support/Browser.h"
+#include "applications/support/PrivateDesktop.h"
+
+#include <QDir>
+#include <QSaveFile>
+#include <QStandardPaths>
+#include <QTest>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void writeEntry(const QString &name, const QByteArray &content)
+{
+    const QString folder = PrivateDesktop::home(u".local/share/applications/"_s);
+    QDir().mkpath(folder);
+    PrivateDesktop::write(folder + name, content);
+}
+
+void addSample()
+{
+    writeEntry(u"orvane-desktop-sample.desktop"_s, "[Desktop Entry]\nType=Application\nName=Orvane Sample\n"
+                                                   "MimeType=text/plain;\nCategories=Utility;TextEditor;\n"
+                                                   "StartupWMClass=orvane_desktop_sample\nExec=\"" +
+                                                       MatrixDesktop::sample().toUtf8() + "\" %f\n");
+}
+
+// The user's own entry of that name takes the place of the system's.
+void addSwitchesToChromium()
+{
+    const QString entry = QStandardPaths::locate(QStandardPaths::ApplicationsLocation, u"chromium.desktop"_s);
+    const QByteArray program = "Exec=/usr/bin/chromium";
+    const QByteArray switches = MatrixDesktop::chromiumSwitches().join(u' ').toUtf8();
+    writeEntry(u"chromium.desktop"_s, PrivateDesktop::read(entry).replace(program, program + ' ' + switches));
+}
+
+} // namespace
+
+void MatrixDesktop::prepare(quint16 proxyPort)
+{
+    addSample();
+    addSwitchesToChromium();
+    Browser::useProxy(proxyPort);
+    // Chromium's way of being told.
+    const QByteArray proxy = "http://127.0.0.1:" + QByteArray::number(proxyPort);
+    qputenv("http_proxy", proxy);
+    qputenv("https_proxy", proxy);
+}
+
+QString MatrixDesktop::sample()
+{
+    return QString::fromUtf8(ORVANE_DESKTOP_SAMPLE);
+}
+
+QStringList MatrixDesktop::chromiumSwitches()
+{
+    return {u"--no-sandbox"_s, u"--no-first-run"_s, u"--disable-gpu"_s, u"--hide-crash-restore-bubble"_s};
+}
+
+void MatrixDesktop::makeDefault(const QString &entry, const QStringList &types)
+{
+    const QString path = PrivateDesktop::home(u".config/mimeapps.list"_s);
+    QList<QByteArray> lines = PrivateDesktop::read(path).trimmed().split('\n');
+    for (const QString &type : types) {
+        const QByteArray key = type.toUtf8() + '=';
+        lines.removeIf([&key](const QByteArray &line) { return line.startsWith(key); });
+        lines << key + entry.toUtf8();
+    }
+    // In one move, as desktops do it: whoever watches the file never sees half of it.
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(lines.join('\n') + '\n') < 0 || !file.commit())
+        qFatal("%s cannot be written", qPrintable(path));
+    // The library that launchers ask reads the file again once it has heard of the change.
+    const auto isChosen = [&entry](const QString &type) {
+        const auto chosen = DesktopEntries::defaultForType(type);
+        return chosen && chosen->path.endsWith(u'/' + entry);
+    };
+    if (!QTest::qWaitFor([&] { return std::ranges::all_of(types, isChosen); }, PrivateDesktop::patience))
+        qFatal("%s does not become the default", qPrintable(entry));
+}

@@ -1,0 +1,119 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "applications/support/PrivateDesktop.h"
+
+#include "applications/support/Screen.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QSet>
+#include <QTest>
+
+#include <algorithm>
+#include <csignal>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr auto mark = "ORVANE_PRIVATE_DESKTOP";
+
+QByteArray processFile(qint64 process, const char *name)
+{
+    QFile file(u"/proc/%1/%2"_s.arg(process).arg(QLatin1StringView(name)));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QSet<qint64> processesWithWindows()
+{
+    QSet<qint64> processes;
+    for (const ScreenWindow &window : Screen::windows()) {
+        if (window.process > 0 && window.process != QCoreApplication::applicationPid())
+            processes << window.process;
+    }
+    return processes;
+}
+
+} // namespace
+
+bool PrivateDesktop::isHere()
+{
+    const QString folder = qEnvironmentVariable(mark);
+    return !folder.isEmpty() && QDir::homePath().startsWith(folder);
+}
+
+QString PrivateDesktop::home(const QString &relativePath)
+{
+    return relativePath.isEmpty() ? QDir::homePath() : QDir::home().filePath(relativePath);
+}
+
+void PrivateDesktop::write(const QString &path, const QByteArray &content)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+        qFatal("%s cannot be written", qPrintable(path));
+}
+
+QByteArray PrivateDesktop::read(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void PrivateDesktop::start(const QString &program, const QStringList &arguments)
+{
+    QProcess process;
+    process.setProgram(program);
+    process.setArguments(arguments);
+    process.setStandardOutputFile(QProcess::nullDevice());
+    process.setStandardErrorFile(QProcess::nullDevice());
+    if (!process.startDetached())
+        qFatal("%s cannot be started", qPrintable(program));
+}
+
+bool PrivateDesktop::open(const QString &program, const QStringList &arguments, const QString &className)
+{
+    start(program, arguments);
+    const auto isActive = [&] { return Screen::activeClass().compare(className, Qt::CaseInsensitive) == 0; };
+    return QTest::qWaitFor(isActive, patience);
+}
+
+bool PrivateDesktop::clear()
+{
+    if (!isHere())
+        return false;
+    QSet<qint64> ended;
+    const auto isClear = [&] {
+        for (const qint64 process : processesWithWindows()) {
+            ::kill(static_cast<pid_t>(process), SIGKILL);
+            ended << process;
+        }
+        return Screen::windows().isEmpty() && std::ranges::none_of(ended, isRunning);
+    };
+    return QTest::qWaitFor(isClear, patience);
+}
+
+void PrivateDesktop::signalApplication(const QString &className, int signal)
+{
+    for (const ScreenWindow &window : Screen::windowsOf(className))
+        ::kill(static_cast<pid_t>(window.process), signal);
+}
+
+// One that has ended but was not yet collected by its parent has an empty command line.
+bool PrivateDesktop::isRunning(qint64 process)
+{
+    return !processFile(process, "cmdline").isEmpty();
+}
+
+QList<qint64> PrivateDesktop::processesWith(const QByteArray &partOfCommandLine)
+{
+    const QByteArray ours = QByteArray(mark) + '=' + qgetenv(mark);
+    QList<qint64> found;
+    for (const QString &name : QDir(u"/proc"_s).entryList(QDir::Dirs)) {
+        const qint64 process = name.toLongLong();
+        if (process > 0 && processFile(process, "cmdline").replace('\0', ' ').contains(partOfCommandLine) &&
+            processFile(process, "environ").split('\0').contains(ours))
+            found << process;
+    }
+    return found;
+}

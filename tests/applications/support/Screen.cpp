@@ -1,0 +1,213 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "applications/support/Screen.h"
+
+#include <QProcess>
+#include <QStringList>
+
+#include <xcb/xcb_ewmh.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class Observer
+{
+public:
+    Observer() : m_connection(xcb_connect(nullptr, nullptr))
+    {
+        if (xcb_connection_has_error(m_connection) != 0)
+            qFatal("the private desktop's X server does not answer");
+        xcb_ewmh_init_atoms_replies(&m_ewmh, xcb_ewmh_init_atoms(m_connection, &m_ewmh), nullptr);
+    }
+
+    ~Observer()
+    {
+        xcb_ewmh_connection_wipe(&m_ewmh);
+        xcb_disconnect(m_connection);
+    }
+
+    Observer(const Observer &) = delete;
+    Observer &operator=(const Observer &) = delete;
+
+    static Observer &shared()
+    {
+        static Observer observer;
+        return observer;
+    }
+
+    // The items of a property of the window, as bytes; none when the window or the property does not exist.
+    QByteArray property(xcb_window_t window, xcb_atom_t name)
+    {
+        constexpr std::uint32_t mostWords = 4096;
+        const auto cookie = xcb_get_property(m_connection, 0, window, name, XCB_ATOM_ANY, 0, mostWords);
+        const std::unique_ptr<xcb_get_property_reply_t, decltype(&std::free)> reply(
+            xcb_get_property_reply(m_connection, cookie, nullptr), &std::free);
+        if (!reply)
+            return {};
+        return {static_cast<const char *>(xcb_get_property_value(reply.get())),
+                xcb_get_property_value_length(reply.get())};
+    }
+
+    QList<quint32> numbers(xcb_window_t window, xcb_atom_t name)
+    {
+        const QByteArray bytes = property(window, name);
+        QList<quint32> values(bytes.size() / static_cast<qsizetype>(sizeof(quint32)));
+        std::copy_n(bytes.constData(), values.size() * static_cast<qsizetype>(sizeof(quint32)),
+                    reinterpret_cast<char *>(values.data()));
+        return values;
+    }
+
+    QList<quint32> rootNumbers(xcb_atom_t name) { return numbers(root(), name); }
+
+    void requestFocus(xcb_window_t window)
+    {
+        xcb_ewmh_request_change_active_window(&m_ewmh, 0, window, XCB_EWMH_CLIENT_SOURCE_TYPE_OTHER,
+                                              XCB_CURRENT_TIME, XCB_NONE);
+        xcb_flush(m_connection);
+    }
+
+    bool isKeyboardGrabbed()
+    {
+        const auto cookie = xcb_grab_keyboard(m_connection, 0, root(), XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC,
+                                              XCB_GRAB_MODE_ASYNC);
+        const std::unique_ptr<xcb_grab_keyboard_reply_t, decltype(&std::free)> reply(
+            xcb_grab_keyboard_reply(m_connection, cookie, nullptr), &std::free);
+        xcb_ungrab_keyboard(m_connection, XCB_CURRENT_TIME);
+        xcb_flush(m_connection);
+        return reply && reply->status == XCB_GRAB_STATUS_ALREADY_GRABBED;
+    }
+
+    bool isAKeyPressed()
+    {
+        const std::unique_ptr<xcb_query_keymap_reply_t, decltype(&std::free)> reply(
+            xcb_query_keymap_reply(m_connection, xcb_query_keymap(m_connection), nullptr), &std::free);
+        return reply && std::ranges::any_of(reply->keys, [](std::uint8_t keys) { return keys != 0; });
+    }
+
+    QSet<int> keysWithSymbols()
+    {
+        const xcb_setup_t *const setup = xcb_get_setup(m_connection);
+        const auto count = static_cast<std::uint8_t>(setup->max_keycode - setup->min_keycode + 1);
+        const auto cookie = xcb_get_keyboard_mapping(m_connection, setup->min_keycode, count);
+        const std::unique_ptr<xcb_get_keyboard_mapping_reply_t, decltype(&std::free)> reply(
+            xcb_get_keyboard_mapping_reply(m_connection, cookie, nullptr), &std::free);
+        QSet<int> keys;
+        if (!reply)
+            return keys;
+        const xcb_keysym_t *const symbols = xcb_get_keyboard_mapping_keysyms(reply.get());
+        const int length = xcb_get_keyboard_mapping_keysyms_length(reply.get());
+        for (int index = 0; index < length; ++index) {
+            if (symbols[index] != XCB_NO_SYMBOL)
+                keys << setup->min_keycode + index / reply->keysyms_per_keycode;
+        }
+        return keys;
+    }
+
+    const xcb_ewmh_connection_t &atoms() const { return m_ewmh; }
+
+private:
+    xcb_window_t root() const { return m_ewmh.screens[0]->root; }
+
+    xcb_connection_t *m_connection;
+    xcb_ewmh_connection_t m_ewmh{};
+};
+
+ScreenWindow describedWindow(quint32 identifier)
+{
+    Observer &observer = Observer::shared();
+    const auto &atoms = observer.atoms();
+    ScreenWindow window;
+    window.identifier = identifier;
+    window.process = observer.numbers(identifier, atoms._NET_WM_PID).value(0);
+    window.title = QString::fromUtf8(observer.property(identifier, atoms._NET_WM_NAME));
+    // Two texts, each with a zero byte at its end.
+    window.className =
+        QString::fromUtf8(observer.property(identifier, XCB_ATOM_WM_CLASS).split('\0').value(1));
+    window.isDialog =
+        observer.numbers(identifier, atoms._NET_WM_WINDOW_TYPE).contains(atoms._NET_WM_WINDOW_TYPE_DIALOG) ||
+        observer.numbers(identifier, XCB_ATOM_WM_TRANSIENT_FOR).value(0) != 0;
+    return window;
+}
+
+} // namespace
+
+QList<ScreenWindow> Screen::windows()
+{
+    Observer &observer = Observer::shared();
+    QList<ScreenWindow> found;
+    for (const quint32 identifier : observer.rootNumbers(observer.atoms()._NET_CLIENT_LIST))
+        found << describedWindow(identifier);
+    return found;
+}
+
+std::optional<ScreenWindow> Screen::activeWindow()
+{
+    Observer &observer = Observer::shared();
+    const quint32 active = observer.rootNumbers(observer.atoms()._NET_ACTIVE_WINDOW).value(0);
+    if (active == 0)
+        return std::nullopt;
+    return describedWindow(active);
+}
+
+QString Screen::activeClass()
+{
+    const auto window = activeWindow();
+    return window ? window->className : QString();
+}
+
+QList<ScreenWindow> Screen::windowsOf(const QString &className)
+{
+    QList<ScreenWindow> found = windows();
+    found.removeIf([&](const ScreenWindow &window) {
+        return window.className.compare(className, Qt::CaseInsensitive) != 0;
+    });
+    return found;
+}
+
+bool Screen::shows(const QString &className)
+{
+    return !windowsOf(className).isEmpty();
+}
+
+bool Screen::showsTitle(const QString &part)
+{
+    const auto all = windows();
+    return std::ranges::any_of(all, [&](const ScreenWindow &window) { return window.title.contains(part); });
+}
+
+QString Screen::described()
+{
+    QStringList lines;
+    for (const ScreenWindow &window : windows())
+        lines << u"%1 “%2”"_s.arg(window.className, window.title);
+    return lines.join(u"; "_s);
+}
+
+void Screen::pressKey(const QString &combination)
+{
+    QProcess::execute(u"timeout"_s, {u"20"_s, u"xdotool"_s, u"key"_s, combination});
+}
+
+bool Screen::isKeyboardGrabbed()
+{
+    return Observer::shared().isKeyboardGrabbed();
+}
+
+bool Screen::isAKeyPressed()
+{
+    return Observer::shared().isAKeyPressed();
+}
+
+QSet<int> Screen::keysWithSymbols()
+{
+    return Observer::shared().keysWithSymbols();
+}
+
+void Screen::requestFocus(quint32 window)
+{
+    Observer::shared().requestFocus(window);
+}

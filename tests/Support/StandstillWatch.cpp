@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Support/StandstillWatch.h"
 
+#include "Support/ProcessorWaits.h"
+
 #include <QSemaphore>
 
 #include <unistd.h>
@@ -87,10 +89,11 @@ StandstillWatch::Duration StandstillWatch::sleepBeforeAnswer(const std::stop_tok
         answer->isThere.release();
     };
     QMetaObject::invokeMethod(&m_receiver, reply, Qt::QueuedConnection);
+    const ProcessorWaits waitsBefore;
     const Duration before = sleptSoFar(m_mainThread);
     constexpr int patience = 10; // ms
     while (!answer->isThere.tryAcquire(1, patience))
         if (end.stop_requested())
             return Duration::zero();
-    return answer->slept - before;
+    return answer->slept - before - ProcessorWaits().since(waitsBefore);
 }

@@ -10,8 +10,9 @@
 #include <thread>
 
 // Notices when the main thread's event loop stands still because the thread sleeps elsewhere: in a call that
-// waits for another program. Time in which the thread works, or waits for a processor, does not count, so
-// that a slow or busy machine alone is no standstill. Linux. To be made and destroyed on the main thread.
+// waits for another program. Time in which the thread works, or waits for a processor, does not count, nor
+// that in which a thread waits for one that it may be waiting for: a slow or busy machine alone is no
+// standstill. Linux. To be made and destroyed on the main thread.
 class StandstillWatch
 {
 public:

@@ -2,8 +2,13 @@
 #include "Support/StandstillWatch.h"
 
 #include <QElapsedTimer>
+#include <QSemaphore>
 #include <QTest>
 #include <QTimer>
+
+#include <sched.h>
+
+#include <ctime>
 
 using namespace std::chrono_literals;
 
@@ -16,6 +21,7 @@ private Q_SLOTS:
     void aCallThatSleepsIs();
     void severalShortOnesAreNot();
     void workIsNot();
+    void waitingForAThreadWithoutAProcessorIsNot();
 };
 
 void StandstillWatchTest::anIdleEventLoopIsNoStandstill()
@@ -62,6 +68,46 @@ void StandstillWatchTest::workIsNot()
     });
     QTRY_VERIFY(isDone);
     QTest::qWait(50);
+    QVERIFY2(watch.longest() <= StandstillWatch::limit, qPrintable(QString::number(watch.longest().count())));
+}
+
+// A busy machine: another thread has all of the processor that the one waited for may use.
+void StandstillWatchTest::waitingForAThreadWithoutAProcessorIsNot()
+{
+    const auto useFirstProcessor = [] {
+        cpu_set_t processors;
+        CPU_ZERO(&processors);
+        CPU_SET(0, &processors);
+        return ::sched_setaffinity(0, sizeof processors, &processors) == 0;
+    };
+    std::atomic<bool> isPlaced = true;
+    const std::jthread busy([&](const std::stop_token &end) {
+        isPlaced = isPlaced && useFirstProcessor();
+        while (!end.stop_requested()) {
+        }
+    });
+    QSemaphore isWorkDone;
+    const std::jthread inTheBackground([&](const std::stop_token &end) {
+        const sched_param none{};
+        isPlaced = isPlaced && useFirstProcessor() && ::sched_setscheduler(0, SCHED_IDLE, &none) == 0;
+        timespec used{};
+        while (::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &used) == 0 && used.tv_nsec < 3'000'000) {
+        }
+        isWorkDone.release();
+        while (!end.stop_requested())
+            std::this_thread::sleep_for(10ms);
+    });
+    const StandstillWatch watch;
+    QElapsedTimer timer;
+    bool isDone = false;
+    QTimer::singleShot(20, this, [&] {
+        timer.start();
+        isWorkDone.acquire();
+        isDone = timer.hasExpired(2 * StandstillWatch::limit.count());
+    });
+    QTRY_VERIFY_WITH_TIMEOUT(isDone, 60'000);
+    QTest::qWait(50);
+    QVERIFY(isPlaced);
     QVERIFY2(watch.longest() <= StandstillWatch::limit, qPrintable(QString::number(watch.longest().count())));
 }
 

@@ -70,6 +70,22 @@ public:
         xcb_flush(m_connection);
     }
 
+    bool exists(xcb_window_t window)
+    {
+        const std::unique_ptr<xcb_get_window_attributes_reply_t, decltype(&std::free)> reply(
+            xcb_get_window_attributes_reply(m_connection, xcb_get_window_attributes(m_connection, window),
+                                            nullptr),
+            &std::free);
+        return reply != nullptr;
+    }
+
+    bool hasFrame(xcb_window_t window)
+    {
+        const std::unique_ptr<xcb_query_tree_reply_t, decltype(&std::free)> reply(
+            xcb_query_tree_reply(m_connection, xcb_query_tree(m_connection, window), nullptr), &std::free);
+        return reply && reply->parent != root();
+    }
+
     bool isKeyboardGrabbed()
     {
         const auto cookie = xcb_grab_keyboard(m_connection, 0, root(), XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC,
@@ -139,8 +155,11 @@ QList<ScreenWindow> Screen::windows()
 {
     Observer &observer = Observer::shared();
     QList<ScreenWindow> found;
-    for (const quint32 identifier : observer.rootNumbers(observer.atoms()._NET_CLIENT_LIST))
-        found << describedWindow(identifier);
+    // A window manager that was started in the moment in which a window went may list it for ever.
+    for (const quint32 identifier : observer.rootNumbers(observer.atoms()._NET_CLIENT_LIST)) {
+        if (observer.exists(identifier))
+            found << describedWindow(identifier);
+    }
     return found;
 }
 
@@ -205,6 +224,11 @@ bool Screen::isAKeyPressed()
 QSet<int> Screen::keysWithSymbols()
 {
     return Observer::shared().keysWithSymbols();
+}
+
+bool Screen::hasFrame(quint32 window)
+{
+    return Observer::shared().hasFrame(window);
 }
 
 void Screen::requestFocus(quint32 window)

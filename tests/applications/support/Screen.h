@@ -51,6 +51,9 @@ bool isAKeyPressed();
 // The codes of the keys that type anything.
 QSet<int> keysWithSymbols();
 
+// Whether a window manager has put the window into a frame of its own.
+bool hasFrame(quint32 window);
+
 // Asks the window manager to bring a window to the front; wait for it with activeWindow().
 void requestFocus(quint32 window);
 

@@ -4,6 +4,7 @@
 #include "Desktop/Mac/MacDisplay.h"
 #include "Desktop/Mac/MacHotKeys.h"
 
+#import <AppKit/AppKit.h>
 #include <ApplicationServices/ApplicationServices.h>
 #include <CoreGraphics/CoreGraphics.h>
 
@@ -45,6 +46,21 @@ DiagnosticCheck screenshot()
                         allowIn(u"Screen Recording"_s));
 }
 
+// The window's process, which has the key for itself.
+bool isOrvaneRunning()
+{
+    NSString *const identifier = NSBundle.mainBundle.bundleIdentifier;
+    if (!identifier)
+        return false;
+    NSRunningApplication *const thisProcess = NSRunningApplication.currentApplication;
+    for (NSRunningApplication *each in
+         [NSRunningApplication runningApplicationsWithBundleIdentifier:identifier]) {
+        if (![each isEqual:thisProcess])
+            return true;
+    }
+    return false;
+}
+
 // Whether the system hands the key out shows only to who asks for it. It is given back at once.
 QCoro::Task<DiagnosticCheck> hotKey()
 {
@@ -57,6 +73,8 @@ QCoro::Task<DiagnosticCheck> hotKey()
         co_await hotKeys.registerHotKey(spaceBar, modifiers, identifier, nothing);
     if (reference)
         co_return check.working(u"Orvane can have Option+Space."_s);
+    if (isOrvaneRunning())
+        co_return check.working(u"Option+Space is taken, most likely by the Orvane that is running."_s);
     co_return check.limited(
         u"Option+Space is taken by another program."_s,
         u"Free it in that program's settings, or open Orvane from the Dock or with: orvane --toggle"_s);

@@ -3,7 +3,8 @@
 
 #include "Desktop/HotKeys.h"
 
-// Hot keys of the Carbon event manager. Main thread.
+// Hot keys of the Carbon event manager, each for this program alone. A key that another program has for
+// itself alone is that program's. Main thread.
 class MacHotKeys : public HotKeys
 {
 public:

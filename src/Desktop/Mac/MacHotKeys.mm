@@ -27,8 +27,9 @@ public:
         if (InstallEventHandler(GetApplicationEventTarget(), &CarbonHotKey::handle, 1, &pressedEvent, this,
                                 &m_handler) != noErr)
             return false;
+        // Shared with another program, the key would do two things at once, and no conflict would ever show.
         return RegisterEventHotKey(virtualKey, modifiers.toInt(), m_identifier, GetApplicationEventTarget(),
-                                   0, &m_hotKey) == noErr;
+                                   kEventHotKeyExclusive, &m_hotKey) == noErr;
     }
 
 private:

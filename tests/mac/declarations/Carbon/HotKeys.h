@@ -31,6 +31,8 @@ struct EventHotKeyID
 typedef struct EventHotKeyID EventHotKeyID;
 
 enum { eventNotHandledErr = -9874 };
+enum { eventHotKeyExistsErr = -9878 };
+enum { kEventHotKeyNoOptions = 0, kEventHotKeyExclusive = 1 << 0 };
 enum { kEventClassKeyboard = 0x6b657962 }; // "keyb"
 enum { kEventHotKeyPressed = 5 };
 enum { kEventParamDirectObject = 0x2d2d2d2d }; // "----"

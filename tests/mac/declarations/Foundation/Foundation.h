@@ -5,6 +5,7 @@
 #include <Foundation/NSAppleEventDescriptor.h>
 #include <Foundation/NSAppleScript.h>
 #include <Foundation/NSArray.h>
+#include <Foundation/NSBundle.h>
 #include <Foundation/NSDictionary.h>
 #include <Foundation/NSDistributedNotificationCenter.h>
 #include <Foundation/NSEnumerator.h>

@@ -4,6 +4,7 @@
 #include "Desktop/Appearance.h"
 #include "Desktop/HotKeys.h"
 #include "Desktop/MenuBar.h"
+#include "Desktop/ProgramActivity.h"
 #include "Desktop/WindowStyler.h"
 
 // The desktop that our own window lives on: one reference a service, passed explicitly and freely copied.
@@ -14,4 +15,5 @@ struct Shell
     Appearance &appearance;
     WindowStyler &windowStyler;
     MenuBar &menuBar;
+    ProgramActivity &activity;
 };

@@ -14,7 +14,8 @@ Q_IMPORT_QML_PLUGIN(Orvane_ContentViewPlugin)
 
 OrvaneApp::OrvaneApp(ModelManager &models, const Desktop &desktop, const Shell &shell,
                      ProgramInstance &instance, QObject *parent)
-    : QObject(parent), m_shell(shell), m_session(models, desktop), m_content(models, m_session, desktop),
+    : QObject(parent), m_shell(shell), m_session(models, desktop),
+      m_activityReport(models, m_session, shell.activity), m_content(models, m_session, desktop),
       m_delegate(shell, instance)
 {
     // Not the application's `quit`: that asks the windows first, and ours only hides.

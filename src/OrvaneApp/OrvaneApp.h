@@ -3,6 +3,7 @@
 
 #include "Agent/AgentSession.h"
 #include "ContentView/ContentViewModel.h"
+#include "OrvaneApp/ActivityReport.h"
 #include "OrvaneApp/AppDelegate.h"
 
 #include <QQmlEngine>
@@ -34,6 +35,7 @@ private:
 
     const Shell m_shell;
     AgentSession m_session;
+    ActivityReport m_activityReport;
     ContentViewModel m_content;
     AppDelegate m_delegate;
     QQmlEngine m_engine;

@@ -18,11 +18,16 @@ namespace {
 
 constexpr std::uint16_t spaceBar = 49;
 
+// What the journal has of the program's work.
+const QString atWork = u"at work: A task or a download is running."_s;
+const QString atRest = u"at rest"_s;
+
 // The whole application, with its real window, on a scripted model and a recorded desktop.
 class ApplicationBench : public SessionBench
 {
 public:
     explicit ApplicationBench(StartUp startUp = StartUp::Shown) { start(startUp); }
+    explicit ApplicationBench(ModelFile file) : SessionBench(file) { start(StartUp::Shown); }
     explicit ApplicationBench(const std::function<void(RecordingShell &)> &prepare)
     {
         prepare(shell);
@@ -41,6 +46,12 @@ public:
     }
     // The press is answered on a later turn of the event loop.
     bool pressHotKey() { return shell.hotKeys.press(spaceBar, HotKeyModifier::Option); }
+    QStringList work() const
+    {
+        QStringList lines = shell.journal.lines;
+        lines.removeIf([](const QString &line) { return !line.startsWith(u"at "_s); });
+        return lines;
+    }
     QQuickItem *focusItem() const { return window->activeFocusItem(); }
 
     RecordingShell shell;
@@ -103,6 +114,10 @@ private Q_SLOTS:
     void theQuitShortcutEndsTheProgram();
     void theDesktopsRequestToQuitEndsTheProgram();
     void theContentKeepsClearOfTheDesktopsTitleBar();
+    void theDesktopKnowsWhileATaskRuns();
+    void theDesktopKnowsWhileADownloadRuns();
+    void theDesktopIsToldOnceOfATaskDuringADownload();
+    void theWorkEndsWithTheApplication();
 };
 
 void OrvaneAppTest::theWindowHasItsSizeAndStyle()
@@ -347,6 +362,47 @@ void OrvaneAppTest::theContentKeepsClearOfTheDesktopsTitleBar()
 {
     const ApplicationBench bench([](RecordingShell &shell) { shell.windowStyler.titleBar = 28; });
     QCOMPARE(bench.window->property("titleBarHeight").toInt(), 28);
+}
+
+void OrvaneAppTest::theDesktopKnowsWhileATaskRuns()
+{
+    ApplicationBench bench;
+    QCOMPARE(bench.work(), QStringList());
+    Gate gate;
+    bench.engine->beforeReply = [&gate] { return gate.passed(); };
+    bench.engine->replies = {done(u"Done."_s)};
+    bench.application->session().submit(u"anything"_s);
+    QCOMPARE(bench.work(), QStringList{atWork});
+    gate.open();
+    QTRY_COMPARE(bench.work(), (QStringList{atWork, atRest}));
+    QVERIFY(!bench.application->session().isRunning());
+}
+
+void OrvaneAppTest::theDesktopKnowsWhileADownloadRuns()
+{
+    ApplicationBench bench(SessionBench::ModelFile::Missing);
+    QCOMPARE(bench.work(), QStringList());
+    bench.models.download();
+    QCOMPARE(bench.work(), QStringList{atWork});
+    bench.models.cancelDownload();
+    QCOMPARE(bench.work(), (QStringList{atWork, atRest}));
+}
+
+void OrvaneAppTest::theDesktopIsToldOnceOfATaskDuringADownload()
+{
+    ApplicationBench bench(SessionBench::ModelFile::Missing);
+    bench.models.download();
+    bench.application->session().submit(u"anything"_s);
+    QTRY_VERIFY(!bench.application->session().isRunning());
+    QCOMPARE(bench.work(), QStringList{atWork});
+}
+
+void OrvaneAppTest::theWorkEndsWithTheApplication()
+{
+    ApplicationBench bench(SessionBench::ModelFile::Missing);
+    bench.models.download();
+    bench.application.reset();
+    QCOMPARE(bench.work(), (QStringList{atWork, atRest}));
 }
 
 QTEST_MAIN(OrvaneAppTest)

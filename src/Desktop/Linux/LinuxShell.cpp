@@ -45,5 +45,5 @@ LinuxShell::~LinuxShell() = default;
 
 Shell LinuxShell::shell()
 {
-    return {*m_hotKeys, *m_appearance, *m_windowStyler, m_menuBar};
+    return {*m_hotKeys, *m_appearance, *m_windowStyler, m_menuBar, m_activity};
 }

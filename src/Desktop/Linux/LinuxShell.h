@@ -30,4 +30,5 @@ private:
     std::unique_ptr<Appearance> m_appearance;
     std::unique_ptr<WindowStyler> m_windowStyler;
     MenuBar m_menuBar;
+    ProgramActivity m_activity;
 };

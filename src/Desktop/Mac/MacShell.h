@@ -4,6 +4,7 @@
 #include "Desktop/Mac/MacAppearance.h"
 #include "Desktop/Mac/MacHotKeys.h"
 #include "Desktop/Mac/MacMenuBar.h"
+#include "Desktop/Mac/MacProgramActivity.h"
 #include "Desktop/Mac/MacWindowStyler.h"
 #include "Desktop/Shell.h"
 
@@ -25,4 +26,5 @@ private:
     MacAppearance m_appearance;
     MacWindowStyler m_windowStyler;
     MacMenuBar m_menuBar;
+    MacProgramActivity m_activity;
 };

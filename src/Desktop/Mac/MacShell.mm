@@ -10,5 +10,5 @@ MacShell::MacShell()
 
 Shell MacShell::shell()
 {
-    return {m_hotKeys, m_appearance, m_windowStyler, m_menuBar};
+    return {m_hotKeys, m_appearance, m_windowStyler, m_menuBar, m_activity};
 }

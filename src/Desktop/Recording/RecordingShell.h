@@ -77,6 +77,19 @@ private:
     RecordingJournal &m_journal;
 };
 
+// Leaves a line in the journal for each begin and end.
+class RecordingProgramActivity : public ProgramActivity
+{
+public:
+    explicit RecordingProgramActivity(RecordingJournal &journal) : m_journal(journal) {}
+
+    void begin(const QString &reason) override { m_journal.note(QStringLiteral("at work: ") + reason); }
+    void end() override { m_journal.note(QStringLiteral("at rest")); }
+
+private:
+    RecordingJournal &m_journal;
+};
+
 class RecordingProgramInstance : public ProgramInstance
 {
     Q_OBJECT
@@ -104,12 +117,13 @@ public:
     RecordingShell &operator=(const RecordingShell &) = delete;
 
     // Valid as long as this object.
-    Shell services() { return {hotKeys, appearance, windowStyler, menuBar}; }
+    Shell services() { return {hotKeys, appearance, windowStyler, menuBar, activity}; }
 
     RecordingJournal journal;
     RecordingHotKeys hotKeys{journal};
     RecordingAppearance appearance;
     RecordingWindowStyler windowStyler{journal};
     MenuBar menuBar;
+    RecordingProgramActivity activity{journal};
     RecordingProgramInstance programInstance{journal};
 };

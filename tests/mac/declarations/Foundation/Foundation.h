@@ -17,6 +17,7 @@
 #include <Foundation/NSObject.h>
 #include <Foundation/NSOperation.h>
 #include <Foundation/NSPathUtilities.h>
+#include <Foundation/NSProcessInfo.h>
 #include <Foundation/NSString.h>
 #include <Foundation/NSTask.h>
 #include <Foundation/NSThread.h>

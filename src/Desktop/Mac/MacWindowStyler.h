@@ -16,6 +16,4 @@ public:
     void bringForward(QWindow &window, const QString &activationToken) override;
     bool hideApplication() override;
     int titleBarHeight() const override;
-
-    bool eventFilter(QObject *watched, QEvent *event) override;
 };

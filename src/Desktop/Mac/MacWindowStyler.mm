@@ -1,14 +1,22 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Mac/MacWindowStyler.h"
 
+#include "Desktop/Mac/StylingKeeper.h"
+
 #include <QCursor>
 #include <QGuiApplication>
-#include <QPlatformSurfaceEvent>
 #include <QScreen>
 #include <QWindow>
 
 #include <AppKit/AppKit.h>
 #include <objc/runtime.h>
+
+// The material behind the window's content, told from other views by its class.
+@interface OrvaneMaterialView : NSVisualEffectView
+@end
+
+@implementation OrvaneMaterialView
+@end
 
 namespace {
 
@@ -33,6 +41,25 @@ void keepControlsFromMovingTheWindow(NSView *view)
                     method_getTypeEncoding(method));
 }
 
+bool isFullScreen(NSWindow *window)
+{
+    return window.styleMask & NSWindowStyleMaskFullScreen;
+}
+
+// The window comes to where the user is, not the user to the window: to the Space that is shown, also if that
+// belongs to another application in full screen. For that it must not want a Space of its own.
+void followTheUser(NSWindow *window)
+{
+    // What it is in a Space of its own is not to be taken from it there.
+    if (isFullScreen(window))
+        return;
+    NSWindowCollectionBehavior behavior = window.collectionBehavior;
+    behavior &= ~NSWindowCollectionBehaviorFullScreenPrimary;
+    behavior |= NSWindowCollectionBehaviorMoveToActiveSpace | NSWindowCollectionBehaviorFullScreenAuxiliary |
+                NSWindowCollectionBehaviorCanJoinAllApplications;
+    window.collectionBehavior = behavior;
+}
+
 void restyle(NSWindow *window)
 {
     window.titlebarAppearsTransparent = YES;
@@ -41,20 +68,30 @@ void restyle(NSWindow *window)
     window.styleMask |= NSWindowStyleMaskFullSizeContentView;
     window.opaque = NO;
     window.backgroundColor = NSColor.clearColor;
-    // Where the user is, not where the window was last.
-    window.collectionBehavior |= NSWindowCollectionBehaviorMoveToActiveSpace;
+    followTheUser(window);
 }
 
-// Behind the view, since whatever lies in it would be drawn over what Qt draws.
-void addMaterialBehind(NSView *view)
+NSVisualEffectView *materialIn(NSView *frame)
+{
+    for (NSView *each in frame.subviews) {
+        if ([each isKindOfClass:OrvaneMaterialView.class])
+            return static_cast<NSVisualEffectView *>(each);
+    }
+    NSVisualEffectView *const material = [[OrvaneMaterialView alloc] initWithFrame:frame.bounds];
+    material.material = NSVisualEffectMaterialUnderWindowBackground;
+    material.blendingMode = NSVisualEffectBlendingModeBehindWindow;
+    material.state = NSVisualEffectStateActive;
+    material.autoresizingMask = NSViewWidthSizable | NSViewHeightSizable;
+    return material;
+}
+
+// Behind the view, since whatever lies in it would be drawn over what Qt draws. A view that is there already
+// is only put in its place again: when the style changes, AppKit puts the views of a window's frame in order
+// anew.
+void putMaterialBehind(NSView *view)
 {
     NSView *const frame = view.superview;
-    NSVisualEffectView *const effect = [[NSVisualEffectView alloc] initWithFrame:frame.bounds];
-    effect.material = NSVisualEffectMaterialUnderWindowBackground;
-    effect.blendingMode = NSVisualEffectBlendingModeBehindWindow;
-    effect.state = NSVisualEffectStateActive;
-    effect.autoresizingMask = NSViewWidthSizable | NSViewHeightSizable;
-    [frame addSubview:effect positioned:NSWindowBelow relativeTo:view];
+    [frame addSubview:materialIn(frame) positioned:NSWindowBelow relativeTo:view];
 }
 
 void dress(const QWindow &window)
@@ -65,7 +102,7 @@ void dress(const QWindow &window)
         return;
     keepControlsFromMovingTheWindow(view);
     restyle(nativeWindow);
-    addMaterialBehind(view);
+    putMaterialBehind(view);
 }
 
 // AppKit centres a window on the screen that it is on.
@@ -90,22 +127,9 @@ void MacWindowStyler::style(QWindow &window)
     QSurfaceFormat format = window.requestedFormat();
     format.setAlphaBufferSize(8);
     window.setFormat(format);
-    window.installEventFilter(this);
-    if (window.handle())
-        dress(window);
-    else
-        window.create();
-}
-
-bool MacWindowStyler::eventFilter(QObject *watched, QEvent *event)
-{
-    if (event->type() == QEvent::PlatformSurface) {
-        const auto *surface = static_cast<QPlatformSurfaceEvent *>(event);
-        const auto *window = qobject_cast<QWindow *>(watched);
-        if (window && surface->surfaceEventType() == QPlatformSurfaceEvent::SurfaceCreated)
-            dress(*window);
-    }
-    return WindowStyler::eventFilter(watched, event);
+    const auto dressThis = [&window] { dress(window); };
+    new StylingKeeper(window, dressThis); // belongs to the window
+    window.create();
 }
 
 void MacWindowStyler::bringForward(QWindow &window, const QString & /* activation takes no token here */)
@@ -116,7 +140,8 @@ void MacWindowStyler::bringForward(QWindow &window, const QString & /* activatio
     window.show();
     NSWindow *const nativeWindow = viewOf(window).window;
     [nativeWindow makeKeyAndOrderFront:nil];
-    [nativeWindow center];
+    if (!isFullScreen(nativeWindow))
+        [nativeWindow center];
 }
 
 bool MacWindowStyler::hideApplication()

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <AppKit/NSResponder.h>
+#include <Foundation/NSArray.h>
 #include <Foundation/NSGeometry.h>
 
 NS_ASSUME_NONNULL_BEGIN
@@ -27,6 +28,7 @@ typedef NS_ENUM(NSInteger, NSWindowOrderingMode) {
 @interface NSView : NSResponder
 @property(nullable, readonly, assign) NSWindow *window;
 @property(nullable, readonly, assign) NSView *superview;
+@property(copy) NSArray<__kindof NSView *> *subviews;
 @property(getter=isHidden) BOOL hidden;
 @property NSAutoresizingMaskOptions autoresizingMask;
 @property NSRect frame;

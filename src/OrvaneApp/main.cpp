@@ -44,9 +44,6 @@ int runWindow(const CommandLine &commandLine, int argc, char *argv[], Terminal &
 
 int runInTerminal(const CommandLine &commandLine, int argc, char *argv[], Terminal &terminal)
 {
-    // Without a window, Qt's event loop is deaf to what macOS tells of its applications, unless it is asked
-    // to use the system's own loop. Read on macOS only.
-    qputenv("QT_EVENT_DISPATCHER_CORE_FOUNDATION", "1");
     const QCoreApplication application(argc, argv);
     return CommandRunner::run(commandLine, nullptr, terminal);
 }

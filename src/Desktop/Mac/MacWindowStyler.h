@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "Desktop/Mac/MacActivation.h"
 #include "Desktop/WindowStyler.h"
 
 // The window in AppKit: an ordinary window whose title bar cannot be seen, over the material that blurs what
@@ -16,4 +17,7 @@ public:
     void bringForward(QWindow &window, const QString &activationToken) override;
     bool hideApplication() override;
     int titleBarHeight() const override;
+
+private:
+    MacActivation m_activation;
 };

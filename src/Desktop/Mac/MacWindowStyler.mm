@@ -134,7 +134,7 @@ void MacWindowStyler::style(QWindow &window)
 
 void MacWindowStyler::bringForward(QWindow &window, const QString & /* activation takes no token here */)
 {
-    [NSApp activateIgnoringOtherApps:YES];
+    m_activation.request();
     moveToScreenOfPointer(window);
     window.setWindowStates(window.windowStates() & ~Qt::WindowMinimized);
     window.show();

@@ -20,6 +20,7 @@ NS_ASSUME_NONNULL_BEGIN
 @property(nullable, weak) id<NSApplicationDelegate> delegate;
 @property(nullable, strong) NSMenu *mainMenu;
 @property(nullable, strong) NSMenu *windowsMenu;
+@property(readonly, getter=isRunning) BOOL running;
 @property(readonly, getter=isActive) BOOL active;
 @property(readonly, getter=isHidden) BOOL hidden;
 @property(readonly, strong) NSAppearance *effectiveAppearance API_AVAILABLE(macos(10.14));
@@ -31,5 +32,6 @@ NS_ASSUME_NONNULL_BEGIN
 @end
 
 extern "C" __kindof NSApplication *_Null_unspecified NSApp;
+extern "C" NSNotificationName NSApplicationDidFinishLaunchingNotification;
 
 NS_ASSUME_NONNULL_END

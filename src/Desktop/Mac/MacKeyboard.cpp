@@ -2,6 +2,7 @@
 #include "Desktop/Mac/MacKeyboard.h"
 
 #include "Desktop/Mac/CoreFoundationReference.h"
+#include "Desktop/Mac/TypedText.h"
 #include "Desktop/PlatformError.h"
 
 #include <ApplicationServices/ApplicationServices.h>
@@ -29,9 +30,10 @@ void postEvent(const EventSource &source, const KeyStroke &stroke, Direction dir
         CGEventCreateKeyboardEvent(source.get(), stroke.virtualKey, direction == Direction::Down));
     if (!event)
         return;
-    if (stroke.text.isEmpty())
-        CGEventSetFlags(event.get(), static_cast<CGEventFlags>(stroke.flags.toInt()));
-    else
+    // Also where there are none: a new event has those of the keys that are held, and a text with Command is
+    // a shortcut.
+    CGEventSetFlags(event.get(), static_cast<CGEventFlags>(stroke.flags.toInt()));
+    if (!stroke.text.isEmpty())
         CGEventKeyboardSetUnicodeString(event.get(), static_cast<UniCharCount>(stroke.text.size()),
                                         stroke.text.utf16());
     CGEventPost(kCGHIDEventTap, event.get());
@@ -52,13 +54,18 @@ QCoro::Task<void> MacKeyboard::post(QList<KeyStroke> strokes, std::chrono::micro
 {
     if (strokes.isEmpty())
         co_return;
+    // Without the permission, the system takes the keys and drops them.
+    if (!AXIsProcessTrusted())
+        throw PlatformError(u"macOS doesn't let Orvane press keys: allow it in System Settings, Privacy & "
+                            "Security, Accessibility."_s);
     const std::optional<RunningApplication> target = co_await m_workspace.frontmostApplication();
     if (!target)
         throw PlatformError(u"No application is in front to receive the keys."_s);
     co_await m_workspace.activate(*target);
     co_await waitForUsersModifiers();
     const auto source = EventSource::adopted(CGEventSourceCreate(kCGEventSourceStateCombinedSessionState));
-    for (const KeyStroke &stroke : strokes) {
+    const QList<KeyStroke> events = TypedText::fitted(strokes);
+    for (const KeyStroke &stroke : events) {
         if (!m_workspace.hasKeys(*target))
             throw PlatformError(u"“%1” lost the keyboard focus, so no more keys were sent."_s.arg(
                 target->localizedName.value_or(u"The application"_s)));

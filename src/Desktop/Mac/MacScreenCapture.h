@@ -4,7 +4,7 @@
 #include "Desktop/ScreenCapture.h"
 
 // Pictures of the screen through the system's own command. Main thread. Without the Screen Recording
-// permission it leaves no file, or one that shows no windows of others.
+// permission it leaves no file, and has the system ask the user for it.
 class MacScreenCapture : public ScreenCapture
 {
 public:

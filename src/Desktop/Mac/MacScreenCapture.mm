@@ -4,6 +4,7 @@
 #include "Desktop/BoundedQueue.h"
 #include "Desktop/PlatformError.h"
 
+#include <CoreGraphics/CoreGraphics.h>
 #import <Foundation/Foundation.h>
 
 using namespace Qt::StringLiterals;
@@ -46,6 +47,11 @@ private:
 
 QCoro::Task<void> MacScreenCapture::capture(QString path)
 {
+    if (!CGPreflightScreenCaptureAccess()) {
+        // The command would leave a picture all the same, of the desktop without anybody's windows.
+        CGRequestScreenCaptureAccess();
+        co_return;
+    }
     const auto command = std::make_unique<Command>(path);
     const QFuture<bool> ended = finishedWithin(command->ended(), limit);
     if (co_await ended)

@@ -26,6 +26,7 @@ extern const CFStringRef kCGWindowOwnerName;
 extern const CFStringRef kCGWindowName;
 CFArrayRef _Nullable CGWindowListCopyWindowInfo(CGWindowListOption option,
                                                 CGWindowID relativeToWindow) CF_RETURNS_RETAINED;
-bool CGPreflightScreenCaptureAccess(void);
+bool CGPreflightScreenCaptureAccess(void) API_AVAILABLE(macos(10.15));
+bool CGRequestScreenCaptureAccess(void) API_AVAILABLE(macos(10.15));
 }
 CF_ASSUME_NONNULL_END

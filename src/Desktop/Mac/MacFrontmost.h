@@ -17,8 +17,11 @@ public:
     MacFrontmost(const MacFrontmost &) = delete;
     MacFrontmost &operator=(const MacFrontmost &) = delete;
 
-    // The frontmost application; while that is our own, the one before it, or none when there was none since
-    // this object was made or it has quit.
+    // Whether our own application is the frontmost one.
+    bool isOurs() const;
+
+    // The frontmost application, if any; while that is our own, the one before it, or none when there was
+    // none since this object was made or it has quit.
     NSRunningApplication *application() const;
 
 private:

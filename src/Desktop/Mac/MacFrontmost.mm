@@ -34,9 +34,15 @@ MacFrontmost::~MacFrontmost()
     [NSWorkspace.sharedWorkspace.notificationCenter removeObserver:m_memory->observation];
 }
 
+bool MacFrontmost::isOurs() const
+{
+    return [NSWorkspace.sharedWorkspace.frontmostApplication isEqual:NSRunningApplication.currentApplication];
+}
+
 NSRunningApplication *MacFrontmost::application() const
 {
-    m_memory->remember(NSWorkspace.sharedWorkspace.frontmostApplication);
+    NSRunningApplication *front = NSWorkspace.sharedWorkspace.frontmostApplication;
+    m_memory->remember(front);
     NSRunningApplication *last = m_memory->last;
-    return last.terminated ? nil : last;
+    return front && !last.terminated ? last : nil;
 }

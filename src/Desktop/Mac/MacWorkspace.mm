@@ -87,12 +87,16 @@ QCoro::Task<std::optional<RunningApplication>> MacWorkspace::frontmostApplicatio
 {
     if (NSRunningApplication *application = m_frontmost.application())
         co_return MacApplications::described(application);
+    if (!m_frontmost.isOurs())
+        co_return std::nullopt;
     // Nobody was in front but we: then it is the application whose window lies behind ours.
     const QList<WindowDescription> windows = co_await m_windowList.onScreenWindows();
     for (const WindowDescription &window : windows) {
         if (window.layer != 0 || window.ownerProcessIdentifier == m_windowList.ownProcessIdentifier())
             continue;
-        if (NSRunningApplication *owner = MacApplications::running(window.ownerProcessIdentifier))
+        NSRunningApplication *owner = MacApplications::running(window.ownerProcessIdentifier);
+        // What is no application to the user, the palettes of others for example, is passed over.
+        if (owner && owner.activationPolicy == NSApplicationActivationPolicyRegular)
             co_return MacApplications::described(owner);
     }
     co_return std::nullopt;

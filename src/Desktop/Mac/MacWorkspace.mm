@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Mac/MacWorkspace.h"
 
+#include "Desktop/Mac/Foreground.h"
 #include "Desktop/Mac/MacApplications.h"
 #include "Desktop/PlatformError.h"
 
@@ -13,7 +14,6 @@ namespace {
 
 // A first start may have the system look the application over, and the user asked about it.
 constexpr auto openingLimit = 30s;
-constexpr auto activationLimit = 1500ms;
 
 NSURL *fileUrl(const QString &path)
 {
@@ -60,15 +60,43 @@ private:
     std::shared_ptr<QPromise<QString>> m_promise = std::make_shared<QPromise<QString>>();
 };
 
-void requestActivation(NSRunningApplication *application)
+// By whatever application opens such addresses; false when it is none.
+bool requestOpening(const QUrl &url, const Opening &opening)
 {
-    // From macOS 14 on, the active application lets another one have its place.
+    NSURL *const address = url.toNSURL();
+    if (!address)
+        return false;
+    [NSWorkspace.sharedWorkspace openURL:address
+                           configuration:activatingConfiguration()
+                       completionHandler:opening.handler()];
+    return true;
+}
+
+QString nameOf(const RunningApplication &application)
+{
+    return application.localizedName.value_or(u"The application"_s);
+}
+
+// Throws when the application has ended.
+NSRunningApplication *openApplicationFor(const RunningApplication &application)
+{
+    NSRunningApplication *const running = MacApplications::running(application.processIdentifier);
+    if (!running || running.terminated)
+        throw PlatformError(u"“%1” is no longer open."_s.arg(nameOf(application)));
+    return running;
+}
+
+// False when the system refuses at once. From macOS 14 on, one application takes the place over from the
+// other, which has to let it; in the terminal that other one is not we, and nobody asks it.
+bool requestActivation(NSRunningApplication *application)
+{
     if (@available(macOS 14.0, *)) {
+        NSRunningApplication *const front = NSWorkspace.sharedWorkspace.frontmostApplication;
         [NSApp yieldActivationToApplication:application];
-        [application activateFromApplication:NSRunningApplication.currentApplication options:0];
-    } else {
-        [application activateWithOptions:NSApplicationActivateIgnoringOtherApps];
+        return [application activateFromApplication:front ? front : NSRunningApplication.currentApplication
+                                            options:0];
     }
+    return [application activateWithOptions:NSApplicationActivateIgnoringOtherApps];
 }
 
 } // namespace
@@ -104,19 +132,14 @@ QCoro::Task<std::optional<RunningApplication>> MacWorkspace::frontmostApplicatio
 
 QCoro::Task<void> MacWorkspace::activate(RunningApplication application)
 {
-    const QString name = application.localizedName.value_or(u"The application"_s);
-    if (!hasKeys(application)) {
-        NSRunningApplication *target = MacApplications::running(application.processIdentifier);
-        if (!target)
-            throw PlatformError(u"“%1” is no longer open."_s.arg(name));
-        requestActivation(target);
-    }
-    const auto end = std::chrono::steady_clock::now() + activationLimit;
-    while (!hasKeys(application)) {
-        if (std::chrono::steady_clock::now() >= end)
-            throw PlatformError(u"“%1” did not come to the front."_s.arg(name));
-        co_await m_clock.sleep(10ms);
-    }
+    const RunningApplication target = MacApplications::described(openApplicationFor(application));
+    Foreground::Means means;
+    means.hasKeys = [this, target] { return hasKeys(target); };
+    means.request = [target] { return requestActivation(openApplicationFor(target)); };
+    // What is refused to us, the system does itself for whoever asks it to open the application.
+    if (target.bundle)
+        means.open = [this, target] { return openApplication(*target.bundle); };
+    return Foreground::bring(nameOf(target), means, m_clock);
 }
 
 bool MacWorkspace::hasKeys(const RunningApplication &application) const
@@ -158,8 +181,15 @@ QCoro::Task<void> MacWorkspace::openApplication(ApplicationBundle application)
 
 QCoro::Task<bool> MacWorkspace::open(QUrl url)
 {
-    NSURL *address = url.toNSURL();
-    co_return address && [NSWorkspace.sharedWorkspace openURL:address];
+    const Opening opening;
+    if (!requestOpening(url, opening))
+        co_return false;
+    try {
+        co_await Opening::succeeded(opening, url.toDisplayString());
+        co_return true;
+    } catch (const PlatformError &) {
+        co_return false;
+    }
 }
 
 QCoro::Task<void> MacWorkspace::open(QUrl url, ApplicationBundle application)

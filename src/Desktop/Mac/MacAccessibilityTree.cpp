@@ -73,21 +73,43 @@ Reading readingOf(const MacAccessibilityTree::Element &element)
 struct Request
 {
     QList<MacAccessibilityTree::Element> elements;
-    bool holdsRoot = false;
+    qsizetype root = -1; // the position of the application's own element, if it is among them
     std::chrono::steady_clock::time_point deadline;
 };
 
-// Throws `silence` when the application does not answer.
-QList<Reading> readingsOf(const Request &request, const PlatformError &silence, const MacQueue &queue)
+PlatformError silence(const QString &name)
+{
+    return PlatformError(u"“%1” isn't responding."_s.arg(name));
+}
+
+// What the application as a whole has against being read.
+PlatformError refusal(AXError error, const QString &name)
+{
+    switch (error) {
+    case kAXErrorCannotComplete:
+        return silence(name);
+    case kAXErrorAPIDisabled:
+        return PlatformError(u"macOS doesn't let Orvane read other applications: allow it in System "
+                             "Settings, Privacy & Security, Accessibility."_s);
+    case kAXErrorInvalidUIElement:
+        return PlatformError(u"“%1” is no longer open."_s.arg(name));
+    default:
+        return PlatformError(u"“%1” doesn't tell what is in its windows."_s.arg(name));
+    }
+}
+
+// Throws PlatformError when the application as a whole cannot be read.
+QList<Reading> readingsOf(const Request &request, const QString &name, const MacQueue &queue)
 {
     QList<Reading> readings;
     for (const MacAccessibilityTree::Element &element : request.elements) {
         if (queue.isClosing() || std::chrono::steady_clock::now() >= request.deadline)
-            throw silence;
-        readings.append(readingOf(element));
-        // An application that does not even say what it is answers nothing else either.
-        if (request.holdsRoot && readings.constLast().error == kAXErrorCannotComplete)
-            throw silence;
+            throw silence(name);
+        const Reading reading = readingOf(element);
+        // Taken for an element that has vanished, it would be an application without any controls.
+        if (readings.size() == request.root && reading.error != kAXErrorSuccess)
+            throw refusal(reading.error, name);
+        readings.append(reading);
     }
     return readings;
 }
@@ -108,11 +130,10 @@ QCoro::Task<QList<AccessibilityAttributes>> MacAccessibilityTree::read(QList<Acc
     Request request;
     for (const AccessibilityElement element : elements)
         request.elements.append(m_elements.at(element));
-    request.holdsRoot = elements.contains(root());
+    request.root = elements.indexOf(root());
     request.deadline = start + walkLimit - m_waited;
-    const PlatformError silence(u"“%1” isn't responding."_s.arg(m_name));
-    const auto job = [request, silence, queue = m_queue.get()] {
-        return readingsOf(request, silence, *queue);
+    const auto job = [request, name = m_name, queue = m_queue.get()] {
+        return readingsOf(request, name, *queue);
     };
     const QList<Reading> readings = co_await m_queue->run(job, walkLimit + 2 * messageLimit);
     m_waited +=

@@ -29,7 +29,7 @@ private:
     MacWindowList m_windowList;
     MacWorkspace m_workspace{m_clock, m_windowList};
     MacKeyboard m_keyboard{m_workspace, m_clock};
-    MacScreenCapture m_screenCapture;
+    MacScreenCapture m_screenCapture{m_windowList};
     MacScripting m_scripting;
     MacAccessibility m_accessibility{activation()};
     Files m_files;

@@ -3,10 +3,11 @@
 
 #include "Desktop/Mac/MacDisplay.h"
 #include "Desktop/Mac/MacHotKeys.h"
+#include "Desktop/Mac/MacScreenAccess.h"
+#include "Desktop/Mac/MacWindowList.h"
 
 #import <AppKit/AppKit.h>
 #include <ApplicationServices/ApplicationServices.h>
-#include <CoreGraphics/CoreGraphics.h>
 
 using namespace Qt::StringLiterals;
 
@@ -37,13 +38,15 @@ DiagnosticCheck accessibility()
                         allowIn(u"Accessibility"_s));
 }
 
-DiagnosticCheck screenshot()
+QCoro::Task<DiagnosticCheck> screenshot()
 {
     const DiagnosticCheck check{u"screenshot"_s, u"Screenshots"_s};
-    if (CGPreflightScreenCaptureAccess())
-        return check.working(u"Orvane may take pictures of the screen."_s);
-    return check.broken(u"Orvane may not take pictures of other applications' windows."_s,
-                        allowIn(u"Screen Recording"_s));
+    MacWindowList windowList;
+    const bool isGranted = co_await MacScreenAccess::isGranted(windowList);
+    if (isGranted)
+        co_return check.working(u"Orvane may take pictures of the screen."_s);
+    co_return check.broken(u"Orvane may not take pictures of other applications' windows."_s,
+                           allowIn(u"Screen Recording"_s));
 }
 
 // The window's process, which has the key for itself.
@@ -88,6 +91,7 @@ QCoro::Task<QList<DiagnosticCheck>> MacDiagnosis::examine()
     if (checks.constFirst().isObstacle())
         co_return checks;
     const DiagnosticCheck hotKeyCheck = co_await hotKey();
-    checks << accessibility() << hotKeyCheck << screenshot();
+    const DiagnosticCheck screenshotCheck = co_await screenshot();
+    checks << accessibility() << hotKeyCheck << screenshotCheck;
     co_return checks;
 }

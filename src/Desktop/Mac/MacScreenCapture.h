@@ -2,11 +2,18 @@
 #pragma once
 
 #include "Desktop/ScreenCapture.h"
+#include "Desktop/WindowList.h"
 
 // Pictures of the screen through the system's own command. Main thread. Without the Screen Recording
 // permission it leaves no file, and has the system ask the user for it.
+// `windowList` outlives this object.
 class MacScreenCapture : public ScreenCapture
 {
 public:
+    explicit MacScreenCapture(WindowList &windowList) : m_windowList(windowList) {}
+
     QCoro::Task<void> capture(QString path) override;
+
+private:
+    WindowList &m_windowList;
 };

@@ -2,9 +2,9 @@
 #include "Desktop/Mac/MacScreenCapture.h"
 
 #include "Desktop/BoundedQueue.h"
+#include "Desktop/Mac/MacScreenAccess.h"
 #include "Desktop/PlatformError.h"
 
-#include <CoreGraphics/CoreGraphics.h>
 #import <Foundation/Foundation.h>
 
 using namespace Qt::StringLiterals;
@@ -47,9 +47,10 @@ private:
 
 QCoro::Task<void> MacScreenCapture::capture(QString path)
 {
-    if (!CGPreflightScreenCaptureAccess()) {
+    const bool isGranted = co_await MacScreenAccess::isGranted(m_windowList);
+    if (!isGranted) {
         // The command would leave a picture all the same, of the desktop without anybody's windows.
-        CGRequestScreenCaptureAccess();
+        MacScreenAccess::request();
         co_return;
     }
     const auto command = std::make_unique<Command>(path);

@@ -33,6 +33,9 @@ public:
     bool hasKeys(const RunningApplication &application) const;
 
 private:
+    // Waits until what was opened is in front. Throws PlatformError when it does not come.
+    QCoro::Task<void> comesForward(ApplicationBundle application, qint64 process);
+
     Clock &m_clock;
     WindowList &m_windowList;
     MacFrontmost m_frontmost;

@@ -37,27 +37,39 @@ public:
     void (^handler() const)(NSRunningApplication *, NSError *)
     {
         const auto promise = m_promise;
-        return ^(NSRunningApplication *, NSError *error) {
-          promise->addResult(error ? QString::fromNSString(error.localizedDescription) : QString());
+        return ^(NSRunningApplication *application, NSError *error) {
+          Report report;
+          report.process = application.processIdentifier;
+          if (error)
+              report.error = QString::fromNSString(error.localizedDescription);
+          promise->addResult(report);
           promise->finish();
         };
     }
 
-    // Throws the platform's error; or a sentence of our own when it reports nothing in time.
-    static QCoro::Task<void> succeeded(Opening opening, QString name)
+    // The process that has opened. Throws the platform's error; or a sentence of our own when it reports
+    // nothing in time.
+    static QCoro::Task<qint64> succeeded(Opening opening, QString name)
     {
-        const QFuture<QString> report = opening.m_promise->future();
-        const QFuture<bool> finished = finishedWithin(report, openingLimit);
+        const QFuture<Report> future = opening.m_promise->future();
+        const QFuture<bool> finished = finishedWithin(future, openingLimit);
         const bool inTime = co_await finished;
         if (!inTime)
             throw PlatformError(u"“%1” has not opened in time."_s.arg(name));
-        const QString error = report.result();
-        if (!error.isEmpty())
-            throw PlatformError(error);
+        const Report report = future.result();
+        if (report.error)
+            throw PlatformError(*report.error);
+        co_return report.process;
     }
 
 private:
-    std::shared_ptr<QPromise<QString>> m_promise = std::make_shared<QPromise<QString>>();
+    struct Report
+    {
+        std::optional<QString> error;
+        qint64 process = 0;
+    };
+
+    std::shared_ptr<QPromise<Report>> m_promise = std::make_shared<QPromise<Report>>();
 };
 
 // By whatever application opens such addresses; false when it is none.
@@ -97,6 +109,23 @@ bool requestActivation(NSRunningApplication *application)
                                             options:0];
     }
     return [application activateWithOptions:NSApplicationActivateIgnoringOtherApps];
+}
+
+// Whether the application of this process has a place in the Dock, and so in front. One that has ended may
+// have handed over to another process.
+bool belongsInFront(qint64 process)
+{
+    NSRunningApplication *const application = MacApplications::running(process);
+    return !application || application.activationPolicy == NSApplicationActivationPolicyRegular;
+}
+
+bool isInFront(const ApplicationBundle &bundle, qint64 process)
+{
+    NSRunningApplication *const front = NSWorkspace.sharedWorkspace.frontmostApplication;
+    if (!front)
+        return false;
+    const RunningApplication application = MacApplications::described(front);
+    return application.processIdentifier == process || application.bundle == bundle;
 }
 
 } // namespace
@@ -176,7 +205,22 @@ QCoro::Task<void> MacWorkspace::openApplication(ApplicationBundle application)
     [NSWorkspace.sharedWorkspace openApplicationAtURL:fileUrl(application.location)
                                         configuration:activatingConfiguration()
                                     completionHandler:opening.handler()];
-    co_await Opening::succeeded(opening, application.displayName);
+    const qint64 process = co_await Opening::succeeded(opening, application.displayName);
+    co_await comesForward(application, process);
+}
+
+QCoro::Task<void> MacWorkspace::comesForward(ApplicationBundle application, qint64 process)
+{
+    if (!belongsInFront(process))
+        co_return;
+    Foreground::Means means;
+    means.hasKeys = [application, process] { return isInFront(application, process); };
+    means.request = [process] {
+        if (NSRunningApplication *opened = MacApplications::running(process))
+            requestActivation(opened);
+        return true; // it is on its way even so
+    };
+    co_await Foreground::bring(application.displayName, means, m_clock);
 }
 
 QCoro::Task<bool> MacWorkspace::open(QUrl url)
@@ -202,7 +246,8 @@ QCoro::Task<void> MacWorkspace::open(QUrl url, ApplicationBundle application)
                      withApplicationAtURL:fileUrl(application.location)
                             configuration:activatingConfiguration()
                         completionHandler:opening.handler()];
-    co_await Opening::succeeded(opening, application.displayName);
+    const qint64 process = co_await Opening::succeeded(opening, application.displayName);
+    co_await comesForward(application, process);
 }
 
 QCoro::Task<void> MacWorkspace::reveal(QString path)

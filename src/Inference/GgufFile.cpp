@@ -86,6 +86,8 @@ public:
         for (quint64 i = 0; i < m_tensorCount && isGood(); ++i)
             readTensor();
         checkData();
+        if (m_tensorCount == 0 || !m_hasArchitecture)
+            refuse(Verdict::NoModel);
         return m_verdict;
     }
 
@@ -115,7 +117,7 @@ private:
         if (bytes > remaining())
             refuse(Verdict::CutShort);
         else
-            m_file.seek(m_file.pos() + static_cast<qint64>(bytes));
+            m_file.skip(static_cast<qint64>(bytes)); // a seek would throw away what is read ahead
     }
 
     QByteArray string(quint64 longest)
@@ -145,6 +147,7 @@ private:
     {
         const QByteArray key = string(longestName);
         const auto type = number<quint32>();
+        m_hasArchitecture = m_hasArchitecture || key == "general.architecture";
         if (type == static_cast<quint32>(ValueType::Array))
             readArray(key);
         else if (type == static_cast<quint32>(ValueType::String))
@@ -235,6 +238,7 @@ private:
     Verdict m_verdict = Verdict::Plausible;
     quint64 m_tensorCount = 0;
     quint64 m_valueCount = 0;
+    bool m_hasArchitecture = false;
     quint64 m_end = 0; // of the tensor that ends last, from the beginning of the data
     quint32 m_alignment = defaultAlignment;
 };
@@ -264,6 +268,8 @@ QLatin1String GgufFile::explanation(Verdict verdict)
         return "The file ends too early."_L1;
     case Verdict::Malformed:
         return "The file contradicts itself."_L1;
+    case Verdict::NoModel:
+        return "The file holds no model."_L1;
     }
     Q_UNREACHABLE();
 }

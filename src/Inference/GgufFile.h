@@ -5,7 +5,8 @@
 #include <QString>
 
 // A look at a model file before llama.cpp gets it, because the library's loader may end the process on a file
-// that contradicts itself. Reads the file's metadata only, never its weights. Any thread but the main one.
+// that contradicts itself; and before a download gets a model's name. Reads the file's metadata only, never
+// its weights. Any thread but the main one of a program with a window.
 namespace GgufFile {
 
 enum class Verdict {
@@ -14,7 +15,8 @@ enum class Verdict {
     NotGguf,        // does not begin with "GGUF"
     UnknownVersion, // neither 2 nor 3
     CutShort,       // ends before what it announces
-    Malformed       // announces what no model file holds
+    Malformed,      // announces what no model file holds
+    NoModel         // is whole, but of no architecture or without weights
 };
 
 Verdict examine(const QString &path);

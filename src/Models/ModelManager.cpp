@@ -3,10 +3,11 @@
 
 #include "Base/LocalizedError.h"
 #include "Base/Text.h"
+#include "Inference/GgufFile.h"
 #include "Models/DownloadName.h"
 #include "Models/FileMove.h"
 
-#include <QFileInfo>
+#include <QFile>
 #include <QPointer>
 
 #include <algorithm>
@@ -22,6 +23,14 @@ const QString selectedModelKey = u"selectedModel"_s;
 constexpr qint64 assumedSize = 1'000'000'000;
 
 constexpr int firstFailureStatus = 400;
+
+// The file's identity where no engine could load it; nothing where the fault must be another.
+std::optional<StoredModel::Identity> identityOfUnusable(const QString &path)
+{
+    // Before the look, so that a file that is replaced meanwhile is not taken for this one.
+    const std::optional<StoredModel::Identity> identity = StoredModel::identity(path);
+    return StoredModel::examine(path) == StoredModel::Condition::Unusable ? identity : std::nullopt;
+}
 
 } // namespace
 
@@ -43,8 +52,13 @@ ModelManager::~ModelManager()
 
 void ModelManager::refresh()
 {
-    const bool present = QFileInfo::exists(directory() + u'/' + m_selected.fileName);
-    setState(present ? State::ready() : State::needsDownload());
+    setState(hasFile() ? State::ready() : State::needsDownload());
+}
+
+bool ModelManager::hasFile() const
+{
+    const std::optional<StoredModel::Identity> file = StoredModel::identity(path(m_selected));
+    return file && file != m_unusable;
 }
 
 void ModelManager::select(const LocalModel &model)
@@ -89,19 +103,34 @@ QCoro::Task<void> ModelManager::loadIfNeeded()
 
     const QPointer<ModelManager> self(this);
     const quint64 selection = m_selection;
-    const QString path = directory() + u'/' + m_selected.fileName;
+    const QString file = path(m_selected);
     State outcome = State::loaded();
     try {
-        co_await m_engine->load(path);
+        co_await m_engine->load(file);
     } catch (const LocalizedError &error) {
         outcome = State::failed(error.errorDescription());
     } catch (const std::exception &error) {
         outcome = State::failed(Text::cleaned(QString::fromLocal8Bit(error.what())));
     }
+    if (self && selection == m_selection && outcome.kind == State::Kind::failed)
+        co_await lookForTheFault(file);
     if (!self || selection != m_selection)
         co_return;
     m_unloading = false;
     setState(outcome);
+}
+
+// Remembers whether it is the file's own fault that it could not be loaded.
+QCoro::Task<void> ModelManager::lookForTheFault(QString path)
+{
+    const QPointer<ModelManager> self(this);
+    if (!m_files)
+        m_files = std::make_unique<SerialQueue>(u"models.files"_s);
+    const auto look = [path] { return identityOfUnusable(path); };
+    const QFuture<std::optional<StoredModel::Identity>> looking = m_files->run(look);
+    const std::optional<StoredModel::Identity> unusable = co_await looking;
+    if (self)
+        m_unusable = unusable;
 }
 
 void ModelManager::downloadProgressed(quint64 task, qint64 written, qint64 expected)
@@ -156,12 +185,18 @@ void ModelManager::cancelTask()
     m_task.reset();
 }
 
-// Moves the finished file to its name in the models folder; on the session's thread. What went wrong, if
-// anything.
+// Moves the finished file, if it is a model, to its name in the models folder; on the session's thread. What
+// went wrong, if anything.
 QString ModelManager::published(const FinishedDownload &download) const
 {
     if (download.httpStatus >= firstFailureStatus)
         return u"Download failed (HTTP %1)."_s.arg(*download.httpStatus);
+    const GgufFile::Verdict verdict = GgufFile::examine(download.temporaryFile);
+    if (verdict != GgufFile::Verdict::Plausible) {
+        // Nobody can make more of it; the next download begins anew.
+        QFile::remove(download.temporaryFile);
+        return u"The download is no usable model. "_s + GgufFile::explanation(verdict);
+    }
     const QString destination = directory() + u'/' + downloadName(download.originalUrl);
     const std::error_code error = moveReplacing(download.temporaryFile, destination);
     if (!error)

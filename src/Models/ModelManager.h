@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "Base/SerialQueue.h"
 #include "Inference/InferenceEngine.h"
 #include "Models/DownloadSession.h"
 #include "Models/LocalModel.h"
 #include "Models/ModelStorage.h"
+#include "Models/StoredModel.h"
 
 #include <QCoroTask>
 #include <QObject>
@@ -54,7 +56,12 @@ public:
     // The models folder; each call makes sure that it exists.
     QString directory() const { return m_storage.modelsDirectory(); }
 
-    // Derives the state anew from the presence of the selected model's file, whatever it was before.
+    // Where the file of a model belongs.
+    QString path(const LocalModel &model) const { return directory() + u'/' + model.fileName; }
+
+    // Derives the state anew from the presence of the selected model's file, whatever it was before. A file
+    // that could not be loaded because it is no usable model counts as missing until it is another one; it
+    // stays where it is until a download replaces it.
     void refresh();
 
     // Switches to another catalog entry: cancels the download, empties the engine, remembers the choice, and
@@ -86,6 +93,8 @@ private:
     void setState(const State &state);
     void setSelected(const LocalModel &model);
     void cancelTask();
+    bool hasFile() const;
+    QCoro::Task<void> lookForTheFault(QString path);
     QString published(const FinishedDownload &download) const;
     void takeFinished(quint64 task, const QString &message);
     void takeFailed(quint64 task, const QString &message);
@@ -101,4 +110,8 @@ private:
     quint64 m_selection = 0;
     // The engine empties itself in its own time, and says that it is loaded until then.
     bool m_unloading = false;
+    // The file that could not be loaded last, where the fault is the file's own.
+    std::optional<StoredModel::Identity> m_unusable;
+    // Where files are looked into; made when one is.
+    std::unique_ptr<SerialQueue> m_files;
 };

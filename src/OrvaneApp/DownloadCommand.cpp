@@ -22,11 +22,14 @@ DownloadCommand::DownloadCommand(ModelManager &models, Terminal &terminal, QObje
 void DownloadCommand::start()
 {
     const LocalModel model = m_models.selected();
-    if (m_models.state().kind != ModelManager::State::Kind::needsDownload) {
+    const StoredModel::Condition condition = StoredModel::examine(m_models.path(model));
+    if (condition == StoredModel::Condition::Plausible) {
         m_terminal.line(u"%1 is already on this machine."_s.arg(model.name));
         end(ExitStatus::done);
         return;
     }
+    if (condition == StoredModel::Condition::Unusable)
+        m_terminal.line(u"The file that is here can't be used; it will be replaced."_s);
     connect(&m_models, &ModelManager::stateChanged, this, &DownloadCommand::showState);
     m_terminal.line(u"Downloading %1 (~%2 MB)"_s.arg(model.name).arg(model.sizeMB));
     m_models.download();

@@ -7,7 +7,8 @@
 #include <QObject>
 #include <QString>
 
-// `orvane models download`: gets the selected model and shows how far it is. Main thread; nothing is owned.
+// `orvane models download`: gets the selected model, in place of a file that can't be used if there is one,
+// and shows how far it is. Main thread, which looks into that file; nothing is owned.
 class DownloadCommand : public QObject
 {
     Q_OBJECT

@@ -3,32 +3,37 @@
 
 #include "OrvaneApp/ExitStatus.h"
 
-#include <QFileInfo>
-
 using namespace Qt::StringLiterals;
 
 namespace {
 
 constexpr int identifierWidth = 14;
 
-bool isPresent(const LocalModel &model, const QString &directory)
+QString presence(StoredModel::Condition condition)
 {
-    return QFileInfo::exists(directory + u'/' + model.fileName);
+    switch (condition) {
+    case StoredModel::Condition::Missing:
+        return u"not downloaded"_s;
+    case StoredModel::Condition::Unusable:
+        return u"its file can't be used"_s;
+    case StoredModel::Condition::Plausible:
+        return u"on this machine"_s;
+    }
+    Q_UNREACHABLE();
 }
 
 } // namespace
 
 int ModelsCommand::list(const ModelManager &models, Terminal &terminal)
 {
-    const QString directory = models.directory();
     for (const LocalModel &model : LocalModel::catalog()) {
         const QString mark = model == models.selected() ? u"* "_s : u"  "_s;
-        const QString presence = isPresent(model, directory) ? u"on this machine"_s : u"not downloaded"_s;
+        const StoredModel::Condition condition = StoredModel::examine(models.path(model));
         terminal.line(mark + model.id.leftJustified(identifierWidth) +
-                      u"%1 — %2 — %3"_s.arg(model.name, model.detail, presence));
+                      u"%1 — %2 — %3"_s.arg(model.name, model.detail, presence(condition)));
     }
     terminal.line(QString());
-    terminal.line(u"* is selected. The files are in %1"_s.arg(directory));
+    terminal.line(u"* is selected. The files are in %1"_s.arg(models.directory()));
     return ExitStatus::done;
 }
 
@@ -36,7 +41,10 @@ int ModelsCommand::select(ModelManager &models, const LocalModel &model, Termina
 {
     models.select(model);
     terminal.line(u"%1 is selected."_s.arg(model.name));
-    if (!isPresent(model, models.directory()))
+    const StoredModel::Condition condition = StoredModel::examine(models.path(model));
+    if (condition == StoredModel::Condition::Missing)
         terminal.line(u"It isn't on this machine yet. Get it with: orvane models download"_s);
+    else if (condition == StoredModel::Condition::Unusable)
+        terminal.line(u"Its file can't be used. Replace it with: orvane models download"_s);
     return ExitStatus::done;
 }

@@ -4,7 +4,8 @@
 #include "Models/ModelManager.h"
 #include "OrvaneApp/Terminal.h"
 
-// `orvane models` and `orvane models select`: what needs no waiting. Each gives the exit status.
+// `orvane models` and `orvane models select`: what takes moments, and is done at once. Each gives the exit
+// status.
 namespace ModelsCommand {
 
 // The catalog: what is selected, and what is on this machine.

@@ -52,7 +52,7 @@ DiagnosticCheck ReadinessChecks::modelCheck(const LocalModel &model, const QStri
                             u"Get it with: orvane models download"_s);
     if (file->verdict != GgufFile::Verdict::Plausible)
         return check.broken(u"%1 can't be used. %2"_s.arg(model.name, GgufFile::explanation(file->verdict)),
-                            u"Delete %1, then get it again with: orvane models download"_s.arg(path));
+                            u"Replace it with: orvane models download"_s);
     return check.working(u"%1 is on this machine (%2)."_s.arg(model.name, megabytes(file->bytes)));
 }
 

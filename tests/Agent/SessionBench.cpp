@@ -2,9 +2,9 @@
 #include "Agent/SessionBench.h"
 
 #include "Agent/SystemPrompt.h"
+#include "Support/ModelBytes.h"
 
 #include <QDir>
-#include <QFile>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -74,9 +74,8 @@ ModelStorage SessionBench::storage(ModelFile file) const
     const ModelStorage storage{folder.filePath(u"data"_s), folder.filePath(u"settings.ini"_s)};
     const QString path = storage.modelsDirectory() + u'/' + LocalModel::catalog().constFirst().fileName;
     if (file == ModelFile::Present) {
-        QFile model(path);
-        [[maybe_unused]] const bool opened = model.open(QIODevice::WriteOnly);
-        Q_ASSERT(opened);
+        [[maybe_unused]] const bool written = ModelBytes::write(path);
+        Q_ASSERT(written);
     }
     return storage;
 }

@@ -26,6 +26,7 @@ private Q_SLOTS:
     void aFailureShowsItsMessage();
     void tryingAgainDownloadsAMissingFile();
     void tryingAgainLoadsAFileThatIsThere();
+    void tryingAgainReplacesAFileThatIsNoModel();
 };
 
 void SetupViewModelTest::theChoicesAreTheCatalogInItsOrder()
@@ -146,6 +147,24 @@ void SetupViewModelTest::tryingAgainLoadsAFileThatIsThere()
     setup.tryAgain();
     QTRY_COMPARE(setup.step(), SetupViewModel::Done);
     QVERIFY(bench.downloads->started.isEmpty());
+}
+
+void SetupViewModelTest::tryingAgainReplacesAFileThatIsNoModel()
+{
+    SessionBench bench;
+    SetupViewModel setup(bench.models);
+    QFile broken(bench.models.path(bench.models.selected()));
+    QVERIFY(broken.open(QIODevice::WriteOnly));
+    broken.write("no model at all");
+    broken.close();
+    bench.engine->loadError = InferenceError(InferenceError::Code::loadFailed);
+    const QCoro::Task<void> loading = bench.models.loadIfNeeded();
+    QTRY_COMPARE(setup.step(), SetupViewModel::Failed);
+    QCOMPARE(setup.message(), u"Couldn't load the model file."_s);
+    setup.tryAgain();
+    QCOMPARE(setup.step(), SetupViewModel::Downloading);
+    QCOMPARE(bench.downloads->started.size(), 1);
+    QVERIFY(broken.exists()); // until there is a better one
 }
 
 QTEST_GUILESS_MAIN(SetupViewModelTest)

@@ -107,7 +107,11 @@ private Q_SLOTS:
         QTest::newRow("version 4") << goodFile(4) << Verdict::UnknownVersion;
         QTest::newRow("the other byte order") << goodFile(0x03000000) << Verdict::UnknownVersion;
         QTest::newRow("magic only") << QByteArray("GGUF") << Verdict::CutShort;
-        QTest::newRow("no metadata and no tensors") << Bytes().header(3, 0, 0).bytes() << Verdict::Plausible;
+        QTest::newRow("no metadata and no tensors") << Bytes().header(3, 0, 0).bytes() << Verdict::NoModel;
+        QTest::newRow("no tensors") << Bytes().header(3, 0, 1).text("general.architecture", "llama").bytes()
+                                    << Verdict::NoModel;
+        QTest::newRow("no architecture")
+            << Bytes().header(3, 1, 0).tensor("output.weight", 0).data(32).bytes() << Verdict::NoModel;
         QTest::newRow("more tensors than bytes") << Bytes().header(3, ~0ULL, 0).bytes() << Verdict::CutShort;
         QTest::newRow("more values than bytes")
             << Bytes().header(3, 0, 1ULL << 62).bytes() << Verdict::CutShort;
@@ -160,7 +164,13 @@ private Q_SLOTS:
                                    << Verdict::Malformed;
         QTest::newRow("too many layers")
             << Bytes().header(3, 0, 1).number("llama.block_count", 513).bytes() << Verdict::Malformed;
-        QTest::newRow("most layers") << Bytes().header(3, 0, 1).number("llama.block_count", 512).bytes()
+        QTest::newRow("most layers") << Bytes()
+                                            .header(3, 1, 2)
+                                            .text("general.architecture", "llama")
+                                            .number("llama.block_count", 512)
+                                            .tensor("t", 0)
+                                            .data(32)
+                                            .bytes()
                                      << Verdict::Plausible;
         QTest::newRow("a token twice")
             << Bytes().header(3, 0, 1).texts("tokenizer.ggml.tokens", {"a", "b", "a"}).bytes()
@@ -190,9 +200,17 @@ private Q_SLOTS:
             << Verdict::Malformed;
         QTest::newRow("offset that cannot be counted")
             << Bytes().header(3, 1, 0).tensor("t", ~0ULL).data(64).bytes() << Verdict::Malformed;
-        QTest::newRow("type that nobody knows")
-            << Bytes().header(3, 1, 0).string("t").u32(1).u64(8).u32(~0U).u64(0).data(64).bytes()
-            << Verdict::Plausible;
+        QTest::newRow("type that nobody knows") << Bytes()
+                                                       .header(3, 1, 1)
+                                                       .text("general.architecture", "llama")
+                                                       .string("t")
+                                                       .u32(1)
+                                                       .u64(8)
+                                                       .u32(~0U)
+                                                       .u64(0)
+                                                       .data(64)
+                                                       .bytes()
+                                                << Verdict::Plausible;
         QTest::newRow("no data") << Bytes().header(3, 1, 0).tensor("t", 0).bytes() << Verdict::CutShort;
     }
 

@@ -2,6 +2,7 @@
 #include "Models/HttpDownloadSession.h"
 #include "Models/LocalHttpServer.h"
 #include "Models/ModelManager.h"
+#include "Support/ModelBytes.h"
 #include "Support/ScriptedEngine.h"
 
 #include <QDeadlineTimer>
@@ -25,7 +26,7 @@ constexpr qint64 modelSize = 400'000;
 Resource resource(char fill)
 {
     Resource result;
-    result.content = QByteArray(modelSize, fill);
+    result.content = ModelBytes::plausible(modelSize, fill);
     result.entityTag = QByteArray("\"") + fill + '"';
     return result;
 }
@@ -56,6 +57,7 @@ private Q_SLOTS:
     void failedMoveIsShown();
     void fullDiskIsRefusedBeforeTheDownloadStarts();
     void damagedDownloadPublishesNothing();
+    void downloadThatIsNoModelPublishesNothingAndTheNextTryBeginsAnew();
     void modelsFolderOnAnotherFileSystemIsServed();
     void quittingMidwayKeepsThePartForTheNextStart();
 
@@ -153,7 +155,7 @@ void ModelDownloadTest::finishedDownloadIsLoaded()
     QCOMPARE(m_engine->loadedPaths, {path(u"first.gguf"_s)});
     QFile file(path(u"first.gguf"_s));
     QVERIFY(file.open(QIODevice::ReadOnly));
-    QCOMPARE(file.readAll(), QByteArray(modelSize, '1'));
+    QCOMPARE(file.readAll(), resource('1').content);
 }
 
 void ModelDownloadTest::missingFileFailsAndKeepsAnEarlierOne()
@@ -245,7 +247,7 @@ void ModelDownloadTest::downloadAfterASwitchBringsTheOtherModel()
     QCOMPARE(m_engine->loadedPaths, {path(u"second.gguf"_s)});
     QFile file(path(u"second.gguf"_s));
     QVERIFY(file.open(QIODevice::ReadOnly));
-    QCOMPARE(file.readAll(), QByteArray(modelSize, '2'));
+    QCOMPARE(file.readAll(), resource('2').content);
 }
 
 void ModelDownloadTest::lateProgressReportDoesNotBringBackDownloading()
@@ -303,6 +305,25 @@ void ModelDownloadTest::damagedDownloadPublishesNothing()
     QTRY_COMPARE(m_manager->state().kind, State::Kind::failed);
     QVERIFY(m_manager->state().message.contains(u"SHA-256"_s));
     QVERIFY(!QFile::exists(path(u"first.gguf"_s)));
+}
+
+void ModelDownloadTest::downloadThatIsNoModelPublishesNothingAndTheNextTryBeginsAnew()
+{
+    Resource page;
+    page.content = "<html>Please log in to this network</html>";
+    page.entityTag = "\"page\"";
+    m_server->set(u"/first.gguf"_s, page);
+    m_manager->download();
+    const QString message = u"The download is no usable model. The file is no GGUF file."_s;
+    QTRY_COMPARE(m_manager->state(), State::failed(message));
+    QCOMPARE(QDir(m_manager->directory()).entryList(QDir::Files | QDir::Hidden), QStringList());
+
+    m_server->set(u"/first.gguf"_s, resource('1'));
+    m_manager->refresh();
+    QCOMPARE(m_manager->state(), State::needsDownload());
+    m_manager->download();
+    QTRY_COMPARE(m_manager->state(), State::loaded());
+    QCOMPARE(m_server->requests().last().headers.value("range"), QByteArray());
 }
 
 void ModelDownloadTest::modelsFolderOnAnotherFileSystemIsServed()

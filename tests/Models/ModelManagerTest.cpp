@@ -2,6 +2,7 @@
 #include "Models/ModelManager.h"
 
 #include "Support/Gate.h"
+#include "Support/ModelBytes.h"
 #include "Support/ScriptedDownloadSession.h"
 #include "Support/ScriptedEngine.h"
 
@@ -18,6 +19,9 @@ using namespace Qt::StringLiterals;
 using State = ModelManager::State;
 
 namespace {
+
+const QByteArray earlier = ModelBytes::plausible(1000, 'e');
+const QByteArray downloaded = ModelBytes::plausible(1000, 'd');
 
 // Lets everything that is queued for the main thread happen.
 void turnTheLoop()
@@ -79,6 +83,8 @@ private Q_SLOTS:
     void statusBelowFourHundredCountsAsSuccess_data();
     void statusBelowFourHundredCountsAsSuccess();
     void failedMoveIsReported();
+    void downloadThatIsNoModelIsNotPublished_data();
+    void downloadThatIsNoModelIsNotPublished();
     void downloadWithoutAUsableNameIsStoredAsModel_data();
     void downloadWithoutAUsableNameIsStoredAsModel();
     void transportErrorFails();
@@ -97,6 +103,8 @@ private Q_SLOTS:
     void secondLoadWhileOneRunsDoesNothing();
     void loadedStateWithAnEmptyEngineLoadsAgain();
     void failedLoadShowsTheEnginesMessage();
+    void fileThatIsNoModelCountsAsMissingOnceItsLoadHasFailed();
+    void fileThatWasReplacedIsLoadedAfterAFailure();
     void loadThatOutlivesTheManagerIsHarmless();
 
     void everyChangeIsAnnouncedBeforeItHappens();
@@ -104,9 +112,9 @@ private Q_SLOTS:
 
 private:
     void newManager();
-    void putFile(const LocalModel &model, const QByteArray &content = "earlier");
+    void putFile(const LocalModel &model, const QByteArray &content = earlier);
     QByteArray fileContent(const QString &name) const;
-    QString temporaryFile(const QByteArray &content = "downloaded") const;
+    QString temporaryFile(const QByteArray &content = downloaded) const;
     void finish(const QString &file, int status = 200);
     QString chosen() const;
     void bringInto(State::Kind kind);
@@ -446,7 +454,7 @@ void ModelManagerTest::finishedFileIsMovedIntoPlaceAndLoaded()
             [&] { states.append(m_manager->state().kind); });
     finish(file);
     // Before the callback returned, whatever the main thread was doing.
-    QCOMPARE(fileContent(firstModel().fileName), "downloaded");
+    QCOMPARE(fileContent(firstModel().fileName), downloaded);
     QVERIFY(!QFile::exists(file));
     QCOMPARE(m_manager->state(), State::downloading(0.0));
 
@@ -461,7 +469,7 @@ void ModelManagerTest::finishedFileReplacesAnEarlierOne()
     m_manager->download();
     finish(temporaryFile());
     QTRY_COMPARE(m_manager->state(), State::loaded());
-    QCOMPARE(fileContent(firstModel().fileName), "downloaded");
+    QCOMPARE(fileContent(firstModel().fileName), downloaded);
 }
 
 void ModelManagerTest::errorStatusFailsAndLeavesAnEarlierFile()
@@ -470,7 +478,7 @@ void ModelManagerTest::errorStatusFailsAndLeavesAnEarlierFile()
     m_manager->download();
     finish({}, 404);
     QTRY_COMPARE(m_manager->state(), State::failed(u"Download failed (HTTP 404)."_s));
-    QCOMPARE(fileContent(firstModel().fileName), "earlier");
+    QCOMPARE(fileContent(firstModel().fileName), earlier);
 }
 
 void ModelManagerTest::statusBelowFourHundredCountsAsSuccess_data()
@@ -504,6 +512,31 @@ void ModelManagerTest::failedMoveIsReported()
     QTRY_COMPARE(m_manager->state(), State::failed(message));
 }
 
+void ModelManagerTest::downloadThatIsNoModelIsNotPublished_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("a page of a network that wants a login")
+        << QByteArray("<html>Please log in</html>") << u"The file is no GGUF file."_s;
+    QTest::newRow("the first half of a model") << downloaded.first(500) << u"The file ends too early."_s;
+    QTest::newRow("no weights") << QByteArray("GGUF\3\0\0\0", 8) + QByteArray(16, '\0')
+                                << u"The file holds no model."_s;
+}
+
+void ModelManagerTest::downloadThatIsNoModelIsNotPublished()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(QString, reason);
+    putFile(firstModel());
+    m_manager->download();
+    const QString file = temporaryFile(content);
+    finish(file);
+    QCOMPARE(fileContent(firstModel().fileName), earlier);
+    QVERIFY(!QFile::exists(file));
+    QTRY_COMPARE(m_manager->state(), State::failed(u"The download is no usable model. "_s + reason));
+    QVERIFY(m_engine->loadedPaths.isEmpty());
+}
+
 void ModelManagerTest::downloadWithoutAUsableNameIsStoredAsModel_data()
 {
     QTest::addColumn<QUrl>("url");
@@ -522,7 +555,7 @@ void ModelManagerTest::downloadWithoutAUsableNameIsStoredAsModel()
     ScriptedDownloadSession::onSessionThread([&] {
         m_session->delegate->downloadFinished({1, 200, file, url});
     });
-    QCOMPARE(fileContent(u"model.gguf"_s), "downloaded");
+    QCOMPARE(fileContent(u"model.gguf"_s), downloaded);
     QTRY_COMPARE(m_manager->state(), State::needsDownload());
 }
 
@@ -683,6 +716,44 @@ void ModelManagerTest::failedLoadShowsTheEnginesMessage()
     m_manager->refresh();
     m_manager->loadIfNeeded();
     QTRY_COMPARE(m_manager->state(), State::loaded());
+}
+
+void ModelManagerTest::fileThatIsNoModelCountsAsMissingOnceItsLoadHasFailed()
+{
+    putFile(firstModel(), "no model at all");
+    m_manager->refresh();
+    QCOMPARE(m_manager->state(), State::ready());
+    m_engine->loadError = InferenceError(InferenceError::Code::loadFailed);
+    m_manager->loadIfNeeded();
+    QTRY_COMPARE(m_manager->state(), State::failed(u"Couldn't load the model file."_s));
+    m_manager->refresh();
+    QCOMPARE(m_manager->state(), State::needsDownload());
+    QCOMPARE(fileContent(firstModel().fileName), "no model at all");
+
+    m_manager->select(secondModel());
+    m_manager->select(firstModel());
+    QCOMPARE(m_manager->state(), State::needsDownload());
+    m_engine->loadError.reset();
+    m_manager->download();
+    finish(temporaryFile());
+    QTRY_COMPARE(m_manager->state(), State::loaded());
+    QCOMPARE(fileContent(firstModel().fileName), downloaded);
+}
+
+void ModelManagerTest::fileThatWasReplacedIsLoadedAfterAFailure()
+{
+    putFile(firstModel(), QByteArray(earlier.size(), 'x'));
+    m_manager->refresh();
+    m_engine->loadError = InferenceError(InferenceError::Code::loadFailed);
+    m_manager->loadIfNeeded();
+    QTRY_COMPARE(m_manager->state().kind, State::Kind::failed);
+    m_engine->loadError.reset();
+    putFile(firstModel()); // as a user does who has a copy
+    m_manager->refresh();
+    QCOMPARE(m_manager->state(), State::ready());
+    m_manager->loadIfNeeded();
+    QTRY_COMPARE(m_manager->state(), State::loaded());
+    QVERIFY(m_session->started.isEmpty());
 }
 
 void ModelManagerTest::loadThatOutlivesTheManagerIsHarmless()

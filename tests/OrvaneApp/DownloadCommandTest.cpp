@@ -5,6 +5,7 @@
 #include "OrvaneApp/ExitStatus.h"
 #include "OrvaneApp/ModelsCommand.h"
 #include "OrvaneApp/TerminalBench.h"
+#include "Support/ModelBytes.h"
 #include "Support/ScriptedEngine.h"
 
 #include <QFile>
@@ -31,7 +32,7 @@ public:
                   std::make_unique<HttpDownloadSession>(storage.downloadsDirectory()), storage)
     {
         LocalHttpServer::Resource resource;
-        resource.content = QByteArray(modelSize, 'm');
+        resource.content = ModelBytes::plausible(modelSize);
         resource.entityTag = "\"1\"";
         server.set(u"/local.gguf"_s, resource);
         held = resource;
@@ -69,6 +70,7 @@ private Q_SLOTS:
     void theModelIsDownloadedAndTriedOut();
     void aTerminalShowsABar();
     void aModelThatIsThereIsNotDownloadedAgain();
+    void aFileThatIsNoModelIsReplaced();
     void aFailureIsSaidAndEndsWithOne();
     void whatWasInterruptedGoesOn();
     void theBarIsFilledAndThePercentageTruncated_data();
@@ -112,6 +114,20 @@ void DownloadCommandTest::aModelThatIsThereIsNotDownloadedAgain()
     QCOMPARE(bench.run(), ExitStatus::done);
     QVERIFY(bench.terminal.output().endsWith(u"Local Model is already on this machine.\n"_s));
     QCOMPARE(bench.server.requests().size(), 1);
+}
+
+void DownloadCommandTest::aFileThatIsNoModelIsReplaced()
+{
+    DownloadBench bench;
+    QFile broken(bench.path());
+    QVERIFY(broken.open(QIODevice::WriteOnly));
+    broken.write("no model at all");
+    broken.close();
+    bench.manager.refresh();
+    QCOMPARE(bench.run(), ExitStatus::done);
+    QCOMPARE(QFile(bench.path()).size(), modelSize);
+    QVERIFY(bench.terminal.output().startsWith(
+        u"The file that is here can't be used; it will be replaced.\nDownloading Local Model (~1 MB)\n"_s));
 }
 
 void DownloadCommandTest::aFailureIsSaidAndEndsWithOne()
@@ -169,8 +185,8 @@ void DownloadCommandTest::theListSaysWhatIsSelectedAndPresent()
 {
     DownloadBench bench;
     bench.manager.select(LocalModel::catalog().constLast());
-    QFile present(bench.manager.directory() + u'/' + LocalModel::catalog().constFirst().fileName);
-    QVERIFY(present.open(QIODevice::WriteOnly));
+    const QString first = bench.manager.path(LocalModel::catalog().constFirst());
+    QVERIFY(ModelBytes::write(first));
     QCOMPARE(ModelsCommand::list(bench.manager, bench.terminal.terminal), ExitStatus::done);
     const QString expected =
         u"  qwen2.5-1.5b  Qwen2.5 1.5B Instruct — Fast and light · ~1 GB — on this machine\n"
@@ -178,6 +194,14 @@ void DownloadCommandTest::theListSaysWhatIsSelectedAndPresent()
         "\n"
         "* is selected. The files are in %1\n"_s;
     QCOMPARE(bench.terminal.output(), expected.arg(bench.manager.directory()));
+
+    QVERIFY(QFile::resize(first, 100));
+    QCOMPARE(ModelsCommand::list(bench.manager, bench.terminal.terminal), ExitStatus::done);
+    QVERIFY(bench.terminal.output().contains(u"~1 GB — its file can't be used\n"_s));
+    const LocalModel broken = LocalModel::catalog().constFirst();
+    QCOMPARE(ModelsCommand::select(bench.manager, broken, bench.terminal.terminal), ExitStatus::done);
+    QVERIFY(bench.terminal.output().endsWith(
+        u"Its file can't be used. Replace it with: orvane models download\n"_s));
 }
 
 void DownloadCommandTest::aSelectionLasts()

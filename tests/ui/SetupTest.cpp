@@ -37,6 +37,7 @@ private Q_SLOTS:
     void aFailedDownloadCanBeTriedAgain_data();
     void aFailedDownloadCanBeTriedAgain();
     void aBrokenModelCanBeReplaced();
+    void aBrokenModelIsDownloadedAnew();
 
 private:
     bool startWithoutModel();
@@ -174,6 +175,18 @@ void UiSetupTest::aBrokenModelCanBeReplaced()
     orvane().installPracticeModel();
     QVERIFY(orvane().press(Role::button, u"Try again"_s));
     QVERIFY(waitForExamples());
+}
+
+void UiSetupTest::aBrokenModelIsDownloadedAnew()
+{
+    serve(practiceModel());
+    orvane().setVariable(u"ORVANE_MODEL_MIRROR"_s, m_server.url(QString()).toString());
+    PrivateDesktop::write(orvane().modelPath(), "no model at all");
+    QVERIFY(orvane().startShown());
+    QVERIFY(orvane().waitFor(Role::button, u"Try again"_s));
+    QVERIFY(orvane().press(Role::button, u"Try again"_s));
+    QVERIFY(waitForExamples());
+    QCOMPARE(PrivateDesktop::read(orvane().modelPath()), practiceModel().content);
 }
 
 QTEST_GUILESS_MAIN(UiSetupTest)

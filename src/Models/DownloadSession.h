@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "Models/VerifiedFile.h"
+
 #include <QString>
 #include <QUrl>
 #include <QtGlobal>
@@ -13,6 +15,8 @@ struct DownloadRequest
     QUrl url;
     // How large the file is about, in bytes; 0 when nobody knows. Only used to refuse what cannot fit.
     qint64 approximateSize = 0;
+    // What the file has to be, where that is known.
+    std::optional<VerifiedFile> verified = {};
 };
 
 // A transfer that came to its end with an answer of the server.
@@ -21,7 +25,7 @@ struct FinishedDownload
     quint64 task = 0;
     // None when the answer was not an HTTP one.
     std::optional<int> httpStatus;
-    // Where the content lies; gone as soon as the callback has returned. Empty for a status of 400 and above.
+    // Where the content lies. Empty for a status of 400 and above.
     QString temporaryFile;
     // The URL that was asked for, before any redirect.
     QUrl originalUrl;
@@ -45,7 +49,8 @@ public:
 
     // `written` bytes of `expected` are there; `expected` is 0 or less when the size is unknown.
     virtual void downloadProgressed(quint64 task, qint64 written, qint64 expected) = 0;
-    // The temporary file must be moved away before this returns.
+    // Before this returns, the temporary file must be moved away, or be removed if it is good for nothing.
+    // One that stays is kept for the next download of the same URL.
     virtual void downloadFinished(const FinishedDownload &download) = 0;
     // The last callback of every task, after `downloadFinished` where there is one.
     virtual void downloadEnded(quint64 task, const std::optional<DownloadError> &error) = 0;

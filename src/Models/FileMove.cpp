@@ -5,9 +5,23 @@
 
 #include <filesystem>
 
+#include <fcntl.h>
+#include <unistd.h>
+
 namespace fs = std::filesystem;
 
 namespace {
+
+// Brings what is in a file onto the disk.
+std::error_code synced(const fs::path &path)
+{
+    const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    const bool safe = file >= 0 && ::fsync(file) == 0;
+    const std::error_code error = safe ? std::error_code() : std::error_code(errno, std::generic_category());
+    if (file >= 0)
+        ::close(file);
+    return error;
+}
 
 std::error_code copyReplacing(const fs::path &source, const fs::path &destination)
 {
@@ -15,6 +29,8 @@ std::error_code copyReplacing(const fs::path &source, const fs::path &destinatio
     beside += ".moving";
     std::error_code error;
     fs::copy_file(source, beside, fs::copy_options::overwrite_existing, error);
+    if (!error)
+        error = synced(beside);
     if (!error)
         fs::rename(beside, destination, error);
     std::error_code ignored;

@@ -4,14 +4,15 @@
 #include "Base/Text.h"
 #include "Models/DownloadName.h"
 #include "Models/NetworkFailure.h"
+#include "Models/SecureAddress.h"
 
+#include <QFile>
 #include <QLocale>
 #include <QNetworkRequest>
 
 #include <utility>
 
 using namespace Qt::StringLiterals;
-using namespace std::chrono_literals;
 
 namespace {
 
@@ -21,17 +22,10 @@ constexpr int firstFailureStatus = 400;
 constexpr int rangeStatus = 416;
 constexpr int maximumRedirects = 10;
 constexpr qint64 bufferSize = 1 << 20;
-constexpr auto reportInterval = 50ms;
 
 QString sizeText(qint64 bytes)
 {
     return QLocale::c().formattedDataSize(bytes, 1, QLocale::DataSizeSIFormat);
-}
-
-// True when a redirect leads to a place that is reached over HTTP, and no less safely than before.
-bool isSafeRedirect(const QUrl &from, const QUrl &to)
-{
-    return to.scheme() == u"https" || (to.scheme() == u"http" && from.scheme() == u"http");
 }
 
 } // namespace
@@ -40,15 +34,9 @@ HttpTransfer::HttpTransfer(quint64 task, const DownloadRequest &request, const T
                            const std::stop_token &stop, QNetworkAccessManager &network,
                            DownloadDelegate &delegate, QObject *parent)
     : QObject(parent), m_task(task), m_request(request), m_options(options), m_stop(stop), m_network(network),
-      m_delegate(delegate)
+      m_delegate(delegate), m_expected(request.verified)
 {
     m_partial.emplace(options.downloadsDirectory, downloadName(request.url));
-    m_reportPause.setSingleShot(true);
-    m_reportPause.setInterval(reportInterval);
-    connect(&m_reportPause, &QTimer::timeout, this, [this] {
-        if (std::exchange(m_reportDue, false))
-            report();
-    });
 }
 
 HttpTransfer::~HttpTransfer()
@@ -60,6 +48,9 @@ void HttpTransfer::begin()
 {
     if (m_stop.stop_requested())
         cancel();
+    else if (m_options.mirror && !isSecureAddress(*m_options.mirror))
+        fail(u"The mirror for models isn't used: its address must begin with https://, or be this "
+             "computer's."_s);
     else if (prepare())
         send(m_options.addressOf(m_request.url));
 }
@@ -131,11 +122,7 @@ void HttpTransfer::takeHead()
     if (m_receiving || status == 0)
         return;
     const ResponseHead head = ResponseHead::parsed(status, m_reply->rawHeaderPairs());
-    // The first to speak is the one that was asked; who it redirects to only stores the bytes.
-    if (m_expectedSha256.isEmpty())
-        m_expectedSha256 = head.sha256;
-    if (m_expectedSize == 0)
-        m_expectedSize = head.size.value_or(0);
+    m_expected.hear(head);
 
     if (head.isRedirect())
         follow(head);
@@ -170,31 +157,36 @@ void HttpTransfer::refuse(int status)
     end(std::nullopt);
 }
 
-PartialFile::Origin HttpTransfer::origin(const ResponseHead &head) const
-{
-    return {m_request.url, head.entityTag, head.lastModified, head.size.value_or(0)};
-}
-
 void HttpTransfer::takeWhole(const ResponseHead &head)
 {
     m_continuing = false;
+    if (!isAnswerAsExpected(head))
+        return;
     m_receiving = true;
-    if (!m_partial->startOver(origin(head)))
+    if (!m_partial->startOver(PartialFile::Origin::of(m_request.url, head)))
         return failWriting();
-    fits(m_expectedSize);
+    fits(m_expected.size());
+}
+
+// Ends the transfer when what comes is another file than it should be; nothing of it is worth keeping.
+bool HttpTransfer::isAnswerAsExpected(const ResponseHead &head)
+{
+    const QString fault = m_expected.faultOf(head);
+    if (fault.isEmpty())
+        return true;
+    m_partial->remove();
+    fail(fault);
+    return false;
 }
 
 void HttpTransfer::takeRest(const ResponseHead &head)
 {
-    const PartialFile::Origin begun = m_partial->origin();
-    const QByteArray validator = origin(head).validator();
-    const bool sameFile = head.firstByte == m_partial->size() &&
-                          (validator.isEmpty() || validator == begun.validator()) &&
-                          (begun.length == 0 || !head.size || head.size == begun.length);
-    if (!sameFile)
+    if (!m_partial->isContinuedBy(head))
         return sendWithoutRange();
+    if (!isAnswerAsExpected(head))
+        return;
     m_receiving = true;
-    fits(m_expectedSize);
+    fits(m_expected.size());
 }
 
 // What is there belongs to another file than the server has now: begins again from the first byte.
@@ -202,8 +194,7 @@ void HttpTransfer::sendWithoutRange()
 {
     releaseReply();
     m_continuing = false;
-    m_expectedSize = 0;
-    m_expectedSha256.clear();
+    m_expected.forgetWhatWasHeard();
     m_partial->remove();
     send(m_options.addressOf(m_request.url));
 }
@@ -213,13 +204,20 @@ void HttpTransfer::takeBody()
     if (!m_receiving)
         return;
     while (m_reply && m_reply->bytesAvailable() > 0) {
-        if (!m_partial->write(m_reply->read(bufferSize)))
+        const QByteArray bytes = m_reply->read(bufferSize);
+        if (m_expected.isExceededBy(m_partial->size() + bytes.size()))
+            return cutOff();
+        if (!m_partial->write(bytes))
             return failWriting();
     }
-    if (m_reportPause.isActive())
-        m_reportDue = true;
-    else
-        report();
+    m_reports.due();
+}
+
+// What goes on behind its end is not the file, and might never end.
+void HttpTransfer::cutOff()
+{
+    m_partial->remove();
+    fail(u"The download has the wrong size: more than %1 bytes."_s.arg(m_expected.size()));
 }
 
 void HttpTransfer::takeEnd()
@@ -236,43 +234,33 @@ void HttpTransfer::takeEnd()
     const QNetworkReply::NetworkError error = m_reply->error();
     if (error != QNetworkReply::NoError)
         return fail(networkFailureSentence(error, m_reply->errorString()));
-    if (!isAsAnnounced())
+    if (!isAsExpected())
         return;
     if (!m_partial->finish())
         return failWriting();
     releaseReply();
-    m_reportPause.stop();
+    m_reports.stop();
     m_delegate.downloadFinished({m_task, okStatus, m_partial->path(), m_request.url});
-    m_partial->remove();
+    if (!QFile::exists(m_partial->path()))
+        m_partial->remove(); // the record of what was taken away
     end(std::nullopt);
 }
 
-// Ends the transfer when the content is not what the server announced. What is too short can be continued.
-bool HttpTransfer::isAsAnnounced()
+// Ends the transfer when the content is not what it should be. What is too short can be continued.
+bool HttpTransfer::isAsExpected()
 {
     const qint64 size = m_partial->size();
     if (!m_receiving || size == 0) {
         fail(u"The download server sent an empty file."_s);
         return false;
     }
-    if (m_expectedSize > 0 && size != m_expectedSize) {
-        if (size > m_expectedSize)
-            m_partial->remove();
-        fail(u"The download has the wrong size: %1 bytes instead of %2."_s.arg(size).arg(m_expectedSize));
-        return false;
-    }
-    if (!m_expectedSha256.isEmpty() && m_partial->sha256() != m_expectedSha256) {
+    const QString fault = m_expected.faultOf(size, m_partial->sha256());
+    if (fault.isEmpty())
+        return true;
+    if (size >= m_expected.size())
         m_partial->remove();
-        fail(u"The download is damaged: its SHA-256 isn't the one that the server announced."_s);
-        return false;
-    }
-    return true;
-}
-
-void HttpTransfer::report()
-{
-    m_reportPause.start();
-    m_delegate.downloadProgressed(m_task, m_partial->size(), m_expectedSize);
+    fail(fault);
+    return false;
 }
 
 void HttpTransfer::releaseReply()
@@ -299,7 +287,7 @@ void HttpTransfer::failWriting()
 void HttpTransfer::end(const std::optional<DownloadError> &error)
 {
     releaseReply();
-    m_reportPause.stop();
+    m_reports.stop();
     // Before the delegate hears of it, so that the next download finds the file free.
     m_partial.reset();
     m_delegate.downloadEnded(m_task, error);

@@ -2,6 +2,8 @@
 #pragma once
 
 #include "Models/DownloadSession.h"
+#include "Models/ExpectedContent.h"
+#include "Models/PacedReports.h"
 #include "Models/PartialFile.h"
 #include "Models/ResponseHead.h"
 #include "Models/TransferOptions.h"
@@ -9,12 +11,11 @@
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QObject>
-#include <QTimer>
 
 #include <stop_token>
 
 // One download over HTTP, from its request to its end. Continues an interrupted one where the server still
-// has the same file, follows redirects that do not weaken the encryption, and hands over only content of the
+// has the same file, follows redirects to secure addresses only, and hands over only content of the known or
 // announced size and digest. Lives on the session's thread and calls the delegate there.
 class HttpTransfer : public QObject
 {
@@ -41,14 +42,14 @@ private:
     void takeHead();
     void follow(const ResponseHead &head);
     void refuse(int status);
-    PartialFile::Origin origin(const ResponseHead &head) const;
     void takeWhole(const ResponseHead &head);
     void takeRest(const ResponseHead &head);
+    bool isAnswerAsExpected(const ResponseHead &head);
     void sendWithoutRange();
     void takeBody();
+    void cutOff();
     void takeEnd();
-    bool isAsAnnounced();
-    void report();
+    bool isAsExpected();
     void releaseReply();
     void fail(const QString &message);
     void failWriting();
@@ -63,13 +64,10 @@ private:
 
     std::optional<PartialFile> m_partial; // none once the transfer has ended
     QNetworkReply *m_reply = nullptr;
-    // Waits between two reports, so that a fast transfer does not flood the main thread.
-    QTimer m_reportPause;
-    bool m_reportDue = false;
+    PacedReports m_reports{
+        [this] { m_delegate.downloadProgressed(m_task, m_partial->size(), m_expected.size()); }};
     bool m_continuing = false;
     bool m_receiving = false;
     int m_redirects = 0;
-    // What the server, or the one that redirected to it, says of the whole file.
-    qint64 m_expectedSize = 0;
-    QByteArray m_expectedSha256;
+    ExpectedContent m_expected;
 };

@@ -82,7 +82,8 @@ void ModelManager::download()
     if (m_task)
         return;
     setState(State::downloading(0.0));
-    m_task = m_session->start({m_selected.url, m_selected.sizeMB * 1'000'000});
+    m_task = m_session->start(
+        {m_selected.url, m_selected.sizeMB * 1'000'000, VerifiedFile::named(m_selected.fileName)});
 }
 
 void ModelManager::cancelDownload()

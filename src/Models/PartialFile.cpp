@@ -27,6 +27,11 @@ QJsonObject record(const PartialFile::Origin &origin)
 
 } // namespace
 
+PartialFile::Origin PartialFile::Origin::of(const QUrl &url, const ResponseHead &head)
+{
+    return {url, head.entityTag, head.lastModified, head.size.value_or(0)};
+}
+
 QByteArray PartialFile::Origin::validator() const
 {
     // A weak tag does not promise the same bytes.
@@ -53,8 +58,8 @@ PartialFile::Lock PartialFile::lock()
 bool PartialFile::canContinue(const QUrl &url) const
 {
     const Origin begun = origin();
-    const bool incomplete = begun.length == 0 || size() < begun.length;
-    return begun.url == url && !begun.validator().isEmpty() && size() > 0 && incomplete;
+    const bool belongs = begun.length == 0 || size() <= begun.length;
+    return begun.url == url && !begun.validator().isEmpty() && size() > 0 && belongs;
 }
 
 PartialFile::Origin PartialFile::origin() const
@@ -65,6 +70,14 @@ PartialFile::Origin PartialFile::origin() const
     const QJsonObject stored = QJsonDocument::fromJson(file.readAll()).object();
     return {QUrl(stored[u"url"].toString()), stored[u"entityTag"].toString().toLatin1(),
             stored[u"lastModified"].toString().toLatin1(), stored[u"length"].toInteger()};
+}
+
+bool PartialFile::isContinuedBy(const ResponseHead &head) const
+{
+    const Origin begun = origin();
+    const QByteArray validator = Origin::of(begun.url, head).validator();
+    return head.firstByte == size() && (validator.isEmpty() || validator == begun.validator()) &&
+           (begun.length == 0 || !head.size || head.size == begun.length);
 }
 
 bool PartialFile::startOver(const Origin &origin)
@@ -82,6 +95,8 @@ bool PartialFile::continueAtEnd(const std::stop_token &stop)
 {
     m_hash.reset();
     if (!m_content.open(QIODevice::ReadWrite | QIODevice::Unbuffered))
+        return false;
+    if (size() == origin().length && !m_content.resize(size() - 1))
         return false;
     while (!m_content.atEnd() && !stop.stop_requested()) {
         const QByteArray bytes = m_content.read(readSize);

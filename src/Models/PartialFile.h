@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "Models/ResponseHead.h"
+
 #include <QByteArray>
 #include <QCryptographicHash>
 #include <QFile>
@@ -24,6 +26,9 @@ public:
         QByteArray lastModified;
         qint64 length = 0; // of the whole file; 0 when unknown
 
+        // Of what an answer brings to a request for `url`.
+        static Origin of(const QUrl &url, const ResponseHead &head);
+
         // By which a server can tell whether it still has the same file; empty when it cannot.
         QByteArray validator() const;
     };
@@ -40,9 +45,12 @@ public:
     // True when there is something that a download of `url` can continue; `origin` then says what it is.
     bool canContinue(const QUrl &url) const;
     Origin origin() const;
+    // Whether a partial answer goes on where the content ends, and is of the same file.
+    bool isContinuedBy(const ResponseHead &head) const;
 
     // Each opens the content for writing: with nothing in it, or at its end. Continuing reads what is there,
-    // for the digest, until it is asked to stop. False on failure.
+    // for the digest, until it is asked to stop; of a whole file it takes away the last byte, so that there
+    // is something to ask for, and the server can say whether it is still the same file. False on failure.
     bool startOver(const Origin &origin);
     bool continueAtEnd(const std::stop_token &stop);
 

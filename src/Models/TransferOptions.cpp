@@ -3,10 +3,10 @@
 
 QUrl TransferOptions::addressOf(const QUrl &file) const
 {
-    if (mirror.isEmpty())
+    if (!mirror)
         return file;
-    QUrl result = mirror;
-    QString folder = mirror.path();
+    QUrl result = *mirror;
+    QString folder = mirror->path();
     while (folder.endsWith(u'/'))
         folder.chop(1);
     result.setPath(folder + file.path());

@@ -6,6 +6,7 @@
 
 #include <chrono>
 #include <functional>
+#include <optional>
 
 // How downloads over HTTP are carried out. A plain value.
 struct TransferOptions
@@ -16,9 +17,9 @@ struct TransferOptions
     std::chrono::milliseconds silenceLimit = std::chrono::seconds(60);
     // The bytes that are free in a folder; negative when unknown. Called on the session's thread.
     std::function<qint64(const QString &folder)> freeSpace;
-    // A server that holds the same files under the same paths, asked instead of each file's own; none if
-    // empty.
-    QUrl mirror = {};
+    // A server that holds the same files under the same paths, asked instead of each file's own. Has to be a
+    // secure address, or downloads fail.
+    std::optional<QUrl> mirror = {};
 
     // Where a file is fetched from.
     QUrl addressOf(const QUrl &file) const;

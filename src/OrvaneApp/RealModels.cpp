@@ -12,9 +12,10 @@ namespace {
 
 std::unique_ptr<DownloadSession> downloadSession(const ModelStorage &storage)
 {
+    const QString mirror = qEnvironmentVariable("ORVANE_MODEL_MIRROR");
     const TransferOptions options{.downloadsDirectory = storage.downloadsDirectory(),
                                   .freeSpace = &HttpDownloadSession::freeSpace,
-                                  .mirror = QUrl(qEnvironmentVariable("ORVANE_MODEL_MIRROR"))};
+                                  .mirror = mirror.isEmpty() ? std::nullopt : std::optional(QUrl(mirror))};
     return std::make_unique<HttpDownloadSession>(options);
 }
 

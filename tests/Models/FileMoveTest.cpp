@@ -8,6 +8,9 @@
 
 #include <memory>
 
+#include <sys/syscall.h>
+#include <unistd.h>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -24,7 +27,17 @@ QByteArray content(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
+// What was brought onto the disk, by the name that it had at that time.
+QStringList syncedFiles;
+
 } // namespace
+
+// In the place of the system's own, so that the test sees what is done.
+extern "C" int fsync(int file)
+{
+    syncedFiles.append(QFile::symLinkTarget(u"/proc/self/fd/%1"_s.arg(file)));
+    return static_cast<int>(::syscall(SYS_fsync, file));
+}
 
 // The step that gives a file its name.
 class FileMoveTest : public QObject
@@ -79,7 +92,9 @@ void FileMoveTest::crossesFileSystems()
     if (!elsewhere.isValid())
         QSKIP("There is no second file system to write to.");
     QVERIFY(putFile(elsewhere.filePath(u"destination"_s), "earlier"));
+    syncedFiles.clear();
     QVERIFY(!moveReplacing(path(u"source"_s), elsewhere.filePath(u"destination"_s)));
+    QCOMPARE(syncedFiles, {elsewhere.filePath(u"destination.moving"_s)});
     QCOMPARE(content(elsewhere.filePath(u"destination"_s)), "new");
     QVERIFY(!QFile::exists(path(u"source"_s)));
     QCOMPARE(QDir(elsewhere.path()).entryList(QDir::Files | QDir::Hidden), {u"destination"_s});

@@ -72,6 +72,9 @@ private Q_SLOTS:
     void unreachableServerFailsWithASentence();
     void silentServerFailsWithASentence();
     void aMirrorIsAskedInsteadOfTheFilesServer();
+    void aMirrorThatIsNotSecureIsNotAsked_data();
+    void aMirrorThatIsNotSecureIsNotAsked();
+    void aProxyOfTheEnvironmentIsUsed();
     void cancelEndsWithTheCancellationCode();
     void cancelOfAnEndedDownloadDoesNothing();
     void destructionMidwayLeavesThePartWithoutACallback();
@@ -85,16 +88,21 @@ private Q_SLOTS:
     void wholeAnswerToARangeRequestStartsOver();
     void refusedRangeStartsOver();
     void anotherAddressOfTheSameNameStartsOver();
-    void partThatIsWholeAlreadyStartsOver();
+    void partThatIsWholeAlreadyNeedsItsLastByteOnly();
+    void fileThatIsNotTakenAwayIsKept();
     void damagedPartIsFoundByTheDigest();
 
     void shortDownloadIsAFailure();
     void downloadShorterThanTheRedirectSaidIsAFailure();
     void downloadLongerThanTheRedirectSaidIsAFailure();
+    void bodyLongerThanAnnouncedIsCutOffAtOnce();
+    void answerOfAnotherSizeThanKnownIsRefused();
+    void knownDigestIsCheckedWhateverTheServerAnnounces();
     void announcedDigestIsChecked();
     void wrongDigestIsAFailureAndKeepsNothing();
     void digestOfTheRedirectIsChecked();
     void endlessRedirectsFail();
+    void redirectElsewhereFails_data();
     void redirectElsewhereFails();
 
     void tooSmallADiskIsRefusedBeforeAnyRequest();
@@ -308,6 +316,43 @@ void HttpDownloadSessionTest::aMirrorIsAskedInsteadOfTheFilesServer()
     QCOMPARE(record.finished[0].originalUrl, file);
 }
 
+void HttpDownloadSessionTest::aMirrorThatIsNotSecureIsNotAsked_data()
+{
+    QTest::addColumn<QUrl>("mirror");
+    QTest::newRow("unencrypted") << QUrl(u"http://192.0.2.1/models"_s);
+    QTest::newRow("no address") << QUrl(u"mirror"_s);
+    QTest::newRow("unreadable") << QUrl(u"https://[mirror"_s);
+}
+
+void HttpDownloadSessionTest::aMirrorThatIsNotSecureIsNotAsked()
+{
+    QFETCH(QUrl, mirror);
+    TransferOptions mirrored = options();
+    mirrored.mirror = mirror;
+    newSession(mirrored);
+    m_server->set(u"/model.gguf"_s, model());
+    download();
+    QCOMPARE(m_delegate->lastMessage(),
+             u"The mirror for models isn't used: its address must begin with https://, "
+             "or be this computer's."_s);
+    QCOMPARE(m_server->requests().size(), 0);
+}
+
+void HttpDownloadSessionTest::aProxyOfTheEnvironmentIsUsed()
+{
+    const QString file = u"http://models.invalid/model.gguf"_s;
+    m_server->set(file, model());
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"http_proxy"_s, m_server->url(QString()).toString());
+    process.setProcessEnvironment(environment);
+    process.start(QStringLiteral(DOWNLOAD_PROCESS), {file, options().downloadsDirectory});
+    QTRY_COMPARE(process.state(), QProcess::NotRunning);
+    const QByteArray output = process.readAllStandardOutput();
+    QVERIFY2(output.endsWith("finished\nended\n"), output.constData());
+    QCOMPARE(m_server->requests().size(), 1);
+}
+
 void HttpDownloadSessionTest::cancelEndsWithTheCancellationCode()
 {
     Resource resource = model();
@@ -455,7 +500,7 @@ void HttpDownloadSessionTest::anotherAddressOfTheSameNameStartsOver()
     QCOMPARE(m_delegate->record().content, someContent());
 }
 
-void HttpDownloadSessionTest::partThatIsWholeAlreadyStartsOver()
+void HttpDownloadSessionTest::partThatIsWholeAlreadyNeedsItsLastByteOnly()
 {
     interruptedDownload(model());
     QFile partial(m_folder->filePath(u"Downloads/model.gguf.partial"_s));
@@ -463,8 +508,21 @@ void HttpDownloadSessionTest::partThatIsWholeAlreadyStartsOver()
     partial.write(someContent());
     partial.close();
     download();
-    QCOMPARE(requestHeader(1, "range"), QByteArray());
+    QCOMPARE(requestHeader(1, "range"), "bytes=299999-");
     QCOMPARE(m_delegate->record().content, someContent());
+}
+
+void HttpDownloadSessionTest::fileThatIsNotTakenAwayIsKept()
+{
+    m_server->set(u"/model.gguf"_s, model());
+    m_delegate->takesFiles = false;
+    download();
+    QCOMPARE(m_delegate->record().finished.size(), 1);
+    m_delegate->takesFiles = true;
+    download();
+    QCOMPARE(requestHeader(1, "range"), "bytes=299999-");
+    QCOMPARE(m_delegate->record().content, someContent());
+    QCOMPARE(leftOver(), QStringList());
 }
 
 void HttpDownloadSessionTest::damagedPartIsFoundByTheDigest()
@@ -524,6 +582,54 @@ void HttpDownloadSessionTest::downloadLongerThanTheRedirectSaidIsAFailure()
     QCOMPARE(leftOver(), QStringList());
 }
 
+void HttpDownloadSessionTest::bodyLongerThanAnnouncedIsCutOffAtOnce()
+{
+    Resource redirect;
+    redirect.status = 302;
+    redirect.headers = {{"Location", "/storage"}, {"X-Linked-Size", "200000"}};
+    m_server->set(u"/model.gguf"_s, redirect);
+    Resource endless = model();
+    endless.length = Resource::Length::unknown;
+    endless.holdAfter = 200'001; // and the connection stays open
+    m_server->set(u"/storage"_s, endless);
+    download();
+    QCOMPARE(m_delegate->lastMessage(), u"The download has the wrong size: more than 200000 bytes."_s);
+    QCOMPARE(m_delegate->record().finished.size(), 0);
+    QCOMPARE(leftOver(), QStringList());
+}
+
+void HttpDownloadSessionTest::answerOfAnotherSizeThanKnownIsRefused()
+{
+    Resource page;
+    page.content = "<html>Please log in</html>";
+    page.holdAfter = 0; // its head is enough
+    m_server->set(u"/model.gguf"_s, page);
+    m_session->start({m_server->url(u"/model.gguf"_s), 0, VerifiedFile{modelSize, sha256(someContent())}});
+    QTRY_COMPARE(m_delegate->endCount(), 1);
+    QCOMPARE(m_delegate->lastMessage(), u"The download has the wrong size: 26 bytes instead of 300000."_s);
+    QCOMPARE(leftOver(), QStringList());
+}
+
+void HttpDownloadSessionTest::knownDigestIsCheckedWhateverTheServerAnnounces()
+{
+    Resource forged = model();
+    forged.content = someContent(2);
+    forged.headers = {{"Repr-Digest", "sha-256=:" + sha256(forged.content).toBase64() + ':'}};
+    m_server->set(u"/model.gguf"_s, forged);
+    const DownloadRequest request{m_server->url(u"/model.gguf"_s), 0,
+                                  VerifiedFile{modelSize, sha256(someContent())}};
+    m_session->start(request);
+    QTRY_COMPARE(m_delegate->endCount(), 1);
+    QCOMPARE(m_delegate->lastMessage(),
+             u"The download is damaged: its SHA-256 isn't the one that this model has."_s);
+    QCOMPARE(leftOver(), QStringList());
+
+    m_server->set(u"/model.gguf"_s, model());
+    m_session->start(request);
+    QTRY_COMPARE(m_delegate->endCount(), 2);
+    QCOMPARE(m_delegate->record().content, someContent());
+}
+
 void HttpDownloadSessionTest::announcedDigestIsChecked()
 {
     Resource resource = model();
@@ -576,11 +682,19 @@ void HttpDownloadSessionTest::endlessRedirectsFail()
     QCOMPARE(m_delegate->lastMessage(), u"The download server redirected too often."_s);
 }
 
+void HttpDownloadSessionTest::redirectElsewhereFails_data()
+{
+    QTest::addColumn<QByteArray>("location");
+    QTest::newRow("a file of this computer") << QByteArray("file:///etc/hostname");
+    QTest::newRow("unencrypted, another computer") << QByteArray("http://192.0.2.1/model.gguf");
+}
+
 void HttpDownloadSessionTest::redirectElsewhereFails()
 {
+    QFETCH(QByteArray, location);
     Resource redirect;
     redirect.status = 302;
-    redirect.headers = {{"Location", "file:///etc/hostname"}};
+    redirect.headers = {{"Location", location}};
     m_server->set(u"/model.gguf"_s, redirect);
     download();
     QCOMPARE(m_delegate->lastMessage(), u"The download server redirected to an address that isn't secure."_s);

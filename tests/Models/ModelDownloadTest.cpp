@@ -54,7 +54,7 @@ private Q_SLOTS:
     void switchOfTheModelMidwayIsSilent();
     void downloadAfterASwitchBringsTheOtherModel();
     void lateProgressReportDoesNotBringBackDownloading();
-    void failedMoveIsShown();
+    void failedMoveIsShownAndLosesNothing();
     void fullDiskIsRefusedBeforeTheDownloadStarts();
     void damagedDownloadPublishesNothing();
     void downloadThatIsNoModelPublishesNothingAndTheNextTryBeginsAnew();
@@ -271,7 +271,7 @@ void ModelDownloadTest::lateProgressReportDoesNotBringBackDownloading()
     QCOMPARE(m_manager->state(), State::needsDownload());
 }
 
-void ModelDownloadTest::failedMoveIsShown()
+void ModelDownloadTest::failedMoveIsShownAndLosesNothing()
 {
     downloadHeldAt(modelSize / 2);
     QVERIFY(QDir(m_manager->directory()).removeRecursively());
@@ -280,6 +280,17 @@ void ModelDownloadTest::failedMoveIsShown()
     m_server->release();
     const QString message = u"Couldn't move the download into the models folder: Not a directory."_s;
     QTRY_COMPARE(m_manager->state(), State::failed(message));
+
+    // What has come stays, for the time when the folder is in order again.
+    QVERIFY(inTheWay.remove());
+    m_server->set(u"/first.gguf"_s, resource('1'));
+    m_manager->refresh();
+    m_manager->download();
+    QTRY_COMPARE(m_manager->state(), State::loaded());
+    QCOMPARE(m_server->requests().last().headers.value("range"), "bytes=399999-");
+    QFile file(path(u"first.gguf"_s));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), resource('1').content);
 }
 
 void ModelDownloadTest::fullDiskIsRefusedBeforeTheDownloadStarts()

@@ -9,10 +9,12 @@
 #include <QPair>
 #include <QThread>
 
+#include <atomic>
 #include <mutex>
 #include <optional>
 
-// Notes what a download session reports; read on the main thread while the session's thread writes.
+// Notes what a download session reports, and takes what it brings; read on the main thread while the
+// session's thread writes.
 class RecordingDelegate : public DownloadDelegate
 {
 public:
@@ -24,6 +26,9 @@ public:
         QList<std::optional<DownloadError>> ends;
         QList<const QThread *> threads;
     };
+
+    // Otherwise they stay where they are, as when they cannot be moved.
+    std::atomic<bool> takesFiles = true;
 
     Record record() const
     {
@@ -52,6 +57,8 @@ public:
         QFile file(download.temporaryFile);
         if (!download.temporaryFile.isEmpty() && file.open(QIODevice::ReadOnly))
             m_record.content = file.readAll();
+        if (takesFiles)
+            file.remove();
     }
 
     void downloadEnded(quint64 /*task*/, const std::optional<DownloadError> &error) override

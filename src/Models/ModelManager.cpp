@@ -9,6 +9,7 @@
 
 #include <QFile>
 #include <QPointer>
+#include <QPromise>
 
 #include <algorithm>
 #include <utility>
@@ -98,11 +99,23 @@ QCoro::Task<void> ModelManager::loadIfNeeded()
         setState(State::loaded());
         co_return;
     }
+    const QPointer<ModelManager> self(this);
+    if (m_state.kind == State::Kind::loading) {
+        // The model may be switched meanwhile; then it is the other's load that matters.
+        while (self && m_state.kind == State::Kind::loading) {
+            const QFuture<void> end = m_loadEnd;
+            co_await end;
+        }
+        co_return;
+    }
     if (m_state.kind != State::Kind::ready && m_state.kind != State::Kind::loaded)
         co_return;
+    // Ends with this coroutine, and with it the wait of the others.
+    QPromise<void> loading;
+    loading.start();
+    m_loadEnd = loading.future();
     setState(State::loading());
 
-    const QPointer<ModelManager> self(this);
     const quint64 selection = m_selection;
     const QString file = path(m_selected);
     State outcome = State::loaded();

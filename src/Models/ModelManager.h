@@ -75,7 +75,8 @@ public:
     // Cancels the download in flight, if any, and looks at the file again.
     void cancelDownload();
 
-    // Loads the selected model into the engine if its file is there and the engine is empty.
+    // Loads the selected model into the engine if its file is there and the engine is empty. While a load
+    // runs, another call changes nothing, and ends when the load does.
     QCoro::Task<void> loadIfNeeded();
 
 Q_SIGNALS:
@@ -110,6 +111,8 @@ private:
     quint64 m_selection = 0;
     // The engine empties itself in its own time, and says that it is loaded until then.
     bool m_unloading = false;
+    // Finished when the load that began last has ended.
+    QFuture<void> m_loadEnd;
     // The file that could not be loaded last, where the fault is the file's own.
     std::optional<StoredModel::Identity> m_unusable;
     // Where files are looked into; made when one is.

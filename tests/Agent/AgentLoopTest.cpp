@@ -20,6 +20,7 @@ private Q_SLOTS:
     void doneWithoutAMessageSaysDone_data();
     void doneWithoutAMessageSaysDone();
 
+    void aModelThatIsBeingLoadedIsWaitedFor();
     void aModelThatCannotBeLoadedEndsTheRun();
     void aMissingModelEndsTheRun();
     void anErrorOfTheEngineEndsTheRun();
@@ -168,6 +169,21 @@ void AgentLoopTest::doneWithoutAMessageSaysDone()
     bench.runTask(u"Do nothing"_s);
     QCOMPARE(bench.described(bench.lastTurn().log), u"success: Done"_s);
     QCOMPARE(bench.lastTurn().summary, u"Done"_s);
+}
+
+void AgentLoopTest::aModelThatIsBeingLoadedIsWaitedFor()
+{
+    SessionBench bench;
+    Gate gate;
+    bench.engine->beforeLoaded = [&gate] { return gate.passed(); };
+    bench.engine->replies = {u"{\"action\":\"done\",\"message\":\"Hello\"}"_s};
+    const QCoro::Task<void> loading = bench.models.loadIfNeeded(); // as when the window appears
+    bench.session->submit(u"Say hello"_s);
+    QCoreApplication::processEvents();
+    QVERIFY(bench.session->isRunning());
+    gate.open();
+    QVERIFY(bench.waitForEnd());
+    QCOMPARE(bench.session->turns()[0].log.constLast().text, u"Hello"_s);
 }
 
 void AgentLoopTest::aModelThatCannotBeLoadedEndsTheRun()

@@ -100,7 +100,9 @@ private Q_SLOTS:
     void loadedEngineMakesTheStateLoaded();
     void loadChangesNothingWhenThereIsNothingToLoad_data();
     void loadChangesNothingWhenThereIsNothingToLoad();
-    void secondLoadWhileOneRunsDoesNothing();
+    void secondLoadWhileOneRunsOnlyWaitsForIt();
+    void waitForALoadEndsWithTheManager();
+    void waitForALoadGoesOnWhenTheModelIsSwitched();
     void loadedStateWithAnEmptyEngineLoadsAgain();
     void failedLoadShowsTheEnginesMessage();
     void fileThatIsNoModelCountsAsMissingOnceItsLoadHasFailed();
@@ -681,17 +683,56 @@ void ModelManagerTest::loadChangesNothingWhenThereIsNothingToLoad()
     QVERIFY(m_engine->loadedPaths.isEmpty());
 }
 
-void ModelManagerTest::secondLoadWhileOneRunsDoesNothing()
+void ModelManagerTest::secondLoadWhileOneRunsOnlyWaitsForIt()
 {
     bringInto(State::Kind::ready);
     Gate gate;
     m_engine->beforeLoaded = [&gate] { return gate.passed(); };
     m_manager->loadIfNeeded();
-    m_manager->loadIfNeeded();
+    QSignalSpy changes(m_manager.get(), &ModelManager::willChange);
+    const QCoro::Task<void> second = m_manager->loadIfNeeded();
+    turnTheLoop();
     QCOMPARE(m_engine->loadedPaths.size(), 1);
+    QCOMPARE(changes.count(), 0);
+    QVERIFY(!second.isReady());
     gate.open();
-    QTRY_COMPARE(m_manager->state(), State::loaded());
+    QTRY_VERIFY(second.isReady());
+    QCOMPARE(m_manager->state(), State::loaded());
     QCOMPARE(m_engine->loadedPaths.size(), 1);
+}
+
+void ModelManagerTest::waitForALoadEndsWithTheManager()
+{
+    bringInto(State::Kind::ready);
+    Gate gate;
+    m_engine->beforeLoaded = [&gate] { return gate.passed(); };
+    const QCoro::Task<void> load = m_manager->loadIfNeeded();
+    const QCoro::Task<void> waiting = m_manager->loadIfNeeded();
+    QVERIFY(!waiting.isReady());
+    m_manager.reset();
+    gate.open();
+    QTRY_VERIFY(waiting.isReady());
+}
+
+void ModelManagerTest::waitForALoadGoesOnWhenTheModelIsSwitched()
+{
+    bringInto(State::Kind::ready);
+    putFile(secondModel());
+    Gate first;
+    m_engine->beforeLoaded = [&first] { return first.passed(); };
+    m_manager->loadIfNeeded();
+    const QCoro::Task<void> waiting = m_manager->loadIfNeeded();
+    Gate second;
+    m_engine->beforeLoaded = [&second] { return second.passed(); };
+    m_manager->select(secondModel());
+    QTRY_COMPARE(m_engine->loadedPaths.size(), 2);
+    QCOMPARE(m_manager->state(), State::loading());
+    first.open();
+    turnTheLoop();
+    QVERIFY(!waiting.isReady());
+    second.open();
+    QTRY_VERIFY(waiting.isReady());
+    QCOMPARE(m_manager->state(), State::loaded());
 }
 
 void ModelManagerTest::loadedStateWithAnEmptyEngineLoadsAgain()

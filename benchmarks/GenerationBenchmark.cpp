@@ -196,7 +196,7 @@ BENCHMARK(promptRendering)->Arg(0)->Arg(11)->Unit(benchmark::kMicrosecond);
 int main(int argc, char *argv[])
 {
     QCoreApplication application(argc, argv);
-    LlamaLog::keepErrorsOnly();
+    LlamaLog::keep(LlamaLog::Kept::Errors);
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();

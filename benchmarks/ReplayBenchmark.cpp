@@ -281,7 +281,7 @@ QString modelFile(const QString &name, const QString &folder)
 int main(int argc, char *argv[])
 {
     QCoreApplication application(argc, argv);
-    LlamaLog::keepErrorsOnly();
+    LlamaLog::keep(LlamaLog::Kept::Errors);
     QCommandLineParser parser;
     parser.addHelpOption();
     const QCommandLineOption folder(u"folder"_s, u"where the model files are written"_s, u"PATH"_s,

@@ -1,7 +1,26 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Base/SerialQueue.h"
 
+#include <QLoggingCategory>
+
 #include <utility>
+
+namespace {
+
+Q_LOGGING_CATEGORY(queueLog, "orvane.queue")
+
+// The thread goes on, whatever becomes of one job: others are waiting for theirs.
+void carryOut(const std::function<void()> &job)
+{
+    try {
+        job();
+    } catch (const std::exception &error) {
+        qCCritical(queueLog, "A job of \"%s\" failed: %s",
+                   qUtf8Printable(QThread::currentThread()->objectName()), error.what());
+    }
+}
+
+} // namespace
 
 SerialQueue::SerialQueue(const QString &name) : m_thread(QThread::create([this] { work(); }))
 {
@@ -45,7 +64,7 @@ void SerialQueue::work()
             const std::function<void()> job = std::move(m_jobs.front());
             m_jobs.pop_front();
             lock.unlock();
-            job();
+            carryOut(job);
         }
         lock.lock();
     }

@@ -35,7 +35,7 @@ public:
     // the queue.
     void finish();
 
-    // Hands in a job whose end nobody waits for. It must not throw.
+    // Hands in a job whose end nobody waits for. What it throws ends the job, and is said in the log.
     void post(std::function<void()> job);
 
     // Hands in a job and gives the future of its result; an exception thrown by the job is thrown to whoever

@@ -86,6 +86,11 @@ void LlamaEngine::loadModel(const QString &path)
 
     llama_model_params modelParameters = llama_model_default_params();
     modelParameters.n_gpu_layers = LlamaLimits::gpuLayers;
+    // Who quits need not wait until gigabytes are read.
+    modelParameters.progress_callback = [](float, void *end) {
+        return !static_cast<std::stop_source *>(end)->stop_requested();
+    };
+    modelParameters.progress_callback_user_data = &m_end;
     LlamaModel model(llama_model_load_from_file(QFile::encodeName(path).constData(), modelParameters));
     if (!model)
         throw InferenceError(InferenceError::Code::loadFailed);
@@ -97,7 +102,7 @@ void LlamaEngine::loadModel(const QString &path)
     if (!context)
         throw InferenceError(InferenceError::Code::contextFailed);
 
-    // Who quits need not wait until the call in progress is through.
+    // Nor until the call in progress is through.
     const auto hasEnded = [](void *end) { return static_cast<std::stop_source *>(end)->stop_requested(); };
     llama_set_abort_callback(context.get(), hasEnded, &m_end);
 
@@ -154,13 +159,11 @@ void LlamaEngine::evaluateAhead()
 {
     if (!vocab())
         return;
-    try {
+    forNobody([this] {
         m_promptMemory.begin(m_ctx.get(), ContextFitting::fitted(prompt(m_beginning), 0));
-    } catch (const InferenceError &) {
-        return; // the same will be told to whoever asks for a reply
-    }
-    m_isEvaluatingAhead = true;
-    m_queue->post([this] { evaluateAheadChunk(); });
+        m_isEvaluatingAhead = true;
+        m_queue->post([this] { evaluateAheadChunk(); });
+    });
 }
 
 // Hands itself in again behind whatever was asked for meanwhile: nobody waits for more than a chunk.
@@ -168,19 +171,16 @@ void LlamaEngine::evaluateAheadChunk()
 {
     if (!m_isEvaluatingAhead || m_end.stop_requested())
         return;
-    try {
+    forNobody([this] {
         if (m_promptMemory.needsTrial())
             m_promptMemory.tryOut();
         else
             m_promptMemory.evaluateChunk();
-    } catch (const InferenceError &) {
-        m_isEvaluatingAhead = false;
-        return;
-    }
-    if (m_promptMemory.isEvaluated() || !m_promptMemory.canReuse())
-        keepPrompt();
-    else
-        m_queue->post([this] { evaluateAheadChunk(); });
+        if (m_promptMemory.isEvaluated() || !m_promptMemory.canReuse())
+            keepPrompt();
+        else
+            m_queue->post([this] { evaluateAheadChunk(); });
+    });
 }
 
 // After a reply has been handed over, while the action is being carried out.
@@ -189,14 +189,25 @@ void LlamaEngine::keepPrompt()
     m_isEvaluatingAhead = false;
     if (!m_ctx || m_end.stop_requested())
         return;
-    m_promptMemory.keep();
-    if (!m_promptMemory.needsTrial())
-        return;
+    forNobody([this] {
+        m_promptMemory.keep();
+        if (m_promptMemory.needsTrial())
+            m_promptMemory.tryOut();
+    });
+}
+
+// Work that nobody waits for may fail, for want of memory as well: the next prompt is then evaluated in full.
+void LlamaEngine::forNobody(const std::function<void()> &work)
+{
     try {
-        m_promptMemory.tryOut();
+        return work();
     } catch (const InferenceError &) {
-        return; // nothing is proven; the next prompt is evaluated in full
+        // Whoever asks for a reply is told the same.
+    } catch (const std::exception &error) {
+        qCWarning(engineLog, "What was done ahead of need is dropped: %s", error.what());
     }
+    m_isEvaluatingAhead = false;
+    m_promptMemory.reset();
 }
 
 void LlamaEngine::setLoaded(bool loaded)

@@ -19,8 +19,8 @@ struct llama_vocab;
 // up behind each other, and a generation that has started runs to its end.
 //
 // The operations are called on the main thread; the awaited ones resume there. The destructor waits for what
-// is queued. It does not free a loaded model: whoever owns the engine calls `unload` first, and the queue
-// then carries that out before the engine is gone.
+// is queued, and makes a load or a generation in progress end early. It does not free a loaded model: whoever
+// owns the engine calls `unload` first, and the queue then carries that out before the engine is gone.
 class LlamaEngine final : public InferenceEngine
 {
 public:
@@ -35,7 +35,7 @@ public:
     bool isLoaded() const override;
 
     // Frees the model held before it looks at the new file, so after a failure none is loaded. Throws
-    // InferenceError loadFailed or contextFailed.
+    // InferenceError loadFailed or contextFailed; loadFailed as well when the engine is destroyed meanwhile.
     QCoro::Task<void> load(QString path) override;
 
     void unload() override;
@@ -58,6 +58,7 @@ private:
     void evaluateAhead();
     void evaluateAheadChunk();
     void keepPrompt();
+    void forNobody(const std::function<void()> &work);
     void setLoaded(bool loaded);
 
     const QList<ChatMessage> m_beginning;

@@ -6,24 +6,32 @@
 
 #include <llama.h>
 
+#include <atomic>
+#include <cstdio>
+#include <mutex>
+
 namespace {
+
+using LlamaLog::Kept;
 
 Q_LOGGING_CATEGORY(llamaLog, "orvane.llama")
 
-void passErrors(ggml_log_level level, const char *text, void *)
+std::atomic<Kept> keptMessages = Kept::Everything;
+
+void pass(ggml_log_level level, const char *text, void *)
 {
-    if (level == GGML_LOG_LEVEL_ERROR)
+    const Kept kept = keptMessages;
+    if (kept == Kept::Everything)
+        std::fputs(text, stderr);
+    else if (kept == Kept::Errors && level == GGML_LOG_LEVEL_ERROR)
         qCWarning(llamaLog).noquote() << QString::fromUtf8(text).trimmed();
 }
 
 } // namespace
 
-void LlamaLog::keepErrorsOnly()
+void LlamaLog::keep(Kept kept)
 {
-    llama_log_set(passErrors, nullptr);
-}
-
-void LlamaLog::keepNothing()
-{
-    llama_log_set([](ggml_log_level, const char *, void *) {}, nullptr);
+    static std::once_flag taken;
+    keptMessages = kept;
+    std::call_once(taken, [] { llama_log_set(pass, nullptr); });
 }

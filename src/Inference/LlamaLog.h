@@ -1,16 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-// What becomes of llama.cpp's own messages. Process-wide, as the library's log is: for the program that
-// composes everything, before the first model is loaded and when it ends. Never called, the library's default
-// applies.
+// What becomes of llama.cpp's own messages. Process-wide, as the library's log is. Never called, the
+// library's default applies.
 namespace LlamaLog {
 
-// Keeps the library's progress reports off standard error; its errors go through Qt's logging.
-void keepErrorsOnly();
+enum class Kept {
+    Everything, // goes to standard error, as the library would have it
+    Errors,     // go through Qt's logging; the library's progress reports stay off standard error
+    Nothing     // for a program that is about to end: the library reports what it is made to leave unfinished
+};
 
-// Drops everything, for a program that is about to end: the library reports as errors what it is made to
-// leave unfinished then.
-void keepNothing();
+// The first call takes the library's log over, so it comes before any thread that may enter the library.
+// Later ones may come at any time and on any thread.
+void keep(Kept kept);
 
 } // namespace LlamaLog

@@ -64,15 +64,15 @@ void LlamaPromptMemory::begin(llama_context *context, std::vector<qint32> prompt
     m_prompt = std::move(prompt);
     clearMemory();
     const size_t known = m_trust == Trust::Proven ? m_reuse.reusable(m_prompt) : 0;
-    m_reused = known > 0 && putBack(known) ? known : 0;
+    m_reused = known > 0 && putBack(m_kept, known) ? known : 0;
     m_evaluated = m_reused;
 }
 
 void LlamaPromptMemory::evaluateChunk()
 {
-    decode(m_reuse.chunkEnd(m_evaluated, m_prompt));
-    if (m_trust == Trust::Untried)
-        rememberScores();
+    const size_t end = m_reuse.chunkEnd(m_evaluated, m_prompt);
+    decode(std::span(m_prompt).subspan(m_evaluated, end - m_evaluated));
+    m_evaluated = end;
 }
 
 void LlamaPromptMemory::keep()
@@ -87,40 +87,51 @@ void LlamaPromptMemory::keep()
     if (kept == 0 || !llama_memory_seq_rm(llama_get_memory(m_context), sequence, kept, toTheEnd))
         return forget();
     try {
-        const size_t bytes = llama_state_seq_get_size(m_context, sequence);
-        if (bytes > m_stateBytes || bytes < m_stateBytes / 2)
-            m_state = std::make_unique_for_overwrite<quint8[]>(bytes);
-        m_stateBytes = llama_state_seq_get_data(m_context, m_state.get(), bytes, sequence);
+        take(m_kept);
     } catch (const std::bad_alloc &) {
         return forget();
     }
-    if (m_stateBytes == 0)
+    if (m_kept.bytes == 0)
         return forget();
-    qCDebug(promptLog, "Keeps the state of %d tokens in %.1f MB", int(kept), double(m_stateBytes) * 1e-6);
+    qCDebug(promptLog, "Keeps the state of %d tokens in %.1f MB", int(kept), double(m_kept.bytes) * 1e-6);
 }
 
 bool LlamaPromptMemory::needsTrial() const
 {
-    return m_trust == Trust::Untried && !m_scores.empty() && m_evaluated > 0 &&
-           m_reuse.wholeChunks(evaluated().first(m_evaluated - 1)) > 0;
+    return m_trust == Trust::Untried && m_prompt.size() >= 2 * trialTokens;
 }
 
 void LlamaPromptMemory::tryOut()
 {
-    keep();
-    const std::span<const qint32> tried = evaluated();
-    const size_t known = m_reuse.reusable(tried);
+    m_evaluated = 0;
+    m_reused = 0;
+    const bool isTheSame = isTheSameAfterPuttingBack();
     clearMemory();
-    m_evaluated = known > 0 && putBack(known) ? known : 0;
-    const bool wasPutBack = m_evaluated > 0;
-    while (m_evaluated < tried.size())
-        decode(m_reuse.chunkEnd(m_evaluated, tried));
-    m_trust = wasPutBack && scoresAreTheSame() ? Trust::Proven : Trust::Refused;
-    m_scores = {};
-    if (m_trust == Trust::Refused) {
+    m_trust = isTheSame ? Trust::Proven : Trust::Refused;
+    if (!isTheSame) {
         qCDebug(promptLog, "Prompts are evaluated in full: this model's state cannot be put back exactly.");
         forget();
     }
+}
+
+// As a prompt is evaluated, copied, put back in part and continued.
+bool LlamaPromptMemory::isTheSameAfterPuttingBack()
+{
+    const std::span<qint32> first = std::span(m_prompt).first(trialTokens);
+    const std::span<qint32> second = std::span(m_prompt).subspan(trialTokens, trialTokens);
+    clearMemory();
+    decode(first);
+    decode(second);
+    const std::span<const float> scores = lastScores(m_context);
+    const std::vector<float> before(scores.begin(), scores.end());
+    Copy copy;
+    take(copy);
+    clearMemory();
+    if (copy.bytes == 0 || !putBack(copy, first.size()))
+        return false;
+    decode(second);
+    const std::span<const float> after = lastScores(m_context);
+    return std::memcmp(after.data(), before.data(), after.size_bytes()) == 0;
 }
 
 void LlamaPromptMemory::clearMemory() const
@@ -129,11 +140,21 @@ void LlamaPromptMemory::clearMemory() const
     llama_memory_clear(llama_get_memory(m_context), clearData);
 }
 
-bool LlamaPromptMemory::putBack(size_t count) const
+void LlamaPromptMemory::take(Copy &copy) const
+{
+    const size_t bytes = llama_state_seq_get_size(m_context, sequence);
+    if (bytes > copy.bytes || bytes < copy.bytes / 2) {
+        copy = {}; // first, so that there are never two
+        copy.data = std::make_unique_for_overwrite<quint8[]>(bytes);
+    }
+    copy.bytes = llama_state_seq_get_data(m_context, copy.data.get(), bytes, sequence);
+}
+
+bool LlamaPromptMemory::putBack(const Copy &copy, size_t count) const
 {
     const llama_memory_t memory = llama_get_memory(m_context);
     const auto end = static_cast<llama_pos>(count);
-    const bool isBack = llama_state_seq_set_data(m_context, m_state.get(), m_stateBytes, sequence) > 0 &&
+    const bool isBack = llama_state_seq_set_data(m_context, copy.data.get(), copy.bytes, sequence) > 0 &&
                         llama_memory_seq_rm(memory, sequence, end, toTheEnd) &&
                         // A model that attends to the last tokens only keeps no more than those.
                         llama_memory_seq_pos_min(memory, sequence) == 0 &&
@@ -143,35 +164,20 @@ bool LlamaPromptMemory::putBack(size_t count) const
     return isBack;
 }
 
-void LlamaPromptMemory::decode(size_t end)
+void LlamaPromptMemory::decode(std::span<qint32> part)
 {
     // A model that only embeds text keeps no memory; the library would encode the batch and leave no scores.
     if (!llama_get_memory(m_context))
         throw InferenceError(Code::decodeFailed);
-    const std::span<qint32> part = std::span(m_prompt).subspan(m_evaluated, end - m_evaluated);
     const auto decodePart = [this, part] {
         return llama_decode(m_context, llama_batch_get_one(part.data(), libraryCount(qint64(part.size()))));
     };
     if (reported(Code::decodeFailed, decodePart) != 0)
         throw InferenceError(Code::decodeFailed);
-    m_evaluated = end;
-}
-
-void LlamaPromptMemory::rememberScores()
-{
-    const std::span<const float> scores = lastScores(m_context);
-    m_scores.assign(scores.begin(), scores.end());
-}
-
-bool LlamaPromptMemory::scoresAreTheSame() const
-{
-    const std::span<const float> scores = lastScores(m_context);
-    return std::memcmp(scores.data(), m_scores.data(), scores.size_bytes()) == 0;
 }
 
 void LlamaPromptMemory::forget()
 {
     m_reuse.forget();
-    m_state.reset();
-    m_stateBytes = 0;
+    m_kept = {};
 }

@@ -15,8 +15,8 @@ struct llama_context;
 // Every prompt still starts from a cleared context memory. What is put back into it is a copy on the host of
 // the state that the last prompt left, cut to the longest beginning that both share in whole chunks. Prompts
 // are always evaluated in the same chunks, so the scores are the same bits as without the copy. That is tried
-// once with each model and machine before it is relied upon; where it does not hold, or a context cannot
-// forget the end of a prompt, nothing is ever put back.
+// once with each model and machine before it is relied upon, with so few tokens that it holds nobody up;
+// where it does not hold, or a context cannot forget the end of a prompt, nothing is ever put back.
 //
 // On the engine's queue only. The context must be the same one until `reset`.
 class LlamaPromptMemory
@@ -25,6 +25,9 @@ public:
     // Tokens evaluated in one call of the library, at most: whoever asks for a reply while the beginning is
     // being evaluated waits for one call. docs/benchmarks.md has the figures.
     static constexpr size_t longestChunk = 256;
+
+    // Tokens whose state a trial puts back, and as many again that it evaluates behind them, twice.
+    static constexpr size_t trialTokens = 16;
 
     // How prompts like the given one are cut into chunks for the context's model.
     static PromptReuse reuseFor(const llama_context *context, std::span<const qint32> prompt);
@@ -50,24 +53,32 @@ public:
     // Whether it has yet to be tried that putting back changes no bit of the scores, and can be tried now.
     bool needsTrial() const;
 
-    // Tries it with the last evaluated chunk of the current prompt, which is evaluated once more. Keeps as
-    // `keep` does, and leaves the prompt evaluated as far as it was.
+    // Tries it with the first tokens of the current prompt, of which nothing is evaluated afterwards. What is
+    // kept stays. Throws InferenceError decodeFailed.
     void tryOut();
 
     // Tokens of the current prompt that were put back rather than evaluated.
     size_t reusedCount() const { return m_reused; }
     // Bytes of the copy.
-    size_t keptBytes() const { return m_stateBytes; }
+    size_t keptBytes() const { return m_kept.bytes; }
 
 private:
     enum class Trust { Untried, Proven, Refused };
 
+    // A context's state on the host.
+    struct Copy
+    {
+        std::unique_ptr<quint8[]> data;
+        size_t bytes = 0;
+    };
+
     void clearMemory() const;
-    // False, with an empty memory, when the context does not take it back.
-    bool putBack(size_t count) const;
-    void decode(size_t end);
-    void rememberScores();
-    bool scoresAreTheSame() const;
+    // Throws std::bad_alloc.
+    void take(Copy &copy) const;
+    // False, with an empty memory, when the context does not take the first `count` tokens back.
+    bool putBack(const Copy &copy, size_t count) const;
+    void decode(std::span<qint32> part);
+    bool isTheSameAfterPuttingBack();
     std::span<const qint32> evaluated() const { return std::span(m_prompt).first(m_evaluated); }
     void forget();
 
@@ -77,9 +88,6 @@ private:
     size_t m_reused = 0;
 
     PromptReuse m_reuse{longestChunk};
-    std::unique_ptr<quint8[]> m_state;
-    size_t m_stateBytes = 0;
-
+    Copy m_kept;
     Trust m_trust = Trust::Untried;
-    std::vector<float> m_scores; // after the last evaluated chunk, as long as there is a trial to come
 };

@@ -104,8 +104,8 @@ int CommandRunner::run(const CommandLine &commandLine, ProgramInstance *instance
         terminal.line(u"orvane "_s + QCoreApplication::applicationVersion());
         return ExitStatus::done;
     }
-    if (!commandLine.verbose && qEnvironmentVariableIsEmpty("ORVANE_VERBOSE"))
-        LlamaLog::keepErrorsOnly();
+    const bool isVerbose = commandLine.verbose || !qEnvironmentVariableIsEmpty("ORVANE_VERBOSE");
+    LlamaLog::keep(isVerbose ? LlamaLog::Kept::Everything : LlamaLog::Kept::Errors);
     if (commandLine.command == CommandLine::Command::Window)
         return showWindow(commandLine.opening, *instance, terminal);
     try {

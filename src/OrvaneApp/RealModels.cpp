@@ -33,6 +33,6 @@ RealModels::RealModels()
 
 RealModels::~RealModels()
 {
-    LlamaLog::keepNothing();
+    LlamaLog::keep(LlamaLog::Kept::Nothing);
     m_manager.engine().unload();
 }

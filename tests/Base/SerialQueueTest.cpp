@@ -6,6 +6,7 @@
 #include <QTest>
 
 #include <atomic>
+#include <new>
 #include <stdexcept>
 
 using namespace Qt::StringLiterals;
@@ -52,6 +53,7 @@ private Q_SLOTS:
     void theCallerResumesOnItsOwnThread();
     void whatAJobThrowsReachesTheCaller();
     void theQueueGoesOnAfterAFailure();
+    void theQueueGoesOnAfterAFailureThatNobodyWaitsFor();
     void destructionFinishesWhatIsQueued();
     void finishingCarriesOutWhatJobsHandIn();
     void aJobIsGoneBeforeTheNextOneStarts();
@@ -114,6 +116,14 @@ void SerialQueueTest::theQueueGoesOnAfterAFailure()
     SerialQueue queue(u"test"_s);
     const auto failure = queue.run([] { throw std::runtime_error("broken"); });
     QCOMPARE(QCoro::waitFor(failureOf(failure)), u"broken"_s);
+    QCOMPARE(QCoro::waitFor(sumOfTwoJobs(queue)), 42);
+}
+
+void SerialQueueTest::theQueueGoesOnAfterAFailureThatNobodyWaitsFor()
+{
+    SerialQueue queue(u"test.queue"_s);
+    QTest::ignoreMessage(QtCriticalMsg, "A job of \"test.queue\" failed: std::bad_alloc");
+    queue.post([] { throw std::bad_alloc(); });
     QCOMPARE(QCoro::waitFor(sumOfTwoJobs(queue)), 42);
 }
 

@@ -1,7 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Inference/EngineFixture.h"
 
+#include <QSemaphore>
 #include <QTest>
+
+#include <llama.h>
+
+#include <memory>
 
 #include <sys/resource.h>
 
@@ -45,6 +50,34 @@ private:
     }
 
     rlimit m_before = {};
+};
+
+// Says when the library begins to speak of what it does, and makes that slow, so that something can come in
+// between.
+class SlowLibraryLog
+{
+public:
+    SlowLibraryLog()
+    {
+        LlamaLog::keep(LlamaLog::Kept::Errors);
+        llama_log_get(&m_before, &m_beforeData);
+        const auto pass = [](ggml_log_level, const char *, void *begun) {
+            static_cast<QSemaphore *>(begun)->release();
+            QThread::msleep(2);
+        };
+        llama_log_set(pass, &m_begun);
+    }
+    // No engine is there any more.
+    ~SlowLibraryLog() { llama_log_set(m_before, m_beforeData); }
+    SlowLibraryLog(const SlowLibraryLog &) = delete;
+    SlowLibraryLog &operator=(const SlowLibraryLog &) = delete;
+
+    void waitForAMessage() const { m_begun.acquire(); }
+
+private:
+    mutable QSemaphore m_begun;
+    ggml_log_callback m_before = nullptr;
+    void *m_beforeData = nullptr;
 };
 
 } // namespace
@@ -174,6 +207,19 @@ private Q_SLOTS:
         model.setVocabulary(TinyModel::Vocabulary::None);
         fixture.load(model);
         QCOMPARE(fixture.failureOf([&] { fixture.reply(10); }), Code::notLoaded);
+    }
+
+    // As when the user quits while gigabytes are being read.
+    void anEngineThatGoesEndsItsLoadEarly()
+    {
+        const QString path = m_folder.filePath(u"model.gguf"_s);
+        modelSaying('a').write(path);
+        auto engine = std::make_unique<LlamaEngine>();
+        const SlowLibraryLog log;
+        QCoro::Task<void> load = engine->load(path);
+        log.waitForAMessage();
+        engine.reset();
+        QCOMPARE(EngineFixture::failureOf([&] { Awaited::result(std::move(load)); }), Code::loadFailed);
     }
 
     void unloadReturnsAtOnceAndReleasesInItsTurn()

@@ -34,8 +34,8 @@ private Q_SLOTS:
     void theNextStepEvaluatesOnlyWhatIsNew();
     void everyConversationSharesItsFirstMessage();
     void nothingIsPutBackUntilItHasBeenTried();
-    void aPromptOfWhichNothingIsEvaluatedGivesNoTrial();
-    void aTrialLeavesThePromptAsItWas();
+    void aPromptThatIsTooShortGivesNoTrial();
+    void aTrialTakesFewTokensAndKeepsWhatIsKept();
     void aModelThatCannotForgetTheEndIsEvaluatedInFull();
     void resetGivesTheCopyBack();
 
@@ -62,6 +62,7 @@ public:
         llama_context_params parameters = llama_context_default_params();
         parameters.n_ctx = ContextFitting::contextSize;
         parameters.n_batch = LlamaLimits::batchSize;
+        parameters.no_perf = false;
         m_context.reset(llama_init_from_model(m_model.get(), parameters));
         if (!m_context)
             qFatal("No model to test with");
@@ -110,6 +111,9 @@ public:
             m_memory.tryOut();
     }
 
+    // By the library's own count.
+    qint64 evaluatedTokens() const { return llama_perf_context(m_context.get()).n_p_eval; }
+
     QByteArray scores() const
     {
         const auto count = static_cast<size_t>(llama_vocab_n_tokens(llama_model_get_vocab(m_model.get())));
@@ -140,7 +144,7 @@ QList<ChatMessage> recorded(int steps)
 
 void LlamaPromptMemoryTest::initTestCase()
 {
-    LlamaLog::keepErrorsOnly();
+    LlamaLog::keep(LlamaLog::Kept::Errors);
     ShapedModel qwen = ShapedModel::qwen2_1_5b().cut(2, 2000);
     ShapedModel llama = ShapedModel::llama3_2_3b().cut(2, 2000);
     for (ShapedModel *model : {&qwen, &llama})
@@ -234,36 +238,36 @@ void LlamaPromptMemoryTest::nothingIsPutBackUntilItHasBeenTried()
     QVERIFY(machine.memory().reusedCount() > 0);
 }
 
-// As when no reply is wanted, or the engine ends before the first chunk.
-void LlamaPromptMemoryTest::aPromptOfWhichNothingIsEvaluatedGivesNoTrial()
+void LlamaPromptMemoryTest::aPromptThatIsTooShortGivesNoTrial()
 {
     Machine machine(fileOf(u"qwen"_s));
-    const std::vector<qint32> prompt =
-        machine.tokens(RecordedConversation::prompts(RecordedConversation::read(3)).first());
+    std::vector<qint32> prompt(2 * LlamaPromptMemory::trialTokens - 1, 100);
+    machine.evaluate(prompt);
+    QVERIFY(!machine.memory().needsTrial());
+    prompt.push_back(100);
     machine.evaluate(prompt);
     QVERIFY(machine.memory().needsTrial());
-    machine.begin(prompt);
-    QVERIFY(!machine.memory().needsTrial());
-    machine.memory().keep();
-    QCOMPARE(machine.memory().keptBytes(), size_t(0));
 }
 
-void LlamaPromptMemoryTest::aTrialLeavesThePromptAsItWas()
+// Whoever gives a task while it runs waits for it.
+void LlamaPromptMemoryTest::aTrialTakesFewTokensAndKeepsWhatIsKept()
 {
     Machine machine(fileOf(u"llama"_s));
     Machine plain(fileOf(u"llama"_s));
     const std::vector<qint32> prompt =
         machine.tokens(RecordedConversation::prompts(RecordedConversation::read(3)).first());
     plain.evaluate(prompt);
-    machine.begin(prompt);
-    machine.memory().evaluateChunk();
-    machine.memory().evaluateChunk();
+    machine.evaluate(prompt);
+    machine.memory().keep();
+    const qint64 before = machine.evaluatedTokens();
     machine.memory().tryOut();
-    while (!machine.memory().isEvaluated())
-        machine.memory().evaluateChunk();
+    const qint64 tried = machine.evaluatedTokens() - before;
+    QVERIFY2(tried > 0 && tried < qint64(LlamaPromptMemory::longestChunk / 4),
+             qPrintable(QString::number(tried)));
+    QVERIFY(!machine.memory().isEvaluated());
+    machine.evaluate(prompt);
+    QVERIFY(machine.memory().reusedCount() > 2 * LlamaPromptMemory::longestChunk);
     QCOMPARE(machine.scores(), plain.scores());
-    machine.begin(prompt);
-    QCOMPARE(machine.memory().reusedCount(), 2 * LlamaPromptMemory::longestChunk);
 }
 
 void LlamaPromptMemoryTest::aModelThatCannotForgetTheEndIsEvaluatedInFull()

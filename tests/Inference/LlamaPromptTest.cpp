@@ -37,7 +37,7 @@ class LlamaPromptTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { LlamaLog::keepErrorsOnly(); }
+    void initTestCase() { LlamaLog::keep(LlamaLog::Kept::Errors); }
 
     void theModelsOwnTemplateIsApplied()
     {

@@ -53,7 +53,7 @@ PromptReuse LlamaPromptMemory::reuseFor(const llama_context *context, std::span<
 
 void LlamaPromptMemory::reset()
 {
-    *this = LlamaPromptMemory();
+    *this = LlamaPromptMemory(m_mostBytes);
 }
 
 void LlamaPromptMemory::begin(llama_context *context, std::vector<qint32> prompt)
@@ -83,8 +83,11 @@ void LlamaPromptMemory::keep()
         m_reuse.wholeChunks(evaluated()) == m_reused)
         return; // the copy is what was put back, and no whole chunk has come to it
     m_reuse.keep(evaluated());
-    const auto kept = static_cast<llama_pos>(m_reuse.keptCount());
-    if (kept == 0 || !llama_memory_seq_rm(llama_get_memory(m_context), sequence, kept, toTheEnd))
+    bool isKept = forgetBehindTheKept();
+    // A state grows with its tokens.
+    for (size_t bytes = 0; isKept && (bytes = stateBytes()) > m_mostBytes; isKept = forgetBehindTheKept())
+        m_reuse.keep(evaluated().first(m_reuse.keptCount() * m_mostBytes / bytes));
+    if (!isKept)
         return forget();
     try {
         take(m_kept);
@@ -93,7 +96,19 @@ void LlamaPromptMemory::keep()
     }
     if (m_kept.bytes == 0)
         return forget();
-    qCDebug(promptLog, "Keeps the state of %d tokens in %.1f MB", int(kept), double(m_kept.bytes) * 1e-6);
+    qCDebug(promptLog, "Keeps the state of %zu tokens in %.1f MB", m_reuse.keptCount(),
+            double(m_kept.bytes) * 1e-6);
+}
+
+bool LlamaPromptMemory::forgetBehindTheKept() const
+{
+    const auto kept = static_cast<llama_pos>(m_reuse.keptCount());
+    return kept > 0 && llama_memory_seq_rm(llama_get_memory(m_context), sequence, kept, toTheEnd);
+}
+
+size_t LlamaPromptMemory::stateBytes() const
+{
+    return llama_state_seq_get_size(m_context, sequence);
 }
 
 bool LlamaPromptMemory::needsTrial() const
@@ -142,7 +157,7 @@ void LlamaPromptMemory::clearMemory() const
 
 void LlamaPromptMemory::take(Copy &copy) const
 {
-    const size_t bytes = llama_state_seq_get_size(m_context, sequence);
+    const size_t bytes = stateBytes();
     if (bytes > copy.bytes || bytes < copy.bytes / 2) {
         copy = {}; // first, so that there are never two
         copy.data = std::make_unique_for_overwrite<quint8[]>(bytes);

@@ -26,8 +26,14 @@ public:
     // being evaluated waits for one call. docs/benchmarks.md has the figures.
     static constexpr size_t longestChunk = 256;
 
+    // Bytes of the copy, at most. Of a longer prompt the beginning is kept, and the rest is evaluated again.
+    // Enough for twelve steps with each model of the catalog; docs/benchmarks.md has the figures.
+    static constexpr size_t mostKeptBytes = size_t(256) << 20;
+
     // Tokens whose state a trial puts back, and as many again that it evaluates behind them, twice.
     static constexpr size_t trialTokens = 16;
+
+    explicit LlamaPromptMemory(size_t mostBytes = mostKeptBytes) : m_mostBytes(mostBytes) {}
 
     // How prompts like the given one are cut into chunks for the context's model.
     static PromptReuse reuseFor(const llama_context *context, std::span<const qint32> prompt);
@@ -43,8 +49,8 @@ public:
     // Evaluates the current prompt's next chunk. Throws InferenceError decodeFailed.
     void evaluateChunk();
 
-    // Copies the state of what is evaluated of the current prompt; what the context's memory holds behind its
-    // whole chunks is lost. Does nothing without enough memory, or where it is of no use.
+    // Copies the state of what is evaluated of the current prompt, as far as it may; what the context's
+    // memory holds behind that is lost. Does nothing without enough memory, or where it is of no use.
     void keep();
 
     // Whether what is kept may come to use; false once a trial has failed.
@@ -73,6 +79,9 @@ private:
     };
 
     void clearMemory() const;
+    // False when nothing is to be kept, or the context cannot forget what stands behind it.
+    bool forgetBehindTheKept() const;
+    size_t stateBytes() const;
     // Throws std::bad_alloc.
     void take(Copy &copy) const;
     // False, with an empty memory, when the context does not take the first `count` tokens back.
@@ -82,6 +91,7 @@ private:
     std::span<const qint32> evaluated() const { return std::span(m_prompt).first(m_evaluated); }
     void forget();
 
+    size_t m_mostBytes;
     llama_context *m_context = nullptr;
     std::vector<qint32> m_prompt;
     size_t m_evaluated = 0; // of the prompt, those put back included

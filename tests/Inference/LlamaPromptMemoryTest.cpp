@@ -38,6 +38,9 @@ private Q_SLOTS:
     void aTrialTakesFewTokensAndKeepsWhatIsKept();
     void aModelThatCannotForgetTheEndIsEvaluatedInFull();
     void resetGivesTheCopyBack();
+    void theCopyStaysWithinItsBound();
+    void twelveStepsOfEveryModelAreKept_data();
+    void twelveStepsOfEveryModelAreKept();
 
 private:
     QString fileOf(const QString &model) const;
@@ -54,7 +57,8 @@ constexpr int replyTokens = 4;
 class Machine
 {
 public:
-    explicit Machine(const QString &path)
+    explicit Machine(const QString &path, size_t mostBytes = LlamaPromptMemory::mostKeptBytes)
+        : m_memory(mostBytes)
     {
         llama_backend_init();
         m_model.reset(
@@ -299,6 +303,58 @@ void LlamaPromptMemoryTest::resetGivesTheCopyBack()
     QCOMPARE(machine.memory().keptBytes(), size_t(0));
     machine.evaluate(prompt);
     QCOMPARE(machine.memory().reusedCount(), size_t(0));
+}
+
+void LlamaPromptMemoryTest::theCopyStaysWithinItsBound()
+{
+    TinyModel tiny;
+    tiny.write(fileOf(u"tiny"_s));
+    constexpr size_t chunk = LlamaPromptMemory::longestChunk;
+    const std::vector<qint32> prompt(8 * chunk, TinyModel::byteToken('a'));
+    Machine unbounded(fileOf(u"tiny"_s));
+    const QList<QByteArray> scores = unbounded.scores(prompt);
+    unbounded.evaluate(prompt);
+    unbounded.memory().keep();
+    const size_t whole = unbounded.memory().keptBytes();
+
+    // The beginning of the prompt that fits stays of use.
+    const size_t half = whole / 2;
+    Machine bounded(fileOf(u"tiny"_s), half);
+    bounded.evaluate(prompt);
+    bounded.keep();
+    QVERIFY(bounded.memory().keptBytes() <= half);
+    QVERIFY(bounded.memory().keptBytes() > half / 2);
+    QCOMPARE(bounded.scores(prompt), scores);
+    QVERIFY(bounded.memory().reusedCount() == 3 * chunk || bounded.memory().reusedCount() == 4 * chunk);
+
+    // Less than one chunk is of no use.
+    Machine tight(fileOf(u"tiny"_s), whole / 10);
+    tight.evaluate(prompt);
+    tight.keep();
+    QCOMPARE(tight.memory().keptBytes(), size_t(0));
+    QCOMPARE(tight.scores(prompt), scores);
+    QCOMPARE(tight.memory().reusedCount(), size_t(0));
+}
+
+void LlamaPromptMemoryTest::twelveStepsOfEveryModelAreKept_data()
+{
+    QTest::addColumn<QString>("model");
+    QTest::newRow("first of the catalog") << u"qwen"_s;
+    QTest::newRow("second of the catalog") << u"llama"_s;
+}
+
+void LlamaPromptMemoryTest::twelveStepsOfEveryModelAreKept()
+{
+    constexpr size_t layers = 28;    // both models
+    constexpr size_t layersHere = 2; // what is cut off is like the rest
+    QFETCH(QString, model);
+    Machine machine(fileOf(model), LlamaPromptMemory::mostKeptBytes / (layers / layersHere));
+    const std::vector<qint32> last =
+        machine.tokens(RecordedConversation::prompts(RecordedConversation::read(12)).last());
+    machine.evaluate(last);
+    machine.keep();
+    machine.evaluate(last);
+    QVERIFY(last.size() - machine.memory().reusedCount() <= LlamaPromptMemory::longestChunk);
 }
 
 QTEST_GUILESS_MAIN(LlamaPromptMemoryTest)

@@ -7,6 +7,7 @@
 // to compare are tokens per second.
 #include "Inference/LlamaEngine.h"
 #include "Inference/LlamaHandles.h"
+#include "Inference/LlamaLibrary.h"
 #include "Inference/LlamaLimits.h"
 #include "Inference/LlamaLog.h"
 #include "Inference/LlamaPrompt.h"
@@ -197,6 +198,7 @@ int main(int argc, char *argv[])
 {
     QCoreApplication application(argc, argv);
     LlamaLog::keep(LlamaLog::Kept::Errors);
+    LlamaLibrary::initialise();
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();

@@ -6,6 +6,7 @@
 #include "Inference/ContextFitting.h"
 #include "Inference/LlamaEngine.h"
 #include "Inference/LlamaHandles.h"
+#include "Inference/LlamaLibrary.h"
 #include "Inference/LlamaLimits.h"
 #include "Inference/LlamaLog.h"
 #include "Inference/LlamaPrompt.h"
@@ -282,6 +283,7 @@ int main(int argc, char *argv[])
 {
     QCoreApplication application(argc, argv);
     LlamaLog::keep(LlamaLog::Kept::Errors);
+    LlamaLibrary::initialise();
     QCommandLineParser parser;
     parser.addHelpOption();
     const QCommandLineOption folder(u"folder"_s, u"where the model files are written"_s, u"PATH"_s,

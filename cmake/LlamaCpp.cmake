@@ -1,10 +1,18 @@
 # SPDX-License-Identifier: Apache-2.0
 # Gives the target `llama`: an installed llama.cpp (scripts/fetch-llama makes one), or the one in the source tree that
-# ORVANE_LLAMA_SOURCE_DIR names.
+# ORVANE_LLAMA_SOURCE_DIR names. ORVANE_LLAMA_BACK_ENDS is the folder with the back ends of an installed one that has them
+# as plug-ins, and else empty.
 
 find_package(llama CONFIG QUIET)
 if(llama_FOUND)
   message(STATUS "llama.cpp: installed, ${llama_DIR}")
+  # Both come from ggml's own configuration. Without a folder of their own the plug-ins are beside ggml's programs.
+  set(ORVANE_LLAMA_BACK_ENDS "")
+  if(GGML_BACKEND_DL AND GGML_BACKEND_DIR)
+    set(ORVANE_LLAMA_BACK_ENDS "${GGML_BACKEND_DIR}")
+  elseif(GGML_BACKEND_DL)
+    set(ORVANE_LLAMA_BACK_ENDS "${GGML_BIN_DIR}")
+  endif()
 elseif(ORVANE_LLAMA_SOURCE_DIR)
   message(STATUS "llama.cpp: source tree ${ORVANE_LLAMA_SOURCE_DIR}")
   foreach(PART TESTS EXAMPLES TOOLS SERVER APP COMMON)

@@ -4,6 +4,7 @@
 #include "Inference/GgufFile.h"
 #include "Inference/InferenceError.h"
 #include "Inference/LlamaGeneration.h"
+#include "Inference/LlamaLibrary.h"
 #include "Inference/LlamaLimits.h"
 #include "Inference/LlamaPrompt.h"
 
@@ -77,7 +78,7 @@ QCoro::Task<QString> LlamaEngine::generate(QList<ChatMessage> messages, int maxT
 void LlamaEngine::loadModel(const QString &path)
 {
     freeAll();
-    llama_backend_init();
+    LlamaLibrary::initialise();
     const GgufFile::Verdict verdict = GgufFile::examine(path);
     if (verdict != GgufFile::Verdict::Plausible) {
         qCWarning(engineLog).noquote() << "Not loaded:" << path << GgufFile::explanation(verdict);

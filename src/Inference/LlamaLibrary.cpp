@@ -4,9 +4,22 @@
 #include <ggml-backend.h>
 #include <llama.h>
 
+#include <mutex>
+#include <string_view>
+
 using namespace Qt::StringLiterals;
 
 namespace {
+
+// Where the back ends are, if they are plug-ins; empty if they are parts of the library. Left to itself, an
+// older library loads none, and a newer one those in the current folder as well, whoever put them there.
+constexpr std::string_view backEndFolder = ORVANE_LLAMA_BACK_ENDS;
+
+void loadBackEnds()
+{
+    if (!backEndFolder.empty())
+        ggml_backend_load_all_from_path(backEndFolder.data());
+}
 
 QString build()
 {
@@ -25,9 +38,16 @@ QString described(ggml_backend_dev_t device)
 
 } // namespace
 
+void LlamaLibrary::initialise()
+{
+    static std::once_flag loaded;
+    std::call_once(loaded, loadBackEnds);
+    llama_backend_init();
+}
+
 LlamaLibrary::Description LlamaLibrary::describe()
 {
-    llama_backend_init();
+    initialise();
     Description description{build(), {}};
     for (std::size_t i = 0; i < ggml_backend_dev_count(); ++i)
         description.devices.append(described(ggml_backend_dev_get(i)));

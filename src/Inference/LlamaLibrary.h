@@ -4,7 +4,7 @@
 #include <QString>
 #include <QStringList>
 
-// What the llama.cpp that we are linked with says of itself.
+// The llama.cpp that we are linked with: making it ready, and what it says of itself.
 namespace LlamaLibrary {
 
 struct Description
@@ -12,6 +12,10 @@ struct Description
     QString build;       // its version, and the commit where that is known
     QStringList devices; // what a loaded model would run on, as the makers call it; the processor is one
 };
+
+// Makes the library ready: where its back ends are plug-ins, as in distributions' packages, loads them, once
+// for the process. Before anything else is asked of the library; on any thread but the main one.
+void initialise();
 
 // Looks for the devices, which may take moments and may get stuck in a graphics driver: not for the main
 // thread. At no time while an engine loads or generates.

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Inference/LlamaLibrary.h"
 
+#include <QDir>
+#include <QFile>
 #include <QRegularExpression>
+#include <QTemporaryDir>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -11,6 +14,22 @@ class LlamaLibraryTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    // Where the library would look for plug-ins by itself. First, since they are loaded once.
+    void nothingOfTheCurrentFolderIsLoaded()
+    {
+        const QFile plugIn(QStringLiteral(ORVANE_LLAMA_BACK_ENDS "/libggml-blas.so"));
+        if (!plugIn.exists())
+            QSKIP("There is no back end here that is a plug-in and not needed");
+        const QTemporaryDir folder;
+        QVERIFY(QFile::copy(plugIn.fileName(), folder.filePath(u"libggml-rpc.so"_s)));
+        const QString before = QDir::currentPath();
+        QVERIFY(QDir::setCurrent(folder.path()));
+        QStringList devices = LlamaLibrary::describe().devices;
+        QVERIFY(QDir::setCurrent(before));
+        QVERIFY(devices.size() > 1);
+        QCOMPARE(devices.removeDuplicates(), 0);
+    }
+
     void theBuildAndTheDevicesAreNamed()
     {
         const LlamaLibrary::Description description = LlamaLibrary::describe();

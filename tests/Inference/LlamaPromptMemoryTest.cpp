@@ -5,6 +5,7 @@
 
 #include "Inference/ContextFitting.h"
 #include "Inference/LlamaHandles.h"
+#include "Inference/LlamaLibrary.h"
 #include "Inference/LlamaLimits.h"
 #include "Inference/LlamaLog.h"
 #include "Inference/LlamaPrompt.h"
@@ -60,7 +61,7 @@ public:
     explicit Machine(const QString &path, size_t mostBytes = LlamaPromptMemory::mostKeptBytes)
         : m_memory(mostBytes)
     {
-        llama_backend_init();
+        LlamaLibrary::initialise();
         m_model.reset(
             llama_model_load_from_file(QFile::encodeName(path).constData(), llama_model_default_params()));
         llama_context_params parameters = llama_context_default_params();

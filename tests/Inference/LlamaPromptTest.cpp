@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Inference/LlamaPrompt.h"
 #include "Inference/LlamaHandles.h"
+#include "Inference/LlamaLibrary.h"
 #include "Inference/LlamaLog.h"
 #include "Inference/TinyModel.h"
 
@@ -37,7 +38,11 @@ class LlamaPromptTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { LlamaLog::keep(LlamaLog::Kept::Errors); }
+    void initTestCase()
+    {
+        LlamaLog::keep(LlamaLog::Kept::Errors);
+        LlamaLibrary::initialise();
+    }
 
     void theModelsOwnTemplateIsApplied()
     {

@@ -19,6 +19,12 @@ from planner.values import TrainingValues
 _WORD = re.compile(r"[A-Za-z]+")
 
 
+class _PlainValues(TrainingValues):
+    """Without accents: the letters between two of them are no word."""
+
+    ANY_SCRIPT = 0.0
+
+
 def _texts(count: int, seed: object, values: TrainingValues) -> Iterator[Tuple[bool, str]]:
     """The messages of generated conversations without the fixed texts; whether each one is a task, which goes without its state."""
     rng = random.Random(seed)
@@ -35,7 +41,7 @@ def _texts(count: int, seed: object, values: TrainingValues) -> Iterator[Tuple[b
 def count_words(conversation_count: int, seed: int) -> Counter[str]:
     """Words of letters outside the fixed texts, with how often they occur; rare ones teach nothing."""
     counts: Counter[str] = collections.Counter()
-    for _, text in _texts(conversation_count, seed, TrainingValues()):
+    for _, text in _texts(conversation_count, seed, _PlainValues()):
         counts.update(_WORD.findall(text))
     return collections.Counter({word: count for word, count in counts.items() if count >= 4})
 
@@ -44,7 +50,7 @@ def frequent_words(conversation_count: int, seed: int, pieces: List[str]) -> Cou
     """Words that stand in one of 1000 tasks, or in the other messages of one of 250 conversations."""
     in_tasks: Counter[str] = collections.Counter()
     elsewhere: Counter[str] = collections.Counter()
-    for is_task, text in _texts(conversation_count, "words %d" % seed, TrainingValues(pieces)):
+    for is_task, text in _texts(conversation_count, "words %d" % seed, _PlainValues(pieces)):
         found: Set[str] = set(_WORD.findall(text))
         (in_tasks if is_task else elsewhere).update(found)
     enough = conversation_count // 1000

@@ -51,7 +51,8 @@ def held_out_words_in_training() -> int:
         value = rng.choice(makers)(rng)
         if value.title() in vocabulary.APPLICATIONS:
             continue  # well-known names are given as they are; "1Password" holds a held-out word
-        found += sum(word in banned for word in re.findall(r"[a-z]+", value.lower().replace("_", " ")))
+        value = value.lower().replace("_", " ")
+        found += len(banned.intersection(value.split(" ") + re.findall(r"[^\W\d]+", value)))
     if found:
         print("held-out words in training values:", found)
     return found

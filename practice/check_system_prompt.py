@@ -1,12 +1,12 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: Apache-2.0
-"""Compares the system prompt of the training data with the one that the application sends, byte by byte."""
+"""Compares the system prompts of the training data with the one that the application sends, byte by byte."""
 
 import argparse
 import subprocess
 import sys
 
-from planner.system_prompt import SYSTEM_PROMPT
+from planner.system_prompt import SYSTEM_PROMPTS
 
 
 def first_difference(one: bytes, other: bytes) -> int:
@@ -24,10 +24,11 @@ def main() -> int:
     )
     options = parser.parse_args()
     application = subprocess.run([options.program], check=True, stdout=subprocess.PIPE).stdout
-    training = SYSTEM_PROMPT.encode()
-    if application == training:
-        print("the system prompts are equal")
+    prompts = [prompt.encode() for prompt in SYSTEM_PROMPTS]
+    if application in prompts:
+        print("the application's system prompt is one of the training's")
         return 0
+    training = max(prompts, key=lambda prompt: first_difference(application, prompt))
     place = first_difference(application, training)
     print("they differ at byte %d:" % place)
     print("  application", application[max(0, place - 20) : place + 40])

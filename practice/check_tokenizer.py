@@ -11,8 +11,8 @@ from planner import conversations
 from planner import tokenizer as tokens
 from planner.conversations import Message
 from planner.engine import Engine
-from planner.system_prompt import SYSTEM_PROMPT
-from planner.values import HeldOutValues, TrainingValues
+from planner.system_prompt import SYSTEM_PROMPTS
+from planner.values import HeldOutScripts, HeldOutValues, TrainingValues
 
 ODD_TEXTS = [
     'naïve “q” <unk> 日本 \t{"a":1} <0x41> ▁x  two  spaces',
@@ -36,13 +36,14 @@ def main() -> int:
     options = parser.parse_args()
     tokenizer = tokens.load()
     rng = random.Random(9)
-    kinds = (TrainingValues(tokenizer.merges), HeldOutValues())
+    kinds = (TrainingValues(tokenizer.merges), HeldOutValues(), HeldOutScripts())
     wrong = 0
     with Engine(options.evaluator, options.model) as engine:
         for index in range(options.conversations):
-            _, messages = conversations.make(rng, kinds[index % 2])
-            expected = tokenizer.system() + tokenizer.conversation(messages)[0]
-            wrong += engine.tokenize(rendered([("system", SYSTEM_PROMPT), *messages])) != expected
+            _, messages = conversations.make(rng, kinds[index % 3])
+            prompt = SYSTEM_PROMPTS[index % 2]
+            expected = tokenizer.system(prompt) + tokenizer.conversation(messages)[0]
+            wrong += engine.tokenize(rendered([("system", prompt), *messages])) != expected
         for text in ODD_TEXTS:
             wrong += engine.tokenize(text) != tokenizer.encode(text)
     print("%d of %d texts are split differently" % (wrong, options.conversations + len(ODD_TEXTS)))

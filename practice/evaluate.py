@@ -1,69 +1,80 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: Apache-2.0
-"""Scores a model with llama.cpp, with the application's chat template and sampler.
+"""Scores a model through the application's own engine, system prompt and parser.
 
-Three sets, none of which training has seen:
+Four sets, none of which training has seen:
   values    held-out values in wordings of the training grammar
   wordings  held-out values in wordings that the grammar cannot produce
-  demo      the twelve demonstration tasks, each several times on different desktops
+  scripts   names and texts beyond ASCII in wordings of the training grammar
+  demo      the demonstration tasks, each several times on different desktops
 
 An action is right when its name and its arguments are equal to the planned ones, two names of one
-key counting as equal; the words of a closing message are not judged, except that a request out of
-reach must be closed at once. A run is right when every reply of it is, each one asked for after the
-planned replies before it. The columns "bytes" count replies that are equal to the last character.
+key counting as equal. Of a closing message it is only judged that it says something, except that a
+request that cannot be carried out must be closed at once with the sentence for it. A run is right
+when every reply of it is, each one asked for after the planned replies before it.
+The columns "bytes" count replies that are equal to the last character. Of the scripts, "declined"
+counts runs in which the planner says that it cannot copy a name or text instead of using it.
+
+The tasks depend on the seed. The engine draws each reply anew, so a second run differs a little.
 """
 
 import argparse
 import collections
 import json
 import random
-from typing import Dict, List, Optional, Tuple
+from typing import Dict, List, Optional, Sequence, Tuple
 
 from planner import conversations, demonstrations
-from planner.conversations import Message, Setting
+from planner.conversations import OUT_OF_REACH, TOO_LONG, Message, Setting
 from planner.desktop import Desktop
-from planner.engine import Engine
+from planner.engine import Action, Engine
 from planner.evaluation_phrasings import EvaluationWordings
 from planner.phrasings import PHRASINGS
-from planner.system_prompt import SYSTEM_PROMPT
-from planner.values import HeldOutValues
+from planner.values import HeldOutScripts, HeldOutValues, TrainingValues
 
 DEMONSTRATION_SEED = 20
 # The application presses the same key for both names.
 KEY_OF_OTHER_NAME = {"enter": "return", "backspace": "delete", "esc": "escape"}
+# The families whose tasks hold a name or a text of the user's own.
+SCRIPT_FAMILIES = (
+    "open_app quit_app web_search type_text click create_folder open_path trash finder_folder app_then two too_long"
+).split()
 
 
-def parsed(reply: str) -> Optional[dict]:
-    try:
-        value = json.loads(reply)
-    except ValueError:
-        return None
-    return value if isinstance(value, dict) else None
+def as_action(planned: str) -> Action:
+    arguments = json.loads(planned)
+    return arguments.pop("action"), arguments
 
 
-def with_one_name_a_key(action: dict) -> dict:
-    key = KEY_OF_OTHER_NAME.get(str(action.get("key")))
-    return {**action, "key": key} if key else action
+def with_one_name_a_key(arguments: Dict[str, str]) -> Dict[str, str]:
+    key = KEY_OF_OTHER_NAME.get(arguments.get("key", ""))
+    return {**arguments, "key": key} if key else arguments
 
 
-def is_right(reply: str, planned: str) -> bool:
-    """Whether the reply is the planned action; closing messages may differ in their words."""
-    given, wanted = parsed(reply), json.loads(planned)
-    if given is None:
+def says(message: str, planned: str) -> bool:
+    """A request that is declined gets the planned sentence; other closing messages have words of their own."""
+    return message == planned if planned in (OUT_OF_REACH, TOO_LONG) else bool(message.strip())
+
+
+def is_right(given: Optional[Action], planned: str) -> bool:
+    """Whether it is the planned action."""
+    wanted, arguments = as_action(planned)
+    if given is None or given[0] != wanted:
         return False
-    if wanted["action"] == "done":
-        return given.get("action") == "done"
-    return with_one_name_a_key(given) == with_one_name_a_key(wanted)
+    if wanted == "done":
+        return says(given[1].get("message", ""), arguments["message"])
+    return with_one_name_a_key(given[1]) == with_one_name_a_key(arguments)
 
 
 class Score:
     """Counts over one family."""
 
     def __init__(self) -> None:
-        self.tasks = self.first = self.runs = self.first_bytes = self.run_bytes = 0
+        self.tasks = self.first = self.runs = self.first_bytes = self.run_bytes = self.declined = 0
 
-    def add(self, right: List[bool], same: List[bool]) -> None:
+    def add(self, right: List[bool], same: List[bool], declined: bool) -> None:
         self.tasks += 1
+        self.declined += declined
         self.first += right[0]
         self.runs += all(right)
         self.first_bytes += same[0]
@@ -73,12 +84,9 @@ class Score:
         for name, value in vars(other).items():
             setattr(self, name, getattr(self, name) + value)
 
-    def line(self, name: str) -> str:
-        shares = [
-            100 * count / max(1, self.tasks)
-            for count in (self.first, self.runs, self.first_bytes, self.run_bytes)
-        ]
-        return "| %s | %d | %.1f | %.1f | %.1f | %.1f |" % (name, self.tasks, *shares)
+    def line(self, name: str, columns: Sequence[str]) -> str:
+        shares = ["%.1f" % (100 * getattr(self, column) / max(1, self.tasks)) for column in columns]
+        return "| %s | %d | %s |" % (name, self.tasks, " | ".join(shares))
 
 
 Failure = Tuple[str, str, str, str]  # family, task, planned, given
@@ -88,32 +96,29 @@ def judge(
     engine: Engine, messages: List[Message]
 ) -> Tuple[List[bool], List[bool], Optional[Tuple[str, str]]]:
     """Per reply: right, and the same bytes; then the first wrong reply with its plan, where it stops."""
-    history: List[Message] = [("system", SYSTEM_PROMPT)]
     right: List[bool] = []
     same: List[bool] = []
-    for role, text in messages:
+    for index, (role, text) in enumerate(messages):
         if role == "assistant":
-            reply = engine.reply(history)
-            right.append(is_right(reply, text))
-            same.append(reply == text)
+            reply = engine.reply(messages[:index])
+            right.append(is_right(reply.action, text))
+            same.append(reply.text == text)
             if not right[-1]:
-                return right, same, (text, reply)
-        history.append((role, text))
+                return right, same, (text, reply.text)
     return right, same, None
 
 
 def score_families(
-    engine: Engine, wordings, per_family: int, seed: int
+    engine: Engine, values: TrainingValues, wordings, families: Sequence[str], per_family: int, seed: int
 ) -> Tuple[Dict[str, Score], List[Failure]]:
     rng = random.Random(seed)
-    values = HeldOutValues()
     scores: Dict[str, Score] = collections.defaultdict(Score)
     failures: List[Failure] = []
     for _ in range(per_family):
-        for family in conversations.FAMILIES:
+        for family in families:
             _, messages = conversations.make(rng, values, family, wordings=wordings)
             right, same, wrong = judge(engine, messages)
-            scores[family].add(right, same)
+            scores[family].add(right, same, wrong is not None and TOO_LONG in wrong[1])
             if wrong:
                 failures.append((family, messages[0][1].split("\nState: ")[0][len("User: ") :], *wrong))
     return scores, failures
@@ -129,7 +134,7 @@ def demonstration(task: str, rng: random.Random) -> List[Message]:
         if filled.endswith(" is now frontmost."):
             desktop.bring_forward(filled[: -len(" is now frontmost.")])
         setting.act(reply, filled)
-    setting.finish("Done.")
+    setting.finish(demonstrations.DECLINED.get(task, "Done."))
     return setting.messages
 
 
@@ -147,14 +152,23 @@ def score_demonstrations(engine: Engine, times: int) -> Tuple[Dict[str, int], Li
     return passed, failures
 
 
-def report(title: str, scores: Dict[str, Score]) -> None:
-    print("\n%s\n\n| family | tasks | first action | whole run | first, bytes | run, bytes |" % title)
-    print("|---|---|---|---|---|---|")
+COLUMNS = {
+    "first": "first action",
+    "runs": "whole run",
+    "first_bytes": "first, bytes",
+    "run_bytes": "run, bytes",
+    "declined": "declined",
+}
+
+
+def report(title: str, scores: Dict[str, Score], columns: Sequence[str]) -> None:
+    print("\n%s\n\n| family | tasks | %s |" % (title, " | ".join(COLUMNS[column] for column in columns)))
+    print("|---|---|%s" % ("---|" * len(columns)))
     total = Score()
-    for family in conversations.FAMILIES:
-        print(scores[family].line(family))
-        total.plus(scores[family])
-    print(total.line("**all**"))
+    for family, score in scores.items():
+        print(score.line(family, columns))
+        total.plus(score)
+    print(total.line("**all**", columns))
 
 
 def show(failures: List[Failure], most: int) -> None:
@@ -174,12 +188,15 @@ def main() -> None:
     parser.add_argument("--show", type=int, default=0, help="failures to print per set")
     options = parser.parse_args()
     with Engine(options.evaluator, options.model) as engine:
-        for title, wordings in (
-            ("Held-out values", PHRASINGS),
-            ("Held-out values and wordings", EvaluationWordings()),
+        bytes_too = ("first", "runs", "first_bytes", "run_bytes")
+        families = conversations.FAMILIES
+        for title, values, wordings, chosen, columns in (
+            ("Held-out values", HeldOutValues(), PHRASINGS, families, bytes_too),
+            ("Held-out values and wordings", HeldOutValues(), EvaluationWordings(), families, bytes_too),
+            ("Any script", HeldOutScripts(), PHRASINGS, SCRIPT_FAMILIES, ("first", "runs", "declined")),
         ):
-            scores, failures = score_families(engine, wordings, options.tasks, options.seed)
-            report(title, scores)
+            scores, failures = score_families(engine, values, wordings, chosen, options.tasks, options.seed)
+            report(title, scores, columns)
             show(failures, options.show)
         passed, failures = score_demonstrations(engine, options.demonstrations)
         print("\nDemonstration tasks, passed of %d\n" % options.demonstrations)

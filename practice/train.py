@@ -27,12 +27,12 @@ from planner import tokenizer as tokens
 from planner.batches import Batch, Batches
 from planner.model import Planner, Shape
 from planner.optimizer import Muon
+from planner.system_prompt import SYSTEM_PROMPTS
 
 MATRIX_RATE = 0.02
 OTHER_RATE = 3e-3
 WARM_UP = 100
 SHORTENED = 0.5  # share of shortened conversations between --simple-until and --shorten-until
-CALM = 0.6  # share of calm desktops from --simple-until on
 REPORTED_WEIGHT = 0.15  # what the desktop reports is learnt as well, a little: it practises copying
 VALUE_EDGE_WEIGHT = 4.0
 
@@ -105,7 +105,7 @@ class Run:
         torch.manual_seed(options.seed)
         self.options = options
         self.tokenizer = tokens.load()
-        self.prefix = torch.tensor(self.tokenizer.system())
+        self.prefixes = [torch.tensor(self.tokenizer.system(prompt)) for prompt in SYSTEM_PROMPTS]
         state = torch.load(options.resume) if options.resume else None
         self.model = Planner(Shape(**state["shape"]) if state else Shape(len(self.tokenizer)))
         self.muon = Muon(self.model.matrices())
@@ -177,7 +177,7 @@ class Run:
     def _choose_lessons(self) -> None:
         """First replies on calm desktops until copying is learnt, then more and more of whole runs."""
         simple = self.step < self.options.simple_until
-        self.batches.calm = 1.0 if simple else CALM
+        self.batches.calm = 1.0 if simple else self.options.calm
         self.batches.shortened = (
             1.0 if simple else SHORTENED if self.step < self.options.shorten_until else 0.0
         )
@@ -186,7 +186,8 @@ class Run:
         numbers, classes = torch.from_numpy(batch.numbers), torch.from_numpy(batch.classes)
         following, counted = numbers[:, 1:].reshape(-1), classes[:, 1:].reshape(-1)
         wanted = counted.nonzero().squeeze(1)
-        scores = self.model(self.prefix, numbers[:, :-1], wanted)
+        prefix = self.prefixes[self.step % len(self.prefixes)]
+        scores = self.model(prefix, numbers[:, :-1], wanted)
         measured = weighted_loss(scores, following[wanted], counted[wanted])
         for parameter in self.model.parameters():
             parameter.grad = None
@@ -216,6 +217,9 @@ def main() -> None:
     )
     parser.add_argument(
         "--rate", type=float, default=1.0, help="multiplies the learning rates, to train on gently"
+    )
+    parser.add_argument(
+        "--calm", type=float, default=0.6, help="share of calm desktops from --simple-until on"
     )
     parser.add_argument("--batch-tokens", type=int, default=4096)
     parser.add_argument("--seed", type=int, default=1)

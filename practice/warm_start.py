@@ -2,22 +2,28 @@
 # SPDX-License-Identifier: Apache-2.0
 """Makes a checkpoint to train on from, out of the weights of an earlier planner's GGUF file.
 
-The embedding goes over token by token, by text: tokens that the earlier model did not have start small and random.
-All other tensors must have the same shapes.
+The embedding goes over token by token, by text. A part of a fixed text that was one token begins near that one; every
+other new token begins as one more of the short pieces that names are spelt with, so that what copies those copies it
+as well. So do the bytes beyond ASCII where the earlier model spelt nothing with them. All other tensors must have the same shapes.
 """
 
 import argparse
+import difflib
 import pathlib
 import sys
-from typing import Any, Dict, List
+from typing import Any, Dict, List, Optional
 
 import torch
 from torch import Tensor
 
+from planner import scripts
 from planner import tokenizer as tokens
 from planner.model import Planner, Shape
 from planner.optimizer import Muon
 from train import new_adam
+
+SHORT_PIECES = 420  # the merges that names are spelt with
+SHORTEST_SHARED = 8
 
 
 def read(path: pathlib.Path, gguf: Any) -> Any:
@@ -38,17 +44,57 @@ def weights(reader: Any, gguf: Any) -> Dict[str, Tensor]:
     }
 
 
+def whole_of(part: str, earlier_texts: List[str]) -> Optional[str]:
+    """The earlier fixed text that most of the part stood in."""
+    best, longest = None, SHORTEST_SHARED
+    for text in earlier_texts:
+        if len(text.encode()) > tokens.MOST_BYTES:
+            match = difflib.SequenceMatcher(None, text, part, False).find_longest_match(0, len(text), 0, len(part))
+            if match.size > longest:
+                best, longest = text, match.size
+    return best
+
+
+class Embedding:
+    """The earlier model's embedding, and how new tokens begin."""
+
+    def __init__(self, rows: Tensor, texts: List[str]) -> None:
+        self._rows = rows
+        self._texts = texts
+        self._places = {text: place for place, text in enumerate(texts)}
+        merges = [text for text in tokens.load().merges[:SHORT_PIECES] if text in self._places]
+        pieces = rows[[self._places[text] for text in merges]]
+        self._mean = pieces.mean(0)
+        self._deviations = pieces - self._mean
+        self._spells_all = self._places.keys() >= set(scripts.CHARACTERS)
+
+    def row(self, text: str, kind: int) -> Tensor:
+        if text in self._places and (self._spells_all or not self._spells_other_scripts(text, kind)):
+            return self._rows[self._places[text]]
+        whole = whole_of(text, self._texts) if kind == tokens.USER_DEFINED else None
+        if whole:
+            row = self._rows[self._places[whole]]
+            return row if whole.startswith(text) else row + 0.5 * row.norm() * _direction(len(row))
+        some = self._deviations[torch.randint(len(self._deviations), (2,))]
+        return self._mean + some.sum(0) / 2**0.5
+
+    @staticmethod
+    def _spells_other_scripts(text: str, kind: int) -> bool:
+        return kind == tokens.BYTE and text >= "<0x80>" or text in scripts.CHARACTERS
+
+
+def _direction(width: int) -> Tensor:
+    vector = torch.randn(width)
+    return vector / vector.norm()
+
+
 def carried_over(model: Planner, earlier: Dict[str, Tensor], earlier_texts: List[str]) -> int:
     """Fills the model; returns how many tokens were new to the earlier one."""
-    places = {text: place for place, text in enumerate(earlier_texts)}
-    current = tokens.load().tokens
-    new = 0
+    current = tokens.load()
+    embedding = Embedding(earlier["token_embd.weight"], earlier_texts)
     with torch.no_grad():
-        for number, text in enumerate(current):
-            if text in places:
-                model.embedding[number] = earlier["token_embd.weight"][places[text]]
-            else:
-                new += 1
+        for number, (text, kind) in enumerate(zip(current.tokens, current.types)):
+            model.embedding[number] = embedding.row(text, kind)
         model.output_norm.copy_(earlier["output_norm.weight"])
         for layer in range(model.shape.layers):
             name = "blk.%d." % layer
@@ -60,7 +106,7 @@ def carried_over(model: Planner, earlier: Dict[str, Tensor], earlier_texts: List
             model.gate[layer].copy_(earlier[name + "ffn_gate.weight"])
             model.up[layer].copy_(earlier[name + "ffn_up.weight"])
             model.down[layer].copy_(earlier[name + "ffn_down.weight"])
-    return new
+    return len(set(current.tokens) - set(earlier_texts))
 
 
 def main() -> None:

@@ -11,6 +11,7 @@ from dataclasses import dataclass, field
 from typing import Callable, Dict, List, Optional, Protocol, Tuple
 
 from . import desktop as screen
+from . import scripts
 from . import vocabulary as words
 from .desktop import Desktop, opened_page
 from .phrasings import PHRASINGS
@@ -18,6 +19,7 @@ from .values import TrainingValues
 
 Message = Tuple[str, str]  # role, text
 OUT_OF_REACH = "Sorry, I can't do that. I can open apps and websites, search the web, and manage windows, files and folders."
+TOO_LONG = "Sorry, I can't copy a text like that without mistakes."
 GAVE_UP = "I couldn't finish that. "
 ERROR_RATE = 0.07
 
@@ -560,9 +562,14 @@ def list_windows(at: Setting) -> Step:
             return at.fail(reply, at.error())
         summary = at.desktop.window_summary()
         at.act(reply, summary)
-        return "Open windows: " + summary
+        return "Open windows: " + summary if _can_be_repeated(summary) else "The open windows are listed above."
 
     return Step(at.worded("list_windows"), play, compound=True)
+
+
+def _can_be_repeated(summary: str) -> bool:
+    """Whether a reply has room for the text."""
+    return len(summary) + 3 * scripts.effort(summary) < 320
 
 
 def read_ui(at: Setting) -> Step:
@@ -623,6 +630,7 @@ WEIGHTS = {
     "two": 20,
     "three": 28,
     "unsupported": 8,
+    "too_long": 9,
 }
 FAMILIES = list(WEIGHTS)
 
@@ -714,11 +722,26 @@ def _unsupported(at: Setting) -> str:
     return at.worded("unsupported", thing=thing, number=str(at.rng.randint(1, 999)))
 
 
+def _too_long(at: Setting) -> str:
+    """A task with a text that the planner cannot copy."""
+    text = at.values.too_long_text(at.rng)
+    said = at.quoted(text, 0.3)
+    rule, slot = at.rng.choice(
+        (("type_text", "text"), ("type_text", "text"), ("search", "query"), ("create_folder", "name"))
+    )
+    task = at.worded(rule, **{slot: said})
+    return at.worded("opener", app=at.values.application(at.rng)) + " " + task if at.chance(0.2) else task
+
+
 def converse(at: Setting, family: str) -> List[Message]:
     """One conversation of the family, from the task to the closing reply."""
     if family == "unsupported":
         at.ask(dress(at.rng, _unsupported(at), open_ended=False))
         at.finish(OUT_OF_REACH)
+        return at.messages
+    if family == "too_long":
+        at.ask(dress(at.rng, _too_long(at), open_ended=True))
+        at.finish(TOO_LONG)
         return at.messages
     if family in STEPS:
         step = STEPS[family](at)
@@ -811,7 +834,7 @@ def dress(rng: random.Random, text: str, open_ended: bool, plain: bool = False) 
         text += "?"
     elif not open_ended and text[-1].isalnum() and rng.random() < 0.15:
         text += rng.choice("..!")
-    return text[0].upper() + text[1:] if rng.random() < 0.72 else text
+    return text[0].upper() + text[1:] if text[0].isascii() and rng.random() < 0.72 else text
 
 
 def make(

@@ -1,10 +1,10 @@
 # SPDX-License-Identifier: Apache-2.0
-"""The demonstration tasks and the plan that each one asks for, as the actions before the closing one."""
+"""The demonstration tasks and the plan that each one asks for: the actions before the closing one."""
 
 import pathlib
 from typing import Dict, List
 
-from .conversations import action
+from .conversations import OUT_OF_REACH, action
 
 TASKS_FILE = pathlib.Path(__file__).resolve().parent.parent / "demonstration_tasks.txt"
 
@@ -43,6 +43,10 @@ PLANS: Dict[str, List[List[str]]] = {
         [action("open_app", app="TextEdit"), "Mousepad is now frontmost."],
         [action("type_text", text="quarterly numbers look fine"), "Typed text."],
     ],
+    "Open TextEdit and type Größe 漢字 👍🏽": [
+        [action("open_app", app="TextEdit"), "Mousepad is now frontmost."],
+        [action("type_text", text="Größe 漢字 👍🏽"), "Typed text."],
+    ],
     "Move old receipts.zip in Downloads to the Trash": [
         [action("trash", path="Downloads/old receipts.zip"), "Moved old receipts.zip to the Trash."],
     ],
@@ -56,7 +60,10 @@ PLANS: Dict[str, List[List[str]]] = {
             "Found 3 file(s), newest first: c.png, b.png, a.png. Revealed “c.png” in Finder.",
         ],
     ],
+    "What's the weather in Oslo?": [],
 }
+# What the tasks are answered with that cannot be carried out.
+DECLINED = {"What's the weather in Oslo?": OUT_OF_REACH}
 
 
 def tasks() -> List[str]:

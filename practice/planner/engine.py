@@ -1,24 +1,30 @@
 # SPDX-License-Identifier: Apache-2.0
-"""The practice-evaluator program as a Python object: llama.cpp with the application's template and sampler."""
+"""The practice-evaluator program as a Python object: the application's engine, system prompt and parser."""
 
 import json
 import subprocess
-from typing import Iterable, List
+from dataclasses import dataclass
+from typing import Dict, Iterable, List, Optional, Tuple
 
 from .conversations import Message
+
+Action = Tuple[str, Dict[str, str]]  # name, arguments
+
+
+@dataclass
+class Reply:
+    text: str
+    action: Optional[Action]  # what the application makes of it
 
 
 class Engine:
     """Owns the evaluator's process; use it in a with statement."""
 
-    def __init__(self, evaluator: str, model: str, threads: int = 1, seed: int = 1) -> None:
+    def __init__(self, evaluator: str, model: str) -> None:
         self.seconds = 0.0
         self.replies = 0
         self._process = subprocess.Popen(
-            [evaluator, model, str(threads), str(seed)],
-            stdin=subprocess.PIPE,
-            stdout=subprocess.PIPE,
-            text=True,
+            [evaluator, model], stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True
         )
 
     def __enter__(self) -> "Engine":
@@ -31,11 +37,13 @@ class Engine:
     def tokenize(self, text: str) -> List[int]:
         return self._ask({"tokenize": text})
 
-    def reply(self, messages: Iterable[Message]) -> str:
+    def reply(self, messages: Iterable[Message]) -> Reply:
+        """The reply to the messages after the system prompt."""
         answer = self._ask({"messages": [{"role": role, "content": text} for role, text in messages]})
         self.seconds += answer["seconds"]
         self.replies += 1
-        return answer["reply"]
+        action = answer["action"]
+        return Reply(answer["reply"], (action["name"], action["args"]) if action else None)
 
     def _ask(self, request: dict):
         self._process.stdin.write(json.dumps(request) + "\n")

@@ -37,6 +37,14 @@ FILE_STEMS = (
     "marathon-plan|xylophone"
 ).split("|")
 
+# Names and texts beyond ASCII.
+ANY_SCRIPT = (
+    "Größe 漢字 👍🏽|naïve café|Überweisungen|Žluťoučký kůň|Ελληνικά κείμενα|Привет мир|Смета на ремонт|日本語の文章|写真フォルダ|"
+    "会议记录|안녕하세요|한국어 파일|مرحبا بالعالم|שלום עולם|नमस्ते|สวัสดี|Übergrößenträger|façade déjà vu|smörgåsbord|"
+    "Łódź wycieczka|Tiếng Việt|🎉 party 🎂|¿Qué tal?|Ça va très bien|Fähre nach Sjælland|Ćwiczenia|Αθήνα|Київ|東京タワー|"
+    "Crème brûlée 🍮|rocket 👩‍🚀|Señor Muñoz"
+).split("|")
+
 _EVERYDAY = set(
     "com org net gov the and dear look fine plan pictures old client home cut pro final plans join zoom numbers my is "
     "meet in left guide prices buy used me under download archive quarterly".split()
@@ -47,4 +55,5 @@ def banned_words() -> FrozenSet[str]:
     """The held-out words, in lower case."""
     values = APPLICATIONS + FOLDER_NAMES + QUERIES + HOSTS + TEXTS + LABELS + FILE_STEMS
     words = {word for value in values for word in re.findall(r"[a-z]+", value.lower()) if len(word) > 2}
+    words |= {word for value in ANY_SCRIPT for word in value.lower().split(" ")}
     return frozenset(words - _EVERYDAY)

@@ -2,7 +2,8 @@
 """The system prompt that opens every conversation.
 
 The application holds the same text in src/Agent/SystemPrompt.cpp; check_system_prompt.py compares the two
-byte by byte, because the tokenizer turns each of these lines into one token.
+byte by byte, because the tokenizer turns each of these lines into a few tokens. What the user has in front of them
+is called a Mac on macOS and a computer elsewhere.
 """
 
 SITE = "bbc.com"
@@ -12,9 +13,10 @@ def _aligned(example: str, blanks: int, description: str) -> str:
     return example + " " * blanks + description
 
 
+OPENINGS = ["You operate a Mac for the user by ", "You operate a computer for the user by "]
+
 _LINES = [
-    "You operate a Mac for the user by emitting ONE JSON action at a time. "
-    "Reply with only a JSON object, no prose.",
+    "emitting ONE JSON action at a time. Reply with only a JSON object, no prose.",
     "After each action you receive its result and the current state. "
     "Continue until the task is complete, then emit done.",
     "",
@@ -68,4 +70,5 @@ _LINES = [
     '{"action":"done","message":"Opened %s in Brave."}' % SITE,
 ]
 
-SYSTEM_PROMPT = "\n".join(_LINES)
+AFTER_OPENING = "\n".join(_LINES)
+SYSTEM_PROMPTS = [opening + AFTER_OPENING for opening in OPENINGS]

@@ -1,10 +1,11 @@
 # SPDX-License-Identifier: Apache-2.0
 """The planner's tokenizer: an exact twin of what llama.cpp does with the exported vocabulary.
 
-Kind "llama" (SPM) with user-defined tokens for everything that is always the same: each line of the system
-prompt, the openings of the actions, the fixed words of results. All else is single characters and pieces that hold
-letters only, so a value splits the same way in the task and inside the JSON of an action: that is what makes
-copying learnable. Chat markers exist only as control tokens.
+Kind "llama" (SPM) with user-defined tokens for everything that is always the same: the lines of the system prompt,
+the openings of the actions, the fixed words of results. All else is single characters and pieces that hold letters
+only, so a value splits the same way in the task and inside the JSON of an action: that is what makes copying
+learnable. Characters without a token are spelt with the bytes of their UTF-8. Chat markers exist only as control
+tokens.
 """
 
 import collections
@@ -14,16 +15,26 @@ import pathlib
 import re
 from typing import Dict, Iterable, Iterator, List, Sequence, Tuple
 
-from . import desktop as screen
-from .conversations import GAVE_UP, OUT_OF_REACH, Message
-from .system_prompt import SYSTEM_PROMPT
+from . import scripts
+from .conversations import GAVE_UP, TOO_LONG, Message
+from .system_prompt import AFTER_OPENING, OPENINGS
 
 UNKNOWN, CONTROL, USER_DEFINED, BYTE, NORMAL = 2, 3, 4, 6, 1  # llama.cpp's token types
 MERGES_FILE = pathlib.Path(__file__).with_name("merges.json")
 
-_BEFORE_EXAMPLE, _EXAMPLE = SYSTEM_PROMPT.split("Example\n")
-# The example block is one token: its "User: Open Brave…" line would draw the model's attention otherwise.
-SYSTEM_LINES = re.findall(r"[^\n]+\n*", _BEFORE_EXAMPLE) + ["Example\n" + _EXAMPLE]
+# The application drops a piece of a reply that is longer.
+MOST_BYTES = 64
+
+
+def _in_equal_parts(text: str) -> List[str]:
+    """The ASCII text in as few parts as a token's length allows, all about as long."""
+    count = -(-len(text) // MOST_BYTES)
+    return [text[len(text) * i // count : len(text) * (i + 1) // count] for i in range(count)]
+
+
+# The system prompt in pieces that stand nowhere else. They are longer than the tokens that could be found inside them,
+# so the prompt's examples are none to the model: the "User: Open Brave…" line would draw its attention otherwise.
+SYSTEM_PIECES = OPENINGS + _in_equal_parts(AFTER_OPENING)
 
 SKELETON = [
     '{"action":"open_app","app":"',
@@ -86,17 +97,24 @@ SKELETON = [
     "https://",
     "www.",
     "www.google.com",
-    screen.PERMISSION_READ,
-    screen.PERMISSION_TYPE,
-    screen.PERMISSION_KEY,
-    screen.SCREENSHOT_FAILED,
+    "Accessibility permission is required. Enable it in ",
+    "Accessibility permission is required. Enable Orvane in ",
+    "Accessibility permission is required to type. Enable it in ",
+    "System Settings → Privacy & Security → Accessibility",
+    ", then try again.",
+    "The screenshot failed. ",
+    "Screen Recording permission may be required.",
     GAVE_UP,
-    OUT_OF_REACH,
+    "Sorry, I can't do that. ",
+    "I can open apps and websites, search the web, ",
+    "and manage windows, files and folders.",
+    TOO_LONG,
+    "The open windows are listed above.",
     "system\n",
     "user\n",
     "assistant\n",
 ]
-_CHARACTERS = [chr(code) for code in range(33, 127)] + list("▁“”—’…–→éüöäß")
+_CHARACTERS = [chr(code) for code in range(33, 127)] + list("▁“”—’…–→" + scripts.CHARACTERS)
 _LETTERS_OR_ONE = re.compile(r"[A-Za-z]+|[^A-Za-z]", re.DOTALL)
 
 # How a token counts in training.
@@ -119,7 +137,7 @@ class Tokenizer:
         for value in range(256):
             self._add("<0x%02X>" % value, BYTE)
         self.newline = self.first_byte + 10
-        for text in SYSTEM_LINES + SKELETON:
+        for text in SYSTEM_PIECES + SKELETON:
             self._add(text, USER_DEFINED)
         for character in _CHARACTERS:
             self._add(character, NORMAL, -10000.0)
@@ -135,6 +153,8 @@ class Tokenizer:
     def _add(self, text: str, kind: int, score: float = 0.0) -> int:
         if text in self.number:
             raise ValueError("token given twice: " + text)
+        if len(text.encode()) > MOST_BYTES:
+            raise ValueError("no reply could hold this token: " + text)
         self.number[text] = len(self.tokens)
         self.tokens.append(text)
         self.types.append(kind)
@@ -199,7 +219,7 @@ class Tokenizer:
 
     # -- conversations
 
-    def system(self, text: str = SYSTEM_PROMPT) -> List[int]:
+    def system(self, text: str) -> List[int]:
         """The tokens of the system message, the constant beginning of every prompt."""
         return [self.start] + self.encode("system\n" + text) + [self.end, self.newline]
 

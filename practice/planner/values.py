@@ -10,7 +10,7 @@ import re
 import string
 from typing import List, Sequence
 
-from . import held_out
+from . import held_out, scripts
 from . import vocabulary as words
 
 _BANNED = held_out.banned_words()
@@ -22,6 +22,8 @@ _WORDING = frozenset(
 
 class TrainingValues:
     """Values of which no word is held out."""
+
+    ANY_SCRIPT = 0.3  # share of the phrases with words beyond ASCII
 
     def __init__(self, pieces: Sequence[str] = ()) -> None:
         self._pieces = [piece for piece in pieces if piece.isalpha()]
@@ -89,7 +91,42 @@ class TrainingValues:
         ]
         if count > 2 and linked and rng.random() < 0.35:
             parts[rng.randint(1, count - 2)] = rng.choice(words.LINKING_WORDS + ["and"])
+        if rng.random() < self.ANY_SCRIPT:
+            return self._in_any_script(rng, parts)
         return " ".join(parts)
+
+    def _in_any_script(self, rng: random.Random, parts: List[str]) -> str:
+        """The words with accents, or some of them in another script; no more of it than can be copied."""
+        while True:
+            changed = self._accented(rng, parts) if rng.random() < 0.4 else self._in_other_script(rng, parts)
+            while len(changed) > 1 and scripts.effort(" ".join(changed)) > scripts.COPIED:
+                changed = changed[:-1]
+            if not _BANNED.intersection(word.lower() for word in changed):
+                return " ".join(changed)
+
+    @staticmethod
+    def _accented(rng: random.Random, parts: List[str]) -> List[str]:
+        always = rng.randrange(len(parts))
+        return [
+            scripts.accented(rng, part) if index == always or rng.random() < 0.5 else part
+            for index, part in enumerate(parts)
+        ]
+
+    @classmethod
+    def _in_other_script(cls, rng: random.Random, parts: List[str]) -> List[str]:
+        maker = scripts.word_maker(rng)
+        share = rng.choice((0.3, 1.0, 1.0))
+        parts = [maker(rng) if rng.random() < share else part for part in parts]
+        if rng.random() < 0.2:
+            parts = cls._accented(rng, parts)
+        chance = rng.random()
+        if chance < 0.15:
+            parts.append(scripts.picture(rng))
+        elif chance < 0.2:
+            parts = [rng.choice(("«%s»", "„%s“", "¿%s", "%s、")) % parts[0]] + parts[1:]
+        elif all(map(str.isascii, parts)):
+            parts[rng.randrange(len(parts))] = maker(rng)
+        return parts
 
     def talk(self, rng: random.Random, most: int) -> str:
         """A phrase as people write it, often with everyday words in it, several in a row too."""
@@ -126,8 +163,26 @@ class TrainingValues:
         return lead + self.talk(rng, rng.choice((1, 2, 3, 4, 5)))
 
     def text(self, rng: random.Random) -> str:
-        text = self.talk(rng, rng.choice((1, 2, 3, 4, 5, 7)))
+        text = self.talk(rng, rng.choice((1, 2, 3, 4, 5, 7, 11, 16)))
         return text + (rng.choice("!?") if rng.random() < 0.08 else "")
+
+    def too_long_text(self, rng: random.Random) -> str:
+        """More than the planner can copy without a mistake."""
+        if rng.random() < 0.4:
+            return self._long_talk(rng, rng.randint(21, 45))
+        maker = scripts.word_maker(rng) if rng.random() < 0.8 else scripts.picture
+        blank = rng.choice((" ", " ", ""))
+        wanted = rng.randint(scripts.TOO_MUCH, 150)
+        text = maker(rng)
+        while scripts.effort(text) < wanted:
+            text += blank + maker(rng)
+        return text
+
+    def _long_talk(self, rng: random.Random, count: int) -> str:
+        parts: List[str] = []
+        while len(parts) < count:
+            parts += self.talk(rng, 9).split(" ")
+        return " ".join(parts)
 
     def label(self, rng: random.Random) -> str:
         return (
@@ -191,6 +246,8 @@ class TrainingValues:
 class HeldOutValues(TrainingValues):
     """Held-out names, and words made by another recipe than the training words."""
 
+    ANY_SCRIPT = 0.0
+
     def plain_word(self, rng: random.Random) -> str:
         return "".join(
             rng.choice("bcdfghjklmnpqrstvwxz")
@@ -223,6 +280,36 @@ class HeldOutValues(TrainingValues):
 
     def host_name(self, rng: random.Random) -> str:
         return _either(rng, held_out.HOSTS, self.plain_word(rng) + "." + rng.choice(words.TOP_LEVEL_DOMAINS))
+
+
+class HeldOutScripts(HeldOutValues):
+    """Names and texts beyond ASCII only: held-out ones, and words of random characters."""
+
+    ANY_SCRIPT = 1.0
+
+    def application(self, rng: random.Random) -> str:
+        return self._short(rng, 2)
+
+    def folder_name(self, rng: random.Random) -> str:
+        return self._short(rng, 3)
+
+    def query(self, rng: random.Random) -> str:
+        return self._short(rng, 4)
+
+    def text(self, rng: random.Random) -> str:
+        return self._short(rng, 4)
+
+    def label(self, rng: random.Random) -> str:
+        return self._short(rng, 2)
+
+    def file_stem(self, rng: random.Random) -> str:
+        return self._short(rng, 2)
+
+    def window_title(self, rng: random.Random) -> str:
+        return self._short(rng, 3)
+
+    def _short(self, rng: random.Random, most: int) -> str:
+        return _either(rng, held_out.ANY_SCRIPT, self.phrase(rng, most, title=0.4))
 
 
 def _either(rng: random.Random, real: Sequence[str], made_up: str) -> str:

@@ -128,6 +128,8 @@ QHash<QString, Demonstration> demonstrations()
         nothing, folderExists("Documents/Kitchen Remodel")};
     all[u"Open TextEdit and type quarterly numbers look fine"_s] = {
         nothing, [](const QString &) { return editorHolds(u"quarterly numbers look fine"_s); }};
+    all[u"Open TextEdit and type Größe 漢字 👍🏽"_s] = {
+        nothing, [](const QString &) { return editorHolds(u"Größe 漢字 👍🏽"_s); }};
     all[u"Move old receipts.zip in Downloads to the Trash"_s] = {
         nothing, [](const QString &) { return isInTrash(u"old receipts.zip"_s); }};
     all[u"Open Calculator"_s] = {
@@ -141,6 +143,12 @@ QHash<QString, Demonstration> demonstrations()
                                         [](const QString &said) { return said.count(u"Calculator"_s) > 0; }};
     all[u"Find the newest PNG in Pictures"_s] = {
         nothing, [](const QString &) { return fileManagerHasSelected(u"Pictures"_s, u"sunset.png"_s); }};
+    // Out of reach: the planner says so, in a sentence that is longer than any piece of a reply.
+    all[u"What's the weather in Oslo?"_s] = {
+        nothing, [](const QString &said) {
+            return said.contains(u"Sorry, I can't do that. I can open apps and websites, search "
+                                 "the web, and manage windows, files and folders."_s);
+        }};
     return all;
 }
 

@@ -1,32 +1,42 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Base/Text.h"
 
+#include "Base/Invisible.h"
+
 #include <QTextBoundaryFinder>
 
 #include <algorithm>
 
 namespace {
 
-constexpr char32_t zeroWidthJoiner = 0x200D;
-
-// Tags and the supplementary variation selectors: nothing to see, and room to hide a text in.
-constexpr char32_t firstTag = 0xE0000;
-constexpr char32_t lastTag = 0xE0FFF;
-
-// Line breaks of every kind, tabs and control characters are shown as a blank.
-bool isBreakOrControl(char32_t character)
+// The text with the characters that are to be kept. Most texts hold nothing invisible, and are many.
+template <typename Keep>
+QString filtered(const QString &text, const Keep &keep)
 {
-    const QChar::Category category = QChar::category(character);
-    return category == QChar::Other_Control || category == QChar::Separator_Line ||
-           category == QChar::Separator_Paragraph;
+    const auto isSuspect = [](QChar unit) {
+        return unit.isSurrogate() || Invisible::isInvisible(unit.unicode());
+    };
+    if (std::none_of(text.cbegin(), text.cend(), isSuspect))
+        return text;
+    const QList<uint> characters = text.toUcs4();
+    QString result;
+    result.reserve(text.size());
+    for (qsizetype i = 0; i < characters.size(); ++i) {
+        const char32_t character = characters.at(i);
+        if (keep(characters, i))
+            result += QString::fromUcs4(&character, 1);
+    }
+    return result;
 }
 
-// The joiner stays, since emoji and several scripts are spelt with it.
-bool isInvisible(char32_t character)
+QString markOf(char32_t character)
 {
-    const QChar::Category category = QChar::category(character);
-    return (category == QChar::Other_Format && character != zeroWidthJoiner) ||
-           (character >= firstTag && character <= lastTag);
+    return QStringLiteral("⟨U+%1⟩").arg(QString::number(character, 16).toUpper(), 4, u'0');
+}
+
+bool isLineFeedOrTab(char32_t character)
+{
+    return character == U'\n' || character == U'\t';
 }
 
 bool hasCase(char32_t character)
@@ -92,9 +102,12 @@ QString Text::trimmed(const QString &text, QStringView characters)
 
 QString Text::comparisonKey(const QString &text)
 {
+    const auto isVisible = [](const QList<uint> &characters, qsizetype index) {
+        return !Invisible::isInvisible(characters.at(index));
+    };
     // Composed first, so that both steps see letters; lower-cased too, because folding leaves "İ" alone; and
     // composed again, because that takes letters apart.
-    return withoutInvisible(text)
+    return filtered(text, isVisible)
         .normalized(QString::NormalizationForm_C)
         .toLower()
         .toCaseFolded()
@@ -152,7 +165,7 @@ QString Text::cleaned(const QString &foreign)
 {
     QString result = withoutInvisible(foreign);
     for (QChar &character : result) {
-        if (isBreakOrControl(character.unicode()))
+        if (Invisible::isBreakOrControl(character.unicode()))
             character = u' ';
     }
     return withoutMarkers(result);
@@ -163,21 +176,25 @@ std::optional<QString> Text::cleaned(const std::optional<QString> &foreign)
     return foreign ? std::optional(cleaned(*foreign)) : std::nullopt;
 }
 
-QString Text::withoutInvisible(const QString &text)
+QString Text::withVisibleMarks(const QString &text, Layout layout)
 {
-    // Most texts have nothing of the kind, and are many.
-    const bool isPlain = std::none_of(text.cbegin(), text.cend(), [](QChar unit) {
-        return unit.isSurrogate() || unit.category() == QChar::Other_Format;
-    });
-    if (isPlain)
-        return text;
+    const QList<uint> characters = text.toUcs4();
     QString result;
     result.reserve(text.size());
-    for (const char32_t character : text.toUcs4()) {
-        if (!isInvisible(character))
-            result += QString::fromUcs4(&character, 1);
+    for (qsizetype i = 0; i < characters.size(); ++i) {
+        const char32_t character = characters.at(i);
+        const bool isLaidOut = layout == Layout::Lines && isLineFeedOrTab(character);
+        const bool isUnseen = Invisible::isBreakOrControl(character) || Invisible::isHidden(characters, i);
+        result += isUnseen && !isLaidOut ? markOf(character) : QString::fromUcs4(&character, 1);
     }
     return result;
+}
+
+QString Text::withoutInvisible(const QString &text)
+{
+    return filtered(text, [](const QList<uint> &characters, qsizetype index) {
+        return !Invisible::isHidden(characters, index);
+    });
 }
 
 QString Text::withoutMarkers(const QString &text)

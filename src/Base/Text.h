@@ -16,8 +16,9 @@ QString trimmed(const QString &text);
 // The text without any of these characters at both ends.
 QString trimmed(const QString &text, QStringView characters);
 
-// The form in which names and labels are compared: case-folded, canonically composed and without invisible
-// characters, so that two texts that look the same to a person (letter case aside) have the same key.
+// The form in which names and labels are compared: case-folded, canonically composed and without any
+// invisible character, so that two texts that look the same to a person (letter case aside) have the same
+// key.
 QString comparisonKey(const QString &text);
 
 // Both as people perceive it: letter case and the encoding of accents do not matter.
@@ -43,9 +44,20 @@ QString cleaned(const QString &foreign);
 // The same for a text that may be absent.
 std::optional<QString> cleaned(const std::optional<QString> &foreign);
 
-// Drops what a person does not see but a model or a comparison does: bidirectional controls, zero-width
-// characters, tags. Emoji sequences, line breaks and tabs stay; a lone surrogate becomes the replacement
-// character.
+// What becomes of the line feeds and tabs of a text that is shown.
+enum class Layout {
+    OneLine, // they are marked like everything else that is not seen
+    Lines,   // they lay the text out, as in a script
+};
+
+// The text as it is shown to whoever has to approve it: nothing is left out, and whatever could not be seen
+// in it (control characters, bidirectional controls, zero-width characters, tags, ...) stands there as a
+// visible mark, "⟨U+202E⟩". Invisible characters that do show in what stands around them stay: joiners in the
+// words of scripts that need them and in emoji. What is cleaned needs no mark.
+QString withVisibleMarks(const QString &text, Layout layout = Layout::OneLine);
+
+// Drops what a person does not see but a model does: bidirectional controls, zero-width characters, tags.
+// What shows in its context, line breaks and tabs stay; a lone surrogate becomes the replacement character.
 QString withoutInvisible(const QString &text);
 
 // Breaks every chat-marker shape ("<|", "|>") by a blank, and changes nothing else.

@@ -34,6 +34,13 @@ private Q_SLOTS:
     void cleaned();
     void cleaningOnceIsEnough_data();
     void cleaningOnceIsEnough();
+    void visibleMarks_data();
+    void visibleMarks();
+    void linesOfAScriptStay();
+    void whatShowsInItsContextStays_data();
+    void whatShowsInItsContextStays();
+    void whatIsCleanedNeedsNoMark_data();
+    void whatIsCleanedNeedsNoMark();
     void invisibleCharactersAreDropped_data();
     void invisibleCharactersAreDropped();
     void markersAreBroken_data();
@@ -64,6 +71,8 @@ void TextTest::equalAsPeopleSeeThem_data()
     QTest::newRow("a dotted capital I") << u"\u0130"_s << u"i\u0307"_s << true;
     QTest::newRow("the sign of the ohm") << u"\u2126"_s << u"ω"_s << true;
     QTest::newRow("a zero-width space") << u"Se\u200Bnd"_s << u"send"_s << true;
+    QTest::newRow("invisible characters of every kind")
+        << u"S\u200De\uFE0Fn\u034Fd\u3164"_s << u"send"_s << true;
     QTest::newRow("an accent more") << u"resume"_s << u"résumé"_s << false;
     QTest::newRow("a letter of another script") << u"a"_s << u"а"_s << false;
     QTest::newRow("a blank more") << u"a b"_s << u"a  b"_s << false;
@@ -218,6 +227,86 @@ void TextTest::cleaningOnceIsEnough()
     QCOMPARE(Text::cleaned(harmless), harmless);
 }
 
+void TextTest::visibleMarks_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("shown");
+
+    QTest::newRow("plain text stays")
+        << u"Déjà vu — “ok” <|a|>, 日本, עברית"_s << u"Déjà vu — “ok” <|a|>, 日本, עברית"_s;
+    QTest::newRow("an override of direction") << u"gpj\u202Eexe.a"_s << u"gpj⟨U+202E⟩exe.a"_s;
+    QTest::newRow("isolates and marks of direction")
+        << u"a\u2066b\u2069c\u200Fd\u061Ce"_s << u"a⟨U+2066⟩b⟨U+2069⟩c⟨U+200F⟩d⟨U+061C⟩e"_s;
+    QTest::newRow("line breaks of every kind")
+        << u"a\nb\rc\u0085d\u2028e\u2029f"_s << u"a⟨U+000A⟩b⟨U+000D⟩c⟨U+0085⟩d⟨U+2028⟩e⟨U+2029⟩f"_s;
+    QTest::newRow("control characters")
+        << u"a\tb\u001B[2Jc\u007Fd\u009Be"_s << u"a⟨U+0009⟩b⟨U+001B⟩[2Jc⟨U+007F⟩d⟨U+009B⟩e"_s;
+    QTest::newRow("a null") << u"a"_s + QChar(u'\0') + u"b"_s << u"a⟨U+0000⟩b"_s;
+    QTest::newRow("zero-width characters")
+        << u"a\u200Bb\u2060c\uFEFFd\u00ADe\u034Ff"_s << u"a⟨U+200B⟩b⟨U+2060⟩c⟨U+FEFF⟩d⟨U+00AD⟩e⟨U+034F⟩f"_s;
+    QTest::newRow("fillers that look like nothing")
+        << u"a\u3164b\u115Fc\uFFA0d"_s << u"a⟨U+3164⟩b⟨U+115F⟩c⟨U+FFA0⟩d"_s;
+    QTest::newRow("tags") << u"a\U000E0041\U000E007Fb"_s << u"a⟨U+E0041⟩⟨U+E007F⟩b"_s;
+    QTest::newRow("selectors that select nothing")
+        << u"a\uFE0Fb\uFE01c\U000E0100"_s << u"a⟨U+FE0F⟩b⟨U+FE01⟩c⟨U+E0100⟩"_s;
+    QTest::newRow("ignorable characters yet to come") << u"a\u2065b\uFFF0c"_s << u"a⟨U+2065⟩b⟨U+FFF0⟩c"_s;
+    QTest::newRow("joiners between letters that they do not join")
+        << u"se\u200Dnd se\u200Cnd"_s << u"se⟨U+200D⟩nd se⟨U+200C⟩nd"_s;
+    QTest::newRow("a second joiner") << u"می\u200C\u200Cشود"_s << u"می⟨U+200C⟩⟨U+200C⟩شود"_s;
+    QTest::newRow("a joiner behind the word") << u"می\u200C"_s << u"می⟨U+200C⟩"_s;
+    QTest::newRow("a second selector") << heart + u"\uFE0F"_s << heart + u"⟨U+FE0F⟩"_s;
+    QTest::newRow("nothing") << u""_s << u""_s;
+}
+
+void TextTest::visibleMarks()
+{
+    QFETCH(QString, text);
+    QTEST(Text::withVisibleMarks(text), "shown");
+}
+
+void TextTest::linesOfAScriptStay()
+{
+    QCOMPARE(Text::withVisibleMarks(u"tell app\n\tquit\r\nend\u2028\u202E"_s, Text::Layout::Lines),
+             u"tell app\n\tquit⟨U+000D⟩\nend⟨U+2028⟩⟨U+202E⟩"_s);
+}
+
+void TextTest::whatShowsInItsContextStays_data()
+{
+    QTest::addColumn<QString>("text");
+
+    QTest::newRow("the non-joiner in Persian words") << u"می\u200Cشود کتاب\u200Cها دفتر\u200Cها"_s;
+    QTest::newRow("the non-joiner behind a vowel sign") << u"نامهٔ\u200Cها"_s;
+    QTest::newRow("the non-joiner behind a Persian digit") << u"۵\u200Cام"_s;
+    QTest::newRow("the joiner behind an Arabic letter") << u"ه\u200D"_s;
+    QTest::newRow("the non-joiner that keeps a virama") << u"ರಾಜ್\u200Cಕುಮಾರ್"_s;
+    QTest::newRow("the joiner behind a virama") << u"ක්\u200Dෂ ക്\u200D"_s;
+    QTest::newRow("the joiner before a virama") << u"র\u200D্যা"_s;
+    QTest::newRow("signs around Arabic numbers") << u"\u0600١٢ \u06DD٣"_s;
+    QTest::newRow("selectors in Mongolian") << u"ᠠ\u180Bᠡ\u180Eᠠ"_s;
+    QTest::newRow("emoji") << family + flag + thumb + heart +
+                                  u"☎\uFE0E1\uFE0F\u20E3🏳\uFE0F\u200D🌈👩🏽\u200D🚀"_s;
+}
+
+void TextTest::whatShowsInItsContextStays()
+{
+    QFETCH(QString, text);
+    QCOMPARE(Text::withVisibleMarks(text), text);
+    QCOMPARE(Text::withoutInvisible(text), text);
+    QCOMPARE(Text::cleaned(text), text);
+}
+
+void TextTest::whatIsCleanedNeedsNoMark_data()
+{
+    visibleMarks_data();
+}
+
+void TextTest::whatIsCleanedNeedsNoMark()
+{
+    QFETCH(QString, text);
+    const QString cleaned = Text::cleaned(text);
+    QCOMPARE(Text::withVisibleMarks(cleaned), cleaned);
+}
+
 void TextTest::invisibleCharactersAreDropped_data()
 {
     QTest::addColumn<QString>("text");
@@ -226,7 +315,9 @@ void TextTest::invisibleCharactersAreDropped_data()
     QTest::newRow("line breaks and tabs stay") << u"a\n\tb\r\n"_s << u"a\n\tb\r\n"_s;
     QTest::newRow("controls of direction go") << u"a\u202Eb\n"_s << u"ab\n"_s;
     QTest::newRow("markers stay") << u"<|a|>"_s << u"<|a|>"_s;
-    QTest::newRow("the joiner stays") << family << family;
+    QTest::newRow("the joiner of an emoji stays") << family << family;
+    QTest::newRow("a joiner of nothing goes") << u"se\u200Dnd"_s << u"send"_s;
+    QTest::newRow("a selector of nothing goes") << u"se\uFE0Fnd"_s << u"send"_s;
 }
 
 void TextTest::invisibleCharactersAreDropped()

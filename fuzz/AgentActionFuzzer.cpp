@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-// Any reply of a model is read without a fault, and what is shown of it is one harmless line.
+// Any reply of a model is read without a fault, and what is shown of it is one line.
 #include "Fuzzing.h"
 
 #include "Actions/AgentAction.h"
+#include "Base/Text.h"
 
 int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
@@ -11,7 +12,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
         return 0;
     require(!action->id.isNull());
     require(action->name == action->name.toLower());
-    require(isHarmlessLine(action->title()));
+    require(isOneLine(Text::withVisibleMarks(action->title())));
     for (auto argument = action->args.begin(); argument != action->args.end(); ++argument) {
         const std::optional<QString> value = action->arg(argument.key());
         require(!value || (!value->isEmpty() && *value == value->trimmed()));

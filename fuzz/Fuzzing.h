@@ -22,9 +22,7 @@ inline void require(bool rule)
         std::abort();
 }
 
-// One line that no chat template can read a marker in.
-inline bool isHarmlessLine(const QString &text)
+inline bool isOneLine(const QString &text)
 {
-    return !text.contains(u'\n') && !text.contains(u'\r') && !text.contains(QChar(QChar::LineSeparator)) &&
-           !text.contains(QLatin1String("<|")) && !text.contains(QLatin1String("|>"));
+    return !text.contains(u'\n') && !text.contains(u'\r') && !text.contains(QChar(QChar::LineSeparator));
 }

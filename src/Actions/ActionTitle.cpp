@@ -113,7 +113,7 @@ QString AgentAction::title() const
 {
     const Title format = titlesWithArguments().value(name, nullptr);
     if (format)
-        return Text::cleaned(format(*this));
+        return format(*this);
     const auto fixed = fixedTitles().constFind(name);
-    return fixed != fixedTitles().constEnd() ? *fixed : Text::cleaned(titleOfUnknown(name));
+    return fixed != fixedTitles().constEnd() ? *fixed : titleOfUnknown(name);
 }

@@ -23,6 +23,7 @@ struct AgentAction
     // The argument without white space at both ends; one that is missing or blank is absent.
     std::optional<QString> arg(const QString &key) const;
 
-    // The label under which the action is shown to the user; one line.
+    // The label of the action, with the arguments as the model wrote them: whoever shows it marks what cannot
+    // be seen in it.
     QString title() const;
 };

@@ -47,16 +47,10 @@ QString keyOfArgument(const AgentAction &action, const QString &name)
     return Text::comparisonKey(action.arg(name).value_or(QString()));
 }
 
-// What is asked on one line: whatever an argument holds, the user sees one line and nothing hidden in it.
-Risk ask(const QString &question)
-{
-    return Risk::confirm(Text::cleaned(question));
-}
-
 Risk trash(const AgentAction &action, const QString &)
 {
     const QString path = action.arg(QStringLiteral("path")).value_or(QStringLiteral("item"));
-    return ask(QStringLiteral("Move “%1” to the Trash").arg(path));
+    return Risk::confirm(QStringLiteral("Move “%1” to the Trash").arg(path));
 }
 
 Risk quitApp(const AgentAction &action, const QString &)
@@ -64,14 +58,13 @@ Risk quitApp(const AgentAction &action, const QString &)
     if (Safety::quitSafe().contains(keyOfArgument(action, QStringLiteral("app"))))
         return Risk::safe();
     const QString name = action.arg(QStringLiteral("app")).value_or(QStringLiteral("the app"));
-    return ask(QStringLiteral("Quit %1 — unsaved work could be lost").arg(name));
+    return Risk::confirm(QStringLiteral("Quit %1 — unsaved work could be lost").arg(name));
 }
 
 Risk appleScript(const AgentAction &action, const QString &)
 {
-    // The script keeps its lines; only what the user could not see in it is left out of what is shown.
     const QString script = action.arg(QStringLiteral("script")).value_or(QString());
-    return Risk::confirm(QStringLiteral("Run a custom AppleScript:\n") + Text::withoutInvisible(script));
+    return Risk::confirm(QStringLiteral("Run a custom AppleScript:\n") + script);
 }
 
 Risk click(const AgentAction &action, const QString &front)
@@ -79,7 +72,7 @@ Risk click(const AgentAction &action, const QString &front)
     if (!containsAny(keyOfArgument(action, QStringLiteral("label")), riskyClickWords()))
         return Risk::safe();
     const QString label = action.arg(QStringLiteral("label")).value_or(QString());
-    return ask(QStringLiteral("Click “%1” in %2").arg(label, Text::capitalized(front)));
+    return Risk::confirm(QStringLiteral("Click “%1” in %2").arg(label, Text::capitalized(front)));
 }
 
 Risk pressKey(const AgentAction &action, const QString &front)
@@ -87,14 +80,14 @@ Risk pressKey(const AgentAction &action, const QString &front)
     const QString key = keyOfArgument(action, QStringLiteral("key"));
     const bool isReturn = key == QLatin1String("return") || key == QLatin1String("enter");
     if (isReturn && containsAny(Text::comparisonKey(front), messagingApplications()))
-        return ask(
+        return Risk::confirm(
             QStringLiteral("Press Return in %1 — this may send a message").arg(Text::capitalized(front)));
     if (!keyOfArgument(action, QStringLiteral("modifiers")).contains(QLatin1String("command")))
         return Risk::safe();
     if (key == QLatin1String("delete") || key == QLatin1String("backspace"))
-        return ask(QStringLiteral("Delete the selected item (⌘⌫)"));
+        return Risk::confirm(QStringLiteral("Delete the selected item (⌘⌫)"));
     if (key == QLatin1String("q"))
-        return ask(QStringLiteral("Quit %1 (⌘Q)").arg(Text::capitalized(front)));
+        return Risk::confirm(QStringLiteral("Quit %1 (⌘Q)").arg(Text::capitalized(front)));
     return Risk::safe();
 }
 
@@ -102,7 +95,7 @@ Risk openURL(const AgentAction &action, const QString &)
 {
     const QString url = keyOfArgument(action, QStringLiteral("url"));
     if (url.startsWith(QLatin1String("x-apple.systempreferences")) && url.contains(QLatin1String("reset")))
-        return ask(QStringLiteral("Modify system settings"));
+        return Risk::confirm(QStringLiteral("Modify system settings"));
     return Risk::safe();
 }
 

@@ -19,7 +19,9 @@ struct Risk
     static Risk confirm(const QString &reason) { return {Kind::Confirm, reason}; }
 
     Kind kind = Kind::Safe;
-    QString reason; // of Confirm only; a script stands on lines of its own below the heading
+    // Of Confirm only. It quotes the arguments as the model wrote them, whatever they hold; a script stands
+    // on lines of its own below the heading.
+    QString reason;
 
     friend bool operator==(const Risk &, const Risk &) = default;
 };

@@ -119,7 +119,7 @@ void DoCommand::ask()
     m_terminal.hideProgress();
     m_terminal.line(u"? "_s + pending->action.title(), Terminal::Style::Asking);
     // What the model wrote stands behind a bar, so that it cannot pass for a line of ours.
-    m_terminal.block(pending->reason, u"  │ "_s);
+    m_terminal.block(pending->shownReason(), u"  │ "_s);
     if (m_answers.canAsk() && m_terminal.isInteractive()) {
         awaitAnswer();
     } else {

@@ -80,16 +80,14 @@ Terminal::~Terminal()
 
 void Terminal::line(const QString &text, Style style)
 {
-    erase();
-    m_output.write(styled(text, style) + '\n');
-    if (m_spin.isActive())
-        draw();
+    writeLine(styled(Text::withVisibleMarks(text), style));
 }
 
 void Terminal::block(const QString &text, const QString &prefix)
 {
-    for (const QString &part : text.split(u'\n'))
-        line(prefix + part);
+    const QString shown = Text::withVisibleMarks(text, Text::Layout::Lines);
+    for (const QString &part : shown.split(u'\n'))
+        writeLine((prefix + part).toUtf8());
 }
 
 void Terminal::error(const QString &text)
@@ -103,14 +101,14 @@ void Terminal::error(const QString &text)
 void Terminal::prompt(const QString &text)
 {
     hideProgress();
-    m_output.write(styled(text, Style::Asking) + ' ');
+    m_output.write(styled(Text::withVisibleMarks(text), Style::Asking) + ' ');
 }
 
 void Terminal::showProgress(const QString &text, const QString &detail)
 {
     if (!m_traits.interactive)
         return;
-    m_progressText = Text::cleaned(text);
+    m_progressText = Text::withVisibleMarks(text);
     m_progressDetail = Text::cleaned(detail).trimmed();
     if (!m_spin.isActive())
         m_spin.start();
@@ -121,6 +119,14 @@ void Terminal::hideProgress()
 {
     m_spin.stop();
     erase();
+}
+
+void Terminal::writeLine(const QByteArray &line)
+{
+    erase();
+    m_output.write(line + '\n');
+    if (m_spin.isActive())
+        draw();
 }
 
 void Terminal::draw()
@@ -145,8 +151,7 @@ void Terminal::erase()
 
 QByteArray Terminal::styled(const QString &text, Style style) const
 {
-    const QByteArray clean = Text::cleaned(text).toUtf8();
     if (!m_traits.colours || style == Style::Plain)
-        return clean;
-    return codeOf(style) + clean + "\x1b[0m";
+        return text.toUtf8();
+    return codeOf(style) + text.toUtf8() + "\x1b[0m";
 }

@@ -17,9 +17,9 @@ struct TerminalTraits
     static TerminalTraits ofStandardOutput();
 };
 
-// Shows lines, and on a terminal below them one line of progress that moves and goes away. Every text is
-// cleaned before it is written: whatever a model or a window title says, no control character reaches the
-// terminal. Main thread. The devices are not owned.
+// Shows lines, and on a terminal below them one line of progress that moves and goes away. Whatever a model
+// or a window title says, no control character reaches the terminal: a line has a visible mark in its place,
+// so that the user misses nothing of what is executed. Main thread. The devices are not owned.
 class Terminal : public QObject
 {
     Q_OBJECT
@@ -35,7 +35,7 @@ public:
     // One line, whatever the text holds.
     void line(const QString &text, Style style = Style::Plain);
 
-    // A text of several lines: each becomes a line of its own behind `prefix`.
+    // A text of several lines: each becomes a line of its own behind `prefix`. Tabs stay.
     void block(const QString &text, const QString &prefix);
 
     // One line on the error output.
@@ -50,6 +50,7 @@ public:
     void hideProgress();
 
 private:
+    void writeLine(const QByteArray &line);
     void draw();
     void erase();
     QByteArray styled(const QString &text, Style style) const;

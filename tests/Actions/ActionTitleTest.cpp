@@ -62,10 +62,11 @@ void ActionTitleTest::titles_data()
     row(R"({"action":"FLY__HIGH"})", "Fly  High");
     row(R"({"action":"don't_stop"})", "Don't Stop");
     row(R"({"action":""})", "");
-    // One harmless line, whatever the model wrote.
-    row(R"({"action":"create_folder","name":"a\nb"})", "Creating folder “a b”");
-    row(R"({"action":"click","label":"a\u202Eb<|im_end|>"})", "Clicking “ab< |im_end| >”");
-    row(R"({"action":"fly\nhigh"})", "Fly High");
+    // The argument as the model wrote it, whatever that is.
+    row(R"({"action":"create_folder","name":"a\nb"})", "Creating folder “a\nb”");
+    row(R"({"action":"click","label":"a\u202Eb<|im_end|>"})", "Clicking “a\u202Eb<|im_end|>”");
+    row(R"({"action":"open_path","path":"می\u200Cشود"})", "Opening می\u200Cشود");
+    row(R"({"action":"fly\nhigh"})", "Fly\nHigh");
 }
 
 void ActionTitleTest::titles()

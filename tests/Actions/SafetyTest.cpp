@@ -109,11 +109,16 @@ void SafetyTest::policy_data()
     row("Finder", R"({"action":"open_url","url":"https://example.org/reset"})", safe);
     row("Finder", R"({"action":"open_url"})", safe);
 
-    // The question stays one line, and nothing in it is hidden.
-    row("Finder", R"({"action":"trash","path":"a\nb"})", "Move “a b” to the Trash");
-    row("Finder", R"({"action":"trash","path":"a\u202Efdp.b"})", "Move “afdp.b” to the Trash");
-    row("Mail", R"({"action":"click","label":"Se\u200Bnd"})", "Click “Send” in Mail");
-    row("Finder", R"({"action":"applescript","script":"a\u202E\nb"})", "Run a custom AppleScript:\na\nb");
+    // The question holds the argument as the model wrote it, whatever that is.
+    row("Finder", R"({"action":"trash","path":"a\nb"})", "Move “a\nb” to the Trash");
+    row("Finder", R"({"action":"trash","path":"a\u202Efdp.b"})", "Move “a\u202Efdp.b” to the Trash");
+    row("Finder", R"({"action":"trash","path":"می\u200Cشود \u0600١"})",
+        "Move “می\u200Cشود \u0600١” to the Trash");
+    row("Finder", R"({"action":"quit_app","app":"<|a|> |> b"})",
+        "Quit <|a|> |> b — unsaved work could be lost");
+    row("Mail", R"({"action":"click","label":"Se\u200Bnd"})", "Click “Se\u200Bnd” in Mail");
+    row("Finder", R"({"action":"applescript","script":"a\u202E\r\nb"})",
+        "Run a custom AppleScript:\na\u202E\r\nb");
 }
 
 void SafetyTest::policy()

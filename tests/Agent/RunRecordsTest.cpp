@@ -63,6 +63,26 @@ private Q_SLOTS:
         QCOMPARE(first.reason, u"Move “a” to the Trash"_s);
         QVERIFY(first.id != second.id);
     }
+
+    void theReasonIsShownOnOneLine()
+    {
+        QCOMPARE(shown(u"trash"_s, u"Move “a\n\u202Eb” away"_s), u"Move “a⟨U+000A⟩⟨U+202E⟩b” away"_s);
+    }
+
+    void aScriptIsShownOnItsLines()
+    {
+        QCOMPARE(shown(u"applescript"_s, u"Run:\ntell\n\tbeep\u202E\rend"_s),
+                 u"Run:\ntell\n\tbeep⟨U+202E⟩⟨U+000D⟩end"_s);
+    }
+
+private:
+    static QString shown(const QString &actionName, const QString &reason)
+    {
+        PendingConfirmation pending;
+        pending.action.name = actionName;
+        pending.reason = reason;
+        return pending.shownReason();
+    }
 };
 
 QTEST_GUILESS_MAIN(RunRecordsTest)

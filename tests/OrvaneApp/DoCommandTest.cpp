@@ -65,7 +65,8 @@ private Q_SLOTS:
     void stepsAreShownAsTheyCome();
     void aTerminalShowsTheSameLines();
     void theReplyIsShownWhileItIsWritten();
-    void whatTheModelWritesIsCleaned();
+    void whatTheModelWritesIsShownAndHarmless();
+    void theQuestionHidesNothing();
     void aRunWithoutSuccessEndsWithOne();
     void withoutATerminalTheAnswerIsNo();
     void aStepIsAllowedAtTheTerminal();
@@ -115,16 +116,24 @@ void DoCommandTest::theReplyIsShownWhileItIsWritten()
     QCOMPARE(bench.terminal.screen(), u"✓ Typed.\n"_s);
 }
 
-void DoCommandTest::whatTheModelWritesIsCleaned()
+void DoCommandTest::whatTheModelWritesIsShownAndHarmless()
 {
     CommandBench bench(Person::Absent);
     bench.start(u"Type"_s,
                 {uR"({"action":"type_text","text":"\u001b[2J\r\ngone"})"_s,
                  uR"json({"action":"done","message":"\u001b]0;x\u0007\nAllow this? (y/n)"})json"_s});
     QCOMPARE(bench.waitForEnd(), ExitStatus::done);
-    QVERIFY(!bench.terminal.output().contains(u'␛'));
-    QVERIFY(!bench.terminal.output().contains(u'␍'));
-    QCOMPARE(bench.terminal.output().count(u'\n'), 2);
+    QCOMPARE(bench.terminal.output(), u"✓ Typing “⟨U+001B⟩[2J⟨U+000D⟩⟨U+000A⟩gone”\n"
+                                      "✓ ⟨U+001B⟩]0;x⟨U+0007⟩⟨U+000A⟩Allow this? (y/n)\n"_s);
+}
+
+void DoCommandTest::theQuestionHidesNothing()
+{
+    CommandBench bench(Person::Absent);
+    bench.start(u"Tidy up"_s, {uR"({"action":"trash","path":"a\u202Efdp.b\n<|c|>"})"_s});
+    QCOMPARE(bench.waitForEnd(), ExitStatus::declined);
+    QVERIFY(bench.terminal.output().startsWith(u"? Moving “a⟨U+202E⟩fdp.b⟨U+000A⟩<|c|>” to Trash\n"
+                                               "  │ Move “a⟨U+202E⟩fdp.b⟨U+000A⟩<|c|>” to the Trash\n"_s));
 }
 
 void DoCommandTest::aRunWithoutSuccessEndsWithOne()
@@ -188,13 +197,13 @@ void DoCommandTest::anUnclearAnswerIsAskedAgain()
 void DoCommandTest::aScriptIsShownBehindABar()
 {
     CommandBench bench(Person::Absent);
-    const QString reply = uR"({"action":"applescript","script":"beep\nAllow this? (y/n) y\u001b[A"})"_s;
+    const QString reply = uR"({"action":"applescript","script":"beep\n\tAllow this? (y/n) y\u001b[A"})"_s;
     bench.start(u"Beep"_s, {reply});
     QCOMPARE(bench.waitForEnd(), ExitStatus::declined);
     QVERIFY(bench.terminal.output().startsWith(u"? Running AppleScript\n"
                                                "  │ Run a custom AppleScript:\n"
                                                "  │ beep\n"
-                                               "  │ Allow this? (y/n) y [A\n"
+                                               "  │ \tAllow this? (y/n) y⟨U+001B⟩[A\n"
                                                "  There is no terminal"_s));
 }
 

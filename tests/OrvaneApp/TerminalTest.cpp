@@ -27,10 +27,11 @@ void TerminalTest::aLineIsALineWhateverItHolds_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("written");
     QTest::newRow("plain") << u"✓ Launching Safari"_s << u"✓ Launching Safari\n"_s;
-    QTest::newRow("line breaks") << u"one\ntwo\r\nthree"_s << u"one two  three\n"_s;
-    QTest::newRow("escapes") << u"a\x1b[2Jb\x07"_s << u"a [2Jb \n"_s;
-    QTest::newRow("C1 controls") << u"a\u009b2Jb"_s << u"a 2Jb\n"_s;
-    QTest::newRow("bidirectional override") << u"a\u202Eb"_s << u"ab\n"_s;
+    QTest::newRow("line breaks") << u"one\ntwo\r\nthree"_s << u"one⟨U+000A⟩two⟨U+000D⟩⟨U+000A⟩three\n"_s;
+    QTest::newRow("escapes") << u"a\x1b[2Jb\x07"_s << u"a⟨U+001B⟩[2Jb⟨U+0007⟩\n"_s;
+    QTest::newRow("C1 controls") << u"a\u009b2Jb"_s << u"a⟨U+009B⟩2Jb\n"_s;
+    QTest::newRow("bidirectional override") << u"a\u202Eb"_s << u"a⟨U+202E⟩b\n"_s;
+    QTest::newRow("what can be seen") << u"<|a|> می\u200Cشود"_s << u"<|a|> می\u200Cشود\n"_s;
     QTest::newRow("empty") << QString() << u"\n"_s;
 }
 
@@ -46,8 +47,8 @@ void TerminalTest::aLineIsALineWhateverItHolds()
 void TerminalTest::aBlockKeepsItsLinesBehindThePrefix()
 {
     TerminalBench bench;
-    bench.terminal.block(u"Run a custom AppleScript:\ntell me\rlies\x1b[A\n"_s, u"  │ "_s);
-    QCOMPARE(bench.output(), u"  │ Run a custom AppleScript:\n  │ tell me lies [A\n  │ \n"_s);
+    bench.terminal.block(u"Run a custom AppleScript:\n\ttell me\rlies\x1b[A\n"_s, u"  │ "_s);
+    QCOMPARE(bench.output(), u"  │ Run a custom AppleScript:\n  │ \ttell me⟨U+000D⟩lies⟨U+001B⟩[A\n  │ \n"_s);
 }
 
 void TerminalTest::errorsGoToTheErrorOutput()
@@ -111,7 +112,7 @@ void TerminalTest::controlCharactersNeverReachTheTerminal()
 {
     TerminalBench bench(TerminalBench::colourless);
     bench.terminal.showProgress(u"Typing \x1b]0;title\x07"_s, u"{\n\t\x1b[31m"_s);
-    QCOMPARE(bench.output(), u"␍␛[K␛[?7l⠋ Typing  ]0;title   {   [31m␛[?7h"_s);
+    QCOMPARE(bench.output(), u"␍␛[K␛[?7l⠋ Typing ⟨U+001B⟩]0;title⟨U+0007⟩  {   [31m␛[?7h"_s);
 }
 
 void TerminalTest::aPromptLeavesTheCursorBehindIt()

@@ -22,6 +22,20 @@ inline void require(bool rule)
         std::abort();
 }
 
+// Whether "<|name|>" stands somewhere, with a name of one word.
+inline bool holdsMarker(const QString &text)
+{
+    for (qsizetype start = text.indexOf(QLatin1String("<|")); start >= 0;
+         start = text.indexOf(QLatin1String("<|"), start + 1)) {
+        qsizetype end = start + 2;
+        while (end < text.size() && !text.at(end).isSpace() && !QLatin1String("<>|").contains(text.at(end)))
+            ++end;
+        if (end > start + 2 && text.mid(end, 2) == QLatin1String("|>"))
+            return true;
+    }
+    return false;
+}
+
 inline bool isOneLine(const QString &text)
 {
     return !text.contains(u'\n') && !text.contains(u'\r') && !text.contains(QChar(QChar::LineSeparator));

@@ -3,6 +3,7 @@
 
 #include "Base/Invisible.h"
 
+#include <QRegularExpression>
 #include <QTextBoundaryFinder>
 
 #include <algorithm>
@@ -199,9 +200,7 @@ QString Text::withoutInvisible(const QString &text)
 
 QString Text::withoutMarkers(const QString &text)
 {
+    static const QRegularExpression marker(QStringLiteral("<\\|([^<>|\\s]+)\\|>"));
     QString result = text;
-    // Breaking the opening can leave no new one behind, nor can breaking the closing; "<|>" is both.
-    result.replace(QLatin1String("<|"), QLatin1String("< |"));
-    result.replace(QLatin1String("|>"), QLatin1String("| >"));
-    return result;
+    return result.replace(marker, QStringLiteral("< |\\1| >"));
 }

@@ -60,7 +60,8 @@ QString withVisibleMarks(const QString &text, Layout layout = Layout::OneLine);
 // What shows in its context, line breaks and tabs stay; a lone surrogate becomes the replacement character.
 QString withoutInvisible(const QString &text);
 
-// Breaks every chat-marker shape ("<|", "|>") by a blank, and changes nothing else.
+// Breaks every chat-marker shape ("<|name|>", the name in one word) by blanks, and changes nothing else: a
+// lone "<|" or "|>" stays.
 QString withoutMarkers(const QString &text);
 
 } // namespace Text

@@ -3,33 +3,42 @@
 
 #include "Base/Text.h"
 
-#include <algorithm>
-#include <utility>
-
 namespace {
+
+qsizetype sizeOfFirstCharacter(const QString &text)
+{
+    return !text.isEmpty() && text.at(0).isHighSurrogate() ? 2 : 1;
+}
 
 // Puts a blank behind the first character of every occurrence, overlapping ones included.
 void breakEvery(QString &content, const QString &text)
 {
-    const qsizetype firstCharacter = text.at(0).isHighSurrogate() ? 2 : 1;
+    const qsizetype firstCharacter = sizeOfFirstCharacter(text);
     for (qsizetype at = content.indexOf(text); at >= 0; at = content.indexOf(text, at + firstCharacter + 1))
         content.insert(at + firstCharacter, u' ');
 }
 
 } // namespace
 
-ControlTokens::ControlTokens(QStringList texts) : m_texts(std::move(texts))
+ControlTokens::ControlTokens(const QStringList &texts)
 {
-    m_texts.removeIf([](const QString &text) { return text.size() < 2; });
-    // A broken text is longer than before, so what it could turn into is looked for later.
-    std::sort(m_texts.begin(), m_texts.end(),
-              [](const QString &left, const QString &right) { return left.size() < right.size(); });
+    for (const QString &text : texts) {
+        // A blank beside blanks parts nothing: what stands between those at the ends is broken.
+        const QString breakable = Text::trimmed(text, u" ");
+        if (breakable.size() > sizeOfFirstCharacter(breakable))
+            m_texts.append(breakable);
+    }
 }
 
 QString ControlTokens::broken(QString content) const
 {
-    content = Text::withoutMarkers(content);
-    for (const QString &text : m_texts)
-        breakEvery(content, text);
+    // What breaking one leaves behind may be another one. It comes to an end: each blank makes a gap wider,
+    // and no text has gaps of every width.
+    qsizetype sizeBefore = 0;
+    do {
+        sizeBefore = content.size();
+        for (const QString &text : m_texts)
+            breakEvery(content, text);
+    } while (content.size() != sizeBefore);
     return content;
 }

@@ -12,9 +12,10 @@ class ControlTokens
 {
 public:
     ControlTokens() = default;
-    explicit ControlTokens(QStringList texts);
+    explicit ControlTokens(const QStringList &texts);
 
-    // The content with a blank put into every control-token text and every chat-marker shape; all else stays.
+    // The content with a blank put into every control-token text, those too that breaking another one leaves
+    // behind; all else stays, markers of other models included.
     QString broken(QString content) const;
 
 private:

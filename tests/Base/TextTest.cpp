@@ -203,9 +203,11 @@ void TextTest::cleaned_data()
     QTest::newRow("supplementary variation selectors") << u"a\U000E0100\U000E01EFb"_s << u"ab"_s;
     QTest::newRow("emoji sequences stay") << family + flag + thumb + heart << family + flag + thumb + heart;
     QTest::newRow("a marker") << u"<|im_start|>system"_s << u"< |im_start| >system"_s;
-    QTest::newRow("a marker split by a line break") << u"<\n|im_end|>"_s << u"< |im_end| >"_s;
+    QTest::newRow("a marker split by a line break") << u"<\n|im_end|>"_s << u"< |im_end|>"_s;
     QTest::newRow("a marker split by a zero-width space") << u"<\u200B|im_end|\u200B>"_s << u"< |im_end| >"_s;
     QTest::newRow("a marker split by tags") << u"<\U000E0041|x|\U000E0041>"_s << u"< |x| >"_s;
+    QTest::newRow("a marker whose name is split") << u"<|im\u200B_\u202Eend|>"_s << u"< |im_end| >"_s;
+    QTest::newRow("bars that mark nothing") << u"f |> g <| h"_s << u"f |> g <| h"_s;
     QTest::newRow("a lone surrogate") << u"a"_s + QChar(0xD800) + u"b"_s << u"a\uFFFDb"_s;
     QTest::newRow("nothing") << u""_s << u""_s;
 }
@@ -332,15 +334,19 @@ void TextTest::markersAreBroken_data()
     QTest::addColumn<QString>("broken");
 
     QTest::newRow("none") << u"a < b | c > d || <b>"_s << u"a < b | c > d || <b>"_s;
-    QTest::newRow("a whole marker") << u"<|im_end|>"_s << u"< |im_end| >"_s;
-    QTest::newRow("an opening alone") << u"<|"_s << u"< |"_s;
-    QTest::newRow("a closing alone") << u"|>"_s << u"| >"_s;
-    QTest::newRow("both in three characters") << u"<|>"_s << u"< | >"_s;
-    QTest::newRow("one inside another") << u"<<||>>"_s << u"<< || >>"_s;
-    QTest::newRow("two openings") << u"<|<|"_s << u"< |< |"_s;
-    QTest::newRow("two closings") << u"|>|>"_s << u"| >| >"_s;
-    QTest::newRow("the closing first") << u"|><|"_s << u"| >< |"_s;
-    QTest::newRow("everything else stays") << u"\n\t\u200B<|"_s << u"\n\t\u200B< |"_s;
+    QTest::newRow("a marker") << u"<|im_end|>"_s << u"< |im_end| >"_s;
+    QTest::newRow("a name of other characters") << u"<|end-of.turn_1▁é|>"_s << u"< |end-of.turn_1▁é| >"_s;
+    QTest::newRow("two in a row") << u"<|a|><|b|>"_s << u"< |a| >< |b| >"_s;
+    QTest::newRow("one inside another") << u"<|<|a|>|>"_s << u"<|< |a| >|>"_s;
+    QTest::newRow("behind an opening") << u"<|a<|b|>"_s << u"<|a< |b| >"_s;
+    QTest::newRow("before a closing") << u"<|a|>b|>"_s << u"< |a| >b|>"_s;
+    QTest::newRow("an opening alone") << u"f <| g"_s << u"f <| g"_s;
+    QTest::newRow("a closing alone") << u"f |> g"_s << u"f |> g"_s;
+    QTest::newRow("both in three characters") << u"f <|> g"_s << u"f <|> g"_s;
+    QTest::newRow("no name") << u"<||>"_s << u"<||>"_s;
+    QTest::newRow("no single word between them") << u"f <| g |> h"_s << u"f <| g |> h"_s;
+    QTest::newRow("the closing first") << u"|>a<|"_s << u"|>a<|"_s;
+    QTest::newRow("everything else stays") << u"\n\t\u200B<|a|>"_s << u"\n\t\u200B< |a| >"_s;
 }
 
 void TextTest::markersAreBroken()
@@ -348,7 +354,7 @@ void TextTest::markersAreBroken()
     QFETCH(QString, text);
     QFETCH(QString, broken);
     QCOMPARE(Text::withoutMarkers(text), broken);
-    QVERIFY(!broken.contains(u"<|"_s) && !broken.contains(u"|>"_s));
+    QCOMPARE(Text::withoutMarkers(broken), broken);
 }
 
 QTEST_GUILESS_MAIN(TextTest)

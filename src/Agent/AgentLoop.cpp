@@ -32,16 +32,20 @@ namespace {
 constexpr int maxTokensPerReply = 200;
 constexpr int maxCorrections = 2;
 
-// What the error being handled says to the user and to the model.
+// What the error being handled says to the user.
 QString descriptionOfCurrentError()
 {
+    QString description;
     try {
         throw;
     } catch (const LocalizedError &error) {
-        return error.errorDescription();
-    } catch (const std::exception &) {
-        return u"Something unexpected went wrong."_s;
+        description = error.errorDescription();
+    } catch (const std::exception &error) {
+        description = Text::trimmed(Text::cleaned(QString::fromLocal8Bit(error.what())));
+    } catch (...) {
+        // It says nothing.
     }
+    return description.isEmpty() ? u"Something unexpected went wrong."_s : description;
 }
 
 // The application that the user works with; none when that cannot be found out.
@@ -56,7 +60,21 @@ QCoro::Task<std::optional<RunningApplication>> frontmostApplication(Desktop desk
 
 } // namespace
 
+// The one guard around the loop: whatever goes wrong in it, the run comes to an end.
 QCoro::Task<void> AgentSession::run(QString command, int turnIndex, std::stop_token cancellation)
+{
+    const QPointer<AgentSession> self(this);
+    std::optional<QString> failure;
+    try {
+        co_await loop(command, turnIndex, cancellation);
+    } catch (...) {
+        failure = descriptionOfCurrentError();
+    }
+    if (self && failure)
+        endAfterError(turnIndex, *failure);
+}
+
+QCoro::Task<void> AgentSession::loop(QString command, int turnIndex, std::stop_token cancellation)
 {
     const QPointer<AgentSession> self(this);
     co_await m_models.loadIfNeeded();
@@ -110,7 +128,7 @@ QCoro::Task<AgentSession::Progress> AgentSession::takeStep(std::shared_ptr<Run> 
     co_return progress;
 }
 
-// The model's next reply, or none when the run has ended instead.
+// The model's next reply, or none when the run has ended instead. An error of the engine ends it too.
 QCoro::Task<std::optional<QString>> AgentSession::nextReply(std::shared_ptr<Run> run)
 {
     const QPointer<AgentSession> self(this);
@@ -119,21 +137,9 @@ QCoro::Task<std::optional<QString>> AgentSession::nextReply(std::shared_ptr<Run>
     setStatus(u"Thinking…"_s);
     clearPreview();
 
-    QString reply;
-    std::optional<QString> failure;
     const std::function<void(QString)> onToken = previewSink();
-    try {
-        reply = co_await m_models.engine().generate(run->conversation, maxTokensPerReply, onToken);
-    } catch (...) {
-        failure = descriptionOfCurrentError();
-    }
-    if (!self)
-        co_return std::nullopt;
-    if (failure) {
-        end(run->turnIndex, *failure, LogEntry::Kind::failure);
-        co_return std::nullopt;
-    }
-    if (endIfCancelled(*run))
+    const QString reply = co_await m_models.engine().generate(run->conversation, maxTokensPerReply, onToken);
+    if (!self || endIfCancelled(*run))
         co_return std::nullopt;
     co_return reply;
 }
@@ -187,8 +193,8 @@ QCoro::Task<AgentSession::Progress> AgentSession::execute(std::shared_ptr<Run> r
         if (returnTo)
             co_await Executor::returnTo(*returnTo, desktop);
         result = co_await Executor::run(action, desktop);
-    } catch (...) {
-        failure = descriptionOfCurrentError();
+    } catch (const LocalizedError &error) {
+        failure = error.errorDescription();
     }
     if (!self)
         co_return Progress::Ended;

@@ -89,6 +89,18 @@ void AgentSession::end(int turnIndex, const QString &text, LogEntry::Kind kind,
     finish(turnIndex, summary);
 }
 
+// Whatever the loop was at is over: nobody waits for an answer, and no step is carried out any more.
+void AgentSession::endAfterError(int turnIndex, const QString &description)
+{
+    resolve(false);
+    const QList<LogEntry> log = m_turns.at(turnIndex).log;
+    for (const LogEntry &entry : log) {
+        if (entry.running)
+            changeEntry(turnIndex, entry.id, entry.text, LogEntry::Kind::failure, false);
+    }
+    end(turnIndex, description, LogEntry::Kind::failure);
+}
+
 void AgentSession::finish(int turnIndex, const std::optional<QString> &summary)
 {
     const bool hadStatus = !m_status.isEmpty();

@@ -90,7 +90,8 @@ private:
     struct Run;
 
     // The loop. Each of these looks whether the session still exists after every wait, and tells its caller
-    // that the run has ended when it does not.
+    // that the run has ended when it does not. What they throw ends the run.
+    QCoro::Task<void> loop(QString command, int turnIndex, std::stop_token cancellation);
     QCoro::Task<void> run(QString command, int turnIndex, std::stop_token cancellation);
     QCoro::Task<Progress> takeStep(std::shared_ptr<Run> run);
     QCoro::Task<std::optional<QString>> nextReply(std::shared_ptr<Run> run);
@@ -106,6 +107,7 @@ private:
     // Ends the run, with a last line in the log.
     void end(int turnIndex, const QString &text, LogEntry::Kind kind,
              const std::optional<QString> &summary = std::nullopt);
+    void endAfterError(int turnIndex, const QString &description);
     void finish(int turnIndex, const std::optional<QString> &summary);
 
     QUuid appendEntry(int turnIndex, const LogEntry &entry);

@@ -8,6 +8,89 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+// When a fault of the program shows, and what is thrown then.
+enum class Moment { FirstObservation, BeforeTheStep, InTheStep, LastObservation };
+enum class Thrown { Exception, Number };
+
+// The desktop of a bench on which a fault shows at that moment of a task of one typed text.
+class FaultyDesktop
+{
+public:
+    FaultyDesktop(SessionBench &bench, Moment moment, Thrown thrown)
+        : m_bench(bench), m_moment(moment), m_thrown(thrown)
+    {
+    }
+
+    Desktop services()
+    {
+        const Desktop all = m_bench.desktop.services();
+        return {m_workspace,       all.accessibility, m_keyboard, all.windowList,
+                all.screenCapture, all.scripting,     all.files,  all.clock};
+    }
+
+    void mend() { m_isMended = true; }
+
+private:
+    struct FaultyWorkspace : RecordingWorkspace
+    {
+        explicit FaultyWorkspace(FaultyDesktop &owner)
+            : RecordingWorkspace(owner.m_bench.desktop.journal), desktop(owner)
+        {
+        }
+
+        QCoro::Task<std::optional<RunningApplication>> frontmostApplication() override
+        {
+            desktop.reach(desktop.momentOfALook());
+            return RecordingWorkspace::frontmostApplication();
+        }
+
+        FaultyDesktop &desktop;
+    };
+
+    struct FaultyKeyboard : RecordingKeyboard
+    {
+        explicit FaultyKeyboard(FaultyDesktop &owner)
+            : RecordingKeyboard(owner.m_bench.desktop.journal), desktop(owner)
+        {
+        }
+
+        QCoro::Task<void> post(QList<KeyStroke> newStrokes, std::chrono::microseconds pause) override
+        {
+            desktop.reach(Moment::InTheStep);
+            return RecordingKeyboard::post(newStrokes, pause);
+        }
+
+        FaultyDesktop &desktop;
+    };
+
+    Moment momentOfALook() const
+    {
+        if (m_bench.engine->conversations.isEmpty())
+            return Moment::FirstObservation;
+        return m_keyboard.strokes.isEmpty() ? Moment::BeforeTheStep : Moment::LastObservation;
+    }
+
+    void reach(Moment moment) const
+    {
+        if (m_isMended || moment != m_moment)
+            return;
+        if (m_thrown == Thrown::Number)
+            throw 42;
+        throw std::runtime_error("The disk\nis on fire.");
+    }
+
+    SessionBench &m_bench;
+    const Moment m_moment;
+    const Thrown m_thrown;
+    bool m_isMended = false;
+    FaultyWorkspace m_workspace{*this};
+    FaultyKeyboard m_keyboard{*this};
+};
+
+} // namespace
+
 // Whole runs, each compared as one text: what the model was sent, what the user was asked and saw, what is in
 // the log, and what was done to the desktop.
 class AgentLoopTest : public QObject
@@ -25,6 +108,8 @@ private Q_SLOTS:
     void aMissingModelEndsTheRun();
     void anErrorOfTheEngineEndsTheRun();
     void anUnforeseenErrorEndsTheRunWithASentence();
+    void anUnforeseenErrorAnywhereEndsTheRun_data();
+    void anUnforeseenErrorAnywhereEndsTheRun();
 
     void anErrorOfAStepIsFedBackAndTheRunGoesOn();
     void anUnknownActionIsFedBack();
@@ -255,8 +340,47 @@ void AgentLoopTest::anUnforeseenErrorEndsTheRunWithASentence()
         co_return;
     };
     bench.runTask(u"Type 1"_s);
-    QCOMPARE(bench.described(bench.lastTurn().log), u"failure: Something unexpected went wrong."_s);
+    QCOMPARE(bench.described(bench.lastTurn().log), u"failure: out of range"_s);
     QVERIFY(!bench.lastTurn().summary);
+}
+
+void AgentLoopTest::anUnforeseenErrorAnywhereEndsTheRun_data()
+{
+    QTest::addColumn<Moment>("moment");
+    QTest::addColumn<Thrown>("thrown");
+    QTest::addColumn<QString>("log");
+    const auto rows = [](const char *when, Moment moment, const QString &before) {
+        QTest::addRow("%s", when) << moment << Thrown::Exception
+                                  << before + u"failure: The disk is on fire."_s;
+        QTest::addRow("%s, no exception", when)
+            << moment << Thrown::Number << before + u"failure: Something unexpected went wrong."_s;
+    };
+    rows("at the first look at the screen", Moment::FirstObservation, {});
+    rows("before the step", Moment::BeforeTheStep, u"failure: Typing “1”\n"_s);
+    rows("in the step", Moment::InTheStep, u"failure: Typing “1”\n"_s);
+    rows("at the look behind the step", Moment::LastObservation, u"step: Typing “1”\n"_s);
+}
+
+void AgentLoopTest::anUnforeseenErrorAnywhereEndsTheRun()
+{
+    QFETCH(Moment, moment);
+    QFETCH(Thrown, thrown);
+    SessionBench bench;
+    FaultyDesktop faulty(bench, moment, thrown);
+    bench.session = std::make_unique<AgentSession>(bench.models, faulty.services());
+    script(bench, {typeText(u"1"_s), done(u"Never said."_s)});
+    bench.runTask(u"Type 1"_s);
+    QTEST(bench.described(bench.lastTurn().log), "log");
+    QVERIFY(bench.lastTurn().finished);
+    QVERIFY(!bench.lastTurn().summary);
+    QVERIFY(!bench.session->pending());
+    QVERIFY(bench.session->status().isEmpty());
+
+    // It is no end for the session.
+    faulty.mend();
+    bench.engine->replies = {done(u"Second."_s)};
+    bench.runTask(u"Second"_s);
+    QCOMPARE(bench.lastTurn().summary, u"Second."_s);
 }
 
 void AgentLoopTest::anErrorOfAStepIsFedBackAndTheRunGoesOn()

@@ -11,6 +11,24 @@
 
 // The session's published state and what the interface asks of it; the loop is in AgentLoop.cpp.
 
+// Stands in every function that emits signals, while it does. A slot may call into the session again; what
+// would take the ground from under the slots that come after it is put off, or forbidden.
+class AgentSession::Announcement
+{
+public:
+    explicit Announcement(AgentSession &session) : m_session(session) { ++m_session.m_announcements; }
+    ~Announcement()
+    {
+        if (--m_session.m_announcements == 0 && std::exchange(m_session.m_clearsLater, false))
+            m_session.clearHistory();
+    }
+    Announcement(const Announcement &) = delete;
+    Announcement &operator=(const Announcement &) = delete;
+
+private:
+    AgentSession &m_session;
+};
+
 AgentSession::AgentSession(ModelManager &models, const Desktop &desktop, QObject *parent)
     : QObject(parent), m_models(models), m_desktop(desktop)
 {
@@ -18,6 +36,9 @@ AgentSession::AgentSession(ModelManager &models, const Desktop &desktop, QObject
 
 AgentSession::~AgentSession()
 {
+    // The caller of that slot would go on with memory that is gone, in a release build too.
+    if (m_announcements > 0)
+        qFatal("An AgentSession was destroyed by a slot of its own signal; use deleteLater");
     // Lets the loop, should it wait for an answer, resume once more and see that it is over.
     if (m_confirmation) {
         m_confirmation->addResult(false);
@@ -30,15 +51,20 @@ void AgentSession::submit(const QString &command)
     const QString task = Text::trimmed(command);
     if (task.isEmpty() || m_isRunning)
         return;
-    const int turnIndex = static_cast<int>(m_turns.size());
+    const Announcement announcement(*this);
     Q_EMIT willChange();
+    // A slot may have had a task of its own.
+    if (m_isRunning)
+        return;
+    const int turnIndex = static_cast<int>(m_turns.size());
     m_turns.append(Turn{.command = task});
     m_isRunning = true;
+    // Here, so that a slot can already stop the task.
+    m_cancellation = std::stop_source();
     Q_EMIT turnsChanged();
     Q_EMIT turnAppended(turnIndex);
     Q_EMIT isRunningChanged();
 
-    m_cancellation = std::stop_source();
     const auto start = [this, task, turnIndex, cancellation = m_cancellation.get_token()] {
         m_task = run(task, turnIndex, cancellation);
     };
@@ -64,8 +90,10 @@ void AgentSession::stop()
 
 void AgentSession::clearHistory()
 {
-    if (m_isRunning || m_turns.isEmpty())
+    m_clearsLater = m_announcements > 0;
+    if (m_clearsLater || m_isRunning || m_turns.isEmpty())
         return;
+    const Announcement announcement(*this);
     Q_EMIT willChange();
     m_turns.clear();
     Q_EMIT turnsChanged();
@@ -103,6 +131,7 @@ void AgentSession::endAfterError(int turnIndex, const QString &description)
 
 void AgentSession::finish(int turnIndex, const std::optional<QString> &summary)
 {
+    const Announcement announcement(*this);
     const bool hadStatus = !m_status.isEmpty();
     const bool hadPreview = !m_streamPreview.isEmpty();
     Q_EMIT willChange();
@@ -123,6 +152,7 @@ void AgentSession::finish(int turnIndex, const std::optional<QString> &summary)
 
 QUuid AgentSession::appendEntry(int turnIndex, const LogEntry &entry)
 {
+    const Announcement announcement(*this);
     Q_EMIT willChange();
     m_turns[turnIndex].log.append(entry);
     const int entryIndex = static_cast<int>(m_turns[turnIndex].log.size()) - 1;
@@ -134,6 +164,7 @@ QUuid AgentSession::appendEntry(int turnIndex, const LogEntry &entry)
 void AgentSession::changeEntry(int turnIndex, QUuid id, const QString &text, LogEntry::Kind kind,
                                bool running)
 {
+    const Announcement announcement(*this);
     // Before the entry is looked for: an observer may copy the list, and then it is not to change in its
     // hands.
     Q_EMIT willChange();
@@ -153,6 +184,7 @@ void AgentSession::setStatus(const QString &status)
 {
     if (m_status == status)
         return;
+    const Announcement announcement(*this);
     Q_EMIT willChange();
     m_status = status;
     Q_EMIT statusChanged();
@@ -162,6 +194,7 @@ void AgentSession::setPending(const std::optional<PendingConfirmation> &pending)
 {
     if (!m_pending && !pending)
         return;
+    const Announcement announcement(*this);
     Q_EMIT willChange();
     m_pending = pending;
     Q_EMIT pendingChanged();
@@ -172,6 +205,7 @@ void AgentSession::clearPreview()
     ++m_previewGeneration;
     if (m_streamPreview.isEmpty())
         return;
+    const Announcement announcement(*this);
     Q_EMIT willChange();
     m_streamPreview.clear();
     Q_EMIT streamPreviewChanged();
@@ -184,6 +218,7 @@ std::function<void(QString)> AgentSession::previewSink()
         const auto append = [self, generation, piece] {
             if (!self || self->m_previewGeneration != generation)
                 return;
+            const Announcement announcement(*self);
             Q_EMIT self->willChange();
             self->m_streamPreview += piece;
             Q_EMIT self->streamPreviewChanged();

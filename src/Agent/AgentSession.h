@@ -63,9 +63,12 @@ public:
     // A reply that the model has begun is still waited for. Without a running task, nothing happens.
     void stop();
 
-    // Forgets all turns; ignored while a task runs.
+    // Forgets all turns; ignored while a task runs. From a slot of a signal of ours, it takes effect once all
+    // slots have run: until then the indices that they are given hold.
     void clearHistory();
 
+// A slot of any of these may call what stands above. It must not destroy the session, save by `deleteLater`:
+// the program ends then.
 Q_SIGNALS:
     // Before each change of properties; what changes together is announced together.
     void willChange();
@@ -88,6 +91,7 @@ Q_SIGNALS:
 private:
     enum class Progress { NextStep, Ended };
     struct Run;
+    class Announcement;
 
     // The loop. Each of these looks whether the session still exists after every wait, and tells its caller
     // that the run has ended when it does not. What they throw ends the run.
@@ -121,6 +125,10 @@ private:
 
     ModelManager &m_models;
     const Desktop m_desktop;
+
+    // How many calls, one inside the other, are emitting signals; and what has been put off meanwhile.
+    int m_announcements = 0;
+    bool m_clearsLater = false;
 
     QList<Turn> m_turns;
     bool m_isRunning = false;

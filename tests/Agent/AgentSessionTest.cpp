@@ -6,6 +6,12 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include <csignal>
+
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -65,6 +71,12 @@ private Q_SLOTS:
     void theFirstAnswerCounts();
     void anAnswerGivenWhileTheQuestionIsAnnounced();
     void stoppingAnIdleSessionDoesNotStopTheNextTask();
+
+    void aTaskCanBeStoppedByTheFirstSignalsOfIt();
+    void aTaskSubmittedBeforeAnotherIsAnnouncedComesFirst();
+    void aFinishedTurnIsThereForEverySlot_data();
+    void aFinishedTurnIsThereForEverySlot();
+    void aSlotThatDestroysTheSessionEndsTheProgram();
 
     void clearingForgetsTheHistory();
     void clearingWhileATaskRunsIsIgnored();
@@ -370,6 +382,82 @@ void AgentSessionTest::stoppingAnIdleSessionDoesNotStopTheNextTask()
     bench.session->stop();
     bench.runTask(u"Do nothing"_s);
     QCOMPARE(bench.lastTurn().summary, u"Done."_s);
+}
+
+void AgentSessionTest::aTaskCanBeStoppedByTheFirstSignalsOfIt()
+{
+    for (const auto signal : {&AgentSession::turnsChanged, &AgentSession::isRunningChanged}) {
+        SessionBench bench;
+        AgentSession &session = *bench.session;
+        bench.engine->replies = {typeText(u"1"_s), done(u"Never said."_s)};
+        connect(&session, signal, &session, &AgentSession::stop, Qt::SingleShotConnection);
+        bench.runTask(u"Type 1"_s);
+        QCOMPARE(bench.described(bench.lastTurn().log), u"info: Cancelled"_s);
+        QVERIFY(bench.engine->conversations.isEmpty());
+    }
+}
+
+void AgentSessionTest::aTaskSubmittedBeforeAnotherIsAnnouncedComesFirst()
+{
+    SessionBench bench;
+    AgentSession &session = *bench.session;
+    bench.engine->replies = {done(u"First."_s), done(u"Second."_s)};
+    const auto submit = [&session] { session.submit(u"First"_s); };
+    connect(&session, &AgentSession::willChange, &session, submit, Qt::SingleShotConnection);
+    bench.runTask(u"Second"_s);
+    QCOMPARE(session.turns().size(), 1);
+    QCOMPARE(bench.lastTurn().command, u"First"_s);
+    QCOMPARE(bench.engine->conversations.size(), 1);
+}
+
+void AgentSessionTest::aFinishedTurnIsThereForEverySlot_data()
+{
+    QTest::addColumn<bool>("whenIdle");
+    QTest::newRow("cleared when the session is idle") << true;
+    QTest::newRow("cleared when the turn has finished") << false;
+}
+
+void AgentSessionTest::aFinishedTurnIsThereForEverySlot()
+{
+    QFETCH(bool, whenIdle);
+    SessionBench bench;
+    AgentSession &session = *bench.session;
+    bench.engine->replies = {done(u"Done."_s)};
+    const auto clear = [&session] {
+        if (!session.isRunning())
+            session.clearHistory();
+    };
+    if (whenIdle)
+        connect(&session, &AgentSession::isRunningChanged, this, clear);
+    else
+        connect(&session, &AgentSession::turnFinished, this, clear);
+    QStringList commands;
+    connect(&session, &AgentSession::turnFinished, this, [&](int turn) {
+        commands.append(turn < session.turns().size() ? session.turns().at(turn).command : u"(gone)"_s);
+    });
+    bench.runTask(u"Do nothing"_s);
+    QCOMPARE(commands, QStringList(u"Do nothing"_s));
+    QVERIFY(session.turns().isEmpty());
+}
+
+void AgentSessionTest::aSlotThatDestroysTheSessionEndsTheProgram()
+{
+    // In a process of its own. It must not go on with memory that is gone: not even to a regular end.
+    const pid_t child = fork();
+    QVERIFY(child >= 0);
+    if (child == 0) {
+        const rlimit noCoreFile{0, 0};
+        setrlimit(RLIMIT_CORE, &noCoreFile);
+        signal(SIGABRT, SIG_DFL);
+        SessionBench bench;
+        const auto destroy = [&bench] { bench.session.reset(); };
+        connect(bench.session.get(), &AgentSession::turnAppended, this, destroy);
+        bench.session->submit(u"Do nothing"_s);
+        _exit(0);
+    }
+    int status = 0;
+    QCOMPARE(waitpid(child, &status, 0), child);
+    QVERIFY(WIFSIGNALED(status) && WTERMSIG(status) == SIGABRT);
 }
 
 void AgentSessionTest::clearingForgetsTheHistory()

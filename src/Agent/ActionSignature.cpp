@@ -3,7 +3,7 @@
 
 namespace {
 
-// Text with its length in front, so that no choice of keys and values can look like another one.
+// Text with its length in front, so that no choice of a name, keys and values can look like another one.
 QString measured(const QString &text)
 {
     return QString::number(text.size()) + u':' + text;
@@ -13,7 +13,7 @@ QString measured(const QString &text)
 
 QString actionSignature(const AgentAction &action)
 {
-    QString signature = action.name + u'|';
+    QString signature = measured(action.name) + u'|';
     // The map holds its keys in ascending order.
     for (auto argument = action.args.cbegin(); argument != action.args.cend(); ++argument)
         signature += measured(argument.key()) + measured(argument.value());

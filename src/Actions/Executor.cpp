@@ -12,6 +12,7 @@
 #include "Base/Text.h"
 
 #include <QHash>
+#include <QLocale>
 #include <QRegularExpression>
 #include <QSet>
 
@@ -130,7 +131,8 @@ QCoro::Task<QString> screenshot(AgentAction action, Desktop desktop)
 {
     const QString folder =
         firstOf(action, QStringLiteral("save_to"), QStringLiteral("folder"), QStringLiteral("Downloads"));
-    const QString time = desktop.clock.now().toString(QStringLiteral("yyyy-MM-dd 'at' HH.mm.ss"));
+    // In the digits of the user's language.
+    const QString time = QLocale().toString(desktop.clock.now(), QStringLiteral("yyyy-MM-dd 'at' HH.mm.ss"));
     const QString path =
         Executor::pathInside(pathOf(folder, desktop), QStringLiteral("Screenshot %1.png").arg(time));
     co_await Executor::screenshot(path, desktop);

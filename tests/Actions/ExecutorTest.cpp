@@ -26,6 +26,7 @@ private Q_SLOTS:
     void creatingAFolderWhereAFileStandsPassesTheErrorThrough();
     void screenshotsAreNamedAfterTheTime_data();
     void screenshotsAreNamedAfterTheTime();
+    void aScreenshotsNameHasTheUsersDigits();
     void findingFiles_data();
     void findingFiles();
     void openingAPath();
@@ -250,6 +251,16 @@ void ExecutorTest::creatingAFolderWhereAFileStandsPassesTheErrorThrough()
     const QString outcome = bench.run(uR"({"action":"create_folder","name":"Projects"})"_s);
     QVERIFY2(outcome.startsWith(u"Error: Couldn't create the folder “Projects”"_s), qPrintable(outcome));
     QCOMPARE(bench.journal(), QStringList());
+}
+
+void ExecutorTest::aScreenshotsNameHasTheUsersDigits()
+{
+    const auto restore = qScopeGuard([locale = QLocale()] { QLocale::setDefault(locale); });
+    QLocale::setDefault(QLocale(QLocale::Arabic, QLocale::Egypt));
+    ActionBench bench;
+    QVERIFY(QDir(bench.home.path()).mkpath(u"Downloads"_s));
+    const QString path = bench.path(u"Downloads/Screenshot ٢٠٢٤-٠٥-٠١ at ١٤.٠٣.٠٧.png"_s);
+    QCOMPARE(bench.run(uR"({"action":"screenshot"})"_s), u"Saved screenshot to %1."_s.arg(path));
 }
 
 void ExecutorTest::screenshotsAreNamedAfterTheTime_data()

@@ -16,6 +16,11 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 
     const std::optional<QUrl> address = Executor::webAddress(text);
     require(!address || (address->isValid() && !address->scheme().isEmpty() && !address->host().isEmpty()));
+    if (address) {
+        QUrl typed;
+        typed.setHost(Executor::typedHost(text), QUrl::TolerantMode);
+        require(typed.host() == address->host());
+    }
     const std::optional<QUrl> search = Executor::webAddress(Executor::searchAddress(text));
     require(search && search->host() == QLatin1String("www.google.com"));
     return 0;

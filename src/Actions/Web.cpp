@@ -29,5 +29,5 @@ QCoro::Task<QString> Executor::openURL(QString text, std::optional<QString> app,
         co_await desktop.workspace.open(*url);
     }
     co_await desktop.clock.sleep(pageSettlingTime);
-    co_return QStringLiteral("Opened %1 in %2.").arg(url->host(), place);
+    co_return QStringLiteral("Opened %1 in %2.").arg(typedHost(text), place);
 }

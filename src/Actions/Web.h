@@ -12,8 +12,8 @@
 namespace Executor {
 
 // Opens the address in the named application, or in the default browser, and gives the result line, which
-// names the host alone. Throws ActionError for an invalid address or an unknown application; PlatformError
-// passes through.
+// names the host alone, as it was written. Throws ActionError for an invalid address or an unknown
+// application; PlatformError passes through.
 QCoro::Task<QString> openURL(QString text, std::optional<QString> app, Desktop desktop);
 
 } // namespace Executor

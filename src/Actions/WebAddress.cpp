@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Actions/WebAddress.h"
 
+#include <QRegularExpression>
 #include <QStringEncoder>
 
 namespace {
@@ -26,6 +27,14 @@ std::optional<QUrl> Executor::webAddress(const QString &text)
     if (!url.isValid() || url.scheme().isEmpty() || url.host().isEmpty())
         return std::nullopt;
     return url;
+}
+
+QString Executor::typedHost(const QString &address)
+{
+    static const QRegularExpression host(
+        QStringLiteral("^(?:[^/]*://)?(?:[^/?#]*@)?(?:\\[([^\\]]*)\\]|([^/?#:]*))"));
+    const QRegularExpressionMatch match = host.match(address);
+    return match.captured(1) + match.captured(2);
 }
 
 QString Executor::searchAddress(const QString &query)

@@ -42,6 +42,15 @@ void WebTest::validAddresses_data()
     QTest::newRow("any scheme with a host")
         << u"ftp://example.org"_s << u"ftp://example.org"_s << u"example.org"_s;
     QTest::newRow("a numeric host") << u"https://[::1]/"_s << u"https://[::1]/"_s << u"::1"_s;
+    QTest::newRow("capital letters") << u"Example.ORG/Path"_s << u"https://example.org/Path"_s
+                                     << u"Example.ORG"_s;
+    QTest::newRow("three numbers") << u"1.2.3"_s << u"https://1.2.0.3"_s << u"1.2.3"_s;
+    QTest::newRow("a user and a port")
+        << u"https://Kim:a@Example.org:81?q"_s << u"https://Kim:a@example.org:81?q"_s << u"Example.org"_s;
+    QTest::newRow("an at sign behind the host")
+        << u"Example.org/@kim"_s << u"https://example.org/@kim"_s << u"Example.org"_s;
+    QTest::newRow("letters of any script in the host")
+        << u"Bücher.example"_s << u"https://xn--bcher-kva.example"_s << u"Bücher.example"_s;
     QTest::newRow("letters of any script in the path")
         << u"https://example.org/é"_s << u"https://example.org/%C3%A9"_s << u"example.org"_s;
     QTest::newRow("\"://\" anywhere counts as a scheme, so none is added")

@@ -24,6 +24,7 @@ private Q_SLOTS:
     void hostileNestingIsRefusedQuietly_data();
     void hostileNestingIsRefusedQuietly();
     void nestingWithinReasonIsAccepted();
+    void nestingHasALimit();
 };
 
 void AgentActionTest::repliesThatHoldAnAction_data()
@@ -233,6 +234,18 @@ void AgentActionTest::hostileNestingIsRefusedQuietly()
 {
     QFETCH(QString, reply);
     QVERIFY(!AgentAction::parse(reply));
+}
+
+void AgentActionTest::nestingHasALimit()
+{
+    const auto nested = [](qsizetype depth) {
+        return AgentAction::parse(uR"({"action":"x","a":"b","deep":)"_s + QString(depth, u'[') +
+                                  QString(depth, u']') + u'}');
+    };
+    const std::optional<AgentAction> deepest = nested(512);
+    QVERIFY(deepest);
+    QCOMPARE(deepest->args, (QMap<QString, QString>{{u"a"_s, u"b"_s}}));
+    QVERIFY(!nested(513));
 }
 
 void AgentActionTest::nestingWithinReasonIsAccepted()

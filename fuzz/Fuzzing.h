@@ -25,10 +25,11 @@ inline void require(bool rule)
 // Whether "<|name|>" stands somewhere, with a name of one word.
 inline bool holdsMarker(const QString &text)
 {
+    const QLatin1String endsName("<>| \t\n\v\f\r");
     for (qsizetype start = text.indexOf(QLatin1String("<|")); start >= 0;
          start = text.indexOf(QLatin1String("<|"), start + 1)) {
         qsizetype end = start + 2;
-        while (end < text.size() && !text.at(end).isSpace() && !QLatin1String("<>|").contains(text.at(end)))
+        while (end < text.size() && !endsName.contains(text.at(end)))
             ++end;
         if (end > start + 2 && text.mid(end, 2) == QLatin1String("|>"))
             return true;

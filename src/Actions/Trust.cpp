@@ -9,5 +9,23 @@ QCoro::Task<void> Executor::requireTrust(QString refusal, Desktop desktop)
     if (trusted)
         co_return;
     co_await desktop.accessibility.requestTrust();
-    throw ActionError(refusal);
+    const bool trustedNow = co_await desktop.accessibility.isProcessTrusted();
+    if (!trustedNow)
+        throw ActionError(refusal);
+}
+
+QCoro::Task<bool> Executor::switchAccessibilityOn(Desktop desktop)
+{
+    if (desktop.accessibility.isTrustGivenByUser())
+        co_return false;
+    try {
+        const bool trusted = co_await desktop.accessibility.isProcessTrusted();
+        if (trusted)
+            co_return false;
+        co_await desktop.accessibility.requestTrust();
+        const bool trustedNow = co_await desktop.accessibility.isProcessTrusted();
+        co_return trustedNow;
+    } catch (const LocalizedError &) {
+        co_return false;
+    }
 }

@@ -8,8 +8,12 @@
 
 namespace Executor {
 
-// The gate before keys and controls: without the Accessibility permission, asks the user for it and throws
-// ActionError with this message. Main thread.
+// The gate before keys and controls: without the Accessibility permission, asks for it, and throws
+// ActionError with this message unless that alone was enough. Main thread.
 QCoro::Task<void> requireTrust(QString refusal, Desktop desktop);
+
+// Before a task: switches accessibility on where it is off and nobody has to be asked, and tells whether it
+// did. A desktop that cannot is not an error yet: the steps that need it say what is wrong. Main thread.
+QCoro::Task<bool> switchAccessibilityOn(Desktop desktop);
 
 } // namespace Executor

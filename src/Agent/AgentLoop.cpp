@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Actions/Executor.h"
 #include "Actions/Safety.h"
+#include "Actions/Trust.h"
 #include "Agent/ActionSignature.h"
 #include "Agent/AgentSession.h"
 #include "Agent/SystemPrompt.h"
@@ -31,6 +32,9 @@ namespace {
 
 constexpr int maxTokensPerReply = 200;
 constexpr int maxCorrections = 2;
+
+const QString accessibilityNote =
+    u"Switched on accessibility, so that Orvane can read and operate applications."_s;
 
 // What the error being handled says to the user.
 QString descriptionOfCurrentError()
@@ -84,6 +88,12 @@ QCoro::Task<void> AgentSession::loop(QString command, int turnIndex, std::stop_t
         end(turnIndex, u"The local model isn't ready yet."_s, LogEntry::Kind::failure);
         co_return;
     }
+
+    const bool switchedOn = co_await Executor::switchAccessibilityOn(m_desktop);
+    if (!self)
+        co_return;
+    if (switchedOn)
+        appendEntry(turnIndex, LogEntry{.text = accessibilityNote, .kind = LogEntry::Kind::info});
 
     const QString state = co_await Executor::observe(m_desktop);
     if (!self)

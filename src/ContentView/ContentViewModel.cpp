@@ -22,6 +22,8 @@ ContentViewModel::ContentViewModel(ModelManager &models, AgentSession &session, 
     connect(&session, &AgentSession::pendingChanged, this, [this] { announce(confirmationReason()); });
     connect(&session, &AgentSession::logEntryAppended, this, &ContentViewModel::announceEntry);
     connect(&session, &AgentSession::logEntryChanged, this, &ContentViewModel::announceFailure);
+    // A task may have switched access on.
+    connect(&session, &AgentSession::logEntryAppended, this, [this] { m_trust = refreshTrust(); });
     m_trust = refreshTrust();
 }
 

@@ -53,8 +53,11 @@ public:
     // Whether this process may read and operate other applications, and send keys.
     virtual QCoro::Task<bool> isProcessTrusted() = 0;
 
-    // Asks the platform to ask the user for that permission (or switches accessibility on, where nobody is
-    // asked).
+    // Whether that permission is the user's to give. Where it is not, `requestTrust` alone brings it about.
+    virtual bool isTrustGivenByUser() const { return true; }
+
+    // Asks the platform to ask the user for that permission. Where nobody is asked, switches accessibility on
+    // and waits until it is, a few seconds at most.
     virtual QCoro::Task<void> requestTrust() = 0;
 
     // The tree of the application with this process. Throws PlatformError when the application has none, with

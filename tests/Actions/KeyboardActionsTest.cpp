@@ -23,6 +23,7 @@ private Q_SLOTS:
     void typedTextGoesOutInPieces();
     void anEmptyTextTypesNothing();
     void withoutPermissionNothingIsPostedAndTheUserIsAskedEachTime();
+    void whereNobodyHasToBeAskedTheKeyFollows();
     void thePermissionComesBeforeTheKeyName();
     void thePlatformsErrorPassesThrough();
 };
@@ -162,6 +163,16 @@ void KeyboardActionsTest::withoutPermissionNothingIsPostedAndTheUserIsAskedEachT
              "Security → Accessibility."_s);
     QCOMPARE(bench.desktop.accessibility.prompts, 2);
     QVERIFY(bench.desktop.keyboard.strokes.isEmpty());
+}
+
+void KeyboardActionsTest::whereNobodyHasToBeAskedTheKeyFollows()
+{
+    ActionBench bench;
+    bench.desktop.accessibility.trusted = false;
+    bench.desktop.accessibility.trustGivenByUser = false;
+    QCOMPARE(bench.outcome(Executor::keystroke(u"t"_s, {}, bench.services())), u"done"_s);
+    QCOMPARE(bench.desktop.accessibility.prompts, 1);
+    QCOMPARE(bench.desktop.keyboard.strokes.size(), 1);
 }
 
 void KeyboardActionsTest::thePermissionComesBeforeTheKeyName()

@@ -111,6 +111,10 @@ private Q_SLOTS:
     void anUnforeseenErrorAnywhereEndsTheRun_data();
     void anUnforeseenErrorAnywhereEndsTheRun();
 
+    void theFirstTaskSwitchesAccessibilityOn();
+    void aDesktopWithoutAccessibilityIsLeftToTheSteps();
+    void aPermissionOfTheUserIsNotAskedForBeforeItIsNeeded();
+
     void anErrorOfAStepIsFedBackAndTheRunGoesOn();
     void anUnknownActionIsFedBack();
 
@@ -381,6 +385,45 @@ void AgentLoopTest::anUnforeseenErrorAnywhereEndsTheRun()
     bench.engine->replies = {done(u"Second."_s)};
     bench.runTask(u"Second"_s);
     QCOMPARE(bench.lastTurn().summary, u"Second."_s);
+}
+
+void AgentLoopTest::theFirstTaskSwitchesAccessibilityOn()
+{
+    SessionBench bench;
+    bench.desktop.journal.answersLater = true;
+    bench.desktop.accessibility.trusted = false;
+    bench.desktop.accessibility.trustGivenByUser = false;
+    script(bench, {typeText(u"1"_s), done(u"Typed."_s), done(u"Second."_s)});
+    bench.runTask(u"Type 1"_s);
+    QCOMPARE(bench.described(bench.lastTurn().log),
+             u"info: Switched on accessibility, so that Orvane can read and operate applications.\n"
+             "step: Typing “1”\nsuccess: Typed."_s);
+    QVERIFY(!bench.lastTurn().log.constFirst().running);
+    QVERIFY(bench.desktop.accessibility.trusted);
+    bench.runTask(u"Another"_s);
+    QCOMPARE(bench.described(bench.lastTurn().log), u"success: Second."_s);
+}
+
+void AgentLoopTest::aDesktopWithoutAccessibilityIsLeftToTheSteps()
+{
+    SessionBench bench;
+    bench.desktop.accessibility.trusted = false;
+    bench.desktop.accessibility.trustGivenByUser = false;
+    bench.desktop.journal.failures[RecordedOperation::RequestTrust] = u"No service."_s;
+    script(bench, {typeText(u"1"_s), done(u"It can't be typed."_s)});
+    bench.runTask(u"Type 1"_s);
+    QCOMPARE(bench.described(bench.lastTurn().log),
+             u"failure: Typing “1” — No service.\nsuccess: It can't be typed."_s);
+}
+
+void AgentLoopTest::aPermissionOfTheUserIsNotAskedForBeforeItIsNeeded()
+{
+    SessionBench bench;
+    bench.desktop.accessibility.trusted = false;
+    script(bench, {done(u"Nothing to do."_s)});
+    bench.runTask(u"Do nothing"_s);
+    QCOMPARE(bench.described(bench.lastTurn().log), u"success: Nothing to do."_s);
+    QCOMPARE(bench.desktop.accessibility.prompts, 0);
 }
 
 void AgentLoopTest::anErrorOfAStepIsFedBackAndTheRunGoesOn()

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // The permission to operate other applications: missed, granted from the window, and granted elsewhere.
+#include "ui/support/ScriptedModel.h"
 #include "ui/support/UiTest.h"
 
 #include <QDBusConnection>
@@ -30,6 +31,18 @@ bool isAccessOn()
     return reply.arguments().value(0).value<QDBusVariant>().variant().toBool();
 }
 
+// What stands in the one window of the text editor.
+QString textOfEditor()
+{
+    const QList<qint64> processes = PrivateDesktop::processesWith("mousepad");
+    AccessibleProgram editor(processes.isEmpty() ? 0 : processes.constFirst());
+    for (const AccessibleElement &element : editor.elements()) {
+        if (element.role == Role::field)
+            return editor.contents(element);
+    }
+    return {};
+}
+
 } // namespace
 
 class UiAccessTest : public UiTest
@@ -40,6 +53,7 @@ private Q_SLOTS:
     void init();
     void withAccessThereIsNoBanner();
     void theBannerGrantsAccess();
+    void theFirstTaskGrantsItself();
     void theBannerGoesWhenAccessWasGrantedElsewhere();
 };
 
@@ -65,6 +79,27 @@ void UiAccessTest::theBannerGrantsAccess()
     QVERIFY(orvane().press(Role::button, banner));
     VERIFY_SOON(isAccessOn());
     QVERIFY(orvane().waitForNone(Role::button, banner));
+}
+
+void UiAccessTest::theFirstTaskGrantsItself()
+{
+    setSwitch(u"IsEnabled"_s, false);
+    QVERIFY(PrivateDesktop::open(u"mousepad"_s, {}, u"Mousepad"_s));
+    ScriptedModel::writeAnswering(R"({"action":"type_text","text":"At the first go"})", orvane().modelPath());
+    QVERIFY(orvane().startShown());
+    QVERIFY(orvane().waitFor(Role::button, banner));
+    // Not typed: the hands of the test would switch access on themselves.
+    QVERIFY(orvane().press(Role::button, u"Take a screenshot and save it to Downloads"_s));
+    QVERIFY(orvane().waitForFocus(u"Tell your Mac what to do…"_s));
+    QVERIFY(!isAccessOn());
+    Screen::pressKey(u"Return"_s);
+    QVERIFY(orvane().waitFor(Role::label, u"Stopped: the same step was repeated."_s));
+    QVERIFY2(orvane().shows(Role::label, u"Typing “At the first go”"_s), qPrintable(orvane().described()));
+    QVERIFY(orvane().shows(
+        Role::label, u"Switched on accessibility, so that Orvane can read and operate applications."_s));
+    QVERIFY(orvane().waitForNone(Role::button, banner));
+    QVERIFY(isAccessOn());
+    VERIFY_SOON(textOfEditor() == u"At the first go"_s);
 }
 
 void UiAccessTest::theBannerGoesWhenAccessWasGrantedElsewhere()

@@ -77,6 +77,7 @@ QCoro::Task<void> RecordingAccessibility::requestTrust()
     co_await m_journal.begin(RecordedOperation::RequestTrust);
     m_journal.note(QStringLiteral("ask for the Accessibility permission"));
     prompts += 1;
+    trusted = trusted || !trustGivenByUser;
 }
 
 QCoro::Task<std::shared_ptr<AccessibilityTree>>

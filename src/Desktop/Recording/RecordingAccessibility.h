@@ -34,12 +34,14 @@ public:
     explicit RecordingAccessibility(RecordingJournal &journal) : m_journal(journal) {}
 
     bool trusted = true;
+    bool trustGivenByUser = true;     // else asking is enough
     int prompts = 0;                  // how often the user was asked for the permission
     QMap<qint64, RecordedTree> trees; // by process; an application without one has an empty tree
     int requests = 0;                 // reads of any number of elements
     qsizetype elementsRead = 0;
 
     QCoro::Task<bool> isProcessTrusted() override;
+    bool isTrustGivenByUser() const override { return trustGivenByUser; }
     QCoro::Task<void> requestTrust() override;
     QCoro::Task<std::shared_ptr<AccessibilityTree>> applicationTree(qint64 processIdentifier) override;
 

@@ -72,13 +72,9 @@ QCoro::Task<bool> AtspiAccessibility::isProcessTrusted()
 {
     const auto bus = m_bus;
     const auto canSendKeys = m_environment.canSendKeys;
-    try {
-        if (!co_await bus->isEnabled())
-            co_return false;
-        co_await bus->connection();
-    } catch (const PlatformError &) {
+    const bool isReady = co_await bus->isReady();
+    if (!isReady)
         co_return false;
-    }
     co_return co_await canSendKeys();
 }
 

@@ -38,6 +38,7 @@ public:
     QCoro::Task<bool> isProcessTrusted() override;
 
     // Nobody is asked on Linux: switches accessibility on, for applications that start from then on.
+    bool isTrustGivenByUser() const override { return false; }
     QCoro::Task<void> requestTrust() override;
 
     QCoro::Task<std::shared_ptr<AccessibilityTree>> applicationTree(qint64 processIdentifier) override;

@@ -5,14 +5,20 @@
 #include "Desktop/PlatformError.h"
 
 #include <QCoroDBusPendingCall>
+#include <QCoroTimer>
 #include <QDBusVariant>
+#include <QDeadlineTimer>
 #include <QUuid>
+
+using namespace std::chrono_literals;
 
 namespace {
 
 // Time enough for the service to be started by its first call.
 constexpr int launcherLimit = 2000; // ms
 constexpr int registryLimit = 500;  // ms
+constexpr auto readyLimit = 5s;
+constexpr auto readyPace = 50ms;
 
 const QString statusInterface = QStringLiteral("org.a11y.Status");
 const QString enabledProperty = QStringLiteral("IsEnabled");
@@ -50,6 +56,19 @@ QCoro::Task<QDBusConnection> AtspiBus::connection()
     co_return bus;
 }
 
+QCoro::Task<bool> AtspiBus::isReady()
+{
+    const auto self = shared_from_this();
+    try {
+        const bool enabled = co_await isEnabled();
+        if (enabled)
+            co_await connection();
+        co_return enabled;
+    } catch (const PlatformError &) {
+        co_return false;
+    }
+}
+
 QCoro::Task<bool> AtspiBus::isEnabled()
 {
     const auto self = shared_from_this();
@@ -64,6 +83,13 @@ QCoro::Task<void> AtspiBus::enable()
     const QVariant on = QVariant::fromValue(QDBusVariant(true));
     const QVariantList property{statusInterface, enabledProperty, on};
     co_await askLauncher(propertiesInterface, QStringLiteral("Set"), property);
+    // The bus itself is started by the first question for it, which can take its time on a busy machine.
+    const QDeadlineTimer deadline(readyLimit);
+    bool ready = co_await isReady();
+    while (!ready && !deadline.hasExpired()) {
+        co_await QCoro::sleepFor(readyPace);
+        ready = co_await isReady();
+    }
 }
 
 QCoro::Task<QDBusMessage> AtspiBus::askLauncher(QString interface, QString method, QVariantList arguments)

@@ -24,9 +24,13 @@ public:
     // be reached.
     QCoro::Task<QDBusConnection> connection();
 
-    // The switch. Both throw PlatformError when the session bus cannot be reached or nobody owns the switch.
+    // The switch. `enable` also waits, a few seconds at most, until the bus is ready. Both throw
+    // PlatformError when the session bus cannot be reached or nobody owns the switch.
     QCoro::Task<bool> isEnabled();
     QCoro::Task<void> enable();
+
+    // Whether the switch is on and the bus can be reached. Throws nothing.
+    QCoro::Task<bool> isReady();
 
     // Asks the applications to have their trees ready for bulk answers. Throws nothing: where it fails, trees
     // are read object by object.

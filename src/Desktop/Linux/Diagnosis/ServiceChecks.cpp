@@ -41,9 +41,8 @@ QString listed(const QStringList &names)
 DiagnosticCheck ServiceChecks::accessibility(Accessibility standing)
 {
     const DiagnosticCheck check{QStringLiteral("accessibility"), QStringLiteral("Accessibility")};
-    const QString letItStart =
-        QStringLiteral("Have Orvane carry out a task that clicks or types: it switches "
-                       "this on. Then quit and open again what was open before.");
+    const QString letItStart = QStringLiteral(
+        "Have Orvane carry out a task: it switches this on. Then quit and open again what was open before.");
     switch (standing) {
     case Accessibility::NoSessionBus:
         return check.absent(

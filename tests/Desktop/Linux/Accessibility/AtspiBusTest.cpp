@@ -40,6 +40,7 @@ private Q_SLOTS:
     void askingForTrustTurnsTheSwitch();
     void aBusThatDiesIsSaidClearly();
     void aBusThatComesBackIsFoundAgain();
+    void aServiceThatHasToStartIsWaitedFor();
 
 private:
     AtspiBench m_bench;
@@ -59,6 +60,18 @@ void AtspiBusTest::trustNeedsTheSwitchAndTheKeys()
 void AtspiBusTest::askingForTrustTurnsTheSwitch()
 {
     setEnabled(false);
+    QCoro::waitFor(m_bench.accessibility.requestTrust());
+    QVERIFY(QCoro::waitFor(m_bench.accessibility.isProcessTrusted()));
+}
+
+void AtspiBusTest::aServiceThatHasToStartIsWaitedFor()
+{
+    setEnabled(false);
+    const pid_t process = processOf(QDBusConnection::sessionBus(), launcher.service);
+    QVERIFY(process > 0);
+    ::kill(process, SIGKILL);
+    QTRY_COMPARE_WITH_TIMEOUT(processOf(QDBusConnection::sessionBus(), launcher.service), 0,
+                              AtspiBench::patience);
     QCoro::waitFor(m_bench.accessibility.requestTrust());
     QVERIFY(QCoro::waitFor(m_bench.accessibility.isProcessTrusted()));
 }

@@ -14,7 +14,26 @@ FocusScope {
         field.forceActiveFocus();
     }
 
+    // Writes a character into the field that nothing else in the window had a use for.
+    function typeKey(event: KeyEvent) {
+        const isCommand = event.modifiers & (Qt.ControlModifier | Qt.MetaModifier);
+        const isCharacter = event.text >= " " && event.text !== "\x7f";
+        event.accepted = field.enabled && isCharacter && !isCommand;
+        if (!event.accepted)
+            return;
+        focusField();
+        field.insert(field.cursorPosition, event.text);
+    }
+
     implicitHeight: 76
+
+    // A button that goes leaves the keyboard to the field.
+    Connections {
+        target: bar.content
+        function onIsRunningChanged() {
+            field.focus = true;
+        }
+    }
 
     RowLayout {
         anchors.fill: parent
@@ -64,20 +83,30 @@ FocusScope {
             onAccepted: bar.content.send()
         }
 
+        // Two buttons that take turns: a key that was meant for the one cannot press the other.
         IconButton {
             Layout.preferredWidth: 36
             Layout.preferredHeight: 36
-            text: bar.content.isRunning ? "Stop" : "Send"
-            help: bar.content.isRunning ? "Stop" : ""
-            symbol: bar.content.isRunning ? "stop.circle.fill" : "arrow.up.circle.fill"
-            symbolSize: bar.content.isRunning ? 22 : 24
-            tint: bar.content.isRunning ? Theme.primary : Theme.accent
-            onClicked: {
-                if (bar.content.isRunning)
-                    bar.content.stop();
-                else
-                    bar.content.send();
-            }
+            text: "Send"
+            symbol: "arrow.up.circle.fill"
+            symbolSize: 24
+            tint: Theme.accent
+            enabled: !bar.content.isRunning
+            visible: enabled
+            onClicked: bar.content.send()
+        }
+
+        IconButton {
+            Layout.preferredWidth: 36
+            Layout.preferredHeight: 36
+            text: "Stop"
+            help: "Stop"
+            symbol: "stop.circle.fill"
+            symbolSize: 22
+            tint: Theme.primary
+            enabled: bar.content.isRunning
+            visible: enabled
+            onClicked: bar.content.stop()
         }
     }
 }

@@ -26,6 +26,7 @@ FocusScope {
     }
 
     focus: true
+    Keys.onPressed: event => commandBar.typeKey(event)
 
     Connections {
         target: root.content

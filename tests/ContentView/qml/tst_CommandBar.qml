@@ -152,6 +152,50 @@ Item {
             compare(bar.content.calls, ["send "]);
         }
 
+        function test_afterAClickOnAButtonTheFieldHasTheKeyboard_data() {
+            return [{
+                    "tag": "Send",
+                    "runs": false
+                }, {
+                    "tag": "Stop",
+                    "runs": true
+                }];
+        }
+
+        function test_afterAClickOnAButtonTheFieldHasTheKeyboard(data) {
+            bar.content.isRunning = data.runs;
+            click(bar, data.tag);
+            bar.content.isRunning = !data.runs;
+            bar.content.isRunning = false;
+            verify(field.activeFocus);
+            keyClick("x");
+            compare(bar.content.input, "x");
+        }
+
+        function test_theKeyThatSendsNeverStops_data() {
+            return test_buttonByKeys_data();
+        }
+
+        // Whoever presses it once more while the task has begun already means nothing by it.
+        function test_theKeyThatSendsNeverStops(data) {
+            test_buttonByKeys(data);
+            bar.content.isRunning = true;
+            keyClick(data.key);
+            compare(bar.content.calls, ["send "]);
+            bar.content.isRunning = false;
+            verify(field.activeFocus);
+        }
+
+        function test_theKeyThatStopsNeverSends() {
+            bar.content.isRunning = true;
+            keyClick(Qt.Key_Tab);
+            compare(focused(root), named(bar, "Stop"));
+            keyClick(Qt.Key_Return);
+            bar.content.isRunning = false;
+            verify(field.activeFocus);
+            compare(bar.content.calls, ["stop"]);
+        }
+
         function test_longTextStaysInTheField() {
             bar.content.input = "A task that goes on and on ".repeat(20);
             verifyInside(field, bar);

@@ -307,6 +307,53 @@ Item {
             compare(content.calls, ["stop"]);
         }
 
+        // A task of one line that can be selected.
+        function showHistory(): Item {
+            content.layer = ContentViewModel.History;
+            content.turns.add("Open Finder").add("success", "Opened Finder.", false);
+            tryVerify(() => showing(view, "Opened Finder.") !== null);
+            return showing(view, "Opened Finder.");
+        }
+
+        function test_aClickOnTheHistoryLeavesTheFieldTheKeyboard() {
+            const line = showHistory();
+            mouseClick(line, 10, line.height / 2);
+            verify(field().activeFocus);
+        }
+
+        function test_whatIsTypedAfterSelectingGoesToTheField() {
+            const line = showHistory();
+            content.input = "Quit";
+            mouseDoubleClickSequence(line, 10, line.height / 2);
+            compare(line.selectedText, "Opened");
+            verify(line.activeFocus);
+            keyClick(Qt.Key_Left);
+            keyClick(Qt.Key_Escape);
+            verify(line.activeFocus);
+            keyClick("x");
+            verify(field().activeFocus);
+            compare(content.input, "Quitx");
+            compare(content.calls, []);
+        }
+
+        function test_commandsAreNotTyped() {
+            const line = showHistory();
+            mouseDoubleClickSequence(line, 10, line.height / 2);
+            keyClick(Qt.Key_C, Qt.ControlModifier);
+            keyClick(Qt.Key_B, Qt.ControlModifier);
+            keyClick(Qt.Key_Return);
+            compare(content.input, "");
+            verify(line.activeFocus);
+        }
+
+        function test_nothingIsTypedWhileATaskRuns() {
+            const line = showHistory();
+            content.isRunning = true;
+            mouseDoubleClickSequence(line, 10, line.height / 2);
+            keyClick("x");
+            compare(content.input, "");
+        }
+
         function test_announcements() {
             const messages = () => visibleItems(view).filter(item => item.Accessible.role === Accessible.AlertMessage);
             compare(messages().length, 0);

@@ -3,6 +3,7 @@
 
 #include "Models/LocalModel.h"
 #include "applications/support/PrivateDesktop.h"
+#include "ui/support/Pointer.h"
 
 #include <QDir>
 #include <QFile>
@@ -196,6 +197,16 @@ bool WindowDriver::press(const QString &role, const QString &name)
         return control.has_value();
     };
     return eventually(isThere) && m_accessible->press(*control);
+}
+
+bool WindowDriver::click(const QString &role, const QString &name)
+{
+    if (!waitFor(role, name))
+        return false;
+    const std::optional<AccessibleElement> control = find(role, name);
+    if (control)
+        Pointer::click(control->area.center());
+    return control.has_value();
 }
 
 QString WindowDriver::fieldText()

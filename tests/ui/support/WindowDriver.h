@@ -63,6 +63,8 @@ public:
 
     // Waits for the control, then presses it; false when it does not come or refuses.
     bool press(const QString &role, const QString &name);
+    // The same with the mouse, whether or not the control does anything.
+    bool click(const QString &role, const QString &name);
 
     // What stands in the command field.
     QString fieldText();

@@ -28,12 +28,29 @@ FocusScope {
     focus: true
     Keys.onPressed: event => commandBar.typeKey(event)
 
+    // The question can be answered from wherever the focus has got to; the card has its own keys.
+    Shortcut {
+        sequences: ["Return", "Enter"]
+        autoRepeat: false
+        enabled: root.content.isConfirming && !card.activeFocus
+        onActivated: root.content.resolve(true)
+    }
+
+    Shortcut {
+        sequence: "Escape"
+        autoRepeat: false
+        enabled: root.content.isConfirming && !card.activeFocus
+        onActivated: root.content.resolve(false)
+    }
+
     Connections {
         target: root.content
         function onFocusRequested() {
             root.takeFocus();
         }
         function onConfirmationChanged() {
+            // A question comes before everything else that takes keys.
+            menu.close();
             root.takeFocus();
         }
         function onAnnouncementChanged() {

@@ -126,7 +126,8 @@ void ContentViewModel::useSuggestion(int suggestion)
 
 void ContentViewModel::selectModel(int choice)
 {
-    m_setup.select(choice);
+    if (!isRunning())
+        m_setup.select(choice);
 }
 
 void ContentViewModel::grantAccess()

@@ -90,9 +90,9 @@ public:
     Q_INVOKABLE void resolve(bool approved);
     // Puts an example into the field; the user sends it.
     Q_INVOKABLE void useSuggestion(int suggestion);
-    Q_INVOKABLE void selectModel(int choice);
     Q_INVOKABLE void grantAccess();
-    // Does nothing while a task runs.
+    // These do nothing while a task runs: it plans with the selected model, and writes into the history.
+    Q_INVOKABLE void selectModel(int choice);
     Q_INVOKABLE void clearHistory();
 
 Q_SIGNALS:

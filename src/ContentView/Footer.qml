@@ -34,6 +34,7 @@ Item {
             names: footer.content.modelNames
             selected: footer.content.selectedModel
             visible: footer.content.canChooseModel
+            enabled: !footer.content.isRunning
             onChosen: index => footer.content.selectModel(index)
         }
 

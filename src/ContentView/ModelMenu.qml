@@ -26,9 +26,11 @@ PaletteButton {
     Keys.onUpPressed: openMenu()
     Keys.onDownPressed: openMenu()
     onClicked: openMenu()
+    onEnabledChanged: menu.close()
 
     contentItem: Row {
         spacing: 6
+        opacity: button.enabled ? 1 : 0.4
 
         Text {
             anchors.verticalCenter: parent.verticalCenter
@@ -67,6 +69,7 @@ PaletteButton {
                 text: modelData
                 choice: true
                 current: index === button.selected
+                enabled: button.enabled
                 onTriggered: button.chosen(index)
             }
             // qmllint enable unqualified

@@ -58,6 +58,7 @@ private Q_SLOTS:
     void theHistoryIsClearedOnlyBetweenTasks();
 
     void theFooterOffersTheModelsOnceOneIsLoaded();
+    void theModelStaysWhileATaskRuns();
     void withoutTheAccessThereIsABanner();
     void theAccessIsLookedAtWhenTheUserComesBack_data();
     void theAccessIsLookedAtWhenTheUserComesBack();
@@ -271,6 +272,24 @@ void ContentViewModelTest::theFooterOffersTheModelsOnceOneIsLoaded()
     QCOMPARE(bench.content.modelNames().size(), LocalModel::catalog().size());
     bench.content.selectModel(1);
     QCOMPARE(bench.content.modelName(), LocalModel::catalog()[1].name);
+    QCOMPARE(bench.content.selectedModel(), 1);
+}
+
+void ContentViewModelTest::theModelStaysWhileATaskRuns()
+{
+    WindowBench bench;
+    QVERIFY(bench.waitUntilLoaded());
+    Gate gate;
+    bench.engine->beforeReply = [&gate] { return gate.passed(); };
+    bench.engine->replies = {done(u"Done."_s)};
+    bench.content.setInput(u"anything"_s);
+    bench.content.send();
+    bench.content.selectModel(1);
+    QCOMPARE(bench.content.selectedModel(), 0);
+    gate.open();
+    QVERIFY(bench.waitForEnd());
+    QCOMPARE(bench.lastTurn().summary, u"Done."_s);
+    bench.content.selectModel(1);
     QCOMPARE(bench.content.selectedModel(), 1);
 }
 

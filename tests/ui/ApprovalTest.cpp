@@ -44,6 +44,8 @@ private Q_SLOTS:
     void aStepIsAllowed();
     void aStepIsRefused_data();
     void aStepIsRefused();
+    void aStepIsAnsweredAfterAClickElsewhere_data();
+    void aStepIsAnsweredAfterAClickElsewhere();
     void theStopButtonRefuses();
     void aQuestionOutlivesTheWindow();
     void anAllowedKeyGoesToTheOtherApplication();
@@ -115,6 +117,38 @@ void UiApprovalTest::aStepIsRefused()
     QVERIFY(orvane().waitForEndOfRun());
     QVERIFY(orvane().waitForFocus(u"Tell your Mac what to do…"_s));
     QVERIFY(QFile::exists(receipts()));
+}
+
+void UiApprovalTest::aStepIsAnsweredAfterAClickElsewhere_data()
+{
+    QTest::addColumn<QString>("role");
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<bool>("allowed");
+    QTest::newRow("the menu of models, Return")
+        << Role::button << u"Qwen2.5 1.5B Instruct"_s << u"Return"_s << true;
+    QTest::newRow("the menu of models, Escape")
+        << Role::button << u"Qwen2.5 1.5B Instruct"_s << u"Escape"_s << false;
+    QTest::newRow("the footer, Return") << Role::label << u"On-device"_s << u"Return"_s << true;
+    QTest::newRow("the question, Return") << Role::label << trashReason << u"Return"_s << true;
+    QTest::newRow("the question, Escape") << Role::label << trashReason << u"Escape"_s << false;
+}
+
+void UiApprovalTest::aStepIsAnsweredAfterAClickElsewhere()
+{
+    QFETCH(QString, role);
+    QFETCH(QString, name);
+    QFETCH(QString, key);
+    QFETCH(bool, allowed);
+    writeReceipts();
+    QVERIFY(ask(trashReply, trashReason));
+    QVERIFY(orvane().click(role, name));
+    QVERIFY(answer(key, {}));
+    if (allowed)
+        VERIFY_SOON(isInTrash());
+    QVERIFY(orvane().waitForEndOfRun());
+    QCOMPARE(isInTrash(), allowed);
+    QCOMPARE(orvane().shows(Role::label, u"Declined: "_s + trashTitle), !allowed);
 }
 
 void UiApprovalTest::theStopButtonRefuses()

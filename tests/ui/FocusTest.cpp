@@ -7,6 +7,13 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+const QString modelName = u"Qwen2.5 1.5B Instruct"_s;
+const QString otherModelName = u"Llama 3.2 3B Instruct"_s;
+
+} // namespace
+
 class UiFocusTest : public UiTest
 {
     Q_OBJECT
@@ -16,6 +23,7 @@ private Q_SLOTS:
     void afterAClickOnStopTheFieldTakesWhatIsTyped();
     void afterAClickOnTheHistoryTheFieldTakesWhatIsTyped_data();
     void afterAClickOnTheHistoryTheFieldTakesWhatIsTyped();
+    void theModelCannotBeSwitchedWhileATaskRuns();
 
 private:
     bool startBabbling();
@@ -83,6 +91,17 @@ void UiFocusTest::afterAClickOnTheHistoryTheFieldTakesWhatIsTyped()
     for (int click = 0; click < clicks; ++click)
         Pointer::click(word);
     QVERIFY(typedTextArrives());
+}
+
+void UiFocusTest::theModelCannotBeSwitchedWhileATaskRuns()
+{
+    QVERIFY(startBabbling());
+    QVERIFY(orvane().click(Role::button, modelName));
+    QVERIFY(orvane().waitForEndOfRun());
+    QVERIFY(!orvane().shows(Role::menuItem, otherModelName));
+    QVERIFY(orvane().shows(Role::label, u"I couldn't work out a plan for that."_s));
+    QVERIFY(orvane().click(Role::button, modelName));
+    QVERIFY(orvane().waitFor(Role::menuItem, otherModelName));
 }
 
 QTEST_GUILESS_MAIN(UiFocusTest)

@@ -252,6 +252,55 @@ Item {
             compare(content.calls, [data.call]);
         }
 
+        function test_cardKeysFromElsewhere_data() {
+            return test_cardKeys_data();
+        }
+
+        function test_cardKeysFromElsewhere(data) {
+            content.trusted = false;
+            run();
+            for (const name of ["Grant Accessibility access", "Stop"]) {
+                content.calls = [];
+                content.ask("Quit Mail?");
+                named(view, name).forceActiveFocus(Qt.TabFocusReason);
+                keyClick(data.key);
+                compare(content.calls, [data.call]);
+            }
+        }
+
+        function test_clicksLeaveTheCardTheKeyboard() {
+            content.trusted = false;
+            run();
+            content.ask("Quit Mail?");
+            for (const name of ["Grant Accessibility access", "Qwen2.5 1.5B", "On-device"]) {
+                click(view, name);
+                compare(focused(root), named(view, "Confirm action"), name);
+            }
+            compare(content.calls, ["grantAccess"]);
+        }
+
+        function test_returnAllowsWhileTheQuestionIsSelected() {
+            run();
+            content.ask("Quit Mail?");
+            const question = showing(named(view, "Confirm action"), "Quit Mail?");
+            mouseDoubleClickSequence(question, 5, question.height / 2);
+            compare(question.selectedText, "Quit");
+            keyClick(Qt.Key_Return);
+            compare(content.calls, ["resolve true"]);
+        }
+
+        function test_aQuestionTakesTheKeyboardFromTheMenu() {
+            run();
+            view.openMenu();
+            const all = root.Window.contentItem;
+            tryVerify(() => named(all, "Hide") !== null);
+            content.ask("Quit Mail?");
+            tryVerify(() => named(all, "Hide") === null);
+            compare(focused(root), named(view, "Confirm action"));
+            keyClick(Qt.Key_Escape);
+            compare(content.calls, ["resolve false"]);
+        }
+
         function test_cardFadesWithItsTextAndAnswersOnce() {
             run();
             content.ask("Quit Mail?");

@@ -132,6 +132,19 @@ Item {
             tryVerify(() => button.activeFocus, 1000, "the focus returns, not " + focused(root));
         }
 
+        function test_noMenuWhileATaskRuns() {
+            const button = named(footer, "Qwen2.5 1.5B");
+            footer.content.isRunning = true;
+            verify(!button.enabled);
+            mouseClick(button);
+            compare(named(everything(), "Qwen2.5 3B"), null);
+            footer.content.isRunning = false;
+            openMenu();
+            footer.content.isRunning = true;
+            tryVerify(() => named(everything(), "Qwen2.5 3B") === null);
+            compare(footer.content.calls, []);
+        }
+
         function test_menuByScreenReader() {
             press(footer, "Qwen2.5 1.5B");
             tryVerify(() => named(everything(), "Qwen2.5 3B") !== null);

@@ -9,6 +9,11 @@ FocusScope {
     id: bar
 
     required property ContentViewModel content
+    readonly property alias field: field
+    property alias keepsSelection: field.persistentSelection // while something else has the focus
+
+    // A right click in the field.
+    signal menuRequested
 
     function focusField() {
         field.forceActiveFocus();
@@ -81,6 +86,17 @@ FocusScope {
             Accessible.readOnly: !enabled
             onTextChanged: bar.content.input = text
             onAccepted: bar.content.send()
+
+            // Before the field itself, which would give its selection up.
+            MouseArea {
+                anchors.fill: parent
+                acceptedButtons: Qt.RightButton
+                cursorShape: Qt.IBeamCursor
+                onClicked: {
+                    bar.focusField();
+                    bar.menuRequested();
+                }
+            }
         }
 
         // Two buttons that take turns: a key that was meant for the one cannot press the other.

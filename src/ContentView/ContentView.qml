@@ -2,6 +2,7 @@
 // Everything in the window: the command bar, what the middle shows, and the footer; the question about a risky action
 // lies over the middle.
 import QtQuick
+import QtQuick.Controls.Basic
 import QtQuick.Layouts
 import Orvane.ContentView
 
@@ -21,8 +22,20 @@ FocusScope {
             commandBar.focusField();
     }
 
+    // The reply goes at the end of a task, and must not take the keyboard along with what is selected in it.
+    function reclaimFocus() {
+        if (!root.Window.activeFocusItem?.visible)
+            takeFocus();
+    }
+
     function openMenu() {
+        menu.field = commandBar.field.activeFocus ? commandBar.field : null;
         menu.popup(commandBar, Theme.margin, commandBar.height);
+    }
+
+    function openMenuAtPointer(field: TextField) {
+        menu.field = field;
+        menu.popup();
     }
 
     focus: true
@@ -53,6 +66,9 @@ FocusScope {
             menu.close();
             root.takeFocus();
         }
+        function onIsRunningChanged() {
+            Qt.callLater(root.reclaimFocus);
+        }
         function onAnnouncementChanged() {
             announcer.say(root.content.announcement);
         }
@@ -60,7 +76,7 @@ FocusScope {
 
     TapHandler {
         acceptedButtons: Qt.RightButton
-        onTapped: menu.popup()
+        onTapped: root.openMenuAtPointer(null)
     }
 
     Announcer {
@@ -77,6 +93,8 @@ FocusScope {
             Layout.fillWidth: true
             focus: true
             content: root.content
+            keepsSelection: menu.visible
+            onMenuRequested: root.openMenuAtPointer(field)
         }
 
         Rectangle {

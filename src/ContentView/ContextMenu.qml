@@ -1,17 +1,43 @@
 // SPDX-License-Identifier: Apache-2.0
-// What the window can do besides its tasks.
+// What the window can do besides its tasks, and what can be done with the text of the field that it was opened on.
 import QtQuick
+import QtQuick.Controls.Basic
 import Orvane.ContentView
 
 PaletteMenu {
     id: menu
 
     required property ContentViewModel content
+    property TextField field: null // none where the menu is that of the window alone
 
     signal hideRequested
     signal quitRequested
 
     title: "Orvane"
+
+    PaletteMenuItem {
+        text: "Cut"
+        keys: "Ctrl+X"
+        offered: menu.field !== null
+        enabled: offered && menu.field.selectedText !== ""
+        onTriggered: menu.field.cut()
+    }
+
+    PaletteMenuItem {
+        text: "Copy"
+        keys: "Ctrl+C"
+        offered: menu.field !== null
+        enabled: offered && menu.field.selectedText !== ""
+        onTriggered: menu.field.copy()
+    }
+
+    PaletteMenuItem {
+        text: "Paste"
+        keys: "Ctrl+V"
+        offered: menu.field !== null
+        enabled: offered && menu.field.canPaste
+        onTriggered: menu.field.paste()
+    }
 
     PaletteMenuItem {
         text: "Clear History"

@@ -40,9 +40,9 @@ Item {
                 font.weight: Font.Medium
             }
 
-            SelectableText {
+            GrowingText {
                 width: column.width
-                text: live.preview
+                source: live.preview
                 font.pixelSize: 11
                 color: Theme.secondary
                 visible: text !== ""

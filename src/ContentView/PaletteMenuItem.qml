@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// A row of a menu: a tick where it is the current choice, and the keys that do the same.
+// A row of a menu: a tick where it is the current choice, and the keys that do the same. It takes no room while it is
+// not offered.
 import QtQuick
 import QtQuick.Controls.Basic
 import QtQuick.Layouts
@@ -10,10 +11,12 @@ MenuItem {
     property bool choice: false // one of several, of which one is current
     property bool current: false
     property string keys: ""
+    property bool offered: true
     readonly property string shownKeys: keys === "" ? "" : shortcut.nativeText
 
     implicitWidth: Math.max(implicitContentWidth + leftPadding + rightPadding, 160)
-    implicitHeight: 30
+    implicitHeight: offered ? 30 : 0
+    visible: offered
     leftPadding: choice ? 8 : 12
     rightPadding: 12
     topPadding: 0

@@ -385,6 +385,19 @@ Item {
             compare(content.calls, []);
         }
 
+        function test_theReplysEndGivesTheFieldTheKeyboard() {
+            showHistory();
+            content.isRunning = true;
+            content.streamPreview = "action open";
+            tryVerify(() => showing(view, "action open")?.width > 0);
+            const preview = showing(view, "action open");
+            preview.select(0, 6);
+            verify(preview.activeFocus);
+            content.streamPreview = "";
+            content.isRunning = false;
+            tryVerify(() => field().activeFocus);
+        }
+
         function test_commandsAreNotTyped() {
             const line = showHistory();
             mouseDoubleClickSequence(line, 10, line.height / 2);
@@ -430,13 +443,61 @@ Item {
             tryVerify(() => named(all, "Clear History") === null);
         }
 
+        function test_rightClickInTheField() {
+            content.input = "Open Safari";
+            field().select(0, 5);
+            const all = root.Window.contentItem;
+            mouseClick(field(), 60, field().height / 2, Qt.RightButton);
+            for (const name of ["Cut", "Copy", "Paste", "Clear History", "Hide", "Quit"])
+                tryVerify(() => named(all, name) !== null);
+            tryVerify(() => named(all, "Copy").y > named(all, "Cut").y);
+            click(all, "Cut");
+            compare(content.input, "Safari");
+            tryVerify(() => field().activeFocus);
+            mouseClick(field(), 60, field().height / 2, Qt.RightButton);
+            tryVerify(() => named(all, "Paste") !== null);
+            tryVerify(() => named(all, "Paste").y > named(all, "Copy").y);
+            verify(!named(all, "Cut").enabled);
+            verify(!named(all, "Copy").enabled);
+            click(all, "Paste");
+            compare(content.input, "Open Safari");
+            tryVerify(() => field().activeFocus);
+        }
+
+        function test_rightClickElsewhere() {
+            mouseClick(field(), 60, field().height / 2, Qt.RightButton);
+            const all = root.Window.contentItem;
+            tryVerify(() => named(all, "Paste") !== null);
+            keyClick(Qt.Key_Escape);
+            tryVerify(() => named(all, "Hide") === null);
+            mouseClick(view, 40, 300, Qt.RightButton);
+            tryVerify(() => named(all, "Hide") !== null);
+            compare(named(all, "Paste"), null);
+            compare(named(all, "Clear History").mapToItem(named(all, "Orvane"), 0, 0).y, 5);
+            keyClick(Qt.Key_Escape);
+        }
+
         function test_contextMenuByKeys() {
+            named(view, "Send").forceActiveFocus(Qt.TabFocusReason);
             view.openMenu();
             const all = root.Window.contentItem;
             tryVerify(() => named(all, "Clear History") !== null);
+            compare(named(all, "Cut"), null);
             keyClick(Qt.Key_Down);
             keyClick(Qt.Key_Return);
             compare(content.calls, ["clearHistory"]);
+            tryVerify(() => named(view, "Send").activeFocus);
+        }
+
+        function test_fieldsMenuByKeys() {
+            content.input = "Open Safari";
+            field().select(0, 5);
+            view.openMenu();
+            const all = root.Window.contentItem;
+            tryVerify(() => named(all, "Cut") !== null);
+            keyClick(Qt.Key_Down);
+            keyClick(Qt.Key_Return);
+            compare(content.input, "Safari");
             tryVerify(() => field().activeFocus);
         }
 

@@ -98,6 +98,40 @@ Item {
             compare(preview.selectedText, "action");
         }
 
+        function test_selectionSurvivesTheNextPiece_data() {
+            return [{
+                    "tag": "a word",
+                    "select": preview => preview.select(0, 6)
+                }, {
+                    "tag": "backwards",
+                    "select": preview => preview.select(11, 3)
+                }, {
+                    "tag": "all",
+                    "select": preview => preview.selectAll()
+                }];
+        }
+
+        function test_selectionSurvivesTheNextPiece(data) {
+            content.turns.add("One");
+            content.isRunning = true;
+            content.streamPreview = "action open";
+            const preview = showing(history, "action open");
+            data.select(preview);
+            const selected = preview.selectedText;
+            const position = preview.cursorPosition;
+            verify(selected !== "");
+            content.streamPreview = "action open app";
+            content.streamPreview = "action open app\nSafari 🧭";
+            compare(preview.text, content.streamPreview);
+            compare(preview.selectedText, selected);
+            compare(preview.cursorPosition, position);
+            content.streamPreview = "";
+            compare(preview.text, "");
+            content.streamPreview = "other";
+            compare(preview.text, "other");
+            compare(preview.selectedText, "");
+        }
+
         function test_scrollsToTheNewTurn() {
             fill(30);
             content.turns.add("The last");

@@ -102,8 +102,8 @@ Item {
         function test_menuByKey(data) {
             keyClick(data.key, data.modifiers);
             tryVerify(() => named(main.contentItem, "Clear History") !== null);
-            keyClick(Qt.Key_Down);
-            keyClick(Qt.Key_Down);
+            for (let presses = 0; presses < 6 && !named(main.contentItem, "Hide").highlighted; ++presses)
+                keyClick(Qt.Key_Down);
             keyClick(Qt.Key_Return);
             tryVerify(() => !main.visible, 1000, "Hide closes");
         }

@@ -34,6 +34,16 @@ void Pointer::click(QPoint position)
     xdotool(move(position) + QStringList{u"click"_s, u"1"_s});
 }
 
+void Pointer::doubleClick(QPoint position)
+{
+    xdotool(move(position) + QStringList{u"click"_s, u"--repeat"_s, u"2"_s, u"--delay"_s, u"20"_s, u"1"_s});
+}
+
+void Pointer::rightClick(QPoint position)
+{
+    xdotool(move(position) + QStringList{u"click"_s, u"3"_s});
+}
+
 void Pointer::wheelUp()
 {
     xdotool({u"click"_s, u"4"_s});

@@ -9,6 +9,8 @@ namespace Pointer {
 
 void moveTo(QPoint position);
 void click(QPoint position);
+void doubleClick(QPoint position);
+void rightClick(QPoint position);
 void wheelUp(); // one notch
 
 // Presses the left button there, moves on to the other place in steps as a hand does, and lets go.

@@ -24,6 +24,7 @@ ContentViewModel::ContentViewModel(ModelManager &models, AgentSession &session, 
     connect(&session, &AgentSession::logEntryChanged, this, &ContentViewModel::announceFailure);
     // A task may have switched access on.
     connect(&session, &AgentSession::logEntryAppended, this, [this] { m_trust = refreshTrust(); });
+    connect(&session, &AgentSession::turnFinished, this, &ContentViewModel::announceSummary);
     m_trust = refreshTrust();
 }
 
@@ -186,4 +187,9 @@ void ContentViewModel::announceFailure(int turnIndex, int entryIndex)
 {
     if (m_session.turns()[turnIndex].log[entryIndex].kind == LogEntry::Kind::failure)
         announceEntry(turnIndex, entryIndex);
+}
+
+void ContentViewModel::announceSummary(int turnIndex)
+{
+    announce(m_turns.index(turnIndex).data(TurnListModel::SummaryRole).toString());
 }

@@ -114,6 +114,7 @@ private:
     void announce(const QString &text);
     void announceEntry(int turnIndex, int entryIndex);
     void announceFailure(int turnIndex, int entryIndex);
+    void announceSummary(int turnIndex);
 
     ModelManager &m_models;
     AgentSession &m_session;

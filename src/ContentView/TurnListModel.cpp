@@ -12,6 +12,7 @@ TurnListModel::TurnListModel(const AgentSession &session, QObject *parent)
             [this](int turn, int entry) { m_logs[turn]->append(m_session.turns()[turn].log[entry]); });
     connect(&session, &AgentSession::logEntryChanged, this,
             [this](int turn, int entry) { m_logs[turn]->change(entry, m_session.turns()[turn].log[entry]); });
+    connect(&session, &AgentSession::turnFinished, this, &TurnListModel::finish);
 }
 
 int TurnListModel::rowCount(const QModelIndex &parent) const
@@ -27,12 +28,14 @@ QVariant TurnListModel::data(const QModelIndex &index, int role) const
         return m_commands[index.row()];
     if (role == LogRole)
         return QVariant::fromValue(m_logs[index.row()]);
+    if (role == SummaryRole)
+        return m_summaries[index.row()];
     return {};
 }
 
 QHash<int, QByteArray> TurnListModel::roleNames() const
 {
-    return {{CommandRole, "command"}, {LogRole, "log"}};
+    return {{CommandRole, "command"}, {LogRole, "log"}, {SummaryRole, "summary"}};
 }
 
 void TurnListModel::append(int turnIndex)
@@ -41,15 +44,30 @@ void TurnListModel::append(int turnIndex)
     beginInsertRows({}, turnIndex, turnIndex);
     m_commands.append(turn.command);
     m_logs.append(new LogListModel(turn.log, this));
+    m_summaries.append(shownSummary(turn));
     endInsertRows();
+}
+
+void TurnListModel::finish(int turnIndex)
+{
+    m_summaries[turnIndex] = shownSummary(m_session.turns()[turnIndex]);
+    Q_EMIT dataChanged(index(turnIndex), index(turnIndex), {SummaryRole});
 }
 
 void TurnListModel::clear()
 {
     beginResetModel();
     m_commands.clear();
+    m_summaries.clear();
     // The view lets go of them when the reset is over.
     for (LogListModel *log : std::exchange(m_logs, {}))
         log->deleteLater();
     endResetModel();
+}
+
+QString TurnListModel::shownSummary(const Turn &turn)
+{
+    const QString summary = turn.summary.value_or(QString());
+    const bool isLastLine = !turn.log.isEmpty() && turn.log.constLast().text == summary;
+    return isLastLine ? QString() : summary;
 }

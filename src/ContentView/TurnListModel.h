@@ -16,7 +16,8 @@ class TurnListModel : public QAbstractListModel
     QML_UNCREATABLE("Made by the content view model")
 
 public:
-    enum Role { CommandRole = Qt::UserRole, LogRole };
+    // The summary is empty unless it says something that the last line of the log does not.
+    enum Role { CommandRole = Qt::UserRole, LogRole, SummaryRole };
 
     explicit TurnListModel(const AgentSession &session, QObject *parent = nullptr);
 
@@ -26,9 +27,12 @@ public:
 
 private:
     void append(int turnIndex);
+    void finish(int turnIndex);
     void clear();
+    static QString shownSummary(const Turn &turn);
 
     const AgentSession &m_session;
     QStringList m_commands;
+    QStringList m_summaries;
     QList<LogListModel *> m_logs; // owned as children
 };

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// One task: what the user asked for, and what became of it line by line.
+// One task: what the user asked for, what became of it line by line, and a closing word where there is one.
 import QtQuick
 import Orvane.ContentView
 
@@ -8,6 +8,7 @@ Column {
 
     required property string command
     required property LogListModel log
+    required property string summary
 
     spacing: 8
     leftPadding: Theme.margin
@@ -29,5 +30,13 @@ Column {
         LogRow {
             width: parent.width - 2 * Theme.margin
         }
+    }
+
+    SelectableText {
+        leftPadding: 24 // in line with the log's texts
+        width: turn.width - 2 * Theme.margin
+        text: turn.summary
+        font.pixelSize: 13
+        visible: text !== ""
     }
 }

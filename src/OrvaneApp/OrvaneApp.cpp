@@ -30,7 +30,6 @@ void OrvaneApp::start(AppDelegate::StartUp startUp)
     followTheDesktop();
     connect(&HotKey::shared(), &HotKey::summonPalette, &m_content, &ContentViewModel::summoned);
     m_delegate.applicationDidFinishLaunching(startUp);
-    m_content.appear();
 }
 
 void OrvaneApp::loadWindow()
@@ -42,6 +41,10 @@ void OrvaneApp::loadWindow()
     if (!m_window)
         throw PlatformError(u"The window's views cannot be loaded; is this installation complete?"_s);
     m_window->installEventFilter(this);
+    // Once the window is on its way to the screen. One that waits in the background may wait for days, and
+    // takes no memory for a model meanwhile.
+    connect(m_window.get(), &QWindow::visibleChanged, &m_content, &ContentViewModel::appear,
+            Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));
     m_shell.windowStyler.style(*m_window);
 }
 

@@ -67,6 +67,7 @@ private Q_SLOTS:
 
     void stepsQuestionsAndEndsAreAnnounced();
     void aFailedStepIsAnnounced();
+    void aSummaryIsAnnouncedWhereTheLastLineDoesNotSayIt();
 };
 
 void ContentViewModelTest::withoutAModelTheSetupShows()
@@ -371,6 +372,19 @@ void ContentViewModelTest::aFailedStepIsAnnounced()
     QCOMPARE(said.size(), 3);
     QCOMPARE(said[1], bench.lastTurn().log[0].text);
     QVERIFY(said[1] != said[0]);
+}
+
+void ContentViewModelTest::aSummaryIsAnnouncedWhereTheLastLineDoesNotSayIt()
+{
+    WindowBench bench;
+    QVERIFY(bench.waitUntilLoaded());
+    bench.engine->replies = {quitApp(u"Mail"_s)};
+    bench.content.setInput(u"quit Mail"_s);
+    bench.content.send();
+    QVERIFY(bench.waitForPending());
+    bench.content.resolve(false);
+    QVERIFY(bench.waitForEnd());
+    QCOMPARE(bench.content.announcement(), u"I didn't do that, as requested."_s);
 }
 
 QTEST_GUILESS_MAIN(ContentViewModelTest)

@@ -33,6 +33,8 @@ private Q_SLOTS:
     void turnsAppearOldestFirst();
     void linesAppearAndChangeInPlace();
     void aModelMadeLaterShowsWhatThereIs();
+    void aSummaryShowsWhereTheLastLineDoesNotSayIt_data();
+    void aSummaryShowsWhereTheLastLineDoesNotSayIt();
     void clearingTheHistoryEmptiesTheList();
     void rolesHaveTheNamesThatTheViewsUse();
 };
@@ -78,6 +80,38 @@ void TurnListModelTest::aModelMadeLaterShowsWhatThereIs()
     QCOMPARE(textOf(*logOf(turns, 0), 0), u"Done."_s);
 }
 
+void TurnListModelTest::aSummaryShowsWhereTheLastLineDoesNotSayIt_data()
+{
+    QTest::addColumn<QStringList>("replies");
+    QTest::addColumn<QString>("shown");
+    QTest::newRow("done") << QStringList{done(u"Done."_s)} << QString();
+    QTest::newRow("refused") << QStringList{quitApp(u"Mail"_s)} << u"I didn't do that, as requested."_s;
+    QTest::newRow("failed") << QStringList{u"no"_s, u"no"_s, u"no"_s} << QString();
+}
+
+void TurnListModelTest::aSummaryShowsWhereTheLastLineDoesNotSayIt()
+{
+    QFETCH(QStringList, replies);
+    QFETCH(QString, shown);
+    SessionBench bench;
+    TurnListModel turns(*bench.session);
+    const QAbstractItemModelTester tester(&turns);
+    for (const QString &reply : replies)
+        bench.engine->replies.append(reply);
+    connect(bench.session.get(), &AgentSession::pendingChanged, this, [&bench] {
+        if (bench.session->pending())
+            bench.session->resolve(false);
+    });
+    bench.session->submit(u"Quit Mail"_s);
+    QCOMPARE(turns.data(turns.index(0), TurnListModel::SummaryRole).toString(), QString());
+    const QSignalSpy changes(&turns, &TurnListModel::dataChanged);
+    QVERIFY(bench.waitForEnd());
+    QCOMPARE(turns.data(turns.index(0), TurnListModel::SummaryRole).toString(), shown);
+    QCOMPARE(changes.size(), 1);
+    const TurnListModel later(*bench.session);
+    QCOMPARE(later.data(later.index(0), TurnListModel::SummaryRole).toString(), shown);
+}
+
 void TurnListModelTest::clearingTheHistoryEmptiesTheList()
 {
     SessionBench bench;
@@ -102,7 +136,7 @@ void TurnListModelTest::rolesHaveTheNamesThatTheViewsUse()
         std::sort(list.begin(), list.end());
         return list.join(' ');
     };
-    QCOMPARE(names(turns), "command log");
+    QCOMPARE(names(turns), "command log summary");
     QCOMPARE(names(log), "running spoken symbol symbolRole text textRole");
 }
 

@@ -93,6 +93,7 @@ private Q_SLOTS:
     void withoutAHotKeyTheWindowComesAllTheSame();
     void theFirstWindowComesForwardWithTheTokenOfTheStart();
     void inTheBackgroundNothingShows();
+    void inTheBackgroundNoModelIsLoadedBeforeTheWindowIsShown();
 
     void theHotKeyHidesAWindowThatTheUserIsIn();
     void theHotKeyHidesTheApplicationWhereThatCanBe();
@@ -162,6 +163,20 @@ void OrvaneAppTest::inTheBackgroundNothingShows()
     QCOMPARE(bench.shell.windowStyler.broughtForward.size(), 0);
     QVERIFY(bench.pressHotKey());
     QTRY_VERIFY(bench.isShown());
+}
+
+void OrvaneAppTest::inTheBackgroundNoModelIsLoadedBeforeTheWindowIsShown()
+{
+    ApplicationBench bench(StartUp::Hidden);
+    QCoreApplication::processEvents();
+    QCOMPARE(bench.engine->loadedPaths.size(), 0);
+    QVERIFY(bench.pressHotKey());
+    QVERIFY(bench.waitUntilLoaded());
+    bench.window->close();
+    QVERIFY(bench.pressHotKey());
+    QTRY_VERIFY(bench.isShown());
+    QCoreApplication::processEvents();
+    QCOMPARE(bench.engine->loadedPaths.size(), 1);
 }
 
 void OrvaneAppTest::theHotKeyHidesAWindowThatTheUserIsIn()

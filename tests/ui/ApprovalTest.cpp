@@ -114,6 +114,7 @@ void UiApprovalTest::aStepIsRefused()
     QVERIFY(ask(trashReply, trashReason));
     QVERIFY(answer(key, u"Cancel"_s));
     QVERIFY(orvane().waitFor(Role::label, u"Declined: "_s + trashTitle));
+    QVERIFY(orvane().waitFor(Role::label, u"I didn't do that, as requested."_s));
     QVERIFY(orvane().waitForEndOfRun());
     QVERIFY(orvane().waitForFocus(u"Tell your Mac what to do…"_s));
     QVERIFY(QFile::exists(receipts()));

@@ -31,6 +31,7 @@ private Q_SLOTS:
     void aSecondStartBringsAClosedWindowBack();
     void aSecondStartComesOverAnotherApplication();
     void startedInTheBackgroundItIsHidden();
+    void startedInTheBackgroundItLeavesTheModelAlone();
     void toggleWithoutARunningProgramShowsTheWindow();
     void aSummonCentresAMovedWindow();
     void aTaskGoesOnWithoutTheWindow();
@@ -105,6 +106,19 @@ void UiShellTest::startedInTheBackgroundItIsHidden()
     QVERIFY(orvane().waitForActive());
     QVERIFY(orvane().waitForFocus(fieldName));
     VERIFY_SOON(isCentred());
+}
+
+// A broken model that is replaced in time was never looked at.
+void UiShellTest::startedInTheBackgroundItLeavesTheModelAlone()
+{
+    PrivateDesktop::write(orvane().modelPath(), "no model at all");
+    QVERIFY(orvane().start({u"--background"_s}));
+    VERIFY_SOON(runningInstance() == orvane().process());
+    QCOMPARE(orvane().startOnceMore({u"--background"_s}), 0); // answered once the program has come up
+    orvane().installPracticeModel();
+    QCOMPARE(orvane().startOnceMore(), 0);
+    QVERIFY(orvane().waitForActive());
+    QVERIFY(orvane().waitFor(Role::label, u"Try"_s));
 }
 
 void UiShellTest::toggleWithoutARunningProgramShowsTheWindow()

@@ -20,6 +20,7 @@ Item {
             width: root.width
             command: "Open Finder"
             log: lines
+            summary: ""
         }
     }
 
@@ -119,6 +120,24 @@ Item {
             compare(spinners(turn).length, 0);
             compare(showing(turn, "Quit Mail"), null);
             compare(showing(turn, "Quit Mail — you said no").color, Theme.bad);
+        }
+
+        function test_summary() {
+            lines.add("failure", "Declined: Quit Mail", false);
+            compare(visibleItems(turn).filter(item => item.textFormat !== undefined).length, 2);
+            const height = turn.height;
+            turn.summary = "I didn't do that, as requested.";
+            const summary = showing(turn, "I didn't do that, as requested.");
+            compare(summary.font.pixelSize, 13);
+            compare(summary.color, Theme.primary);
+            compare(summary.textFormat, TextEdit.PlainText);
+            compare(summary.Accessible.role, Accessible.StaticText);
+            compare(summary.Accessible.name, "I didn't do that, as requested.");
+            tryVerify(() => turn.height > height);
+            const line = showing(turn, "Declined: Quit Mail");
+            verify(summary.mapToItem(turn, 0, 0).y >= line.mapToItem(turn, 0, line.height).y);
+            compare(summary.mapToItem(turn, summary.leftPadding, 0).x, line.mapToItem(turn, 0, 0).x);
+            verifyInside(summary, turn);
         }
 
         function test_linesInOrder() {

@@ -16,7 +16,8 @@ ListModel {
         const log = logs.createObject(model) as LogListModel;
         append({
                 "command": command,
-                "log": log
+                "log": log,
+                "summary": ""
             });
         return log;
     }

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ContentView/ContentViewModel.h"
 
+#include "Base/Text.h"
+#include "ContentView/LogEntryAppearance.h"
+#include "ContentView/ShownText.h"
 #include "Desktop/PlatformError.h"
 
 #include <QPointer>
@@ -61,9 +64,19 @@ QStringList ContentViewModel::suggestions() const
             u"Open my Downloads folder and find the latest PDF"_s};
 }
 
+QString ContentViewModel::status() const
+{
+    return ShownText::line(m_session.status());
+}
+
+QString ContentViewModel::streamPreview() const
+{
+    return Text::withVisibleMarks(m_session.streamPreview(), Text::Layout::Lines);
+}
+
 QString ContentViewModel::confirmationReason() const
 {
-    return isConfirming() ? m_session.pending()->reason : QString();
+    return isConfirming() ? ShownText::inOrder(m_session.pending()->shownReason()) : QString();
 }
 
 bool ContentViewModel::canChooseModel() const
@@ -179,7 +192,7 @@ void ContentViewModel::announce(const QString &text)
 
 void ContentViewModel::announceEntry(int turnIndex, int entryIndex)
 {
-    announce(m_session.turns()[turnIndex].log[entryIndex].text);
+    announce(LogEntryAppearance::shownText(m_session.turns()[turnIndex].log[entryIndex]));
 }
 
 // A step that goes well was announced when it began.

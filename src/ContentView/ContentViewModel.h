@@ -58,8 +58,9 @@ public:
     QStringList suggestions() const;
 
     TurnListModel *turns() { return &m_turns; }
-    QString status() const { return m_session.status(); }
-    QString streamPreview() const { return m_session.streamPreview(); }
+    // With visible marks in the place of what could not be seen.
+    QString status() const;
+    QString streamPreview() const;
 
     bool isConfirming() const { return m_session.pending().has_value(); }
     QString confirmationReason() const;

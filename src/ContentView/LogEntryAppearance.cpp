@@ -1,9 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ContentView/LogEntryAppearance.h"
 
+#include "ContentView/ShownText.h"
+
 using namespace Qt::StringLiterals;
 
 using Kind = LogEntry::Kind;
+
+QString LogEntryAppearance::shownText(const LogEntry &entry)
+{
+    return entry.kind == Kind::success ? ShownText::lines(entry.text) : ShownText::line(entry.text);
+}
 
 LogEntryAppearance::Role LogEntryAppearance::textRole(const LogEntry &entry)
 {

@@ -21,6 +21,8 @@ enum Role {
 };
 Q_ENUM_NS(Role)
 
+// The entry's text as it comes onto the screen: one line, but for the lines of the model's closing message.
+QString shownText(const LogEntry &entry);
 Role textRole(const LogEntry &entry);
 QString symbol(LogEntry::Kind kind);
 Role symbolRole(LogEntry::Kind kind);

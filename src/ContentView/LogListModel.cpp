@@ -34,7 +34,7 @@ QVariant LogListModel::data(const QModelIndex &index, int role) const
     const LogEntry &entry = m_entries[index.row()];
     switch (role) {
     case TextRole:
-        return entry.text;
+        return LogEntryAppearance::shownText(entry);
     case SymbolRole:
         return LogEntryAppearance::symbol(entry.kind);
     case SymbolColourRole:

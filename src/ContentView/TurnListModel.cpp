@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ContentView/TurnListModel.h"
 
+#include "Base/Text.h"
+#include "ContentView/ShownText.h"
+
 TurnListModel::TurnListModel(const AgentSession &session, QObject *parent)
     : QAbstractListModel(parent), m_session(session)
 {
@@ -42,7 +45,7 @@ void TurnListModel::append(int turnIndex)
 {
     const Turn &turn = m_session.turns()[turnIndex];
     beginInsertRows({}, turnIndex, turnIndex);
-    m_commands.append(turn.command);
+    m_commands.append(Text::withVisibleMarks(turn.command));
     m_logs.append(new LogListModel(turn.log, this));
     m_summaries.append(shownSummary(turn));
     endInsertRows();
@@ -69,5 +72,5 @@ QString TurnListModel::shownSummary(const Turn &turn)
 {
     const QString summary = turn.summary.value_or(QString());
     const bool isLastLine = !turn.log.isEmpty() && turn.log.constLast().text == summary;
-    return isLastLine ? QString() : summary;
+    return isLastLine ? QString() : ShownText::lines(summary);
 }

@@ -53,6 +53,8 @@ private Q_SLOTS:
     void theReplyShowsWhileItIsWritten();
     void stoppingRefusesWhatWaitsForApproval();
     void theConfirmationShowsTheReason();
+    void whatCannotBeSeenIsMarkedWhereverItIsShown();
+    void aScriptIsShownInItsLines();
     void anAnswerTakesTheConfirmationAway_data();
     void anAnswerTakesTheConfirmationAway();
     void theHistoryIsClearedOnlyBetweenTasks();
@@ -221,6 +223,40 @@ void ContentViewModelTest::theConfirmationShowsTheReason()
     QVERIFY(bench.content.isConfirming());
     QCOMPARE(bench.content.confirmationReason(), bench.session->pending()->reason);
     QVERIFY(!bench.content.confirmationReason().isEmpty());
+}
+
+void ContentViewModelTest::whatCannotBeSeenIsMarkedWhereverItIsShown()
+{
+    WindowBench bench;
+    QVERIFY(bench.waitUntilLoaded());
+    bench.engine->replies = {quitApp(u"Mail\u202E\u200B\u2028x"_s), done(u"Over\u202E."_s)};
+    bench.content.setInput(u"quit\u202E Mail"_s);
+    bench.content.send();
+    QVERIFY(bench.waitForPending());
+    const QString shown = u"Mail⟨U+202E⟩⟨U+200B⟩⟨U+2028⟩x"_s;
+    QCOMPARE(bench.content.confirmationReason(), u"Quit %1 — unsaved work could be lost"_s.arg(shown));
+    QCOMPARE(bench.content.announcement(), bench.content.confirmationReason());
+    QCOMPARE(bench.content.status(), u"Waiting for approval: Closing %1"_s.arg(shown));
+    // What is carried out is what the model wrote.
+    QCOMPARE(bench.session->pending()->action.args[u"app"_s], u"Mail\u202E\u200B\u2028x"_s);
+    const TurnListModel &turns = *bench.content.turns();
+    QCOMPARE(turns.index(0).data(TurnListModel::CommandRole).toString(), u"quit⟨U+202E⟩ Mail"_s);
+    const auto *log = turns.index(0).data(TurnListModel::LogRole).value<LogListModel *>();
+    QCOMPARE(log->index(0).data(LogListModel::TextRole).toString(), u"Closing "_s + shown);
+    bench.content.resolve(true);
+    QVERIFY(bench.waitForEnd());
+    QCOMPARE(bench.content.announcement(), u"Over⟨U+202E⟩."_s);
+}
+
+void ContentViewModelTest::aScriptIsShownInItsLines()
+{
+    WindowBench bench;
+    QVERIFY(bench.waitUntilLoaded());
+    bench.engine->replies = {uR"({"action":"applescript","script":"beep\n\tquit\u202e"})"_s};
+    bench.content.setInput(u"beep"_s);
+    bench.content.send();
+    QVERIFY(bench.waitForPending());
+    QCOMPARE(bench.content.confirmationReason(), u"Run a custom AppleScript:\nbeep\n\tquit⟨U+202E⟩"_s);
 }
 
 void ContentViewModelTest::anAnswerTakesTheConfirmationAway_data()

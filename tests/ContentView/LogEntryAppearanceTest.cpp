@@ -17,6 +17,7 @@ private Q_SLOTS:
     void textIsColouredByKindAndWhetherItRuns_data();
     void textIsColouredByKindAndWhetherItRuns();
     void everyLineSaysHowItStands();
+    void onlyAClosingMessageHasLinesOfItsOwn();
 };
 
 void LogEntryAppearanceTest::eachKindHasItsSymbol_data()
@@ -67,6 +68,15 @@ void LogEntryAppearanceTest::everyLineSaysHowItStands()
     }
     QVERIFY(!said.contains(QString()));
     QCOMPARE(said.removeDuplicates(), 0);
+}
+
+void LogEntryAppearanceTest::onlyAClosingMessageHasLinesOfItsOwn()
+{
+    for (const Kind kind : {Kind::step, Kind::failure, Kind::info, Kind::confirm})
+        QCOMPARE(LogEntryAppearance::shownText({.text = u"a\nb\u200B"_s, .kind = kind}),
+                 u"a⟨U+000A⟩b⟨U+200B⟩"_s);
+    QCOMPARE(LogEntryAppearance::shownText({.text = u"a\nb\u200B"_s, .kind = Kind::success}),
+             u"a\nb⟨U+200B⟩"_s);
 }
 
 QTEST_GUILESS_MAIN(LogEntryAppearanceTest)

@@ -162,6 +162,11 @@ QList<Scene> scenes(const std::shared_ptr<Gate> &gate)
              showEachKindOfLine(bench, content);
              askFor(bench, content, u"Quit Safari"_s, quitApp(u"Safari"_s));
          }},
+        {u"confirmation-marks"_s, ModelFile::Present,
+         [](SessionBench &bench, ContentViewModel &content) {
+             showEachKindOfLine(bench, content);
+             askFor(bench, content, u"Quit שלום"_s, quitApp(u"שלום\u202E\u200B עולם (12)"_s));
+         }},
         {u"confirmation-script"_s,
          ModelFile::Present,
          [](SessionBench &bench, ContentViewModel &content) {

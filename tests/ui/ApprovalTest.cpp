@@ -46,6 +46,7 @@ private Q_SLOTS:
     void aStepIsRefused();
     void aStepIsAnsweredAfterAClickElsewhere_data();
     void aStepIsAnsweredAfterAClickElsewhere();
+    void aQuestionHidesNothing();
     void theStopButtonRefuses();
     void aQuestionOutlivesTheWindow();
     void anAllowedKeyGoesToTheOtherApplication();
@@ -150,6 +151,18 @@ void UiApprovalTest::aStepIsAnsweredAfterAClickElsewhere()
     QVERIFY(orvane().waitForEndOfRun());
     QCOMPARE(isInTrash(), allowed);
     QCOMPARE(orvane().shows(Role::label, u"Declined: "_s + trashTitle), !allowed);
+}
+
+// A file name that would look like another one, were its control character obeyed.
+void UiApprovalTest::aQuestionHidesNothing()
+{
+    QVERIFY(ask(R"({"action":"trash","path":"Downloads/a\u202egpj.exe"})",
+                u"Move “Downloads/a⟨U+202E⟩gpj.exe” to the Trash"_s));
+    const QString title = u"Moving “Downloads/a⟨U+202E⟩gpj.exe” to Trash"_s;
+    QVERIFY(orvane().shows(Role::label, u"Waiting for approval: "_s + title));
+    QVERIFY(orvane().shows(Role::label, title));
+    QVERIFY(answer(u"Escape"_s, {}));
+    QVERIFY(orvane().waitFor(Role::label, u"Declined: "_s + title));
 }
 
 void UiApprovalTest::theStopButtonRefuses()

@@ -98,6 +98,12 @@ bool WindowDriver::startShown()
            eventually([this] { return isWatched(); });
 }
 
+bool WindowDriver::waitForWindow()
+{
+    const auto isWindow = [](const AccessibleElement &element) { return element.role == "frame"_L1; };
+    return eventually([&] { return std::ranges::any_of(m_accessible->elements(), isWindow); });
+}
+
 void WindowDriver::signal(int number) const
 {
     ::kill(static_cast<pid_t>(process()), number);

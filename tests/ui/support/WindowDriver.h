@@ -34,6 +34,8 @@ public:
     // for standstills.
     bool start(const QStringList &arguments = {});
     bool startShown();
+    // Waits until there is a window, shown or not, and the program answers.
+    bool waitForWindow();
     qint64 process() const { return m_program->processId(); }
     bool isRunning() const { return m_program && m_program->state() == QProcess::Running; }
     void signal(int number) const;

@@ -4,6 +4,7 @@
 #include "Actions/AccessibilityWalk.h"
 #include "Actions/ActionError.h"
 #include "Actions/Trust.h"
+#include "Base/PlatformWords.h"
 #include "Base/Text.h"
 
 #include <QSet>
@@ -105,10 +106,7 @@ QList<AccessibilityElement> Executor::children(const AccessibilityAttributes &el
 
 QCoro::Task<std::shared_ptr<AccessibilityTree>> Executor::frontWindowRoot(Desktop desktop)
 {
-    const QString refusal =
-        QStringLiteral("Accessibility permission is required. Enable it in System Settings → "
-                       "Privacy & Security → Accessibility.");
-    co_await requireTrust(refusal, desktop);
+    co_await requireTrust(PlatformWords::current().controlsRefusal, desktop);
     const std::optional<RunningApplication> front = co_await desktop.workspace.frontmostApplication();
     if (!front)
         throw ActionError(QStringLiteral("No frontmost app."));

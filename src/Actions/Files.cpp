@@ -3,6 +3,7 @@
 
 #include "Actions/ActionError.h"
 #include "Actions/Locations.h"
+#include "Base/PlatformWords.h"
 #include "Base/Text.h"
 
 #include <QFileInfo>
@@ -80,6 +81,5 @@ QCoro::Task<void> Executor::screenshot(QString path, Desktop desktop)
     co_await desktop.screenCapture.capture(path);
     const bool succeeded = co_await desktop.files.exists(path);
     if (!succeeded)
-        throw ActionError(
-            QStringLiteral("The screenshot failed. Screen Recording permission may be required."));
+        throw ActionError(PlatformWords::current().screenshotFailure);
 }

@@ -3,6 +3,7 @@
 
 #include "Actions/ActionError.h"
 #include "Actions/Trust.h"
+#include "Base/PlatformWords.h"
 #include "Base/Text.h"
 
 using namespace std::chrono_literals;
@@ -18,10 +19,7 @@ constexpr auto pauseAfterPiece = 15'000us;
 
 QCoro::Task<void> Executor::keystroke(QString key, QStringList modifiers, Desktop desktop)
 {
-    const QString refusal =
-        QStringLiteral("Accessibility permission is required. Enable Orvane in System Settings → "
-                       "Privacy & Security → Accessibility, then try again.");
-    co_await requireTrust(refusal, desktop);
+    co_await requireTrust(PlatformWords::current().keysRefusal, desktop);
     const auto code = keyCodes().constFind(Text::comparisonKey(key));
     if (code == keyCodes().constEnd())
         throw ActionError(QStringLiteral("Unsupported key “%1”.").arg(key));
@@ -31,10 +29,7 @@ QCoro::Task<void> Executor::keystroke(QString key, QStringList modifiers, Deskto
 
 QCoro::Task<void> Executor::typeText(QString text, Desktop desktop)
 {
-    const QString refusal =
-        QStringLiteral("Accessibility permission is required to type. Enable it in System "
-                       "Settings → Privacy & Security → Accessibility.");
-    co_await requireTrust(refusal, desktop);
+    co_await requireTrust(PlatformWords::current().typingRefusal, desktop);
     QList<KeyStroke> strokes;
     const QStringList pieces = Text::chunked(text, charactersPerPiece);
     for (const QString &piece : pieces)

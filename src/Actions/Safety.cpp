@@ -2,6 +2,7 @@
 #include "Actions/Safety.h"
 
 #include "Actions/Observation.h"
+#include "Base/PlatformWords.h"
 #include "Base/Text.h"
 
 #include <QHash>
@@ -85,9 +86,11 @@ Risk pressKey(const AgentAction &action, const QString &front)
     if (!keyOfArgument(action, QStringLiteral("modifiers")).contains(QLatin1String("command")))
         return Risk::safe();
     if (key == QLatin1String("delete") || key == QLatin1String("backspace"))
-        return Risk::confirm(QStringLiteral("Delete the selected item (⌘⌫)"));
+        return Risk::confirm(
+            QStringLiteral("Delete the selected item (%1)").arg(PlatformWords::current().deleteKeys));
     if (key == QLatin1String("q"))
-        return Risk::confirm(QStringLiteral("Quit %1 (⌘Q)").arg(Text::capitalized(front)));
+        return Risk::confirm(
+            QStringLiteral("Quit %1 (%2)").arg(Text::capitalized(front), PlatformWords::current().quitKeys));
     return Risk::safe();
 }
 

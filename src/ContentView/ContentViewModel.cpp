@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ContentView/ContentViewModel.h"
 
+#include "Base/PlatformWords.h"
 #include "Base/Text.h"
 #include "ContentView/LogEntryAppearance.h"
 #include "ContentView/ShownText.h"
@@ -48,7 +49,7 @@ void ContentViewModel::setInput(const QString &input)
 
 QString ContentViewModel::placeholder() const
 {
-    return u"Tell your Mac what to do…"_s;
+    return PlatformWords::current().placeholder;
 }
 
 QString ContentViewModel::leadingSymbol() const

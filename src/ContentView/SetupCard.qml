@@ -44,7 +44,7 @@ ScrollArea {
         Text {
             Layout.fillWidth: true
             Layout.bottomMargin: 20
-            text: "Orvane runs a language model entirely on your Mac. The one-time download is stored locally; nothing you type ever leaves this device."
+            text: card.setup.explanation
             textFormat: Text.PlainText
             font.pixelSize: 13
             lineHeight: 1.25

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ContentView/SetupViewModel.h"
 
+#include "Base/PlatformWords.h"
 #include "Models/ProgressText.h"
 
 using namespace Qt::StringLiterals;
@@ -11,6 +12,11 @@ SetupViewModel::SetupViewModel(ModelManager &models, QObject *parent) : QObject(
 {
     connect(&models, &ModelManager::stateChanged, this, &SetupViewModel::stateChanged);
     connect(&models, &ModelManager::selectedChanged, this, &SetupViewModel::selectedModelChanged);
+}
+
+QString SetupViewModel::explanation() const
+{
+    return PlatformWords::current().setupExplanation;
 }
 
 QStringList SetupViewModel::choices() const

@@ -14,6 +14,7 @@ class SetupViewModel : public QObject
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Made by the content view model")
+    Q_PROPERTY(QString explanation READ explanation CONSTANT)
     Q_PROPERTY(QStringList choices READ choices CONSTANT)
     Q_PROPERTY(int selectedModel READ selectedModel NOTIFY selectedModelChanged)
     Q_PROPERTY(Step step READ step NOTIFY stateChanged)
@@ -28,6 +29,7 @@ public:
 
     explicit SetupViewModel(ModelManager &models, QObject *parent = nullptr);
 
+    QString explanation() const;
     // The catalog, in its order.
     QStringList choices() const;
     int selectedModel() const; // an index of `choices`

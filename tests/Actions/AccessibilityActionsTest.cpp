@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ActionBench.h"
 #include "Actions/Accessibility.h"
+#include "Base/PlatformWords.h"
 
 #include <QTest>
 
@@ -8,9 +9,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString permissionMissing =
-    QStringLiteral("Error: Accessibility permission is required. Enable it in System Settings → "
-                   "Privacy & Security → Accessibility.");
+const QString permissionMissing = u"Error: "_s + PlatformWords::current().controlsRefusal;
 
 // A desktop with one application in front and its tree.
 struct ControlsBench : ActionBench

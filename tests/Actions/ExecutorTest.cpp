@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ActionBench.h"
+#include "Base/PlatformWords.h"
 
 #include <QTest>
 
@@ -195,10 +196,8 @@ void ExecutorTest::aNewTabNeedsThePermissionAfterTheLaunch()
     ActionBench bench;
     bench.desktop.workspace.install(u"Safari"_s);
     bench.desktop.accessibility.trusted = false;
-    QCOMPARE(
-        bench.run(uR"({"action":"new_tab","app":"Safari"})"_s),
-        u"Error: Accessibility permission is required. Enable Orvane in System Settings → Privacy & Security "
-        "→ Accessibility, then try again."_s);
+    QCOMPARE(bench.run(uR"({"action":"new_tab","app":"Safari"})"_s),
+             u"Error: "_s + PlatformWords::current().keysRefusal);
     const QStringList expected{u"open application /Applications/Safari.app"_s, u"wait 700 ms"_s,
                                u"ask for the Accessibility permission"_s};
     QCOMPARE(bench.journal(), expected);

@@ -2,6 +2,7 @@
 #include "ActionBench.h"
 #include "Actions/Files.h"
 #include "Actions/Locations.h"
+#include "Base/PlatformWords.h"
 
 #include <QTest>
 
@@ -243,7 +244,7 @@ void FileActionsTest::aScreenshotIntoAMissingFolderFails()
 {
     ActionBench bench;
     QCOMPARE(bench.outcome(Executor::screenshot(bench.path(u"none/a.png"_s), bench.services())),
-             u"Error: The screenshot failed. Screen Recording permission may be required."_s);
+             u"Error: "_s + PlatformWords::current().screenshotFailure);
 }
 
 void FileActionsTest::aScreenshotThatLeavesNoFileFails()
@@ -251,7 +252,7 @@ void FileActionsTest::aScreenshotThatLeavesNoFileFails()
     ActionBench bench;
     bench.desktop.screenCapture.writesFile = false;
     QCOMPARE(bench.outcome(Executor::screenshot(bench.path(u"a.png"_s), bench.services())),
-             u"Error: The screenshot failed. Screen Recording permission may be required."_s);
+             u"Error: "_s + PlatformWords::current().screenshotFailure);
 }
 
 void FileActionsTest::aCaptureThatCannotStartPassesItsErrorThrough()

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ActionBench.h"
 #include "Actions/Keyboard.h"
+#include "Base/PlatformWords.h"
 
 #include <QTest>
 
@@ -154,13 +155,10 @@ void KeyboardActionsTest::withoutPermissionNothingIsPostedAndTheUserIsAskedEachT
 {
     ActionBench bench;
     bench.desktop.accessibility.trusted = false;
-    QCOMPARE(
-        bench.outcome(Executor::keystroke(u"t"_s, {}, bench.services())),
-        u"Error: Accessibility permission is required. Enable Orvane in System Settings → Privacy & Security "
-        "→ Accessibility, then try again."_s);
+    QCOMPARE(bench.outcome(Executor::keystroke(u"t"_s, {}, bench.services())),
+             u"Error: "_s + PlatformWords::current().keysRefusal);
     QCOMPARE(bench.outcome(Executor::typeText(u"x"_s, bench.services())),
-             u"Error: Accessibility permission is required to type. Enable it in System Settings → Privacy & "
-             "Security → Accessibility."_s);
+             u"Error: "_s + PlatformWords::current().typingRefusal);
     QCOMPARE(bench.desktop.accessibility.prompts, 2);
     QVERIFY(bench.desktop.keyboard.strokes.isEmpty());
 }

@@ -1,10 +1,22 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Actions/Safety.h"
 #include "ActionBench.h"
+#include "Base/PlatformWords.h"
 
 #include <QTest>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+// The questions below name the keys of a Mac.
+QString withKeysOfThisPlatform(QString question)
+{
+    const PlatformWords &words = PlatformWords::current();
+    return question.replace(u"⌘⌫"_s, words.deleteKeys).replace(u"⌘Q"_s, words.quitKeys);
+}
+
+} // namespace
 
 class SafetyTest : public QObject
 {
@@ -43,8 +55,8 @@ void SafetyTest::policy_data()
     QTest::addColumn<QString>("reply");
     QTest::addColumn<QString>("expected");
     const auto row = [](const char *front, const char *reply, const char *expected) {
-        QTest::addRow("%s in %s", reply, front)
-            << QString::fromUtf8(front) << QString::fromUtf8(reply) << QString::fromUtf8(expected);
+        QTest::addRow("%s in %s", reply, front) << QString::fromUtf8(front) << QString::fromUtf8(reply)
+                                                << withKeysOfThisPlatform(QString::fromUtf8(expected));
     };
     const char *safe = nullptr;
 
@@ -220,7 +232,8 @@ void SafetyTest::aDesktopThatCannotAnswerCountsAsEmpty()
     ActionBench bench;
     bench.desktop.journal.failures.insert(RecordedOperation::FrontmostApplication, u"No answer."_s);
     const auto action = AgentAction::parse(uR"({"action":"press_key","key":"q","modifiers":"command"})"_s);
-    QCOMPARE(QCoro::waitFor(Safety::assess(*action, bench.services())), Risk::confirm(u"Quit  (⌘Q)"_s));
+    QCOMPARE(QCoro::waitFor(Safety::assess(*action, bench.services())),
+             Risk::confirm(withKeysOfThisPlatform(u"Quit  (⌘Q)"_s)));
 }
 
 QTEST_GUILESS_MAIN(SafetyTest)

@@ -2,6 +2,7 @@
 #include "ContentView/ContentViewModel.h"
 
 #include "Agent/SessionBench.h"
+#include "Base/PlatformWords.h"
 #include "Support/Gate.h"
 
 #include <QSignalSpy>
@@ -120,7 +121,7 @@ void ContentViewModelTest::theExamplesAreGiven()
                                u"Take a screenshot and save it to Downloads"_s,
                                u"Open my Downloads folder and find the latest PDF"_s};
     QCOMPARE(bench.content.suggestions(), expected);
-    QCOMPARE(bench.content.placeholder(), u"Tell your Mac what to do…"_s);
+    QCOMPARE(bench.content.placeholder(), PlatformWords::current().placeholder);
 }
 
 void ContentViewModelTest::anExampleFillsTheFieldAndDoesNotStart()

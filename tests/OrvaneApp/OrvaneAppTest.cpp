@@ -2,6 +2,7 @@
 #include "OrvaneApp/OrvaneApp.h"
 
 #include "Agent/SessionBench.h"
+#include "Base/PlatformWords.h"
 #include "Desktop/Recording/RecordingShell.h"
 #include "Support/Gate.h"
 
@@ -230,7 +231,8 @@ void OrvaneAppTest::aSummonsPutsTheFocusIntoTheField()
     QVERIFY(leaveTheApplication());
     QVERIFY(bench.pressHotKey());
     QVERIFY(bench.waitUntilActive());
-    QTRY_COMPARE(bench.focusItem()->property("placeholderText").toString(), u"Tell your Mac what to do…"_s);
+    QTRY_COMPARE(bench.focusItem()->property("placeholderText").toString(),
+                 PlatformWords::current().placeholder);
 }
 
 void OrvaneAppTest::closingHidesTheWindowAndTheProcessStays()

@@ -57,7 +57,7 @@ void FilesTest::failsToSaveAPictureWhereThereIsNoFolder()
 {
     const Outcome outcome = perform("screenshot", {{"save_to", u"~/no/such/folder"_s}});
     QVERIFY(outcome.hasFailed);
-    QCOMPARE(outcome.line, u"The screenshot failed. Screen Recording permission may be required."_s);
+    QCOMPARE(outcome.line, u"The screenshot failed. The folder may be missing or write-protected."_s);
 }
 
 void FilesTest::findsTheNewestFileAndShowsIt()

@@ -98,7 +98,7 @@ void UiApprovalTest::aStepIsAllowed()
     VERIFY_SOON(isInTrash());
     QVERIFY(orvane().waitFor(Role::label, u"Stopped: the same step was repeated."_s));
     QVERIFY(orvane().shows(Role::label, trashTitle));
-    QVERIFY(orvane().waitForFocus(u"Tell your Mac what to do…"_s));
+    QVERIFY(orvane().waitForFocus(u"Tell your computer what to do…"_s));
 }
 
 void UiApprovalTest::aStepIsRefused_data()
@@ -117,7 +117,7 @@ void UiApprovalTest::aStepIsRefused()
     QVERIFY(orvane().waitFor(Role::label, u"Declined: "_s + trashTitle));
     QVERIFY(orvane().waitFor(Role::label, u"I didn't do that, as requested."_s));
     QVERIFY(orvane().waitForEndOfRun());
-    QVERIFY(orvane().waitForFocus(u"Tell your Mac what to do…"_s));
+    QVERIFY(orvane().waitForFocus(u"Tell your computer what to do…"_s));
     QVERIFY(QFile::exists(receipts()));
 }
 
@@ -194,7 +194,7 @@ void UiApprovalTest::aQuestionOutlivesTheWindow()
 void UiApprovalTest::anAllowedKeyGoesToTheOtherApplication()
 {
     QVERIFY(PrivateDesktop::open(u"mousepad"_s, {}, u"Mousepad"_s));
-    QVERIFY(ask(R"({"action":"press_key","key":"q","modifiers":"command"})", u"Quit Mousepad (⌘Q)"_s));
+    QVERIFY(ask(R"({"action":"press_key","key":"q","modifiers":"command"})", u"Quit Mousepad (Ctrl+Q)"_s));
     QVERIFY(orvane().press(Role::button, u"Allow"_s));
     VERIFY_SOON(!Screen::shows(u"Mousepad"_s));
     QVERIFY(orvane().waitFor(Role::label, u"Stopped: the same step was repeated."_s));

@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString fieldName = u"Tell your Mac what to do…"_s;
+const QString fieldName = u"Tell your computer what to do…"_s;
 
 } // namespace
 

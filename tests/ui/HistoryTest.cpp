@@ -22,7 +22,7 @@ private:
 
 bool UiHistoryTest::send(const QString &task)
 {
-    if (!orvane().waitForFocus(u"Tell your Mac what to do…"_s))
+    if (!orvane().waitForFocus(u"Tell your computer what to do…"_s))
         return false;
     type(task);
     Screen::pressKey(u"Return"_s);
@@ -32,7 +32,7 @@ bool UiHistoryTest::send(const QString &task)
 bool UiHistoryTest::isInSight(const QString &label)
 {
     const auto found = orvane().find(Role::label, label);
-    const auto field = orvane().find(Role::field, u"Tell your Mac what to do…"_s);
+    const auto field = orvane().find(Role::field, u"Tell your computer what to do…"_s);
     const auto badge = orvane().find(Role::label, u"On-device"_s);
     return found && field && badge && found->area.top() >= field->area.bottom() &&
            found->area.bottom() <= badge->area.top();

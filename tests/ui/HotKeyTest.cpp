@@ -70,7 +70,7 @@ void UiHotKeyTest::itHidesAndSummons()
         QVERIFY(orvane().isRunning());
         Screen::pressKey(hotKey);
         QVERIFY(orvane().waitForActive());
-        QVERIFY(orvane().waitForFocus(u"Tell your Mac what to do…"_s));
+        QVERIFY(orvane().waitForFocus(u"Tell your computer what to do…"_s));
     }
     // The key went to nobody else.
     QCOMPARE(orvane().fieldText(), QString());
@@ -86,7 +86,7 @@ void UiHotKeyTest::itBringsTheWindowOverAnotherApplication()
     QVERIFY(orvane().waitForInactive());
     Screen::pressKey(hotKey);
     QVERIFY(orvane().waitForActive());
-    QVERIFY(orvane().waitForFocus(u"Tell your Mac what to do…"_s));
+    QVERIFY(orvane().waitForFocus(u"Tell your computer what to do…"_s));
     type(u"over it"_s);
     QVERIFY(orvane().waitForFieldText(u"over it"_s));
     // And back: what was in front before has the keyboard again.
@@ -105,7 +105,7 @@ void UiHotKeyTest::itSummonsAWindowThatWasClosed()
     QVERIFY(orvane().waitForHidden());
     Screen::pressKey(hotKey);
     QVERIFY(orvane().waitForActive());
-    QVERIFY(orvane().waitForFocus(u"Tell your Mac what to do…"_s));
+    QVERIFY(orvane().waitForFocus(u"Tell your computer what to do…"_s));
 }
 
 QTEST_GUILESS_MAIN(UiHotKeyTest)

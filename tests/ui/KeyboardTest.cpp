@@ -49,7 +49,7 @@ bool UiKeyboardTest::show(int content)
         type(u"Is all well?"_s);
         Screen::pressKey(u"Return"_s);
         return orvane().waitFor(Role::label, u"All is well."_s) &&
-               orvane().waitForFocus(u"Tell your Mac what to do…"_s);
+               orvane().waitForFocus(u"Tell your computer what to do…"_s);
     }
     return true;
 }
@@ -128,8 +128,8 @@ void UiKeyboardTest::everyMenuIsNamed_data()
                                        << u"Llama 3.2 3B Instruct — Smarter planning · ~2 GB"_s;
     QTest::newRow("menu of models") << int(Content::Examples) << u"Qwen2.5 1.5B Instruct"_s << u"space"_s
                                     << u"Llama 3.2 3B Instruct"_s;
-    QTest::newRow("menu of the window")
-        << int(Content::Examples) << u"Tell your Mac what to do…"_s << u"shift+F10"_s << u"Clear History"_s;
+    QTest::newRow("menu of the window") << int(Content::Examples) << u"Tell your computer what to do…"_s
+                                        << u"shift+F10"_s << u"Clear History"_s;
 }
 
 void UiKeyboardTest::everyMenuIsNamed()

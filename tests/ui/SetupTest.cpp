@@ -63,13 +63,14 @@ void UiSetupTest::withoutAModelTheCardIsShown()
     QVERIFY(startWithoutModel());
     const QStringList texts = orvane().texts();
     QVERIFY(texts.contains(u"Set up your private AI"_s));
-    QVERIFY(texts.contains(u"Orvane runs a language model entirely on your Mac. The one-time download is "
-                           "stored locally; nothing you type ever leaves this device."_s));
+    QVERIFY(
+        texts.contains(u"Orvane runs a language model entirely on your computer. The one-time download is "
+                       "stored locally; nothing you type ever leaves this device."_s));
     QVERIFY(texts.contains(u"On-device"_s));
     const auto picker = orvane().find(Role::picker, u"Model"_s);
     QVERIFY(picker);
     QCOMPARE(picker->description, defaultChoice);
-    QVERIFY(orvane().shows(Role::field, u"Tell your Mac what to do…"_s));
+    QVERIFY(orvane().shows(Role::field, u"Tell your computer what to do…"_s));
     QVERIFY(!texts.contains(u"Try"_s));
     QVERIFY(!orvane().shows(Role::button, u"Try again"_s));
     QVERIFY(!orvane().shows(Role::button, u"Cancel"_s));

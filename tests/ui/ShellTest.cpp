@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString fieldName = u"Tell your Mac what to do…"_s;
+const QString fieldName = u"Tell your computer what to do…"_s;
 constexpr QRect screenArea(0, 0, 1280, 800);
 
 // The process that other starts of the program turn to.

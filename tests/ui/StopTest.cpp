@@ -55,7 +55,7 @@ void UiStopTest::aReplyInProgressIsStopped()
     QVERIFY(!orvane().shows(Role::button, u"Stop"_s));
     QVERIFY(!orvane().shows(Role::label, u"Thinking…"_s));
     QVERIFY(orvane().texts().filter(u"abab"_s).isEmpty());
-    QVERIFY(orvane().waitForFocus(u"Tell your Mac what to do…"_s));
+    QVERIFY(orvane().waitForFocus(u"Tell your computer what to do…"_s));
 }
 
 void UiStopTest::aTaskCanFollowAStoppedOne()
@@ -64,7 +64,7 @@ void UiStopTest::aTaskCanFollowAStoppedOne()
     QVERIFY(orvane().startShown());
     QVERIFY(orvane().waitFor(Role::label, u"Try"_s));
     QVERIFY(stopInTheMiddle({}));
-    QVERIFY(orvane().waitForFocus(u"Tell your Mac what to do…"_s));
+    QVERIFY(orvane().waitForFocus(u"Tell your computer what to do…"_s));
     type(u"Babble on"_s);
     Screen::pressKey(u"Return"_s);
     QVERIFY(orvane().waitFor(Role::label, u"Babble on"_s));
@@ -75,7 +75,8 @@ void UiStopTest::aTaskCanFollowAStoppedOne()
 
 bool UiStopTest::fieldIsReadOnly()
 {
-    const std::optional<AccessibleElement> field = orvane().find(Role::field, u"Tell your Mac what to do…"_s);
+    const std::optional<AccessibleElement> field =
+        orvane().find(Role::field, u"Tell your computer what to do…"_s);
     return field && field->has(AccessibleElement::State::ReadOnly);
 }
 

@@ -45,7 +45,7 @@ void UiTaskTest::anExampleWaitsInTheField()
         QVERIFY2(orvane().shows(Role::button, example), qPrintable(example));
     QVERIFY(orvane().press(Role::button, screenshotTask));
     QVERIFY(orvane().waitForFieldText(screenshotTask));
-    QVERIFY(orvane().waitForFocus(u"Tell your Mac what to do…"_s));
+    QVERIFY(orvane().waitForFocus(u"Tell your computer what to do…"_s));
     QVERIFY(orvane().shows(Role::label, u"Try"_s)); // nothing was started
     QCOMPARE(screenshots(), QStringList());
 
@@ -103,7 +103,7 @@ void UiTaskTest::theSendButtonSends()
     QVERIFY(orvane().press(Role::button, u"Send"_s));
     QVERIFY(orvane().waitFor(Role::label, u"All is well."_s));
     QVERIFY(orvane().shows(Role::label, u"Is all well?"_s));
-    QVERIFY(orvane().waitForFocus(u"Tell your Mac what to do…"_s));
+    QVERIFY(orvane().waitForFocus(u"Tell your computer what to do…"_s));
 }
 
 void UiTaskTest::withoutAModelTheTextStays()
@@ -151,7 +151,7 @@ void UiTaskTest::whileATaskRunsOnlyStopIsOffered()
     QVERIFY(orvane().shows(Role::label, u"I couldn't work out a plan for that."_s));
     QVERIFY(!orvane().shows(Role::label, u"Thinking…"_s));
     QVERIFY(!orvane().shows(Role::button, u"Stop"_s));
-    QVERIFY(orvane().waitForFocus(u"Tell your Mac what to do…"_s));
+    QVERIFY(orvane().waitForFocus(u"Tell your computer what to do…"_s));
     // The field took nothing meanwhile.
     QCOMPARE(orvane().fieldText(), QString());
 }

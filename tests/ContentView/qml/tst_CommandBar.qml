@@ -29,7 +29,7 @@ Item {
         function init() {
             bar = createTemporaryObject(scene, root);
             bar.focusField();
-            field = named(bar, "Tell your Mac what to do…");
+            field = named(bar, "Tell your computer what to do…");
         }
 
         function test_leadingSymbol_data() {
@@ -54,7 +54,7 @@ Item {
         function test_fieldLooksPlain() {
             compare(field.font.pixelSize, 24);
             compare(field.font.weight, Font.Normal);
-            compare(field.placeholderText, "Tell your Mac what to do…");
+            compare(field.placeholderText, "Tell your computer what to do…");
             compare(field.background, null);
             verify(field.activeFocus);
         }

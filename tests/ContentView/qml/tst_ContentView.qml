@@ -23,7 +23,7 @@ Item {
         name: "ContentView"
         when: windowShown
 
-        readonly property string placeholder: "Tell your Mac what to do…"
+        readonly property string placeholder: "Tell your computer what to do…"
         property ContentView view
         property ContentViewModel content
 

@@ -33,7 +33,7 @@ Item {
         }
 
         function field(): Item {
-            return named(main.contentItem, "Tell your Mac what to do…");
+            return named(main.contentItem, "Tell your computer what to do…");
         }
 
         function test_frame() {

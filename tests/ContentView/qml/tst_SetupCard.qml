@@ -24,7 +24,7 @@ Item {
         name: "SetupCard"
         when: windowShown
 
-        readonly property string explanation: "Orvane runs a language model entirely on your Mac. The one-time download is stored locally; nothing you type ever leaves this device."
+        readonly property string explanation: "Orvane runs a language model entirely on your computer. The one-time download is stored locally; nothing you type ever leaves this device."
         property SetupCard card
 
         function init() {

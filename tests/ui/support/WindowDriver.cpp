@@ -18,7 +18,7 @@ namespace {
 
 using State = AccessibleElement::State;
 
-constexpr auto fieldName = "Tell your Mac what to do…";
+constexpr auto fieldName = "Tell your computer what to do…";
 
 constexpr QByteArrayView watching = "watching\n"; // the guard's first line
 

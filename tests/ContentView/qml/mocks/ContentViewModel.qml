@@ -18,7 +18,7 @@ QtObject {
     property bool trusted: true
     property bool isRunning: false
     property string leadingSymbol: isRunning ? "sparkles" : "command"
-    property string placeholder: "Tell your Mac what to do…"
+    property string placeholder: "Tell your computer what to do…"
     property list<string> suggestions: ["Open Safari and search Google for MacBook Air", "Open Finder and create a folder called Projects", "Take a screenshot and save it to Downloads", "Open my Downloads folder and find the latest PDF"]
     property TurnListModel turns: TurnListModel {
     }

@@ -13,6 +13,7 @@ QtObject {
 
     property var calls: []
 
+    property string explanation: "Orvane runs a language model entirely on your computer. The one-time download is stored locally; nothing you type ever leaves this device."
     property list<string> choices: ["Qwen2.5 1.5B — Fast, 986 MB", "Qwen2.5 3B — Smarter, 1.9 GB"]
     property int selectedModel: 0
     property int step: SetupViewModel.NeedsDownload

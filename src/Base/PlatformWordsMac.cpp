@@ -1,0 +1,7 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Base/PlatformWords.h"
+
+const PlatformWords &PlatformWords::current()
+{
+    return ofMac();
+}

@@ -30,6 +30,9 @@ struct KeyboardLayout
 
     QHash<std::uint32_t, Key> symbols; // by key symbol
     QHash<char32_t, Key> characters;   // by the character that the symbol types
+    // By key symbol: the keys that have it, without modifiers, in a group that is not switched on.
+    QHash<std::uint32_t, std::uint8_t> otherGroups;
     QHash<ModifierKey, std::uint8_t> modifierCodes;
     QList<std::uint8_t> spareCodes; // keys without any symbol, free to be given one
+    std::uint8_t groupCount = 1;
 };

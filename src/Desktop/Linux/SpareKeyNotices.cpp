@@ -59,7 +59,7 @@ bool SpareKeyNotices::isOwn(std::uint32_t time) const
     return !isBefore(time, m_from) && (m_isChanging || !isBefore(m_until, time));
 }
 
-// Spare keys are set by writing the symbols of all keys at once, and nothing but the symbols. Another layout
+// Symbols are lent by writing those of all keys at once, and nothing but the symbols. Another layout
 // brings more than symbols, and who changes one key writes that one.
 bool SpareKeyNotices::nativeEventFilter(const QByteArray &eventType, void *message, qintptr *)
 {

@@ -6,10 +6,10 @@
 #include <atomic>
 #include <cstdint>
 
-// Keeps notices of the spare keys that this process changes from Qt. At each of them Qt would read the whole
-// keyboard anew, on the main thread and waiting for the X server, and typing changes spare keys again and
-// again. No key of a user is among them. What other programs change reaches Qt, which may have to read their
-// keys.
+// Keeps notices of the symbols that this process lends to keys from Qt. At each of them Qt would read the
+// whole keyboard anew, on the main thread and waiting for the X server, and typing lends symbols again and
+// again. They are on keys that are sent, none of a user's. What other programs change reaches Qt, which may
+// have to read their keys.
 //
 // Made and destroyed on the main thread; does nothing where Qt has no X server.
 class SpareKeyNotices : public QAbstractNativeEventFilter
@@ -19,7 +19,7 @@ public:
     ~SpareKeyNotices() override;
     Q_DISABLE_COPY_MOVE(SpareKeyNotices)
 
-    // Between these two, spare keys change. With the X server's times; callable from any thread.
+    // Between these two, symbols are lent. With the X server's times; callable from any thread.
     void begin(std::uint32_t time);
     void end(std::uint32_t time);
 

@@ -25,6 +25,16 @@ bool isLineBreak(char32_t character)
     return character == U'\n' || character == U'\r' || character == 0x2028 || character == 0x2029;
 }
 
+bool isCommand(ModifierKeys modifiers)
+{
+    return modifiers & (ModifierKey::Control | ModifierKey::Alternate);
+}
+
+bool isShiftedDigit(std::uint32_t symbol, const KeyboardLayout::Key &key)
+{
+    return symbol >= XKB_KEY_0 && symbol <= XKB_KEY_9 && key.modifiers == ModifierKey::Shift;
+}
+
 // Collects keys, and starts a new batch when the spare keys are used up.
 class Planner
 {
@@ -81,10 +91,25 @@ private:
     void addSymbol(std::uint32_t symbol, ModifierKeys modifiers)
     {
         const auto key = m_layout.symbols.constFind(symbol);
-        if (key == m_layout.symbols.constEnd())
-            addSpare(symbol, modifiers);
-        else
+        const auto otherGroup = m_layout.otherGroups.constFind(symbol);
+        if (key != m_layout.symbols.constEnd() && isShiftedDigit(symbol, *key) && isCommand(modifiers))
+            addLent(key->code, symbol, modifiers);
+        else if (key != m_layout.symbols.constEnd())
             add(*key, modifiers);
+        else if (otherGroup != m_layout.otherGroups.constEnd() && isCommand(modifiers))
+            addLent(*otherGroup, symbol, modifiers);
+        else
+            addSpare(symbol, modifiers);
+    }
+
+    // Browsers know keys by their codes, and would not take a spare one for the command.
+    void addLent(std::uint8_t code, std::uint32_t symbol, ModifierKeys modifiers)
+    {
+        // For itself, since the same key may be needed for what else it types.
+        m_isBatchComplete = !m_batches.last().keys.isEmpty();
+        batch().lentSymbols.insert(code, symbol);
+        add({code, {}}, modifiers);
+        m_isBatchComplete = true;
     }
 
     void addSpare(std::uint32_t symbol, ModifierKeys modifiers)
@@ -94,17 +119,17 @@ private:
                 QStringLiteral("The keyboard layout can't type this, and has no spare keys."));
         if (const auto code = spareCodeOf(symbol))
             return add({*code, {}}, modifiers);
-        if (m_batches.last().spareSymbols.size() == m_layout.spareCodes.size())
-            m_batches.append(TypingBatch());
-        TypingBatch &batch = m_batches.last();
-        const std::uint8_t code = m_layout.spareCodes[batch.spareSymbols.size()];
-        batch.spareSymbols.insert(code, symbol);
+        if (batch().lentSymbols.size() == m_layout.spareCodes.size())
+            m_isBatchComplete = true;
+        auto &lent = batch().lentSymbols;
+        const std::uint8_t code = m_layout.spareCodes[lent.size()];
+        lent.insert(code, symbol);
         add({code, {}}, modifiers);
     }
 
-    std::optional<std::uint8_t> spareCodeOf(std::uint32_t symbol) const
+    std::optional<std::uint8_t> spareCodeOf(std::uint32_t symbol)
     {
-        const auto &spares = m_batches.last().spareSymbols;
+        const auto &spares = batch().lentSymbols;
         const auto found = std::find(spares.cbegin(), spares.cend(), symbol);
         return found == spares.cend() ? std::nullopt : std::optional(found.key());
     }
@@ -117,11 +142,21 @@ private:
             if (all.testFlag(each) && !m_layout.modifierCodes.contains(each))
                 throw PlatformError(QStringLiteral("The keyboard layout lacks a modifier key."));
         }
-        m_batches.last().keys.append({key.code, all, false});
+        batch().keys.append({key.code, all, false});
+    }
+
+    // That of the next key.
+    TypingBatch &batch()
+    {
+        if (m_isBatchComplete)
+            m_batches.append(TypingBatch());
+        m_isBatchComplete = false;
+        return m_batches.last();
     }
 
     const KeyboardLayout &m_layout;
     QList<TypingBatch> m_batches;
+    bool m_isBatchComplete = false;
 };
 
 } // namespace

@@ -3,12 +3,15 @@
 
 #include "Desktop/Linux/KeyboardLayout.h"
 #include "Desktop/Linux/X11Connection.h"
+#include "Desktop/Linux/X11KeySymbols.h"
 
 #include <QSet>
 
-// The X server's keyboard: its layout, its state, and keys sent to it. Whatever was changed or is held down
-// is put back by the destructor at the latest; where the process was killed before that, by the next one that
-// types. X thread only; throws PlatformError when the server is gone or lacks what is needed.
+// The keyboard that keys are sent with: the layout of that device alone, the state of the keyboard that
+// applications see, and keys sent. No other device's map is read or changed. Whatever was changed or is held
+// down is put back by the destructor at the latest; where the process was killed before that, symbols are put
+// back by the next one that types. X thread only; throws PlatformError when the server is gone or lacks what
+// is needed.
 class X11Keyboard
 {
 public:
@@ -17,11 +20,10 @@ public:
     X11Keyboard(const X11Keyboard &) = delete;
     X11Keyboard &operator=(const X11Keyboard &) = delete;
 
-    // Takes back the symbols that a killed process has left on spare keys. To be done before the layout is
-    // read.
-    void clearAbandonedSymbols();
+    // Takes back the symbols that a killed process has lent to keys. To be done before the layout is read.
+    void takeBackAbandonedSymbols();
 
-    // The layout in use at this moment. To be read before symbols are set.
+    // The layout in use at this moment. To be read before symbols are lent.
     KeyboardLayout layout();
 
     // Whether another one has been chosen since it was read.
@@ -33,8 +35,8 @@ public:
     // Switches off Caps Lock and modifiers that stick, until this object is gone.
     void releaseLocks();
 
-    // Gives the spare keys these symbols, and takes away those that they had.
-    void setSpareSymbols(const QHash<std::uint8_t, std::uint32_t> &symbols);
+    // Gives the keys of these codes one symbol each, and takes away those that were lent before.
+    void lendSymbols(const QHash<std::uint8_t, std::uint32_t> &symbols);
 
     // Keys wait for `flush`: those that belong together reach the server together, or not at all.
     void press(std::uint8_t code);
@@ -48,18 +50,14 @@ private:
     QByteArray layoutNames() const;
     void lockModifiers(std::uint8_t affected, std::uint8_t locked);
     void sendKey(std::uint8_t type, std::uint8_t code);
-    void noteSpareSymbols(const QHash<std::uint8_t, std::uint32_t> &symbols);
-    void readSymbols();
-    void writeSymbols(const QHash<std::uint8_t, std::uint32_t> &symbols);
 
     X11Connection &m_connection;
     xcb_atom_t m_layoutNamesAtom;
-    xcb_atom_t m_spareSymbolsAtom;
+    std::uint16_t m_device;
     QByteArray m_layoutNames;
-    std::uint8_t m_group = 0; // of the layouts
+    std::uint8_t m_group = 0; // of the layout's
+    std::uint8_t m_groupCount = 1;
     QSet<std::uint8_t> m_held;
     std::uint8_t m_releasedLocks = 0;
-    QList<QByteArray> m_symbols; // of each key from m_firstCode on, as the protocol spells them
-    std::uint8_t m_firstCode = 0;
-    bool m_areSymbolsChanged = false;
+    X11KeySymbols m_symbols;
 };

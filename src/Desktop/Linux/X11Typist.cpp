@@ -56,7 +56,7 @@ void X11Typist::type(const QList<KeyStroke> &strokes, std::chrono::microseconds 
 {
     m_target = target;
     X11Keyboard keyboard(m_connection);
-    keyboard.clearAbandonedSymbols();
+    keyboard.takeBackAbandonedSymbols();
     const KeyboardLayout layout = keyboard.layout();
     m_modifierCodes = layout.modifierCodes;
     const QList<TypingBatch> batches = planTyping(strokes, layout);
@@ -64,8 +64,8 @@ void X11Typist::type(const QList<KeyStroke> &strokes, std::chrono::microseconds 
     if (!m_windows.hasKeys(m_target))
         throw PlatformError(QStringLiteral("“%1” doesn't have the keyboard focus, so no keys were sent.")
                                 .arg(m_target.title));
-    const bool needsSpares = !batches.first().spareSymbols.isEmpty() || batches.size() > 1;
-    m_tellsWhenHandled = needsSpares && m_target.answersPings &&
+    const bool lendsSymbols = !batches.first().lentSymbols.isEmpty() || batches.size() > 1;
+    m_tellsWhenHandled = lendsSymbols && m_target.answersPings &&
                          m_connection.waitUntilHandled(m_target.identifier, firstAnswer);
     requireFreeKeyboard(QStringLiteral("no keys were sent"));
     keyboard.releaseLocks();
@@ -82,7 +82,7 @@ bool X11Typist::waitUntilHandled() const
 void X11Typist::typeBatch(X11Keyboard &keyboard, const TypingBatch &batch, std::chrono::microseconds pause)
 {
     requireSameLayout(keyboard);
-    keyboard.setSpareSymbols(batch.spareSymbols);
+    keyboard.lendSymbols(batch.lentSymbols);
     // Also when typing ends early: what has been typed so far must still be read right.
     struct Hold
     {
@@ -94,7 +94,7 @@ void X11Typist::typeBatch(X11Keyboard &keyboard, const TypingBatch &batch, std::
                 typist.holdSymbols();
         }
     };
-    const Hold hold{*this, !batch.spareSymbols.isEmpty()};
+    const Hold hold{*this, !batch.lentSymbols.isEmpty()};
     for (const PlannedKey &key : batch.keys) {
         requireTarget();
         requireSameLayout(keyboard);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // A window that tells on its standard output, a line an event, which keys reach it: the other application of
-// the keyboard tests. Argument: its title.
+// the keyboard tests. A line holds what happened, Qt's key and modifiers, the text and the key's code.
+// Argument: its title.
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QRasterWindow>
@@ -24,9 +25,10 @@ protected:
 private:
     static void tell(const QString &what, const QKeyEvent &event)
     {
-        ::tell(QStringLiteral("%1 %2 %3 %4")
+        ::tell(QStringLiteral("%1 %2 %3 %4 %5")
                    .arg(what, QString::number(event.key(), 16), QString::number(event.modifiers(), 16),
-                        QString::fromLatin1(event.text().toUtf8().toHex())));
+                        QString::fromLatin1(event.text().toUtf8().toHex()),
+                        QString::number(event.nativeScanCode())));
     }
 };
 

@@ -85,7 +85,57 @@ private Q_SLOTS:
         const auto plan = planTyping({text(u"яaя"_s)}, smallLayout());
         QCOMPARE(plan.size(), 1);
         QCOMPARE(codes(plan[0]), (QList<std::uint8_t>{93, 38, 93}));
-        QCOMPARE(plan[0].spareSymbols, (QHash<std::uint8_t, std::uint32_t>{{93, XKB_KEY_Cyrillic_ya}}));
+        QCOMPARE(plan[0].lentSymbols, (QHash<std::uint8_t, std::uint32_t>{{93, XKB_KEY_Cyrillic_ya}}));
+    }
+
+    void aDigitThatNeedsShiftIsLentToItsOwnKeyForACommand()
+    {
+        KeyboardLayout azerty = smallLayout();
+        azerty.symbols.insert(XKB_KEY_1, {10, ModifierKey::Shift});
+        azerty.symbols.insert(XKB_KEY_slash, {60, ModifierKey::Shift});
+        const KeyStroke digit{18, EventFlag::Command, {}};
+        const auto plan = planTyping({digit}, azerty);
+        QCOMPARE(plan.size(), 1);
+        QCOMPARE(codes(plan[0]), QList<std::uint8_t>{10});
+        QCOMPARE(plan[0].keys[0].modifiers, ModifierKeys(ModifierKey::Control));
+        QCOMPARE(plan[0].lentSymbols, (QHash<std::uint8_t, std::uint32_t>{{10, XKB_KEY_1}}));
+
+        // Without a command it is typed as people type it, and so is everything else that needs Shift.
+        const KeyStroke plain{18, {}, {}};
+        const KeyStroke slash{44, EventFlag::Command, {}};
+        for (const KeyStroke &stroke : {plain, slash}) {
+            const auto shifted = planTyping({stroke}, azerty);
+            QVERIFY(shifted[0].lentSymbols.isEmpty());
+            QVERIFY(shifted[0].keys[0].modifiers.testFlag(ModifierKey::Shift));
+        }
+    }
+
+    void aLetterOfAnotherGroupIsLentToItsOwnKeyForACommand()
+    {
+        KeyboardLayout russian = smallLayout();
+        russian.otherGroups = {{XKB_KEY_l, 46}};
+        const KeyStroke command{37, EventFlag::Command, {}};
+        const auto plan = planTyping({command}, russian);
+        QCOMPARE(codes(plan[0]), QList<std::uint8_t>{46});
+        QCOMPARE(plan[0].lentSymbols, (QHash<std::uint8_t, std::uint32_t>{{46, XKB_KEY_l}}));
+
+        const KeyStroke plain{37, {}, {}};
+        const auto typed = planTyping({plain}, russian);
+        QCOMPARE(typed[0].lentSymbols, (QHash<std::uint8_t, std::uint32_t>{{93, XKB_KEY_l}}));
+    }
+
+    void aKeyIsLentASymbolForItsOwnStrokeAlone()
+    {
+        KeyboardLayout azerty = smallLayout();
+        azerty.symbols.insert(XKB_KEY_1, {38, ModifierKey::Shift});
+        const KeyStroke digit{18, EventFlag::Command, {}};
+        const auto plan = planTyping({text(u"a"_s), digit, text(u"aя"_s)}, azerty);
+        QCOMPARE(plan.size(), 3);
+        QVERIFY(plan[0].lentSymbols.isEmpty());
+        QCOMPARE(plan[1].lentSymbols, (QHash<std::uint8_t, std::uint32_t>{{38, XKB_KEY_1}}));
+        QCOMPARE(plan[1].keys[0].endsStroke, true);
+        QCOMPARE(codes(plan[2]), (QList<std::uint8_t>{38, 93}));
+        QCOMPARE(plan[2].lentSymbols, (QHash<std::uint8_t, std::uint32_t>{{93, XKB_KEY_Cyrillic_ya}}));
     }
 
     void aNewBatchStartsWhenTheSpareKeysAreUsedUp()
@@ -94,16 +144,16 @@ private Q_SLOTS:
         QCOMPARE(plan.size(), 2);
         QCOMPARE(codes(plan[0]), (QList<std::uint8_t>{93, 97, 93}));
         QCOMPARE(codes(plan[1]), (QList<std::uint8_t>{93, 97}));
-        QCOMPARE(plan[1].spareSymbols.value(93), std::uint32_t(0x1000000 + 0x4E09));
-        QCOMPARE(plan[1].spareSymbols.value(97), std::uint32_t(0x1000000 + 0x56DB));
+        QCOMPARE(plan[1].lentSymbols.value(93), std::uint32_t(0x1000000 + 0x4E09));
+        QCOMPARE(plan[1].lentSymbols.value(97), std::uint32_t(0x1000000 + 0x56DB));
     }
 
     void aClusterIsTypedCodePointByCodePoint()
     {
         const auto plan = planTyping({text(u"👍🏽"_s)}, smallLayout());
         QCOMPARE(plan.size(), 1);
-        QCOMPARE(plan[0].spareSymbols.value(93), std::uint32_t(0x1000000 + 0x1F44D));
-        QCOMPARE(plan[0].spareSymbols.value(97), std::uint32_t(0x1000000 + 0x1F3FD));
+        QCOMPARE(plan[0].lentSymbols.value(93), std::uint32_t(0x1000000 + 0x1F44D));
+        QCOMPARE(plan[0].lentSymbols.value(97), std::uint32_t(0x1000000 + 0x1F3FD));
     }
 
     void everyStrokeEndsWithItsPause()

@@ -55,6 +55,8 @@ KeyboardDevices::KeyboardDevices() : m_connection(xcb_connect(nullptr, nullptr),
             physical = devices.data->deviceid;
         else if (name == "Virtual core XTEST keyboard")
             sending = devices.data->deviceid;
+        else if (name == "Virtual core keyboard")
+            master = devices.data->deviceid;
     }
 }
 

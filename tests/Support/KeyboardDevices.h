@@ -9,9 +9,10 @@
 #include <cstdint>
 #include <memory>
 
-// The keyboards of the private desktop's X server, each with a map of its own: the physical one, which is
-// pressed by the user, and the one that keys are sent with. Asked of the server over a connection of its own,
-// with none of the code under test. All keyboards have the same layout again when this object is gone.
+// The keyboards of the private desktop's X server: the physical one, which the user presses, and the one that
+// keys are sent with, each with a map of its own; and the master, whose map applications see. Asked of the
+// server over a connection of its own, with none of the code under test. All keyboards have the same layout
+// again when this object is gone.
 class KeyboardDevices
 {
 public:
@@ -20,8 +21,8 @@ public:
     KeyboardDevices(const KeyboardDevices &) = delete;
     KeyboardDevices &operator=(const KeyboardDevices &) = delete;
 
-    // Both are there.
-    bool isValid() const { return physical != 0 && sending != 0; }
+    // All are there.
+    bool isValid() const { return physical != 0 && sending != 0 && master != 0; }
 
     // The map of a device, as xkbcomp writes it.
     static QByteArray map(int device);
@@ -35,6 +36,7 @@ public:
 
     int physical = 0;
     int sending = 0;
+    int master = 0;
 
 private:
     std::unique_ptr<xcb_connection_t, void (*)(xcb_connection_t *)> m_connection;

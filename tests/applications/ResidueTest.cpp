@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // What actions leave behind on the desktop and in the program, also when the program is killed: nothing.
+#include "Support/KeyboardDevices.h"
 #include "applications/support/DesktopTest.h"
 
 #include <QDir>
@@ -26,6 +27,7 @@ private:
 namespace {
 
 constexpr auto typingOption = "--type";
+constexpr std::uint8_t shiftKey = 50;
 
 // Of characters that no key of the layout types; long enough to be killed in its middle.
 const QString foreignText = u"Съешь ещё этих мягких французских булок, да выпей же чаю. "_s.repeated(40);
@@ -79,21 +81,35 @@ void ResidueTest::actionsGiveTheirDescriptorsBack()
     QTRY_COMPARE_WITH_TIMEOUT(openDescriptors(), before, PrivateDesktop::patience);
 }
 
+// The user's keyboard has another layout than the one that keys are sent with, and was used last.
 void ResidueTest::theKeysOfAKilledProgramArePutBackByTheNext()
 {
+    KeyboardDevices keyboards;
+    KeyboardDevices::setLayout(keyboards.physical, u"de"_s);
+    keyboards.pressPhysicalKey(shiftKey);
+    const QByteArray physical = KeyboardDevices::map(keyboards.physical);
+    const QByteArray sending = KeyboardDevices::map(keyboards.sending);
+    QVERIFY(physical != sending);
     const QSet<int> keys = Screen::keysWithSymbols();
+
     QProcess program;
     program.start(QCoreApplication::applicationFilePath(), {QString::fromLatin1(typingOption)});
-    const auto hasChangedKeys = [&keys] { return Screen::keysWithSymbols() != keys; };
+    const auto hasChangedKeys = [&] { return KeyboardDevices::map(keyboards.sending) != sending; };
     QVERIFY(QTest::qWaitFor(hasChangedKeys, PrivateDesktop::patience));
     program.kill();
     QVERIFY(program.waitForFinished());
     QVERIFY(!Screen::isAKeyPressed());
     QVERIFY(hasChangedKeys());
+    QCOMPARE(KeyboardDevices::map(keyboards.physical), physical);
+
+    // What applications see is the user's keyboard again as soon as that is used.
+    keyboards.pressPhysicalKey(shiftKey);
+    QCOMPARE(Screen::keysWithSymbols(), keys);
 
     const Outcome typed = perform("type_text", {{"text", u"plain"_s}});
     QVERIFY2(!typed.hasFailed, qPrintable(typed.line));
-    QCOMPARE(Screen::keysWithSymbols(), keys);
+    QCOMPARE(KeyboardDevices::map(keyboards.sending), sending);
+    QCOMPARE(KeyboardDevices::map(keyboards.physical), physical);
 }
 
 int main(int argc, char *argv[])

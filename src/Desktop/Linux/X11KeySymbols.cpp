@@ -31,6 +31,24 @@ QByteArray singleSymbol(std::uint32_t symbol)
 
 } // namespace
 
+QList<QByteArray> readKeySymbols(const X11Connection &connection, std::uint16_t device)
+{
+    const xcb_setup_t *const setup = xcb_get_setup(connection.get());
+    const auto count = std::uint8_t(setup->max_keycode - setup->min_keycode + 1);
+    const auto cookie = xcb_xkb_get_map(connection.get(), device, 0, XCB_XKB_MAP_PART_KEY_SYMS, 0, 0,
+                                        setup->min_keycode, count, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0);
+    const X11Reply<xcb_xkb_get_map_reply_t> reply(xcb_xkb_get_map_reply(connection.get(), cookie, nullptr));
+    QList<QByteArray> keys;
+    if (!reply)
+        return keys;
+    const auto *data = static_cast<const char *>(xcb_xkb_get_map_map(reply.get()));
+    for (int key = 0; key < reply->nKeySyms; ++key) {
+        keys.append(QByteArray(data, sizeOf(data)));
+        data += sizeOf(data);
+    }
+    return keys;
+}
+
 X11KeySymbols::X11KeySymbols(X11Connection &connection, std::uint16_t device)
     : m_connection(connection), m_device(device), m_noteAtom(connection.internAtom("_ORVANE_LENT_SYMBOLS")),
       m_firstCode(xcb_get_setup(connection.get())->min_keycode)
@@ -41,24 +59,6 @@ X11KeySymbols::~X11KeySymbols()
 {
     if (!m_lent.isEmpty())
         takeBack(m_lent);
-}
-
-// Empty when the server is gone.
-QList<QByteArray> X11KeySymbols::read() const
-{
-    const auto count = std::uint8_t(xcb_get_setup(m_connection.get())->max_keycode - m_firstCode + 1);
-    const auto cookie = xcb_xkb_get_map(m_connection.get(), m_device, 0, XCB_XKB_MAP_PART_KEY_SYMS, 0, 0,
-                                        m_firstCode, count, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0);
-    const X11Reply<xcb_xkb_get_map_reply_t> reply(xcb_xkb_get_map_reply(m_connection.get(), cookie, nullptr));
-    QList<QByteArray> keys;
-    if (!reply)
-        return keys;
-    const auto *data = static_cast<const char *>(xcb_xkb_get_map_map(reply.get()));
-    for (int key = 0; key < reply->nKeySyms; ++key) {
-        keys.append(QByteArray(data, sizeOf(data)));
-        data += sizeOf(data);
-    }
-    return keys;
 }
 
 // All keys at once: one notice to the applications, and one reading for each of them.
@@ -112,7 +112,7 @@ QList<X11KeySymbols::Lent> X11KeySymbols::parsed(const QList<std::uint32_t> &val
 // Another layout may use the key for something else by now: its symbols stay.
 void X11KeySymbols::takeBack(const QList<Lent> &lent) const
 {
-    QList<QByteArray> keys = read();
+    QList<QByteArray> keys = readKeySymbols(m_connection, m_device);
     if (keys.isEmpty())
         return;
     for (const Lent &each : lent) {
@@ -141,7 +141,7 @@ void X11KeySymbols::lend(const QHash<std::uint8_t, std::uint32_t> &symbols)
     if (symbols.isEmpty() && m_lent.isEmpty())
         return;
     if (m_own.isEmpty())
-        m_own = read();
+        m_own = readKeySymbols(m_connection, m_device);
     m_connection.requireAlive();
     if (m_own.isEmpty())
         failWithoutKeyboard();

@@ -5,6 +5,10 @@
 
 #include <QHash>
 
+// What each key of a keyboard device has, from the lowest code on, as the protocol spells it. Empty when the
+// server does not tell. X thread.
+QList<QByteArray> readKeySymbols(const X11Connection &connection, std::uint16_t device);
+
 // The symbols of one keyboard device's keys. Keys can be lent other symbols for a while: spare ones what the
 // layout lacks, others what they type in another group or with Shift. The destructor takes back what is still
 // lent; where the process was killed before that, the next one that types does. X thread.
@@ -33,7 +37,6 @@ private:
     };
 
     static QList<Lent> parsed(const QList<std::uint32_t> &values);
-    QList<QByteArray> read() const;
     void write(const QList<QByteArray> &keys) const;
     void note(const QList<Lent> &lent) const;
     void takeBack(const QList<Lent> &lent) const;
@@ -42,6 +45,6 @@ private:
     std::uint16_t m_device;
     xcb_atom_t m_noteAtom;
     std::uint8_t m_firstCode;
-    QList<QByteArray> m_own; // what each key from m_firstCode on has by itself, as the protocol spells it
+    QList<QByteArray> m_own; // what each key from m_firstCode on has by itself
     QList<Lent> m_lent;
 };

@@ -20,6 +20,9 @@ public:
     X11Keyboard(const X11Keyboard &) = delete;
     X11Keyboard &operator=(const X11Keyboard &) = delete;
 
+    // That keys are sent with.
+    std::uint16_t device() const { return m_device; }
+
     // Takes back the symbols that a killed process has lent to keys. To be done before the layout is read.
     void takeBackAbandonedSymbols();
 

@@ -2,7 +2,10 @@
 #include "Desktop/Linux/X11Typist.h"
 
 #include "Desktop/Linux/X11Keyboard.h"
+#include "Desktop/Linux/X11UserKeyboard.h"
 #include "Desktop/PlatformError.h"
+
+#include <QScopeGuard>
 
 #include <thread>
 
@@ -64,11 +67,13 @@ void X11Typist::type(const QList<KeyStroke> &strokes, std::chrono::microseconds 
     if (!m_windows.hasKeys(m_target))
         throw PlatformError(QStringLiteral("“%1” doesn't have the keyboard focus, so no keys were sent.")
                                 .arg(m_target.title));
+    const X11UserKeyboard users(m_connection, keyboard.device());
     const bool lendsSymbols = !batches.first().lentSymbols.isEmpty() || batches.size() > 1;
-    m_tellsWhenHandled = lendsSymbols && m_target.answersPings &&
+    m_tellsWhenHandled = (lendsSymbols || users.hasOtherMap()) && m_target.answersPings &&
                          m_connection.waitUntilHandled(m_target.identifier, firstAnswer);
     requireFreeKeyboard(QStringLiteral("no keys were sent"));
     keyboard.releaseLocks();
+    const auto end = qScopeGuard([this, &users] { putBack(users); });
     for (const TypingBatch &batch : batches)
         typeBatch(keyboard, batch, pause);
     m_connection.requireAlive();
@@ -106,12 +111,22 @@ void X11Typist::typeBatch(X11Keyboard &keyboard, const TypingBatch &batch, std::
     }
 }
 
-void X11Typist::holdSymbols() const
+// Tells whether the application is known to have read everything.
+bool X11Typist::holdSymbols() const
 {
     const auto lastKey = std::chrono::steady_clock::now();
-    if (m_tellsWhenHandled)
-        m_connection.waitUntilHandled(m_target.identifier, slowestApplication);
+    const bool isHandled =
+        m_tellsWhenHandled && m_connection.waitUntilHandled(m_target.identifier, slowestApplication);
     std::this_thread::sleep_until(lastKey + symbolHold);
+    return isHandled;
+}
+
+// Where an application doesn't tell (Qt's tell only the window manager), that is left to the user's next key:
+// it could misread ours.
+void X11Typist::putBack(const X11UserKeyboard &users) const
+{
+    if (users.hasOtherMap() && holdSymbols())
+        users.putBack();
 }
 
 void X11Typist::typeKey(X11Keyboard &keyboard, const PlannedKey &key)

@@ -29,7 +29,8 @@ public:
 private:
     void typeBatch(class X11Keyboard &keyboard, const TypingBatch &batch, std::chrono::microseconds pause);
     void typeKey(X11Keyboard &keyboard, const PlannedKey &key);
-    void holdSymbols() const;
+    bool holdSymbols() const;
+    void putBack(const class X11UserKeyboard &users) const;
     void requireTarget() const;
     void requireFreeKeyboard(const QString &consequence) const;
 

@@ -11,6 +11,7 @@
 #include <xkbcommon/xkbcommon-keysyms.h>
 
 #include <algorithm>
+#include <csignal>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -157,6 +158,19 @@ private Q_SLOTS:
             QCOMPARE(post(text(typed)), QString());
             QCOMPARE(receivedText(), typed);
         }
+    }
+
+    void aSlowApplicationReadsTheKeysByTheMapThatTheyWereSentWith()
+    {
+        setLayouts(u"de"_s, u"us"_s);
+        const QByteArray physical = KeyboardDevices::map(m_keyboards->physical);
+        QCoro::Task<void> typing = m_bench.keyboard.post({text(u"yyy"_s), text(u"zzz"_s)}, 300ms);
+        const auto isTyping = [&] { return KeyboardDevices::map(m_keyboards->master) != physical; };
+        QVERIFY(QTest::qWaitFor(isTyping, LinuxBench::patience));
+        ::kill(pid_t(m_receiver->processId()), SIGSTOP);
+        QCOMPARE(LinuxBench::errorOf(std::move(typing)), QString());
+        ::kill(pid_t(m_receiver->processId()), SIGCONT);
+        QCOMPARE(receivedText(), u"yyyzzz"_s);
     }
 
     void commandWithADigitThatNeedsShiftArrivesWithoutShift_data()

@@ -57,7 +57,7 @@ public:
     virtual QCoro::Task<QList<RunningApplication>> runningApplications() = 0;
 
     // The application that the user works with. Our own window is a palette and never the answer: while it is
-    // active, this is the application that was active before it. None on an empty desktop.
+    // active, this is the application that was active before it. None while no application is active.
     virtual QCoro::Task<std::optional<RunningApplication>> frontmostApplication() = 0;
 
     // Brings a running application back to the front and waits (bounded) until it is. Throws when it is gone.

@@ -42,6 +42,9 @@ QList<std::uint32_t> X11Snapshot::byRecency() const
 
 const X11Window *X11Snapshot::frontmost(qint64 ownProcess) const
 {
+    const X11Window *activeNow = active();
+    if (!activeNow || activeNow->process != ownProcess)
+        return activeNow && activeNow->isOnScreen() ? activeNow : nullptr;
     for (const std::uint32_t identifier : byRecency()) {
         const X11Window *window = find(identifier);
         if (window && window->isOnScreen() && window->process != ownProcess)

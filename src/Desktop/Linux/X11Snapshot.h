@@ -50,8 +50,8 @@ struct X11Snapshot
     // All windows, front to back.
     QList<X11Window> frontToBack() const;
 
-    // The window that the user works with: the active one, unless it is one of `ownProcess` or of the shell;
-    // then the one that was active before it, and in doubt the one that lies on top.
+    // The window that the user works with: the active one, or none where no application's window is active.
+    // While it is one of `ownProcess`, the one that was active before it, and in doubt the one on top.
     const X11Window *frontmost(qint64 ownProcess) const;
 
     // The window of an application to bring to the front: the one used last, one that is visible first.

@@ -147,6 +147,28 @@ private Q_SLOTS:
         QCOMPARE(frontmostName(), u"Mousepad"_s);
     }
 
+    // A launcher's window, which the window manager leaves alone, has taken the focus: no window is active.
+    void withoutAnActiveWindowNobodyIsInFront()
+    {
+        const auto editor = LinuxBench::start(u"mousepad"_s);
+        QVERIFY(m_bench.waitForActive(u"Mousepad"_s));
+        QRasterWindow launcher;
+        launcher.setFlag(Qt::BypassWindowManagerHint);
+        launcher.show();
+        LinuxBench::output(u"xdotool"_s, {u"windowfocus"_s, QString::number(launcher.winId())});
+        QTRY_VERIFY_WITH_TIMEOUT(!m_bench.snapshot().activeWindow, LinuxBench::patience);
+
+        QCOMPARE(frontmostName(), u"none"_s);
+        const KeyStroke text{0, {}, u"for nobody"_s};
+        QCOMPARE(LinuxBench::errorOf(m_bench.keyboard.post({text}, 0us)),
+                 u"No application is in front to receive the keys."_s);
+        launcher.close();
+        QVERIFY(m_bench.waitForActive(u"Mousepad"_s));
+        const auto window = m_bench.waitForWindow(u"Mousepad"_s);
+        QVERIFY2(!window->title.startsWith(u'*'), qPrintable(window->title)); // unchanged
+        QCOMPARE(frontmostName(), u"Mousepad"_s);
+    }
+
     void quittingClosesTheApplication()
     {
         const auto editor = LinuxBench::start(u"mousepad"_s);

@@ -55,6 +55,24 @@ private Q_SLOTS:
         QCOMPARE(frontmost(snapshot), 4u);
     }
 
+    void withoutAnActiveWindowNobodyIsInFront()
+    {
+        X11Snapshot snapshot = desktop();
+        snapshot.recentlyActivated = {4, 2};
+        snapshot.activeWindow.reset();
+        QCOMPARE(frontmost(snapshot), 0u);
+        snapshot.activeWindow = 77; // has vanished
+        QCOMPARE(frontmost(snapshot), 0u);
+    }
+
+    void behindThePanelThatIsActiveNobodyIsInFront()
+    {
+        X11Snapshot snapshot = desktop();
+        snapshot.recentlyActivated = {5, 4, 2};
+        snapshot.activeWindow = 5;
+        QCOMPARE(frontmost(snapshot), 0u);
+    }
+
     void ourOwnWindowGivesWayToTheOneBefore()
     {
         X11Snapshot snapshot = desktop();

@@ -47,22 +47,46 @@ public:
     {
         if (!clickableRoles().contains(attributes.role))
             return WalkStep::Continue;
-        const QString key = Text::comparisonKey(Executor::label(attributes));
+        const QString label = Executor::label(attributes);
+        const QString key = Text::comparisonKey(label);
         if (key == m_wanted) {
-            m_match = element;
+            m_match = Match{element, label};
             return WalkStep::Stop;
         }
         if (!m_match && key.contains(m_wanted))
-            m_match = element;
+            m_match = Match{element, label};
         return WalkStep::Continue;
     }
 
-    std::optional<AccessibilityElement> match() const { return m_match; }
+    struct Match
+    {
+        AccessibilityElement element = 0;
+        QString label;
+    };
+    const std::optional<Match> &match() const { return m_match; }
 
 private:
     QString m_wanted;
-    std::optional<AccessibilityElement> m_match;
+    std::optional<Match> m_match;
 };
+
+const RunningApplication &required(const std::optional<RunningApplication> &frontmost)
+{
+    if (!frontmost)
+        throw ActionError(QStringLiteral("No frontmost app."));
+    return *frontmost;
+}
+
+// `wanted`: what the action calls the control.
+QCoro::Task<QString> pressControl(std::optional<ActionTarget::Control> control, QString wanted)
+{
+    if (!control)
+        throw ActionError(QStringLiteral("Couldn't find a control labelled “%1”.").arg(wanted));
+    const bool pressed = co_await control->tree->press(control->element);
+    if (!pressed)
+        throw ActionError(QStringLiteral("“%1” didn't respond to a click.").arg(wanted));
+    co_return QStringLiteral("Clicked “%1”.").arg(wanted);
+}
 
 // "Button: Save"; nothing for an element that is not worth a line.
 std::optional<QString> lineFor(const AccessibilityAttributes &element)
@@ -108,14 +132,13 @@ QCoro::Task<std::shared_ptr<AccessibilityTree>> Executor::frontWindowRoot(Deskto
 {
     co_await requireTrust(PlatformWords::current().controlsRefusal, desktop);
     const std::optional<RunningApplication> front = co_await desktop.workspace.frontmostApplication();
-    if (!front)
-        throw ActionError(QStringLiteral("No frontmost app."));
-    co_return co_await desktop.accessibility.applicationTree(front->processIdentifier);
+    const RunningApplication application = required(front);
+    co_return co_await desktop.accessibility.applicationTree(application.processIdentifier);
 }
 
-QCoro::Task<QString> Executor::click(QString wanted, Desktop desktop)
+QCoro::Task<std::optional<ActionTarget::Control>>
+Executor::findControl(std::shared_ptr<AccessibilityTree> tree, QString wanted)
 {
-    const std::shared_ptr<AccessibilityTree> tree = co_await frontWindowRoot(desktop);
     ControlSearch search(wanted);
     const WalkVisitor visitor = [&search](AccessibilityElement element,
                                           const AccessibilityAttributes &attributes) {
@@ -123,11 +146,23 @@ QCoro::Task<QString> Executor::click(QString wanted, Desktop desktop)
     };
     co_await walkBreadthFirst(tree, clickLimits, visitor);
     if (!search.match())
-        throw ActionError(QStringLiteral("Couldn't find a control labelled “%1”.").arg(wanted));
-    const bool pressed = co_await tree->press(*search.match());
-    if (!pressed)
-        throw ActionError(QStringLiteral("“%1” didn't respond to a click.").arg(wanted));
-    co_return QStringLiteral("Clicked “%1”.").arg(wanted);
+        co_return std::nullopt;
+    co_return ActionTarget::Control{tree, search.match()->element, search.match()->label};
+}
+
+QCoro::Task<QString> Executor::press(QString wanted, ActionTarget target, Desktop desktop)
+{
+    co_await requireTrust(PlatformWords::current().controlsRefusal, desktop);
+    target.requireFound();
+    required(target.frontmost);
+    co_return co_await pressControl(target.control, wanted);
+}
+
+QCoro::Task<QString> Executor::click(QString wanted, Desktop desktop)
+{
+    const std::shared_ptr<AccessibilityTree> tree = co_await frontWindowRoot(desktop);
+    const std::optional<ActionTarget::Control> control = co_await findControl(tree, wanted);
+    co_return co_await pressControl(control, wanted);
 }
 
 QCoro::Task<QString> Executor::readUI(Desktop desktop)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "Actions/ActionTarget.h"
 #include "Desktop/Desktop.h"
 
 #include <QCoroTask>
@@ -28,7 +29,15 @@ QList<AccessibilityElement> children(const AccessibilityAttributes &element);
 // the user for it and throws.
 QCoro::Task<std::shared_ptr<AccessibilityTree>> frontWindowRoot(Desktop desktop);
 
-// Presses the control with this label, else the first whose label contains it, and gives the result line.
+// The control with this label, else the first whose label contains it; none where there is neither.
+QCoro::Task<std::optional<ActionTarget::Control>> findControl(std::shared_ptr<AccessibilityTree> tree,
+                                                              QString wanted);
+
+// Presses the control that was found for this label, and gives the result line. Without the Accessibility
+// permission, asks the user for it and throws.
+QCoro::Task<QString> press(QString wanted, ActionTarget target, Desktop desktop);
+
+// Finds the control in the frontmost application and presses it.
 QCoro::Task<QString> click(QString wanted, Desktop desktop);
 
 // The readable controls, in one line.

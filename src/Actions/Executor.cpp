@@ -20,7 +20,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-using Handler = QCoro::Task<QString> (*)(AgentAction action, Desktop desktop);
+using Handler = QCoro::Task<QString> (*)(AgentAction action, ActionTarget target, Desktop desktop);
 
 // How long a polite request to quit is given before it is looked at.
 constexpr auto quittingTime = 600ms;
@@ -46,77 +46,93 @@ QString pathOf(const QString &text, Desktop desktop)
     return Executor::resolveFolder(text, desktop.files.homeDirectory());
 }
 
-QCoro::Task<QString> openApp(AgentAction action, Desktop desktop)
+QCoro::Task<QString> openApp(AgentAction action, ActionTarget, Desktop desktop)
 {
     const QString name = required(action, QStringLiteral("app"), QStringLiteral("app name"));
     const QString opened = co_await Executor::launch(name, desktop);
     co_return QStringLiteral("%1 is now frontmost.").arg(opened);
 }
 
-QCoro::Task<QString> quitApp(AgentAction action, Desktop desktop)
+QCoro::Task<bool> stillRuns(std::optional<RunningApplication> application, Desktop desktop)
+{
+    if (!application)
+        co_return false;
+    const bool hasEnded = co_await desktop.workspace.isTerminated(*application);
+    co_return !hasEnded;
+}
+
+QCoro::Task<QString> quitApp(AgentAction action, ActionTarget target, Desktop desktop)
 {
     const QString name = required(action, QStringLiteral("app"), QStringLiteral("app name"));
-    const std::optional<RunningApplication> application = co_await Executor::running(name, desktop);
-    if (!application)
+    target.requireFound();
+    const bool isRunning = co_await stillRuns(target.quitting, desktop);
+    if (!isRunning)
         co_return QStringLiteral("%1 is not running.").arg(name);
-    co_await desktop.workspace.terminate(*application);
+    co_await desktop.workspace.terminate(*target.quitting);
     co_await desktop.clock.sleep(quittingTime);
-    const bool ended = co_await desktop.workspace.isTerminated(*application);
+    const bool ended = co_await desktop.workspace.isTerminated(*target.quitting);
     if (ended)
         co_return QStringLiteral("%1 quit.").arg(name);
     co_return QStringLiteral("Asked %1 to quit (it may be waiting on a save prompt).").arg(name);
 }
 
-QCoro::Task<QString> openURL(AgentAction action, Desktop desktop)
+QCoro::Task<QString> openURL(AgentAction action, ActionTarget, Desktop desktop)
 {
     const QString url = required(action, QStringLiteral("url"), QStringLiteral("url"));
     co_return co_await Executor::openURL(url, action.arg(QStringLiteral("app")), desktop);
 }
 
-QCoro::Task<QString> webSearch(AgentAction action, Desktop desktop)
+QCoro::Task<QString> webSearch(AgentAction action, ActionTarget, Desktop desktop)
 {
     const QString query = required(action, QStringLiteral("query"), QStringLiteral("query"));
     const QString address = Executor::searchAddress(query);
     co_return co_await Executor::openURL(address, action.arg(QStringLiteral("app")), desktop);
 }
 
-QCoro::Task<QString> newTab(AgentAction action, Desktop desktop)
+QCoro::Task<QString> newTab(AgentAction action, ActionTarget target, Desktop desktop)
 {
     const std::optional<QString> name = action.arg(QStringLiteral("app"));
-    if (name)
-        co_await Executor::launch(*name, desktop);
+    const QString key = QStringLiteral("t");
     const QStringList modifiers{QStringLiteral("command")};
-    co_await Executor::keystroke(QStringLiteral("t"), modifiers, desktop);
+    if (name) {
+        co_await Executor::launch(*name, desktop);
+        co_await Executor::keystroke(key, modifiers, desktop);
+    } else {
+        target.requireFound();
+        co_await Executor::keystroke(key, modifiers, target.frontmost, desktop);
+    }
     co_return QStringLiteral("Opened a new tab.");
 }
 
-QCoro::Task<QString> typeText(AgentAction action, Desktop desktop)
+QCoro::Task<QString> typeText(AgentAction action, ActionTarget target, Desktop desktop)
 {
     // The raw value: blanks are text too.
     const QString text = action.args.value(QStringLiteral("text"));
     if (text.isEmpty())
         throw ActionError(QStringLiteral("Missing text."));
-    co_await Executor::typeText(text, desktop);
+    target.requireFound();
+    co_await Executor::typeText(text, target.frontmost, desktop);
     co_return QStringLiteral("Typed text.");
 }
 
-QCoro::Task<QString> pressKey(AgentAction action, Desktop desktop)
+QCoro::Task<QString> pressKey(AgentAction action, ActionTarget target, Desktop desktop)
 {
     static const QRegularExpression separators(QStringLiteral("[+, ]"));
     const QString key = required(action, QStringLiteral("key"), QStringLiteral("key"));
     const QString held = action.arg(QStringLiteral("modifiers")).value_or(QString());
     const QStringList modifiers = held.toLower().split(separators, Qt::SkipEmptyParts);
-    co_await Executor::keystroke(key, modifiers, desktop);
+    target.requireFound();
+    co_await Executor::keystroke(key, modifiers, target.frontmost, desktop);
     co_return QStringLiteral("Pressed %1.").arg(key);
 }
 
-QCoro::Task<QString> click(AgentAction action, Desktop desktop)
+QCoro::Task<QString> click(AgentAction action, ActionTarget target, Desktop desktop)
 {
     const QString label = required(action, QStringLiteral("label"), QStringLiteral("label"));
-    co_return co_await Executor::click(label, desktop);
+    co_return co_await Executor::press(label, target, desktop);
 }
 
-QCoro::Task<QString> createFolder(AgentAction action, Desktop desktop)
+QCoro::Task<QString> createFolder(AgentAction action, ActionTarget, Desktop desktop)
 {
     const QString name = required(action, QStringLiteral("name"), QStringLiteral("folder name"));
     const QString location =
@@ -127,7 +143,7 @@ QCoro::Task<QString> createFolder(AgentAction action, Desktop desktop)
     co_return QStringLiteral("Created folder at %1.").arg(path);
 }
 
-QCoro::Task<QString> screenshot(AgentAction action, Desktop desktop)
+QCoro::Task<QString> screenshot(AgentAction action, ActionTarget, Desktop desktop)
 {
     const QString folder =
         firstOf(action, QStringLiteral("save_to"), QStringLiteral("folder"), QStringLiteral("Downloads"));
@@ -139,7 +155,7 @@ QCoro::Task<QString> screenshot(AgentAction action, Desktop desktop)
     co_return QStringLiteral("Saved screenshot to %1.").arg(path);
 }
 
-QCoro::Task<QString> findFiles(AgentAction action, Desktop desktop)
+QCoro::Task<QString> findFiles(AgentAction action, ActionTarget, Desktop desktop)
 {
     const QString folder = action.arg(QStringLiteral("folder")).value_or(QStringLiteral("Downloads"));
     std::optional<QString> extension = action.arg(QStringLiteral("extension"));
@@ -148,7 +164,7 @@ QCoro::Task<QString> findFiles(AgentAction action, Desktop desktop)
     co_return co_await Executor::findFiles(folder, extension, action.arg(QStringLiteral("query")), desktop);
 }
 
-QCoro::Task<QString> openPath(AgentAction action, Desktop desktop)
+QCoro::Task<QString> openPath(AgentAction action, ActionTarget, Desktop desktop)
 {
     const QString text = required(action, QStringLiteral("path"), QStringLiteral("path"));
     const QString path = pathOf(text, desktop);
@@ -161,24 +177,24 @@ QCoro::Task<QString> openPath(AgentAction action, Desktop desktop)
     co_return QStringLiteral("Opened %1.").arg(Executor::lastComponent(path));
 }
 
-QCoro::Task<QString> trash(AgentAction action, Desktop desktop)
+QCoro::Task<QString> trash(AgentAction action, ActionTarget, Desktop desktop)
 {
     const QString path = pathOf(required(action, QStringLiteral("path"), QStringLiteral("path")), desktop);
     co_await desktop.files.trash(path);
     co_return QStringLiteral("Moved %1 to the Trash.").arg(Executor::lastComponent(path));
 }
 
-QCoro::Task<QString> listWindows(AgentAction, Desktop desktop)
+QCoro::Task<QString> listWindows(AgentAction, ActionTarget, Desktop desktop)
 {
     co_return co_await Executor::windowSummary(desktop);
 }
 
-QCoro::Task<QString> readUI(AgentAction, Desktop desktop)
+QCoro::Task<QString> readUI(AgentAction, ActionTarget, Desktop desktop)
 {
     co_return co_await Executor::readUI(desktop);
 }
 
-QCoro::Task<QString> appleScript(AgentAction action, Desktop desktop)
+QCoro::Task<QString> appleScript(AgentAction action, ActionTarget, Desktop desktop)
 {
     const QString source = required(action, QStringLiteral("script"), QStringLiteral("script"));
     co_return co_await Executor::appleScript(source, desktop);
@@ -212,10 +228,16 @@ const QHash<QString, Handler> &handlers()
 
 QCoro::Task<QString> Executor::run(AgentAction action, Desktop desktop)
 {
+    const ActionTarget found = co_await target(action, desktop);
+    co_return co_await run(action, found, desktop);
+}
+
+QCoro::Task<QString> Executor::run(AgentAction action, ActionTarget target, Desktop desktop)
+{
     const Handler handler = handlers().value(action.name, nullptr);
     if (!handler)
         throw ActionError(QStringLiteral("Unknown action “%1”.").arg(action.name));
-    const QString line = co_await handler(action, desktop);
+    const QString line = co_await handler(action, target, desktop);
     // Paths, file names and the model's own words may hold anything; the result is one harmless line.
     co_return Text::cleaned(line);
 }
@@ -232,9 +254,8 @@ bool Executor::actsOnFrontmostApplication(const AgentAction &action)
 QCoro::Task<void> Executor::returnTo(RunningApplication application, Desktop desktop)
 {
     const bool isGone = co_await desktop.workspace.isTerminated(application);
-    if (isGone) {
-        const QString name = application.localizedName.value_or(QStringLiteral("The application"));
-        throw ActionError(QStringLiteral("“%1” is no longer open, so nothing was done.").arg(name));
-    }
+    if (isGone)
+        throw ActionError(
+            QStringLiteral("“%1” is no longer open, so nothing was done.").arg(application.shownName()));
     co_await desktop.workspace.activate(application);
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Actions/ActionError.h"
+#include "Actions/ActionTarget.h"
 #include "Actions/AgentAction.h"
 #include "Desktop/Desktop.h"
 
@@ -12,9 +13,13 @@
 // header a concern: Applications, Web, Files, Keyboard, Accessibility, Observation.
 namespace Executor {
 
-// Carries out one action, already approved where the policy asks for that, and gives its result in one line
-// of English for the model. Throws ActionError for what it detects itself and passes on PlatformError.
-// "done" is the caller's business and unknown here. What was done before a failure stays done.
+// Carries out one action on the target that was found for it, already approved where the policy asks for
+// that, and gives its result in one line of English for the model. Throws ActionError for what it detects
+// itself and passes on PlatformError. "done" is the caller's business and unknown here. What was done before
+// a failure stays done.
+QCoro::Task<QString> run(AgentAction action, ActionTarget target, Desktop desktop);
+
+// The same on the target that it has now.
 QCoro::Task<QString> run(AgentAction action, Desktop desktop);
 
 // Which application is in front and which windows are open, in one line. Never throws: what cannot be found

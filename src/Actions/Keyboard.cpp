@@ -17,17 +17,19 @@ constexpr auto pauseAfterPiece = 15'000us;
 
 } // namespace
 
-QCoro::Task<void> Executor::keystroke(QString key, QStringList modifiers, Desktop desktop)
+QCoro::Task<void> Executor::keystroke(QString key, QStringList modifiers,
+                                      std::optional<RunningApplication> receiver, Desktop desktop)
 {
     co_await requireTrust(PlatformWords::current().keysRefusal, desktop);
     const auto code = keyCodes().constFind(Text::comparisonKey(key));
     if (code == keyCodes().constEnd())
         throw ActionError(QStringLiteral("Unsupported key “%1”.").arg(key));
     const QList<KeyStroke> strokes{KeyStroke{*code, modifierFlags(modifiers), QString()}};
-    co_await desktop.keyboard.post(strokes, 0us);
+    co_await desktop.keyboard.post(strokes, 0us, receiver);
 }
 
-QCoro::Task<void> Executor::typeText(QString text, Desktop desktop)
+QCoro::Task<void> Executor::typeText(QString text, std::optional<RunningApplication> receiver,
+                                     Desktop desktop)
 {
     co_await requireTrust(PlatformWords::current().typingRefusal, desktop);
     QList<KeyStroke> strokes;
@@ -35,5 +37,17 @@ QCoro::Task<void> Executor::typeText(QString text, Desktop desktop)
     for (const QString &piece : pieces)
         strokes.append(KeyStroke{0, EventFlags(), piece});
     if (!strokes.isEmpty())
-        co_await desktop.keyboard.post(strokes, pauseAfterPiece);
+        co_await desktop.keyboard.post(strokes, pauseAfterPiece, receiver);
+}
+
+QCoro::Task<void> Executor::keystroke(QString key, QStringList modifiers, Desktop desktop)
+{
+    const std::optional<RunningApplication> receiver = co_await desktop.workspace.frontmostApplication();
+    co_await keystroke(key, modifiers, receiver, desktop);
+}
+
+QCoro::Task<void> Executor::typeText(QString text, Desktop desktop)
+{
+    const std::optional<RunningApplication> receiver = co_await desktop.workspace.frontmostApplication();
+    co_await typeText(text, receiver, desktop);
 }

@@ -9,6 +9,7 @@
 #include <QStringList>
 
 #include <cstdint>
+#include <optional>
 
 // Keys and typed text for the application that has the focus. Main thread. Without the Accessibility
 // permission, both operations ask the user for it and throw ActionError; PlatformError passes through.
@@ -20,10 +21,16 @@ const QHash<QString, std::uint16_t> &keyCodes();
 // The flags of these modifier names, in any letter case; unknown names are ignored.
 EventFlags modifierFlags(const QStringList &names);
 
-// Presses one key with these modifiers. Throws ActionError for a key that is not in the table.
-QCoro::Task<void> keystroke(QString key, QStringList modifiers, Desktop desktop);
+// Presses one key with these modifiers, in the receiver and in no other application. Throws ActionError for a
+// key that is not in the table.
+QCoro::Task<void> keystroke(QString key, QStringList modifiers, std::optional<RunningApplication> receiver,
+                            Desktop desktop);
 
-// Types the text literally, line breaks included.
+// Types the text literally, line breaks included, into the receiver and no other application.
+QCoro::Task<void> typeText(QString text, std::optional<RunningApplication> receiver, Desktop desktop);
+
+// The same for whichever application is frontmost now.
+QCoro::Task<void> keystroke(QString key, QStringList modifiers, Desktop desktop);
 QCoro::Task<void> typeText(QString text, Desktop desktop);
 
 } // namespace Executor

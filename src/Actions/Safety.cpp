@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Actions/Safety.h"
 
-#include "Actions/Observation.h"
 #include "Base/PlatformWords.h"
 #include "Base/Text.h"
 
@@ -12,8 +11,7 @@
 
 namespace {
 
-// `front` is the frontmost application's name as it is; empty when there is none.
-using Rule = Risk (*)(const AgentAction &action, const QString &front);
+using Rule = Risk (*)(const AgentAction &action, const ActionTarget &target);
 
 const QStringList &messagingApplications()
 {
@@ -48,41 +46,70 @@ QString keyOfArgument(const AgentAction &action, const QString &name)
     return Text::comparisonKey(action.arg(name).value_or(QString()));
 }
 
-Risk trash(const AgentAction &action, const QString &)
+// The frontmost application's name as it is; empty when there is none.
+QString frontName(const ActionTarget &target)
+{
+    return target.frontmost ? target.frontmost->localizedName.value_or(QString()) : QString();
+}
+
+QString frontDisplay(const ActionTarget &target)
+{
+    return Text::capitalized(frontName(target));
+}
+
+bool isQuitSafe(const QString &name)
+{
+    return Safety::quitSafe().contains(Text::comparisonKey(name));
+}
+
+bool isRiskyLabel(const QString &label)
+{
+    return containsAny(Text::comparisonKey(label), riskyClickWords());
+}
+
+Risk trash(const AgentAction &action, const ActionTarget &)
 {
     const QString path = action.arg(QStringLiteral("path")).value_or(QStringLiteral("item"));
     return Risk::confirm(QStringLiteral("Move “%1” to the Trash").arg(path));
 }
 
-Risk quitApp(const AgentAction &action, const QString &)
+Risk quitApp(const AgentAction &action, const ActionTarget &target)
 {
-    if (Safety::quitSafe().contains(keyOfArgument(action, QStringLiteral("app"))))
+    const QString word = action.arg(QStringLiteral("app")).value_or(QString());
+    const QString name = target.quitting ? target.quitting->localizedName.value_or(QString()) : word;
+    if (isQuitSafe(word) && isQuitSafe(name))
         return Risk::safe();
-    const QString name = action.arg(QStringLiteral("app")).value_or(QStringLiteral("the app"));
-    return Risk::confirm(QStringLiteral("Quit %1 — unsaved work could be lost").arg(name));
+    QString shown = word.isEmpty() ? QStringLiteral("the app") : word;
+    if (!name.isEmpty() && !Text::equals(word, name))
+        shown += QStringLiteral(" (%1)").arg(name);
+    return Risk::confirm(QStringLiteral("Quit %1 — unsaved work could be lost").arg(shown));
 }
 
-Risk appleScript(const AgentAction &action, const QString &)
+Risk appleScript(const AgentAction &action, const ActionTarget &)
 {
     const QString script = action.arg(QStringLiteral("script")).value_or(QString());
     return Risk::confirm(QStringLiteral("Run a custom AppleScript:\n") + script);
 }
 
-Risk click(const AgentAction &action, const QString &front)
+Risk click(const AgentAction &action, const ActionTarget &target)
 {
-    if (!containsAny(keyOfArgument(action, QStringLiteral("label")), riskyClickWords()))
-        return Risk::safe();
     const QString label = action.arg(QStringLiteral("label")).value_or(QString());
-    return Risk::confirm(QStringLiteral("Click “%1” in %2").arg(label, Text::capitalized(front)));
+    const QString found = target.control ? target.control->label : label;
+    if (!isRiskyLabel(label) && !isRiskyLabel(found))
+        return Risk::safe();
+    QString shown = QStringLiteral("“%1”").arg(label);
+    if (!Text::equals(label, found))
+        shown += QStringLiteral(" (“%1”)").arg(found);
+    return Risk::confirm(QStringLiteral("Click %1 in %2").arg(shown, frontDisplay(target)));
 }
 
-Risk pressKey(const AgentAction &action, const QString &front)
+Risk pressKey(const AgentAction &action, const ActionTarget &target)
 {
     const QString key = keyOfArgument(action, QStringLiteral("key"));
     const bool isReturn = key == QLatin1String("return") || key == QLatin1String("enter");
-    if (isReturn && containsAny(Text::comparisonKey(front), messagingApplications()))
+    if (isReturn && containsAny(Text::comparisonKey(frontName(target)), messagingApplications()))
         return Risk::confirm(
-            QStringLiteral("Press Return in %1 — this may send a message").arg(Text::capitalized(front)));
+            QStringLiteral("Press Return in %1 — this may send a message").arg(frontDisplay(target)));
     if (!keyOfArgument(action, QStringLiteral("modifiers")).contains(QLatin1String("command")))
         return Risk::safe();
     if (key == QLatin1String("delete") || key == QLatin1String("backspace"))
@@ -90,11 +117,11 @@ Risk pressKey(const AgentAction &action, const QString &front)
             QStringLiteral("Delete the selected item (%1)").arg(PlatformWords::current().deleteKeys));
     if (key == QLatin1String("q"))
         return Risk::confirm(
-            QStringLiteral("Quit %1 (%2)").arg(Text::capitalized(front), PlatformWords::current().quitKeys));
+            QStringLiteral("Quit %1 (%2)").arg(frontDisplay(target), PlatformWords::current().quitKeys));
     return Risk::safe();
 }
 
-Risk openURL(const AgentAction &action, const QString &)
+Risk openURL(const AgentAction &action, const ActionTarget &)
 {
     const QString url = keyOfArgument(action, QStringLiteral("url"));
     if (url.startsWith(QLatin1String("x-apple.systempreferences")) && url.contains(QLatin1String("reset")))
@@ -131,14 +158,21 @@ const QSet<QString> &Safety::quitSafe()
     return names;
 }
 
-Risk Safety::assess(const AgentAction &action, const std::optional<QString> &frontmostApplicationName)
+Risk Safety::assess(const AgentAction &action, const ActionTarget &target)
 {
     const Rule rule = ruleFor(action.name);
-    return rule ? rule(action, frontmostApplicationName.value_or(QString())) : Risk::safe();
+    return rule ? rule(action, target) : Risk::safe();
+}
+
+Risk Safety::assess(const AgentAction &action, const std::optional<QString> &frontmostApplicationName)
+{
+    ActionTarget target;
+    target.frontmost.emplace().localizedName = frontmostApplicationName;
+    return assess(action, target);
 }
 
 QCoro::Task<Risk> Safety::assess(AgentAction action, Desktop desktop)
 {
-    const std::optional<QString> front = co_await Executor::frontmostName(desktop);
-    co_return assess(action, front);
+    const ActionTarget target = co_await Executor::target(action, desktop);
+    co_return assess(action, target);
 }

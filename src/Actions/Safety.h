@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "Actions/ActionTarget.h"
 #include "Actions/AgentAction.h"
 #include "Desktop/Desktop.h"
 
@@ -32,10 +33,14 @@ namespace Safety {
 // Names, as compared, of the applications that may be quit without asking. Safe from any thread.
 const QSet<QString> &quitSafe();
 
-// The policy itself: a pure function, given the name of the application that the user works with.
+// The policy itself: a pure function, given what the action would act upon. Where an action calls that by
+// another name, both names are judged, and the user sees both.
+Risk assess(const AgentAction &action, const ActionTarget &target);
+
+// The same, given only the name of the application that the user works with.
 Risk assess(const AgentAction &action, const std::optional<QString> &frontmostApplicationName);
 
-// The same, with the application that is frontmost now. Main thread.
+// The same, with what the action would act upon now. Main thread.
 QCoro::Task<Risk> assess(AgentAction action, Desktop desktop);
 
 } // namespace Safety

@@ -52,16 +52,6 @@ QString descriptionOfCurrentError()
     return description.isEmpty() ? u"Something unexpected went wrong."_s : description;
 }
 
-// The application that the user works with; none when that cannot be found out.
-QCoro::Task<std::optional<RunningApplication>> frontmostApplication(Desktop desktop)
-{
-    try {
-        co_return co_await desktop.workspace.frontmostApplication();
-    } catch (const LocalizedError &) {
-        co_return std::nullopt;
-    }
-}
-
 } // namespace
 
 // The one guard around the loop: whatever goes wrong in it, the run comes to an end.
@@ -164,16 +154,18 @@ QCoro::Task<AgentSession::Progress> AgentSession::perform(std::shared_ptr<Run> r
     setStatus(title);
     clearPreview();
 
-    std::optional<RunningApplication> frontmost = co_await frontmostApplication(m_desktop);
+    const ActionTarget target = co_await Executor::target(action, m_desktop);
     if (!self)
         co_return Progress::Ended;
-    const std::optional<QString> frontmostName = frontmost ? frontmost->localizedName : std::nullopt;
-    const Risk risk = Safety::assess(action, frontmostName);
-    std::optional<RunningApplication> returnTo;
+    const Risk risk = Safety::assess(action, target);
+    Approval approval = Approval::NotNeeded;
     if (risk.kind == Risk::Kind::Confirm) {
         setStatus(u"Waiting for approval: "_s + title);
         changeEntry(run->turnIndex, entry, title, LogEntry::Kind::confirm, true);
         const QFuture<bool> answer = ask(action, risk.reason);
+        // The user may have stopped the run while the target was being looked for.
+        if (run->cancellation.stop_requested())
+            resolve(false);
         const bool approved = co_await answer;
         if (!self)
             co_return Progress::Ended;
@@ -182,27 +174,25 @@ QCoro::Task<AgentSession::Progress> AgentSession::perform(std::shared_ptr<Run> r
             finish(run->turnIndex, u"I didn't do that, as requested."_s);
             co_return Progress::Ended;
         }
-        // What was approved was approved for that application, wherever the user has answered.
-        if (Executor::actsOnFrontmostApplication(action))
-            returnTo = frontmost;
+        approval = Approval::Given;
     }
-    const Progress progress = co_await execute(run, action, entry, returnTo);
+    const Progress progress = co_await execute(run, action, entry, target, approval);
     co_return progress;
 }
 
 // Carries the step out and tells the model what came of it.
 QCoro::Task<AgentSession::Progress> AgentSession::execute(std::shared_ptr<Run> run, AgentAction action,
-                                                          QUuid entry,
-                                                          std::optional<RunningApplication> returnTo)
+                                                          QUuid entry, ActionTarget target, Approval approval)
 {
     const QPointer<AgentSession> self(this);
     const Desktop desktop = m_desktop;
     QString result;
     std::optional<QString> failure;
     try {
-        if (returnTo)
-            co_await Executor::returnTo(*returnTo, desktop);
-        result = co_await Executor::run(action, desktop);
+        // What was approved was approved for that target, wherever the user has answered.
+        if (approval == Approval::Given)
+            target = co_await Executor::approvedTarget(action, target, desktop);
+        result = co_await Executor::run(action, target, desktop);
     } catch (const LocalizedError &error) {
         failure = error.errorDescription();
     }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "Actions/ActionTarget.h"
 #include "Agent/PendingConfirmation.h"
 #include "Agent/Turn.h"
 #include "Desktop/Desktop.h"
@@ -90,6 +91,7 @@ Q_SIGNALS:
 
 private:
     enum class Progress { NextStep, Ended };
+    enum class Approval { NotNeeded, Given };
     struct Run;
     class Announcement;
 
@@ -101,7 +103,7 @@ private:
     QCoro::Task<std::optional<QString>> nextReply(std::shared_ptr<Run> run);
     QCoro::Task<Progress> perform(std::shared_ptr<Run> run, AgentAction action);
     QCoro::Task<Progress> execute(std::shared_ptr<Run> run, AgentAction action, QUuid entry,
-                                  std::optional<RunningApplication> returnTo);
+                                  ActionTarget target, Approval approval);
     Progress takeInvalidReply(Run &run, const QString &reply);
     bool endIfCancelled(const Run &run);
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "Desktop/Workspace.h"
+
 #include <QCoroTask>
 #include <QFlags>
 #include <QList>
@@ -8,6 +10,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <optional>
 
 // Modifier keys, with the mask values of the event flags.
 enum class EventFlag : std::uint32_t {
@@ -36,10 +39,12 @@ class Keyboard
 public:
     virtual ~Keyboard() = default;
 
-    // Posts the strokes in order to the frontmost application, waiting `pause` after each. Everything is
-    // looked up before the first key goes out; modifiers that the user still holds are waited for; whatever
-    // is pressed is released on every way out. The frontmost application is looked at once more right before
-    // the first key. Throws PlatformError, with nothing posted, when a text cannot be typed at all, when the
-    // target has gone, or when keys cannot be sent.
-    virtual QCoro::Task<void> post(QList<KeyStroke> strokes, std::chrono::microseconds pause) = 0;
+    // Posts the strokes in order to the receiver, which is the frontmost application as it was found before,
+    // waiting `pause` after each. Everything is looked up before the first key goes out; modifiers that the
+    // user still holds are waited for; whatever is pressed is released on every way out. The frontmost
+    // application is looked at once more right before the first key. Throws PlatformError, with nothing
+    // posted, when a text cannot be typed at all, when another application is in front than the receiver,
+    // when there is no receiver, or when keys cannot be sent.
+    virtual QCoro::Task<void> post(QList<KeyStroke> strokes, std::chrono::microseconds pause,
+                                   std::optional<RunningApplication> receiver) = 0;
 };

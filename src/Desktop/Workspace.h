@@ -30,6 +30,9 @@ struct RunningApplication
     std::optional<ApplicationBundle> bundle;
     // False for background and menu-bar-only processes, which the user does not think of as applications.
     bool isRegular = true;
+
+    // For sentences to the user.
+    QString shownName() const { return localizedName.value_or(QStringLiteral("The application")); }
 };
 
 // One application folder, as listed. Entry names end in ".app" where they stand for an application, on every

@@ -32,6 +32,10 @@ private Q_SLOTS:
     void returnAsksInMessagingApplications_data();
     void returnAsksInMessagingApplications();
     void theListOfHarmlessApplicationsIsExact();
+    void theApplicationThatIsQuitIsJudgedToo_data();
+    void theApplicationThatIsQuitIsJudgedToo();
+    void theControlThatIsPressedIsJudgedToo_data();
+    void theControlThatIsPressedIsJudgedToo();
     void actionsWithoutARuleAreSafe_data();
     void actionsWithoutARuleAreSafe();
     void anUnknownFrontmostApplicationHasNoName();
@@ -188,6 +192,65 @@ void SafetyTest::returnAsksInMessagingApplications()
 void SafetyTest::theListOfHarmlessApplicationsIsExact()
 {
     QCOMPARE(Safety::quitSafe().size(), 14);
+}
+
+void SafetyTest::theApplicationThatIsQuitIsJudgedToo_data()
+{
+    QTest::addColumn<QString>("app");
+    QTest::addColumn<std::optional<QString>>("name");
+    QTest::addColumn<QString>("asked"); // empty: nothing
+    using Name = std::optional<QString>;
+
+    QTest::newRow("the same") << u"spotify"_s << Name(u"Spotify"_s) << QString();
+    QTest::newRow("another harmless one") << u"TV"_s << Name(u"Music"_s) << QString();
+    QTest::newRow("a role") << u"Preview"_s << Name(u"Firefox ESR"_s)
+                            << u"Quit Preview (Firefox ESR) — unsaved work could be lost"_s;
+    QTest::newRow("a name that contains it") << u"news"_s << Name(u"Newsreader Pro"_s)
+                                             << u"Quit news (Newsreader Pro) — unsaved work could be lost"_s;
+    QTest::newRow("an application without a name")
+        << u"Maps"_s << Name() << u"Quit Maps — unsaved work could be lost"_s;
+    QTest::newRow("the word is not harmless")
+        << u"play"_s << Name(u"Music"_s) << u"Quit play (Music) — unsaved work could be lost"_s;
+    QTest::newRow("another letter case")
+        << u"sAFARI"_s << Name(u"Safari"_s) << u"Quit sAFARI — unsaved work could be lost"_s;
+}
+
+void SafetyTest::theApplicationThatIsQuitIsJudgedToo()
+{
+    QFETCH(QString, app);
+    QFETCH(std::optional<QString>, name);
+    QFETCH(QString, asked);
+    const auto action = AgentAction::parse(uR"({"action":"quit_app","app":"%1"})"_s.arg(app));
+    ActionTarget target;
+    target.quitting.emplace().localizedName = name;
+    QCOMPARE(Safety::assess(*action, target), asked.isEmpty() ? Risk::safe() : Risk::confirm(asked));
+}
+
+void SafetyTest::theControlThatIsPressedIsJudgedToo_data()
+{
+    QTest::addColumn<QString>("label");
+    QTest::addColumn<QString>("found");
+    QTest::addColumn<QString>("asked"); // empty: nothing
+
+    QTest::newRow("harmless") << u"sav"_s << u"Save As…"_s << QString();
+    QTest::newRow("a part of a risky label")
+        << u"conf"_s << u"Confirm order"_s << u"Click “conf” (“Confirm order”) in Shop"_s;
+    QTest::newRow("both risky") << u"send"_s << u"Delete and send"_s
+                                << u"Click “send” (“Delete and send”) in Shop"_s;
+    QTest::newRow("the whole label, in another letter case")
+        << u"SEND"_s << u"Send"_s << u"Click “SEND” in Shop"_s;
+}
+
+void SafetyTest::theControlThatIsPressedIsJudgedToo()
+{
+    QFETCH(QString, label);
+    QFETCH(QString, found);
+    QFETCH(QString, asked);
+    const auto action = AgentAction::parse(uR"({"action":"click","label":"%1"})"_s.arg(label));
+    ActionTarget target;
+    target.frontmost.emplace().localizedName = u"Shop"_s;
+    target.control.emplace().label = found;
+    QCOMPARE(Safety::assess(*action, target), asked.isEmpty() ? Risk::safe() : Risk::confirm(asked));
 }
 
 void SafetyTest::actionsWithoutARuleAreSafe_data()

@@ -137,6 +137,9 @@ private Q_SLOTS:
     void anApprovalFromAnotherWindowGivesTheFocusBackFirst();
     void anApprovalForAnApplicationThatHasGoneFails();
     void anApprovalOfWhatNeedsNoFocusLeavesItWhereItIs();
+    void anApplicationUnderAHarmlessNameIsQuitOnlyWhenApproved();
+    void aControlIsPressedOnlyWhenItsOwnLabelIsHarmlessOrApproved();
+    void stoppedWhileTheTargetIsLookedForIsARefusal();
 
     void cancelledBeforeTheFirstReply();
     void cancelledWhileTheModelWrites();
@@ -781,6 +784,57 @@ void AgentLoopTest::anApprovalOfWhatNeedsNoFocusLeavesItWhereItIs()
     bench.session->resolve(true);
     QVERIFY(bench.waitForEnd());
     QCOMPARE(bench.desktop.journal.lines, QStringList({u"ask Safari to quit"_s, u"wait 600 ms"_s}));
+}
+
+void AgentLoopTest::anApplicationUnderAHarmlessNameIsQuitOnlyWhenApproved()
+{
+    SessionBench bench;
+    RecordingWorkspace &workspace = bench.desktop.workspace;
+    const ApplicationBundle browser{u"/usr/share/applications/firefox-esr.desktop"_s, u"Firefox ESR"_s};
+    workspace.roles.insert(u"preview"_s, browser);
+    workspace.start(browser);
+    script(bench, {quitApp(u"Preview"_s), done(u"Preview is closed."_s)});
+    bench.session->submit(u"Quit Preview"_s);
+    QVERIFY(bench.waitForPending());
+    QCOMPARE(bench.session->pending()->reason, u"Quit Preview (Firefox ESR) — unsaved work could be lost"_s);
+    QCOMPARE(bench.desktop.journal.lines, QStringList());
+    workspace.start(u"Preview"_s); // not what the user is asked about
+    bench.session->resolve(true);
+    QVERIFY(bench.waitForEnd());
+    QCOMPARE(bench.desktop.journal.lines, QStringList({u"ask Firefox ESR to quit"_s, u"wait 600 ms"_s}));
+}
+
+void AgentLoopTest::aControlIsPressedOnlyWhenItsOwnLabelIsHarmlessOrApproved()
+{
+    SessionBench bench;
+    const RunningApplication shop = bench.desktop.workspace.start(u"Shop"_s);
+    bench.desktop.workspace.makeFrontmost(shop);
+    RecordedTree tree;
+    tree.add(0, {u"AXButton"_s, u"Confirm order"_s});
+    bench.desktop.accessibility.trees.insert(shop.processIdentifier, tree);
+    script(bench, {uR"({"action":"click","label":"conf"})"_s, done(u"Ordered."_s)});
+    bench.session->submit(u"Go on"_s);
+    QVERIFY(bench.waitForPending());
+    QCOMPARE(bench.session->pending()->reason, u"Click “conf” (“Confirm order”) in Shop"_s);
+    bench.session->resolve(false);
+    QVERIFY(bench.waitForEnd());
+    QCOMPARE(bench.desktop.journal.lines, QStringList());
+}
+
+void AgentLoopTest::stoppedWhileTheTargetIsLookedForIsARefusal()
+{
+    SessionBench bench;
+    bench.desktop.journal.answersLater = true;
+    bench.desktop.workspace.start(u"Safari"_s);
+    script(bench, {quitApp(u"Safari"_s), done(u"Never said."_s)});
+    connect(bench.session.get(), &AgentSession::statusChanged, bench.session.get(), [&bench] {
+        if (bench.session->status() == u"Closing Safari"_s)
+            bench.session->stop();
+    });
+    bench.session->submit(u"Quit Safari"_s);
+    QVERIFY(bench.waitForEnd());
+    QCOMPARE(bench.described(bench.lastTurn().log), u"failure: Declined: Closing Safari"_s);
+    QCOMPARE(bench.desktop.journal.lines, QStringList());
 }
 
 void AgentLoopTest::cancelledBeforeTheFirstReply()

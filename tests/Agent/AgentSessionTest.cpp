@@ -23,7 +23,8 @@ public:
     Gate gate;
     int posts = 0;
 
-    QCoro::Task<void> post(QList<KeyStroke>, std::chrono::microseconds) override
+    QCoro::Task<void> post(QList<KeyStroke>, std::chrono::microseconds,
+                           std::optional<RunningApplication>) override
     {
         ++posts;
         return gate.passed();

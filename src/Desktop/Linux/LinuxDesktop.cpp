@@ -18,6 +18,8 @@ AtspiAccessibility::Environment LinuxDesktop::accessibilityEnvironment()
         application.processIdentifier = process;
         return m_workspace.activate(application);
     };
-    environment.strikeKey = [this](std::uint16_t virtualKey) { return m_keyboard.strike(virtualKey); };
+    environment.strikeKey = [this](qint64 process, std::uint16_t virtualKey) {
+        return m_keyboard.strike(virtualKey, process);
+    };
     return environment;
 }

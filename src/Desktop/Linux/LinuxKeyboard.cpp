@@ -21,16 +21,24 @@ std::chrono::milliseconds limitFor(const QList<KeyStroke> &strokes, std::chrono:
     return 5s + characters * 50ms + 2 * pauses;
 }
 
+PlatformError nobodyInFront()
+{
+    return PlatformError(QStringLiteral("No application is in front to receive the keys."));
+}
+
 } // namespace
 
 LinuxKeyboard::LinuxKeyboard(X11Display &display) : m_display(display) {}
 
-QCoro::Task<X11Window> LinuxKeyboard::target()
+QCoro::Task<X11Window> LinuxKeyboard::target(RunningApplication receiver)
 {
     const X11Snapshot snapshot = co_await m_display.snapshot();
     const X11Window *window = snapshot.frontmost(QCoreApplication::applicationPid());
     if (!window)
-        throw PlatformError(QStringLiteral("No application is in front to receive the keys."));
+        throw nobodyInFront();
+    if (window->process != receiver.processIdentifier)
+        throw PlatformError(
+            QStringLiteral("“%1” is no longer in front, so no keys were sent.").arg(receiver.shownName()));
     const X11Window target = *window;
     co_await m_display.bringForward(target);
     co_return target;
@@ -47,22 +55,27 @@ bool LinuxKeyboard::type(const QList<KeyStroke> &strokes, std::chrono::microseco
     return isAwaited && typist.waitUntilHandled();
 }
 
-QCoro::Task<void> LinuxKeyboard::post(QList<KeyStroke> strokes, std::chrono::microseconds pause)
+QCoro::Task<void> LinuxKeyboard::post(QList<KeyStroke> strokes, std::chrono::microseconds pause,
+                                      std::optional<RunningApplication> receiver)
 {
     if (strokes.isEmpty())
         co_return;
-    const X11Window receiver = co_await target();
-    const auto job = [this, strokes, pause, receiver] { type(strokes, pause, receiver, false); };
+    if (!receiver)
+        throw nobodyInFront();
+    const X11Window window = co_await target(*receiver);
+    const auto job = [this, strokes, pause, window] { type(strokes, pause, window, false); };
     co_await m_display.run(job, limitFor(strokes, pause) + 2s);
 }
 
-QCoro::Task<bool> LinuxKeyboard::strike(std::uint16_t virtualKey)
+QCoro::Task<bool> LinuxKeyboard::strike(std::uint16_t virtualKey, qint64 receiver)
 {
-    const X11Window receiver = co_await target();
+    RunningApplication application;
+    application.processIdentifier = receiver;
+    const X11Window window = co_await target(application);
     KeyStroke stroke;
     stroke.virtualKey = virtualKey;
     const QList<KeyStroke> strokes{stroke};
-    const auto job = [this, strokes, receiver] { return type(strokes, 0us, receiver, true); };
+    const auto job = [this, strokes, window] { return type(strokes, 0us, window, true); };
     co_return co_await m_display.run(job, limitFor(strokes, 0us) + 2s);
 }
 

@@ -14,18 +14,19 @@ class LinuxKeyboard : public Keyboard
 public:
     explicit LinuxKeyboard(X11Display &display);
 
-    QCoro::Task<void> post(QList<KeyStroke> strokes, std::chrono::microseconds pause) override;
+    QCoro::Task<void> post(QList<KeyStroke> strokes, std::chrono::microseconds pause,
+                           std::optional<RunningApplication> receiver) override;
 
-    // Posts one key without modifiers, and tells whether the application has handled it; false where it does
-    // not say so within a fifth of a second. Throws as `post` does.
-    QCoro::Task<bool> strike(std::uint16_t virtualKey);
+    // Posts one key without modifiers to the application with this process, and tells whether it has handled
+    // the key; false where it does not say so within a fifth of a second. Throws as `post` does.
+    QCoro::Task<bool> strike(std::uint16_t virtualKey, qint64 receiver);
 
     // Whether the X server takes keys from us at all.
     QCoro::Task<bool> canSendKeys();
 
 private:
-    // The application that is to receive the keys, with the focus. Throws PlatformError when there is none.
-    QCoro::Task<X11Window> target();
+    // The window of the receiver that is in front, with the focus. Throws PlatformError when there is none.
+    QCoro::Task<X11Window> target(RunningApplication receiver);
 
     // On the X thread. Tells whether the receiver is known to have handled everything, where that is awaited.
     bool type(const QList<KeyStroke> &strokes, std::chrono::microseconds pause, const X11Window &receiver,

@@ -50,7 +50,8 @@ bool isModifierHeld()
 
 MacKeyboard::MacKeyboard(MacWorkspace &workspace, Clock &clock) : m_workspace(workspace), m_clock(clock) {}
 
-QCoro::Task<void> MacKeyboard::post(QList<KeyStroke> strokes, std::chrono::microseconds pause)
+QCoro::Task<void> MacKeyboard::post(QList<KeyStroke> strokes, std::chrono::microseconds pause,
+                                    std::optional<RunningApplication> receiver)
 {
     if (strokes.isEmpty())
         co_return;
@@ -59,16 +60,19 @@ QCoro::Task<void> MacKeyboard::post(QList<KeyStroke> strokes, std::chrono::micro
         throw PlatformError(u"macOS doesn't let Orvane press keys: allow it in System Settings, Privacy & "
                             "Security, Accessibility."_s);
     const std::optional<RunningApplication> target = co_await m_workspace.frontmostApplication();
-    if (!target)
+    if (!target || !receiver)
         throw PlatformError(u"No application is in front to receive the keys."_s);
+    if (target->processIdentifier != receiver->processIdentifier)
+        throw PlatformError(
+            u"“%1” is no longer in front, so no keys were sent."_s.arg(receiver->shownName()));
     co_await m_workspace.activate(*target);
     co_await waitForUsersModifiers();
     const auto source = EventSource::adopted(CGEventSourceCreate(kCGEventSourceStateCombinedSessionState));
     const QList<KeyStroke> events = TypedText::fitted(strokes);
     for (const KeyStroke &stroke : events) {
         if (!m_workspace.hasKeys(*target))
-            throw PlatformError(u"“%1” lost the keyboard focus, so no more keys were sent."_s.arg(
-                target->localizedName.value_or(u"The application"_s)));
+            throw PlatformError(
+                u"“%1” lost the keyboard focus, so no more keys were sent."_s.arg(target->shownName()));
         postEvent(source, stroke, Direction::Down);
         postEvent(source, stroke, Direction::Up);
         if (pause > 0us)

@@ -12,7 +12,8 @@ public:
     MacKeyboard(MacWorkspace &workspace, Clock &clock);
 
     // Between two strokes it looks whether the target is still in front, and throws PlatformError if not.
-    QCoro::Task<void> post(QList<KeyStroke> strokes, std::chrono::microseconds pause) override;
+    QCoro::Task<void> post(QList<KeyStroke> strokes, std::chrono::microseconds pause,
+                           std::optional<RunningApplication> receiver) override;
 
 private:
     QCoro::Task<void> waitForUsersModifiers();

@@ -24,7 +24,7 @@ public:
     RecordingJournal journal;
     RecordingWorkspace workspace{journal};
     RecordingAccessibility accessibility{journal};
-    RecordingKeyboard keyboard{journal};
+    RecordingKeyboard keyboard{journal, workspace};
     RecordingWindowList windowList{journal};
     RecordingScreenCapture screenCapture{journal};
     RecordingScripting scripting{journal};

@@ -2,6 +2,7 @@
 #include "Desktop/Recording/RecordingServices.h"
 
 #include "Base/Text.h"
+#include "Desktop/PlatformError.h"
 
 #include <QFile>
 
@@ -40,9 +41,15 @@ QByteArray smallPicture()
 
 } // namespace
 
-QCoro::Task<void> RecordingKeyboard::post(QList<KeyStroke> newStrokes, std::chrono::microseconds pause)
+QCoro::Task<void> RecordingKeyboard::post(QList<KeyStroke> newStrokes, std::chrono::microseconds pause,
+                                          std::optional<RunningApplication> receiver)
 {
     co_await m_journal.begin(RecordedOperation::PostKeys);
+    const auto processOf = [](const std::optional<RunningApplication> &application) {
+        return application ? application->processIdentifier : 0;
+    };
+    if (processOf(receiver) != processOf(m_workspace.frontmost()))
+        throw PlatformError(QStringLiteral("Another application is in front, so no keys were sent."));
     for (const KeyStroke &stroke : std::as_const(newStrokes)) {
         m_journal.note(described(stroke));
         strokes.append(stroke);

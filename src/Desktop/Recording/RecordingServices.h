@@ -4,6 +4,7 @@
 #include "Desktop/Clock.h"
 #include "Desktop/Keyboard.h"
 #include "Desktop/Recording/RecordingJournal.h"
+#include "Desktop/Recording/RecordingWorkspace.h"
 #include "Desktop/ScreenCapture.h"
 #include "Desktop/Scripting.h"
 #include "Desktop/WindowList.h"
@@ -13,15 +14,21 @@
 class RecordingKeyboard : public Keyboard
 {
 public:
-    explicit RecordingKeyboard(RecordingJournal &journal) : m_journal(journal) {}
+    RecordingKeyboard(RecordingJournal &journal, const RecordingWorkspace &workspace)
+        : m_journal(journal), m_workspace(workspace)
+    {
+    }
 
     QList<KeyStroke> strokes;                // posted so far, in order
     QList<std::chrono::microseconds> pauses; // the one after each stroke
 
-    QCoro::Task<void> post(QList<KeyStroke> newStrokes, std::chrono::microseconds pause) override;
+    // Without a receiver too, where nobody is in front.
+    QCoro::Task<void> post(QList<KeyStroke> newStrokes, std::chrono::microseconds pause,
+                           std::optional<RunningApplication> receiver) override;
 
 private:
     RecordingJournal &m_journal;
+    const RecordingWorkspace &m_workspace;
 };
 
 class RecordingWindowList : public WindowList

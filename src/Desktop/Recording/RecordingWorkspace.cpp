@@ -46,6 +46,15 @@ void RecordingWorkspace::makeFrontmost(const RunningApplication &application)
     frontmostProcess = application.processIdentifier;
 }
 
+std::optional<RunningApplication> RecordingWorkspace::frontmost() const
+{
+    for (const RunningApplication &application : running) {
+        if (application.processIdentifier == frontmostProcess)
+            return application;
+    }
+    return std::nullopt;
+}
+
 QCoro::Task<QList<RunningApplication>> RecordingWorkspace::runningApplications()
 {
     co_await m_journal.begin(RecordedOperation::RunningApplications);
@@ -56,11 +65,7 @@ QCoro::Task<QList<RunningApplication>> RecordingWorkspace::runningApplications()
 QCoro::Task<std::optional<RunningApplication>> RecordingWorkspace::frontmostApplication()
 {
     co_await m_journal.begin(RecordedOperation::FrontmostApplication);
-    for (const RunningApplication &application : std::as_const(running)) {
-        if (application.processIdentifier == frontmostProcess)
-            co_return application;
-    }
-    co_return std::nullopt;
+    co_return frontmost();
 }
 
 QCoro::Task<void> RecordingWorkspace::activate(RunningApplication application)

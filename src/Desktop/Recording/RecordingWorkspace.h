@@ -21,6 +21,7 @@ public:
     RunningApplication start(const QString &name);
     RunningApplication start(const ApplicationBundle &bundle);
     void makeFrontmost(const RunningApplication &application);
+    std::optional<RunningApplication> frontmost() const;
 
     QList<RunningApplication> running;
     std::optional<qint64> frontmostProcess;

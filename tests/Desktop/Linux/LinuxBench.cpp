@@ -79,6 +79,12 @@ void LinuxBench::bringForward(const X11Window &window)
     QCoro::waitFor(display.bringForward(window));
 }
 
+QString LinuxBench::post(const QList<KeyStroke> &strokes, std::chrono::microseconds pause)
+{
+    const auto front = QCoro::waitFor(workspace.frontmostApplication());
+    return errorOf(keyboard.post(strokes, pause, front));
+}
+
 QString LinuxBench::errorOf(QCoro::Task<void> task)
 {
     return QCoro::waitFor(caught(std::move(task)));

@@ -35,6 +35,9 @@ public:
 
     void bringForward(const X11Window &window);
 
+    // Posts the strokes to the application that is in front; the message of what it ends with, as `errorOf`.
+    QString post(const QList<KeyStroke> &strokes, std::chrono::microseconds pause = {});
+
     // The message of the PlatformError that the task ends with; empty when it succeeds.
     static QString errorOf(QCoro::Task<void> task);
 

@@ -95,7 +95,7 @@ private:
 
     QString post(const QList<KeyStroke> &strokes, std::chrono::microseconds pause = 0us)
     {
-        return LinuxBench::errorOf(m_bench.keyboard.post(strokes, pause));
+        return m_bench.post(strokes, pause);
     }
 
     void startReceiver()
@@ -274,12 +274,26 @@ private Q_SLOTS:
         QVERIFY2(told.contains("press 41 0 61"), told.constData());
     }
 
+    void keysNeverReachAnotherApplicationThanTheirReceiver()
+    {
+        const auto editor = LinuxBench::start(u"mousepad"_s);
+        QVERIFY(m_bench.waitForActive(u"Mousepad"_s));
+        const auto judged = QCoro::waitFor(m_bench.workspace.frontmostApplication());
+        startReceiver();
+        const QString message = LinuxBench::errorOf(m_bench.keyboard.post({text(u"x"_s)}, 0us, judged));
+        QCOMPARE(message, u"“Mousepad” is no longer in front, so no keys were sent."_s);
+        QCOMPARE(post({text(u"a"_s)}), QString());
+        const QByteArray told = receivedUntil("release 41");
+        QVERIFY2(!told.contains("press 58"), told.constData());
+    }
+
     void typingStopsWhenAnotherApplicationGetsTheFocus()
     {
         startReceiver();
         const QByteArray before = keyMap();
         const QList<KeyStroke> longText(400, text(u"Aé"_s));
-        QCoro::Task<void> typing = m_bench.keyboard.post(longText, 15ms);
+        const auto front = QCoro::waitFor(m_bench.workspace.frontmostApplication());
+        QCoro::Task<void> typing = m_bench.keyboard.post(longText, 15ms, front);
         QVERIFY(!receivedUntil("release c9").isEmpty());
         OwnWindow other;
         other.setTitle(u"Other"_s);

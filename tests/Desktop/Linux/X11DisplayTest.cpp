@@ -83,10 +83,11 @@ private Q_SLOTS:
         m_server->kill();
         const QTemporaryDir folder;
         const KeyStroke key{36, {}, {}};
+        const RunningApplication receiver;
         for (int round = 0; round < 2; ++round) {
             QVERIFY(errorOfSnapshot(bench).contains(u"X server"));
             QVERIFY(QCoro::waitFor(bench.windowList.onScreenWindows()).isEmpty());
-            QVERIFY(!LinuxBench::errorOf(bench.keyboard.post({key}, 0us)).isEmpty());
+            QVERIFY(!LinuxBench::errorOf(bench.keyboard.post({key}, 0us, receiver)).isEmpty());
             QVERIFY(!LinuxBench::errorOf(capture.capture(folder.filePath(u"x.png"_s))).isEmpty());
         }
     }

@@ -48,6 +48,7 @@ private Q_SLOTS:
     void treesAreReadManyElementsAtATime();
     void aWalkSeesTheTreeAsItWasWhenItBegan();
     void pressesTellWhetherTheElementResponds();
+    void keysForAnApplicationThatIsNotInFrontAreRefused();
     void keysAreKeptWithTheirPauses();
     void theClockMovesBySleepsOnly();
     void picturesAreRealFiles();
@@ -87,7 +88,7 @@ void RecordingDesktopTest::theJournalTellsEverythingInOrder()
     QCOMPARE(outcome(desktop.workspace.open(url, safari)), u"done"_s);
     QCOMPARE(outcome(desktop.workspace.reveal(u"/tmp/x"_s)), u"done"_s);
     QCOMPARE(outcome(desktop.accessibility.requestTrust()), u"done"_s);
-    QCOMPARE(outcome(desktop.keyboard.post(strokes, 0us)), u"done"_s);
+    QCOMPARE(outcome(desktop.keyboard.post(strokes, 0us, m_desktop->workspace.frontmost())), u"done"_s);
     QCOMPARE(outcome(desktop.clock.sleep(600ms)), u"done"_s);
     QCOMPARE(outcome(desktop.scripting.run(u"beep\nbeep"_s)), u"done"_s);
     QCOMPARE(outcome(desktop.workspace.activate(m_desktop->workspace.running.first())), u"done"_s);
@@ -230,10 +231,22 @@ void RecordingDesktopTest::pressesTellWhetherTheElementResponds()
     QCOMPARE(m_desktop->journal.lines, (QStringList{u"press AXButton “Yes”"_s, u"press AXButton “No”"_s}));
 }
 
+void RecordingDesktopTest::keysForAnApplicationThatIsNotInFrontAreRefused()
+{
+    RecordingWorkspace &workspace = m_desktop->workspace;
+    const RunningApplication notes = workspace.start(u"Notes"_s);
+    workspace.makeFrontmost(workspace.start(u"Mail"_s));
+    const QList<KeyStroke> strokes{{36, EventFlags(), QString()}};
+    const QString refusal = u"Another application is in front, so no keys were sent."_s;
+    QCOMPARE(outcome(m_desktop->keyboard.post(strokes, 0us, notes)), refusal);
+    QCOMPARE(outcome(m_desktop->keyboard.post(strokes, 0us, std::nullopt)), refusal);
+    QVERIFY(m_desktop->keyboard.strokes.isEmpty());
+}
+
 void RecordingDesktopTest::keysAreKeptWithTheirPauses()
 {
     const QList<KeyStroke> strokes{{36, EventFlags(), QString()}, {0, EventFlags(), u"x"_s}};
-    QCOMPARE(outcome(m_desktop->keyboard.post(strokes, 15ms)), u"done"_s);
+    QCOMPARE(outcome(m_desktop->keyboard.post(strokes, 15ms, std::nullopt)), u"done"_s);
     QCOMPARE(m_desktop->keyboard.strokes, strokes);
     QCOMPARE(m_desktop->keyboard.pauses, (QList<std::chrono::microseconds>{15ms, 15ms}));
 }
@@ -316,7 +329,7 @@ void RecordingDesktopTest::everyOperationCanFail_data()
         [](Desktop d) { return outcome(QCoro::waitFor(d.accessibility.applicationTree(1))->read({0})); });
     row("press", O::Press,
         [](Desktop d) { return outcome(QCoro::waitFor(d.accessibility.applicationTree(1))->press(0)); });
-    row("keys", O::PostKeys, [](Desktop d) { return outcome(d.keyboard.post({}, 0us)); });
+    row("keys", O::PostKeys, [](Desktop d) { return outcome(d.keyboard.post({}, 0us, std::nullopt)); });
     row("windows", O::OnScreenWindows, [](Desktop d) { return outcome(d.windowList.onScreenWindows()); });
     row("capture", O::Capture, [](Desktop d) { return outcome(d.screenCapture.capture(QString())); });
     row("script", O::RunScript, [](Desktop d) { return outcome(d.scripting.run(QString())); });

@@ -107,5 +107,8 @@ QCoro::Task<std::shared_ptr<AccessibilityTree>> AtspiAccessibility::applicationT
     const AtspiTree::Activate activateThis = [activate, processIdentifier] {
         return activate(processIdentifier);
     };
-    co_return std::make_shared<AtspiTree>(application, cache, activateThis, strikeKey);
+    const Atspi::StrikeKey strikeThis = [strikeKey, processIdentifier](std::uint16_t virtualKey) {
+        return strikeKey(processIdentifier, virtualKey);
+    };
+    co_return std::make_shared<AtspiTree>(application, cache, activateThis, strikeThis);
 }

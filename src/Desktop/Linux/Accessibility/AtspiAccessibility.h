@@ -26,9 +26,10 @@ public:
         // Gives the focus to the application with this process if it does not have it, before its control is
         // pressed. Throws PlatformError when it is gone.
         std::function<QCoro::Task<void>(qint64 processIdentifier)> activate;
-        // Sends a key, by its macOS virtual key code, to the application in front, and tells whether it is
-        // known to have been handled. Throws PlatformError when it cannot be sent.
-        std::function<QCoro::Task<bool>(std::uint16_t virtualKey)> strikeKey;
+        // Sends a key, by its macOS virtual key code, to the application with this process, which is in
+        // front, and tells whether it is known to have been handled. Throws PlatformError when it cannot be
+        // sent.
+        std::function<QCoro::Task<bool>(qint64 processIdentifier, std::uint16_t virtualKey)> strikeKey;
     };
 
     explicit AtspiAccessibility(Environment environment);

@@ -16,8 +16,8 @@
 // for itself for good. A key is no message.
 namespace Atspi {
 
-// Sends a key, by its macOS virtual key code, to the application in front, and tells whether it is known to
-// have been handled. Throws PlatformError when it cannot be sent.
+// Sends a key, by its macOS virtual key code, to the application that is pressed in, and tells whether it is
+// known to have been handled. Throws PlatformError when it cannot be sent.
 using StrikeKey = std::function<QCoro::Task<bool>(std::uint16_t virtualKey)>;
 
 // Presses a button that is seen, or an item of a menu. Menus are opened on the way; the keyboard focus is

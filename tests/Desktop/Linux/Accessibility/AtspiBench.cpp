@@ -3,6 +3,7 @@
 
 #include "Desktop/PlatformError.h"
 
+#include <QElapsedTimer>
 #include <QTest>
 
 #include <algorithm>
@@ -34,15 +35,24 @@ AtspiAccessibility::Environment AtspiBench::environment()
     AtspiAccessibility::Environment environment;
     environment.canSendKeys = [this] { return answerCanSendKeys(); };
     environment.activate = [this](qint64 processIdentifier) { return activate(processIdentifier); };
-    environment.strikeKey = [this](std::uint16_t virtualKey) { return strikeKey(virtualKey); };
+    environment.strikeKey = [this](qint64 processIdentifier, std::uint16_t virtualKey) {
+        return strikeKey(processIdentifier, virtualKey);
+    };
     return environment;
 }
 
-QCoro::Task<bool> AtspiBench::strikeKey(std::uint16_t virtualKey)
+QCoro::Task<bool> AtspiBench::strikeKey(qint64 processIdentifier, std::uint16_t virtualKey)
 {
     if (!m_keyboard)
         m_keyboard = std::make_unique<RealKeyboard>();
-    co_return co_await m_keyboard->keyboard.strike(virtualKey);
+    QElapsedTimer waiting;
+    waiting.start();
+    bool isInFront = false;
+    while (!isInFront && !waiting.hasExpired(patience)) {
+        const X11Snapshot snapshot = co_await m_keyboard->display.snapshot();
+        isInFront = snapshot.active() && snapshot.active()->process == processIdentifier;
+    }
+    co_return co_await m_keyboard->keyboard.strike(virtualKey, processIdentifier);
 }
 
 QCoro::Task<bool> AtspiBench::answerCanSendKeys()

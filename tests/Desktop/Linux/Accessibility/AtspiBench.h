@@ -49,8 +49,8 @@ public:
     // Presses the first element of that role and label, and says what the tree said.
     bool press(const QProcess &program, const QString &role, const QString &label);
 
-    // A real key to the application in front.
-    QCoro::Task<bool> strikeKey(std::uint16_t virtualKey);
+    // A real key to the application with this process, as soon as it is in front.
+    QCoro::Task<bool> strikeKey(qint64 processIdentifier, std::uint16_t virtualKey);
 
     // The sentence of the error that the task ends with; empty when it succeeds.
     template <typename Result>

@@ -127,7 +127,7 @@ void AtspiPressTest::anApplicationAnswersWhileTheDialogOfAnItemIsOpen()
     QVERIFY(m_bench.waitForLabel(*editor, u"AXMenuItem"_s, u"Open..."_s));
     QVERIFY(m_bench.press(*editor, u"AXMenuItem"_s, u"Open..."_s));
     QVERIFY(m_bench.waitForLabel(*editor, u"AXButton"_s, u"Cancel"_s));
-    QCoro::waitFor(m_bench.strikeKey(tabKey));
+    QCoro::waitFor(m_bench.strikeKey(editor->processId(), tabKey));
     QVERIFY(m_bench.press(*editor, u"AXButton"_s, u"Cancel"_s));
     QTRY_COMPARE_WITH_TIMEOUT(windows(*editor), 1, AtspiBench::patience);
 }
@@ -144,7 +144,7 @@ void AtspiPressTest::anApplicationAnswersWhileTheDialogOfAButtonIsOpen()
     const auto pressesSave = [&] { return m_bench.press(*editor, u"AXButton"_s, u"Save"_s); };
     QVERIFY(QTest::qWaitFor(pressesSave, AtspiBench::patience)); // greyed out until the folder is read
     QVERIFY(m_bench.waitForLabel(*editor, u"AXButton"_s, u"Replace"_s)); // it asks, since the file is there
-    QCoro::waitFor(m_bench.strikeKey(tabKey));
+    QCoro::waitFor(m_bench.strikeKey(editor->processId(), tabKey));
     QVERIFY(m_bench.press(*editor, u"AXButton"_s, u"Replace"_s));
     QTRY_COMPARE_WITH_TIMEOUT(windows(*editor), 1, AtspiBench::patience);
 }
@@ -154,11 +154,11 @@ void AtspiPressTest::aButtonLeavesTheFocusWhereItWas()
     const auto editor = m_bench.start(u"mousepad"_s);
     QVERIFY(m_bench.waitForLabel(*editor, u"AXMenuItem"_s, u"Toolbar"_s));
     QVERIFY(m_bench.press(*editor, u"AXMenuItem"_s, u"Toolbar"_s));
-    QCoro::waitFor(m_bench.strikeKey(letterKey));
+    QCoro::waitFor(m_bench.strikeKey(editor->processId(), letterKey));
     QVERIFY(m_bench.waitForLabel(*editor, u"AXTextField"_s, u"a"_s));
     QVERIFY(m_bench.press(*editor, u"AXButton"_s, u"Undo"_s));
-    QCoro::waitFor(m_bench.strikeKey(letterKey));
-    QCoro::waitFor(m_bench.strikeKey(letterKey));
+    QCoro::waitFor(m_bench.strikeKey(editor->processId(), letterKey));
+    QCoro::waitFor(m_bench.strikeKey(editor->processId(), letterKey));
     QVERIFY2(m_bench.waitForLabel(*editor, u"AXTextField"_s, u"aa"_s),
              qPrintable(m_bench.labels(*editor, u"AXTextField"_s).join(u" | ")));
 }
@@ -167,7 +167,7 @@ void AtspiPressTest::aButtonThatEndsItsApplicationHasBeenPressed()
 {
     const auto editor = m_bench.start(u"mousepad"_s);
     QVERIFY(m_bench.waitForLabel(*editor, u"AXMenuItem"_s, u"Quit"_s));
-    QCoro::waitFor(m_bench.strikeKey(letterKey));
+    QCoro::waitFor(m_bench.strikeKey(editor->processId(), letterKey));
     QVERIFY(m_bench.waitForLabel(*editor, u"AXTextField"_s, u"a"_s));
     QVERIFY(m_bench.press(*editor, u"AXMenuItem"_s, u"Quit"_s));
     QVERIFY(m_bench.waitForLabel(*editor, u"AXButton"_s, u"Don't Save"_s));

@@ -22,12 +22,6 @@ FocusScope {
             commandBar.focusField();
     }
 
-    // The reply goes at the end of a task, and must not take the keyboard along with what is selected in it.
-    function reclaimFocus() {
-        if (!root.Window.activeFocusItem?.visible)
-            takeFocus();
-    }
-
     function openMenu() {
         menu.field = commandBar.field.activeFocus ? commandBar.field : null;
         menu.popup(commandBar, Theme.margin, commandBar.height);
@@ -67,10 +61,21 @@ FocusScope {
             root.takeFocus();
         }
         function onIsRunningChanged() {
-            Qt.callLater(root.reclaimFocus);
+            reclaiming.restart();
         }
         function onAnnouncementChanged() {
             announcer.say(root.content.announcement);
+        }
+    }
+
+    // The reply goes at the end of a task, and must not take the keyboard along with what is selected in it.
+    Timer {
+        id: reclaiming
+
+        interval: 0
+        onTriggered: {
+            if (!root.Window.activeFocusItem?.visible)
+                root.takeFocus();
         }
     }
 

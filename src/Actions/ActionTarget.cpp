@@ -5,6 +5,7 @@
 #include "Actions/ActionError.h"
 #include "Actions/Applications.h"
 #include "Actions/Executor.h"
+#include "Actions/Session.h"
 #include "Base/Text.h"
 
 namespace {
@@ -52,6 +53,7 @@ QCoro::Task<ActionTarget> Executor::target(AgentAction action, Desktop desktop)
 {
     ActionTarget found;
     try {
+        co_await requireSessionFor(action.name, desktop);
         found.quitting = co_await quittingFor(action, desktop);
         if (actsOnFrontmostApplication(action))
             found.frontmost = co_await desktop.workspace.frontmostApplication();

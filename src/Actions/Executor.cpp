@@ -7,6 +7,7 @@
 #include "Actions/Keyboard.h"
 #include "Actions/Locations.h"
 #include "Actions/Observation.h"
+#include "Actions/Session.h"
 #include "Actions/Web.h"
 #include "Actions/WebAddress.h"
 #include "Base/Text.h"
@@ -237,6 +238,7 @@ QCoro::Task<QString> Executor::run(AgentAction action, ActionTarget target, Desk
     const Handler handler = handlers().value(action.name, nullptr);
     if (!handler)
         throw ActionError(QStringLiteral("Unknown action “%1”.").arg(action.name));
+    co_await requireSessionFor(action.name, desktop);
     const QString line = co_await handler(action, target, desktop);
     // Paths, file names and the model's own words may hold anything; the result is one harmless line.
     co_return Text::cleaned(line);
@@ -253,6 +255,7 @@ bool Executor::actsOnFrontmostApplication(const AgentAction &action)
 
 QCoro::Task<void> Executor::returnTo(RunningApplication application, Desktop desktop)
 {
+    co_await requireUnlocked(desktop);
     const bool isGone = co_await desktop.workspace.isTerminated(application);
     if (isGone)
         throw ActionError(

@@ -15,15 +15,15 @@ namespace Executor {
 
 // Carries out one action on the target that was found for it, already approved where the policy asks for
 // that, and gives its result in one line of English for the model. Throws ActionError for what it detects
-// itself and passes on PlatformError. "done" is the caller's business and unknown here. What was done before
-// a failure stays done.
+// itself, which begins with a session that does not allow the action, and passes on PlatformError. "done" is
+// the caller's business and unknown here. What was done before a failure stays done.
 QCoro::Task<QString> run(AgentAction action, ActionTarget target, Desktop desktop);
 
 // The same on the target that it has now.
 QCoro::Task<QString> run(AgentAction action, Desktop desktop);
 
 // Which application is in front and which windows are open, in one line. Never throws: what cannot be found
-// out is "unknown" or "none".
+// out, as on a locked screen, is "unknown" or "none".
 QCoro::Task<QString> observe(Desktop desktop);
 
 // Whether the action works on whatever application is frontmost when it is carried out, so that the focus
@@ -31,7 +31,8 @@ QCoro::Task<QString> observe(Desktop desktop);
 bool actsOnFrontmostApplication(const AgentAction &action);
 
 // Gives the focus back to the application that was frontmost when a step was assessed: the user may have
-// approved it from another window. Throws ActionError when that application is no longer open.
+// approved it from another window. Throws ActionError when that application is no longer open, or the screen
+// is locked.
 QCoro::Task<void> returnTo(RunningApplication application, Desktop desktop);
 
 } // namespace Executor

@@ -58,6 +58,10 @@ QCoro::Task<QString> Executor::windowSummary(Desktop desktop)
 
 QCoro::Task<QString> Executor::observe(Desktop desktop)
 {
+    // What lies behind a locked screen is nobody's business, the model's neither.
+    const bool isLocked = co_await desktop.session.isLocked();
+    if (isLocked)
+        co_return QStringLiteral("Frontmost app: unknown. Windows: none");
     const std::optional<QString> application = co_await frontmostName(desktop);
     const QString windows = co_await windowSummary(desktop);
     const QString name = application.value_or(QStringLiteral("unknown"));

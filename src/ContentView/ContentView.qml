@@ -109,6 +109,12 @@ FocusScope {
             opacity: 0.4
         }
 
+        ObstacleStrip {
+            Layout.fillWidth: true
+            text: root.content.obstacle
+            visible: text.length > 0
+        }
+
         Item {
             id: middle
 

@@ -157,6 +157,8 @@ void ContentViewModel::clearHistory()
 
 QCoro::Task<void> ContentViewModel::refreshTrust()
 {
+    if (!obstacle().isEmpty())
+        co_return;
     const QPointer<ContentViewModel> self(this);
     bool trusted = false;
     try {

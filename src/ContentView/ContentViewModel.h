@@ -20,6 +20,7 @@ class ContentViewModel : public QObject
     Q_PROPERTY(Layer layer READ layer NOTIFY layerChanged)
     Q_PROPERTY(QString input READ input WRITE setInput NOTIFY inputChanged)
     Q_PROPERTY(QString placeholder READ placeholder CONSTANT)
+    Q_PROPERTY(QString obstacle READ obstacle CONSTANT)
     Q_PROPERTY(bool trusted READ trusted NOTIFY trustedChanged)
     Q_PROPERTY(bool isRunning READ isRunning NOTIFY isRunningChanged)
     Q_PROPERTY(QString leadingSymbol READ leadingSymbol NOTIFY isRunningChanged)
@@ -50,7 +51,11 @@ public:
     void setInput(const QString &input);
     QString placeholder() const;
 
-    // Whether this process may operate other applications; taken as given until the desktop has answered.
+    // Why this session lets hardly any action work, for as long as it lasts; empty where it lets them.
+    QString obstacle() const { return m_desktop.session.obstacle().value_or(QString()); }
+
+    // Whether this process may operate other applications; taken as given until the desktop has answered, and
+    // where no permission would help.
     bool trusted() const { return m_trusted; }
 
     bool isRunning() const { return m_session.isRunning(); }

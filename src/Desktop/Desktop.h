@@ -7,6 +7,7 @@
 #include "Desktop/Keyboard.h"
 #include "Desktop/ScreenCapture.h"
 #include "Desktop/Scripting.h"
+#include "Desktop/Session.h"
 #include "Desktop/WindowList.h"
 #include "Desktop/Workspace.h"
 
@@ -14,6 +15,7 @@
 // makes the services keeps them alive longer than every action.
 struct Desktop
 {
+    Session &session;
     Workspace &workspace;
     Accessibility &accessibility;
     Keyboard &keyboard;

@@ -36,6 +36,10 @@ int carriedOut(Command &command, const Arguments &...arguments)
 
 int doTask(ModelManager &models, const QString &task, Terminal &terminal)
 {
+    if (const std::optional<QString> obstacle = Platform::sessionObstacle()) {
+        terminal.error(*obstacle);
+        return ExitStatus::endedOtherwise;
+    }
     if (models.state().kind == ModelManager::State::Kind::needsDownload) {
         DoCommand::reportNotReady(models, terminal);
         return ExitStatus::notReady;

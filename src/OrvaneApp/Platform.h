@@ -7,6 +7,7 @@
 #include "Desktop/Shell.h"
 
 #include <memory>
+#include <optional>
 
 // Owns the services of the desktop that the program runs on. Main thread.
 class DesktopServices
@@ -34,8 +35,13 @@ namespace Platform {
 // Call it first, before there is an application object.
 void prepareProcess();
 
-// Whether there is a screen to show a window on. Needs no application object.
-bool hasDisplay();
+// Whether there is a screen to show a window on, which is made ready for it. Call it before there is an
+// application object.
+bool prepareDisplay();
+
+// Why this session lets no task be carried out, in one sentence for the user; nothing where it does, or where
+// there is no desktop at all. Needs no application object.
+std::optional<QString> sessionObstacle();
 
 // Throws PlatformError when there is no desktop to work on.
 std::unique_ptr<DesktopServices> connectToDesktop();

@@ -4,6 +4,7 @@
 #include "Desktop/Linux/LinuxDisplay.h"
 #include "Desktop/Linux/LinuxProgramInstance.h"
 #include "Desktop/Linux/LinuxShell.h"
+#include "Desktop/Linux/SessionType.h"
 #include "OrvaneApp/Platform.h"
 
 namespace {
@@ -30,9 +31,14 @@ private:
 
 void Platform::prepareProcess() {}
 
-bool Platform::hasDisplay()
+bool Platform::prepareDisplay()
 {
-    return LinuxDisplay::isPresent();
+    return LinuxDisplay::prepare();
+}
+
+std::optional<QString> Platform::sessionObstacle()
+{
+    return Sessions::obstacle(Sessions::typeWith(Sessions::displayServer()));
 }
 
 std::unique_ptr<DesktopServices> Platform::connectToDesktop()

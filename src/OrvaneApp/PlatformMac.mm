@@ -40,9 +40,14 @@ void Platform::prepareProcess()
     qputenv("QT_MAC_DISABLE_FOREGROUND_APPLICATION_TRANSFORM", "1");
 }
 
-bool Platform::hasDisplay()
+bool Platform::prepareDisplay()
 {
     return MacDisplay::isPresent();
+}
+
+std::optional<QString> Platform::sessionObstacle()
+{
+    return std::nullopt;
 }
 
 std::unique_ptr<DesktopServices> Platform::connectToDesktop()

@@ -32,9 +32,9 @@ void nameTheProgram()
 // Qt ends the process where it finds no display; a sentence is better.
 int runWindow(const CommandLine &commandLine, int argc, char *argv[], Terminal &terminal)
 {
-    if (!Platform::hasDisplay()) {
-        terminal.error(
-            u"There is no display to show a window on. In a terminal, give a task: orvane do TASK"_s);
+    if (!Platform::prepareDisplay()) {
+        terminal.error(Platform::sessionObstacle().value_or(
+            u"There is no display to show a window on. In a terminal, give a task: orvane do TASK"_s));
         return ExitStatus::endedOtherwise;
     }
     const std::unique_ptr<ProgramInstance> instance = Platform::programInstance();

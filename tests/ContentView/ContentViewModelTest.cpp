@@ -66,6 +66,8 @@ private Q_SLOTS:
     void theAccessIsLookedAtWhenTheUserComesBack_data();
     void theAccessIsLookedAtWhenTheUserComesBack();
     void theBannerAsksForTheAccess();
+    void anObstacleIsShownFromTheStart();
+    void noAccessIsAskedForBehindAnObstacle();
     void summoningPutsTheFocusIntoTheField();
 
     void stepsQuestionsAndEndsAreAnnounced();
@@ -368,6 +370,26 @@ void ContentViewModelTest::theBannerAsksForTheAccess()
     ContentViewModel content(bench.models, *bench.session, bench.desktop.services());
     content.grantAccess();
     QTRY_COMPARE(bench.desktop.accessibility.prompts, 1);
+}
+
+void ContentViewModelTest::anObstacleIsShownFromTheStart()
+{
+    SessionBench bench;
+    const ContentViewModel free(bench.models, *bench.session, bench.desktop.services());
+    QCOMPARE(free.obstacle(), QString());
+    bench.desktop.session.lastingObstacle = u"This desktop is out of reach."_s;
+    const ContentViewModel barred(bench.models, *bench.session, bench.desktop.services());
+    QCOMPARE(barred.obstacle(), u"This desktop is out of reach."_s);
+}
+
+void ContentViewModelTest::noAccessIsAskedForBehindAnObstacle()
+{
+    SessionBench bench;
+    bench.desktop.accessibility.trusted = false;
+    bench.desktop.session.lastingObstacle = u"This desktop is out of reach."_s;
+    ContentViewModel content(bench.models, *bench.session, bench.desktop.services());
+    content.becameActive();
+    QVERIFY(content.trusted());
 }
 
 void ContentViewModelTest::summoningPutsTheFocusIntoTheField()

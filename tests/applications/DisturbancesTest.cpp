@@ -4,6 +4,7 @@
 // not; and what comes after it works.
 #include "applications/support/DesktopTest.h"
 
+#include <QDir>
 #include <QGuiApplication>
 #include <QImage>
 #include <QProcess>
@@ -223,13 +224,20 @@ void DisturbancesTest::theScreenIsLocked()
 {
     QProcess locker;
     QVERIFY(lock(locker));
-    for (const char *action : {"type_text", "press_key"}) {
-        const Outcome refused = perform(action, {{"text", u"secret"_s}, {"key", u"a"_s}});
+    for (const char *action : {"open_app", "quit_app", "type_text", "press_key", "click", "read_ui",
+                               "list_windows", "screenshot", "find_files", "create_folder"}) {
+        const Outcome refused = perform(action, {{"app", u"Mousepad"_s},
+                                                 {"text", u"secret"_s},
+                                                 {"key", u"a"_s},
+                                                 {"label", u"Save"_s},
+                                                 {"save_to", u"Music"_s},
+                                                 {"name", u"New"_s},
+                                                 {"in", u"Music"_s}});
         QVERIFY(refused.hasFailed);
-        QCOMPARE(refused.line, u"Another program, or the locked screen, has taken over the keyboard, so no "
-                               "keys were sent."_s);
+        QCOMPARE(refused.line, u"The screen is locked."_s);
         QVERIFY2(refused.duration < bound, qPrintable(u"%1 ms"_s.arg(refused.duration.count())));
     }
+    QVERIFY(QDir(PrivateDesktop::home(u"Music"_s)).isEmpty());
     unlock(locker);
     verifyTyping(u"after the lock"_s);
 }

@@ -5,8 +5,8 @@ LinuxDesktop::LinuxDesktop(const QString &homeDirectory) : m_files(homeDirectory
 
 Desktop LinuxDesktop::desktop()
 {
-    return {m_workspace,     m_accessibility, m_keyboard, m_windowList,
-            m_screenCapture, m_scripting,     m_files,    m_clock};
+    return {m_session,       m_workspace, m_accessibility, m_keyboard, m_windowList,
+            m_screenCapture, m_scripting, m_files,         m_clock};
 }
 
 AtspiAccessibility::Environment LinuxDesktop::accessibilityEnvironment()

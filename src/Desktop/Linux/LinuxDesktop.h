@@ -6,6 +6,7 @@
 #include "Desktop/Linux/LinuxKeyboard.h"
 #include "Desktop/Linux/LinuxScreenCapture.h"
 #include "Desktop/Linux/LinuxScripting.h"
+#include "Desktop/Linux/LinuxSession.h"
 #include "Desktop/Linux/LinuxWindowList.h"
 #include "Desktop/Linux/LinuxWorkspace.h"
 #include "Desktop/SystemClock.h"
@@ -13,11 +14,12 @@
 #include <QDir>
 
 // The real desktop: owns every service and the threads behind them. Made and destroyed on the main thread;
-// made once, before the first action, and kept until the program ends.
+// made once, before the first action, and kept until the program ends. In a Wayland session its services
+// have no connection to the X server that may be there as well.
 class LinuxDesktop
 {
 public:
-    // Throws PlatformError when there is no X server to connect to.
+    // Throws PlatformError when there is neither an X server to connect to nor a Wayland session.
     explicit LinuxDesktop(const QString &homeDirectory = QDir::homePath());
 
     // References that are good for as long as this object lives.
@@ -26,9 +28,11 @@ public:
 private:
     AtspiAccessibility::Environment accessibilityEnvironment();
 
+    const SessionType m_type = Sessions::typeWith(Sessions::displayServer());
     SystemClock m_clock;
     BoundedQueue m_gio{QStringLiteral("desktop.gio"), QStringLiteral("The desktop's application registry")};
-    X11Display m_display{m_clock};
+    X11Display m_display{m_clock, Sessions::obstacle(m_type)};
+    LinuxSession m_session{m_display, m_type};
     LinuxWorkspace m_workspace{m_display, m_gio, m_clock};
     LinuxKeyboard m_keyboard{m_display};
     LinuxWindowList m_windowList{m_display, m_gio};

@@ -1,20 +1,75 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/LinuxDisplay.h"
 
-#include "Desktop/Linux/X11Link.h"
-#include "Desktop/PlatformError.h"
+#include "Desktop/Linux/SessionType.h"
 
-#include <QtGlobal>
+#include <QCoreApplication>
+#include <QDir>
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QPluginLoader>
 
-bool LinuxDisplay::isPresent()
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <cstring>
+
+namespace {
+
+// Whether Qt has a plug-in of that name for a window system; without one it would end the process.
+bool hasPlugin(const QString &name)
 {
-    // Who names a window system to Qt knows what is there.
-    if (qEnvironmentVariableIsSet("QT_QPA_PLATFORM") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY"))
-        return true;
-    try {
-        X11Link::open();
-        return true;
-    } catch (const PlatformError &) {
-        return false;
+    for (const QString &path : QCoreApplication::libraryPaths()) {
+        const QDir folder(path + QStringLiteral("/platforms"));
+        for (const QString &file : folder.entryList(QDir::Files)) {
+            const QJsonObject description = QPluginLoader(folder.filePath(file)).metaData();
+            const QJsonValue keys = description[QStringLiteral("MetaData")][QStringLiteral("Keys")];
+            if (keys.toArray().contains(name))
+                return true;
+        }
     }
+    return false;
+}
+
+// Whether somebody listens where Wayland's own library would call.
+bool isCompositorThere()
+{
+    const QString name = qEnvironmentVariable("WAYLAND_DISPLAY", QStringLiteral("wayland-0"));
+    const QByteArray path = QDir(qEnvironmentVariable("XDG_RUNTIME_DIR")).filePath(name).toLocal8Bit();
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    if (path.size() >= qsizetype(sizeof(address.sun_path)))
+        return false;
+    std::memcpy(address.sun_path, path.constData(), std::size_t(path.size()));
+    const int socket = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
+    const bool isThere =
+        ::connect(socket, reinterpret_cast<const sockaddr *>(&address), sizeof(address)) == 0;
+    ::close(socket);
+    return isThere;
+}
+
+// Best first.
+QStringList windowSystems(DisplayServer server)
+{
+    const QString wayland = QStringLiteral("wayland");
+    QStringList result;
+    if (server != DisplayServer::Xorg && Sessions::isWaylandNamed() && hasPlugin(wayland) &&
+        isCompositorThere())
+        result.append(wayland);
+    if (server != DisplayServer::None)
+        result.append(QStringLiteral("xcb"));
+    return result;
+}
+
+} // namespace
+
+bool LinuxDisplay::prepare()
+{
+    if (qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        return true;
+    const QStringList choice = windowSystems(Sessions::displayServer());
+    if (Sessions::isWaylandNamed() && !choice.isEmpty())
+        qputenv("QT_QPA_PLATFORM", choice.join(u';').toLatin1());
+    return !choice.isEmpty();
 }

@@ -3,8 +3,9 @@
 
 namespace LinuxDisplay {
 
-// Whether a window system is there to show a window on. Asks the X server, where there is nothing else, and
-// waits for it for two seconds at most; needs no application object, and may be called before there is one.
-bool isPresent();
+// Whether a window system is there to show a window on; where Qt by itself might take another one than ours,
+// or none, tells Qt through $QT_QPA_PLATFORM which one. Who has named one there already is believed. Asks
+// the X server and waits for it for two seconds at most; call it before there is an application object.
+bool prepare();
 
 } // namespace LinuxDisplay

@@ -13,7 +13,8 @@ void write(const QImage &picture, const QString &path)
 {
     // Whoever asked looks for the file: half a picture would look like success.
     QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly) && picture.save(&file, "PNG"))
+    // What is left in the buffer is written by `flush`; `commit` would not notice that the disk is full.
+    if (file.open(QIODevice::WriteOnly) && picture.save(&file, "PNG") && file.flush())
         file.commit();
 }
 
@@ -25,6 +26,8 @@ QCoro::Task<void> LinuxScreenCapture::capture(QString path)
 {
     const auto take = [this] { return pictureOfScreen(m_display.connection()); };
     const QImage picture = co_await m_display.run(take);
+    if (picture.isNull())
+        co_return;
     const auto save = [picture, path] { write(picture, path); };
     co_await m_writer.run(save, 10s);
 }

@@ -11,7 +11,7 @@ class LinuxScreenCapture : public ScreenCapture
 public:
     explicit LinuxScreenCapture(X11Display &display);
 
-    // A picture that cannot be written leaves no file behind.
+    // A picture that cannot be taken or written as a whole leaves no file behind.
     QCoro::Task<void> capture(QString path) override;
 
 private:

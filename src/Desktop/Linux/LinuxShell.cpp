@@ -23,17 +23,13 @@ std::unique_ptr<X11Display> connectToDisplay(Clock &clock)
     }
 }
 
-// On a Wayland desktop, X clients see only the keys that go to X windows.
-bool isWaylandDesktop()
-{
-    return !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
-}
-
 } // namespace
 
 LinuxShell::LinuxShell() : m_display(connectToDisplay(m_clock))
 {
-    m_hotKeys = std::make_unique<LinuxHotKeys>(isWaylandDesktop() ? nullptr : m_display.get());
+    // In a Wayland session, X clients see only the keys that go to X windows.
+    const bool seesAllKeys = m_display && !m_display->connection().isXwayland();
+    m_hotKeys = std::make_unique<LinuxHotKeys>(seesAllKeys ? m_display.get() : nullptr);
     m_appearance = std::make_unique<LinuxAppearance>(m_display.get());
     if (m_display)
         m_windowStyler = std::make_unique<X11WindowStyler>(*m_display, m_clock);

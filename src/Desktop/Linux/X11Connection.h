@@ -34,9 +34,9 @@ struct X11Property
     QList<std::uint32_t> values() const; // for properties of 32-bit items
 };
 
-// Our own connection to the X server, apart from Qt's. Used on the X thread alone, except for `interrupt` and
-// `fileDescriptor`. Every answer is checked: what is gone (a window, the server) shows as an absent value,
-// and never ends this process.
+// Our own connection to the X server, apart from Qt's. Used on the X thread alone, except for `interrupt`,
+// `fileDescriptor` and `isXwayland`. Every answer is checked: what is gone (a window, the server) shows as an
+// absent value, and never ends this process.
 class X11Connection
 {
 public:
@@ -50,6 +50,7 @@ public:
     const xcb_ewmh_connection_t &atoms() const { return m_ewmh; }
     xcb_screen_t *screen() const { return m_screen; }
     int screenNumber() const { return m_link.screenNumber; }
+    bool isXwayland() const { return m_link.isXwayland; }
     xcb_window_t root() const { return m_screen->root; }
     xcb_window_t ownWindow() const { return m_window; } // never shown; for what needs a window to speak for
     xcb_atom_t deleteWindowAtom() const { return m_deleteWindow; }

@@ -10,14 +10,18 @@
 #include <QSocketNotifier>
 
 #include <atomic>
+#include <memory>
+#include <optional>
 
 // The X server as the main thread sees it: owns the connection and the thread on which alone it is used.
-// Every operation is asynchronous and bounded, and throws PlatformError when the server does not answer.
+// Every operation is asynchronous and bounded, and throws PlatformError when the server does not answer, or
+// when it is none of ours to use.
 class X11Display
 {
 public:
-    // Connects; throws PlatformError. `clock` outlives this object.
-    explicit X11Display(Clock &clock);
+    // Connects; throws PlatformError. With an obstacle, does not even connect, and every operation throws
+    // PlatformError with that sentence. `clock` outlives this object.
+    explicit X11Display(Clock &clock, const std::optional<QString> &obstacle = std::nullopt);
     // Lets the job in progress end, if it does so soon.
     ~X11Display();
     X11Display(const X11Display &) = delete;
@@ -44,18 +48,25 @@ public:
     // The same for a job whose end nobody waits for. It must not throw.
     void post(std::function<void()> job);
 
-    X11Connection &connection() { return m_connection; }
-    X11Windows &windows() { return m_windows; }
+    X11Connection &connection() { return m_server->connection; }
+    X11Windows &windows() { return m_server->windows; }
     const std::atomic_bool &isClosing() const { return m_isClosing; }
 
 private:
+    struct Server
+    {
+        X11Connection connection;
+        X11Windows windows{connection};
+        QSocketNotifier notifier{connection.fileDescriptor(), QSocketNotifier::Read};
+    };
+
     void handleEvents();
+    void requireServer() const;
 
     Clock &m_clock;
-    X11Connection m_connection;
-    X11Windows m_windows{m_connection};
+    const std::optional<QString> m_obstacle;
+    std::unique_ptr<Server> m_server; // none with an obstacle
     std::atomic_bool m_isClosing = false;
-    QSocketNotifier m_notifier;
     // The last member: its thread is gone before what it uses.
     BoundedQueue m_queue{QStringLiteral("desktop.x11"), QStringLiteral("The X server")};
 };
@@ -63,6 +74,7 @@ private:
 template <typename Job>
 QCoro::Task<std::invoke_result_t<Job>> X11Display::run(Job job, std::chrono::milliseconds limit)
 {
+    requireServer();
     // Waiting for an answer can take events off the wire without anybody being told of them.
     struct Drain
     {
@@ -70,7 +82,7 @@ QCoro::Task<std::invoke_result_t<Job>> X11Display::run(Job job, std::chrono::mil
         ~Drain() { windows.drainEvents(); }
     };
     auto drained = [this, job = std::move(job)]() mutable {
-        const Drain drain{m_windows};
+        const Drain drain{windows()};
         return job();
     };
     return m_queue.run(std::move(drained), limit);

@@ -2,6 +2,7 @@
 #include "Desktop/Linux/X11Link.h"
 
 #include "Desktop/Linux/X11Connection.h"
+#include "Desktop/Linux/Xwayland.h"
 #include "Desktop/PlatformError.h"
 
 #include <chrono>
@@ -17,6 +18,7 @@ X11Link opened()
     X11Connection::prepareThread();
     X11Link link;
     link.connection.reset(xcb_connect(nullptr, &link.screenNumber), &xcb_disconnect);
+    link.isXwayland = !xcb_connection_has_error(link.connection.get()) && isXwayland(link.connection.get());
     return link;
 }
 

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/X11Picture.h"
 
-#include "Desktop/PlatformError.h"
-
 #include <xcb/shm.h>
 
 #include <sys/ipc.h>
@@ -52,33 +50,33 @@ private:
 
 struct Geometry
 {
-    std::uint16_t width;
-    std::uint16_t height;
-    QImage::Format format;
-    qsizetype bytesPerLine;
+    std::uint16_t width = 0;
+    std::uint16_t height = 0;
+    std::uint8_t depth = 0;
+
+    qsizetype bytesPerLine() const { return qsizetype(width) * 4; }
+    qsizetype bytes() const { return bytesPerLine() * height; }
+    // Four bytes a pixel, three of them colours.
+    bool isReadable() const { return bytes() > 0 && (depth == 24 || depth == 32); }
 };
 
+// The screen may have changed its size since we connected.
 Geometry geometryOf(X11Connection &connection)
 {
-    // The screen may have changed its size since we connected.
     const auto cookie = xcb_get_geometry(connection.get(), connection.root());
     const X11Reply<xcb_get_geometry_reply_t> reply(xcb_get_geometry_reply(connection.get(), cookie, nullptr));
-    if (!reply)
-        throw PlatformError(QStringLiteral("The X server doesn't tell the size of the screen."));
-    if (reply->depth != 24 && reply->depth != 32)
-        throw PlatformError(
-            QStringLiteral("A screen of %1 bits a pixel can't be captured.").arg(reply->depth));
-    return {reply->width, reply->height, QImage::Format_RGB32, qsizetype(reply->width) * 4};
+    return reply ? Geometry{reply->width, reply->height, reply->depth} : Geometry{};
 }
 
 QImage imageOf(const uchar *pixels, const Geometry &geometry)
 {
-    return QImage(pixels, geometry.width, geometry.height, geometry.bytesPerLine, geometry.format).copy();
+    return QImage(pixels, geometry.width, geometry.height, geometry.bytesPerLine(), QImage::Format_RGB32)
+        .copy();
 }
 
 QImage sharedPicture(X11Connection &connection, const Geometry &geometry)
 {
-    const SharedMemory memory(connection.get(), std::size_t(geometry.bytesPerLine) * geometry.height);
+    const SharedMemory memory(connection.get(), std::size_t(geometry.bytes()));
     if (!memory.isAttached())
         return QImage();
     const auto cookie =
@@ -86,7 +84,8 @@ QImage sharedPicture(X11Connection &connection, const Geometry &geometry)
                           XCB_IMAGE_FORMAT_Z_PIXMAP, memory.segment(), 0);
     const X11Reply<xcb_shm_get_image_reply_t> reply(
         xcb_shm_get_image_reply(connection.get(), cookie, nullptr));
-    return reply ? imageOf(memory.data(), geometry) : QImage();
+    const bool isWhole = reply && reply->depth == geometry.depth && reply->size == geometry.bytes();
+    return isWhole ? imageOf(memory.data(), geometry) : QImage();
 }
 
 QImage sentPicture(X11Connection &connection, const Geometry &geometry)
@@ -94,9 +93,9 @@ QImage sentPicture(X11Connection &connection, const Geometry &geometry)
     const auto cookie = xcb_get_image(connection.get(), XCB_IMAGE_FORMAT_Z_PIXMAP, connection.root(), 0, 0,
                                       geometry.width, geometry.height, ~0u);
     const X11Reply<xcb_get_image_reply_t> reply(xcb_get_image_reply(connection.get(), cookie, nullptr));
-    if (!reply || xcb_get_image_data_length(reply.get()) < geometry.bytesPerLine * geometry.height)
-        return QImage();
-    return imageOf(xcb_get_image_data(reply.get()), geometry);
+    const bool isWhole =
+        reply && reply->depth == geometry.depth && xcb_get_image_data_length(reply.get()) == geometry.bytes();
+    return isWhole ? imageOf(xcb_get_image_data(reply.get()), geometry) : QImage();
 }
 
 } // namespace
@@ -105,14 +104,14 @@ QImage pictureOfScreen(X11Connection &connection)
 {
     connection.requireAlive();
     const Geometry geometry = geometryOf(connection);
-    const auto *extension = xcb_get_extension_data(connection.get(), &xcb_shm_id);
     QImage picture;
-    if (extension && extension->present)
-        picture = sharedPicture(connection, geometry);
-    if (picture.isNull())
-        picture = sentPicture(connection, geometry);
+    if (geometry.isReadable()) {
+        const auto *extension = xcb_get_extension_data(connection.get(), &xcb_shm_id);
+        if (extension && extension->present)
+            picture = sharedPicture(connection, geometry);
+        if (picture.isNull())
+            picture = sentPicture(connection, geometry);
+    }
     connection.requireAlive();
-    if (picture.isNull())
-        throw PlatformError(QStringLiteral("The X server doesn't hand out a picture of the screen."));
     return picture;
 }

@@ -6,5 +6,6 @@
 #include <QImage>
 
 // A picture of the whole screen, all monitors; through memory shared with the server where it is on this
-// computer. Throws PlatformError. For the X thread.
+// computer. A null picture where the server hands out none, or none that is the screen as it should be.
+// Throws PlatformError when the server is gone. For the X thread.
 QImage pictureOfScreen(X11Connection &connection);

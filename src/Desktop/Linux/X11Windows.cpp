@@ -2,6 +2,7 @@
 #include "Desktop/Linux/X11Windows.h"
 
 #include "Base/Text.h"
+#include "Desktop/Linux/X11Grabs.h"
 
 #include <QRegularExpression>
 
@@ -240,17 +241,9 @@ bool X11Windows::belongToSameClient(std::uint32_t one, std::uint32_t other) cons
     return (one & client) == (other & client);
 }
 
-// Nobody tells who has grabbed the keyboard. But a grab for a window that is not shown is refused, and the
-// server looks for the grab of another client first.
 bool X11Windows::isKeyboardGrabbedFrom(const X11Window &window) const
 {
-    constexpr bool withOwnEvents = false;
-    const auto cookie = xcb_grab_keyboard(m_connection.get(), withOwnEvents, m_connection.ownWindow(),
-                                          XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
-    const X11Reply<xcb_grab_keyboard_reply_t> reply(
-        xcb_grab_keyboard_reply(m_connection.get(), cookie, nullptr));
-    m_connection.requireAlive();
-    return reply && reply->status == XCB_GRAB_STATUS_ALREADY_GRABBED && !hasOpenMenu(window);
+    return X11Grabs::isKeyboardTaken(m_connection) && !hasOpenMenu(window);
 }
 
 // Menus are windows that window managers leave alone.

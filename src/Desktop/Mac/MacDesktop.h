@@ -6,6 +6,7 @@
 #include "Desktop/Mac/MacKeyboard.h"
 #include "Desktop/Mac/MacScreenCapture.h"
 #include "Desktop/Mac/MacScripting.h"
+#include "Desktop/Mac/MacSession.h"
 #include "Desktop/Mac/MacWindowList.h"
 #include "Desktop/Mac/MacWorkspace.h"
 #include "Desktop/SystemClock.h"
@@ -25,6 +26,7 @@ public:
 private:
     MacAccessibility::Activate activation();
 
+    MacSession m_session;
     SystemClock m_clock;
     MacWindowList m_windowList;
     MacWorkspace m_workspace{m_clock, m_windowList};

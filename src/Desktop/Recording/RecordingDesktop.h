@@ -18,10 +18,12 @@ public:
     // Valid as long as this object.
     Desktop services()
     {
-        return {workspace, accessibility, keyboard, windowList, screenCapture, scripting, files, clock};
+        return {session,       workspace, accessibility, keyboard, windowList,
+                screenCapture, scripting, files,         clock};
     }
 
     RecordingJournal journal;
+    RecordingSession session{journal};
     RecordingWorkspace workspace{journal};
     RecordingAccessibility accessibility{journal};
     RecordingKeyboard keyboard{journal, workspace};

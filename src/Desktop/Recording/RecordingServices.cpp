@@ -41,6 +41,12 @@ QByteArray smallPicture()
 
 } // namespace
 
+QCoro::Task<bool> RecordingSession::isLocked()
+{
+    co_await m_journal.turn();
+    co_return locked;
+}
+
 QCoro::Task<void> RecordingKeyboard::post(QList<KeyStroke> newStrokes, std::chrono::microseconds pause,
                                           std::optional<RunningApplication> receiver)
 {

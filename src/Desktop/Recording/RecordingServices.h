@@ -7,9 +7,25 @@
 #include "Desktop/Recording/RecordingWorkspace.h"
 #include "Desktop/ScreenCapture.h"
 #include "Desktop/Scripting.h"
+#include "Desktop/Session.h"
 #include "Desktop/WindowList.h"
 
 // The services that need a few lines only; each keeps what was done to it and answers as it is told.
+
+class RecordingSession : public Session
+{
+public:
+    explicit RecordingSession(RecordingJournal &journal) : m_journal(journal) {}
+
+    std::optional<QString> lastingObstacle;
+    bool locked = false;
+
+    std::optional<QString> obstacle() const override { return lastingObstacle; }
+    QCoro::Task<bool> isLocked() override;
+
+private:
+    RecordingJournal &m_journal;
+};
 
 class RecordingKeyboard : public Keyboard
 {

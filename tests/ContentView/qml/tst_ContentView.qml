@@ -74,6 +74,21 @@ Item {
             compare(footer.y + footer.height, view.height);
         }
 
+        function test_anObstacleIsSaidAboveTheMiddle() {
+            compare(ofType("ObstacleStrip").length, 0);
+            const sentence = "This desktop is out of reach: choose another one.";
+            content.obstacle = sentence;
+            const strip = ofType("ObstacleStrip")[0];
+            const bar = ofType("CommandBar")[0];
+            tryCompare(strip, "y", bar.height + 1);
+            compare(strip.width, view.width);
+            verify(strip.height >= 40);
+            const text = named(strip, sentence);
+            verify(text.height <= strip.height);
+            const middle = ofType("EmptyState")[0];
+            compare(middle.mapToItem(view, 0, 0).y, bar.height + 1 + strip.height);
+        }
+
         function test_layers_data() {
             return [{
                     "tag": "setup",

@@ -37,8 +37,8 @@ X11Examination changed(void (*change)(X11Examination &))
     return examination;
 }
 
-const Session x11{u":0"_s, false};
-const Session wayland{u":0"_s, true};
+const Session x11{u":0"_s, SessionType::X11};
+const Session wayland{u":0"_s, SessionType::Wayland};
 
 DesktopEntry named(const QString &name)
 {
@@ -87,8 +87,8 @@ void DiagnosisChecksTest::addDisplayRows()
     using namespace DisplayChecks;
     addRow("X11", session(x11, Server::Answers), State::Works, u"X11, display :0"_s);
     addRow("Wayland", session(wayland, Server::Answers), State::Broken, u"Wayland"_s, u"Xorg"_s);
-    addRow("Wayland alone", session({QString(), true}, Server::Unreachable), State::Broken, u"Wayland"_s,
-           u"Xorg"_s);
+    addRow("Wayland alone", session({QString(), SessionType::Wayland}, Server::Unreachable), State::Broken,
+           u"Wayland"_s, u"Xorg"_s);
     addRow("no display", session({}, Server::Unreachable), State::Absent, u"no graphical desktop"_s,
            u"on the desktop"_s);
     addRow("dead display", session(x11, Server::Unreachable), State::Broken, u"No X server answers"_s,
@@ -112,18 +112,14 @@ void DiagnosisChecksTest::addDisplayRows()
            u"No key is spare"_s, u"layout"_s);
 
     const X11Examination taken = changed([](auto &x) { x.isHotKeyFree = false; });
-    addRow("hot key", hotKey(good(), x11, Orvane::DoesNotRun), State::Works, u"free"_s);
-    addRow("hot key of another", hotKey(taken, x11, Orvane::DoesNotRun), State::Limited, u"another program"_s,
+    addRow("hot key", hotKey(good(), Orvane::DoesNotRun), State::Works, u"free"_s);
+    addRow("hot key of another", hotKey(taken, Orvane::DoesNotRun), State::Limited, u"another program"_s,
            u"orvane --toggle"_s);
-    addRow("hot key of ours", hotKey(taken, x11, Orvane::Runs), State::Works,
-           u"the Orvane that is running"_s);
-    addRow("hot key on Wayland", hotKey(good(), wayland, Orvane::DoesNotRun), State::Limited, u"Wayland"_s,
-           u"orvane --toggle"_s);
+    addRow("hot key of ours", hotKey(taken, Orvane::Runs), State::Works, u"the Orvane that is running"_s);
 
-    addRow("picture", screenshot(good(), x11), State::Works, u"1280 × 800"_s);
-    addRow("no picture", screenshot(changed([](auto &x) { x.picture = QSize(); }), x11), State::Broken,
+    addRow("picture", screenshot(good()), State::Works, u"1280 × 800"_s);
+    addRow("no picture", screenshot(changed([](auto &x) { x.picture = QSize(); })), State::Broken,
            u"no picture"_s, u"colours"_s);
-    addRow("picture on Wayland", screenshot(good(), wayland), State::Broken, u"Wayland"_s, u"first line"_s);
 }
 
 void DiagnosisChecksTest::addServiceRows()
@@ -181,11 +177,11 @@ void DiagnosisChecksTest::onlyComfortIsLimitedByItsAbsence()
     QVERIFY(DisplayChecks::windowManager(nothing).isObstacle());
     QVERIFY(DisplayChecks::keyboard(nothing).isObstacle());
     QVERIFY(DisplayChecks::spareKeys(nothing).isObstacle());
-    QVERIFY(DisplayChecks::screenshot(nothing, x11).isObstacle());
+    QVERIFY(DisplayChecks::screenshot(nothing).isObstacle());
     QVERIFY(ServiceChecks::accessibility(Accessibility::Off).isObstacle());
     QVERIFY(ServiceChecks::browser({true, {}}).isObstacle());
     QVERIFY(ServiceChecks::fileManager({true, {}}).isObstacle());
-    QVERIFY(!DisplayChecks::hotKey(nothing, x11, Orvane::DoesNotRun).isObstacle());
+    QVERIFY(!DisplayChecks::hotKey(nothing, Orvane::DoesNotRun).isObstacle());
     QVERIFY(!ServiceChecks::showFiles({}).isObstacle());
     QVERIFY(!ServiceChecks::applications({}).isObstacle());
 }

@@ -2,6 +2,7 @@
 // Pictures of a real screen.
 #include "Desktop/Linux/LinuxScreenCapture.h"
 #include "Desktop/Linux/LinuxBench.h"
+#include "Desktop/Linux/XServer.h"
 
 #include <QDir>
 #include <QGuiApplication>
@@ -11,6 +12,10 @@
 #include <QScreen>
 #include <QTemporaryDir>
 #include <QTest>
+
+#include <sys/resource.h>
+
+#include <csignal>
 
 using namespace Qt::StringLiterals;
 
@@ -62,6 +67,32 @@ private Q_SLOTS:
         const QString path = folder.filePath(u"missing/Screenshot.png"_s);
         QCoro::waitFor(m_capture.capture(path));
         QVERIFY(!QFileInfo::exists(path));
+        QVERIFY(QDir(folder.path()).isEmpty());
+    }
+
+    // As on a disk that is full in the middle of the picture.
+    void aPictureThatCannotBeWrittenWholeLeavesNoFile()
+    {
+        std::signal(SIGXFSZ, SIG_IGN);
+        rlimit usual{};
+        getrlimit(RLIMIT_FSIZE, &usual);
+        const rlimit small{100, usual.rlim_max};
+        const QTemporaryDir folder;
+        setrlimit(RLIMIT_FSIZE, &small);
+        QCoro::waitFor(m_capture.capture(folder.filePath(u"Screenshot.png"_s)));
+        setrlimit(RLIMIT_FSIZE, &usual);
+        QVERIFY(QDir(folder.path()).isEmpty());
+    }
+
+    void aScreenThatHandsOutNoPictureLeavesNoFile()
+    {
+        const XServer server(u"640x480x16"_s);
+        QVERIFY(server.isRunning());
+        SystemClock clock;
+        X11Display display(clock);
+        LinuxScreenCapture capture(display);
+        const QTemporaryDir folder;
+        QCOMPARE(LinuxBench::errorOf(capture.capture(folder.filePath(u"Screenshot.png"_s))), QString());
         QVERIFY(QDir(folder.path()).isEmpty());
     }
 };

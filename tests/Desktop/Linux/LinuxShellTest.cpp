@@ -70,16 +70,13 @@ private Q_SLOTS:
         }
     }
 
-    void onAWaylandDesktopThereAreNoHotKeys()
+    // The X server sees all keys of its own desktop, whatever that one runs in.
+    void insideAWaylandSessionThereAreHotKeys()
     {
         qputenv("WAYLAND_DISPLAY", "wayland-0");
-        {
-            LinuxShell shell;
-            QVERIFY(!registerKey(shell, [] {}));
-        }
-        qunsetenv("WAYLAND_DISPLAY");
         LinuxShell shell;
         QVERIFY(registerKey(shell, [] {}));
+        qunsetenv("WAYLAND_DISPLAY");
     }
 
     void itMayEndWhileTheWindowIsOnItsWay()

@@ -28,15 +28,23 @@ private:
         return LinuxBench::errorOf(bench.display.run(ask));
     }
 
-    // As the program finds out before it shows a window.
-    static bool serverShowsWindows()
+    struct WindowSystem
+    {
+        bool isThere = false;
+        QByteArray name; // where Qt is told it
+    };
+
+    // As the program finds it before it shows a window.
+    static WindowSystem windowSystem()
     {
         const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
         qunsetenv("QT_QPA_PLATFORM");
-        const bool present = LinuxDisplay::isPresent();
+        WindowSystem result;
+        result.isThere = LinuxDisplay::prepare();
+        result.name = qgetenv("QT_QPA_PLATFORM");
         if (!platform.isNull())
             qputenv("QT_QPA_PLATFORM", platform);
-        return present;
+        return result;
     }
 
 private Q_SLOTS:
@@ -58,14 +66,39 @@ private Q_SLOTS:
 
     void aServerThatHangsFromTheStartIsNone()
     {
-        QVERIFY(serverShowsWindows());
+        QVERIFY(windowSystem().isThere);
         m_server->signal(SIGSTOP);
         SystemClock clock;
         QElapsedTimer elapsed;
         elapsed.start();
         QVERIFY_THROWS_EXCEPTION(PlatformError, X11Display{clock});
-        QVERIFY(!serverShowsWindows());
+        QVERIFY(!windowSystem().isThere);
         QVERIFY(elapsed.elapsed() < LinuxBench::patience);
+    }
+
+    void withAnObstacleNoServerIsAsked()
+    {
+        SystemClock clock;
+        X11Display display(clock, u"This server is none of ours."_s);
+        bool isRun = false;
+        const auto job = [&isRun] { isRun = true; };
+        const auto ask = [&display, &job]() -> QCoro::Task<void> { co_await display.run(job); };
+        QCOMPARE(LinuxBench::errorOf(ask()), u"This server is none of ours."_s);
+        QVERIFY(!isRun);
+    }
+
+    // Qt by itself would go by the environment, which names the session outside.
+    void theWindowIsOnTheServerThatIsWorkedOn()
+    {
+        QVERIFY(windowSystem().name.isEmpty());
+        const QByteArray type = qgetenv("XDG_SESSION_TYPE");
+        qputenv("WAYLAND_DISPLAY", "wayland-0");
+        qputenv("XDG_SESSION_TYPE", "wayland");
+        const WindowSystem system = windowSystem();
+        qunsetenv("WAYLAND_DISPLAY");
+        qputenv("XDG_SESSION_TYPE", type);
+        QVERIFY(system.isThere);
+        QCOMPARE(system.name, QByteArray("xcb"));
     }
 
     void withoutAWindowManagerTheListIsEmpty()

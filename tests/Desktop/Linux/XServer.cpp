@@ -9,10 +9,10 @@
 
 using namespace Qt::StringLiterals;
 
-XServer::XServer()
+XServer::XServer(const QString &screen)
 {
-    m_process.start(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"1280x800x24"_s,
-                                u"-nolisten"_s, u"tcp"_s, u"-noreset"_s});
+    m_process.start(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, screen, u"-nolisten"_s,
+                                u"tcp"_s, u"-noreset"_s});
     QByteArray number;
     const auto isUp = [this, &number] {
         number += m_process.readAllStandardOutput();

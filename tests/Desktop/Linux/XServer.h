@@ -3,12 +3,14 @@
 
 #include <QByteArray>
 #include <QProcess>
+#include <QString>
 
 // An X server of the test's own, without a window manager, which $DISPLAY names until this object is gone.
+// `screen` is its width, height and bits a pixel.
 class XServer
 {
 public:
-    XServer();
+    explicit XServer(const QString &screen = QStringLiteral("1280x800x24"));
     ~XServer();
     XServer(const XServer &) = delete;
     XServer &operator=(const XServer &) = delete;

@@ -11,21 +11,13 @@ const QString bindAnotherKey =
 
 } // namespace
 
-DisplayChecks::Session DisplayChecks::Session::ofEnvironment()
-{
-    const bool isWayland = !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
-                           qEnvironmentVariable("XDG_SESSION_TYPE") == QLatin1StringView("wayland");
-    return {qEnvironmentVariable("DISPLAY"), isWayland};
-}
-
 DiagnosticCheck DisplayChecks::session(const Session &session, Server server)
 {
     const DiagnosticCheck check{QStringLiteral("session"), QStringLiteral("Session")};
     const QString openTerminal = QStringLiteral("Start Orvane in a terminal on the desktop.");
-    if (session.isWayland)
+    if (session.type == SessionType::Wayland)
         return check.broken(
-            QStringLiteral(
-                "This is Wayland, where Orvane reaches at most the applications that still use X11."),
+            QStringLiteral("Orvane can't see or operate a Wayland desktop yet."),
             QStringLiteral("Log out, and choose the X11 (“Xorg”) session on the login screen."));
     if (server == Server::Silent)
         return check.broken(QStringLiteral("The X server of display %1 doesn't answer.").arg(session.display),
@@ -73,13 +65,9 @@ DiagnosticCheck DisplayChecks::spareKeys(const X11Examination &examination)
         QStringLiteral("Choose another keyboard model or layout in the desktop's keyboard settings."));
 }
 
-DiagnosticCheck DisplayChecks::hotKey(const X11Examination &examination, const Session &session,
-                                      Orvane orvane)
+DiagnosticCheck DisplayChecks::hotKey(const X11Examination &examination, Orvane orvane)
 {
     const DiagnosticCheck check{QStringLiteral("hot-key"), QStringLiteral("Hot key"), Need::Comfort};
-    if (session.isWayland)
-        return check.limited(QStringLiteral("On Wayland, programs can't have keys of their own."),
-                             bindAnotherKey);
     if (examination.isHotKeyFree)
         return check.working(QStringLiteral("Alt+Space is free for Orvane."));
     if (orvane == Orvane::Runs)
@@ -89,12 +77,9 @@ DiagnosticCheck DisplayChecks::hotKey(const X11Examination &examination, const S
                          bindAnotherKey);
 }
 
-DiagnosticCheck DisplayChecks::screenshot(const X11Examination &examination, const Session &session)
+DiagnosticCheck DisplayChecks::screenshot(const X11Examination &examination)
 {
     const DiagnosticCheck check{QStringLiteral("screenshot"), QStringLiteral("Screenshots")};
-    if (session.isWayland)
-        return check.broken(QStringLiteral("On Wayland, pictures of the screen stay empty."),
-                            QStringLiteral("See the first line."));
     if (examination.picture.isEmpty())
         return check.broken(QStringLiteral("The X server hands out no picture of the screen."),
                             QStringLiteral("Set the screen to millions of colours (24 bits)."));

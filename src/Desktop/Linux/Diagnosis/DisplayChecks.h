@@ -3,17 +3,15 @@
 
 #include "Desktop/Diagnosis.h"
 #include "Desktop/Linux/Diagnosis/X11Examination.h"
+#include "Desktop/Linux/SessionType.h"
 
 // What the X server's answers mean to a user. Pure functions, any thread.
 namespace DisplayChecks {
 
-// What the environment says of the session.
 struct Session
 {
     QString display; // as $DISPLAY names it
-    bool isWayland = false;
-
-    static Session ofEnvironment();
+    SessionType type = SessionType::None;
 };
 
 enum class Server { Answers, Unreachable, Silent };
@@ -24,8 +22,8 @@ DiagnosticCheck keyboard(const X11Examination &examination);
 DiagnosticCheck spareKeys(const X11Examination &examination);
 
 enum class Orvane { Runs, DoesNotRun }; // as the window, which takes the key
-DiagnosticCheck hotKey(const X11Examination &examination, const Session &session, Orvane orvane);
+DiagnosticCheck hotKey(const X11Examination &examination, Orvane orvane);
 
-DiagnosticCheck screenshot(const X11Examination &examination, const Session &session);
+DiagnosticCheck screenshot(const X11Examination &examination);
 
 } // namespace DisplayChecks

@@ -14,6 +14,13 @@ struct DisplayAnswer
 {
     DisplayChecks::Server server = DisplayChecks::Server::Silent;
     std::optional<X11Examination> examination;
+
+    SessionType sessionType() const
+    {
+        if (!examination)
+            return Sessions::typeWith(DisplayServer::None);
+        return Sessions::typeWith(examination->isXwayland ? DisplayServer::Xwayland : DisplayServer::Xorg);
+    }
 };
 
 QCoro::Task<DisplayAnswer> examineDisplay()
@@ -88,11 +95,11 @@ QList<DiagnosticCheck> checksOf(const Answers &answers)
         ServiceChecks::accessibility(answers.accessibility.standing),
         DisplayChecks::keyboard(answers.screen),
         DisplayChecks::spareKeys(answers.screen),
-        DisplayChecks::hotKey(answers.screen, answers.session, runningOrvane(answers.sessionBus)),
+        DisplayChecks::hotKey(answers.screen, runningOrvane(answers.sessionBus)),
         ServiceChecks::browser(answers.registry.browser),
         ServiceChecks::fileManager(answers.registry.fileManager),
         ServiceChecks::showFiles(answers.sessionBus),
-        DisplayChecks::screenshot(answers.screen, answers.session),
+        DisplayChecks::screenshot(answers.screen),
         ServiceChecks::applications(answers.accessibility.applications),
     };
 }
@@ -101,14 +108,14 @@ QList<DiagnosticCheck> checksOf(const Answers &answers)
 
 QCoro::Task<QList<DiagnosticCheck>> LinuxDiagnosis::examine()
 {
-    const DisplayChecks::Session session = DisplayChecks::Session::ofEnvironment();
     // All three begin now.
     const auto askingDisplay = examineDisplay();
     const auto askingBus = examineSessionBus();
     const auto reading = AbandonableJob::run(QStringLiteral("doctor.gio"), &readRegistry);
 
     const DisplayAnswer display = co_await askingDisplay;
-    if (!display.examination) {
+    const DisplayChecks::Session session{qEnvironmentVariable("DISPLAY"), display.sessionType()};
+    if (!display.examination || session.type == SessionType::Wayland) {
         const QList<DiagnosticCheck> nothingElse{DisplayChecks::session(session, display.server)};
         co_return nothingElse;
     }

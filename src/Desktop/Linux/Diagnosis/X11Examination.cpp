@@ -33,15 +33,6 @@ bool isHotKeyFree(X11Connection &connection)
     return isFree;
 }
 
-QSize picture(X11Connection &connection)
-{
-    try {
-        return pictureOfScreen(connection).size();
-    } catch (const PlatformError &) {
-        return QSize();
-    }
-}
-
 // The accessibility service leaves the address here once its bus runs.
 QString accessibilityBus(const X11Connection &connection)
 {
@@ -55,12 +46,15 @@ X11Examination X11Examination::take()
 {
     X11Connection::prepareThread();
     X11Connection connection;
-    X11Windows windows(connection);
     X11Examination result;
+    result.isXwayland = connection.isXwayland();
+    if (result.isXwayland)
+        return result;
+    X11Windows windows(connection);
     result.windowManager = windows.windowManager();
     examineKeyboard(connection, result);
     result.isHotKeyFree = ::isHotKeyFree(connection);
-    result.picture = ::picture(connection);
+    result.picture = pictureOfScreen(connection).size();
     result.accessibilityBus = ::accessibilityBus(connection);
     result.windows = windows.snapshot();
     connection.requireAlive();

@@ -12,6 +12,7 @@
 // are as they came.
 struct X11Examination
 {
+    bool isXwayland = false; // then nothing else is told: it would not be about the user's desktop
     std::optional<QString> windowManager; // what it calls itself, where one runs
     bool takesKeys = false;
     qsizetype spareKeys = 0;   // keys of the layout without a meaning of their own

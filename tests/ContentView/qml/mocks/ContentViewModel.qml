@@ -15,6 +15,7 @@ QtObject {
 
     property int layer: ContentViewModel.Empty
     property string input: ""
+    property string obstacle: ""
     property bool trusted: true
     property bool isRunning: false
     property string leadingSymbol: isRunning ? "sparkles" : "command"

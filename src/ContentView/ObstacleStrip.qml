@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: Apache-2.0
+// What keeps most tasks from working in this session, under the command bar for as long as the window lives.
+import QtQuick
+import QtQuick.Layouts
+
+Item {
+    id: strip
+
+    required property string text
+
+    implicitHeight: row.implicitHeight + 24
+
+    RowLayout {
+        id: row
+
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.verticalCenter: parent.verticalCenter
+        anchors.leftMargin: Theme.margin
+        anchors.rightMargin: Theme.margin
+        spacing: 10
+
+        SymbolIcon {
+            Layout.alignment: Qt.AlignTop
+            name: "exclamationmark.shield.fill"
+            tint: Theme.warning
+            size: 16
+        }
+
+        SelectableText {
+            Layout.fillWidth: true
+            text: strip.text
+            font.pixelSize: 13
+            color: Theme.warningText
+        }
+    }
+}

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: Apache-2.0
+// In a Wayland session the window is there, and says from the start that it can do little.
+#include "applications/support/WaylandSession.h"
+#include "ui/support/UiTest.h"
+
+using namespace Qt::StringLiterals;
+
+class UiWaylandTest : public UiTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void theWindowSaysItFromTheStart();
+
+private:
+    std::optional<WaylandSession> m_session;
+};
+
+void UiWaylandTest::init()
+{
+    m_session.emplace();
+    QVERIFY(m_session->isRunning());
+    startAfresh();
+}
+
+void UiWaylandTest::theWindowSaysItFromTheStart()
+{
+    QVERIFY(orvane().start());
+    QVERIFY(orvane().waitFor(Role::label, u"Orvane can't see or operate a Wayland desktop yet: log out, and "
+                                          "choose an X11 (“Xorg”) session on the login screen."_s));
+    QVERIFY(orvane().isRunning());
+}
+
+QTEST_GUILESS_MAIN(UiWaylandTest)
+#include "WaylandTest.moc"

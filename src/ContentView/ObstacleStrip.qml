@@ -2,6 +2,7 @@
 // What keeps most tasks from working in this session, under the command bar for as long as the window lives.
 import QtQuick
 import QtQuick.Layouts
+import Orvane.ContentView
 
 Item {
     id: strip

@@ -49,17 +49,15 @@ bool isCompositorThere()
     return isThere;
 }
 
-// Best first.
-QStringList windowSystems(DisplayServer server)
+// Where there is an X server, the window is on that; Xwayland's windows are like others of the session. Empty
+// where there is nothing.
+QString windowSystem(DisplayServer server)
 {
-    const QString wayland = QStringLiteral("wayland");
-    QStringList result;
-    if (server != DisplayServer::Xorg && Sessions::isWaylandNamed() && hasPlugin(wayland) &&
-        isCompositorThere())
-        result.append(wayland);
     if (server != DisplayServer::None)
-        result.append(QStringLiteral("xcb"));
-    return result;
+        return QStringLiteral("xcb");
+    const QString wayland = QStringLiteral("wayland");
+    const bool isUsable = Sessions::isWaylandNamed() && hasPlugin(wayland) && isCompositorThere();
+    return isUsable ? wayland : QString();
 }
 
 } // namespace
@@ -68,8 +66,8 @@ bool LinuxDisplay::prepare()
 {
     if (qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         return true;
-    const QStringList choice = windowSystems(Sessions::displayServer());
+    const QString choice = windowSystem(Sessions::displayServer());
     if (Sessions::isWaylandNamed() && !choice.isEmpty())
-        qputenv("QT_QPA_PLATFORM", choice.join(u';').toLatin1());
+        qputenv("QT_QPA_PLATFORM", choice.toLatin1());
     return !choice.isEmpty();
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/X11Grabs.h"
 
+#include <QMargins>
 #include <QRegion>
 #include <QSet>
 
@@ -68,7 +69,11 @@ QRegion coverOfApplications(const X11Connection &connection)
     return cover;
 }
 
-// The whole screen where the server knows of no monitors.
+// Some lockers leave a line free, so that a compositor does not take their window for a film that fills the
+// screen.
+constexpr QMargins edge(2, 2, 2, 2);
+
+// Without the edges; the whole screen where the server knows of no monitors.
 QRegion monitors(const X11Connection &connection)
 {
     const auto *const extension = xcb_get_extension_data(connection.get(), &xcb_randr_id);
@@ -81,9 +86,9 @@ QRegion monitors(const X11Connection &connection)
         auto each = reply ? xcb_randr_get_monitors_monitors_iterator(reply.get())
                           : xcb_randr_monitor_info_iterator_t{};
         for (; each.rem > 0; xcb_randr_monitor_info_next(&each))
-            result += QRect(each.data->x, each.data->y, each.data->width, each.data->height);
+            result += QRect(each.data->x, each.data->y, each.data->width, each.data->height) - edge;
     }
-    return result.isEmpty() ? placeOf(connection.get(), connection.root()) : result;
+    return result.isEmpty() ? placeOf(connection.get(), connection.root()) - edge : result;
 }
 
 // As with the keyboard.

@@ -177,10 +177,12 @@ void LinuxSessionTest::grabsAndACoverMakeALock_data()
     QTest::addColumn<bool>("isLock");
     const QList<QRect> whole{screen};
     const QList<QRect> halves{QRect(0, 0, 640, 800), QRect(640, 0, 640, 800)};
-    const QList<QRect> most{QRect(0, 0, 1280, 799)};
+    const QList<QRect> withoutEdges{screen - QMargins(1, 1, 1, 1)};
+    const QList<QRect> withoutPanel{screen - QMargins(0, 24, 0, 0)};
     QTest::newRow("one window") << whole << true << true << true;
     QTest::newRow("a window a monitor") << halves << true << true << true;
-    QTest::newRow("a line stays free") << most << true << true << false;
+    QTest::newRow("but the edges") << withoutEdges << true << true << true;
+    QTest::newRow("but a panel") << withoutPanel << true << true << false;
     QTest::newRow("keyboard alone") << whole << true << false << false;
     QTest::newRow("pointer alone") << whole << false << true << false;
     QTest::newRow("no grab") << whole << false << false << false;

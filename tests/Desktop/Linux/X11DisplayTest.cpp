@@ -28,6 +28,12 @@ private:
         return LinuxBench::errorOf(bench.display.run(ask));
     }
 
+    static QCoro::Task<void> tryOut(X11Display &display, bool &isRun)
+    {
+        const auto job = [&isRun] { isRun = true; };
+        co_await display.run(job);
+    }
+
     struct WindowSystem
     {
         bool isThere = false;
@@ -81,9 +87,7 @@ private Q_SLOTS:
         SystemClock clock;
         X11Display display(clock, u"This server is none of ours."_s);
         bool isRun = false;
-        const auto job = [&isRun] { isRun = true; };
-        const auto ask = [&display, &job]() -> QCoro::Task<void> { co_await display.run(job); };
-        QCOMPARE(LinuxBench::errorOf(ask()), u"This server is none of ours."_s);
+        QCOMPARE(LinuxBench::errorOf(tryOut(display, isRun)), u"This server is none of ours."_s);
         QVERIFY(!isRun);
     }
 

@@ -30,6 +30,9 @@ struct RunningApplication
     std::optional<ApplicationBundle> bundle;
     // False for background and menu-bar-only processes, which the user does not think of as applications.
     bool isRegular = true;
+    // Tells the applications of one process apart, for the backend only; empty: the process is one
+    // application.
+    QString part = {};
 
     // For sentences to the user.
     QString shownName() const { return localizedName.value_or(QStringLiteral("The application")); }

@@ -27,6 +27,8 @@ DesktopEntry described(GDesktopAppInfo *information)
     entry.executable = QFileInfo(DesktopCommand::program(command)).fileName();
     const QString categories = QString::fromUtf8(g_desktop_app_info_get_categories(information));
     entry.categories = categories.split(u';', Qt::SkipEmptyParts);
+    const GStringPointer flatpak(g_desktop_app_info_get_string(information, "X-Flatpak"));
+    entry.flatpak = QString::fromUtf8(flatpak.get());
     entry.isShown = g_app_info_should_show(application);
     return entry;
 }

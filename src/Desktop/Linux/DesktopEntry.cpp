@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/DesktopEntry.h"
 
+#include <algorithm>
+
 namespace {
 
 bool same(const QString &left, const QString &right)
@@ -23,7 +25,43 @@ const DesktopEntry *firstMatch(const QList<DesktopEntry> &entries, const Rule &m
     return hidden;
 }
 
+// A snap's entries are called after the snap and the program in it: "firefox_firefox".
+bool isOfSandbox(const DesktopEntry &entry, const QString &sandbox)
+{
+    const qsizetype snap = sandbox.indexOf(u'_') + 1;
+    const bool isOfSnap = snap > 0 && entry.identifier.startsWith(QStringView(sandbox).first(snap));
+    return entry.identifier == sandbox || entry.flatpak == sandbox || isOfSnap;
+}
+
+const DesktopEntry *entryOfSandbox(const QList<DesktopEntry> &entries, const X11Window &window)
+{
+    const auto isOwn = [&window](const DesktopEntry &entry) { return isOfSandbox(entry, window.sandbox); };
+    const auto isMain = [&window](const DesktopEntry &entry) { return entry.identifier == window.sandbox; };
+    QList<DesktopEntry> own;
+    std::copy_if(entries.cbegin(), entries.cend(), std::back_inserter(own), isOwn);
+    if (const DesktopEntry *forClass = entryOfWindow(own, window.instance, window.className)) {
+        const QString identifier = forClass->identifier;
+        const auto isSame = [&](const DesktopEntry &entry) { return entry.identifier == identifier; };
+        return firstMatch(entries, isSame);
+    }
+    const DesktopEntry *main = firstMatch(entries, isMain);
+    return main ? main : firstMatch(entries, isOwn);
+}
+
 } // namespace
+
+const DesktopEntry *entryOfWindow(const QList<DesktopEntry> &entries, const X11Window &window)
+{
+    if (!window.sandbox.isEmpty()) {
+        if (const DesktopEntry *entry = entryOfSandbox(entries, window))
+            return entry;
+    }
+    const auto isNamed = [&window](const DesktopEntry &entry) {
+        return same(entry.identifier, window.applicationIdentifier);
+    };
+    const DesktopEntry *named = firstMatch(entries, isNamed);
+    return named ? named : entryOfWindow(entries, window.instance, window.className);
+}
 
 const DesktopEntry *entryOfWindow(const QList<DesktopEntry> &entries, const QString &instance,
                                   const QString &className)

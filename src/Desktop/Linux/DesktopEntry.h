@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "Desktop/Linux/X11Snapshot.h"
+
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -14,6 +16,7 @@ struct DesktopEntry
     QString name;        // localized and cleaned
     QString windowClass; // StartupWMClass
     QString executable;  // file name of the program in Exec
+    QString flatpak;     // the application that it belongs to, of a Flatpak
     QStringList categories;
     bool isShown = true; // meant to be seen in menus, on this desktop
 };
@@ -23,3 +26,8 @@ struct DesktopEntry
 // name. Entries that are shown win over hidden ones of the same rank.
 const DesktopEntry *entryOfWindow(const QList<DesktopEntry> &entries, const QString &instance,
                                   const QString &className);
+
+// The same by all that is known of the window. The application whose sandbox it is in counts before what the
+// window says itself: one of that application's entries, the one for its class if there is such. Then an
+// entry that the window names; then its class.
+const DesktopEntry *entryOfWindow(const QList<DesktopEntry> &entries, const X11Window &window);

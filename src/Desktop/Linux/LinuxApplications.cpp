@@ -3,6 +3,8 @@
 
 #include "Base/Text.h"
 
+#include <QHash>
+
 #include <algorithm>
 
 namespace {
@@ -11,7 +13,8 @@ RunningApplication described(const X11Window &window, const QList<DesktopEntry> 
 {
     RunningApplication application;
     application.processIdentifier = window.process;
-    if (const DesktopEntry *entry = entryOfWindow(entries, window.instance, window.className)) {
+    application.part = window.part;
+    if (const DesktopEntry *entry = entryOfWindow(entries, window)) {
         application.localizedName = entry->name;
         application.bundle = LinuxApplications::bundleOf(*entry);
         return application;
@@ -22,7 +25,45 @@ RunningApplication described(const X11Window &window, const QList<DesktopEntry> 
     return application;
 }
 
+// The main window that a dialog belongs to, through other dialogs if need be; the window itself if it is
+// none.
+const X11Window &mainWindow(const X11Window &window, const X11Snapshot &snapshot)
+{
+    constexpr int mostSteps = 8; // windows can belong to each other in a circle
+    const X11Window *main = &window;
+    for (int step = 0; step < mostSteps; ++step) {
+        const X11Window *next = snapshot.find(main->transientFor);
+        if (!next || next->process != window.process)
+            break;
+        main = next;
+    }
+    return *main;
+}
+
+QString partOf(const X11Window &window, const QList<DesktopEntry> &entries)
+{
+    if (const DesktopEntry *entry = entryOfWindow(entries, window))
+        return entry->path;
+    return window.className.isEmpty() ? window.instance : window.className;
+}
+
 } // namespace
+
+X11Snapshot LinuxApplications::withParts(X11Snapshot snapshot, const QList<DesktopEntry> &entries)
+{
+    const X11Snapshot windows = snapshot;
+    QHash<qint64, QString> firstPart; // of each process, for its windows that say nothing
+    for (X11Window &window : snapshot.windows) {
+        window.part = partOf(mainWindow(window, windows), entries);
+        if (!window.part.isEmpty() && !firstPart.contains(window.process))
+            firstPart.insert(window.process, window.part);
+    }
+    for (X11Window &window : snapshot.windows) {
+        if (window.part.isEmpty())
+            window.part = firstPart.value(window.process);
+    }
+    return snapshot;
+}
 
 ApplicationBundle LinuxApplications::bundleOf(const DesktopEntry &entry)
 {
@@ -35,32 +76,24 @@ QList<RunningApplication> LinuxApplications::running(const X11Snapshot &snapshot
     QList<RunningApplication> result;
     for (const X11Window &window : snapshot.windows) {
         const auto isSame = [&window](const RunningApplication &each) {
-            return each.processIdentifier == window.process;
+            return window.isOf(each.processIdentifier, each.part);
         };
-        if (std::any_of(result.cbegin(), result.cend(), isSame))
-            continue;
-        if (auto application = ofProcess(window.process, snapshot, entries))
-            result.append(std::move(*application));
+        if (std::none_of(result.cbegin(), result.cend(), isSame))
+            result.append(ofWindow(window, snapshot, entries));
     }
     return result;
 }
 
-std::optional<RunningApplication> LinuxApplications::ofProcess(qint64 process, const X11Snapshot &snapshot,
-                                                               const QList<DesktopEntry> &entries)
+RunningApplication LinuxApplications::ofWindow(const X11Window &window, const X11Snapshot &snapshot,
+                                               const QList<DesktopEntry> &entries)
 {
-    const X11Window *first = nullptr;
-    bool isRegular = false;
-    for (const X11Window &window : snapshot.windows) {
-        if (window.process != process)
-            continue;
-        if (!first)
-            first = &window;
-        isRegular = isRegular || window.belongsInTaskBar;
-    }
-    if (!first)
-        return std::nullopt;
-    RunningApplication application = described(*first, entries);
-    application.isRegular = isRegular;
+    const auto isSame = [&window](const X11Window &each) { return each.isOf(window.process, window.part); };
+    const auto first = std::find_if(snapshot.windows.cbegin(), snapshot.windows.cend(), isSame);
+    const X11Window &known = first == snapshot.windows.cend() ? window : *first;
+    RunningApplication application = described(mainWindow(known, snapshot), entries);
+    application.isRegular =
+        std::any_of(snapshot.windows.cbegin(), snapshot.windows.cend(),
+                    [&isSame](const X11Window &each) { return isSame(each) && each.belongsInTaskBar; });
     return application;
 }
 
@@ -71,7 +104,7 @@ const X11Window *LinuxApplications::windowToShow(const ApplicationBundle &bundle
     for (const RunningApplication &application : running(snapshot, entries)) {
         if (!application.isRegular || application.bundle != bundle)
             continue;
-        if (const X11Window *window = snapshot.windowToShow(application.processIdentifier))
+        if (const X11Window *window = snapshot.windowToShow(application.processIdentifier, application.part))
             return window;
     }
     return nullptr;

@@ -40,7 +40,8 @@ QCoro::Task<LinuxLauncher::Launch> LinuxLauncher::start(ApplicationBundle applic
     Launch launch;
     launch.application = application;
     launch.entries = co_await m_gio.run(&DesktopEntries::all);
-    launch.before = co_await m_display.snapshot();
+    const X11Snapshot before = co_await m_display.snapshot();
+    launch.before = LinuxApplications::withParts(before, launch.entries);
     launch.wasRunning =
         LinuxApplications::windowToShow(application, launch.before, launch.entries) != nullptr;
     const std::uint32_t time = co_await m_display.serverTime();
@@ -62,7 +63,7 @@ const X11Window *LinuxLauncher::newWindow(const X11Snapshot &now, const Launch &
         if (launch.processes.contains(window->process) ||
             window->startupIdentifier == launch.startupIdentifier)
             return window;
-        const DesktopEntry *entry = entryOfWindow(launch.entries, window->instance, window->className);
+        const DesktopEntry *entry = entryOfWindow(launch.entries, *window);
         const bool isOwn = entry && entry->path == launch.application.location;
         const bool isStranger = !entry && window->process != QCoreApplication::applicationPid();
         if (isOwn || (isStranger && welcome == Welcome::Strangers))
@@ -87,7 +88,8 @@ QCoro::Task<void> LinuxLauncher::open(ApplicationBundle application, QStringList
         co_await m_clock.sleep(20ms);
     }
     // A running application may show the URL in a window that was there before.
-    const X11Snapshot now = co_await m_display.snapshot();
+    const X11Snapshot last = co_await m_display.snapshot();
+    const X11Snapshot now = LinuxApplications::withParts(last, launch.entries);
     const X11Window *window = LinuxApplications::windowToShow(application, now, launch.entries);
     if (!window)
         throw PlatformError(

@@ -8,8 +8,9 @@
 
 namespace {
 
-QList<WindowDescription> described(const X11Snapshot &snapshot, const QList<DesktopEntry> &entries)
+QList<WindowDescription> described(const X11Snapshot &windows, const QList<DesktopEntry> &entries)
 {
+    const X11Snapshot snapshot = LinuxApplications::withParts(windows, entries);
     QList<WindowDescription> result;
     for (const X11Window &window : snapshot.frontToBack()) {
         if (!window.isOnScreen())
@@ -17,8 +18,7 @@ QList<WindowDescription> described(const X11Snapshot &snapshot, const QList<Desk
         WindowDescription description;
         description.layer = 0;
         description.ownerProcessIdentifier = window.process;
-        if (const auto owner = LinuxApplications::ofProcess(window.process, snapshot, entries))
-            description.ownerName = owner->localizedName;
+        description.ownerName = LinuxApplications::ofWindow(window, snapshot, entries).localizedName;
         description.name = window.title;
         result.append(description);
     }

@@ -52,46 +52,50 @@ LinuxWorkspace::LinuxWorkspace(X11Display &display, BoundedQueue &gio, Clock &cl
 {
 }
 
-QCoro::Task<QList<RunningApplication>> LinuxWorkspace::runningApplications()
+QCoro::Task<LinuxWorkspace::Windows> LinuxWorkspace::windows()
 {
     const X11Snapshot snapshot = co_await m_display.snapshot();
     const QList<DesktopEntry> entries = co_await m_gio.run(&DesktopEntries::all);
-    co_return LinuxApplications::running(snapshot, entries);
+    co_return Windows{LinuxApplications::withParts(snapshot, entries), entries};
+}
+
+QCoro::Task<QList<RunningApplication>> LinuxWorkspace::runningApplications()
+{
+    const Windows now = co_await windows();
+    co_return LinuxApplications::running(now.snapshot, now.entries);
 }
 
 QCoro::Task<std::optional<RunningApplication>> LinuxWorkspace::frontmostApplication()
 {
-    const X11Snapshot snapshot = co_await m_display.snapshot();
-    const X11Window *window = snapshot.frontmost(QCoreApplication::applicationPid());
+    const Windows now = co_await windows();
+    const X11Window *window = now.snapshot.frontmost(QCoreApplication::applicationPid());
     if (!window)
         co_return std::nullopt;
-    const QList<DesktopEntry> entries = co_await m_gio.run(&DesktopEntries::all);
-    co_return LinuxApplications::ofProcess(window->process, snapshot, entries);
+    co_return LinuxApplications::ofWindow(*window, now.snapshot, now.entries);
 }
 
 QCoro::Task<void> LinuxWorkspace::activate(RunningApplication application)
 {
-    const X11Snapshot snapshot = co_await m_display.snapshot();
-    const X11Window *window = snapshot.windowToShow(application.processIdentifier);
-    if (!window) {
-        const QString name = application.localizedName.value_or(QStringLiteral("The application"));
-        throw PlatformError(QStringLiteral("%1 has no window any more.").arg(name));
-    }
+    const Windows now = co_await windows();
+    const X11Window *window = now.snapshot.windowToShow(application.processIdentifier, application.part);
+    if (!window)
+        throw PlatformError(QStringLiteral("%1 has no window any more.").arg(application.shownName()));
     const X11Window shown = *window;
     co_await m_display.bringForward(shown);
 }
 
 QCoro::Task<void> LinuxWorkspace::terminate(RunningApplication application)
 {
-    const X11Snapshot snapshot = co_await m_display.snapshot();
-    const QList<X11Window> windows = snapshot.windowsToClose(application.processIdentifier);
-    co_await m_display.close(windows);
+    const Windows now = co_await windows();
+    const QList<X11Window> closed =
+        now.snapshot.windowsToClose(application.processIdentifier, application.part);
+    co_await m_display.close(closed);
 }
 
 QCoro::Task<bool> LinuxWorkspace::isTerminated(RunningApplication application)
 {
-    const X11Snapshot snapshot = co_await m_display.snapshot();
-    co_return !snapshot.windowToShow(application.processIdentifier);
+    const Windows now = co_await windows();
+    co_return !now.snapshot.windowToShow(application.processIdentifier, application.part);
 }
 
 QCoro::Task<QList<ApplicationFolder>> LinuxWorkspace::applicationFolders()
@@ -113,9 +117,8 @@ QCoro::Task<std::optional<ApplicationBundle>> LinuxWorkspace::defaultForRole(QSt
 
 QCoro::Task<void> LinuxWorkspace::openApplication(ApplicationBundle application)
 {
-    const QList<DesktopEntry> entries = co_await m_gio.run(&DesktopEntries::all);
-    const X11Snapshot snapshot = co_await m_display.snapshot();
-    if (const X11Window *window = LinuxApplications::windowToShow(application, snapshot, entries)) {
+    const Windows now = co_await windows();
+    if (const X11Window *window = LinuxApplications::windowToShow(application, now.snapshot, now.entries)) {
         const X11Window shown = *window;
         co_await m_display.bringForward(shown);
         co_return;

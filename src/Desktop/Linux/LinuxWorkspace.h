@@ -29,6 +29,14 @@ public:
     QCoro::Task<void> reveal(QString path) override;
 
 private:
+    // The windows with their parts, and the entries by which these were told.
+    struct Windows
+    {
+        X11Snapshot snapshot;
+        QList<DesktopEntry> entries;
+    };
+    QCoro::Task<Windows> windows();
+
     X11Display &m_display;
     BoundedQueue &m_gio;
     LinuxLauncher m_launcher;

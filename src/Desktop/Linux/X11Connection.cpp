@@ -38,6 +38,8 @@ X11Connection::X11Connection() : m_link(X11Link::open()), m_connection(m_link.co
     xcb_ewmh_init_atoms_replies(&m_ewmh, xcb_ewmh_init_atoms(m_connection, &m_ewmh), nullptr);
     m_deleteWindow = internAtom("WM_DELETE_WINDOW");
     m_startupIdentifier = internAtom("_NET_STARTUP_ID");
+    m_gtkApplication = internAtom("_GTK_APPLICATION_ID");
+    m_desktopFile = internAtom("_KDE_NET_WM_DESKTOP_FILE");
 
     const std::uint32_t changes = XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_change_window_attributes(m_connection, root(), XCB_CW_EVENT_MASK, &changes);

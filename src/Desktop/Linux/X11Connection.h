@@ -55,6 +55,9 @@ public:
     xcb_window_t ownWindow() const { return m_window; } // never shown; for what needs a window to speak for
     xcb_atom_t deleteWindowAtom() const { return m_deleteWindow; }
     xcb_atom_t startupIdentifierAtom() const { return m_startupIdentifier; }
+    // Two names of the property in which a window tells its application's desktop entry.
+    xcb_atom_t gtkApplicationAtom() const { return m_gtkApplication; }
+    xcb_atom_t desktopFileAtom() const { return m_desktopFile; }
 
     // To be called on the thread that is to use a connection: otherwise, writing to a server that has died
     // would end the process.
@@ -108,6 +111,8 @@ private:
     xcb_window_t m_window = XCB_NONE; // never shown: it marks the time
     xcb_atom_t m_deleteWindow = XCB_ATOM_NONE;
     xcb_atom_t m_startupIdentifier = XCB_ATOM_NONE;
+    xcb_atom_t m_gtkApplication = XCB_ATOM_NONE;
+    xcb_atom_t m_desktopFile = XCB_ATOM_NONE;
     xcb_timestamp_t m_time = 0;     // as last told to m_window
     xcb_timestamp_t m_lastEcho = 0; // of the last ping that was answered
     QList<EventHandler> m_eventHandlers;

@@ -53,12 +53,12 @@ const X11Window *X11Snapshot::frontmost(qint64 ownProcess) const
     return nullptr;
 }
 
-const X11Window *X11Snapshot::windowToShow(qint64 process) const
+const X11Window *X11Snapshot::windowToShow(qint64 process, const QString &part) const
 {
     const X11Window *hidden = nullptr;
     for (const std::uint32_t identifier : byRecency()) {
         const X11Window *window = find(identifier);
-        if (!window || window->process != process || !window->isOrdinary())
+        if (!window || !window->isOf(process, part) || !window->isOrdinary())
             continue;
         if (window->isOnScreen())
             return window;
@@ -68,12 +68,12 @@ const X11Window *X11Snapshot::windowToShow(qint64 process) const
     return hidden;
 }
 
-QList<X11Window> X11Snapshot::windowsToClose(qint64 process) const
+QList<X11Window> X11Snapshot::windowsToClose(qint64 process, const QString &part) const
 {
     QList<X11Window> main;
     QList<X11Window> others;
     for (const X11Window &window : windows) {
-        if (window.process != process || !window.isOrdinary() || !window.canBeClosed)
+        if (!window.isOf(process, part) || !window.isOrdinary() || !window.canBeClosed)
             continue;
         if (window.kind == X11Window::Kind::Application)
             main.append(window);

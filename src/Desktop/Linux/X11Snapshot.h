@@ -18,12 +18,17 @@ struct X11Window
     };
 
     std::uint32_t identifier = 0;
-    // Identifies the application. A window that tells no process stands for itself: minus its identifier.
+    // As the server knows it. Where that cannot tell, minus a number that the windows of one client share.
     qint64 process = 0;
+    // Which of the process's applications it belongs to, once that has been found out.
+    QString part;
     QString title;
-    QString instance;          // first part of WM_CLASS
-    QString className;         // second part
-    QString startupIdentifier; // of the launch that led to this window, where told
+    QString instance;               // first part of WM_CLASS
+    QString className;              // second part
+    QString sandbox;                // the application whose sandbox the process is in, by its entry's id
+    QString applicationIdentifier;  // the entry's id as the window tells it
+    QString startupIdentifier;      // of the launch that led to this window, where told
+    std::uint32_t transientFor = 0; // the window that it belongs to, where told
     Kind kind = Kind::Application;
     bool isMinimised = false;
     bool isOnCurrentDesktop = true;
@@ -31,6 +36,10 @@ struct X11Window
     bool canBeClosed = true; // follows the polite request to close
     bool answersPings = false;
 
+    bool isOf(qint64 owner, const QString &ownersPart) const
+    {
+        return process == owner && (ownersPart.isEmpty() || part == ownersPart);
+    }
     bool isOrdinary() const { return kind != Kind::Shell; }
     bool isOnScreen() const { return isOrdinary() && !isMinimised && isOnCurrentDesktop; }
 };
@@ -55,10 +64,11 @@ struct X11Snapshot
     const X11Window *frontmost(qint64 ownProcess) const;
 
     // The window of an application to bring to the front: the one used last, one that is visible first.
-    const X11Window *windowToShow(qint64 process) const;
+    // Without a part, the process is one application.
+    const X11Window *windowToShow(qint64 process, const QString &part = {}) const;
 
     // The windows to close for the application to quit: its main windows, or what else it shows.
-    QList<X11Window> windowsToClose(qint64 process) const;
+    QList<X11Window> windowsToClose(qint64 process, const QString &part = {}) const;
 
 private:
     // Active first, then by how lately each was active, then front to back; every window once.

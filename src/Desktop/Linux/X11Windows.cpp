@@ -2,6 +2,7 @@
 #include "Desktop/Linux/X11Windows.h"
 
 #include "Base/Text.h"
+#include "Desktop/Linux/Accessibility/ProcessSandbox.h"
 #include "Desktop/Linux/X11Grabs.h"
 
 #include <QRegularExpression>
@@ -28,14 +29,27 @@ QString fromCompoundText(const QByteArray &bytes)
     return text.remove(escapes);
 }
 
+// The two parts of WM_CLASS.
+struct WindowClass
+{
+    QString instance;
+    QString name;
+};
+
+WindowClass classOf(const std::optional<X11Property> &property)
+{
+    const QList<QByteArray> parts = property ? property->bytes.split('\0') : QList<QByteArray>();
+    return {QString::fromLatin1(parts.value(0)), QString::fromLatin1(parts.value(1))};
+}
+
 } // namespace
 
 // Everything that is asked about one window.
 struct X11Windows::Requests
 {
     std::uint32_t window;
-    xcb_get_property_cookie_t process, title, oldTitle, wmClass, type, state, desktop, transientFor,
-        protocols, startupIdentifier;
+    xcb_get_property_cookie_t title, oldTitle, wmClass, type, state, desktop, transientFor, protocols,
+        startupIdentifier, gtkApplication, desktopFile;
 };
 
 X11Windows::X11Windows(X11Connection &connection) : m_connection(connection)
@@ -91,12 +105,17 @@ X11Snapshot X11Windows::snapshot()
     const std::uint32_t desktop = desktops.value(0, 0);
 
     QList<Requests> requests;
-    for (const std::uint32_t window : rootValues(atoms._NET_CLIENT_LIST))
+    const QList<std::uint32_t> clients = rootValues(atoms._NET_CLIENT_LIST);
+    for (const std::uint32_t window : clients)
         requests.append(requestsFor(window));
-    for (const Requests &each : requests) {
-        if (auto window = described(each, desktop))
+    const QList<qint64> processes = m_clients.processes(clients);
+    for (qsizetype i = 0; i < requests.size(); ++i) {
+        if (auto window = described(requests.at(i), desktop)) {
+            window->process = processes.at(i);
             result.windows.append(std::move(*window));
+        }
     }
+    addSandboxes(result);
     addToStacking(result);
     m_connection.requireAlive();
     return result;
@@ -118,7 +137,6 @@ X11Windows::Requests X11Windows::requestsFor(std::uint32_t window) const
         return m_connection.request(window, property);
     };
     return {.window = window,
-            .process = request(atoms._NET_WM_PID),
             .title = request(atoms._NET_WM_NAME),
             .oldTitle = request(XCB_ATOM_WM_NAME),
             .wmClass = request(XCB_ATOM_WM_CLASS),
@@ -127,7 +145,9 @@ X11Windows::Requests X11Windows::requestsFor(std::uint32_t window) const
             .desktop = request(atoms._NET_WM_DESKTOP),
             .transientFor = request(XCB_ATOM_WM_TRANSIENT_FOR),
             .protocols = request(atoms.WM_PROTOCOLS),
-            .startupIdentifier = request(m_connection.startupIdentifierAtom())};
+            .startupIdentifier = request(m_connection.startupIdentifierAtom()),
+            .gtkApplication = request(m_connection.gtkApplicationAtom()),
+            .desktopFile = request(m_connection.desktopFileAtom())};
 }
 
 QString X11Windows::textOf(const std::optional<X11Property> &property) const
@@ -139,6 +159,28 @@ QString X11Windows::textOf(const std::optional<X11Property> &property) const
     return Text::cleaned(text);
 }
 
+// KDE's applications may tell the path of the entry instead.
+QString X11Windows::applicationIdentifier(const Requests &requests) const
+{
+    const QString gtk = textOf(m_connection.read(requests.gtkApplication));
+    const QString file = textOf(m_connection.read(requests.desktopFile));
+    const QString name = gtk.isEmpty() ? file.section(u'/', -1) : gtk;
+    const QLatin1StringView suffix(".desktop");
+    return name.endsWith(suffix) ? name.chopped(suffix.size()) : name;
+}
+
+void X11Windows::addSandboxes(X11Snapshot &snapshot)
+{
+    QHash<qint64, QString> known;
+    for (X11Window &window : snapshot.windows) {
+        if (window.process > 0 && !known.contains(window.process)) {
+            const auto sandbox = ProcessSandbox::of(window.process);
+            known.insert(window.process, sandbox ? sandbox->application : QString());
+        }
+        window.sandbox = known.value(window.process);
+    }
+}
+
 std::optional<X11Window> X11Windows::described(const Requests &requests, std::uint32_t currentDesktop) const
 {
     const xcb_ewmh_connection_t &atoms = m_connection.atoms();
@@ -148,20 +190,18 @@ std::optional<X11Window> X11Windows::described(const Requests &requests, std::ui
     };
     X11Window window;
     window.identifier = requests.window;
-    window.process = values(requests.process).value(0, 0);
-    if (window.process <= 0)
-        window.process = -qint64(requests.window);
     const auto title = m_connection.read(requests.title);
     const auto oldTitle = m_connection.read(requests.oldTitle);
     window.title = textOf(title ? title : oldTitle);
     const auto wmClass = m_connection.read(requests.wmClass);
-    const QList<QByteArray> classes = wmClass ? wmClass->bytes.split('\0') : QList<QByteArray>();
-    window.instance = QString::fromLatin1(classes.value(0));
-    window.className = QString::fromLatin1(classes.value(1));
+    const WindowClass both = classOf(wmClass);
+    window.instance = both.instance;
+    window.className = both.name;
     const QList<std::uint32_t> types = values(requests.type);
     const QList<std::uint32_t> states = values(requests.state);
     const QList<std::uint32_t> desktops = values(requests.desktop);
-    window.kind = kindOf(types, values(requests.transientFor).value(0, XCB_NONE) != XCB_NONE);
+    window.transientFor = values(requests.transientFor).value(0, XCB_NONE);
+    window.kind = kindOf(types, window.transientFor != XCB_NONE);
     window.isMinimised = states.contains(atoms._NET_WM_STATE_HIDDEN);
     window.belongsInTaskBar = window.isOrdinary() && !states.contains(atoms._NET_WM_STATE_SKIP_TASKBAR);
     window.isOnCurrentDesktop =
@@ -170,6 +210,7 @@ std::optional<X11Window> X11Windows::described(const Requests &requests, std::ui
     window.canBeClosed = protocols.contains(m_connection.deleteWindowAtom());
     window.answersPings = protocols.contains(atoms._NET_WM_PING);
     window.startupIdentifier = textOf(m_connection.read(requests.startupIdentifier));
+    window.applicationIdentifier = applicationIdentifier(requests);
     // A window that has vanished in the meantime tells nothing at all.
     const bool hasVanished = !title && !oldTitle && !wmClass && desktops.isEmpty();
     return hasVanished ? std::nullopt : std::optional(window);
@@ -217,8 +258,18 @@ bool X11Windows::isActive(const X11Window &window) const
     const std::optional<std::uint32_t> active = activeWindow();
     if (!active || *active == window.identifier)
         return active.has_value();
-    const auto process = m_connection.property(*active, m_connection.atoms()._NET_WM_PID);
-    return process && qint64(process->values().value(0, 0)) == window.process;
+    const bool isSameProcess = belongToSameClient(*active, window.identifier) ||
+                               m_clients.processes({*active}).constFirst() == window.process;
+    return isSameProcess && isOfSamePart(*active, window);
+}
+
+// Of a process that is several applications, each has a class of its own; dialogs need not have it.
+bool X11Windows::isOfSamePart(std::uint32_t active, const X11Window &window) const
+{
+    if (m_connection.property(active, XCB_ATOM_WM_TRANSIENT_FOR))
+        return true;
+    const WindowClass other = classOf(m_connection.property(active, XCB_ATOM_WM_CLASS));
+    return other.instance == window.instance && other.name == window.className;
 }
 
 bool X11Windows::hasKeys(const X11Window &window) const
@@ -234,11 +285,9 @@ bool X11Windows::hasKeys(const X11Window &window) const
     return focus && belongToSameClient(focus->focus, window.identifier);
 }
 
-// All that one client has made share the upper bits of their identifiers.
 bool X11Windows::belongToSameClient(std::uint32_t one, std::uint32_t other) const
 {
-    const std::uint32_t client = ~xcb_get_setup(m_connection.get())->resource_id_mask;
-    return (one & client) == (other & client);
+    return m_clients.clientOf(one) == m_clients.clientOf(other);
 }
 
 bool X11Windows::isKeyboardGrabbedFrom(const X11Window &window) const

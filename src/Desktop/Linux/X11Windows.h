@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "Desktop/Linux/X11Clients.h"
 #include "Desktop/Linux/X11Connection.h"
 #include "Desktop/Linux/X11Snapshot.h"
 
@@ -44,14 +45,18 @@ private:
 
     Requests requestsFor(std::uint32_t window) const;
     std::optional<X11Window> described(const Requests &requests, std::uint32_t currentDesktop) const;
+    QString applicationIdentifier(const Requests &requests) const;
+    static void addSandboxes(X11Snapshot &snapshot);
     X11Window::Kind kindOf(const QList<std::uint32_t> &types, bool isTransient) const;
     QString textOf(const std::optional<X11Property> &property) const;
     QList<std::uint32_t> rootValues(xcb_atom_t property) const;
     static void addToStacking(X11Snapshot &snapshot);
     void remember(std::optional<std::uint32_t> window);
     bool belongToSameClient(std::uint32_t one, std::uint32_t other) const;
+    bool isOfSamePart(std::uint32_t active, const X11Window &window) const;
     bool hasOpenMenu(const X11Window &window) const;
 
     X11Connection &m_connection;
+    X11Clients m_clients{m_connection};
     QList<std::uint32_t> m_recentlyActivated;
 };

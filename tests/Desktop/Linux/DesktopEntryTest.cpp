@@ -78,6 +78,52 @@ private Q_SLOTS:
         const DesktopEntry *found = entryOfWindow(entries, instance, className);
         QTEST(found ? found->identifier : QString(), "identifier");
     }
+
+    void entryOfWindowInASandbox_data()
+    {
+        QTest::addColumn<QString>("sandbox");
+        QTest::addColumn<QString>("applicationIdentifier");
+        QTest::addColumn<QString>("className");
+        QTest::addColumn<QString>("identifier");
+
+        QTest::newRow("the sandbox before the class")
+            << u"org.gnome.Editor"_s << QString() << u"firefox"_s << u"org.gnome.Editor"_s;
+        QTest::newRow("the sandbox before what the window names")
+            << u"org.gnome.Editor"_s << u"firefox"_s << u"Editor"_s << u"org.gnome.Editor"_s;
+        QTest::newRow("of its entries the one for the class")
+            << u"org.office.Office"_s << QString() << u"office-calc"_s << u"org.office.Office.calc"_s;
+        QTest::newRow("of its entries the main one")
+            << u"org.office.Office"_s << QString() << u"soffice"_s << u"org.office.Office"_s;
+        QTest::newRow("a snap") << u"firefox_firefox"_s << QString() << u"firefox"_s << u"firefox_firefox"_s;
+        QTest::newRow("a snap's other program")
+            << u"firefox_geckodriver"_s << QString() << u"other"_s << u"firefox_firefox"_s;
+        QTest::newRow("a sandbox without an entry")
+            << u"org.example.None"_s << QString() << u"firefox"_s << u"firefox"_s;
+        QTest::newRow("what the window names before its class")
+            << QString() << u"org.gnome.Editor"_s << u"firefox"_s << u"org.gnome.Editor"_s;
+        QTest::newRow("a name without an entry, and a class")
+            << QString() << u"org.example.None"_s << u"firefox"_s << u"firefox"_s;
+    }
+
+    void entryOfWindowInASandbox()
+    {
+        DesktopEntry calc = entry(u"org.office.Office.calc"_s, u"office-calc"_s, u"flatpak"_s);
+        calc.flatpak = u"org.office.Office"_s;
+        const QList<DesktopEntry> entries{
+            entry(u"firefox"_s, {}, u"firefox"_s),           entry(u"firefox_firefox"_s, {}, u"firefox"_s),
+            entry(u"org.gnome.Editor"_s, {}, u"flatpak"_s),  calc,
+            entry(u"org.office.Office"_s, {}, u"flatpak"_s),
+        };
+        QFETCH(QString, sandbox);
+        QFETCH(QString, applicationIdentifier);
+        QFETCH(QString, className);
+        X11Window window;
+        window.sandbox = sandbox;
+        window.applicationIdentifier = applicationIdentifier;
+        window.className = className;
+        const DesktopEntry *found = entryOfWindow(entries, window);
+        QTEST(found ? found->identifier : QString(), "identifier");
+    }
 };
 
 QTEST_GUILESS_MAIN(DesktopEntryTest)

@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 // A window that tells on its standard output, a line an event, which keys reach it: the other application of
 // the keyboard tests. A line holds what happened, Qt's key and modifiers, the text and the key's code.
-// Argument: its title.
+// Arguments: the titles of one window each.
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QRasterWindow>
 
 #include <cstdio>
+#include <memory>
+#include <vector>
 
 namespace {
 
@@ -37,10 +39,12 @@ private:
 int main(int argc, char *argv[])
 {
     QGuiApplication application(argc, argv);
-    const QStringList arguments = QGuiApplication::arguments();
-    ReceivingWindow window;
-    window.setTitle(arguments.value(1));
-    window.resize(300, 200);
-    window.show();
+    std::vector<std::unique_ptr<ReceivingWindow>> windows;
+    for (const QString &title : QGuiApplication::arguments().sliced(1)) {
+        windows.push_back(std::make_unique<ReceivingWindow>());
+        windows.back()->setTitle(title);
+        windows.back()->resize(300, 200);
+        windows.back()->show();
+    }
     return QGuiApplication::exec();
 }

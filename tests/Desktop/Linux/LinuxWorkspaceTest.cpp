@@ -58,6 +58,12 @@ private:
         return std::nullopt;
     }
 
+    void setClass(const QString &title, const QString &name)
+    {
+        const QString identifier = QString::number(m_bench.waitForWindow(title)->identifier);
+        LinuxBench::output(u"xdotool"_s, {u"set_window"_s, u"--class"_s, name, identifier});
+    }
+
     QString frontmostName()
     {
         const auto application = QCoro::waitFor(m_bench.workspace.frontmostApplication());
@@ -178,6 +184,46 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(isTerminated(*application), LinuxBench::patience);
         const QString message = LinuxBench::errorOf(m_bench.workspace.activate(*application));
         QVERIFY2(message.contains(u"Mousepad"), qPrintable(message));
+    }
+
+    // As two applications do whose sandboxes number their processes for themselves.
+    void twoWindowsThatTellTheSameProcessAreTwoApplications()
+    {
+        const auto editor = LinuxBench::start(u"mousepad"_s);
+        QVERIFY(m_bench.waitForActive(u"Mousepad"_s));
+        const auto otherEditor = LinuxBench::start(u"featherpad"_s);
+        QTRY_COMPARE_WITH_TIMEOUT(frontmostName(), u"FeatherPad"_s, LinuxBench::patience);
+        for (const X11Window &window : m_bench.snapshot().windows) {
+            const QString identifier = QString::number(window.identifier);
+            LinuxBench::output(u"xprop"_s, {u"-id"_s, identifier, u"-f"_s, u"_NET_WM_PID"_s, u"32c"_s,
+                                            u"-set"_s, u"_NET_WM_PID"_s, u"2"_s});
+        }
+        const auto application = running(u"Mousepad"_s);
+        QVERIFY(application && running(u"FeatherPad"_s));
+        QCOMPARE(application->processIdentifier, editor->processId());
+        QCOMPARE(frontmostName(), u"FeatherPad"_s);
+        QCoro::waitFor(m_bench.workspace.terminate(*application));
+        QTRY_VERIFY_WITH_TIMEOUT(isTerminated(*application), LinuxBench::patience);
+        QVERIFY(running(u"FeatherPad"_s));
+        QCOMPARE(otherEditor->state(), QProcess::Running);
+    }
+
+    void oneProcessWithTwoClassesIsTwoApplications()
+    {
+        const auto program = LinuxBench::start(QString::fromLatin1(KEY_RECEIVER), {u"Writer"_s, u"Calc"_s});
+        QVERIFY(m_bench.waitForWindow(u"Writer"_s) && m_bench.waitForWindow(u"Calc"_s));
+        setClass(u"Writer"_s, u"suite-writer"_s);
+        setClass(u"Calc"_s, u"suite-calc"_s);
+        const auto writer = running(u"suite-writer"_s);
+        const auto calc = running(u"suite-calc"_s);
+        QVERIFY(writer && calc);
+        QCOMPARE(writer->processIdentifier, calc->processIdentifier);
+        QCOMPARE(LinuxBench::errorOf(m_bench.workspace.activate(*writer)), QString());
+        QCOMPARE(frontmostName(), u"suite-writer"_s);
+        QCoro::waitFor(m_bench.workspace.terminate(*calc));
+        QVERIFY(m_bench.waitForNoWindow(u"Calc"_s));
+        QVERIFY(m_bench.waitForWindow(u"Writer"_s));
+        QVERIFY(isTerminated(*calc) && !isTerminated(*writer));
     }
 
     void anApplicationThatAsksFirstIsNotTerminated()

@@ -3,6 +3,7 @@
 
 #include "Base/Text.h"
 #include "Desktop/Linux/Accessibility/AtspiBatch.h"
+#include "Desktop/Linux/Accessibility/ProcessSandbox.h"
 #include "Desktop/PlatformError.h"
 
 #include <QCoroFuture>
@@ -39,6 +40,12 @@ bool isDescendant(qint64 processIdentifier, qint64 ancestor)
             return true;
     }
     return false;
+}
+
+bool shareSandbox(qint64 one, qint64 other)
+{
+    const auto sandbox = ProcessSandbox::of(one);
+    return sandbox && !sandbox->instance.isEmpty() && sandbox == ProcessSandbox::of(other);
 }
 
 // The replies of the bus or its registry, which answers at once if at all.
@@ -109,7 +116,11 @@ QCoro::Task<std::optional<AtspiReference>> Atspi::findApplication(QDBusConnectio
         else if (isDescendant(processes.at(i), processIdentifier))
             descendants.append(applications.at(i));
     }
-    const QList<AtspiReference> candidates = own.isEmpty() ? descendants : own;
+    QList<AtspiReference> candidates = own.isEmpty() ? descendants : own;
+    for (qsizetype i = 0; i < applications.size() && own.isEmpty() && descendants.isEmpty(); ++i) {
+        if (shareSandbox(processes.at(i), processIdentifier))
+            candidates.append(applications.at(i));
+    }
     if (candidates.isEmpty())
         co_return std::nullopt;
     if (candidates.size() == 1)

@@ -18,6 +18,7 @@ AtspiAccessibility::Environment LinuxDesktop::accessibilityEnvironment()
         application.processIdentifier = process;
         return m_workspace.activate(application);
     };
+    environment.titlesInFront = [this](qint64 process) { return m_workspace.titlesInFront(process); };
     environment.strikeKey = [this](qint64 process, std::uint16_t virtualKey) {
         return m_keyboard.strike(virtualKey, process);
     };

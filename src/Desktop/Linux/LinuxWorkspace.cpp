@@ -84,6 +84,12 @@ QCoro::Task<void> LinuxWorkspace::activate(RunningApplication application)
     co_await m_display.bringForward(shown);
 }
 
+QCoro::Task<QStringList> LinuxWorkspace::titlesInFront(qint64 processIdentifier)
+{
+    const X11Snapshot snapshot = co_await m_display.snapshot();
+    co_return snapshot.titlesInFront(processIdentifier);
+}
+
 QCoro::Task<void> LinuxWorkspace::terminate(RunningApplication application)
 {
     const Windows now = co_await windows();

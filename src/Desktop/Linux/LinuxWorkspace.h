@@ -28,6 +28,9 @@ public:
     QCoro::Task<void> open(QUrl url, ApplicationBundle application) override;
     QCoro::Task<void> reveal(QString path) override;
 
+    // The titles of what the user has in front of the application with this process, the foremost first.
+    QCoro::Task<QStringList> titlesInFront(qint64 processIdentifier);
+
 private:
     // The windows with their parts, and the entries by which these were told.
     struct Windows

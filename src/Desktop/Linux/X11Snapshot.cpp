@@ -68,6 +68,20 @@ const X11Window *X11Snapshot::windowToShow(qint64 process, const QString &part) 
     return hidden;
 }
 
+QStringList X11Snapshot::titlesInFront(qint64 process) const
+{
+    const X11Window *front = windowToShow(process);
+    if (!front)
+        return {};
+    QStringList titles{front->title};
+    for (const X11Window &window : windows) {
+        const bool blocks = window.isModal && window.transientFor == front->identifier && window.isOnScreen();
+        if (blocks && window.process == process)
+            titles.prepend(window.title);
+    }
+    return titles;
+}
+
 QList<X11Window> X11Snapshot::windowsToClose(qint64 process, const QString &part) const
 {
     QList<X11Window> main;

@@ -3,6 +3,7 @@
 
 #include <QList>
 #include <QString>
+#include <QStringList>
 #include <QtGlobal>
 
 #include <cstdint>
@@ -31,6 +32,7 @@ struct X11Window
     std::uint32_t transientFor = 0; // the window that it belongs to, where told
     Kind kind = Kind::Application;
     bool isMinimised = false;
+    bool isModal = false;
     bool isOnCurrentDesktop = true;
     bool belongsInTaskBar = true;
     bool canBeClosed = true; // follows the polite request to close
@@ -66,6 +68,10 @@ struct X11Snapshot
     // The window of an application to bring to the front: the one used last, one that is visible first.
     // Without a part, the process is one application.
     const X11Window *windowToShow(qint64 process, const QString &part = {}) const;
+
+    // The titles of what the user has in front of an application: a dialog that blocks the foremost window,
+    // if there is one, and that window.
+    QStringList titlesInFront(qint64 process) const;
 
     // The windows to close for the application to quit: its main windows, or what else it shows.
     QList<X11Window> windowsToClose(qint64 process, const QString &part = {}) const;

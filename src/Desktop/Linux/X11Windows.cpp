@@ -202,6 +202,7 @@ std::optional<X11Window> X11Windows::described(const Requests &requests, std::ui
     const QList<std::uint32_t> desktops = values(requests.desktop);
     window.transientFor = values(requests.transientFor).value(0, XCB_NONE);
     window.kind = kindOf(types, window.transientFor != XCB_NONE);
+    window.isModal = states.contains(atoms._NET_WM_STATE_MODAL);
     window.isMinimised = states.contains(atoms._NET_WM_STATE_HIDDEN);
     window.belongsInTaskBar = window.isOrdinary() && !states.contains(atoms._NET_WM_STATE_SKIP_TASKBAR);
     window.isOnCurrentDesktop =

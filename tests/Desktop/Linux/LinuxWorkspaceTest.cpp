@@ -211,7 +211,7 @@ private Q_SLOTS:
     void oneProcessWithTwoClassesIsTwoApplications()
     {
         const auto program = LinuxBench::start(QString::fromLatin1(KEY_RECEIVER), {u"Writer"_s, u"Calc"_s});
-        QVERIFY(m_bench.waitForWindow(u"Writer"_s) && m_bench.waitForWindow(u"Calc"_s));
+        QVERIFY(m_bench.waitForWindow(u"Writer"_s) && m_bench.waitForActive(u"Calc"_s));
         setClass(u"Writer"_s, u"suite-writer"_s);
         setClass(u"Calc"_s, u"suite-calc"_s);
         const auto writer = running(u"suite-writer"_s);

@@ -116,6 +116,20 @@ private Q_SLOTS:
         QCOMPARE(frontmost(snapshot), 0u);
     }
 
+    void aDialogThatBlocksTheForemostWindowIsInFrontOfIt()
+    {
+        X11Snapshot snapshot = desktop();
+        for (X11Window &window : snapshot.windows)
+            window.title = u"window %1"_s.arg(window.identifier);
+        snapshot.recentlyActivated = {2, 3};
+        QCOMPARE(snapshot.titlesInFront(editor), QStringList{u"window 2"_s});
+        snapshot.windows[3].isModal = true;
+        QCOMPARE(snapshot.titlesInFront(editor), QStringList{u"window 2"_s}); // blocks another window
+        snapshot.windows[3].transientFor = 2;
+        QCOMPARE(snapshot.titlesInFront(editor), (QStringList{u"window 3"_s, u"window 2"_s}));
+        QCOMPARE(snapshot.titlesInFront(999), QStringList());
+    }
+
     void theWindowUsedLastIsShown()
     {
         X11Snapshot snapshot = desktop();

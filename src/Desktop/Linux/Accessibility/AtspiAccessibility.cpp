@@ -89,6 +89,7 @@ QCoro::Task<std::shared_ptr<AccessibilityTree>> AtspiAccessibility::applicationT
     const auto bus = m_bus;
     const auto activate = m_environment.activate;
     const auto strikeKey = m_environment.strikeKey;
+    const auto titlesInFront = m_environment.titlesInFront;
     const auto wokenPages = m_wokenPages;
     const QString processName = Atspi::processName(processIdentifier);
     const QDBusConnection connection = co_await bus->connection();
@@ -110,5 +111,6 @@ QCoro::Task<std::shared_ptr<AccessibilityTree>> AtspiAccessibility::applicationT
     const Atspi::StrikeKey strikeThis = [strikeKey, processIdentifier](std::uint16_t virtualKey) {
         return strikeKey(processIdentifier, virtualKey);
     };
-    co_return std::make_shared<AtspiTree>(application, cache, activateThis, strikeThis);
+    const QStringList titles = co_await titlesInFront(processIdentifier);
+    co_return std::make_shared<AtspiTree>(application, cache, activateThis, strikeThis, titles);
 }

@@ -6,6 +6,7 @@
 #include <QCoroTask>
 #include <QSet>
 #include <QString>
+#include <QStringList>
 
 #include <cstdint>
 #include <functional>
@@ -26,6 +27,8 @@ public:
         // Gives the focus to the application with this process if it does not have it, before its control is
         // pressed. Throws PlatformError when it is gone.
         std::function<QCoro::Task<void>(qint64 processIdentifier)> activate;
+        // The titles of the windows that the user has in front of that application, the foremost first.
+        std::function<QCoro::Task<QStringList>(qint64 processIdentifier)> titlesInFront;
         // Sends a key, by its macOS virtual key code, to the application with this process, which is in
         // front, and tells whether it is known to have been handled. Throws PlatformError when it cannot be
         // sent.

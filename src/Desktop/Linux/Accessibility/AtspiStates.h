@@ -7,6 +7,7 @@
 
 // The numbers of the accessibility protocol's states that mean something here.
 enum class AtspiState : std::uint32_t {
+    Active = 1, // of a window: it has the focus
     Focused = 12,
     Selected = 23,
     Sensitive = 24, // not greyed out

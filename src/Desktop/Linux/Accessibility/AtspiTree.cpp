@@ -2,6 +2,7 @@
 #include "Desktop/Linux/Accessibility/AtspiTree.h"
 
 #include "Desktop/Linux/Accessibility/AtspiPress.h"
+#include "Desktop/Linux/Accessibility/AtspiWindowOrder.h"
 
 #include <optional>
 #include <utility>
@@ -16,10 +17,10 @@ std::optional<QString> present(const QString &text)
 } // namespace
 
 AtspiTree::AtspiTree(std::shared_ptr<AtspiApplication> application, std::shared_ptr<const AtspiCache> cache,
-                     Activate activate, Atspi::StrikeKey strikeKey)
+                     Activate activate, Atspi::StrikeKey strikeKey, QStringList titles)
     : m_application(std::move(application)), m_cache(std::move(cache)),
       m_outline(std::make_shared<AtspiOutline>()), m_activate(std::move(activate)),
-      m_strikeKey(std::move(strikeKey))
+      m_strikeKey(std::move(strikeKey)), m_titles(std::move(titles))
 {
     m_objects.append(Object{m_application->root(), AtspiRole::Invalid});
 }
@@ -39,12 +40,22 @@ QCoro::Task<QList<AccessibilityAttributes>> AtspiTree::read(QList<AccessibilityE
     co_await reader.read();
     QList<AccessibilityAttributes> result;
     result.reserve(elements.size());
-    for (const AtspiReading &reading : reader.readings())
-        result.append(attributes(reading));
+    for (const AtspiReading &reading : reader.readings()) {
+        const QList<AtspiReference> children = co_await childrenOf(reading);
+        result.append(attributes(reading, children));
+    }
     co_return result;
 }
 
-AccessibilityAttributes AtspiTree::attributes(const AtspiReading &reading)
+QCoro::Task<QList<AtspiReference>> AtspiTree::childrenOf(AtspiReading reading)
+{
+    if (reading.object != m_application->root())
+        co_return reading.children;
+    co_return co_await Atspi::frontFirst(m_application, reading.children, m_titles);
+}
+
+AccessibilityAttributes AtspiTree::attributes(const AtspiReading &reading,
+                                              const QList<AtspiReference> &children)
 {
     AccessibilityAttributes result;
     result.role = reading.axRole;
@@ -52,7 +63,7 @@ AccessibilityAttributes AtspiTree::attributes(const AtspiReading &reading)
     result.description = present(reading.description);
     result.value = present(reading.value);
     result.help = present(reading.help);
-    for (const AtspiReference &child : reading.children) {
+    for (const AtspiReference &child : children) {
         result.children.append(static_cast<AccessibilityElement>(m_objects.size()));
         m_objects.append(Object{child, reading.role});
     }

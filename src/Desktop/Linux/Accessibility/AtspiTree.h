@@ -19,10 +19,11 @@ class AtspiTree : public AccessibilityTree, public std::enable_shared_from_this<
 {
 public:
     // `activate` gives the application the focus if it does not have it; asked for before every press.
-    // `strikeKey` is for controls that are better pressed with a key.
+    // `strikeKey` is for controls that are better pressed with a key. `titles`: of the windows that the user
+    // has in front, the foremost first; they come first among the root's children.
     using Activate = std::function<QCoro::Task<void>()>;
     AtspiTree(std::shared_ptr<AtspiApplication> application, std::shared_ptr<const AtspiCache> cache,
-              Activate activate, Atspi::StrikeKey strikeKey);
+              Activate activate, Atspi::StrikeKey strikeKey, QStringList titles);
 
     AccessibilityElement root() const override { return 0; }
     QCoro::Task<QList<AccessibilityAttributes>> read(QList<AccessibilityElement> elements) override;
@@ -35,12 +36,14 @@ private:
         AtspiRole parentRole = AtspiRole::Invalid;
     };
 
-    AccessibilityAttributes attributes(const AtspiReading &reading);
+    QCoro::Task<QList<AtspiReference>> childrenOf(AtspiReading reading);
+    AccessibilityAttributes attributes(const AtspiReading &reading, const QList<AtspiReference> &children);
 
     std::shared_ptr<AtspiApplication> m_application;
     std::shared_ptr<const AtspiCache> m_cache;
     std::shared_ptr<AtspiOutline> m_outline;
     Activate m_activate;
     Atspi::StrikeKey m_strikeKey;
+    QStringList m_titles;
     QList<Object> m_objects;
 };

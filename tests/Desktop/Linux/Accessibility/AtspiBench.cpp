@@ -35,6 +35,7 @@ AtspiAccessibility::Environment AtspiBench::environment()
     AtspiAccessibility::Environment environment;
     environment.canSendKeys = [this] { return answerCanSendKeys(); };
     environment.activate = [this](qint64 processIdentifier) { return activate(processIdentifier); };
+    environment.titlesInFront = [this](qint64) { return answerTitlesInFront(); };
     environment.strikeKey = [this](qint64 processIdentifier, std::uint16_t virtualKey) {
         return strikeKey(processIdentifier, virtualKey);
     };
@@ -53,6 +54,11 @@ QCoro::Task<bool> AtspiBench::strikeKey(qint64 processIdentifier, std::uint16_t 
         isInFront = snapshot.active() && snapshot.active()->process == processIdentifier;
     }
     co_return co_await m_keyboard->keyboard.strike(virtualKey, processIdentifier);
+}
+
+QCoro::Task<QStringList> AtspiBench::answerTitlesInFront()
+{
+    co_return std::as_const(titlesInFront);
 }
 
 QCoro::Task<bool> AtspiBench::answerCanSendKeys()

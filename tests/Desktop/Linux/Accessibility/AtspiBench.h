@@ -57,12 +57,14 @@ public:
     static QString errorOf(QCoro::Task<Result> task);
 
     bool canSendKeys = true;
+    QStringList titlesInFront;
     QList<qint64> activations;
     AtspiAccessibility accessibility;
 
 private:
     AtspiAccessibility::Environment environment();
     QCoro::Task<bool> answerCanSendKeys();
+    QCoro::Task<QStringList> answerTitlesInFront();
     QCoro::Task<void> activate(qint64 processIdentifier);
 
     // Made when a key is needed: there is no X server around every test.

@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Linux/Accessibility/AtspiWindowOrder.h"
+
+#include "Base/Text.h"
+#include "Desktop/Linux/Accessibility/AtspiLabels.h"
+#include "Desktop/Linux/Accessibility/AtspiStates.h"
+
+#include <algorithm>
+#include <numeric>
+
+namespace {
+
+// More than a user has open; with so many, the order costs more than it is worth.
+constexpr qsizetype mostWindows = 128;
+
+qsizetype rankOf(const QString &name, const QStringList &titles)
+{
+    const auto isNamed = [&name](const QString &title) {
+        return !title.isEmpty() && Text::trimmed(title) == Text::trimmed(name);
+    };
+    return std::find_if(titles.cbegin(), titles.cend(), isNamed) - titles.cbegin();
+}
+
+} // namespace
+
+QList<qsizetype> Atspi::frontFirst(const QList<WindowStanding> &windows, const QStringList &titles)
+{
+    QList<qsizetype> positions(windows.size());
+    std::iota(positions.begin(), positions.end(), 0);
+    const auto isBefore = [&](qsizetype left, qsizetype right) {
+        const qsizetype leftRank = rankOf(windows.at(left).name, titles);
+        const qsizetype rightRank = rankOf(windows.at(right).name, titles);
+        if (leftRank != rightRank)
+            return leftRank < rightRank;
+        return windows.at(left).isActive && !windows.at(right).isActive;
+    };
+    std::stable_sort(positions.begin(), positions.end(), isBefore);
+    return positions;
+}
+
+QCoro::Task<QList<AtspiReference>> Atspi::frontFirst(std::shared_ptr<AtspiApplication> application,
+                                                     QList<AtspiReference> windows, QStringList titles)
+{
+    if (windows.size() < 2 || windows.size() > mostWindows)
+        co_return windows;
+    QList<QDBusMessage> calls;
+    for (const AtspiReference &window : windows) {
+        calls.append(property(window, accessibleInterface, QStringLiteral("Name")));
+        calls.append(call(window, accessibleInterface, QStringLiteral("GetState")));
+    }
+    const QList<QDBusMessage> replies = co_await AtspiApplication::exchange(application, calls);
+    QList<WindowStanding> standings;
+    for (qsizetype i = 0; i < windows.size(); ++i) {
+        const QString name = label(text(replies.at(2 * i)).value_or(QString()), AtspiToolkit::Other);
+        standings.append({name, hasState(replies.at(2 * i + 1), AtspiState::Active)});
+    }
+    QList<AtspiReference> sorted;
+    for (const qsizetype position : frontFirst(standings, titles))
+        sorted.append(windows.at(position));
+    co_return sorted;
+}

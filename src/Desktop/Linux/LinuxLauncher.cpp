@@ -4,10 +4,18 @@
 #include "Desktop/Linux/DesktopEntries.h"
 #include "Desktop/Linux/DesktopLauncher.h"
 #include "Desktop/Linux/LinuxApplications.h"
+#include "Desktop/Linux/RunningProcess.h"
 
 #include <QCoreApplication>
+#include <QCoroDBusPendingCall>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusPendingCall>
 #include <QElapsedTimer>
+#include <QFileInfo>
 #include <QSysInfo>
+
+#include <algorithm>
 
 using namespace std::chrono_literals;
 
@@ -18,6 +26,17 @@ constexpr qint64 startPatience = 10000; // ms: a browser's first start on a slow
 // start a program of another name.
 constexpr qint64 strangerPatience = 1500;
 constexpr qint64 newWindowPatience = 700; // ms: for a running application to open one more window
+
+constexpr int busLimit = 1000; // ms
+
+QDBusMessage hasOwner(const QString &name)
+{
+    auto call = QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("NameHasOwner"));
+    call.setArguments({name});
+    return call;
+}
 
 QString startupIdentifier(int number, std::uint32_t time)
 {
@@ -72,6 +91,17 @@ const X11Window *LinuxLauncher::newWindow(const X11Snapshot &now, const Launch &
     return nullptr;
 }
 
+QCoro::Task<bool> LinuxLauncher::runsInBackground(Launch launch)
+{
+    if (std::any_of(launch.processes.cbegin(), launch.processes.cend(), &isRunningProcess))
+        co_return true;
+    // An application that its name on the bus stands for is called like its entry.
+    const QString name = QFileInfo(launch.application.location).completeBaseName();
+    const QDBusPendingCall call = QDBusConnection::sessionBus().asyncCall(hasOwner(name), busLimit);
+    const QDBusMessage answer = co_await call;
+    co_return answer.type() == QDBusMessage::ReplyMessage &&answer.arguments().value(0).toBool();
+}
+
 QCoro::Task<void> LinuxLauncher::open(ApplicationBundle application, QStringList urls)
 {
     const Launch launch = co_await start(application, urls);
@@ -91,9 +121,13 @@ QCoro::Task<void> LinuxLauncher::open(ApplicationBundle application, QStringList
     const X11Snapshot last = co_await m_display.snapshot();
     const X11Snapshot now = LinuxApplications::withParts(last, launch.entries);
     const X11Window *window = LinuxApplications::windowToShow(application, now, launch.entries);
-    if (!window)
+    if (!window) {
+        const bool runs = co_await runsInBackground(launch);
+        if (runs)
+            co_return;
         throw PlatformError(
             QStringLiteral("“%1” was started but shows no window.").arg(application.displayName));
+    }
     const X11Window shown = *window;
     co_await m_display.bringForward(shown);
 }

@@ -14,8 +14,9 @@ class LinuxLauncher
 public:
     LinuxLauncher(X11Display &display, BoundedQueue &gio, Clock &clock);
 
-    // Starts the application with the URLs (none: by itself) and returns when its window is in front. Throws
-    // PlatformError when it cannot be started, or shows no window within ten seconds.
+    // Starts the application with the URLs (none: by itself) and returns when its window is in front; one
+    // that shows none within ten seconds has to be there at least, as in the tray. Throws PlatformError when
+    // it cannot be started, or is not there.
     QCoro::Task<void> open(ApplicationBundle application, QStringList urls);
 
 private:
@@ -31,6 +32,8 @@ private:
     };
 
     QCoro::Task<Launch> start(ApplicationBundle application, QStringList urls);
+    // Whether the application runs without a window: by its process, or by its name on the session bus.
+    static QCoro::Task<bool> runsInBackground(Launch launch);
     enum class Welcome { Own, Strangers };
     static const X11Window *newWindow(const X11Snapshot &now, const Launch &launch, Welcome welcome);
 

@@ -4,15 +4,22 @@
 #include "Desktop/Linux/DesktopEntries.h"
 #include "Desktop/Linux/DesktopRoles.h"
 #include "Desktop/Linux/LinuxApplications.h"
+#include "Desktop/Linux/RunningProcess.h"
 
 #include <QCoreApplication>
 #include <QCoroDBusPendingCall>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCall>
+#include <QElapsedTimer>
 #include <QFileInfo>
 
+using namespace std::chrono_literals;
+
 namespace {
+
+// ms: for a process to end after its last window has gone.
+constexpr qint64 farewell = 1000;
 
 QList<ApplicationFolder> folderList()
 {
@@ -48,7 +55,7 @@ QDBusMessage showItems(const QString &path)
 } // namespace
 
 LinuxWorkspace::LinuxWorkspace(X11Display &display, BoundedQueue &gio, Clock &clock)
-    : m_display(display), m_gio(gio), m_launcher(display, gio, clock)
+    : m_display(display), m_gio(gio), m_clock(clock), m_launcher(display, gio, clock)
 {
 }
 
@@ -101,7 +108,17 @@ QCoro::Task<void> LinuxWorkspace::terminate(RunningApplication application)
 QCoro::Task<bool> LinuxWorkspace::isTerminated(RunningApplication application)
 {
     const Windows now = co_await windows();
-    co_return !now.snapshot.windowToShow(application.processIdentifier, application.part);
+    const qint64 process = application.processIdentifier;
+    if (now.snapshot.windowToShow(process, application.part))
+        co_return false;
+    // Of a client elsewhere there is no process to look at.
+    if (process < 0 || now.snapshot.windowToShow(process))
+        co_return true;
+    QElapsedTimer waiting;
+    waiting.start();
+    while (isRunningProcess(process) && !waiting.hasExpired(farewell))
+        co_await m_clock.sleep(20ms);
+    co_return !isRunningProcess(process);
 }
 
 QCoro::Task<QList<ApplicationFolder>> LinuxWorkspace::applicationFolders()

@@ -9,8 +9,8 @@
 // The applications of an X11 desktop: windows tell which ones run, desktop entries which are installed, and
 // the desktop's library starts them. Main thread. `display`, `gio` and `clock` outlive this object.
 //
-// An application counts as terminated once it shows no window any more: that is what the user means, and some
-// keep a process in the background on purpose.
+// An application has terminated when it shows no window any more and its process has ended, or belongs to
+// another application that shows one. One that goes on in the background without a window has not.
 class LinuxWorkspace : public Workspace
 {
 public:
@@ -42,5 +42,6 @@ private:
 
     X11Display &m_display;
     BoundedQueue &m_gio;
+    Clock &m_clock;
     LinuxLauncher m_launcher;
 };

@@ -44,8 +44,7 @@ private:
 
     QString post(const KeyStroke &stroke)
     {
-        const QList<KeyStroke> strokes{stroke};
-        return LinuxBench::errorOf(m_bench.keyboard.post(strokes, 0us));
+        return m_bench.post({stroke});
     }
 
     // The physical keyboard is the one that was used last, so that applications see its map.
@@ -128,7 +127,8 @@ private Q_SLOTS:
         QVERIFY(physical.contains("ssharp") && !sending.contains("ssharp"));
 
         const QList<KeyStroke> strokes(60, text(u"жук"_s));
-        QCoro::Task<void> typing = m_bench.keyboard.post(strokes, 15ms);
+        const auto front = QCoro::waitFor(m_bench.workspace.frontmostApplication());
+        QCoro::Task<void> typing = m_bench.keyboard.post(strokes, 15ms, front);
         const auto areSymbolsLent = [&] { return KeyboardDevices::map(m_keyboards->sending) != sending; };
         QVERIFY(QTest::qWaitFor(areSymbolsLent, LinuxBench::patience));
         QCOMPARE(KeyboardDevices::map(m_keyboards->physical), physical);
@@ -164,7 +164,8 @@ private Q_SLOTS:
     {
         setLayouts(u"de"_s, u"us"_s);
         const QByteArray physical = KeyboardDevices::map(m_keyboards->physical);
-        QCoro::Task<void> typing = m_bench.keyboard.post({text(u"yyy"_s), text(u"zzz"_s)}, 300ms);
+        const auto front = QCoro::waitFor(m_bench.workspace.frontmostApplication());
+        QCoro::Task<void> typing = m_bench.keyboard.post({text(u"yyy"_s), text(u"zzz"_s)}, 300ms, front);
         const auto isTyping = [&] { return KeyboardDevices::map(m_keyboards->master) != physical; };
         QVERIFY(QTest::qWaitFor(isTyping, LinuxBench::patience));
         ::kill(pid_t(m_receiver->processId()), SIGSTOP);

@@ -3,6 +3,7 @@
 #include "Desktop/Linux/DesktopLauncher.h"
 #include "Desktop/Linux/LinuxBench.h"
 
+#include <QDBusConnection>
 #include <QDir>
 #include <QFile>
 #include <QRasterWindow>
@@ -246,7 +247,7 @@ private Q_SLOTS:
         QVERIFY(!isTerminated(*application));
     }
 
-    void aFileManagerThatStaysInTheBackgroundHasQuit()
+    void anApplicationThatGoesOnInTheBackgroundHasNotTerminated()
     {
         const auto thunar = installed(u"Thunar File Manager"_s);
         QVERIFY(thunar);
@@ -255,7 +256,35 @@ private Q_SLOTS:
         const auto application = running(u"Thunar File Manager"_s);
         QVERIFY(application);
         QCoro::waitFor(m_bench.workspace.terminate(*application));
+        QTRY_VERIFY_WITH_TIMEOUT(m_bench.snapshot().windows.isEmpty(), LinuxBench::patience);
+        QVERIFY(!isTerminated(*application));
+        daemon->kill();
         QTRY_VERIFY_WITH_TIMEOUT(isTerminated(*application), LinuxBench::patience);
+    }
+
+    void anApplicationWithoutAWindowIsLaunchedWhenItIsThere_data()
+    {
+        QTest::addColumn<QString>("identifier");
+        QTest::addColumn<QByteArray>("command");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("its process is") << u"quiet"_s << QByteArray("sleep 60") << QString();
+        QTest::newRow("its name on the bus is") << u"org.example.Quiet"_s << QByteArray("true") << QString();
+        QTest::newRow("it is not") << u"brief"_s << QByteArray("true")
+                                   << u"“Quiet” was started but shows no window."_s;
+    }
+
+    void anApplicationWithoutAWindowIsLaunchedWhenItIsThere()
+    {
+        QFETCH(QString, identifier);
+        QFETCH(QByteArray, command);
+        const QString path = applicationsFolder() + u'/' + identifier + u".desktop"_s;
+        write(path, "[Desktop Entry]\nType=Application\nName=Quiet\nExec=" + command + "\n");
+        QDBusConnection bus = QDBusConnection::sessionBus();
+        QVERIFY(bus.registerService(u"org.example.Quiet"_s));
+        const QString message = open({path, u"Quiet"_s});
+        bus.unregisterService(u"org.example.Quiet"_s);
+        QVERIFY(QDir(applicationsFolder()).removeRecursively());
+        QTEST(message, "message");
     }
 
     void aFileOpensInTheNamedApplication()

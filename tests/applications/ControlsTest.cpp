@@ -15,7 +15,6 @@ private Q_SLOTS:
     void pressesALabelInAnyLetterCase();
     void answersADialog();
     void aDialogOfAMenuIsReadAndAnswered();
-    void aLabelThatTwoWindowsBearIsThatOfTheOneInFront();
     void saysThatThereIsNoSuchControl();
 
 private:
@@ -78,20 +77,6 @@ void ControlsTest::aDialogOfAMenuIsReadAndAnswered()
     QVERIFY2(controls.line.contains(u"Button: Cancel"_s), qPrintable(controls.line));
     const Outcome outcome = perform("click", {{"label", u"Cancel"_s}});
     VERIFY_EFFECT(Screen::windowsOf(m_windowClass).size() == 1, outcome);
-}
-
-// The toolbar of the document's window and the dialog both have a button "Close".
-void ControlsTest::aLabelThatTwoWindowsBearIsThatOfTheOneInFront()
-{
-    if (m_windowClass != u"Mousepad"_s)
-        QSKIP("One application with such windows is enough.");
-    const Outcome toolbar = perform("click", {{"label", u"Toolbar"_s}});
-    QCOMPARE(toolbar.line, u"Clicked “Toolbar”."_s);
-    const Outcome opened = perform("click", {{"label", u"Preferences..."_s}});
-    VERIFY_EFFECT(Screen::windowsOf(m_windowClass).size() == 2, opened);
-    const Outcome closed = perform("click", {{"label", u"Close"_s}});
-    VERIFY_EFFECT(Screen::windowsOf(m_windowClass).size() == 1, closed);
-    QVERIFY2(Screen::showsTitle(u"letter.txt"_s), qPrintable(Screen::described()));
 }
 
 void ControlsTest::saysThatThereIsNoSuchControl()

@@ -16,11 +16,10 @@ QString action(const QString &json, int blanks, const QString &description)
     return json + QString(blanks, u' ') + description;
 }
 
-QStringList introduction()
+QStringList introduction(const PlatformWords &words)
 {
     return {
-        u"You operate a Mac for the user by emitting ONE JSON action at a time. "
-        "Reply with only a JSON object, no prose."_s,
+        words.promptIntroduction,
         u"After each action you receive its result and the current state. "
         "Continue until the task is complete, then emit done."_s,
         {},
@@ -87,6 +86,11 @@ QStringList example()
 
 const QString &SystemPrompt::text()
 {
-    static const QString text = (introduction() + actions() + rules() + example()).join(u'\n');
+    static const QString text = textFor(PlatformWords::current());
     return text;
+}
+
+QString SystemPrompt::textFor(const PlatformWords &words)
+{
+    return (introduction(words) + actions() + rules() + example()).join(u'\n');
 }

@@ -76,8 +76,13 @@ void UiEditingTest::aSelectionInTheReplySurvivesItsGrowth()
     type(u"Babble"_s);
     Screen::pressKey(u"Return"_s);
     constexpr int halfAReply = 100;
+    constexpr int slowestPrompt = 240'000; // milliseconds
     std::optional<AccessibleElement> seen;
-    VERIFY_SOON((seen = reply()) && seen->name.size() < halfAReply);
+    const auto hasBegun = [&] {
+        seen = reply();
+        return seen && seen->name.size() < halfAReply;
+    };
+    QVERIFY(QTest::qWaitFor(hasBegun, slowestPrompt));
     // More has come in by the time that the key does, but not all.
     Pointer::doubleClick(seen->area.topLeft() + QPoint(5, 5));
     Screen::pressKey(u"ctrl+c"_s);

@@ -26,8 +26,8 @@ public:
     Desktop services()
     {
         const Desktop all = m_bench.desktop.services();
-        return {m_workspace,       all.accessibility, m_keyboard, all.windowList,
-                all.screenCapture, all.scripting,     all.files,  all.clock};
+        return {all.session,       m_workspace,   all.accessibility, m_keyboard, all.windowList,
+                all.screenCapture, all.scripting, all.files,         all.clock};
     }
 
     void mend() { m_isMended = true; }
@@ -52,14 +52,15 @@ private:
     struct FaultyKeyboard : RecordingKeyboard
     {
         explicit FaultyKeyboard(FaultyDesktop &owner)
-            : RecordingKeyboard(owner.m_bench.desktop.journal), desktop(owner)
+            : RecordingKeyboard(owner.m_bench.desktop.journal, owner.m_workspace), desktop(owner)
         {
         }
 
-        QCoro::Task<void> post(QList<KeyStroke> newStrokes, std::chrono::microseconds pause) override
+        QCoro::Task<void> post(QList<KeyStroke> newStrokes, std::chrono::microseconds pause,
+                               std::optional<RunningApplication> receiver) override
         {
             desktop.reach(Moment::InTheStep);
-            return RecordingKeyboard::post(newStrokes, pause);
+            return RecordingKeyboard::post(newStrokes, pause, receiver);
         }
 
         FaultyDesktop &desktop;

@@ -15,6 +15,7 @@ private Q_SLOTS:
     void pressesALabelInAnyLetterCase();
     void answersADialog();
     void aDialogOfAMenuIsReadAndAnswered();
+    void ofTwoEqualWindowsTheOneInFrontIsMeant();
     void saysThatThereIsNoSuchControl();
 
 private:
@@ -77,6 +78,33 @@ void ControlsTest::aDialogOfAMenuIsReadAndAnswered()
     QVERIFY2(controls.line.contains(u"Button: Cancel"_s), qPrintable(controls.line));
     const Outcome outcome = perform("click", {{"label", u"Cancel"_s}});
     VERIFY_EFFECT(Screen::windowsOf(m_windowClass).size() == 1, outcome);
+}
+
+// Both windows have the same controls, whichever the application tells first.
+void ControlsTest::ofTwoEqualWindowsTheOneInFrontIsMeant()
+{
+    if (m_windowClass != u"Mousepad"_s)
+        QSKIP("Here each window is an application of its own.");
+    const quint32 letter = Screen::windowsOf(m_windowClass).value(0).identifier;
+    const Outcome opened = perform("click", {{"label", u"New Window"_s}});
+    VERIFY_EFFECT(Screen::windowsOf(m_windowClass).size() == 2, opened);
+    const quint32 second = Screen::windowsOf(m_windowClass).value(1).identifier;
+    const auto bringForward = [](quint32 window) {
+        Screen::requestFocus(window);
+        return QTest::qWaitFor(
+            [window] {
+                const auto active = Screen::activeWindow();
+                return active && active->identifier == window;
+            },
+            PrivateDesktop::patience);
+    };
+    QVERIFY(bringForward(letter));
+    const Outcome saved = perform("click", {{"label", u"Save"_s}});
+    VERIFY_EFFECT(PrivateDesktop::read(m_path).startsWith("Dear reader"), saved);
+    QVERIFY(bringForward(second));
+    const Outcome closed = perform("click", {{"label", u"Close"_s}});
+    VERIFY_EFFECT(Screen::windowsOf(m_windowClass).size() == 1, closed);
+    QCOMPARE(Screen::windowsOf(m_windowClass).value(0).identifier, letter);
 }
 
 void ControlsTest::saysThatThereIsNoSuchControl()

@@ -5,6 +5,7 @@
 #include "Base/Text.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 using namespace std::chrono_literals;
@@ -34,20 +35,80 @@ std::optional<RunningApplication> first(const QList<RunningApplication> &applica
     return found == applications.end() ? std::nullopt : std::optional(*found);
 }
 
+// The kinds of names, in the order in which they count.
+enum class NameKind { UsersLanguage, English, Identifier, Program };
+constexpr std::array nameKinds{NameKind::UsersLanguage, NameKind::English, NameKind::Identifier,
+                               NameKind::Program};
+
+QString nameOf(NameKind kind, const QString &name, const ApplicationNames &others)
+{
+    switch (kind) {
+    case NameKind::UsersLanguage:
+        return name;
+    case NameKind::English:
+        return others.english;
+    case NameKind::Identifier:
+        return others.identifier;
+    case NameKind::Program:
+        return others.program;
+    }
+    return QString();
+}
+
+// An identifier begins with whose it is ("org.gnome."), which says nothing about the application.
+QString lastPart(NameKind kind, const QString &name)
+{
+    return kind == NameKind::Identifier ? name.section(u'.', -1) : name;
+}
+
+bool isCalled(NameKind kind, const QString &name, const QString &target)
+{
+    return !name.isEmpty() && (Text::equals(name, target) || Text::equals(lastPart(kind, name), target));
+}
+
 std::optional<RunningApplication> named(const QList<RunningApplication> &applications, const QString &target)
 {
-    return first(applications, [&target](const RunningApplication &application) {
-        return application.localizedName && Text::equals(*application.localizedName, target);
-    });
+    for (const NameKind kind : nameKinds) {
+        const auto found = first(applications, [&](const RunningApplication &application) {
+            const QString name = application.localizedName.value_or(QString());
+            return isCalled(kind, nameOf(kind, name, application.otherNames), target);
+        });
+        if (found)
+            return found;
+    }
+    return std::nullopt;
 }
 
 // What was typed counts here, not what it is an alias of: "code" finds Xcode.
 std::optional<RunningApplication> containing(const QList<RunningApplication> &applications,
                                              const QString &typed)
 {
-    return first(applications, [&typed](const RunningApplication &application) {
-        return Text::contains(application.localizedName.value_or(QString()), typed);
-    });
+    for (const NameKind kind : nameKinds) {
+        const auto found = first(applications, [&](const RunningApplication &application) {
+            const QString name = application.localizedName.value_or(QString());
+            return Text::contains(lastPart(kind, nameOf(kind, name, application.otherNames)), typed);
+        });
+        if (found)
+            return found;
+    }
+    return std::nullopt;
+}
+
+// The first entry of the folders, in their order, that stands for an application and has such a name.
+template <typename Condition>
+std::optional<ApplicationBundle> firstInstalled(const QList<ApplicationFolder> &folders, NameKind kind,
+                                                Condition matches)
+{
+    const QLatin1String suffix(".app");
+    for (const ApplicationFolder &folder : folders) {
+        for (const ApplicationFolder::Entry &entry : folder.entries) {
+            if (!entry.name.endsWith(suffix))
+                continue;
+            if (matches(nameOf(kind, entry.name.chopped(suffix.size()), entry.otherNames)))
+                return entry.bundle;
+        }
+    }
+    return std::nullopt;
 }
 
 // What the application folders hold of a name: an exact match in any folder beats every partial one.
@@ -59,21 +120,16 @@ struct InstalledMatches
 
 InstalledMatches installed(const QList<ApplicationFolder> &folders, const QString &target)
 {
-    const QLatin1String suffix(".app");
-    const QString key = Text::comparisonKey(target);
     InstalledMatches matches;
-    for (const ApplicationFolder &folder : folders) {
-        for (const ApplicationFolder::Entry &entry : folder.entries) {
-            if (!entry.name.endsWith(suffix))
-                continue;
-            const QString name = Text::comparisonKey(entry.name.chopped(suffix.size()));
-            if (name == key) {
-                matches.exact = entry.bundle;
-                return matches;
-            }
-            if (!matches.partial && name.contains(key))
-                matches.partial = entry.bundle;
-        }
+    for (const NameKind kind : nameKinds) {
+        const auto isExact = [&](const QString &name) { return isCalled(kind, name, target); };
+        const auto isPartial = [&](const QString &name) {
+            return Text::contains(lastPart(kind, name), target);
+        };
+        if (!matches.exact)
+            matches.exact = firstInstalled(folders, kind, isExact);
+        if (!matches.partial)
+            matches.partial = firstInstalled(folders, kind, isPartial);
     }
     return matches;
 }

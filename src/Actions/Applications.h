@@ -18,6 +18,8 @@ const QHash<QString, QString> &aliases();
 
 // The first regular application that has exactly this name (aliases apply); else the one that runs as the
 // user's default for the role of that name; else the first whose name contains the text as it was written.
+// An application's names are, in this order: the one in the user's language, the English one, its
+// identifier, its program's. Each is tried with all applications before the next.
 QCoro::Task<std::optional<RunningApplication>> running(QString name, Desktop desktop);
 
 // Where the application is: the running one's bundle; else the first installed one of exactly this name; else

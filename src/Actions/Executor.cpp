@@ -42,11 +42,6 @@ QString firstOf(const AgentAction &action, const QString &key, const QString &ot
     return action.arg(key).value_or(action.arg(otherKey).value_or(fallback));
 }
 
-QString pathOf(const QString &text, Desktop desktop)
-{
-    return Executor::resolveFolder(text, desktop.files.homeDirectory());
-}
-
 QCoro::Task<QString> openApp(AgentAction action, ActionTarget, Desktop desktop)
 {
     const QString name = required(action, QStringLiteral("app"), QStringLiteral("app name"));
@@ -138,7 +133,8 @@ QCoro::Task<QString> createFolder(AgentAction action, ActionTarget, Desktop desk
     const QString name = required(action, QStringLiteral("name"), QStringLiteral("folder name"));
     const QString location =
         firstOf(action, QStringLiteral("in"), QStringLiteral("location"), QStringLiteral("Desktop"));
-    const QString path = Executor::pathInside(pathOf(location, desktop), name);
+    const QString parent = co_await Executor::locate(location, desktop);
+    const QString path = Executor::pathInside(parent, name);
     co_await desktop.files.createDirectory(path);
     co_await desktop.workspace.reveal(path);
     co_return QStringLiteral("Created folder at %1.").arg(path);
@@ -150,8 +146,8 @@ QCoro::Task<QString> screenshot(AgentAction action, ActionTarget, Desktop deskto
         firstOf(action, QStringLiteral("save_to"), QStringLiteral("folder"), QStringLiteral("Downloads"));
     // In the digits of the user's language.
     const QString time = QLocale().toString(desktop.clock.now(), QStringLiteral("yyyy-MM-dd 'at' HH.mm.ss"));
-    const QString path =
-        Executor::pathInside(pathOf(folder, desktop), QStringLiteral("Screenshot %1.png").arg(time));
+    const QString parent = co_await Executor::locate(folder, desktop);
+    const QString path = Executor::pathInside(parent, QStringLiteral("Screenshot %1.png").arg(time));
     co_await Executor::screenshot(path, desktop);
     co_return QStringLiteral("Saved screenshot to %1.").arg(path);
 }
@@ -168,7 +164,7 @@ QCoro::Task<QString> findFiles(AgentAction action, ActionTarget, Desktop desktop
 QCoro::Task<QString> openPath(AgentAction action, ActionTarget, Desktop desktop)
 {
     const QString text = required(action, QStringLiteral("path"), QStringLiteral("path"));
-    const QString path = pathOf(text, desktop);
+    const QString path = co_await Executor::locate(text, desktop);
     const bool exists = co_await desktop.files.exists(path);
     if (!exists)
         throw ActionError(QStringLiteral("Nothing exists at %1.").arg(text));
@@ -180,7 +176,8 @@ QCoro::Task<QString> openPath(AgentAction action, ActionTarget, Desktop desktop)
 
 QCoro::Task<QString> trash(AgentAction action, ActionTarget, Desktop desktop)
 {
-    const QString path = pathOf(required(action, QStringLiteral("path"), QStringLiteral("path")), desktop);
+    const QString text = required(action, QStringLiteral("path"), QStringLiteral("path"));
+    const QString path = co_await Executor::locate(text, desktop);
     co_await desktop.files.trash(path);
     co_return QStringLiteral("Moved %1 to the Trash.").arg(Executor::lastComponent(path));
 }

@@ -61,10 +61,19 @@ QString foundLine(const QList<FolderEntry> &entries)
 
 } // namespace
 
+QCoro::Task<QString> Executor::locate(QString text, Desktop desktop)
+{
+    const QString path = resolveFolder(text, desktop.files.homeDirectory());
+    // A whole path means exactly that place.
+    if (Text::trimmed(text, u" \t").startsWith(u'/'))
+        co_return path;
+    co_return co_await desktop.files.located(path);
+}
+
 QCoro::Task<QString> Executor::findFiles(QString folder, std::optional<QString> extension,
                                          std::optional<QString> query, Desktop desktop)
 {
-    const QString path = resolveFolder(folder, desktop.files.homeDirectory());
+    const QString path = co_await locate(folder, desktop);
     const std::optional<QList<FolderEntry>> listing = co_await desktop.files.contentsOfDirectory(path);
     if (!listing)
         throw ActionError(QStringLiteral("Couldn't read %1.").arg(folder));

@@ -11,6 +11,9 @@
 // Looking into folders and taking pictures of the screen. Main thread. PlatformError passes through.
 namespace Executor {
 
+// The path that the text means, as it is on this disk.
+QCoro::Task<QString> locate(QString text, Desktop desktop);
+
 // Lists the folder newest first, reveals the newest match and gives the result line. `extension` and `query`
 // leave out what does not match. Throws ActionError when the folder cannot be read.
 QCoro::Task<QString> findFiles(QString folder, std::optional<QString> extension, std::optional<QString> query,

@@ -77,7 +77,8 @@ Risk quitApp(const AgentAction &action, const ActionTarget &target)
 {
     const QString word = action.arg(QStringLiteral("app")).value_or(QString());
     const QString name = target.quitting ? target.quitting->localizedName.value_or(QString()) : word;
-    if (isQuitSafe(word) && isQuitSafe(name))
+    const QString english = target.quitting ? target.quitting->otherNames.english : QString();
+    if (isQuitSafe(word) && (isQuitSafe(name) || isQuitSafe(english)))
         return Risk::safe();
     QString shown = word.isEmpty() ? QStringLiteral("the app") : word;
     if (!name.isEmpty() && !Text::equals(word, name))

@@ -58,6 +58,19 @@ bool isThere(const QString &path)
     return information.exists() || information.isSymLink();
 }
 
+QString placeOf(const QString &path, const QString &home, Files::FolderFinder find)
+{
+    static const QStringList names{QStringLiteral("Desktop"),   QStringLiteral("Downloads"),
+                                   QStringLiteral("Documents"), QStringLiteral("Pictures"),
+                                   QStringLiteral("Music"),     QStringLiteral("Videos")};
+    const QString prefix = QDir::cleanPath(home) + u'/';
+    const QString name = path.startsWith(prefix) ? path.mid(prefix.size()).section(u'/', 0, 0) : QString();
+    if (!names.contains(name) || isThere(prefix + name))
+        return path;
+    const QString folder = find(name);
+    return folder.isEmpty() ? path : folder + path.mid(prefix.size() + name.size());
+}
+
 bool rename(const QString &from, const QString &to)
 {
     std::error_code error;
@@ -95,7 +108,19 @@ void moveToTrash(const QString &path)
 
 } // namespace
 
-Files::Files(QString homeDirectory) : m_homeDirectory(std::move(homeDirectory)) {}
+Files::Files(QString homeDirectory, FolderFinder findFolder)
+    : m_homeDirectory(std::move(homeDirectory)), m_findFolder(findFolder)
+{
+}
+
+QCoro::Task<QString> Files::located(QString path)
+{
+    if (!m_findFolder)
+        co_return path;
+    const auto place = m_queue.run(
+        [path, home = m_homeDirectory, find = m_findFolder] { return placeOf(path, home, find); });
+    co_return co_await place;
+}
 
 QCoro::Task<std::optional<QList<FolderEntry>>> Files::contentsOfDirectory(QString path)
 {

@@ -23,10 +23,18 @@ struct FolderEntry
 class Files
 {
 public:
+    // Where the user keeps the folder of this well-known name ("Desktop"), as chosen or translated; the empty
+    // text where the platform has nothing to say. Called on the queue.
+    using FolderFinder = QString (*)(const QString &name);
+
     // `homeDirectory` is the absolute path of the user's home folder.
-    explicit Files(QString homeDirectory);
+    explicit Files(QString homeDirectory, FolderFinder findFolder = nullptr);
 
     QString homeDirectory() const { return m_homeDirectory; }
+
+    // The path as it is on this disk: "Desktop", "Downloads", "Documents", "Pictures", "Music" and "Videos"
+    // in the home folder are where the user keeps them, unless there is something of that very name.
+    QCoro::Task<QString> located(QString path);
 
     // One level deep, hidden entries left out, in the platform's order; none when the folder cannot be
     // listed.
@@ -42,5 +50,6 @@ public:
 
 private:
     QString m_homeDirectory;
+    FolderFinder m_findFolder;
     SerialQueue m_queue{QStringLiteral("desktop.files")};
 };

@@ -22,6 +22,15 @@ struct ApplicationBundle
     }
 };
 
+// What an application answers to besides its name in the user's language; empty where there is nothing else.
+// Platforms whose applications have one name only leave this out.
+struct ApplicationNames
+{
+    QString english;    // the name before it was translated
+    QString identifier; // of its desktop entry: "org.xfce.mousepad"
+    QString program;    // "mousepad"
+};
+
 // A snapshot of a running application.
 struct RunningApplication
 {
@@ -33,6 +42,7 @@ struct RunningApplication
     // Tells the applications of one process apart, for the backend only; empty: the process is one
     // application.
     QString part = {};
+    ApplicationNames otherNames = {};
 
     // For sentences to the user.
     QString shownName() const { return localizedName.value_or(QStringLiteral("The application")); }
@@ -46,6 +56,7 @@ struct ApplicationFolder
     {
         QString name;
         ApplicationBundle bundle;
+        ApplicationNames otherNames = {};
     };
     QString path;
     QList<Entry> entries;

@@ -25,6 +25,8 @@ private Q_SLOTS:
     void anExactNameComesBeforeTheRole();
     void theRoleComesBeforeAPartialMatch();
     void anAliasIsResolvedBeforeTheRoleIsAsked();
+    void allNamesOfAnApplicationCountInTheirOrder_data();
+    void allNamesOfAnApplicationCountInTheirOrder();
     void launchingOpensSettlesAndNamesTheApplication();
     void launchingARunningApplicationBringsItForward();
     void launchingAnUnknownApplicationFails();
@@ -213,6 +215,48 @@ void ApplicationsTest::anAliasIsResolvedBeforeTheRoleIsAsked()
     const ApplicationBundle control{u"/usr/share/applications/control.desktop"_s, u"Control"_s};
     bench.desktop.workspace.roles.insert(u"system settings"_s, control);
     QCOMPARE(location(bench, u"settings"_s), control.location);
+}
+
+void ApplicationsTest::allNamesOfAnApplicationCountInTheirOrder_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("found");
+
+    QTest::newRow("in the user's language") << u"Rechner"_s << u"Rechner"_s;
+    QTest::newRow("in English") << u"calculator"_s << u"Rechner"_s;
+    QTest::newRow("the user's language before English") << u"Notes"_s << u"Notes"_s;
+    QTest::newRow("the whole identifier") << u"org.gnome.Calculator"_s << u"Rechner"_s;
+    QTest::newRow("the identifier's end") << u"Mousepad"_s << u"Texteditor"_s;
+    QTest::newRow("the program") << u"gnome-calculator"_s << u"Rechner"_s;
+    QTest::newRow("an exact program before a part of a name") << u"tex"_s << u"Satz"_s;
+    QTest::newRow("a part of the English name") << u"text ed"_s << u"Texteditor"_s;
+    QTest::newRow("a part in the user's language before one in English") << u"note"_s << u"Notes"_s;
+    QTest::newRow("whose an application is is no name of it") << u"gnome"_s << u"Rechner"_s; // by its program
+    QTest::newRow("nor is the beginning of an identifier") << u"xfce"_s << QString();
+}
+
+void ApplicationsTest::allNamesOfAnApplicationCountInTheirOrder()
+{
+    QFETCH(QString, name);
+    ActionBench bench;
+    RecordingWorkspace &workspace = bench.desktop.workspace;
+    const auto add = [&workspace](const QString &shown, const ApplicationNames &others) {
+        workspace.install(shown);
+        workspace.folders.first().entries.last().otherNames = others;
+    };
+    add(u"Notizen"_s, {u"Notes"_s, u"org.gnome.Notes"_s, u"gnotes"_s});
+    add(u"Texteditor"_s, {u"Text Editor"_s, u"org.xfce.mousepad"_s, u"mousepad-bin"_s});
+    add(u"Rechner"_s, {u"Calculator"_s, u"org.gnome.Calculator"_s, u"gnome-calculator"_s});
+    add(u"Notes"_s, {u"Remarks"_s, u"remarks"_s, u"remarks"_s});
+    add(u"Satz"_s, {u"Typesetting"_s, u"typesetting"_s, u"tex"_s});
+    const auto bundle = QCoro::waitFor(Executor::appURL(name, bench.services()));
+    QTEST(bundle ? bundle->displayName : QString(), "found");
+
+    for (const ApplicationFolder::Entry &entry : std::as_const(workspace.folders.first().entries)) {
+        workspace.start(entry.bundle);
+        workspace.running.last().otherNames = entry.otherNames;
+    }
+    QTEST(runningName(bench, name), "found");
 }
 
 void ApplicationsTest::launchingOpensSettlesAndNamesTheApplication()

@@ -207,6 +207,7 @@ void SafetyTest::theApplicationThatIsQuitIsJudgedToo_data()
                             << u"Quit Preview (Firefox ESR) — unsaved work could be lost"_s;
     QTest::newRow("a name that contains it") << u"news"_s << Name(u"Newsreader Pro"_s)
                                              << u"Quit news (Newsreader Pro) — unsaved work could be lost"_s;
+    QTest::newRow("a translated harmless one") << u"Calculator"_s << Name(u"Rechner"_s) << QString();
     QTest::newRow("an application without a name")
         << u"Maps"_s << Name() << u"Quit Maps — unsaved work could be lost"_s;
     QTest::newRow("the word is not harmless")
@@ -223,6 +224,8 @@ void SafetyTest::theApplicationThatIsQuitIsJudgedToo()
     const auto action = AgentAction::parse(uR"({"action":"quit_app","app":"%1"})"_s.arg(app));
     ActionTarget target;
     target.quitting.emplace().localizedName = name;
+    if (name == u"Rechner"_s)
+        target.quitting->otherNames.english = u"Calculator"_s;
     QCOMPARE(Safety::assess(*action, target), asked.isEmpty() ? Risk::safe() : Risk::confirm(asked));
 }
 

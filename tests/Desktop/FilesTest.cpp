@@ -47,6 +47,8 @@ private Q_SLOTS:
     void aFileInTheWayIsAnError_data();
     void aFileInTheWayIsAnError();
     void aNullInANameIsAnError();
+    void wellKnownFoldersAreWhereTheUserKeepsThem_data();
+    void wellKnownFoldersAreWhereTheUserKeepsThem();
     void trashingMovesTheItemAway_data();
     void trashingMovesTheItemAway();
     void trashingShortensANameThatTheTrashHasNoRoomFor();
@@ -173,6 +175,42 @@ void FilesTest::aNullInANameIsAnError()
     QCOMPARE(outcome(m_files->createDirectory(hostile)),
              u"Couldn't create the folder “a b”: its name is invalid."_s);
     QVERIFY(!QFileInfo::exists(path(u"a"_s)));
+}
+
+void FilesTest::wellKnownFoldersAreWhereTheUserKeepsThem_data()
+{
+    QTest::addColumn<QString>("path"); // in the home folder, as is the place unless it is a whole path
+    QTest::addColumn<QString>("place");
+    QTest::newRow("the folder") << u"Desktop"_s << u"/elsewhere/Schreibtisch"_s;
+    QTest::newRow("something in it") << u"Desktop/a/b.txt"_s << u"/elsewhere/Schreibtisch/a/b.txt"_s;
+    QTest::newRow("a folder of that very name") << u"Music/song.ogg"_s << u"Music/song.ogg"_s;
+    QTest::newRow("a folder that nobody has chosen") << u"Videos"_s << u"Videos"_s;
+    QTest::newRow("another letter case") << u"desktop"_s << u"desktop"_s;
+    QTest::newRow("a longer name") << u"Desktops/a"_s << u"Desktops/a"_s;
+    QTest::newRow("deeper in the home folder") << u"old/Desktop"_s << u"old/Desktop"_s;
+    QTest::newRow("no well-known name") << u"Projects"_s << u"Projects"_s;
+    QTest::newRow("the home folder") << QString() << QString();
+}
+
+void FilesTest::wellKnownFoldersAreWhereTheUserKeepsThem()
+{
+    QFETCH(QString, path);
+    QFETCH(QString, place);
+    const QTemporaryDir home;
+    QVERIFY(QDir(home.path()).mkpath(u"Music"_s));
+    const Files::FolderFinder find = [](const QString &name) {
+        if (name == u"Videos"_s)
+            return QString();
+        return name == u"Desktop"_s ? u"/elsewhere/Schreibtisch"_s : u"/elsewhere/"_s + name;
+    };
+    Files files(home.path(), find);
+    const auto inHome = [&home](const QString &name) {
+        return name.startsWith(u'/') || name.isEmpty() ? (name.isEmpty() ? home.path() : name)
+                                                       : home.filePath(name);
+    };
+    QCOMPARE(QCoro::waitFor(files.located(inHome(path))), inHome(place));
+    Files plain(home.path());
+    QCOMPARE(QCoro::waitFor(plain.located(inHome(path))), inHome(path));
 }
 
 void FilesTest::trashingMovesTheItemAway_data()

@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QFile>
 #include <QImage>
+#include <QScopeGuard>
 
 using namespace Qt::StringLiterals;
 
@@ -15,6 +16,7 @@ class FilesTest : public DesktopTest
 
 private Q_SLOTS:
     void createsAFolderAndShowsIt();
+    void findsFoldersWithNamesInTheUsersLanguage();
     void savesAPictureOfTheScreen();
     void failsToSaveAPictureWhereThereIsNoFolder();
     void findsTheNewestFileAndShowsIt();
@@ -32,6 +34,32 @@ void FilesTest::createsAFolderAndShowsIt()
     QVERIFY2(QDir(folder).exists(), qPrintable(outcome.line));
     QCOMPARE(outcome.line, u"Created folder at %1."_s.arg(folder));
     VERIFY_EFFECT(Screen::windowsOf(u"Thunar"_s).value(0).title.startsWith("Desktop"_L1), outcome);
+}
+
+void FilesTest::findsFoldersWithNamesInTheUsersLanguage()
+{
+    const QString settings = PrivateDesktop::home(u".config/user-dirs.dirs"_s);
+    const QByteArray before = PrivateDesktop::read(settings);
+    QDir home(PrivateDesktop::home(QString()));
+    QVERIFY(home.rename(u"Desktop"_s, u"Schreibtisch"_s) && home.rename(u"Music"_s, u"Musik"_s));
+    const auto restore = qScopeGuard([&] {
+        PrivateDesktop::write(settings, before);
+        home.rename(u"Schreibtisch"_s, u"Desktop"_s);
+        home.rename(u"Musik"_s, u"Music"_s);
+    });
+    PrivateDesktop::write(settings,
+                          "XDG_DESKTOP_DIR=\"$HOME/Schreibtisch\"\nXDG_MUSIC_DIR=\"$HOME/Musik\"\n");
+
+    const Outcome created = perform("create_folder", {{"name", u"Projekte"_s}, {"in", u"my desktop"_s}});
+    const QString folder = PrivateDesktop::home(u"Schreibtisch/Projekte"_s);
+    QVERIFY2(QDir(folder).exists(), qPrintable(created.line));
+    QCOMPARE(created.line, u"Created folder at %1."_s.arg(folder));
+    PrivateDesktop::write(PrivateDesktop::home(u"Musik/lied.ogg"_s), "la");
+    const Outcome found = perform("find_files", {{"folder", u"Music"_s}});
+    QVERIFY2(found.line.startsWith(u"Found 1 file(s), newest first: lied.ogg."_s), qPrintable(found.line));
+    const Outcome trashed = perform("trash", {{"path", u"Music/lied.ogg"_s}});
+    QVERIFY2(!QFile::exists(PrivateDesktop::home(u"Musik/lied.ogg"_s)), qPrintable(trashed.line));
+    QVERIFY(!QDir(PrivateDesktop::home(u"Desktop"_s)).exists());
 }
 
 void FilesTest::savesAPictureOfTheScreen()

@@ -22,6 +22,8 @@ DesktopEntry described(GDesktopAppInfo *information)
     DesktopEntry entry;
     entry.path = QDir::cleanPath(QString::fromUtf8(g_desktop_app_info_get_filename(information)));
     entry.name = Text::cleaned(QString::fromUtf8(g_app_info_get_display_name(application))).trimmed();
+    const GStringPointer name(g_desktop_app_info_get_string(information, G_KEY_FILE_DESKTOP_KEY_NAME));
+    entry.englishName = Text::cleaned(QString::fromUtf8(name.get())).trimmed();
     entry.windowClass = QString::fromUtf8(g_desktop_app_info_get_startup_wm_class(information));
     const QString command = QString::fromUtf8(g_app_info_get_commandline(application));
     entry.executable = QFileInfo(DesktopCommand::program(command)).fileName();

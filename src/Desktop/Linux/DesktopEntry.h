@@ -14,6 +14,7 @@ struct DesktopEntry
     QString path;        // of the file
     QString folder;      // the XDG application folder in which it lies
     QString name;        // localized and cleaned
+    QString englishName; // before it was translated, cleaned
     QString windowClass; // StartupWMClass
     QString executable;  // file name of the program in Exec
     QString flatpak;     // the application that it belongs to, of a Flatpak

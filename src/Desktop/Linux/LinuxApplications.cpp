@@ -4,6 +4,7 @@
 #include "Base/Text.h"
 
 #include <QHash>
+#include <QRegularExpression>
 
 #include <algorithm>
 
@@ -17,6 +18,7 @@ RunningApplication described(const X11Window &window, const QList<DesktopEntry> 
     if (const DesktopEntry *entry = entryOfWindow(entries, window)) {
         application.localizedName = entry->name;
         application.bundle = LinuxApplications::bundleOf(*entry);
+        application.otherNames = LinuxApplications::namesOf(*entry);
         return application;
     }
     const QString name = Text::cleaned(window.className.isEmpty() ? window.instance : window.className);
@@ -68,6 +70,15 @@ X11Snapshot LinuxApplications::withParts(X11Snapshot snapshot, const QList<Deskt
 ApplicationBundle LinuxApplications::bundleOf(const DesktopEntry &entry)
 {
     return {entry.path, entry.name};
+}
+
+ApplicationNames LinuxApplications::namesOf(const DesktopEntry &entry)
+{
+    static const QRegularExpression runsOthers(QStringLiteral(
+        "^(?:sh|bash|dash|env|flatpak|snap|java|mono|wine|pkexec|sudo|xdg-open|gtk-launch|exo-open|"
+        "gapplication|python[0-9.]*|perl|node|electron[0-9]*)$"));
+    const bool isItself = !runsOthers.match(entry.executable).hasMatch();
+    return {entry.englishName, entry.identifier, isItself ? entry.executable : QString()};
 }
 
 QList<RunningApplication> LinuxApplications::running(const X11Snapshot &snapshot,

@@ -28,4 +28,7 @@ const X11Window *windowToShow(const ApplicationBundle &bundle, const X11Snapshot
 
 ApplicationBundle bundleOf(const DesktopEntry &entry);
 
+// Without the name in the user's language. A program that runs others, as "flatpak", names none of them.
+ApplicationNames namesOf(const DesktopEntry &entry);
+
 } // namespace LinuxApplications

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/LinuxDesktop.h"
 
-LinuxDesktop::LinuxDesktop(const QString &homeDirectory) : m_files(homeDirectory) {}
+#include "Desktop/Linux/UserFolders.h"
+
+LinuxDesktop::LinuxDesktop(const QString &homeDirectory) : m_files(homeDirectory, &UserFolders::named) {}
 
 Desktop LinuxDesktop::desktop()
 {

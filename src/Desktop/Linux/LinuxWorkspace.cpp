@@ -29,8 +29,9 @@ QList<ApplicationFolder> folderList()
         ApplicationFolder listing{folder, {}};
         for (const DesktopEntry &entry : entries) {
             if (entry.folder == folder && entry.isShown)
-                listing.entries.append(
-                    {entry.name + QStringLiteral(".app"), LinuxApplications::bundleOf(entry)});
+                listing.entries.append({entry.name + QStringLiteral(".app"),
+                                        LinuxApplications::bundleOf(entry),
+                                        LinuxApplications::namesOf(entry)});
         }
         result.append(std::move(listing));
     }

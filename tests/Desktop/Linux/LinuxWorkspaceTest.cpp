@@ -350,6 +350,23 @@ private Q_SLOTS:
         QVERIFY(deep);
     }
 
+    void anApplicationHasItsNamesInBothLanguages()
+    {
+        const QString path = applicationsFolder() + u"/org.example.Tool.desktop"_s;
+        write(path, "[Desktop Entry]\nType=Application\nName=Word Tool\nName[de]=Wortwerkzeug\n"
+                    "Exec=/usr/bin/thunar %F\n");
+        const QByteArray language = qgetenv("LANG");
+        qputenv("LANG", "de_DE.UTF-8");
+        const auto folders = QCoro::waitFor(m_bench.workspace.applicationFolders());
+        qputenv("LANG", language);
+        QVERIFY(QDir(applicationsFolder()).removeRecursively());
+        const ApplicationFolder::Entry entry = folders.first().entries.value(0);
+        QCOMPARE(entry.name, u"Wortwerkzeug.app"_s);
+        QCOMPARE(entry.otherNames.english, u"Word Tool"_s);
+        QCOMPARE(entry.otherNames.identifier, u"org.example.Tool"_s);
+        QCOMPARE(entry.otherNames.program, u"thunar"_s);
+    }
+
     void aProgramComesBeforeItsSettings()
     {
         const QByteArray group = "[Desktop Entry]\nType=Application\nExec=thunar\n";

@@ -200,7 +200,10 @@ QString Text::withoutInvisible(const QString &text)
 
 QString Text::withoutMarkers(const QString &text)
 {
-    static const QRegularExpression marker(QStringLiteral("<\\|([^<>|\\s]+)\\|>"));
+    if (!text.contains(QLatin1String("<|")))
+        return text;
+    // No static one: a thread that a hanging service holds may still be here when the program has ended.
+    const QRegularExpression marker(QStringLiteral("<\\|([^<>|\\s]+)\\|>"));
     QString result = text;
     return result.replace(marker, QStringLiteral("< |\\1| >"));
 }

@@ -74,7 +74,10 @@ Doctor::Report Doctor::consult(const Environment &changes)
             environment.remove(name);
     }
     const OrvaneProgram::Ending ending = OrvaneProgram::run({u"doctor"_s, u"--json"_s}, environment);
-    return {ending.status, ending.output, QJsonDocument::fromJson(ending.output.toUtf8()).object()};
+    const QJsonDocument report = QJsonDocument::fromJson(ending.output.toUtf8());
+    if (!report.isObject())
+        qWarning("The doctor's output is no report: %s", qPrintable(ending.output));
+    return {ending.status, ending.output, report.object()};
 }
 
 bool Doctor::isAccessibilityOn()

@@ -90,7 +90,7 @@ void UiAccessTest::theFirstTaskGrantsItself()
     QVERIFY(orvane().waitFor(Role::button, banner));
     // Not typed: the hands of the test would switch access on themselves.
     QVERIFY(orvane().press(Role::button, u"Take a screenshot and save it to Downloads"_s));
-    QVERIFY(orvane().waitForFocus(u"Tell your Mac what to do…"_s));
+    QVERIFY(orvane().waitForFocus(u"Tell your computer what to do…"_s));
     QVERIFY(!isAccessOn());
     Screen::pressKey(u"Return"_s);
     QVERIFY(orvane().waitFor(Role::label, u"Stopped: the same step was repeated."_s));

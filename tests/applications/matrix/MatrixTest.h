@@ -47,7 +47,7 @@ private:
     [[nodiscard]] bool startWith(const QStringList &arguments, const QString &title);
     // An application that has just shown its window may lose the first keys. Leaves something in the
     // document.
-    [[nodiscard]] bool takesKeysInDocument() const;
+    [[nodiscard]] bool takesKeysInDocument();
     [[nodiscard]] bool takesKeysInPage() const;
     bool showsTitle(const QString &part) const;
     qsizetype windowCount() const { return Screen::windowsOf(m_application.windowClass).size(); }

@@ -68,8 +68,8 @@ public:
     // slots have run: until then the indices that they are given hold.
     void clearHistory();
 
-// A slot of any of these may call what stands above. It must not destroy the session, save by `deleteLater`:
-// the program ends then.
+    // A slot of any of these may call what stands above. It must not destroy the session, save by
+    // `deleteLater`: the program ends then.
 Q_SIGNALS:
     // Before each change of properties; what changes together is announced together.
     void willChange();

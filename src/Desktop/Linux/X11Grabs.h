@@ -12,8 +12,8 @@ bool isKeyboardTaken(const X11Connection &connection);
 
 // Whether the screen is locked, by whatever means. There is no property that says so, but a locker does three
 // things: it grabs the keyboard, it grabs the pointer, and it covers all monitors (but perhaps their edges)
-// with windows that no window manager has to do with, above those of all applications. An open menu covers less, and a game or a film
-// that fills the screen is a window like others.
+// with windows that no window manager has to do with, above those of all applications. An open menu covers
+// less, and a game or a film that fills the screen is a window like others.
 bool isScreenLocked(const X11Connection &connection);
 
 } // namespace X11Grabs

@@ -42,10 +42,7 @@ private:
     std::unique_ptr<KeyboardDevices> m_keyboards;
     LinuxBench::Program m_receiver{nullptr, nullptr};
 
-    QString post(const KeyStroke &stroke)
-    {
-        return m_bench.post({stroke});
-    }
+    QString post(const KeyStroke &stroke) { return m_bench.post({stroke}); }
 
     // The physical keyboard is the one that was used last, so that applications see its map.
     void setLayouts(const QString &physical, const QString &sending)

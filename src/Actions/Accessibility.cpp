@@ -38,24 +38,23 @@ const QSet<QString> &readableRoles()
 }
 
 // Looks for the control to press: the first with exactly the wanted label, else the first that contains it.
+// "Close" in a dialog is not the "Close" of the window behind it: of several with exactly that label, one in
+// the window in front is taken before all others, however deep it lies there.
 class ControlSearch
 {
 public:
-    explicit ControlSearch(const QString &wanted) : m_wanted(Text::comparisonKey(wanted)) {}
+    ControlSearch(const AccessibilityTree &tree, const QString &wanted)
+        : m_tree(tree), m_wanted(Text::comparisonKey(wanted))
+    {
+    }
 
     WalkStep visit(AccessibilityElement element, const AccessibilityAttributes &attributes)
     {
-        if (!clickableRoles().contains(attributes.role))
-            return WalkStep::Continue;
-        const QString label = Executor::label(attributes);
-        const QString key = Text::comparisonKey(label);
-        if (key == m_wanted) {
-            m_match = Match{element, label};
-            return WalkStep::Stop;
-        }
-        if (!m_match && key.contains(m_wanted))
-            m_match = Match{element, label};
-        return WalkStep::Continue;
+        const bool isInFront = followFrontWindow(element, attributes);
+        if (clickableRoles().contains(attributes.role))
+            compare(element, Executor::label(attributes), isInFront);
+        return m_exact && (m_isExactInFront || m_aheadInFront.isEmpty()) ? WalkStep::Stop
+                                                                         : WalkStep::Continue;
     }
 
     struct Match
@@ -63,11 +62,37 @@ public:
         AccessibilityElement element = 0;
         QString label;
     };
-    const std::optional<Match> &match() const { return m_match; }
+    const std::optional<Match> &match() const { return m_exact ? m_exact : m_partial; }
 
 private:
+    // Whether the element belongs to the window in front; keeps what is still to be visited there.
+    bool followFrontWindow(AccessibilityElement element, const AccessibilityAttributes &attributes)
+    {
+        if (element == m_tree.root() && m_tree.frontWindow())
+            m_aheadInFront.insert(*m_tree.frontWindow());
+        if (!m_aheadInFront.remove(element))
+            return false;
+        m_aheadInFront.unite(QSet(attributes.children.cbegin(), attributes.children.cend()));
+        return true;
+    }
+
+    void compare(AccessibilityElement element, const QString &label, bool isInFront)
+    {
+        const QString key = Text::comparisonKey(label);
+        if (key == m_wanted && (!m_exact || isInFront)) {
+            m_exact = Match{element, label};
+            m_isExactInFront = isInFront;
+        } else if (!m_partial && key.contains(m_wanted)) {
+            m_partial = Match{element, label};
+        }
+    }
+
+    const AccessibilityTree &m_tree;
     QString m_wanted;
-    std::optional<Match> m_match;
+    QSet<AccessibilityElement> m_aheadInFront;
+    std::optional<Match> m_exact;
+    bool m_isExactInFront = false;
+    std::optional<Match> m_partial;
 };
 
 const RunningApplication &required(const std::optional<RunningApplication> &frontmost)
@@ -139,7 +164,7 @@ QCoro::Task<std::shared_ptr<AccessibilityTree>> Executor::frontWindowRoot(Deskto
 QCoro::Task<std::optional<ActionTarget::Control>>
 Executor::findControl(std::shared_ptr<AccessibilityTree> tree, QString wanted)
 {
-    ControlSearch search(wanted);
+    ControlSearch search(*tree, wanted);
     const WalkVisitor visitor = [&search](AccessibilityElement element,
                                           const AccessibilityAttributes &attributes) {
         return search.visit(element, attributes);

@@ -33,6 +33,10 @@ public:
     // The application's own element.
     virtual AccessibilityElement root() const = 0;
 
+    // The window or dialog in front, a child of the root; known once the root has been read. None where the
+    // platform does not tell which one it is.
+    virtual std::optional<AccessibilityElement> frontWindow() const { return std::nullopt; }
+
     // The attributes of many elements in one go, in the order asked for. An element that has vanished has an
     // empty role, no attributes and no children. Throws PlatformError with a sentence when the whole
     // application stops answering within the walk's time budget (a few seconds), or the accessibility bus is

@@ -44,6 +44,8 @@ private Q_SLOTS:
     void anExactLabelBeatsAnEarlierPartialOne();
     void aLaterExactLabelInADeeperLevelWins();
     void theFirstPartialLabelInBreadthFirstOrderIsPressed();
+    void anExactLabelInTheWindowInFrontIsPressed_data();
+    void anExactLabelInTheWindowInFrontIsPressed();
     void letterCaseAndAccentsDoNotMatter();
     void everyClickableRoleIsPressed_data();
     void everyClickableRoleIsPressed();
@@ -136,6 +138,35 @@ void AccessibilityActionsTest::theFirstPartialLabelInBreadthFirstOrderIsPressed(
     bench.add(0, u"AXButton"_s, u"Save As…"_s);
     QCOMPARE(bench.click(u"sav"_s), u"Clicked “sav”."_s);
     QCOMPARE(bench.journal(), QStringList(u"press AXMenuItem “Don't save”"_s));
+}
+
+void AccessibilityActionsTest::anExactLabelInTheWindowInFrontIsPressed_data()
+{
+    QTest::addColumn<QString>("dialogsButton");
+    QTest::addColumn<bool>("isDialogKnownInFront");
+    QTest::addColumn<QString>("pressed");
+    QTest::newRow("deeper than another") << u"Close"_s << true << u"press AXButton “Close”"_s;
+    QTest::newRow("only elsewhere") << u"Cancel"_s << true << u"press AXMenuItem “Close”"_s;
+    QTest::newRow("only a part in front") << u"Close All"_s << true << u"press AXMenuItem “Close”"_s;
+    QTest::newRow("nothing tells what is in front") << u"Close"_s << false << u"press AXMenuItem “Close”"_s;
+}
+
+void AccessibilityActionsTest::anExactLabelInTheWindowInFrontIsPressed()
+{
+    QFETCH(QString, dialogsButton);
+    QFETCH(bool, isDialogKnownInFront);
+    QFETCH(QString, pressed);
+    ControlsBench bench;
+    const int dialog = bench.add(0, u"AXWindow"_s, u"Preferences"_s);
+    const int window = bench.add(0, u"AXWindow"_s, u"Letter"_s);
+    bench.add(window, u"AXMenuItem"_s, u"Close"_s);
+    const int pane = bench.add(dialog, u"AXGroup"_s, u""_s);
+    const int row = bench.add(pane, u"AXGroup"_s, u""_s);
+    bench.add(row, u"AXButton"_s, dialogsButton);
+    if (isDialogKnownInFront)
+        bench.tree().frontWindow = dialog;
+    QCOMPARE(bench.click(u"close"_s), u"Clicked “close”."_s);
+    QCOMPARE(bench.journal(), QStringList(pressed));
 }
 
 void AccessibilityActionsTest::letterCaseAndAccentsDoNotMatter()

@@ -16,6 +16,7 @@ private Q_SLOTS:
     void answersADialog();
     void aDialogOfAMenuIsReadAndAnswered();
     void ofTwoEqualWindowsTheOneInFrontIsMeant();
+    void closeInADialogInFrontIsTheDialogs();
     void saysThatThereIsNoSuchControl();
 
 private:
@@ -105,6 +106,17 @@ void ControlsTest::ofTwoEqualWindowsTheOneInFrontIsMeant()
     const Outcome closed = perform("click", {{"label", u"Close"_s}});
     VERIFY_EFFECT(Screen::windowsOf(m_windowClass).size() == 1, closed);
     QCOMPARE(Screen::windowsOf(m_windowClass).value(0).identifier, letter);
+}
+
+void ControlsTest::closeInADialogInFrontIsTheDialogs()
+{
+    if (m_windowClass == u"Mousepad"_s)
+        QSKIP("The button that closes its preferences has no name.");
+    const Outcome opened = perform("click", {{"label", u"Preferences"_s}});
+    VERIFY_EFFECT(Screen::windowsOf(m_windowClass).size() == 2, opened);
+    const Outcome closed = perform("click", {{"label", u"Close"_s}});
+    VERIFY_EFFECT(Screen::windowsOf(m_windowClass).size() == 1, closed);
+    QVERIFY(Screen::windowsOf(m_windowClass).constFirst().title.startsWith(u"*"_s));
 }
 
 void ControlsTest::saysThatThereIsNoSuchControl()

@@ -17,6 +17,7 @@ public:
     }
 
     AccessibilityElement root() const override { return 0; }
+    std::optional<AccessibilityElement> frontWindow() const override { return m_tree.frontWindow; }
 
     QCoro::Task<QList<AccessibilityAttributes>> read(QList<AccessibilityElement> elements) override
     {

@@ -22,6 +22,7 @@ struct RecordedElement
 struct RecordedTree
 {
     QList<RecordedElement> elements{{QStringLiteral("AXApplication"), std::nullopt}};
+    std::optional<AccessibilityElement> frontWindow = std::nullopt;
 
     // Appends the element as the last child of `parent` and gives its position.
     AccessibilityElement add(AccessibilityElement parent, const RecordedElement &element);

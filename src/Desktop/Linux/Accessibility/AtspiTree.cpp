@@ -41,17 +41,23 @@ QCoro::Task<QList<AccessibilityAttributes>> AtspiTree::read(QList<AccessibilityE
     QList<AccessibilityAttributes> result;
     result.reserve(elements.size());
     for (const AtspiReading &reading : reader.readings()) {
-        const QList<AtspiReference> children = co_await childrenOf(reading);
-        result.append(attributes(reading, children));
+        if (reading.object != m_application->root()) {
+            result.append(attributes(reading, reading.children));
+            continue;
+        }
+        const AccessibilityAttributes root = co_await rootAttributes(reading);
+        result.append(root);
     }
     co_return result;
 }
 
-QCoro::Task<QList<AtspiReference>> AtspiTree::childrenOf(AtspiReading reading)
+QCoro::Task<AccessibilityAttributes> AtspiTree::rootAttributes(AtspiReading reading)
 {
-    if (reading.object != m_application->root())
-        co_return reading.children;
-    co_return co_await Atspi::frontFirst(m_application, reading.children, m_titles);
+    const Atspi::OrderedWindows ordered =
+        co_await Atspi::frontFirst(m_application, reading.children, m_titles);
+    const AccessibilityAttributes result = attributes(reading, ordered.windows);
+    m_frontWindow = ordered.isFirstInFront ? std::optional(result.children.constFirst()) : std::nullopt;
+    co_return result;
 }
 
 AccessibilityAttributes AtspiTree::attributes(const AtspiReading &reading,

@@ -12,6 +12,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 // The tree of one application on the accessibility bus. It keeps the objects met so far, whose positions are
 // the handles, and what the application told in bulk when the tree was made. Main thread.
@@ -26,6 +27,7 @@ public:
               Activate activate, Atspi::StrikeKey strikeKey, QStringList titles);
 
     AccessibilityElement root() const override { return 0; }
+    std::optional<AccessibilityElement> frontWindow() const override { return m_frontWindow; }
     QCoro::Task<QList<AccessibilityAttributes>> read(QList<AccessibilityElement> elements) override;
     QCoro::Task<bool> press(AccessibilityElement element) override;
 
@@ -36,7 +38,7 @@ private:
         AtspiRole parentRole = AtspiRole::Invalid;
     };
 
-    QCoro::Task<QList<AtspiReference>> childrenOf(AtspiReading reading);
+    QCoro::Task<AccessibilityAttributes> rootAttributes(AtspiReading reading);
     AccessibilityAttributes attributes(const AtspiReading &reading, const QList<AtspiReference> &children);
 
     std::shared_ptr<AtspiApplication> m_application;
@@ -46,4 +48,5 @@ private:
     Atspi::StrikeKey m_strikeKey;
     QStringList m_titles;
     QList<Object> m_objects;
+    std::optional<AccessibilityElement> m_frontWindow;
 };

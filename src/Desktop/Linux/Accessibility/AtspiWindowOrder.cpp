@@ -38,11 +38,17 @@ QList<qsizetype> Atspi::frontFirst(const QList<WindowStanding> &windows, const Q
     return positions;
 }
 
-QCoro::Task<QList<AtspiReference>> Atspi::frontFirst(std::shared_ptr<AtspiApplication> application,
+bool Atspi::isInFront(const WindowStanding &window, const QStringList &titles)
+{
+    return window.isActive || rankOf(window.name, titles) < titles.size();
+}
+
+QCoro::Task<Atspi::OrderedWindows> Atspi::frontFirst(std::shared_ptr<AtspiApplication> application,
                                                      QList<AtspiReference> windows, QStringList titles)
 {
+    OrderedWindows ordered{windows, false};
     if (windows.size() < 2 || windows.size() > mostWindows)
-        co_return windows;
+        co_return ordered;
     QList<QDBusMessage> calls;
     for (const AtspiReference &window : windows) {
         calls.append(property(window, accessibleInterface, QStringLiteral("Name")));
@@ -54,8 +60,9 @@ QCoro::Task<QList<AtspiReference>> Atspi::frontFirst(std::shared_ptr<AtspiApplic
         const QString name = label(text(replies.at(2 * i)).value_or(QString()), AtspiToolkit::Other);
         standings.append({name, hasState(replies.at(2 * i + 1), AtspiState::Active)});
     }
-    QList<AtspiReference> sorted;
-    for (const qsizetype position : frontFirst(standings, titles))
-        sorted.append(windows.at(position));
-    co_return sorted;
+    const QList<qsizetype> positions = frontFirst(standings, titles);
+    for (qsizetype i = 0; i < positions.size(); ++i)
+        ordered.windows[i] = windows.at(positions.at(i));
+    ordered.isFirstInFront = isInFront(standings.at(positions.constFirst()), titles);
+    co_return ordered;
 }

@@ -22,8 +22,18 @@ struct WindowStanding
 // the rest; of what is equal in that the active one, then the order that there was. A pure function.
 QList<qsizetype> frontFirst(const QList<WindowStanding> &windows, const QStringList &titles);
 
-// An application's windows in that order. Throws as `AtspiApplication::exchange` does. Main thread.
-QCoro::Task<QList<AtspiReference>> frontFirst(std::shared_ptr<AtspiApplication> application,
-                                              QList<AtspiReference> windows, QStringList titles);
+// Whether a window bears one of the titles or says that it is active. A pure function.
+bool isInFront(const WindowStanding &window, const QStringList &titles);
+
+// An application's windows, those in front first.
+struct OrderedWindows
+{
+    QList<AtspiReference> windows;
+    bool isFirstInFront = false; // else nothing tells which one is
+};
+
+// Throws as `AtspiApplication::exchange` does. Main thread.
+QCoro::Task<OrderedWindows> frontFirst(std::shared_ptr<AtspiApplication> application,
+                                       QList<AtspiReference> windows, QStringList titles);
 
 } // namespace Atspi

@@ -51,6 +51,15 @@ private Q_SLOTS:
         QFETCH(QStringList, titles);
         QTEST(sorted(windows, titles), "order");
     }
+
+    void aTitleOrItsOwnWordTellsThatAWindowIsInFront()
+    {
+        const QStringList titles{u"a"_s};
+        QVERIFY(Atspi::isInFront({u"a"_s, false}, titles));
+        QVERIFY(Atspi::isInFront({u"b"_s, true}, titles));
+        QVERIFY(!Atspi::isInFront({u"b"_s, false}, titles));
+        QVERIFY(!Atspi::isInFront({u""_s, false}, {u""_s}));
+    }
 };
 
 QTEST_GUILESS_MAIN(AtspiWindowOrderTest)

@@ -4,6 +4,7 @@
 #include "Base/LocalizedError.h"
 #include "Base/Text.h"
 #include "Inference/GgufFile.h"
+#include "Inference/InferenceError.h"
 #include "Models/DownloadName.h"
 #include "Models/FileMove.h"
 
@@ -25,12 +26,18 @@ constexpr qint64 assumedSize = 1'000'000'000;
 
 constexpr int firstFailureStatus = 400;
 
-// The file's identity where no engine could load it; nothing where the fault must be another.
-std::optional<StoredModel::Identity> identityOfUnusable(const QString &path)
+// A file that an engine has failed to load.
+struct FailedFile
 {
-    // Before the look, so that a file that is replaced meanwhile is not taken for this one.
+    std::optional<StoredModel::Identity> identity;
+    bool isUnusable = false; // for any engine
+};
+
+FailedFile examineFailed(const QString &path)
+{
+    // The identity first, so that a file that is replaced meanwhile is not taken for this one.
     const std::optional<StoredModel::Identity> identity = StoredModel::identity(path);
-    return StoredModel::examine(path) == StoredModel::Condition::Unusable ? identity : std::nullopt;
+    return {identity, StoredModel::examine(path) == StoredModel::Condition::Unusable};
 }
 
 } // namespace
@@ -119,32 +126,40 @@ QCoro::Task<void> ModelManager::loadIfNeeded()
     const quint64 selection = m_selection;
     const QString file = path(m_selected);
     State outcome = State::loaded();
+    bool isRefused = false;
     try {
         co_await m_engine->load(file);
+    } catch (const InferenceError &error) {
+        outcome = State::failed(error.errorDescription());
+        isRefused = error.code() == InferenceError::Code::loadFailed;
     } catch (const LocalizedError &error) {
         outcome = State::failed(error.errorDescription());
     } catch (const std::exception &error) {
         outcome = State::failed(Text::cleaned(QString::fromLocal8Bit(error.what())));
     }
     if (self && selection == m_selection && outcome.kind == State::Kind::failed)
-        co_await lookForTheFault(file);
+        co_await lookForTheFault(file, isRefused);
     if (!self || selection != m_selection)
         co_return;
     m_unloading = false;
     setState(outcome);
 }
 
-// Remembers whether it is the file's own fault that it could not be loaded.
-QCoro::Task<void> ModelManager::lookForTheFault(QString path)
+// Remembers whether it is the file's own fault that it could not be loaded. A file that looks like a model
+// gets a second chance, since the engine may have lacked something else.
+QCoro::Task<void> ModelManager::lookForTheFault(QString path, bool isRefused)
 {
     const QPointer<ModelManager> self(this);
     if (!m_files)
         m_files = std::make_unique<SerialQueue>(u"models.files"_s);
-    const auto look = [path] { return identityOfUnusable(path); };
-    const QFuture<std::optional<StoredModel::Identity>> looking = m_files->run(look);
-    const std::optional<StoredModel::Identity> unusable = co_await looking;
-    if (self)
-        m_unusable = unusable;
+    const auto look = [path] { return examineFailed(path); };
+    const QFuture<FailedFile> looking = m_files->run(look);
+    const FailedFile file = co_await looking;
+    if (!self)
+        co_return;
+    const bool isRefusedAgain = isRefused && file.identity && file.identity == m_refused;
+    m_refused = isRefused ? file.identity : std::nullopt;
+    m_unusable = file.isUnusable || isRefusedAgain ? file.identity : std::nullopt;
 }
 
 void ModelManager::downloadProgressed(quint64 task, qint64 written, qint64 expected)

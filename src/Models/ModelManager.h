@@ -60,8 +60,8 @@ public:
     QString path(const LocalModel &model) const { return directory() + u'/' + model.fileName; }
 
     // Derives the state anew from the presence of the selected model's file, whatever it was before. A file
-    // that could not be loaded because it is no usable model counts as missing until it is another one; it
-    // stays where it is until a download replaces it.
+    // that is no usable model, or that the engine refused twice, counts as missing once its load has failed,
+    // until it is another one; it stays where it is until a download replaces it.
     void refresh();
 
     // Switches to another catalog entry: cancels the download, empties the engine, remembers the choice, and
@@ -95,7 +95,7 @@ private:
     void setSelected(const LocalModel &model);
     void cancelTask();
     bool hasFile() const;
-    QCoro::Task<void> lookForTheFault(QString path);
+    QCoro::Task<void> lookForTheFault(QString path, bool isRefused);
     QString published(const FinishedDownload &download) const;
     void takeFinished(quint64 task, const QString &message);
     void takeFailed(quint64 task, const QString &message);
@@ -113,7 +113,8 @@ private:
     bool m_unloading = false;
     // Finished when the load that began last has ended.
     QFuture<void> m_loadEnd;
-    // The file that could not be loaded last, where the fault is the file's own.
+    // The file that the engine would not load last, and the one whose own fault that is.
+    std::optional<StoredModel::Identity> m_refused;
     std::optional<StoredModel::Identity> m_unusable;
     // Where files are looked into; made when one is.
     std::unique_ptr<SerialQueue> m_files;

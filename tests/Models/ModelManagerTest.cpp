@@ -106,6 +106,8 @@ private Q_SLOTS:
     void loadedStateWithAnEmptyEngineLoadsAgain();
     void failedLoadShowsTheEnginesMessage();
     void fileThatIsNoModelCountsAsMissingOnceItsLoadHasFailed();
+    void fileThatTheEngineRefusesTwiceCountsAsMissing();
+    void contextThatFailsTwiceIsNotTheFilesFault();
     void fileThatWasReplacedIsLoadedAfterAFailure();
     void loadThatOutlivesTheManagerIsHarmless();
 
@@ -120,6 +122,8 @@ private:
     void finish(const QString &file, int status = 200);
     QString chosen() const;
     void bringInto(State::Kind kind);
+    // Loads a file that looks like a model, in vain.
+    void failTwice(InferenceError::Code code);
 
     std::unique_ptr<QTemporaryDir> m_folder;
     std::unique_ptr<ModelManager> m_manager;
@@ -779,6 +783,34 @@ void ModelManagerTest::fileThatIsNoModelCountsAsMissingOnceItsLoadHasFailed()
     finish(temporaryFile());
     QTRY_COMPARE(m_manager->state(), State::loaded());
     QCOMPARE(fileContent(firstModel().fileName), downloaded);
+}
+
+void ModelManagerTest::failTwice(InferenceError::Code code)
+{
+    bringInto(State::Kind::ready);
+    m_engine->loadError = InferenceError(code);
+    for (int i = 0; i < 2; ++i) {
+        QCOMPARE(m_manager->state(), State::ready());
+        m_manager->loadIfNeeded();
+        QTRY_COMPARE(m_manager->state(), State::failed(m_engine->loadError->errorDescription()));
+        m_manager->refresh();
+    }
+}
+
+void ModelManagerTest::fileThatTheEngineRefusesTwiceCountsAsMissing()
+{
+    failTwice(InferenceError::Code::loadFailed);
+    QCOMPARE(m_manager->state(), State::needsDownload());
+    m_engine->loadError.reset();
+    m_manager->download();
+    finish(temporaryFile());
+    QTRY_COMPARE(m_manager->state(), State::loaded());
+}
+
+void ModelManagerTest::contextThatFailsTwiceIsNotTheFilesFault()
+{
+    failTwice(InferenceError::Code::contextFailed);
+    QCOMPARE(m_manager->state(), State::ready());
 }
 
 void ModelManagerTest::fileThatWasReplacedIsLoadedAfterAFailure()

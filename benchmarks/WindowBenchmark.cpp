@@ -2,8 +2,8 @@
 // The built program's window, measured from outside as a user meets it: how long until it stands there
 // complete, what it holds in memory and what it does while nobody uses it. Run it in a private desktop
 // session, on a machine that does nothing else.
-#include "Desktop/Linux/LinuxProgramInstance.h"
-#include "Desktop/Linux/X11Connection.h"
+#include "Desktop/Linux/Session/LinuxProgramInstance.h"
+#include "Desktop/Linux/X11/Connection.h"
 
 #include <benchmark/benchmark.h>
 

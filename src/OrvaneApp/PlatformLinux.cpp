@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/Diagnosis/LinuxDiagnosis.h"
 #include "Desktop/Linux/LinuxDesktop.h"
-#include "Desktop/Linux/LinuxDisplay.h"
-#include "Desktop/Linux/LinuxProgramInstance.h"
 #include "Desktop/Linux/LinuxShell.h"
-#include "Desktop/Linux/SessionType.h"
+#include "Desktop/Linux/Session/LinuxProgramInstance.h"
+#include "Desktop/Linux/Session/SessionType.h"
+#include "Desktop/Linux/Window/LinuxDisplay.h"
 #include "OrvaneApp/Platform.h"
 
 namespace {

@@ -2,7 +2,7 @@
 // Alt+Space, the system-wide hot key, where the window manager leaves it to others and where it does not.
 #include "ui/support/UiTest.h"
 
-#include "Desktop/Linux/LinuxHotKeys.h"
+#include "Desktop/Linux/HotKeys/LinuxHotKeys.h"
 #include "Desktop/SystemClock.h"
 
 #include <QProcess>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/LinuxDesktop.h"
 
-#include "Desktop/Linux/UserFolders.h"
+#include "Desktop/Linux/Applications/UserFolders.h"
 
 LinuxDesktop::LinuxDesktop(const QString &homeDirectory) : m_files(homeDirectory, &UserFolders::named) {}
 

@@ -3,12 +3,12 @@
 
 #include "Desktop/Desktop.h"
 #include "Desktop/Linux/Accessibility/AtspiAccessibility.h"
-#include "Desktop/Linux/LinuxKeyboard.h"
+#include "Desktop/Linux/Applications/LinuxWindowList.h"
+#include "Desktop/Linux/Applications/LinuxWorkspace.h"
 #include "Desktop/Linux/LinuxScreenCapture.h"
 #include "Desktop/Linux/LinuxScripting.h"
-#include "Desktop/Linux/LinuxSession.h"
-#include "Desktop/Linux/LinuxWindowList.h"
-#include "Desktop/Linux/LinuxWorkspace.h"
+#include "Desktop/Linux/Session/LinuxSession.h"
+#include "Desktop/Linux/Typing/LinuxKeyboard.h"
 #include "Desktop/SystemClock.h"
 
 #include <QDir>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/LinuxScreenCapture.h"
 
-#include "Desktop/Linux/X11Picture.h"
+#include "Desktop/Linux/X11/Picture.h"
 
 #include <QSaveFile>
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "Desktop/BoundedQueue.h"
-#include "Desktop/Linux/X11Display.h"
+#include "Desktop/Linux/X11/Display.h"
 #include "Desktop/ScreenCapture.h"
 
 // Pictures of the X screen, taken and written away from the main thread. `display` outlives this object.

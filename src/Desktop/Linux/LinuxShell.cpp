@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/LinuxShell.h"
 
-#include "Desktop/Linux/LinuxAppearance.h"
-#include "Desktop/Linux/LinuxHotKeys.h"
-#include "Desktop/Linux/WaylandWindowStyler.h"
-#include "Desktop/Linux/X11WindowStyler.h"
+#include "Desktop/Linux/HotKeys/LinuxHotKeys.h"
+#include "Desktop/Linux/Window/LinuxAppearance.h"
+#include "Desktop/Linux/Window/WaylandWindowStyler.h"
+#include "Desktop/Linux/Window/X11WindowStyler.h"
 
 #include <QGuiApplication>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "Desktop/Linux/X11Keyboard.h"
+#include "Desktop/Linux/Typing/X11Keyboard.h"
 
 // The user's hands on the keyboard of the X server that $DISPLAY names. Keys are named by their symbols.
 class Hands

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "Desktop/Linux/LinuxKeyboard.h"
-#include "Desktop/Linux/LinuxWindowList.h"
-#include "Desktop/Linux/LinuxWorkspace.h"
+#include "Desktop/Linux/Applications/LinuxWindowList.h"
+#include "Desktop/Linux/Applications/LinuxWorkspace.h"
+#include "Desktop/Linux/Typing/LinuxKeyboard.h"
 #include "Desktop/SystemClock.h"
 
 #include <QProcess>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // The window's shell on a desktop without a session bus.
-#include "Desktop/Linux/LinuxAppearance.h"
-#include "Desktop/Linux/LinuxProgramInstance.h"
+#include "Desktop/Linux/Session/LinuxProgramInstance.h"
+#include "Desktop/Linux/Window/LinuxAppearance.h"
 #include "Support/Awaited.h"
 
 #include <QGuiApplication>

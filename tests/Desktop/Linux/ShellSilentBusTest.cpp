@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // The window's shell with a session bus that takes connections and never says a word.
-#include "Desktop/Linux/LinuxAppearance.h"
-#include "Desktop/Linux/LinuxProgramInstance.h"
+#include "Desktop/Linux/Session/LinuxProgramInstance.h"
+#include "Desktop/Linux/Window/LinuxAppearance.h"
 #include "Support/Awaited.h"
 
 #include <QLocalServer>

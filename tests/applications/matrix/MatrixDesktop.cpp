@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "applications/matrix/MatrixDesktop.h"
 
-#include "Desktop/Linux/DesktopEntries.h"
+#include "Desktop/Linux/Applications/DesktopEntries.h"
 #include "applications/support/Browser.h"
 #include "applications/support/PrivateDesktop.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/Diagnosis/BusExamination.h"
 
-#include "Desktop/Linux/GLibPointers.h"
+#include "Desktop/Linux/Applications/GLibPointers.h"
 #include "Desktop/PlatformError.h"
 
 #include <QFileInfo>

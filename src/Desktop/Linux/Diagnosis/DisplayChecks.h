@@ -3,7 +3,7 @@
 
 #include "Desktop/Diagnosis.h"
 #include "Desktop/Linux/Diagnosis/X11Examination.h"
-#include "Desktop/Linux/SessionType.h"
+#include "Desktop/Linux/Session/SessionType.h"
 
 // What the X server's answers mean to a user. Pure functions, any thread.
 namespace DisplayChecks {

@@ -2,11 +2,11 @@
 #include "Desktop/Linux/Diagnosis/LinuxDiagnosis.h"
 
 #include "Desktop/AbandonableJob.h"
-#include "Desktop/Linux/DesktopEntries.h"
+#include "Desktop/Linux/Applications/DesktopEntries.h"
+#include "Desktop/Linux/Applications/LinuxApplications.h"
 #include "Desktop/Linux/Diagnosis/AccessibilityExamination.h"
 #include "Desktop/Linux/Diagnosis/DisplayChecks.h"
-#include "Desktop/Linux/LinuxApplications.h"
-#include "Desktop/Linux/LinuxProgramInstance.h"
+#include "Desktop/Linux/Session/LinuxProgramInstance.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "Desktop/Diagnosis.h"
-#include "Desktop/Linux/DesktopEntry.h"
+#include "Desktop/Linux/Applications/DesktopEntry.h"
 #include "Desktop/Linux/Diagnosis/BusExamination.h"
 
 #include <optional>

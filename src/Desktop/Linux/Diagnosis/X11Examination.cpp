@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/Diagnosis/X11Examination.h"
 
-#include "Desktop/Linux/VirtualKeys.h"
-#include "Desktop/Linux/X11HotKeys.h"
-#include "Desktop/Linux/X11Keyboard.h"
-#include "Desktop/Linux/X11Picture.h"
-#include "Desktop/Linux/X11Windows.h"
+#include "Desktop/Linux/HotKeys/X11HotKeys.h"
+#include "Desktop/Linux/Typing/VirtualKeys.h"
+#include "Desktop/Linux/Typing/X11Keyboard.h"
+#include "Desktop/Linux/X11/Picture.h"
+#include "Desktop/Linux/X11/Windows.h"
 #include "Desktop/PlatformError.h"
 
 namespace {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "Desktop/Linux/X11Snapshot.h"
+#include "Desktop/Linux/X11/Snapshot.h"
 
 #include <QSize>
 #include <QString>

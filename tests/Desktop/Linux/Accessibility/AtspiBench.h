@@ -3,7 +3,7 @@
 
 #include "Desktop/Linux/Accessibility/AtspiAccessibility.h"
 #include "Desktop/Linux/Accessibility/NodeByNode.h"
-#include "Desktop/Linux/LinuxKeyboard.h"
+#include "Desktop/Linux/Typing/LinuxKeyboard.h"
 #include "Desktop/SystemClock.h"
 
 #include <QCoroTask>

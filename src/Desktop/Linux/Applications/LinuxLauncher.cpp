@@ -1,0 +1,133 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Linux/Applications/LinuxLauncher.h"
+
+#include "Desktop/Linux/Applications/DesktopEntries.h"
+#include "Desktop/Linux/Applications/EntryLauncher.h"
+#include "Desktop/Linux/Applications/LinuxApplications.h"
+#include "Desktop/Linux/Processes/RunningProcess.h"
+
+#include <QCoreApplication>
+#include <QCoroDBusPendingCall>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusPendingCall>
+#include <QElapsedTimer>
+#include <QFileInfo>
+#include <QSysInfo>
+
+#include <algorithm>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr qint64 startPatience = 10000; // ms: a browser's first start on a slow computer
+// ms: before a window that belongs to no known application is taken for the launched one's; an entry can
+// start a program of another name.
+constexpr qint64 strangerPatience = 1500;
+constexpr qint64 newWindowPatience = 700; // ms: for a running application to open one more window
+
+constexpr int busLimit = 1000; // ms
+
+QDBusMessage hasOwner(const QString &name)
+{
+    auto call = QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("NameHasOwner"));
+    call.setArguments({name});
+    return call;
+}
+
+QString startupIdentifier(int number, std::uint32_t time)
+{
+    return QStringLiteral("orvane-%1-%2-%3_TIME%4")
+        .arg(QCoreApplication::applicationPid())
+        .arg(QSysInfo::machineHostName())
+        .arg(number)
+        .arg(time);
+}
+
+} // namespace
+
+LinuxLauncher::LinuxLauncher(X11Display &display, BoundedQueue &gio, Clock &clock)
+    : m_display(display), m_gio(gio), m_clock(clock)
+{
+}
+
+QCoro::Task<LinuxLauncher::Launch> LinuxLauncher::start(ApplicationBundle application, QStringList urls)
+{
+    Launch launch;
+    launch.application = application;
+    launch.entries = co_await m_gio.run(&DesktopEntries::all);
+    const X11Snapshot before = co_await m_display.snapshot();
+    launch.before = LinuxApplications::withParts(before, launch.entries);
+    launch.wasRunning =
+        LinuxApplications::windowToShow(application, launch.before, launch.entries) != nullptr;
+    const std::uint32_t time = co_await m_display.serverTime();
+    launch.startupIdentifier = startupIdentifier(++m_launches, time);
+    const QString identifier = launch.startupIdentifier;
+    const auto job = [application, urls, identifier] {
+        return EntryLauncher::launch(application.location, urls, identifier);
+    };
+    launch.processes = co_await m_gio.run(job, 10s);
+    co_return launch;
+}
+
+const X11Window *LinuxLauncher::newWindow(const X11Snapshot &now, const Launch &launch, Welcome welcome)
+{
+    for (const std::uint32_t identifier : now.stacking) {
+        const X11Window *window = now.find(identifier);
+        if (!window || !window->isOrdinary() || launch.before.find(identifier))
+            continue;
+        if (launch.processes.contains(window->process) ||
+            window->startupIdentifier == launch.startupIdentifier)
+            return window;
+        const DesktopEntry *entry = entryOfWindow(launch.entries, *window);
+        const bool isOwn = entry && entry->path == launch.application.location;
+        const bool isStranger = !entry && window->process != QCoreApplication::applicationPid();
+        if (isOwn || (isStranger && welcome == Welcome::Strangers))
+            return window;
+    }
+    return nullptr;
+}
+
+QCoro::Task<bool> LinuxLauncher::runsInBackground(Launch launch)
+{
+    if (std::any_of(launch.processes.cbegin(), launch.processes.cend(), &isRunningProcess))
+        co_return true;
+    // An application that its name on the bus stands for is called like its entry.
+    const QString name = QFileInfo(launch.application.location).completeBaseName();
+    const QDBusPendingCall call = QDBusConnection::sessionBus().asyncCall(hasOwner(name), busLimit);
+    const QDBusMessage answer = co_await call;
+    co_return answer.type() == QDBusMessage::ReplyMessage &&answer.arguments().value(0).toBool();
+}
+
+QCoro::Task<void> LinuxLauncher::open(ApplicationBundle application, QStringList urls)
+{
+    const Launch launch = co_await start(application, urls);
+    QElapsedTimer elapsed;
+    elapsed.start();
+    while (!elapsed.hasExpired(launch.wasRunning ? newWindowPatience : startPatience)) {
+        const X11Snapshot now = co_await m_display.snapshot();
+        const Welcome welcome = elapsed.hasExpired(strangerPatience) ? Welcome::Strangers : Welcome::Own;
+        if (const X11Window *window = newWindow(now, launch, welcome)) {
+            const X11Window shown = *window;
+            co_await m_display.bringForward(shown);
+            co_return;
+        }
+        co_await m_clock.sleep(20ms);
+    }
+    // A running application may show the URL in a window that was there before.
+    const X11Snapshot last = co_await m_display.snapshot();
+    const X11Snapshot now = LinuxApplications::withParts(last, launch.entries);
+    const X11Window *window = LinuxApplications::windowToShow(application, now, launch.entries);
+    if (!window) {
+        const bool runs = co_await runsInBackground(launch);
+        if (runs)
+            co_return;
+        throw PlatformError(
+            QStringLiteral("“%1” was started but shows no window.").arg(application.displayName));
+    }
+    const X11Window shown = *window;
+    co_await m_display.bringForward(shown);
+}

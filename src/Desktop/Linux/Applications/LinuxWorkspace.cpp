@@ -1,0 +1,184 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Linux/Applications/LinuxWorkspace.h"
+
+#include "Desktop/Linux/Applications/ApplicationRoles.h"
+#include "Desktop/Linux/Applications/DesktopEntries.h"
+#include "Desktop/Linux/Applications/LinuxApplications.h"
+#include "Desktop/Linux/Processes/RunningProcess.h"
+
+#include <QCoreApplication>
+#include <QCoroDBusPendingCall>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusPendingCall>
+#include <QElapsedTimer>
+#include <QFileInfo>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+// ms: for a process to end after its last window has gone.
+constexpr qint64 farewell = 1000;
+
+QList<ApplicationFolder> folderList()
+{
+    const QList<DesktopEntry> entries = DesktopEntries::all();
+    QList<ApplicationFolder> result;
+    for (const QString &folder : DesktopEntries::folders()) {
+        ApplicationFolder listing{folder, {}};
+        for (const DesktopEntry &entry : entries) {
+            if (entry.folder == folder && entry.isShown)
+                listing.entries.append({entry.name + QStringLiteral(".app"),
+                                        LinuxApplications::bundleOf(entry),
+                                        LinuxApplications::namesOf(entry)});
+        }
+        result.append(std::move(listing));
+    }
+    return result;
+}
+
+std::optional<DesktopEntry> fillRole(const ApplicationRole &role)
+{
+    return ApplicationRoles::fill(role, DesktopEntries::all(), &DesktopEntries::defaultForType);
+}
+
+QDBusMessage showItems(const QString &path)
+{
+    auto call = QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("/org/freedesktop/FileManager1"),
+        QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("ShowItems"));
+    const QString url = QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded);
+    call.setArguments({QStringList{url}, QString()});
+    return call;
+}
+
+} // namespace
+
+LinuxWorkspace::LinuxWorkspace(X11Display &display, BoundedQueue &gio, Clock &clock)
+    : m_display(display), m_gio(gio), m_clock(clock), m_launcher(display, gio, clock)
+{
+}
+
+QCoro::Task<LinuxWorkspace::Windows> LinuxWorkspace::windows()
+{
+    const X11Snapshot snapshot = co_await m_display.snapshot();
+    const QList<DesktopEntry> entries = co_await m_gio.run(&DesktopEntries::all);
+    co_return Windows{LinuxApplications::withParts(snapshot, entries), entries};
+}
+
+QCoro::Task<QList<RunningApplication>> LinuxWorkspace::runningApplications()
+{
+    const Windows now = co_await windows();
+    co_return LinuxApplications::running(now.snapshot, now.entries);
+}
+
+QCoro::Task<std::optional<RunningApplication>> LinuxWorkspace::frontmostApplication()
+{
+    const Windows now = co_await windows();
+    const X11Window *window = now.snapshot.frontmost(QCoreApplication::applicationPid());
+    if (!window)
+        co_return std::nullopt;
+    co_return LinuxApplications::ofWindow(*window, now.snapshot, now.entries);
+}
+
+QCoro::Task<void> LinuxWorkspace::activate(RunningApplication application)
+{
+    const Windows now = co_await windows();
+    const X11Window *window = now.snapshot.windowToShow(application.processIdentifier, application.part);
+    if (!window)
+        throw PlatformError(QStringLiteral("%1 has no window any more.").arg(application.shownName()));
+    const X11Window shown = *window;
+    co_await m_display.bringForward(shown);
+}
+
+QCoro::Task<QStringList> LinuxWorkspace::titlesInFront(qint64 processIdentifier)
+{
+    const X11Snapshot snapshot = co_await m_display.snapshot();
+    co_return snapshot.titlesInFront(processIdentifier);
+}
+
+QCoro::Task<void> LinuxWorkspace::terminate(RunningApplication application)
+{
+    const Windows now = co_await windows();
+    const QList<X11Window> closed =
+        now.snapshot.windowsToClose(application.processIdentifier, application.part);
+    co_await m_display.close(closed);
+}
+
+QCoro::Task<bool> LinuxWorkspace::isTerminated(RunningApplication application)
+{
+    const Windows now = co_await windows();
+    const qint64 process = application.processIdentifier;
+    if (now.snapshot.windowToShow(process, application.part))
+        co_return false;
+    // Of a client elsewhere there is no process to look at.
+    if (process < 0 || now.snapshot.windowToShow(process))
+        co_return true;
+    QElapsedTimer waiting;
+    waiting.start();
+    while (isRunningProcess(process) && !waiting.hasExpired(farewell))
+        co_await m_clock.sleep(20ms);
+    co_return !isRunningProcess(process);
+}
+
+QCoro::Task<QList<ApplicationFolder>> LinuxWorkspace::applicationFolders()
+{
+    return m_gio.run(&folderList);
+}
+
+QCoro::Task<std::optional<ApplicationBundle>> LinuxWorkspace::defaultForRole(QString name)
+{
+    const ApplicationRole *role = ApplicationRoles::named(name);
+    if (!role)
+        co_return std::nullopt;
+    const auto search = [role] { return fillRole(*role); };
+    const std::optional<DesktopEntry> entry = co_await m_gio.run(search);
+    if (!entry)
+        co_return std::nullopt;
+    co_return LinuxApplications::bundleOf(*entry);
+}
+
+QCoro::Task<void> LinuxWorkspace::openApplication(ApplicationBundle application)
+{
+    const Windows now = co_await windows();
+    if (const X11Window *window = LinuxApplications::windowToShow(application, now.snapshot, now.entries)) {
+        const X11Window shown = *window;
+        co_await m_display.bringForward(shown);
+        co_return;
+    }
+    const QStringList nothing;
+    co_await m_launcher.open(application, nothing);
+}
+
+QCoro::Task<bool> LinuxWorkspace::open(QUrl url)
+{
+    const QString text = url.toString(QUrl::FullyEncoded);
+    const auto search = [text] { return DesktopEntries::defaultForUrl(text); };
+    try {
+        const std::optional<DesktopEntry> entry = co_await m_gio.run(search);
+        if (!entry)
+            co_return false;
+        const QStringList urls{text};
+        co_await m_launcher.open(LinuxApplications::bundleOf(*entry), urls);
+        co_return true;
+    } catch (const PlatformError &) {
+        co_return false;
+    }
+}
+
+QCoro::Task<void> LinuxWorkspace::open(QUrl url, ApplicationBundle application)
+{
+    return m_launcher.open(application, {url.toString(QUrl::FullyEncoded)});
+}
+
+QCoro::Task<void> LinuxWorkspace::reveal(QString path)
+{
+    constexpr int limit = 5000; // the file browser may have to start
+    const QDBusPendingCall call = QDBusConnection::sessionBus().asyncCall(showItems(path), limit);
+    const QDBusMessage answer = co_await call;
+    if (answer.type() == QDBusMessage::ReplyMessage)
+        co_return;
+    const QUrl folder = QUrl::fromLocalFile(QFileInfo(path).absolutePath());
+    co_await open(folder);
+}

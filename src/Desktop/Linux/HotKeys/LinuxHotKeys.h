@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "Desktop/HotKeys.h"
+#include "Desktop/Linux/X11/Display.h"
+
+class X11HotKeys;
+
+// Hot keys by grabs on the X server. Main thread.
+class LinuxHotKeys : public HotKeys
+{
+public:
+    // Without a display (on Wayland) there are no hot keys. `display` outlives this object.
+    explicit LinuxHotKeys(X11Display *display);
+    ~LinuxHotKeys() override;
+    LinuxHotKeys(const LinuxHotKeys &) = delete;
+    LinuxHotKeys &operator=(const LinuxHotKeys &) = delete;
+
+    QCoro::Task<std::shared_ptr<HotKeyReference>> registerHotKey(std::uint16_t virtualKey,
+                                                                 HotKeyModifiers modifiers,
+                                                                 HotKeyIdentifier identifier,
+                                                                 std::function<void()> pressed) override;
+
+private:
+    X11Display *m_display;
+    std::shared_ptr<X11HotKeys> m_grabs; // shared with the X thread
+    int m_lastNumber = 0;
+};

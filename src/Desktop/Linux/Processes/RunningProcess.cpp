@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Linux/Processes/RunningProcess.h"
+
+#include <QByteArray>
+#include <QFile>
+
+bool isRunningProcess(qint64 process)
+{
+    QFile file(QStringLiteral("/proc/%1/stat").arg(process));
+    if (process <= 0 || !file.open(QIODevice::ReadOnly))
+        return false;
+    // "pid (name) state parent …", where the name may hold anything, brackets and blanks included.
+    const QByteArray line = file.readAll();
+    const QByteArray state = line.mid(line.lastIndexOf(')') + 2, 1);
+    return !state.isEmpty() && state != "Z" && state != "X";
+}

@@ -1,0 +1,127 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Linux/Session/LinuxProgramInstance.h"
+
+#include <QCoreApplication>
+#include <QCoroDBusPendingCall>
+#include <QDBusError>
+#include <QUuid>
+
+namespace {
+
+constexpr int busLimit = 2000;      // ms
+constexpr int instanceLimit = 3000; // ms
+constexpr int attempts = 3;
+
+const QString interface = QStringLiteral("org.freedesktop.Application");
+
+PlatformError unanswered()
+{
+    return PlatformError(QStringLiteral("Orvane is already running, but doesn't answer."));
+}
+
+} // namespace
+
+LinuxProgramInstance::LinuxProgramInstance()
+    : m_launchToken(qEnvironmentVariable("XDG_ACTIVATION_TOKEN")),
+      m_connectionName(QStringLiteral("orvane-instance-") + QUuid::createUuid().toString()),
+      m_worker(QStringLiteral("orvane.instance"), QStringLiteral("The session bus"))
+{
+    if (m_launchToken.isEmpty())
+        m_launchToken = qEnvironmentVariable("DESKTOP_STARTUP_ID");
+    connect(&m_service, &ApplicationService::activated, this, &ProgramInstance::activated);
+    connect(&m_service, &ApplicationService::toggleRequested, this, &ProgramInstance::toggleRequested);
+}
+
+LinuxProgramInstance::~LinuxProgramInstance()
+{
+    leaveBus();
+}
+
+void LinuxProgramInstance::leaveBus()
+{
+    m_worker.post([name = m_connectionName] { QDBusConnection::disconnectFromBus(name); });
+}
+
+QCoro::Task<InstanceStanding> LinuxProgramInstance::claim(InstanceRequest request)
+{
+    // What is under way may hold up the end for a while, and nobody answers then: another start need not wait
+    // for it.
+    connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this,
+            &LinuxProgramInstance::leaveBus);
+    if (!co_await connectToBus())
+        co_return InstanceStanding::First;
+    for (int attempt = 0; attempt < attempts; ++attempt) {
+        if (co_await requestName() == Name::Ours)
+            co_return InstanceStanding::First;
+        const Delivery delivery = co_await deliver(request);
+        if (delivery == Delivery::Taken)
+            co_return InstanceStanding::Later;
+        // Asked twice, an instance that is only slow would do it twice.
+        if (delivery == Delivery::Unanswered)
+            break;
+    }
+    // It may have ended instead of answering.
+    if (co_await requestName() == Name::Ours)
+        co_return InstanceStanding::First;
+    throw unanswered();
+}
+
+// Whoever gets the name can be called at once, so what is called is there before.
+QCoro::Task<bool> LinuxProgramInstance::connectToBus()
+{
+    auto job = [name = m_connectionName] {
+        return QDBusConnection::connectToBus(QDBusConnection::SessionBus, name).isConnected();
+    };
+    try {
+        if (!co_await m_worker.run(std::move(job)))
+            co_return false;
+    } catch (const PlatformError &) {
+        // A bus that does not answer is as good as none.
+        co_return false;
+    }
+    co_return bus().registerObject(objectPath, &m_service, QDBusConnection::ExportAllSlots);
+}
+
+QCoro::Task<LinuxProgramInstance::Name> LinuxProgramInstance::requestName()
+{
+    constexpr std::uint32_t doNotQueue = 4;
+    constexpr std::uint32_t ownedByAnother = 3;
+    const QString daemon = QStringLiteral("org.freedesktop.DBus");
+    QDBusMessage call = QDBusMessage::createMethodCall(daemon, QStringLiteral("/org/freedesktop/DBus"),
+                                                       daemon, QStringLiteral("RequestName"));
+    call.setArguments({QString(busName), doNotQueue});
+    const QDBusPendingCall pending = bus().asyncCall(call, busLimit);
+    const QDBusMessage reply = co_await pending;
+    const bool isTaken =
+        reply.type() == QDBusMessage::ReplyMessage && reply.arguments().value(0).toUInt() == ownedByAnother;
+    co_return isTaken ? Name::Taken : Name::Ours;
+}
+
+QDBusMessage LinuxProgramInstance::messageFor(InstanceRequest request) const
+{
+    const QVariantMap data = ApplicationService::platformData(m_launchToken);
+    const bool isToggle = request == InstanceRequest::Toggle;
+    QDBusMessage call = QDBusMessage::createMethodCall(busName, objectPath, interface,
+                                                       isToggle ? QStringLiteral("ActivateAction")
+                                                                : QStringLiteral("Activate"));
+    if (isToggle)
+        call.setArguments({QString(ApplicationService::toggleAction), QVariantList(), data});
+    else
+        call.setArguments({data});
+    // An instance that has just ended is not to be started again by this.
+    call.setAutoStartService(false);
+    return call;
+}
+
+QCoro::Task<LinuxProgramInstance::Delivery> LinuxProgramInstance::deliver(InstanceRequest request)
+{
+    if (request == InstanceRequest::Nothing)
+        co_return Delivery::Taken;
+    const QDBusMessage message = messageFor(request);
+    const QDBusPendingCall pending = bus().asyncCall(message, instanceLimit);
+    const QDBusMessage reply = co_await pending;
+    if (reply.type() == QDBusMessage::ReplyMessage)
+        co_return Delivery::Taken;
+    const bool isSilent = QDBusError(reply).type() == QDBusError::NoReply;
+    co_return isSilent ? Delivery::Unanswered : Delivery::Refused;
+}

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Linux/Session/LinuxSession.h"
+
+#include "Desktop/Linux/X11/Grabs.h"
+
+LinuxSession::LinuxSession(X11Display &display, SessionType type) : m_display(display), m_type(type) {}
+
+std::optional<QString> LinuxSession::obstacle() const
+{
+    return Sessions::obstacle(m_type);
+}
+
+QCoro::Task<bool> LinuxSession::isLocked()
+{
+    // Both begin now.
+    const auto lookingAtScreen = isScreenTaken();
+    const auto askingServices = m_services.isScreenLocked();
+    const bool isTaken = co_await lookingAtScreen;
+    const bool isSaidToBe = co_await askingServices;
+    co_return isTaken || isSaidToBe;
+}
+
+QCoro::Task<bool> LinuxSession::isScreenTaken()
+{
+    const auto look = [this] { return X11Grabs::isScreenLocked(m_display.connection()); };
+    try {
+        co_return co_await m_display.run(look);
+    } catch (const PlatformError &) {
+        // Without an X server that answers there is nothing to see.
+        co_return false;
+    }
+}

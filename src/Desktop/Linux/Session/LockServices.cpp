@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Linux/Session/LockServices.h"
+
+#include <QCoroDBusPendingCall>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusObjectPath>
+#include <QDBusVariant>
+
+#include <vector>
+
+namespace {
+
+constexpr int limit = 5000; // ms: what is there should be heard, also on a busy computer
+
+// Each has one interface and one object, both of its own name. KDE and LXQt use the first one.
+const QStringList screenSavers{
+    QStringLiteral("org.freedesktop.ScreenSaver"), QStringLiteral("org.gnome.ScreenSaver"),
+    QStringLiteral("org.cinnamon.ScreenSaver"), QStringLiteral("org.mate.ScreenSaver"),
+    QStringLiteral("org.xfce.ScreenSaver")};
+
+const QString loginManager = QStringLiteral("org.freedesktop.login1");
+
+struct Question
+{
+    QString service;
+    QString path;
+    QString interface;
+    QString method;
+    QVariantList arguments = {};
+};
+
+// The one value of the answer; none where there is no such bus or service, or it does not answer.
+QCoro::Task<QVariant> answerTo(Question question, QDBusConnection (*connect)(), BoundedQueue &worker)
+{
+    QDBusMessage call =
+        QDBusMessage::createMethodCall(question.service, question.path, question.interface, question.method);
+    call.setArguments(question.arguments);
+    call.setAutoStartService(false);
+    try {
+        const QDBusConnection bus = co_await worker.run(connect);
+        const QDBusPendingCall pending = bus.asyncCall(call, limit);
+        const QDBusMessage reply = co_await pending;
+        if (reply.type() == QDBusMessage::ReplyMessage)
+            co_return reply.arguments().value(0);
+    } catch (const PlatformError &) {
+        // A bus that does not answer is as good as none.
+    }
+    co_return QVariant();
+}
+
+} // namespace
+
+QCoro::Task<bool> LockServices::isScreenLocked()
+{
+    // All begin now.
+    std::vector<QCoro::Task<bool>> asking;
+    for (const QString &service : screenSavers)
+        asking.push_back(isScreenSaverActive(service));
+    asking.push_back(isSessionLocked());
+    bool isLocked = false;
+    for (const QCoro::Task<bool> &each : asking) {
+        const bool says = co_await each;
+        isLocked = isLocked || says;
+    }
+    co_return isLocked;
+}
+
+QCoro::Task<bool> LockServices::isScreenSaverActive(QString service)
+{
+    QString path = u'/' + service;
+    path.replace(u'.', u'/');
+    const Question question{service, path, service, QStringLiteral("GetActive")};
+    const QVariant answer = co_await answerTo(question, &QDBusConnection::sessionBus, m_sessionBus);
+    co_return answer.toBool();
+}
+
+// Asked about the session that this process was started in: a private one inside it has no identifier.
+QCoro::Task<bool> LockServices::isSessionLocked()
+{
+    const QString identifier = qEnvironmentVariable("XDG_SESSION_ID");
+    if (identifier.isEmpty())
+        co_return false;
+    const Question whichSession{loginManager,
+                                QStringLiteral("/org/freedesktop/login1"),
+                                QStringLiteral("org.freedesktop.login1.Manager"),
+                                QStringLiteral("GetSession"),
+                                {identifier}};
+    const QVariant session = co_await answerTo(whichSession, &QDBusConnection::systemBus, m_systemBus);
+    if (!session.isValid())
+        co_return false;
+    const Question isLocked{loginManager,
+                            session.value<QDBusObjectPath>().path(),
+                            QStringLiteral("org.freedesktop.DBus.Properties"),
+                            QStringLiteral("Get"),
+                            {QStringLiteral("org.freedesktop.login1.Session"), QStringLiteral("LockedHint")}};
+    const QVariant hint = co_await answerTo(isLocked, &QDBusConnection::systemBus, m_systemBus);
+    co_return hint.value<QDBusVariant>().variant().toBool();
+}

@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Linux/Typing/SpareKeyNotices.h"
+
+#include <QGuiApplication>
+
+// The protocol's names include a keyword of C++.
+#define explicit explicitly
+#include <xcb/xkb.h>
+#undef explicit
+
+namespace {
+
+constexpr std::uint8_t sentByAnother = 0x80; // a flag of an event's type
+
+// The server's time starts over every 49 days.
+bool isBefore(std::uint32_t left, std::uint32_t right)
+{
+    return static_cast<std::int32_t>(left - right) < 0;
+}
+
+} // namespace
+
+SpareKeyNotices::SpareKeyNotices()
+{
+    auto *application = qobject_cast<QGuiApplication *>(QCoreApplication::instance());
+    const auto *x11 =
+        application ? application->nativeInterface<QNativeInterface::QX11Application>() : nullptr;
+    if (!x11)
+        return;
+    // Qt has asked for the extension before, so that this does not wait for the server.
+    const auto *extension = xcb_get_extension_data(x11->connection(), &xcb_xkb_id);
+    if (!extension || !extension->present)
+        return;
+    m_eventType = extension->first_event;
+    application->installNativeEventFilter(this);
+}
+
+SpareKeyNotices::~SpareKeyNotices()
+{
+    if (auto *application = QCoreApplication::instance())
+        application->removeNativeEventFilter(this);
+}
+
+void SpareKeyNotices::begin(std::uint32_t time)
+{
+    m_from = time;
+    m_isChanging = true;
+}
+
+void SpareKeyNotices::end(std::uint32_t time)
+{
+    m_until = time;
+    m_isChanging = false;
+}
+
+// The last notices arrive after the end.
+bool SpareKeyNotices::isOwn(std::uint32_t time) const
+{
+    return !isBefore(time, m_from) && (m_isChanging || !isBefore(m_until, time));
+}
+
+// Symbols are lent by writing those of all keys at once, and nothing but the symbols. Another layout
+// brings more than symbols, and who changes one key writes that one.
+bool SpareKeyNotices::nativeEventFilter(const QByteArray &eventType, void *message, qintptr *)
+{
+    if (eventType != "xcb_generic_event_t")
+        return false;
+    const auto *notice = static_cast<const xcb_xkb_map_notify_event_t *>(message);
+    const bool isMap =
+        (notice->response_type & ~sentByAnother) == m_eventType && notice->xkbType == XCB_XKB_MAP_NOTIFY;
+    return isMap && isOwn(notice->time) && notice->changed == XCB_XKB_MAP_PART_KEY_SYMS &&
+           notice->firstKeySym == notice->minKeyCode &&
+           notice->nKeySyms == notice->maxKeyCode - notice->minKeyCode + 1;
+}

@@ -1,0 +1,171 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Linux/Typing/X11Typist.h"
+
+#include "Desktop/Linux/Typing/X11Keyboard.h"
+#include "Desktop/Linux/Typing/X11UserKeyboard.h"
+#include "Desktop/PlatformError.h"
+
+#include <QScopeGuard>
+
+#include <thread>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+// Browsers mix up keys that come faster.
+constexpr auto keyPace = 1ms;
+
+// Applications read the symbols of a key when they get round to it; until then the key must keep them. Some
+// can be asked whether they have, but an input method between them and the keys may not have yet.
+constexpr auto symbolHold = 180ms;
+constexpr auto slowestApplication = 3000ms;
+constexpr auto firstAnswer = 200ms;
+
+constexpr auto userPatience = 500ms;
+
+// A menu takes the keyboard before it shows whose it is.
+constexpr auto openingMenu = 300ms;
+
+// `consequence`: what comes of it when the user does not let go of them.
+void waitForUsersModifiers(const X11Keyboard &keyboard, const QString &consequence)
+{
+    const auto end = std::chrono::steady_clock::now() + userPatience;
+    while (keyboard.isModifierHeld()) {
+        if (std::chrono::steady_clock::now() >= end)
+            throw PlatformError(
+                QStringLiteral("A modifier key (Shift, Ctrl, Alt) is held down, so %1.").arg(consequence));
+        std::this_thread::sleep_for(5ms);
+    }
+}
+
+void requireSameLayout(const X11Keyboard &keyboard)
+{
+    if (keyboard.hasLayoutChanged())
+        throw PlatformError(QStringLiteral("The keyboard layout changed, so typing was stopped."));
+}
+
+} // namespace
+
+X11Typist::X11Typist(X11Connection &connection, X11Windows &windows, const std::atomic_bool &isStopped,
+                     std::chrono::milliseconds limit)
+    : m_connection(connection), m_windows(windows), m_isStopped(isStopped),
+      m_deadline(std::chrono::steady_clock::now() + limit)
+{
+}
+
+void X11Typist::type(const QList<KeyStroke> &strokes, std::chrono::microseconds pause,
+                     const X11Window &target)
+{
+    m_target = target;
+    X11Keyboard keyboard(m_connection);
+    keyboard.takeBackAbandonedSymbols();
+    const KeyboardLayout layout = keyboard.layout();
+    m_modifierCodes = layout.modifierCodes;
+    const QList<TypingBatch> batches = planTyping(strokes, layout);
+    waitForUsersModifiers(keyboard, QStringLiteral("no keys were sent"));
+    if (!m_windows.hasKeys(m_target))
+        throw PlatformError(QStringLiteral("“%1” doesn't have the keyboard focus, so no keys were sent.")
+                                .arg(m_target.title));
+    const X11UserKeyboard users(m_connection, keyboard.device());
+    const bool lendsSymbols = !batches.first().lentSymbols.isEmpty() || batches.size() > 1;
+    m_tellsWhenHandled = (lendsSymbols || users.hasOtherMap()) && m_target.answersPings &&
+                         m_connection.waitUntilHandled(m_target.identifier, firstAnswer);
+    requireFreeKeyboard(QStringLiteral("no keys were sent"));
+    keyboard.releaseLocks();
+    const auto end = qScopeGuard([this, &users] { putBack(users); });
+    for (const TypingBatch &batch : batches)
+        typeBatch(keyboard, batch, pause);
+    m_connection.requireAlive();
+}
+
+bool X11Typist::waitUntilHandled() const
+{
+    return m_target.answersPings && m_connection.waitUntilHandled(m_target.identifier, firstAnswer);
+}
+
+void X11Typist::typeBatch(X11Keyboard &keyboard, const TypingBatch &batch, std::chrono::microseconds pause)
+{
+    requireSameLayout(keyboard);
+    keyboard.lendSymbols(batch.lentSymbols);
+    // Also when typing ends early: what has been typed so far must still be read right.
+    struct Hold
+    {
+        X11Typist &typist;
+        bool isNeeded;
+        ~Hold()
+        {
+            if (isNeeded)
+                typist.holdSymbols();
+        }
+    };
+    const Hold hold{*this, !batch.lentSymbols.isEmpty()};
+    for (const PlannedKey &key : batch.keys) {
+        requireTarget();
+        requireSameLayout(keyboard);
+        waitForUsersModifiers(keyboard, QStringLiteral("typing was stopped"));
+        typeKey(keyboard, key);
+        std::this_thread::sleep_for(keyPace);
+        if (key.endsStroke)
+            std::this_thread::sleep_for(pause);
+    }
+}
+
+// Tells whether the application is known to have read everything.
+bool X11Typist::holdSymbols() const
+{
+    const auto lastKey = std::chrono::steady_clock::now();
+    const bool isHandled =
+        m_tellsWhenHandled && m_connection.waitUntilHandled(m_target.identifier, slowestApplication);
+    std::this_thread::sleep_until(lastKey + symbolHold);
+    return isHandled;
+}
+
+// Where an application doesn't tell (Qt's tell only the window manager), that is left to the user's next key:
+// it could misread ours.
+void X11Typist::putBack(const X11UserKeyboard &users) const
+{
+    if (users.hasOtherMap() && holdSymbols())
+        users.putBack();
+}
+
+void X11Typist::typeKey(X11Keyboard &keyboard, const PlannedKey &key)
+{
+    QList<std::uint8_t> modifiers;
+    for (const ModifierKey each :
+         {ModifierKey::Control, ModifierKey::Alternate, ModifierKey::Shift, ModifierKey::ThirdLevel}) {
+        if (key.modifiers.testFlag(each))
+            modifiers.append(m_modifierCodes.value(each));
+    }
+    for (const std::uint8_t code : modifiers)
+        keyboard.press(code);
+    keyboard.press(key.code);
+    keyboard.release(key.code);
+    for (auto code = modifiers.crbegin(); code != modifiers.crend(); ++code)
+        keyboard.release(*code);
+    keyboard.flush();
+}
+
+void X11Typist::requireTarget() const
+{
+    m_connection.requireAlive();
+    if (m_isStopped || std::chrono::steady_clock::now() >= m_deadline)
+        throw PlatformError(QStringLiteral("Typing took too long and was stopped."));
+    if (!m_windows.isActive(m_target))
+        throw PlatformError(
+            QStringLiteral("“%1” lost the keyboard focus, so typing was stopped.").arg(m_target.title));
+    requireFreeKeyboard(QStringLiteral("typing was stopped"));
+}
+
+// What is typed for one program must never end up in the password field of another.
+void X11Typist::requireFreeKeyboard(const QString &consequence) const
+{
+    const auto end = std::chrono::steady_clock::now() + openingMenu;
+    while (m_windows.isKeyboardGrabbedFrom(m_target)) {
+        if (std::chrono::steady_clock::now() >= end)
+            throw PlatformError(
+                QStringLiteral("Another program, or the locked screen, has taken over the keyboard, so %1.")
+                    .arg(consequence));
+        std::this_thread::sleep_for(5ms);
+    }
+}

@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Linux/Window/LinuxDisplay.h"
+
+#include "Desktop/Linux/Session/SessionType.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QPluginLoader>
+
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <cstring>
+
+namespace {
+
+// Whether Qt has a plug-in of that name for a window system; without one it would end the process.
+bool hasPlugin(const QString &name)
+{
+    for (const QString &path : QCoreApplication::libraryPaths()) {
+        const QDir folder(path + QStringLiteral("/platforms"));
+        for (const QString &file : folder.entryList(QDir::Files)) {
+            const QJsonObject description = QPluginLoader(folder.filePath(file)).metaData();
+            const QJsonValue keys = description[QStringLiteral("MetaData")][QStringLiteral("Keys")];
+            if (keys.toArray().contains(name))
+                return true;
+        }
+    }
+    return false;
+}
+
+// Whether somebody listens where Wayland's own library would call.
+bool isCompositorThere()
+{
+    const QString name = qEnvironmentVariable("WAYLAND_DISPLAY", QStringLiteral("wayland-0"));
+    const QByteArray path = QDir(qEnvironmentVariable("XDG_RUNTIME_DIR")).filePath(name).toLocal8Bit();
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    if (path.size() >= qsizetype(sizeof(address.sun_path)))
+        return false;
+    std::memcpy(address.sun_path, path.constData(), std::size_t(path.size()));
+    const int socket = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
+    const bool isThere =
+        ::connect(socket, reinterpret_cast<const sockaddr *>(&address), sizeof(address)) == 0;
+    ::close(socket);
+    return isThere;
+}
+
+// Where there is an X server, the window is on that; Xwayland's windows are like others of the session. Empty
+// where there is nothing.
+QString windowSystem(DisplayServer server)
+{
+    if (server != DisplayServer::None)
+        return QStringLiteral("xcb");
+    const QString wayland = QStringLiteral("wayland");
+    const bool isUsable = Sessions::isWaylandNamed() && hasPlugin(wayland) && isCompositorThere();
+    return isUsable ? wayland : QString();
+}
+
+} // namespace
+
+bool LinuxDisplay::prepare()
+{
+    if (qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        return true;
+    const QString choice = windowSystem(Sessions::displayServer());
+    if (Sessions::isWaylandNamed() && !choice.isEmpty())
+        qputenv("QT_QPA_PLATFORM", choice.toLatin1());
+    return !choice.isEmpty();
+}

@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Linux/Window/SettingsPortal.h"
+
+#include <QCoroDBusPendingCall>
+#include <QDBusMessage>
+#include <QPointer>
+#include <QUuid>
+
+namespace {
+
+const QString service = QStringLiteral("org.freedesktop.portal.Desktop");
+const QString path = QStringLiteral("/org/freedesktop/portal/desktop");
+const QString interface = QStringLiteral("org.freedesktop.portal.Settings");
+const QString appearanceGroup = QStringLiteral("org.freedesktop.appearance");
+const QString colorSchemeKey = QStringLiteral("color-scheme");
+
+// The portal may have to be started by this very question.
+constexpr int limit = 10'000; // ms
+
+// The older portals wrap the value twice.
+QVariant unwrapped(QVariant value)
+{
+    while (value.metaType() == QMetaType::fromType<QDBusVariant>())
+        value = value.value<QDBusVariant>().variant();
+    return value;
+}
+
+} // namespace
+
+SettingsPortal::SettingsPortal()
+    : m_connectionName(QStringLiteral("orvane-portal-") + QUuid::createUuid().toString()),
+      m_worker(QStringLiteral("orvane.portal"), QStringLiteral("The session bus"))
+{
+    // QtDBus finds the types of a slot by their names, and only those that somebody has used before.
+    qRegisterMetaType<QDBusVariant>();
+    m_following = follow();
+}
+
+SettingsPortal::~SettingsPortal()
+{
+    m_worker.post([name = m_connectionName] { QDBusConnection::disconnectFromBus(name); });
+}
+
+// On the worker.
+bool SettingsPortal::connectToBus()
+{
+    QDBusConnection bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, m_connectionName);
+    return bus.isConnected() && bus.connect(service, path, interface, QStringLiteral("SettingChanged"), this,
+                                            SLOT(settingChanged(QString, QString, QDBusVariant)));
+}
+
+QCoro::Task<void> SettingsPortal::follow()
+{
+    const QPointer<SettingsPortal> self(this);
+    auto job = [this] { return connectToBus(); };
+    bool isConnected = false;
+    try {
+        isConnected = co_await m_worker.run(std::move(job));
+    } catch (const PlatformError &) {
+        // A bus that does not answer is as good as none.
+        isConnected = false;
+    }
+    if (!self || !isConnected)
+        co_return;
+    QDBusMessage question = QDBusMessage::createMethodCall(service, path, interface, QStringLiteral("Read"));
+    question.setArguments({appearanceGroup, colorSchemeKey});
+    const QDBusPendingCall pending = QDBusConnection(m_connectionName).asyncCall(question, limit);
+    const QDBusMessage answer = co_await pending;
+    // A change that came in the meantime is newer.
+    if (self && answer.type() == QDBusMessage::ReplyMessage && !m_colorScheme)
+        setColorScheme(answer.arguments().value(0));
+}
+
+void SettingsPortal::settingChanged(const QString &group, const QString &key, const QDBusVariant &value)
+{
+    if (group == appearanceGroup && key == colorSchemeKey)
+        setColorScheme(value.variant());
+}
+
+void SettingsPortal::setColorScheme(const QVariant &value)
+{
+    bool isNumber = false;
+    const std::uint32_t scheme = unwrapped(value).toUInt(&isNumber);
+    if (!isNumber || m_colorScheme == scheme)
+        return;
+    m_colorScheme = scheme;
+    Q_EMIT colorSchemeChanged();
+}

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Linux/Window/WaylandWindowStyler.h"
+
+#include <QWindow>
+
+WaylandWindowStyler::WaylandWindowStyler()
+{
+    setCompositing(true);
+}
+
+void WaylandWindowStyler::style(QWindow &window)
+{
+    window.setFlag(Qt::FramelessWindowHint);
+    QSurfaceFormat format = window.requestedFormat();
+    format.setAlphaBufferSize(8);
+    window.setFormat(format);
+}
+
+void WaylandWindowStyler::bringForward(QWindow &window, const QString &activationToken)
+{
+    // This is where Qt looks for the token when a window asks to be activated.
+    if (!activationToken.isEmpty())
+        qputenv("XDG_ACTIVATION_TOKEN", activationToken.toUtf8());
+    window.setWindowStates(window.windowStates() & ~Qt::WindowMinimized);
+    window.show();
+    window.raise();
+    window.requestActivate();
+}

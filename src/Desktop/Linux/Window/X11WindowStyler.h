@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "Desktop/Clock.h"
+#include "Desktop/Linux/X11/Display.h"
+#include "Desktop/MainThreadCalls.h"
+#include "Desktop/WindowStyler.h"
+
+#include <QPointer>
+#include <QWindow>
+
+#include <memory>
+
+// The window on X11: hints for the window manager, and its attention. Main thread; every question to the X
+// server is asked on the X thread. Everything done to the window itself goes through Qt's own connection, so
+// that it keeps its order.
+class X11WindowStyler : public WindowStyler
+{
+    Q_OBJECT
+
+public:
+    // Both outlive this object.
+    X11WindowStyler(X11Display &display, Clock &clock);
+
+    void style(QWindow &window) override;
+    void bringForward(QWindow &window, const QString &activationToken) override;
+
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    // The atoms of the properties that are set, known from the start.
+    struct Atoms
+    {
+        xcb_atom_t windowType, normalWindow, blurBehind;
+    };
+
+    void followCompositor();
+    void setHints(const QWindow &window) const;
+    void setBlurredArea(const QWindow &window) const;
+    QCoro::Task<void> summon(QPointer<QWindow> window, QString activationToken);
+    QCoro::Task<std::optional<QPoint>> pointer();
+    enum class Wanted { Managed, ManagedAndMapped };
+    QCoro::Task<std::optional<X11Window>> managed(QPointer<QWindow> window, Wanted wanted);
+    QCoro::Task<void> activate(X11Window window, QString activationToken);
+
+    X11Display &m_display;
+    Clock &m_clock;
+    Atoms m_atoms;
+    MainThreadCalls m_calls;
+    int m_summons = 0; // counts, so that a later one takes the place of one in progress
+    QCoro::Task<void> m_summoning;
+};

@@ -1,0 +1,107 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Linux/X11/Display.h"
+
+#include <QElapsedTimer>
+#include <QSemaphore>
+
+using namespace std::chrono_literals;
+
+X11Display::X11Display(Clock &clock, const std::optional<QString> &obstacle)
+    : m_clock(clock), m_obstacle(obstacle)
+{
+    if (m_obstacle)
+        return;
+    m_server = std::make_unique<Server>();
+    m_queue.post(&X11Connection::prepareThread);
+    QSocketNotifier &notifier = m_server->notifier;
+    QObject::connect(&notifier, &QSocketNotifier::activated, &notifier, [this] { handleEvents(); });
+}
+
+X11Display::~X11Display()
+{
+    if (!m_server)
+        return;
+    m_isClosing = true;
+    m_server->notifier.setEnabled(false);
+    const auto idle = std::make_shared<QSemaphore>();
+    m_queue.post([idle] { idle->release(); });
+    if (!idle->tryAcquire(1, 1000))
+        connection().interrupt();
+}
+
+void X11Display::requireServer() const
+{
+    if (m_obstacle)
+        throw PlatformError(*m_obstacle);
+}
+
+// Which window was active before is known only to who looks at every change.
+void X11Display::handleEvents()
+{
+    m_server->notifier.setEnabled(false);
+    m_queue.post([this] {
+        windows().drainEvents();
+        if (!xcb_connection_has_error(connection().get()) && !m_isClosing)
+            QMetaObject::invokeMethod(&m_server->notifier, [this] { m_server->notifier.setEnabled(true); });
+    });
+}
+
+void X11Display::post(std::function<void()> job)
+{
+    requireServer();
+    m_queue.post([this, job = std::move(job)] {
+        job();
+        windows().drainEvents();
+    });
+}
+
+QCoro::Task<X11Snapshot> X11Display::snapshot()
+{
+    return run([this] { return windows().snapshot(); });
+}
+
+QCoro::Task<void> X11Display::bringForward(X11Window window)
+{
+    enum class Standing { Waiting, Active, HasKeys };
+    const auto standing = [this, window] {
+        if (windows().hasKeys(window))
+            return Standing::HasKeys;
+        return windows().isActive(window) ? Standing::Active : Standing::Waiting;
+    };
+    const auto request = [this, window] {
+        if (!windows().snapshot().find(window.identifier))
+            throw PlatformError(QStringLiteral("The window “%1” is gone.").arg(window.title));
+        windows().requestActivation(window.identifier);
+    };
+    QElapsedTimer elapsed;
+    elapsed.start();
+    Standing last = co_await run(standing);
+    for (qint64 nextRequest = 0; last != Standing::HasKeys && !elapsed.hasExpired(1500);) {
+        if (elapsed.elapsed() >= nextRequest) {
+            co_await run(request);
+            nextRequest = elapsed.elapsed() + 500;
+        }
+        co_await m_clock.sleep(5ms);
+        last = co_await run(standing);
+    }
+    // What it last said about the windows would stay true for ever.
+    if (last != Standing::HasKeys && !co_await run([this] { return windows().windowManager(); }))
+        throw PlatformError(
+            QStringLiteral("No window manager is running to bring “%1” to the front.").arg(window.title));
+    // A window without any use for keys (a clock) never gets them.
+    if (last == Standing::Waiting)
+        throw PlatformError(QStringLiteral("The window “%1” didn't come to the front.").arg(window.title));
+}
+
+QCoro::Task<void> X11Display::close(QList<X11Window> windows)
+{
+    return run([this, windows] {
+        for (const X11Window &window : windows)
+            m_server->windows.requestClose(window.identifier);
+    });
+}
+
+QCoro::Task<std::uint32_t> X11Display::serverTime()
+{
+    return run([this]() -> std::uint32_t { return connection().serverTime(); });
+}

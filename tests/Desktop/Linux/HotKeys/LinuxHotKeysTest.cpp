@@ -1,0 +1,234 @@
+// SPDX-License-Identifier: Apache-2.0
+// The hot key on real X servers: one without a window manager, where every key is free, and the one of the
+// desktop, whose window manager owns Alt+Space.
+#include "Desktop/Linux/HotKeys/LinuxHotKeys.h"
+#include "Desktop/Linux/Hands.h"
+#include "Desktop/Linux/LinuxBench.h"
+#include "Desktop/Linux/XServer.h"
+
+#include <QTest>
+
+#include <xkbcommon/xkbcommon-keysyms.h>
+
+#include <csignal>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr std::uint16_t spaceBar = 49;
+constexpr std::uint16_t letterK = 40;
+constexpr HotKeyIdentifier identifier{fourCharacterCode("ORVN"), 1};
+
+// A program that has hot keys; Option+K marks the time at which all earlier keys have been told.
+struct Program
+{
+    SystemClock clock;
+    X11Display display{clock};
+    LinuxHotKeys hotKeys{&display};
+    int presses = 0;
+    int marks = 0;
+    std::shared_ptr<HotKeyReference> reference;
+    std::shared_ptr<HotKeyReference> markReference;
+
+    bool registerKey()
+    {
+        reference = QCoro::waitFor(
+            hotKeys.registerHotKey(spaceBar, HotKeyModifier::Option, identifier, [this] { ++presses; }));
+        return reference != nullptr;
+    }
+
+    bool registerMark()
+    {
+        markReference = QCoro::waitFor(hotKeys.registerHotKey(
+            letterK, HotKeyModifier::Option, {identifier.signature, 2}, [this] { ++marks; }));
+        return markReference != nullptr;
+    }
+
+    // How often the key has been told by the time that the mark is.
+    int pressesUntilMark(Hands &hands)
+    {
+        const int before = marks;
+        hands.strike(XKB_KEY_k, {XKB_KEY_Alt_L});
+        return QTest::qWaitFor([this, before] { return marks > before; }, LinuxBench::patience) ? presses
+                                                                                                : -1;
+    }
+};
+
+} // namespace
+
+class LinuxHotKeysTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    std::unique_ptr<XServer> m_server;
+
+    // The space bar becomes another key's code.
+    void swapSpaceAndInsert()
+    {
+        const QString display = QString::fromLatin1(m_server->display());
+        QByteArray map = LinuxBench::output(u"xkbcomp"_s, {u"-xkb"_s, display, u"-"_s});
+        QVERIFY(map.contains("<SPCE> = 65;") && map.contains("<INS> = 118;"));
+        map.replace("<SPCE> = 65;", "<SPCE> = 118;").replace("<INS> = 118;", "<INS> = 65;");
+        QProcess compiler;
+        compiler.start(u"xkbcomp"_s, {u"-w"_s, u"0"_s, u"-"_s, display});
+        compiler.write(map);
+        compiler.closeWriteChannel();
+        QVERIFY(compiler.waitForFinished(LinuxBench::patience));
+        QCOMPARE(compiler.exitCode(), 0);
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        m_server = std::make_unique<XServer>();
+        QVERIFY(m_server->isRunning());
+    }
+
+    void cleanup() { m_server.reset(); }
+
+    void aPressIsToldOnceWhateverLocksAreOn_data()
+    {
+        QTest::addColumn<QList<std::uint32_t>>("locks");
+        QTest::newRow("none") << QList<std::uint32_t>();
+        QTest::newRow("Caps Lock") << QList<std::uint32_t>{XKB_KEY_Caps_Lock};
+        QTest::newRow("Num Lock") << QList<std::uint32_t>{XKB_KEY_Num_Lock};
+        QTest::newRow("both") << QList<std::uint32_t>{XKB_KEY_Caps_Lock, XKB_KEY_Num_Lock};
+    }
+
+    void aPressIsToldOnceWhateverLocksAreOn()
+    {
+        QFETCH(QList<std::uint32_t>, locks);
+        Program program;
+        QVERIFY(program.registerKey());
+        QVERIFY(program.registerMark());
+        Hands hands;
+        for (const std::uint32_t each : locks) {
+            QVERIFY(hands.has(each));
+            hands.strike(each, {});
+        }
+        hands.strike(XKB_KEY_space, {XKB_KEY_Alt_L});
+        QCOMPARE(program.pressesUntilMark(hands), 1);
+        hands.strike(XKB_KEY_space, {XKB_KEY_Alt_L});
+        QCOMPARE(program.pressesUntilMark(hands), 2);
+    }
+
+    void aKeyThatIsHeldIsToldOnce()
+    {
+        Program program;
+        QVERIFY(program.registerKey());
+        QVERIFY(program.registerMark());
+        Hands hands;
+        hands.down(XKB_KEY_Alt_L);
+        // To the server, a key that goes down without having gone up repeats.
+        for (int i = 0; i < 5; ++i)
+            hands.down(XKB_KEY_space);
+        hands.up(XKB_KEY_space);
+        hands.up(XKB_KEY_Alt_L);
+        QCOMPARE(program.pressesUntilMark(hands), 1);
+        hands.strike(XKB_KEY_space, {XKB_KEY_Alt_L});
+        QCOMPARE(program.pressesUntilMark(hands), 2);
+    }
+
+    void otherModifiersAreAnotherKey()
+    {
+        Program program;
+        QVERIFY(program.registerKey());
+        QVERIFY(program.registerMark());
+        Hands hands;
+        hands.strike(XKB_KEY_space, {});
+        hands.strike(XKB_KEY_space, {XKB_KEY_Shift_L});
+        hands.strike(XKB_KEY_space, {XKB_KEY_Control_L});
+        hands.strike(XKB_KEY_space, {XKB_KEY_Shift_L, XKB_KEY_Alt_L});
+        QCOMPARE(program.pressesUntilMark(hands), 0);
+    }
+
+    void theReferenceHoldsTheKey()
+    {
+        Program program;
+        QVERIFY(program.registerKey());
+        QVERIFY(program.registerMark());
+        program.reference.reset();
+        Hands hands;
+        hands.strike(XKB_KEY_space, {XKB_KEY_Alt_L});
+        QCOMPARE(program.pressesUntilMark(hands), 0);
+    }
+
+    void aKeyOfAnotherProgramGivesNoneUntilItIsFree()
+    {
+        Program other;
+        QVERIFY(other.registerKey());
+        QVERIFY(other.registerMark());
+        Program program;
+        QVERIFY(!program.registerKey());
+        // It goes on working for the one that owns it.
+        Hands hands;
+        hands.strike(XKB_KEY_space, {XKB_KEY_Alt_L});
+        QCOMPARE(other.pressesUntilMark(hands), 1);
+        QCOMPARE(program.presses, 0);
+        other.reference.reset();
+        QTRY_VERIFY_WITH_TIMEOUT(program.registerKey(), LinuxBench::patience);
+    }
+
+    void theWindowManagersKeyGivesNone()
+    {
+        m_server.reset();
+        Program program;
+        QVERIFY(!program.registerKey());
+        // Others can still be had.
+        QVERIFY(program.registerMark());
+        Hands hands;
+        QCOMPARE(program.pressesUntilMark(hands), 0);
+    }
+
+    void theKeyIsFoundAgainWhenTheKeyboardMapChanges()
+    {
+        Program program;
+        QVERIFY(program.registerKey());
+        QVERIFY(program.registerMark());
+        Hands hands;
+        swapSpaceAndInsert();
+        // The program hears of the new map after the server has it: so the key is struck until it is told.
+        const auto isTold = [&] {
+            hands.strike(XKB_KEY_space, {XKB_KEY_Alt_L});
+            return program.pressesUntilMark(hands) > 0;
+        };
+        QTRY_VERIFY_WITH_TIMEOUT(isTold(), LinuxBench::patience);
+        const int presses = program.presses;
+        hands.strike(XKB_KEY_Insert, {XKB_KEY_Alt_L});
+        QCOMPARE(program.pressesUntilMark(hands), presses);
+    }
+
+    void aSecondLayoutChangesNothing()
+    {
+        Program program;
+        LinuxBench::output(u"setxkbmap"_s, {u"-layout"_s, u"us,ru"_s, u"-option"_s, u"grp:toggle"_s});
+        QVERIFY(program.registerKey());
+        QVERIFY(program.registerMark());
+        Hands hands;
+        // The key that switches the layouts.
+        hands.strike(XKB_KEY_ISO_Next_Group, {});
+        QTRY_VERIFY_WITH_TIMEOUT(hands.has(XKB_KEY_Cyrillic_ya), LinuxBench::patience);
+        hands.strike(XKB_KEY_space, {XKB_KEY_Alt_L});
+        QTRY_COMPARE_WITH_TIMEOUT(program.presses, 1, LinuxBench::patience);
+    }
+
+    void withoutAnXServerThereAreNone()
+    {
+        LinuxHotKeys hotKeys(nullptr);
+        QVERIFY(!QCoro::waitFor(hotKeys.registerHotKey(spaceBar, HotKeyModifier::Option, identifier, [] {})));
+    }
+
+    void aServerThatHangsGivesNone()
+    {
+        Program program;
+        m_server->signal(SIGSTOP);
+        QVERIFY(!program.registerKey());
+        m_server->signal(SIGCONT);
+        QTRY_VERIFY_WITH_TIMEOUT(program.registerKey(), LinuxBench::patience);
+    }
+};
+
+QTEST_MAIN(LinuxHotKeysTest)
+#include "LinuxHotKeysTest.moc"

@@ -1,0 +1,309 @@
+// SPDX-License-Identifier: Apache-2.0
+// Keys on a real X server: what arrives, and what stays behind.
+#include "Desktop/Linux/LinuxBench.h"
+#include "Desktop/Linux/Typing/X11Keyboard.h"
+#include "Desktop/Linux/Typing/X11Typist.h"
+
+#include <QAbstractNativeEventFilter>
+#include <QFile>
+#include <QGuiApplication>
+#include <QRasterWindow>
+#include <QTemporaryDir>
+#include <QTest>
+
+// The protocol's names include a keyword of C++.
+#define explicit explicitly
+#include <xcb/xkb.h>
+#undef explicit
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+KeyStroke text(const QString &text)
+{
+    return {0, {}, text};
+}
+
+KeyStroke key(std::uint16_t code, EventFlags flags = {})
+{
+    return {code, flags, {}};
+}
+
+// Everything that is hard to type: more characters than there are spare keys, in several scripts.
+QString hardText()
+{
+    QString text = u"Plain {text} ~ ^ ` \\ \"@\" €\n"_s;
+    for (int index = 0; index < 120; ++index)
+        text += QChar(u'一' + 7 * index);
+    return text +
+           u"\nÉté à Łódź, žluťoučký kůň, cafe\u0301\nСъешь ещё булок\n👍🏽 👩🏿‍🚀 🎉\n\tend"_s;
+}
+
+QByteArray keyMap()
+{
+    return LinuxBench::output(u"xkbcomp"_s, {u"-xkb"_s, qEnvironmentVariable("DISPLAY"), u"-"_s});
+}
+
+} // namespace
+
+// Counts what Qt gets to know of changed keys.
+class KeyNotices : public QAbstractNativeEventFilter
+{
+public:
+    KeyNotices()
+    {
+        const auto *x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+        m_eventType = xcb_get_extension_data(x11->connection(), &xcb_xkb_id)->first_event;
+        qGuiApp->installNativeEventFilter(this);
+    }
+
+    bool nativeEventFilter(const QByteArray &, void *message, qintptr *) override
+    {
+        const auto *notice = static_cast<const xcb_xkb_map_notify_event_t *>(message);
+        if (notice->response_type == m_eventType && notice->xkbType == XCB_XKB_MAP_NOTIFY)
+            ++(notice->nKeySyms == 1 ? ofOneKey : ofAllKeys);
+        return false;
+    }
+
+    int ofOneKey = 0;
+    int ofAllKeys = 0;
+
+private:
+    std::uint8_t m_eventType;
+};
+
+// Stands for our own window: the same process as the services.
+class OwnWindow : public QRasterWindow
+{
+public:
+    int keys = 0;
+
+protected:
+    void keyPressEvent(QKeyEvent *) override { ++keys; }
+};
+
+class LinuxKeyboardTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    KeyNotices m_notices; // behind the filters of the services, which are made later
+    LinuxBench m_bench;
+    LinuxBench::Program m_receiver{nullptr, nullptr};
+
+    QString post(const QList<KeyStroke> &strokes, std::chrono::microseconds pause = 0us)
+    {
+        return m_bench.post(strokes, pause);
+    }
+
+    void startReceiver()
+    {
+        m_receiver = LinuxBench::start(QString::fromLatin1(KEY_RECEIVER), {u"Receiver"_s});
+        QVERIFY(m_bench.waitForActive(u"Receiver"_s));
+    }
+
+    // What the receiver told, once it has told of `last`.
+    QByteArray receivedUntil(const QByteArray &last)
+    {
+        QByteArray told;
+        const auto look = [this, &told, &last] {
+            told += m_receiver->readAllStandardOutput();
+            return told.contains(last);
+        };
+        return QTest::qWaitFor(look, LinuxBench::patience) ? told : QByteArray();
+    }
+
+    LinuxBench::Program startEditor(const QString &path)
+    {
+        // Made here, so that the editor saves without asking for a name.
+        if (!QFile(path).open(QIODevice::WriteOnly))
+            qFatal("No temporary file");
+        auto editor = LinuxBench::start(u"mousepad"_s, {path});
+        if (!m_bench.waitForActive(u"typed.txt"_s))
+            qFatal("The editor did not start");
+        return editor;
+    }
+
+    // What the editor holds, after it was told to save.
+    QString savedText(const QString &path)
+    {
+        const QString failure = post({key(1, EventFlag::Command)});
+        if (!failure.isEmpty())
+            return failure;
+        QString content;
+        const auto read = [&path, &content] {
+            QFile file(path);
+            if (file.open(QIODevice::ReadOnly))
+                content = QString::fromUtf8(file.readAll());
+            return !content.isEmpty();
+        };
+        return QTest::qWaitFor(read, LinuxBench::patience) ? content : QString();
+    }
+
+    bool isModifierDown()
+    {
+        const auto look = [this] { return X11Keyboard(m_bench.display.connection()).isModifierHeld(); };
+        return QCoro::waitFor(m_bench.display.run(look));
+    }
+
+    static bool isCapsLockOn()
+    {
+        return LinuxBench::output(u"xset"_s, {u"q"_s}).simplified().contains("Caps Lock: on");
+    }
+
+private Q_SLOTS:
+    void cleanup()
+    {
+        m_receiver.reset();
+        QVERIFY(m_bench.waitForNoWindow(u"Receiver"_s));
+        QVERIFY(m_bench.waitForNoWindow(u"typed.txt"_s));
+    }
+
+    void commandTArrivesAsControlT()
+    {
+        startReceiver();
+        QCOMPARE(post({key(17, EventFlag::Command)}), QString());
+        const QByteArray told = receivedUntil("release 1000021");
+        QVERIFY2(told.contains("press 54 4000000"), told.constData());
+        QVERIFY(!isModifierDown());
+    }
+
+    void textArrivesInAnotherApplicationAsWritten()
+    {
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(u"typed.txt"_s);
+        const auto editor = startEditor(path);
+        const QByteArray before = keyMap();
+        QCOMPARE(post({text(hardText())}), QString());
+        QCOMPARE(keyMap(), before);
+        QCOMPARE(savedText(path), hardText());
+    }
+
+    void onlyChangesByOthersReachOurOwnToolkit()
+    {
+        const QTemporaryDir folder;
+        const auto editor = startEditor(folder.filePath(u"typed.txt"_s));
+        m_notices.ofAllKeys = 0;
+        QCOMPARE(post({text(hardText())}), QString());
+        LinuxBench::output(u"xmodmap"_s, {u"-e"_s, u"keycode 247 = eacute"_s});
+        // It comes after all others.
+        QTRY_VERIFY_WITH_TIMEOUT(m_notices.ofOneKey > 0, LinuxBench::patience);
+        QCOMPARE(m_notices.ofAllKeys, 0);
+        LinuxBench::output(u"xmodmap"_s, {u"-e"_s, u"keycode 247 ="_s});
+    }
+
+    void capsLockDoesNotChangeTheTextAndStaysOn()
+    {
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(u"typed.txt"_s);
+        const auto editor = startEditor(path);
+        LinuxBench::output(u"xdotool"_s, {u"key"_s, u"Caps_Lock"_s});
+        QVERIFY(isCapsLockOn());
+        QCOMPARE(post({text(u"aB éÉ яЯ"_s)}), QString());
+        QVERIFY(isCapsLockOn());
+        QCOMPARE(savedText(path), u"aB éÉ яЯ"_s);
+        LinuxBench::output(u"xdotool"_s, {u"key"_s, u"Caps_Lock"_s});
+        QVERIFY(!isCapsLockOn());
+    }
+
+    void anotherLanguageSwitchedOnDoesNotChangeTheText()
+    {
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(u"typed.txt"_s);
+        const auto editor = startEditor(path);
+        LinuxBench::output(u"setxkbmap"_s, {u"de,ru"_s, {}, u"-option"_s, u"grp:toggle"_s});
+        // German: the brackets and the at sign stand on the third level.
+        QCOMPARE(post({text(u"Zyklus {x} @ ß "_s)}), QString());
+        LinuxBench::output(u"xdotool"_s, {u"key"_s, u"ISO_Next_Group"_s});
+        QCOMPARE(post({text(u"Hello, мир"_s)}), QString());
+        const QString saved = savedText(path); // Command+S, while no key types an s
+        LinuxBench::output(u"setxkbmap"_s, {u"us"_s, u"-option"_s, {}});
+        QCOMPARE(saved, u"Zyklus {x} @ ß Hello, мир"_s);
+    }
+
+    void keysNeverGoToOurOwnWindow()
+    {
+        startReceiver();
+        OwnWindow palette;
+        palette.setTitle(u"Palette"_s);
+        palette.show();
+        palette.requestActivate();
+        QVERIFY(m_bench.waitForActive(u"Palette"_s));
+        QCOMPARE(post({text(u"private"_s)}), QString());
+        QVERIFY(!receivedUntil("release 45").isEmpty());
+        QVERIFY(m_bench.waitForActive(u"Receiver"_s));
+        QCOMPARE(palette.keys, 0);
+    }
+
+    void withoutAnApplicationInFrontNothingIsSent() { QVERIFY(!post({text(u"lost"_s)}).isEmpty()); }
+
+    void aTargetThatHasGoneGetsASentence()
+    {
+        startReceiver();
+        const auto window = m_bench.waitForWindow(u"Receiver"_s);
+        m_receiver.reset();
+        QVERIFY(m_bench.waitForNoWindow(u"Receiver"_s));
+        const auto type = [this, &window] {
+            std::atomic_bool isStopped = false;
+            X11Typist typist(m_bench.display.connection(), m_bench.display.windows(), isStopped, 5s);
+            typist.type({text(u"lost"_s)}, 0us, *window);
+        };
+        const QString message = LinuxBench::errorOf(m_bench.display.run(type));
+        QVERIFY2(message.contains(u"no keys were sent"), qPrintable(message));
+    }
+
+    void textThatCannotBeTypedTouchesNoKey()
+    {
+        startReceiver();
+        QVERIFY(!post({text(u"abc"_s), text(QString(QChar(27)))}).isEmpty());
+        QCOMPARE(post({key(36)}), QString());
+        QVERIFY(receivedUntil("release 1000004").startsWith("press 1000004"));
+    }
+
+    void modifiersThatTheUserHoldsAreWaitedFor()
+    {
+        startReceiver();
+        LinuxBench::output(u"xdotool"_s, {u"keydown"_s, u"shift"_s});
+        const QString message = post({text(u"a"_s)});
+        LinuxBench::output(u"xdotool"_s, {u"keyup"_s, u"shift"_s});
+        QVERIFY2(message.contains(u"modifier"), qPrintable(message));
+        QCOMPARE(post({text(u"a"_s)}), QString());
+        const QByteArray told = receivedUntil("release 41");
+        QVERIFY2(told.contains("press 41 0 61"), told.constData());
+    }
+
+    void keysNeverReachAnotherApplicationThanTheirReceiver()
+    {
+        const auto editor = LinuxBench::start(u"mousepad"_s);
+        QVERIFY(m_bench.waitForActive(u"Mousepad"_s));
+        const auto judged = QCoro::waitFor(m_bench.workspace.frontmostApplication());
+        startReceiver();
+        const QString message = LinuxBench::errorOf(m_bench.keyboard.post({text(u"x"_s)}, 0us, judged));
+        QCOMPARE(message, u"“Mousepad” is no longer in front, so no keys were sent."_s);
+        QCOMPARE(post({text(u"a"_s)}), QString());
+        const QByteArray told = receivedUntil("release 41");
+        QVERIFY2(!told.contains("press 58"), told.constData());
+    }
+
+    void typingStopsWhenAnotherApplicationGetsTheFocus()
+    {
+        startReceiver();
+        const QByteArray before = keyMap();
+        const QList<KeyStroke> longText(400, text(u"Aé"_s));
+        const auto front = QCoro::waitFor(m_bench.workspace.frontmostApplication());
+        QCoro::Task<void> typing = m_bench.keyboard.post(longText, 15ms, front);
+        QVERIFY(!receivedUntil("release c9").isEmpty());
+        OwnWindow other;
+        other.setTitle(u"Other"_s);
+        other.show();
+        const QString message = LinuxBench::errorOf(std::move(typing));
+        QVERIFY2(message.contains(u"typing was stopped"), qPrintable(message));
+        QVERIFY(!isModifierDown());
+        QCOMPARE(keyMap(), before);
+    }
+};
+
+QTEST_MAIN(LinuxKeyboardTest)
+#include "LinuxKeyboardTest.moc"

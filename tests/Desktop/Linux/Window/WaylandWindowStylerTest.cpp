@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: Apache-2.0
+// The window where the window system, and not we, places it.
+#include "Desktop/Linux/Window/WaylandWindowStyler.h"
+
+#include <QRasterWindow>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+class WaylandWindowStylerTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aCompositorIsAlwaysThere() { QVERIFY(WaylandWindowStyler().isCompositing()); }
+
+    void theWindowHasNoFrameAndMayBeTranslucent()
+    {
+        WaylandWindowStyler styler;
+        QRasterWindow window;
+        styler.style(window);
+        QVERIFY(!window.isVisible());
+        QVERIFY(window.flags().testFlag(Qt::FramelessWindowHint));
+        QVERIFY(window.requestedFormat().hasAlpha());
+    }
+
+    void aWindowIsShownWhateverItsState()
+    {
+        WaylandWindowStyler styler;
+        WindowStyler &any = styler;
+        QRasterWindow window;
+        any.style(window);
+        any.bringForward(window);
+        QTRY_VERIFY(window.isActive());
+        window.showMinimized();
+        any.bringForward(window);
+        QVERIFY(window.isVisible());
+        QVERIFY(!(window.windowStates() & Qt::WindowMinimized));
+    }
+
+    void theTokenGoesWhereQtLooksForIt()
+    {
+        qunsetenv("XDG_ACTIVATION_TOKEN");
+        WaylandWindowStyler styler;
+        QRasterWindow window;
+        styler.bringForward(window, QString());
+        QVERIFY(!qEnvironmentVariableIsSet("XDG_ACTIVATION_TOKEN"));
+        styler.bringForward(window, u"token"_s);
+        QCOMPARE(qgetenv("XDG_ACTIVATION_TOKEN"), QByteArray("token"));
+    }
+};
+
+QTEST_MAIN(WaylandWindowStylerTest)
+#include "WaylandWindowStylerTest.moc"

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "Desktop/Linux/X11/Snapshot.h"
+
+// A small desktop as the X server would tell it, for tests of the rules about windows.
+namespace SampleDesktop {
+
+inline constexpr qint64 own = 100;
+inline constexpr qint64 editor = 200;
+inline constexpr qint64 browser = 300;
+
+inline X11Window window(std::uint32_t identifier, qint64 process,
+                        X11Window::Kind kind = X11Window::Kind::Application)
+{
+    X11Window result;
+    result.identifier = identifier;
+    result.process = process;
+    result.kind = kind;
+    result.belongsInTaskBar = result.isOrdinary();
+    return result;
+}
+
+// Our palette (1) over an editor's window (2) and dialog (3), a browser (4) and the desktop's background (5).
+inline X11Snapshot desktop()
+{
+    X11Snapshot snapshot;
+    snapshot.windows = {window(5, 500, X11Window::Kind::Shell), window(4, browser), window(2, editor),
+                        window(3, editor, X11Window::Kind::Dialog), window(1, own)};
+    snapshot.stacking = {1, 3, 2, 4, 5};
+    snapshot.activeWindow = 1;
+    return snapshot;
+}
+
+} // namespace SampleDesktop

@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: Apache-2.0
+// The rules about windows: which one is in front, which one to show, which ones to close.
+#include "Desktop/Linux/X11/Snapshot.h"
+#include "Desktop/Linux/X11/SampleDesktop.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace SampleDesktop;
+
+namespace {
+
+std::uint32_t frontmost(const X11Snapshot &snapshot)
+{
+    const X11Window *found = snapshot.frontmost(own);
+    return found ? found->identifier : 0;
+}
+
+} // namespace
+
+class X11SnapshotTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theActiveWindowIsInFront()
+    {
+        X11Snapshot snapshot = desktop();
+        snapshot.activeWindow = 4;
+        QCOMPARE(frontmost(snapshot), 4u);
+    }
+
+    void withoutAnActiveWindowNobodyIsInFront()
+    {
+        X11Snapshot snapshot = desktop();
+        snapshot.recentlyActivated = {4, 2};
+        snapshot.activeWindow.reset();
+        QCOMPARE(frontmost(snapshot), 0u);
+        snapshot.activeWindow = 77; // has vanished
+        QCOMPARE(frontmost(snapshot), 0u);
+    }
+
+    void behindThePanelThatIsActiveNobodyIsInFront()
+    {
+        X11Snapshot snapshot = desktop();
+        snapshot.recentlyActivated = {5, 4, 2};
+        snapshot.activeWindow = 5;
+        QCOMPARE(frontmost(snapshot), 0u);
+    }
+
+    void ourOwnWindowGivesWayToTheOneBefore()
+    {
+        X11Snapshot snapshot = desktop();
+        snapshot.recentlyActivated = {1, 5, 4, 2};
+        QCOMPARE(frontmost(snapshot), 4u);
+    }
+
+    void withoutAHistoryTheTopmostIsInFront() { QCOMPARE(frontmost(desktop()), 3u); }
+
+    void vanishedMinimisedAndDistantWindowsAreNotInFront()
+    {
+        X11Snapshot snapshot = desktop();
+        snapshot.recentlyActivated = {1, 77, 3, 2, 4};
+        snapshot.windows[3].isMinimised = true;
+        snapshot.windows[2].isOnCurrentDesktop = false;
+        QCOMPARE(frontmost(snapshot), 4u);
+    }
+
+    void nothingIsInFrontOfAnEmptyDesktop()
+    {
+        X11Snapshot snapshot = desktop();
+        snapshot.windows = {window(5, 500, X11Window::Kind::Shell), window(1, own)};
+        QCOMPARE(frontmost(snapshot), 0u);
+    }
+
+    void aDialogThatBlocksTheForemostWindowIsInFrontOfIt()
+    {
+        X11Snapshot snapshot = desktop();
+        for (X11Window &window : snapshot.windows)
+            window.title = u"window %1"_s.arg(window.identifier);
+        snapshot.recentlyActivated = {2, 3};
+        QCOMPARE(snapshot.titlesInFront(editor), QStringList{u"window 2"_s});
+        snapshot.windows[3].isModal = true;
+        QCOMPARE(snapshot.titlesInFront(editor), QStringList{u"window 2"_s}); // blocks another window
+        snapshot.windows[3].transientFor = 2;
+        QCOMPARE(snapshot.titlesInFront(editor), (QStringList{u"window 3"_s, u"window 2"_s}));
+        QCOMPARE(snapshot.titlesInFront(999), QStringList());
+    }
+
+    void theWindowUsedLastIsShown()
+    {
+        X11Snapshot snapshot = desktop();
+        snapshot.recentlyActivated = {4, 2, 3};
+        QCOMPARE(snapshot.windowToShow(editor)->identifier, 2u);
+    }
+
+    void aMinimisedWindowIsShownWhenThereIsNoOther()
+    {
+        X11Snapshot snapshot = desktop();
+        snapshot.windows[1].isMinimised = true;
+        QCOMPARE(snapshot.windowToShow(browser)->identifier, 4u);
+        QCOMPARE(snapshot.windowToShow(999), nullptr);
+    }
+
+    void quittingClosesMainWindowsAndLeavesDialogsToThem()
+    {
+        X11Snapshot snapshot = desktop();
+        QCOMPARE(snapshot.windowsToClose(editor).size(), 1);
+        QCOMPARE(snapshot.windowsToClose(editor).first().identifier, 2u);
+        snapshot.windows.removeAt(2);
+        QCOMPARE(snapshot.windowsToClose(editor).first().identifier, 3u);
+    }
+
+    void aWindowThatCannotBeAskedIsNeverClosed()
+    {
+        X11Snapshot snapshot = desktop();
+        snapshot.windows[1].canBeClosed = false;
+        QVERIFY(snapshot.windowsToClose(browser).isEmpty());
+    }
+};
+
+QTEST_GUILESS_MAIN(X11SnapshotTest)
+#include "SnapshotTest.moc"

@@ -5,12 +5,12 @@
 // The model is made on the spot, answers without end, and reads some 5 MB of weights for each token;
 // ORVANE_BENCHMARK_MODEL names another file instead. With another model a reply may end early, so the figures
 // to compare are tokens per second.
-#include "Inference/LlamaEngine.h"
-#include "Inference/LlamaHandles.h"
-#include "Inference/LlamaLibrary.h"
-#include "Inference/LlamaLimits.h"
-#include "Inference/LlamaLog.h"
-#include "Inference/LlamaPrompt.h"
+#include "Inference/Llama/LlamaEngine.h"
+#include "Inference/Llama/LlamaHandles.h"
+#include "Inference/Llama/LlamaLibrary.h"
+#include "Inference/Llama/LlamaLimits.h"
+#include "Inference/Llama/LlamaLog.h"
+#include "Inference/Llama/LlamaPrompt.h"
 #include "Inference/TinyModel.h"
 #include "ReplyClock.h"
 #include "Support/Awaited.h"

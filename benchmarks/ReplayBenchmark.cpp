@@ -4,12 +4,12 @@
 //
 // Writes the model files where --folder says, once, and prints a table for each model and conversation.
 #include "Inference/ContextFitting.h"
-#include "Inference/LlamaEngine.h"
-#include "Inference/LlamaHandles.h"
-#include "Inference/LlamaLibrary.h"
-#include "Inference/LlamaLimits.h"
-#include "Inference/LlamaLog.h"
-#include "Inference/LlamaPrompt.h"
+#include "Inference/Llama/LlamaEngine.h"
+#include "Inference/Llama/LlamaHandles.h"
+#include "Inference/Llama/LlamaLibrary.h"
+#include "Inference/Llama/LlamaLimits.h"
+#include "Inference/Llama/LlamaLog.h"
+#include "Inference/Llama/LlamaPrompt.h"
 #include "Inference/RecordedConversation.h"
 #include "Inference/ShapedModel.h"
 #include "ReplyClock.h"
@@ -203,12 +203,12 @@ void replay(const QString &path, int steps)
     const QList<ChatMessage> conversation = RecordedConversation::read(steps);
     BareLoop bare(path, {});
     std::printf("\n%s, %d steps; prompts in chunks of at most %zu tokens\n",
-                qPrintable(QFileInfo(path).fileName()), steps, LlamaPromptMemory::longestChunk);
+                qPrintable(QFileInfo(path).fileName()), steps, LlamaPromptCache::longestChunk);
     std::printf("step  prompt  evaluated |  first token, s: engine    bare  bare/engine | tokens/s: engine  "
                 "bare\n");
     PreparedEngine engine(path, conversation);
     const std::vector<llama_token> beginning = bare.tokens({conversation.first()});
-    PromptReuse reuse = LlamaPromptMemory::reuseFor(bare.context(), beginning);
+    PromptReuse reuse = LlamaPromptCache::reuseFor(bare.context(), beginning);
     reuse.keep(beginning);
     const QList<QList<ChatMessage>> prompts = RecordedConversation::prompts(conversation);
     int step = 0;
@@ -258,7 +258,7 @@ void compareLevers(const QString &path, int steps, const QString &wanted)
         std::printf("%-42s  %7.1f  %15.2f  %14.2f  %8.1f\n", levers.name, bare.loadSeconds(),
                     first.secondsToFirstToken(), last.secondsToFirstToken(), last.secondsPerToken() * 1e3);
         std::fflush(stdout);
-        if (levers.chunk == LlamaPromptMemory::longestChunk)
+        if (levers.chunk == LlamaPromptCache::longestChunk)
             reportCopy(bare, bare.tokens(prompts.last()).size() + replyTokens);
     }
 }

@@ -13,9 +13,9 @@
 #include "Actions/AgentAction.h"
 #include "Agent/SystemPrompt.h"
 #include "Base/LocalizedError.h"
-#include "Inference/LlamaEngine.h"
-#include "Inference/LlamaLog.h"
-#include "Inference/LlamaPrompt.h"
+#include "Inference/Llama/LlamaEngine.h"
+#include "Inference/Llama/LlamaLog.h"
+#include "Inference/Llama/LlamaPrompt.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Inference/PromptTemplate.h"
 
-#include "Inference/LibraryCount.h"
+#include "Inference/Llama/LibraryCount.h"
 #include "Inference/Utf8.h"
 
 #include <llama.h>

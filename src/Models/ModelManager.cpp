@@ -5,7 +5,7 @@
 #include "Base/Text.h"
 #include "Inference/GgufFile.h"
 #include "Inference/InferenceError.h"
-#include "Models/DownloadName.h"
+#include "Models/Download/DownloadName.h"
 #include "Models/FileMove.h"
 
 #include <QFile>

@@ -3,7 +3,7 @@
 
 #include "Base/SerialQueue.h"
 #include "Inference/InferenceEngine.h"
-#include "Models/DownloadSession.h"
+#include "Models/Download/DownloadSession.h"
 #include "Models/LocalModel.h"
 #include "Models/ModelStorage.h"
 #include "Models/StoredModel.h"

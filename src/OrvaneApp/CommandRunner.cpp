@@ -2,7 +2,7 @@
 #include "OrvaneApp/CommandRunner.h"
 
 #include "Base/LocalizedError.h"
-#include "Inference/LlamaLog.h"
+#include "Inference/Llama/LlamaLog.h"
 #include "OrvaneApp/DoCommand.h"
 #include "OrvaneApp/DoctorCommand.h"
 #include "OrvaneApp/DownloadCommand.h"

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "Desktop/Diagnosis.h"
-#include "Inference/LlamaLibrary.h"
+#include "Inference/Llama/LlamaLibrary.h"
 #include "Models/ModelManager.h"
 #include "OrvaneApp/DoctorReport.h"
 #include "OrvaneApp/Terminal.h"

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Mac/MacDesktop.h"
 #include "Desktop/Mac/MacDiagnosis.h"
-#include "Desktop/Mac/MacDisplay.h"
-#include "Desktop/Mac/MacProgramInstance.h"
 #include "Desktop/Mac/MacShell.h"
+#include "Desktop/Mac/Session/MacProgramInstance.h"
+#include "Desktop/Mac/Window/MacDisplay.h"
 #include "OrvaneApp/Platform.h"
 
 namespace {

@@ -3,7 +3,7 @@
 
 #include "Desktop/Diagnosis.h"
 #include "Inference/GgufFile.h"
-#include "Inference/LlamaLibrary.h"
+#include "Inference/Llama/LlamaLibrary.h"
 #include "Models/LocalModel.h"
 
 #include <QCoroTask>

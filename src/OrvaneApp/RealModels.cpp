@@ -2,9 +2,9 @@
 #include "OrvaneApp/RealModels.h"
 
 #include "Agent/SystemPrompt.h"
-#include "Inference/LlamaEngine.h"
-#include "Inference/LlamaLog.h"
-#include "Models/HttpDownloadSession.h"
+#include "Inference/Llama/LlamaEngine.h"
+#include "Inference/Llama/LlamaLog.h"
+#include "Models/Download/HttpDownloadSession.h"
 
 using namespace Qt::StringLiterals;
 

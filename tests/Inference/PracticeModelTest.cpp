@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Agent/SystemPrompt.h"
-#include "Inference/EngineFixture.h"
-#include "Inference/LlamaHandles.h"
+#include "Inference/Llama/EngineFixture.h"
+#include "Inference/Llama/LlamaHandles.h"
 
 #include <QMap>
 #include <QTest>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Inference/PromptTemplate.h"
-#include "Inference/LibraryCount.h"
+#include "Inference/Llama/LibraryCount.h"
 
 #include <QProcess>
 #include <QTest>

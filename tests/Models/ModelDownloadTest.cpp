@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "Models/HttpDownloadSession.h"
-#include "Models/LocalHttpServer.h"
+#include "Models/Download/HttpDownloadSession.h"
+#include "Models/Download/LocalHttpServer.h"
 #include "Models/ModelManager.h"
 #include "Support/ModelBytes.h"
 #include "Support/ScriptedEngine.h"

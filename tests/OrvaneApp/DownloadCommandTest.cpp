@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "OrvaneApp/DownloadCommand.h"
-#include "Models/HttpDownloadSession.h"
-#include "Models/LocalHttpServer.h"
+#include "Models/Download/HttpDownloadSession.h"
+#include "Models/Download/LocalHttpServer.h"
 #include "OrvaneApp/ExitStatus.h"
 #include "OrvaneApp/ModelsCommand.h"
 #include "OrvaneApp/TerminalBench.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "Models/DownloadSession.h"
+#include "Models/Download/DownloadSession.h"
 
 #include <QList>
 

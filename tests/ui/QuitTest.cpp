@@ -3,7 +3,7 @@
 #include "ui/support/ScriptedModel.h"
 #include "ui/support/UiTest.h"
 
-#include "Models/LocalHttpServer.h"
+#include "Models/Download/LocalHttpServer.h"
 #include "Models/LocalModel.h"
 
 #include <QFile>

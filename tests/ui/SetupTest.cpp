@@ -3,7 +3,7 @@
 // hand.
 #include "ui/support/UiTest.h"
 
-#include "Models/LocalHttpServer.h"
+#include "Models/Download/LocalHttpServer.h"
 #include "Models/LocalModel.h"
 
 #include <QFile>

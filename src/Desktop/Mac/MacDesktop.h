@@ -2,13 +2,13 @@
 #pragma once
 
 #include "Desktop/Desktop.h"
-#include "Desktop/Mac/MacAccessibility.h"
-#include "Desktop/Mac/MacKeyboard.h"
+#include "Desktop/Mac/Accessibility/MacAccessibility.h"
+#include "Desktop/Mac/Applications/MacWindowList.h"
+#include "Desktop/Mac/Applications/MacWorkspace.h"
 #include "Desktop/Mac/MacScreenCapture.h"
 #include "Desktop/Mac/MacScripting.h"
-#include "Desktop/Mac/MacSession.h"
-#include "Desktop/Mac/MacWindowList.h"
-#include "Desktop/Mac/MacWorkspace.h"
+#include "Desktop/Mac/Session/MacSession.h"
+#include "Desktop/Mac/Typing/MacKeyboard.h"
 #include "Desktop/SystemClock.h"
 
 #include <QDir>

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Mac/MacDiagnosis.h"
 
-#include "Desktop/Mac/MacDisplay.h"
+#include "Desktop/Mac/Applications/MacWindowList.h"
 #include "Desktop/Mac/MacHotKeys.h"
 #include "Desktop/Mac/MacScreenAccess.h"
-#include "Desktop/Mac/MacWindowList.h"
+#include "Desktop/Mac/Window/MacDisplay.h"
 
 #import <AppKit/AppKit.h>
 #include <ApplicationServices/ApplicationServices.h>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Mac/MacScreenAccess.h"
 
-#include "Desktop/Mac/WindowTitles.h"
+#include "Desktop/Mac/Applications/WindowTitles.h"
 
 #include <CoreGraphics/CoreGraphics.h>
 

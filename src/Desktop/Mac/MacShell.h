@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "Desktop/Mac/MacAppearance.h"
 #include "Desktop/Mac/MacHotKeys.h"
-#include "Desktop/Mac/MacMenuBar.h"
-#include "Desktop/Mac/MacProgramActivity.h"
-#include "Desktop/Mac/MacWindowStyler.h"
+#include "Desktop/Mac/Window/MacAppearance.h"
+#include "Desktop/Mac/Window/MacMenuBar.h"
+#include "Desktop/Mac/Window/MacProgramActivity.h"
+#include "Desktop/Mac/Window/MacWindowStyler.h"
 #include "Desktop/Shell.h"
 
 // What the desktop offers to our own window: owns the services. Made and destroyed on the main thread, after

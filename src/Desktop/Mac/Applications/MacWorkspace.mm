@@ -1,0 +1,257 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Mac/Applications/MacWorkspace.h"
+
+#include "Desktop/Mac/Applications/MacApplications.h"
+#include "Desktop/Mac/Window/Foreground.h"
+#include "Desktop/PlatformError.h"
+
+#import <AppKit/AppKit.h>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+// A first start may have the system look the application over, and the user asked about it.
+constexpr auto openingLimit = 30s;
+
+NSURL *fileUrl(const QString &path)
+{
+    return [NSURL fileURLWithPath:path.toNSString()];
+}
+
+NSWorkspaceOpenConfiguration *activatingConfiguration()
+{
+    NSWorkspaceOpenConfiguration *configuration = [NSWorkspaceOpenConfiguration configuration];
+    configuration.activates = YES;
+    return configuration;
+}
+
+// What a completion handler of the workspace reports. The platform calls the handler on a thread of its own;
+// awaiting the future brings the report to the main thread.
+class Opening
+{
+public:
+    Opening() { m_promise->start(); }
+
+    void (^handler() const)(NSRunningApplication *, NSError *)
+    {
+        const auto promise = m_promise;
+        return ^(NSRunningApplication *application, NSError *error) {
+          Report report;
+          report.process = application.processIdentifier;
+          if (error)
+              report.error = QString::fromNSString(error.localizedDescription);
+          promise->addResult(report);
+          promise->finish();
+        };
+    }
+
+    // The process that has opened. Throws the platform's error; or a sentence of our own when it reports
+    // nothing in time.
+    static QCoro::Task<qint64> succeeded(Opening opening, QString name)
+    {
+        const QFuture<Report> future = opening.m_promise->future();
+        const QFuture<bool> finished = finishedWithin(future, openingLimit);
+        const bool inTime = co_await finished;
+        if (!inTime)
+            throw PlatformError(u"“%1” has not opened in time."_s.arg(name));
+        const Report report = future.result();
+        if (report.error)
+            throw PlatformError(*report.error);
+        co_return report.process;
+    }
+
+private:
+    struct Report
+    {
+        std::optional<QString> error;
+        qint64 process = 0;
+    };
+
+    std::shared_ptr<QPromise<Report>> m_promise = std::make_shared<QPromise<Report>>();
+};
+
+// By whatever application opens such addresses; false when it is none.
+bool requestOpening(const QUrl &url, const Opening &opening)
+{
+    NSURL *const address = url.toNSURL();
+    if (!address)
+        return false;
+    [NSWorkspace.sharedWorkspace openURL:address
+                           configuration:activatingConfiguration()
+                       completionHandler:opening.handler()];
+    return true;
+}
+
+QString nameOf(const RunningApplication &application)
+{
+    return application.localizedName.value_or(u"The application"_s);
+}
+
+// Throws when the application has ended.
+NSRunningApplication *openApplicationFor(const RunningApplication &application)
+{
+    NSRunningApplication *const running = MacApplications::running(application.processIdentifier);
+    if (!running || running.terminated)
+        throw PlatformError(u"“%1” is no longer open."_s.arg(nameOf(application)));
+    return running;
+}
+
+// False when the system refuses at once. From macOS 14 on, one application takes the place over from the
+// other, which has to let it; in the terminal that other one is not we, and nobody asks it.
+bool requestActivation(NSRunningApplication *application)
+{
+    if (@available(macOS 14.0, *)) {
+        NSRunningApplication *const front = NSWorkspace.sharedWorkspace.frontmostApplication;
+        [NSApp yieldActivationToApplication:application];
+        return [application activateFromApplication:front ? front : NSRunningApplication.currentApplication
+                                            options:0];
+    }
+    return [application activateWithOptions:NSApplicationActivateIgnoringOtherApps];
+}
+
+// Whether the application of this process has a place in the Dock, and so in front. One that has ended may
+// have handed over to another process.
+bool belongsInFront(qint64 process)
+{
+    NSRunningApplication *const application = MacApplications::running(process);
+    return !application || application.activationPolicy == NSApplicationActivationPolicyRegular;
+}
+
+bool isInFront(const ApplicationBundle &bundle, qint64 process)
+{
+    NSRunningApplication *const front = NSWorkspace.sharedWorkspace.frontmostApplication;
+    if (!front)
+        return false;
+    const RunningApplication application = MacApplications::described(front);
+    return application.processIdentifier == process || application.bundle == bundle;
+}
+
+} // namespace
+
+MacWorkspace::MacWorkspace(Clock &clock, WindowList &windowList) : m_clock(clock), m_windowList(windowList) {}
+
+QCoro::Task<QList<RunningApplication>> MacWorkspace::runningApplications()
+{
+    QList<RunningApplication> result;
+    for (NSRunningApplication *application in NSWorkspace.sharedWorkspace.runningApplications)
+        result.append(MacApplications::described(application));
+    co_return result;
+}
+
+QCoro::Task<std::optional<RunningApplication>> MacWorkspace::frontmostApplication()
+{
+    if (NSRunningApplication *application = m_frontmost.application())
+        co_return MacApplications::described(application);
+    if (!m_frontmost.isOurs())
+        co_return std::nullopt;
+    // Nobody was in front but we: then it is the application whose window lies behind ours.
+    const QList<WindowDescription> windows = co_await m_windowList.onScreenWindows();
+    for (const WindowDescription &window : windows) {
+        if (window.layer != 0 || window.ownerProcessIdentifier == m_windowList.ownProcessIdentifier())
+            continue;
+        NSRunningApplication *owner = MacApplications::running(window.ownerProcessIdentifier);
+        // What is no application to the user, the palettes of others for example, is passed over.
+        if (owner && owner.activationPolicy == NSApplicationActivationPolicyRegular)
+            co_return MacApplications::described(owner);
+    }
+    co_return std::nullopt;
+}
+
+QCoro::Task<void> MacWorkspace::activate(RunningApplication application)
+{
+    const RunningApplication target = MacApplications::described(openApplicationFor(application));
+    Foreground::Means means;
+    means.hasKeys = [this, target] { return hasKeys(target); };
+    means.request = [target] { return requestActivation(openApplicationFor(target)); };
+    // What is refused to us, the system does itself for whoever asks it to open the application.
+    if (target.bundle)
+        means.open = [this, target] { return openApplication(*target.bundle); };
+    return Foreground::bring(nameOf(target), means, m_clock);
+}
+
+bool MacWorkspace::hasKeys(const RunningApplication &application) const
+{
+    NSRunningApplication *front = NSWorkspace.sharedWorkspace.frontmostApplication;
+    return front && front.processIdentifier == application.processIdentifier;
+}
+
+QCoro::Task<void> MacWorkspace::terminate(RunningApplication application)
+{
+    [MacApplications::running(application.processIdentifier) terminate];
+    co_return;
+}
+
+QCoro::Task<bool> MacWorkspace::isTerminated(RunningApplication application)
+{
+    NSRunningApplication *running = MacApplications::running(application.processIdentifier);
+    co_return !running || running.terminated;
+}
+
+QCoro::Task<QList<ApplicationFolder>> MacWorkspace::applicationFolders()
+{
+    return m_queue.run(&MacApplications::folders);
+}
+
+QCoro::Task<std::optional<ApplicationBundle>> MacWorkspace::defaultForRole(QString)
+{
+    co_return std::nullopt;
+}
+
+QCoro::Task<void> MacWorkspace::openApplication(ApplicationBundle application)
+{
+    const Opening opening;
+    [NSWorkspace.sharedWorkspace openApplicationAtURL:fileUrl(application.location)
+                                        configuration:activatingConfiguration()
+                                    completionHandler:opening.handler()];
+    const qint64 process = co_await Opening::succeeded(opening, application.displayName);
+    co_await comesForward(application, process);
+}
+
+QCoro::Task<void> MacWorkspace::comesForward(ApplicationBundle application, qint64 process)
+{
+    if (!belongsInFront(process))
+        co_return;
+    Foreground::Means means;
+    means.hasKeys = [application, process] { return isInFront(application, process); };
+    means.request = [process] {
+        if (NSRunningApplication *opened = MacApplications::running(process))
+            requestActivation(opened);
+        return true; // it is on its way even so
+    };
+    co_await Foreground::bring(application.displayName, means, m_clock);
+}
+
+QCoro::Task<bool> MacWorkspace::open(QUrl url)
+{
+    const Opening opening;
+    if (!requestOpening(url, opening))
+        co_return false;
+    try {
+        co_await Opening::succeeded(opening, url.toDisplayString());
+        co_return true;
+    } catch (const PlatformError &) {
+        co_return false;
+    }
+}
+
+QCoro::Task<void> MacWorkspace::open(QUrl url, ApplicationBundle application)
+{
+    NSURL *address = url.toNSURL();
+    if (!address)
+        throw PlatformError(u"“%1” cannot be opened: it is no address."_s.arg(url.toString()));
+    const Opening opening;
+    [NSWorkspace.sharedWorkspace openURLs:@[ address ]
+                     withApplicationAtURL:fileUrl(application.location)
+                            configuration:activatingConfiguration()
+                        completionHandler:opening.handler()];
+    const qint64 process = co_await Opening::succeeded(opening, application.displayName);
+    co_await comesForward(application, process);
+}
+
+QCoro::Task<void> MacWorkspace::reveal(QString path)
+{
+    [NSWorkspace.sharedWorkspace activateFileViewerSelectingURLs:@[ fileUrl(path) ]];
+    co_return;
+}

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Mac/Session/MacProgramInstance.h"
+
+#include <QStandardPaths>
+
+#include <AppKit/AppKit.h>
+
+#include <functional>
+
+// Qt asks the delegate that it has found for whatever that one answers.
+@interface OrvaneApplicationDelegate : NSObject <NSApplicationDelegate>
+@property(nonatomic) std::function<void()> reopened;
+@end
+
+@implementation OrvaneApplicationDelegate
+
+- (BOOL)applicationShouldHandleReopen:(NSApplication *)sender hasVisibleWindows:(BOOL)hasVisibleWindows
+{
+    Q_UNUSED(sender)
+    if (!hasVisibleWindows && self.reopened)
+        self.reopened();
+    return YES;
+}
+
+@end
+
+struct MacProgramInstance::Delegate
+{
+    // The application keeps only a weak reference.
+    OrvaneApplicationDelegate *const delegate = [[OrvaneApplicationDelegate alloc] init];
+};
+
+MacProgramInstance::MacProgramInstance()
+    : SocketProgramInstance(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
+                            QStringLiteral("/Orvane")),
+      m_delegate(std::make_unique<Delegate>())
+{
+    m_delegate->delegate.reopened = [this] {
+        // Off the application's back, which waits for the answer.
+        QMetaObject::invokeMethod(
+            this, [this] { Q_EMIT activated(QString()); }, Qt::QueuedConnection);
+    };
+    [NSApplication sharedApplication].delegate = m_delegate->delegate;
+}
+
+MacProgramInstance::~MacProgramInstance()
+{
+    m_delegate->delegate.reopened = nullptr;
+}

@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Mac/Typing/MacKeyboard.h"
+
+#include "Desktop/Mac/CoreFoundationReference.h"
+#include "Desktop/Mac/Typing/TypedText.h"
+#include "Desktop/PlatformError.h"
+
+#include <ApplicationServices/ApplicationServices.h>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr auto userPatience = 500ms;
+
+// The flags that cross the seam are the platform's own.
+static_assert(static_cast<CGEventFlags>(EventFlag::Command) == kCGEventFlagMaskCommand);
+static_assert(static_cast<CGEventFlags>(EventFlag::Shift) == kCGEventFlagMaskShift);
+static_assert(static_cast<CGEventFlags>(EventFlag::Alternate) == kCGEventFlagMaskAlternate);
+static_assert(static_cast<CGEventFlags>(EventFlag::Control) == kCGEventFlagMaskControl);
+
+using EventSource = CoreFoundationReference<CGEventSourceRef>;
+
+enum class Direction { Up, Down };
+
+void postEvent(const EventSource &source, const KeyStroke &stroke, Direction direction)
+{
+    const auto event = CoreFoundationReference<CGEventRef>::adopted(
+        CGEventCreateKeyboardEvent(source.get(), stroke.virtualKey, direction == Direction::Down));
+    if (!event)
+        return;
+    // Also where there are none: a new event has those of the keys that are held, and a text with Command is
+    // a shortcut.
+    CGEventSetFlags(event.get(), static_cast<CGEventFlags>(stroke.flags.toInt()));
+    if (!stroke.text.isEmpty())
+        CGEventKeyboardSetUnicodeString(event.get(), static_cast<UniCharCount>(stroke.text.size()),
+                                        stroke.text.utf16());
+    CGEventPost(kCGHIDEventTap, event.get());
+}
+
+bool isModifierHeld()
+{
+    constexpr CGEventFlags modifiers =
+        kCGEventFlagMaskCommand | kCGEventFlagMaskShift | kCGEventFlagMaskAlternate | kCGEventFlagMaskControl;
+    return CGEventSourceFlagsState(kCGEventSourceStateHIDSystemState) & modifiers;
+}
+
+} // namespace
+
+MacKeyboard::MacKeyboard(MacWorkspace &workspace, Clock &clock) : m_workspace(workspace), m_clock(clock) {}
+
+QCoro::Task<void> MacKeyboard::post(QList<KeyStroke> strokes, std::chrono::microseconds pause,
+                                    std::optional<RunningApplication> receiver)
+{
+    if (strokes.isEmpty())
+        co_return;
+    // Without the permission, the system takes the keys and drops them.
+    if (!AXIsProcessTrusted())
+        throw PlatformError(u"macOS doesn't let Orvane press keys: allow it in System Settings, Privacy & "
+                            "Security, Accessibility."_s);
+    const std::optional<RunningApplication> target = co_await m_workspace.frontmostApplication();
+    if (!target || !receiver)
+        throw PlatformError(u"No application is in front to receive the keys."_s);
+    if (target->processIdentifier != receiver->processIdentifier)
+        throw PlatformError(
+            u"“%1” is no longer in front, so no keys were sent."_s.arg(receiver->shownName()));
+    co_await m_workspace.activate(*target);
+    co_await waitForUsersModifiers();
+    const auto source = EventSource::adopted(CGEventSourceCreate(kCGEventSourceStateCombinedSessionState));
+    const QList<KeyStroke> events = TypedText::fitted(strokes);
+    for (const KeyStroke &stroke : events) {
+        if (!m_workspace.hasKeys(*target))
+            throw PlatformError(
+                u"“%1” lost the keyboard focus, so no more keys were sent."_s.arg(target->shownName()));
+        postEvent(source, stroke, Direction::Down);
+        postEvent(source, stroke, Direction::Up);
+        if (pause > 0us)
+            co_await m_clock.sleep(std::chrono::ceil<std::chrono::milliseconds>(pause));
+    }
+}
+
+QCoro::Task<void> MacKeyboard::waitForUsersModifiers()
+{
+    const auto end = std::chrono::steady_clock::now() + userPatience;
+    while (isModifierHeld()) {
+        if (std::chrono::steady_clock::now() >= end)
+            throw PlatformError(
+                u"A modifier key (Shift, Control, Option, Command) is held down, so no keys were sent."_s);
+        co_await m_clock.sleep(5ms);
+    }
+}

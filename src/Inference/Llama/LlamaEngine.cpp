@@ -1,0 +1,218 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Inference/Llama/LlamaEngine.h"
+
+#include "Inference/GgufFile.h"
+#include "Inference/InferenceError.h"
+#include "Inference/Llama/LlamaGeneration.h"
+#include "Inference/Llama/LlamaLibrary.h"
+#include "Inference/Llama/LlamaLimits.h"
+#include "Inference/Llama/LlamaPrompt.h"
+
+#include <QFile>
+#include <QLoggingCategory>
+
+#include <llama.h>
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+Q_LOGGING_CATEGORY(engineLog, "orvane.engine")
+
+} // namespace
+
+void LlamaModelDeleter::operator()(llama_model *model) const
+{
+    llama_model_free(model);
+}
+
+void LlamaContextDeleter::operator()(llama_context *context) const
+{
+    llama_free(context);
+}
+
+// ggml has put in a handler for uncaught exceptions by now; it forks a debugger to print a backtrace unless
+// this is set when it is called.
+LlamaEngine::LlamaEngine(QList<ChatMessage> beginning) : m_beginning(std::move(beginning))
+{
+    qputenv("GGML_NO_BACKTRACE", "1");
+    m_queue = std::make_unique<SerialQueue>(u"llama.engine"_s);
+}
+
+LlamaEngine::~LlamaEngine()
+{
+    m_end.request_stop();
+    m_queue->finish();
+    // A model that nobody unloaded is left to the end of the process: this is not the thread on which
+    // llama.cpp may be entered.
+    static_cast<void>(m_ctx.release());
+    static_cast<void>(m_model.release());
+}
+
+bool LlamaEngine::isLoaded() const
+{
+    const std::lock_guard guard(m_lock);
+    return m_loaded;
+}
+
+QCoro::Task<void> LlamaEngine::load(QString path)
+{
+    const auto job = [this, path] { loadModel(path); };
+    co_await m_queue->run(job);
+}
+
+void LlamaEngine::unload()
+{
+    m_queue->post([this] { freeAll(); });
+}
+
+QCoro::Task<QString> LlamaEngine::generate(QList<ChatMessage> messages, int maxTokens,
+                                           std::function<void(QString)> onToken)
+{
+    const auto job = [this, messages, maxTokens, onToken] { return run(messages, maxTokens, onToken); };
+    co_return co_await m_queue->run(job);
+}
+
+void LlamaEngine::loadModel(const QString &path)
+{
+    freeAll();
+    LlamaLibrary::initialise();
+    const GgufFile::Verdict verdict = GgufFile::examine(path);
+    if (verdict != GgufFile::Verdict::Plausible) {
+        qCWarning(engineLog).noquote() << "Not loaded:" << path << GgufFile::explanation(verdict);
+        throw InferenceError(InferenceError::Code::loadFailed);
+    }
+
+    llama_model_params modelParameters = llama_model_default_params();
+    modelParameters.n_gpu_layers = LlamaLimits::gpuLayers;
+    // Who quits need not wait until gigabytes are read.
+    modelParameters.progress_callback = [](float, void *end) {
+        return !static_cast<std::stop_source *>(end)->stop_requested();
+    };
+    modelParameters.progress_callback_user_data = &m_end;
+    LlamaModel model(llama_model_load_from_file(QFile::encodeName(path).constData(), modelParameters));
+    if (!model)
+        throw InferenceError(InferenceError::Code::loadFailed);
+
+    llama_context_params contextParameters = llama_context_default_params();
+    contextParameters.n_ctx = contextSize;
+    contextParameters.n_batch = LlamaLimits::batchSize;
+    LlamaContext context(llama_init_from_model(model.get(), contextParameters));
+    if (!context)
+        throw InferenceError(InferenceError::Code::contextFailed);
+
+    // Nor until the call in progress is through.
+    const auto hasEnded = [](void *end) { return static_cast<std::stop_source *>(end)->stop_requested(); };
+    llama_set_abort_callback(context.get(), hasEnded, &m_end);
+
+    m_controlTokens = LlamaPrompt::controlTokens(model.get());
+    m_model = std::move(model);
+    m_ctx = std::move(context);
+    setLoaded(true);
+    if (!m_beginning.isEmpty())
+        m_queue->post([this] { evaluateAhead(); });
+}
+
+void LlamaEngine::freeAll()
+{
+    m_isEvaluatingAhead = false;
+    m_promptCache.reset();
+    m_ctx.reset();
+    m_model.reset();
+    m_controlTokens = {};
+    setLoaded(false);
+}
+
+QString LlamaEngine::run(const QList<ChatMessage> &messages, int maxTokens,
+                         const std::function<void(QString)> &onToken)
+{
+    const llama_vocab *const loaded = vocab();
+    if (!loaded)
+        throw InferenceError(InferenceError::Code::notLoaded);
+
+    std::vector<qint32> tokens = prompt(messages);
+    if (std::exchange(m_isEvaluatingAhead, false))
+        m_promptCache.keep();
+    m_queue->post([this] { keepPrompt(); });
+    // The queue runs outside of any task, so nobody's cancellation is heard: a generation that has started
+    // runs to its end, as long as there is an engine.
+    return LlamaGeneration::run(m_ctx.get(), loaded, m_promptCache, std::move(tokens), maxTokens, onToken,
+                                m_end.get_token());
+}
+
+const llama_vocab *LlamaEngine::vocab() const
+{
+    if (!m_model || !m_ctx)
+        return nullptr;
+    const llama_vocab *const own = llama_model_get_vocab(m_model.get());
+    return llama_vocab_type(own) == LLAMA_VOCAB_TYPE_NONE ? nullptr : own;
+}
+
+std::vector<qint32> LlamaEngine::prompt(const QList<ChatMessage> &messages) const
+{
+    const QString text = LlamaPrompt::render(messages, m_model.get(), m_controlTokens);
+    return LlamaPrompt::tokenized(vocab(), text);
+}
+
+void LlamaEngine::evaluateAhead()
+{
+    if (!vocab())
+        return;
+    forNobody([this] {
+        m_promptCache.begin(m_ctx.get(), ContextFitting::fitted(prompt(m_beginning), 0));
+        m_isEvaluatingAhead = true;
+        m_queue->post([this] { evaluateAheadChunk(); });
+    });
+}
+
+// Hands itself in again behind whatever was asked for meanwhile: nobody waits for more than a chunk.
+void LlamaEngine::evaluateAheadChunk()
+{
+    if (!m_isEvaluatingAhead || m_end.stop_requested())
+        return;
+    forNobody([this] {
+        if (m_promptCache.needsTrial())
+            m_promptCache.tryOut();
+        else
+            m_promptCache.evaluateChunk();
+        if (m_promptCache.isEvaluated() || !m_promptCache.canReuse())
+            keepPrompt();
+        else
+            m_queue->post([this] { evaluateAheadChunk(); });
+    });
+}
+
+// After a reply has been handed over, while the action is being carried out.
+void LlamaEngine::keepPrompt()
+{
+    m_isEvaluatingAhead = false;
+    if (!m_ctx || m_end.stop_requested())
+        return;
+    forNobody([this] {
+        m_promptCache.keep();
+        if (m_promptCache.needsTrial())
+            m_promptCache.tryOut();
+    });
+}
+
+// Work that nobody waits for may fail, for want of memory as well: the next prompt is then evaluated in full.
+void LlamaEngine::forNobody(const std::function<void()> &work)
+{
+    try {
+        return work();
+    } catch (const InferenceError &) {
+        // Whoever asks for a reply is told the same.
+    } catch (const std::exception &error) {
+        qCWarning(engineLog, "What was done ahead of need is dropped: %s", error.what());
+    }
+    m_isEvaluatingAhead = false;
+    m_promptCache.reset();
+}
+
+void LlamaEngine::setLoaded(bool loaded)
+{
+    const std::lock_guard guard(m_lock);
+    m_loaded = loaded;
+}

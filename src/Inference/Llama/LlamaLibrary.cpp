@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Inference/Llama/LlamaLibrary.h"
+
+#include <ggml-backend.h>
+#include <llama.h>
+
+#include <mutex>
+#include <string_view>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Where the back ends are, if they are plug-ins; empty if they are parts of the library. Left to itself, an
+// older library loads none, and a newer one those in the current folder as well, whoever put them there.
+constexpr std::string_view backEndFolder = ORVANE_LLAMA_BACK_ENDS;
+
+void loadBackEnds()
+{
+    if (!backEndFolder.empty())
+        ggml_backend_load_all_from_path(backEndFolder.data());
+}
+
+QString build()
+{
+    const QString version = QString::fromUtf8(ggml_version());
+    const QString commit = QString::fromUtf8(ggml_commit());
+    const bool isCommitKnown = !commit.isEmpty() && commit != "unknown"_L1;
+    return isCommitKnown ? u"ggml %1, commit %2"_s.arg(version, commit) : u"ggml %1"_s.arg(version);
+}
+
+QString described(ggml_backend_dev_t device)
+{
+    const QString name = QString::fromUtf8(ggml_backend_dev_name(device));
+    const QString description = QString::fromUtf8(ggml_backend_dev_description(device)).trimmed();
+    return description.isEmpty() || description == name ? name : u"%1 (%2)"_s.arg(name, description);
+}
+
+} // namespace
+
+void LlamaLibrary::initialise()
+{
+    static std::once_flag loaded;
+    std::call_once(loaded, loadBackEnds);
+    llama_backend_init();
+}
+
+LlamaLibrary::Description LlamaLibrary::describe()
+{
+    initialise();
+    Description description{build(), {}};
+    for (std::size_t i = 0; i < ggml_backend_dev_count(); ++i)
+        description.devices.append(described(ggml_backend_dev_get(i)));
+    return description;
+}

@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Inference/Llama/LlamaLibrary.h"
+
+#include <QDir>
+#include <QFile>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+class LlamaLibraryTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    // Where the library would look for plug-ins by itself. First, since they are loaded once.
+    void nothingOfTheCurrentFolderIsLoaded()
+    {
+        const QFile plugIn(QStringLiteral(ORVANE_LLAMA_BACK_ENDS "/libggml-blas.so"));
+        if (!plugIn.exists())
+            QSKIP("There is no back end here that is a plug-in and not needed");
+        const QTemporaryDir folder;
+        QVERIFY(QFile::copy(plugIn.fileName(), folder.filePath(u"libggml-rpc.so"_s)));
+        const QString before = QDir::currentPath();
+        QVERIFY(QDir::setCurrent(folder.path()));
+        QStringList devices = LlamaLibrary::describe().devices;
+        QVERIFY(QDir::setCurrent(before));
+        QVERIFY(devices.size() > 1);
+        QCOMPARE(devices.removeDuplicates(), 0);
+    }
+
+    void theBuildAndTheDevicesAreNamed()
+    {
+        const LlamaLibrary::Description description = LlamaLibrary::describe();
+        static const QRegularExpression version(u"^ggml \\d+\\.\\d+\\.\\d+(, commit \\S+)?$"_s);
+        QVERIFY2(version.match(description.build).hasMatch(), qPrintable(description.build));
+        // There is always a processor to compute on.
+        const QStringList processors = description.devices.filter(u"CPU"_s);
+        QVERIFY2(!processors.isEmpty(), qPrintable(description.devices.join(u'\n')));
+    }
+
+    void askingAgainSaysTheSame()
+    {
+        const LlamaLibrary::Description first = LlamaLibrary::describe();
+        const LlamaLibrary::Description second = LlamaLibrary::describe();
+        QCOMPARE(second.build, first.build);
+        QCOMPARE(second.devices, first.devices);
+    }
+};
+
+QTEST_GUILESS_MAIN(LlamaLibraryTest)
+#include "LlamaLibraryTest.moc"

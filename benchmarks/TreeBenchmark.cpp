@@ -5,7 +5,7 @@
 //
 // It also tells where the time goes: how long the application's own answer in bulk is on its way, and how
 // much of a processor this process and the application take for a reading.
-#include "Desktop/Linux/Accessibility/AtspiCache.h"
+#include "Desktop/Linux/Atspi/Bulk.h"
 #include "trees/ShownTree.h"
 
 #include <QCommandLineParser>

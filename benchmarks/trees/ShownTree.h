@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "Desktop/Linux/Accessibility/AtspiBench.h"
+#include "Desktop/Linux/Atspi/Bench.h"
 
 #include <QString>
 #include <QStringList>

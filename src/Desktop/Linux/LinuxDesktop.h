@@ -2,9 +2,9 @@
 #pragma once
 
 #include "Desktop/Desktop.h"
-#include "Desktop/Linux/Accessibility/AtspiAccessibility.h"
 #include "Desktop/Linux/Applications/LinuxWindowList.h"
 #include "Desktop/Linux/Applications/LinuxWorkspace.h"
+#include "Desktop/Linux/Atspi/Accessibility.h"
 #include "Desktop/Linux/LinuxScreenCapture.h"
 #include "Desktop/Linux/LinuxScripting.h"
 #include "Desktop/Linux/Session/LinuxSession.h"

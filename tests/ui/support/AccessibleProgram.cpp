@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ui/support/AccessibleProgram.h"
 
-#include "Desktop/Linux/Accessibility/AtspiFinder.h"
-#include "Desktop/Linux/Accessibility/AtspiPress.h"
+#include "Desktop/Linux/Atspi/Finder.h"
+#include "Desktop/Linux/Atspi/Press.h"
 #include "Desktop/PlatformError.h"
 
 #include <QDBusArgument>

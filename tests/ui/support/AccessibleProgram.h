@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "Desktop/Linux/Accessibility/AtspiApplication.h"
-#include "Desktop/Linux/Accessibility/AtspiBus.h"
+#include "Desktop/Linux/Atspi/Application.h"
+#include "Desktop/Linux/Atspi/Bus.h"
 
 #include <QCoroTask>
 #include <QList>

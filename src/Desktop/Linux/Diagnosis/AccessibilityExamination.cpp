@@ -2,9 +2,9 @@
 #include "Desktop/Linux/Diagnosis/AccessibilityExamination.h"
 
 #include "Desktop/AbandonableJob.h"
-#include "Desktop/Linux/Accessibility/AtspiBus.h"
-#include "Desktop/Linux/Accessibility/AtspiDisclosure.h"
-#include "Desktop/Linux/Accessibility/AtspiFinder.h"
+#include "Desktop/Linux/Atspi/Bus.h"
+#include "Desktop/Linux/Atspi/Disclosure.h"
+#include "Desktop/Linux/Atspi/Finder.h"
 
 #include <QCoreApplication>
 

@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Linux/Atspi/Accessibility.h"
+
+#include "Desktop/Linux/Atspi/Application.h"
+#include "Desktop/Linux/Atspi/Bulk.h"
+#include "Desktop/Linux/Atspi/Bus.h"
+#include "Desktop/Linux/Atspi/Disclosure.h"
+#include "Desktop/Linux/Atspi/Finder.h"
+#include "Desktop/Linux/Atspi/Gecko.h"
+#include "Desktop/Linux/Atspi/Peer.h"
+#include "Desktop/Linux/Atspi/Tree.h"
+#include "Desktop/PlatformError.h"
+
+#include <QCoroDBusPendingCall>
+#include <QDBusError>
+
+#include <utility>
+
+namespace {
+
+PlatformError unregistered(const QString &name)
+{
+    return PlatformError(
+        QStringLiteral("“%1” doesn't show its controls. Quit it, then let Orvane open it.").arg(name));
+}
+
+PlatformError hidden(const QString &name)
+{
+    return PlatformError(QStringLiteral("“%1” doesn't show its controls. Start it with "
+                                        "--force-renderer-accessibility, or let Orvane open it.")
+                             .arg(name));
+}
+
+QCoro::Task<QDBusMessage> cacheItems(QDBusConnection connection,
+                                     std::shared_ptr<AtspiApplication> application)
+{
+    const AtspiReference cache{application->root().service, QStringLiteral("/org/a11y/atspi/cache")};
+    const QDBusMessage call =
+        Atspi::call(cache, QStringLiteral("org.a11y.atspi.Cache"), QStringLiteral("GetItems"));
+    const QDBusPendingCall pending =
+        connection.asyncCall(call, static_cast<int>(AtspiApplication::callLimit.count()));
+    co_return co_await pending;
+}
+
+// Everything that the application tells in bulk. An answer that takes too long is not an error: it may have
+// very many objects, of which the walk needs a few only.
+QCoro::Task<std::shared_ptr<const AtspiCache>> fetchCache(std::shared_ptr<AtspiBus> bus,
+                                                          std::shared_ptr<AtspiApplication> application)
+{
+    QDBusMessage reply = co_await cacheItems(application->questions(), application);
+    if (QDBusError(reply).type() == QDBusError::UnknownMethod) {
+        co_await bus->wakeCaches(application->bus());
+        // Over the bus too, where the question cannot overtake what wakes the cache.
+        reply = co_await cacheItems(application->bus(), application);
+    }
+    auto job = [reply] { return std::make_shared<const AtspiCache>(AtspiCache::fromReply(reply)); };
+    const std::shared_ptr<const AtspiCache> items = co_await bus->worker().run(std::move(job));
+    co_return items;
+}
+
+} // namespace
+
+AtspiAccessibility::AtspiAccessibility(Environment environment)
+    : m_environment(std::move(environment)), m_bus(std::make_shared<AtspiBus>()),
+      m_wokenPages(std::make_shared<QSet<QString>>())
+{
+}
+
+AtspiAccessibility::~AtspiAccessibility() = default;
+
+QCoro::Task<bool> AtspiAccessibility::isProcessTrusted()
+{
+    const auto bus = m_bus;
+    const auto canSendKeys = m_environment.canSendKeys;
+    const bool isReady = co_await bus->isReady();
+    if (!isReady)
+        co_return false;
+    co_return co_await canSendKeys();
+}
+
+QCoro::Task<void> AtspiAccessibility::requestTrust()
+{
+    const auto bus = m_bus;
+    co_await bus->enable();
+}
+
+QCoro::Task<std::shared_ptr<AccessibilityTree>> AtspiAccessibility::applicationTree(qint64 processIdentifier)
+{
+    const auto bus = m_bus;
+    const auto activate = m_environment.activate;
+    const auto strikeKey = m_environment.strikeKey;
+    const auto titlesInFront = m_environment.titlesInFront;
+    const auto wokenPages = m_wokenPages;
+    const QString processName = Atspi::processName(processIdentifier);
+    const QDBusConnection connection = co_await bus->connection();
+    const std::optional<AtspiReference> root = co_await Atspi::findApplication(connection, processIdentifier);
+    if (!root)
+        throw unregistered(processName);
+    const auto application = co_await AtspiApplication::introduced(connection, *root, processName);
+    application->askOver(co_await AtspiPeer::open(bus, application));
+    const auto cache = co_await fetchCache(bus, application);
+    if (application->toolkit() == AtspiToolkit::Gecko && !wokenPages->contains(root->service)) {
+        if (co_await Atspi::wakePages(application, cache))
+            wokenPages->insert(root->service);
+    }
+    if (co_await Atspi::hidesControls(application, cache))
+        throw hidden(application->name());
+    const AtspiTree::Activate activateThis = [activate, processIdentifier] {
+        return activate(processIdentifier);
+    };
+    const Atspi::StrikeKey strikeThis = [strikeKey, processIdentifier](std::uint16_t virtualKey) {
+        return strikeKey(processIdentifier, virtualKey);
+    };
+    const QStringList titles = co_await titlesInFront(processIdentifier);
+    co_return std::make_shared<AtspiTree>(application, cache, activateThis, strikeThis, titles);
+}

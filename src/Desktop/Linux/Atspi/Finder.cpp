@@ -1,0 +1,136 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Linux/Atspi/Finder.h"
+
+#include "Base/Text.h"
+#include "Desktop/Linux/Atspi/Batch.h"
+#include "Desktop/Linux/Atspi/ProcessSandbox.h"
+#include "Desktop/PlatformError.h"
+
+#include <QCoroFuture>
+#include <QFile>
+
+#include <algorithm>
+#include <chrono>
+
+namespace {
+
+constexpr std::chrono::milliseconds answerLimit{900};
+
+QByteArray processFile(qint64 processIdentifier, const char *name)
+{
+    QFile file(QStringLiteral("/proc/%1/%2").arg(processIdentifier).arg(QLatin1String(name)));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+// 0 when the process has ended.
+qint64 parentProcess(qint64 processIdentifier)
+{
+    // "pid (name) state parent …", where the name may hold anything, brackets and blanks included.
+    const QByteArray state = processFile(processIdentifier, "stat");
+    const QList<QByteArray> fields = state.mid(state.lastIndexOf(')') + 2).split(' ');
+    return fields.value(1).toLongLong();
+}
+
+bool isDescendant(qint64 processIdentifier, qint64 ancestor)
+{
+    // Process numbers can be used again while we look, so the way up has an end of its own.
+    for (int steps = 0; steps < 64 && processIdentifier > 1; ++steps) {
+        processIdentifier = parentProcess(processIdentifier);
+        if (processIdentifier == ancestor)
+            return true;
+    }
+    return false;
+}
+
+bool shareSandbox(qint64 one, qint64 other)
+{
+    const auto sandbox = ProcessSandbox::of(one);
+    return sandbox && !sandbox->instance.isEmpty() && sandbox == ProcessSandbox::of(other);
+}
+
+// The replies of the bus or its registry, which answers at once if at all.
+QCoro::Task<QList<QDBusMessage>> exchange(QDBusConnection bus, QString service, QList<QDBusMessage> calls)
+{
+    const AtspiBatch::Limits limits{answerLimit, answerLimit};
+    const auto batch = std::make_shared<AtspiBatch>(bus, service, calls, limits);
+    const QFuture<AtspiBatch::End> future = batch->start();
+    if (co_await future != AtspiBatch::End::Answered)
+        throw PlatformError(QStringLiteral("The desktop's accessibility service isn't responding."));
+    co_return batch->replies();
+}
+
+QCoro::Task<QList<AtspiReference>> registeredApplications(QDBusConnection bus)
+{
+    const AtspiReference registry{Atspi::registryService, Atspi::rootPath};
+    const QList<QDBusMessage> calls{
+        Atspi::call(registry, Atspi::accessibleInterface, QStringLiteral("GetChildren"))};
+    const QList<QDBusMessage> replies = co_await exchange(bus, Atspi::registryService, calls);
+    co_return Atspi::references(replies.constFirst());
+}
+
+// In the order of the applications; 0 for one that has left.
+QCoro::Task<QList<qint64>> processesOf(QDBusConnection bus, QList<AtspiReference> applications)
+{
+    const AtspiReference daemon{QStringLiteral("org.freedesktop.DBus"),
+                                QStringLiteral("/org/freedesktop/DBus")};
+    QList<QDBusMessage> calls;
+    for (const AtspiReference &application : applications) {
+        const QVariantList connection{application.service};
+        calls.append(
+            Atspi::call(daemon, daemon.service, QStringLiteral("GetConnectionUnixProcessID"), connection));
+    }
+    QList<qint64> processes;
+    if (calls.isEmpty())
+        co_return processes;
+    const QList<QDBusMessage> replies = co_await exchange(bus, daemon.service, calls);
+    for (const QDBusMessage &reply : replies)
+        processes.append(static_cast<qint64>(Atspi::number(reply).value_or(0)));
+    co_return processes;
+}
+
+QCoro::Task<AtspiReference> richest(QDBusConnection bus, QList<AtspiReference> candidates)
+{
+    QList<QDBusMessage> calls;
+    for (const AtspiReference &candidate : candidates)
+        calls.append(Atspi::property(candidate, Atspi::accessibleInterface, QStringLiteral("ChildCount")));
+    const QList<QDBusMessage> replies = co_await exchange(bus, QString(), calls);
+    const auto fewer = [](const QDBusMessage &left, const QDBusMessage &right) {
+        return Atspi::number(left).value_or(0) < Atspi::number(right).value_or(0);
+    };
+    const auto most = std::max_element(replies.cbegin(), replies.cend(), fewer);
+    co_return candidates.at(most - replies.cbegin());
+}
+
+} // namespace
+
+QCoro::Task<std::optional<AtspiReference>> Atspi::findApplication(QDBusConnection bus,
+                                                                  qint64 processIdentifier)
+{
+    const QList<AtspiReference> applications = co_await registeredApplications(bus);
+    const QList<qint64> processes = co_await processesOf(bus, applications);
+    QList<AtspiReference> own;
+    QList<AtspiReference> descendants;
+    for (qsizetype i = 0; i < applications.size(); ++i) {
+        if (processes.at(i) == processIdentifier)
+            own.append(applications.at(i));
+        else if (isDescendant(processes.at(i), processIdentifier))
+            descendants.append(applications.at(i));
+    }
+    QList<AtspiReference> candidates = own.isEmpty() ? descendants : own;
+    for (qsizetype i = 0; i < applications.size() && own.isEmpty() && descendants.isEmpty(); ++i) {
+        if (shareSandbox(processes.at(i), processIdentifier))
+            candidates.append(applications.at(i));
+    }
+    if (candidates.isEmpty())
+        co_return std::nullopt;
+    if (candidates.size() == 1)
+        co_return candidates.constFirst();
+    co_return co_await richest(bus, candidates);
+}
+
+QString Atspi::processName(qint64 processIdentifier)
+{
+    const QString name = QString::fromUtf8(processFile(processIdentifier, "comm"));
+    const QString cleaned = Text::trimmed(Text::cleaned(name));
+    return cleaned.isEmpty() ? QStringLiteral("The application") : cleaned;
+}

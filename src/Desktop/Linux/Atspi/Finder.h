@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "Desktop/Linux/Atspi/Protocol.h"
+
+#include <QCoroTask>
+#include <QDBusConnection>
+#include <QString>
+
+#include <optional>
+
+namespace Atspi {
+
+// The root object of the application with this process: among those registered on the accessibility bus, the
+// one whose connection belongs to the process or, failing that, to a process that it has started or to
+// another one of its sandbox, as the go-between through which a Flatpak reaches the bus. Of several, the one
+// that shows most windows. None when the application is not registered. Throws PlatformError when the
+// registry does not answer. Main thread.
+QCoro::Task<std::optional<AtspiReference>> findApplication(QDBusConnection bus, qint64 processIdentifier);
+
+// What the system calls the process, cleaned; "The application" when it has ended.
+QString processName(qint64 processIdentifier);
+
+} // namespace Atspi

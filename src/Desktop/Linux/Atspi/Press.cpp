@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Linux/Atspi/Press.h"
+
+#include "Desktop/Linux/Atspi/Roles.h"
+
+#include <QCoroDBusPendingCall>
+#include <QCoroTimer>
+#include <QDBusError>
+#include <QStringList>
+
+#include <algorithm>
+#include <chrono>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+// More than any control has; an application that claims more is not believed.
+constexpr int mostActions = 64;
+
+QCoro::Task<int> actionCount(std::shared_ptr<AtspiApplication> application, AtspiReference object)
+{
+    const QList<QDBusMessage> question{
+        Atspi::property(object, Atspi::actionInterface, QStringLiteral("NActions"))};
+    int count = 0;
+    // A page's process tells Firefox about actions only after they were asked for.
+    const int rounds = application->toolkit() == AtspiToolkit::Gecko ? 5 : 1;
+    for (int round = 0; round < rounds && count == 0; ++round) {
+        if (round > 0)
+            co_await QCoro::sleepFor(100ms);
+        const QList<QDBusMessage> reply = co_await AtspiApplication::exchange(application, question);
+        const double told = Atspi::number(reply.constFirst()).value_or(0);
+        count = static_cast<int>(std::clamp<double>(told, 0, mostActions));
+    }
+    co_return count;
+}
+
+QCoro::Task<QStringList> actionNames(std::shared_ptr<AtspiApplication> application, AtspiReference object)
+{
+    const int count = co_await actionCount(application, object);
+    // "GetActions" would tell all names at once, but in the user's language.
+    QList<QDBusMessage> calls;
+    for (int i = 0; i < count; ++i) {
+        const QVariantList index{i};
+        calls.append(Atspi::call(object, Atspi::actionInterface, QStringLiteral("GetName"), index));
+    }
+    QStringList names;
+    const QList<QDBusMessage> replies = co_await AtspiApplication::exchange(application, calls);
+    for (const QDBusMessage &reply : replies)
+        names.append(Atspi::text(reply).value_or(QString()));
+    co_return names;
+}
+
+struct Press
+{
+    AtspiReference object;
+    int action = -1; // its position; -1 where nothing can be pressed
+};
+
+QCoro::Task<Press> pressOf(std::shared_ptr<AtspiApplication> application, AtspiReference object)
+{
+    const QStringList names = co_await actionNames(application, object);
+    const Press own{object, Atspi::pressAction(names)};
+    if (own.action >= 0 || application->toolkit() != AtspiToolkit::Gtk4)
+        co_return own;
+    // GTK 4 puts the button that opens a menu into one that has the name but takes no press.
+    const QList<QDBusMessage> question{
+        Atspi::call(object, Atspi::accessibleInterface, QStringLiteral("GetChildren"))};
+    const QList<QDBusMessage> reply = co_await AtspiApplication::exchange(application, question);
+    const QList<AtspiReference> children = Atspi::references(reply.constFirst());
+    if (children.isEmpty())
+        co_return own;
+    const QStringList innerNames = co_await actionNames(application, children.constFirst());
+    const Press inner{children.constFirst(), Atspi::pressAction(innerNames)};
+    co_return inner;
+}
+
+} // namespace
+
+QCoro::Task<bool> Atspi::press(std::shared_ptr<AtspiApplication> application, AtspiReference object)
+{
+    const Press press = co_await pressOf(application, object);
+    if (press.action < 0)
+        co_return false;
+    const QVariantList index{press.action};
+    const QDBusMessage call = Atspi::call(press.object, actionInterface, QStringLiteral("DoAction"), index);
+    const QDBusPendingCall pending =
+        application->bus().asyncCall(call, static_cast<int>(AtspiApplication::callLimit.count()));
+    const QDBusMessage reply = co_await pending;
+    if (reply.type() == QDBusMessage::ReplyMessage)
+        co_return truth(reply);
+    const QDBusError::ErrorType error = QDBusError(reply).type();
+    if (error != QDBusError::NoReply && error != QDBusError::Timeout)
+        co_return false;
+    const QList<QDBusMessage> anything{
+        Atspi::property(application->root(), accessibleInterface, QStringLiteral("Name"))};
+    co_await AtspiApplication::exchange(application, anything);
+    co_return true;
+}

@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Linux/Atspi/ProcessSandbox.h"
+
+#include <QFile>
+#include <QHash>
+#include <QRegularExpression>
+#include <QTextStream>
+
+namespace {
+
+QByteArray content(const QString &path)
+{
+    constexpr qint64 most = 65536;
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.read(most) : QByteArray();
+}
+
+// "[Application]" and below it "name=org.gnome.TextEditor"; by "Application/name".
+QHash<QString, QString> keyFile(const QByteArray &text)
+{
+    QHash<QString, QString> values;
+    QString group;
+    for (const QByteArray &bytes : text.split('\n')) {
+        const QString line = QString::fromUtf8(bytes).trimmed();
+        if (line.startsWith(u'['))
+            group = line.mid(1, line.size() - 2) + u'/';
+        else if (line.contains(u'='))
+            values.insert(group + line.section(u'=', 0, 0), line.section(u'=', 1));
+    }
+    return values;
+}
+
+// The file that Flatpak puts into the root of each of its sandboxes.
+std::optional<ProcessSandbox> toldByFile(const QString &process)
+{
+    const auto values = keyFile(content(process + QStringLiteral("/root/.flatpak-info")));
+    const QString application = values.value(QStringLiteral("Application/name"));
+    if (application.isEmpty())
+        return std::nullopt;
+    return ProcessSandbox{application, values.value(QStringLiteral("Instance/instance-id"))};
+}
+
+// The last part of the control group: "app-flatpak-org.gnome.TextEditor-1234.scope".
+QString scopeOf(const QString &process)
+{
+    for (const QByteArray &line : content(process + QStringLiteral("/cgroup")).split('\n')) {
+        if (line.startsWith("0::") || line.contains(":name=systemd:"))
+            return QString::fromUtf8(line.mid(line.lastIndexOf('/') + 1));
+    }
+    return QString();
+}
+
+// systemd writes a dash inside of a name as "\x2d".
+QString unescaped(QString name)
+{
+    return name.replace(QStringLiteral("\\x2d"), QStringLiteral("-"));
+}
+
+std::optional<ProcessSandbox> flatpakOfScope(const QString &scope)
+{
+    static const QRegularExpression form(QStringLiteral("^(?:app-)?flatpak-(.+)-\\d+\\.scope$"));
+    const auto match = form.match(scope);
+    if (!match.hasMatch())
+        return std::nullopt;
+    return ProcessSandbox{unescaped(match.captured(1)), QString()};
+}
+
+// What a snap's programs start stays in its scope, although it may be any program of the computer; so the
+// program has to come from the snap.
+std::optional<ProcessSandbox> snapOfScope(const QString &scope, const QString &process)
+{
+    static const QRegularExpression form(
+        QStringLiteral("^snap\\.([^.]+)\\.([^.]+?)(?:[-.][0-9a-f]{8}(?:-[0-9a-f]{4}){3}-[0-9a-f]{12})?"
+                       "\\.(?:scope|service)$"));
+    const auto match = form.match(scope);
+    if (!match.hasMatch())
+        return std::nullopt;
+    const QString snap = unescaped(match.captured(1));
+    const QString program = QFile::symLinkTarget(process + QStringLiteral("/exe"));
+    if (!program.startsWith(QStringLiteral("/snap/%1/").arg(snap)))
+        return std::nullopt;
+    return ProcessSandbox{snap + u'_' + unescaped(match.captured(2)), QString()};
+}
+
+} // namespace
+
+std::optional<ProcessSandbox> ProcessSandbox::of(qint64 process, const QString &processes)
+{
+    const QString folder = processes + u'/' + QString::number(process);
+    if (const auto told = toldByFile(folder))
+        return told;
+    const QString scope = scopeOf(folder);
+    const auto flatpak = flatpakOfScope(scope);
+    return flatpak ? flatpak : snapOfScope(scope, folder);
+}

@@ -1,0 +1,239 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Linux/Atspi/Reader.h"
+
+#include <QHash>
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+bool isTextField(const AtspiReading &reading)
+{
+    return reading.axRole == QLatin1String("AXTextField");
+}
+
+bool hasLabel(const AtspiReading &reading)
+{
+    return !reading.name.isEmpty() || !reading.description.isEmpty();
+}
+
+bool wantsHelp(const AtspiReading &reading)
+{
+    const bool isControl = !reading.axRole.isEmpty() && reading.axRole != QLatin1String("AXStaticText");
+    return isControl && !hasLabel(reading) && reading.value.isEmpty();
+}
+
+QDBusMessage accessibleProperty(const AtspiReading &reading, const QString &name)
+{
+    return Atspi::property(reading.object, Atspi::accessibleInterface, name);
+}
+
+QDBusMessage accessibleCall(const AtspiReading &reading, const QString &method)
+{
+    return Atspi::call(reading.object, Atspi::accessibleInterface, method);
+}
+
+} // namespace
+
+AtspiReader::AtspiReader(std::shared_ptr<AtspiApplication> application,
+                         std::shared_ptr<const AtspiCache> cache, std::shared_ptr<AtspiOutline> outline,
+                         QList<AtspiReading> readings)
+    : m_application(std::move(application)), m_cache(std::move(cache)), m_outline(std::move(outline)),
+      m_readings(std::move(readings))
+{
+}
+
+QCoro::Task<void> AtspiReader::read()
+{
+    co_await readStructure();
+    const Answer label = [toolkit = m_application->toolkit()](const QDBusMessage &reply) {
+        return Atspi::label(Atspi::text(reply).value_or(QString()), toolkit);
+    };
+    const Question name = [](const AtspiReading &reading) -> std::optional<QDBusMessage> {
+        if (reading.axRole.isEmpty() || reading.cached)
+            return std::nullopt;
+        return accessibleProperty(reading, QStringLiteral("Name"));
+    };
+    const Question description = [this](const AtspiReading &reading) -> std::optional<QDBusMessage> {
+        const bool isNamed = !reading.name.isEmpty() || isPlainText(reading);
+        if (reading.axRole.isEmpty() || isNamed || reading.cached)
+            return std::nullopt;
+        return accessibleProperty(reading, QStringLiteral("Description"));
+    };
+    const Question help = [](const AtspiReading &reading) -> std::optional<QDBusMessage> {
+        return wantsHelp(reading) ? std::optional(accessibleProperty(reading, QStringLiteral("HelpText")))
+                                  : std::nullopt;
+    };
+    co_await readTexts(&AtspiReading::name, name, label);
+    co_await readTexts(&AtspiReading::description, description, label);
+    co_await readContents();
+    co_await readNumbers();
+    co_await readTexts(&AtspiReading::help, help, label);
+}
+
+// GTK 4 lists the pages of a stack as its children, but in bulk what is on the pages: so it is believed there
+// only about what cannot be a stack, elements without children and controls.
+bool AtspiReader::knowsChildren(const AtspiCacheItem &item) const
+{
+    if (!m_cache->hasAllChildren(item))
+        return false;
+    if (m_application->toolkit() != AtspiToolkit::Gtk4 || item.childCount == 0)
+        return true;
+    return !Atspi::axRole(item.role, AtspiRole::Invalid).isEmpty();
+}
+
+// Takes what the cache holds; the positions of the elements of which it does not hold everything remain.
+QList<qsizetype> AtspiReader::useCache()
+{
+    QList<qsizetype> incomplete;
+    for (qsizetype i = 0; i < m_readings.size(); ++i) {
+        AtspiReading &reading = m_readings[i];
+        const AtspiCacheItem *const item = m_cache->find(reading.object);
+        reading.cached = item;
+        if (item) {
+            reading.role = item->role;
+            reading.axRole = Atspi::axRole(item->role, reading.parentRole);
+        }
+        if (item && !reading.axRole.isEmpty()) {
+            reading.name = Atspi::label(item->name, m_application->toolkit());
+            if (reading.name.isEmpty())
+                reading.description = Atspi::label(item->description, m_application->toolkit());
+        }
+        if (item && knowsChildren(*item))
+            reading.children = m_cache->children(*item);
+        else
+            incomplete.append(i);
+    }
+    return incomplete;
+}
+
+// Has what is below the elements outlined that neither the cache nor an outline knows. Chromium, which also
+// leaves pages out of its bulk answer, would go through a page for longer than it takes to ask element by
+// element.
+QCoro::Task<void> AtspiReader::outline(QList<qsizetype> incomplete)
+{
+    if (m_application->toolkit() != AtspiToolkit::Gecko)
+        co_return;
+    for (const qsizetype i : incomplete) {
+        const AtspiReference object = m_readings.at(i).object;
+        if (m_readings.at(i).cached || m_outline->knows(object) || !m_outline->mayAsk())
+            continue;
+        // The first is answered at once, which tells a page that takes long from a browser that hangs.
+        QList<QDBusMessage> calls{accessibleCall(m_readings.at(i), QStringLiteral("GetRole"))};
+        calls += AtspiOutline::questions(object);
+        const QList<QDBusMessage> replies = co_await AtspiApplication::exchange(m_application, calls);
+        QList<QList<AtspiReference>> answers;
+        for (const QDBusMessage &reply : replies.sliced(1))
+            answers.append(Atspi::references(reply));
+        m_outline->add(object, answers);
+    }
+}
+
+QCoro::Task<void> AtspiReader::readStructure()
+{
+    const QList<qsizetype> incomplete = useCache();
+    co_await outline(incomplete);
+    QList<QDBusMessage> calls;
+    for (const qsizetype i : incomplete) {
+        AtspiReading &reading = m_readings[i];
+        if (!reading.cached)
+            reading.role = m_outline->role(reading.object);
+        if (!m_outline->isLeaf(reading.object))
+            calls.append(accessibleCall(reading, QStringLiteral("GetChildren")));
+        if (reading.role == AtspiRole::Invalid)
+            calls.append(accessibleCall(reading, QStringLiteral("GetRole")));
+    }
+    const QList<QDBusMessage> replies = co_await AtspiApplication::exchange(m_application, calls);
+    auto reply = replies.cbegin();
+    for (const qsizetype i : incomplete) {
+        AtspiReading &reading = m_readings[i];
+        if (!m_outline->isLeaf(reading.object))
+            reading.children = Atspi::references(*reply++);
+        if (reading.role == AtspiRole::Invalid)
+            reading.role = static_cast<AtspiRole>(static_cast<quint32>(Atspi::number(*reply++).value_or(0)));
+        reading.axRole = Atspi::axRole(reading.role, reading.parentRole);
+    }
+    for (const qsizetype i : incomplete)
+        m_outline->setChildren(m_readings.at(i).object, m_readings.at(i).children);
+}
+
+// Whether it is one of Chromium's texts that have nothing but what they say, blanks between links among them,
+// and have that for their name.
+bool AtspiReader::isPlainText(const AtspiReading &reading) const
+{
+    return m_application->toolkit() == AtspiToolkit::Chromium && reading.role == AtspiRole::Static;
+}
+
+// Whether the text inside a static text is all that it says. A label is short, so it is asked for whole.
+bool AtspiReader::speaksByItsText(const AtspiReading &reading) const
+{
+    if (reading.axRole != QLatin1String("AXStaticText") || hasLabel(reading) || isPlainText(reading))
+        return false;
+    return m_application->toolkit() != AtspiToolkit::Chromium || reading.children.isEmpty();
+}
+
+// The text inside text fields, and inside static texts that have no other. Of a text field the length is
+// asked for first: a whole book must not come over, and some applications take an end beyond the text for a
+// mistake.
+QCoro::Task<void> AtspiReader::readContents()
+{
+    QHash<AtspiReference, int> ends;
+    QList<AtspiReference> fields;
+    QList<QDBusMessage> lengths;
+    for (const AtspiReading &reading : m_readings) {
+        if (speaksByItsText(reading))
+            ends.insert(reading.object, -1);
+        if (!isTextField(reading) || reading.role == AtspiRole::PasswordText)
+            continue;
+        fields.append(reading.object);
+        lengths.append(
+            Atspi::property(reading.object, Atspi::textInterface, QStringLiteral("CharacterCount")));
+    }
+    const QList<QDBusMessage> replies = co_await AtspiApplication::exchange(m_application, lengths);
+    for (qsizetype k = 0; k < fields.size(); ++k) {
+        const double length = Atspi::number(replies.at(k)).value_or(0);
+        ends.insert(fields.at(k), static_cast<int>(std::clamp<double>(length, 0, longestText)));
+    }
+    const Question contents = [ends](const AtspiReading &reading) -> std::optional<QDBusMessage> {
+        const int end = ends.value(reading.object, 0);
+        if (end == 0)
+            return std::nullopt;
+        const QVariantList range{0, end};
+        return Atspi::call(reading.object, Atspi::textInterface, QStringLiteral("GetText"), range);
+    };
+    const Answer text = [](const QDBusMessage &reply) {
+        return Atspi::label(Atspi::text(reply).value_or(QString()), AtspiToolkit::Other);
+    };
+    co_await readTexts(&AtspiReading::value, contents, text);
+}
+
+// The number in a spin button that offers no text.
+QCoro::Task<void> AtspiReader::readNumbers()
+{
+    const Question number = [](const AtspiReading &reading) -> std::optional<QDBusMessage> {
+        if (reading.role != AtspiRole::SpinButton || !reading.value.isEmpty())
+            return std::nullopt;
+        return Atspi::property(reading.object, Atspi::valueInterface, QStringLiteral("CurrentValue"));
+    };
+    const Answer digits = [](const QDBusMessage &reply) {
+        const std::optional<double> value = Atspi::number(reply);
+        return value ? QString::number(*value) : QString();
+    };
+    co_await readTexts(&AtspiReading::value, number, digits);
+}
+
+QCoro::Task<void> AtspiReader::readTexts(QString AtspiReading::*text, Question question, Answer answer)
+{
+    QList<QDBusMessage> calls;
+    QList<qsizetype> asked;
+    for (qsizetype i = 0; i < m_readings.size(); ++i) {
+        if (const std::optional<QDBusMessage> call = question(m_readings.at(i))) {
+            asked.append(i);
+            calls.append(*call);
+        }
+    }
+    const QList<QDBusMessage> replies = co_await AtspiApplication::exchange(m_application, calls);
+    for (qsizetype k = 0; k < asked.size(); ++k)
+        m_readings[asked.at(k)].*text = answer(replies.at(k));
+}

@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Linux/Atspi/Toolkits.h"
+
+#include "Base/Text.h"
+
+#include <QRegularExpression>
+
+namespace {
+
+// Stands in a text for a picture, a link or another object of its own.
+constexpr char16_t objectMark = 0xFFFC;
+
+// "7 7" → "7", and "_Retry Retry", where the first one marks its key, → "Retry"; any other text as it is.
+QString saidOnce(const QString &text)
+{
+    const QString second = text.right((text.size() - 1) / 2);
+    QString first = text.chopped(second.size());
+    if (!first.endsWith(u' '))
+        return text;
+    first.chop(1);
+    if (const qsizetype key = first.indexOf(u'_'); key >= 0 && first.size() > second.size())
+        first.remove(key, 1);
+    return first == second ? second : text;
+}
+
+// The toolkit's own classes, and those that applications derive and name alike.
+bool isClassName(const QString &text)
+{
+    static const QRegularExpression pattern(
+        QStringLiteral("^((Gtk|Adw)(Source)?[A-Z][A-Za-z]+|([A-Z][a-z]+)+(View|Entry|Button|Label|Image))$"));
+    return pattern.match(text).hasMatch();
+}
+
+// Rich text as Qt takes it for hints, without its markup. "<none>" is a text in angle brackets.
+QString withoutMarkup(const QString &text)
+{
+    static const QRegularExpression tag(QStringLiteral("<[^<>]*>"));
+    if (!text.startsWith(u'<') || !text.endsWith(u'>'))
+        return text;
+    const QString inside = Text::trimmed(QString(text).replace(tag, QStringLiteral(" ")));
+    return inside.isEmpty() ? text : inside;
+}
+
+} // namespace
+
+AtspiToolkit Atspi::toolkit(const QString &name)
+{
+    if (name == QLatin1String("GTK"))
+        return AtspiToolkit::Gtk4;
+    if (name == QLatin1String("gtk"))
+        return AtspiToolkit::Gtk3;
+    if (name == QLatin1String("Gecko"))
+        return AtspiToolkit::Gecko;
+    if (name == QLatin1String("Qt"))
+        return AtspiToolkit::Qt;
+    return name == QLatin1String("Chromium") ? AtspiToolkit::Chromium : AtspiToolkit::Other;
+}
+
+QString Atspi::label(const QString &text, AtspiToolkit toolkit)
+{
+    QString visible = text;
+    visible.remove(QChar(objectMark));
+    const QString tidy = Text::trimmed(Text::cleaned(visible));
+    if (toolkit == AtspiToolkit::Qt)
+        return withoutMarkup(tidy);
+    if (toolkit != AtspiToolkit::Gtk4)
+        return tidy;
+    return isClassName(tidy) ? QString() : saidOnce(tidy);
+}

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "Desktop/Accessibility.h"
+#include "Desktop/Linux/Atspi/Application.h"
+#include "Desktop/Linux/Atspi/Bulk.h"
+#include "Desktop/Linux/Atspi/Reader.h"
+#include "Desktop/Linux/Atspi/Workarounds.h"
+
+#include <QCoroTask>
+#include <QList>
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+// The tree of one application on the accessibility bus. It keeps the objects met so far, whose positions are
+// the handles, and what the application told in bulk when the tree was made. Main thread.
+class AtspiTree : public AccessibilityTree, public std::enable_shared_from_this<AtspiTree>
+{
+public:
+    // `activate` gives the application the focus if it does not have it; asked for before every press.
+    // `strikeKey` is for controls that are better pressed with a key. `titles`: of the windows that the user
+    // has in front, the foremost first; they come first among the root's children.
+    using Activate = std::function<QCoro::Task<void>()>;
+    AtspiTree(std::shared_ptr<AtspiApplication> application, std::shared_ptr<const AtspiCache> cache,
+              Activate activate, Atspi::StrikeKey strikeKey, QStringList titles);
+
+    AccessibilityElement root() const override { return 0; }
+    std::optional<AccessibilityElement> frontWindow() const override { return m_frontWindow; }
+    QCoro::Task<QList<AccessibilityAttributes>> read(QList<AccessibilityElement> elements) override;
+    QCoro::Task<bool> press(AccessibilityElement element) override;
+
+private:
+    struct Object
+    {
+        AtspiReference reference;
+        AtspiRole parentRole = AtspiRole::Invalid;
+    };
+
+    QCoro::Task<AccessibilityAttributes> rootAttributes(AtspiReading reading);
+    AccessibilityAttributes attributes(const AtspiReading &reading, const QList<AtspiReference> &children);
+
+    std::shared_ptr<AtspiApplication> m_application;
+    std::shared_ptr<const AtspiCache> m_cache;
+    std::shared_ptr<AtspiOutline> m_outline;
+    Activate m_activate;
+    Atspi::StrikeKey m_strikeKey;
+    QStringList m_titles;
+    QList<Object> m_objects;
+    std::optional<AccessibilityElement> m_frontWindow;
+};

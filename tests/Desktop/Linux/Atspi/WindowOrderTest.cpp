@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: Apache-2.0
+// In which order an application's windows are walked.
+#include "Desktop/Linux/Atspi/WindowOrder.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+class AtspiWindowOrderTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    // "*" before a name: the window is active.
+    static QStringList sorted(const QStringList &names, const QStringList &titles)
+    {
+        QList<Atspi::WindowStanding> windows;
+        for (const QString &name : names)
+            windows.append({name.startsWith(u'*') ? name.mid(1) : name, name.startsWith(u'*')});
+        QStringList result;
+        for (const qsizetype position : Atspi::frontFirst(windows, titles))
+            result.append(names.at(position));
+        return result;
+    }
+
+private Q_SLOTS:
+    void theForemostWindowsComeFirst_data()
+    {
+        QTest::addColumn<QStringList>("windows");
+        QTest::addColumn<QStringList>("titles");
+        QTest::addColumn<QStringList>("order");
+        using L = QStringList;
+
+        QTest::newRow("nothing is known") << L{u"a"_s, u"b"_s} << L{} << L{u"a"_s, u"b"_s};
+        QTest::newRow("a title") << L{u"a"_s, u"b"_s, u"c"_s} << L{u"b"_s} << L{u"b"_s, u"a"_s, u"c"_s};
+        QTest::newRow("a dialog and its window")
+            << L{u"a"_s, u"b"_s, u"c"_s} << L{u"c"_s, u"b"_s} << L{u"c"_s, u"b"_s, u"a"_s};
+        QTest::newRow("the active one of two with the same title")
+            << L{u"x"_s, u"a"_s, u"*a"_s} << L{u"a"_s} << L{u"*a"_s, u"a"_s, u"x"_s};
+        QTest::newRow("a blocked window that is active")
+            << L{u"*a"_s, u"b"_s} << L{u"b"_s, u"a"_s} << L{u"b"_s, u"*a"_s};
+        QTest::newRow("a toolkit that tells other names")
+            << L{u"1"_s, u"*2"_s} << L{u"a"_s} << L{u"*2"_s, u"1"_s};
+        QTest::newRow("a window without a title") << L{u""_s, u"b"_s} << L{u""_s, u"b"_s} << L{u"b"_s, u""_s};
+        QTest::newRow("no windows") << L{} << L{u"a"_s} << L{};
+    }
+
+    void theForemostWindowsComeFirst()
+    {
+        QFETCH(QStringList, windows);
+        QFETCH(QStringList, titles);
+        QTEST(sorted(windows, titles), "order");
+    }
+
+    void aTitleOrItsOwnWordTellsThatAWindowIsInFront()
+    {
+        const QStringList titles{u"a"_s};
+        QVERIFY(Atspi::isInFront({u"a"_s, false}, titles));
+        QVERIFY(Atspi::isInFront({u"b"_s, true}, titles));
+        QVERIFY(!Atspi::isInFront({u"b"_s, false}, titles));
+        QVERIFY(!Atspi::isInFront({u""_s, false}, {u""_s}));
+    }
+};
+
+QTEST_GUILESS_MAIN(AtspiWindowOrderTest)
+#include "WindowOrderTest.moc"

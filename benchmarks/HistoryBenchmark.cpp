@@ -3,8 +3,8 @@
 // scrolled, and while a reply streams in below it. The window, its models and the session are the real ones;
 // the language model and the desktop behind them are scripted.
 #include "Agent/SessionBench.h"
-#include "ContentView/ContentViewModel.h"
-#include "ContentView/MainWindow.h"
+#include "ContentView/ViewModels/ContentViewModel.h"
+#include "ContentView/Window/MainWindow.h"
 #include "Support/Gate.h"
 
 #include <benchmark/benchmark.h>

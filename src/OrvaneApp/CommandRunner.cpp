@@ -3,14 +3,14 @@
 
 #include "Base/LocalizedError.h"
 #include "Inference/Llama/LlamaLog.h"
-#include "OrvaneApp/DoCommand.h"
-#include "OrvaneApp/DoctorCommand.h"
-#include "OrvaneApp/DownloadCommand.h"
-#include "OrvaneApp/ExitStatus.h"
-#include "OrvaneApp/ModelsCommand.h"
+#include "OrvaneApp/CommandLine/DoCommand.h"
+#include "OrvaneApp/CommandLine/DoctorCommand.h"
+#include "OrvaneApp/CommandLine/DownloadCommand.h"
+#include "OrvaneApp/CommandLine/ExitStatus.h"
+#include "OrvaneApp/CommandLine/ModelsCommand.h"
+#include "OrvaneApp/CommandLine/SignalWatcher.h"
 #include "OrvaneApp/Platform.h"
 #include "OrvaneApp/RealModels.h"
-#include "OrvaneApp/SignalWatcher.h"
 #include "OrvaneApp/WindowCommand.h"
 
 #include <QCoreApplication>

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "Desktop/ProgramInstance.h"
-#include "OrvaneApp/CommandLine.h"
-#include "OrvaneApp/Terminal.h"
+#include "OrvaneApp/CommandLine/CommandLine.h"
+#include "OrvaneApp/CommandLine/Terminal.h"
 
 // Composes the program for one command and carries the command out: here, and nowhere below, the engine, the
 // download session and the desktop are chosen. Main thread, with an application object that does not run yet;

@@ -2,7 +2,7 @@
 #include "OrvaneApp/WindowCommand.h"
 
 #include "Base/LocalizedError.h"
-#include "OrvaneApp/ExitStatus.h"
+#include "OrvaneApp/CommandLine/ExitStatus.h"
 
 #include <QPointer>
 

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "OrvaneApp/CommandLine.h"
-#include "OrvaneApp/OrvaneApp.h"
+#include "OrvaneApp/Application/OrvaneApp.h"
+#include "OrvaneApp/CommandLine/CommandLine.h"
+#include "OrvaneApp/CommandLine/Terminal.h"
 #include "OrvaneApp/Platform.h"
 #include "OrvaneApp/RealModels.h"
-#include "OrvaneApp/Terminal.h"
 
 #include <QCoroTask>
 #include <QObject>

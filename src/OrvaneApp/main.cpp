@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "OrvaneApp/CommandLine.h"
+#include "OrvaneApp/CommandLine/CommandLine.h"
+#include "OrvaneApp/CommandLine/ExitStatus.h"
+#include "OrvaneApp/CommandLine/Terminal.h"
 #include "OrvaneApp/CommandRunner.h"
-#include "OrvaneApp/ExitStatus.h"
 #include "OrvaneApp/Platform.h"
-#include "OrvaneApp/Terminal.h"
 
 #include <QFile>
 #include <QGuiApplication>

@@ -3,8 +3,8 @@
 // Draws the window in every state, in light and dark, into PNG files. The window, its models, the session and
 // the model manager are the real ones; the language model and the desktop behind them are scripted.
 #include "Agent/SessionBench.h"
-#include "ContentView/ContentViewModel.h"
-#include "ContentView/MainWindow.h"
+#include "ContentView/ViewModels/ContentViewModel.h"
+#include "ContentView/Window/MainWindow.h"
 #include "Support/Gate.h"
 
 #include <QDir>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Models/LocalModel.h"
-#include "OrvaneApp/ExitStatus.h"
+#include "OrvaneApp/CommandLine/ExitStatus.h"
 
 #include <QDir>
 #include <QDirIterator>

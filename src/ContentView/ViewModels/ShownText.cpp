@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "ContentView/ViewModels/ShownText.h"
+
+#include "Base/Text.h"
+
+#include <QList>
+
+namespace {
+
+constexpr char32_t firstStrongIsolate = 0x2068;
+constexpr char32_t popDirectionalIsolate = 0x2069;
+
+bool runsRightToLeft(char32_t character)
+{
+    const QChar::Direction direction = QChar::direction(character);
+    return direction == QChar::DirR || direction == QChar::DirAL || direction == QChar::DirAN;
+}
+
+bool partsStretches(char32_t character)
+{
+    constexpr QStringView marks = u"“”()—\n";
+    return character <= 0xFFFF && marks.contains(QChar(static_cast<char16_t>(character)));
+}
+
+} // namespace
+
+QString ShownText::line(const QString &text)
+{
+    return inOrder(Text::withVisibleMarks(text));
+}
+
+QString ShownText::lines(const QString &text)
+{
+    return inOrder(Text::withVisibleMarks(text, Text::Layout::Lines));
+}
+
+QString ShownText::inOrder(const QString &text)
+{
+    if (text.isRightToLeft())
+        return text;
+    QList<uint> result;
+    qsizetype stretchStart = -1;
+    qsizetype stretchEnd = -1;
+    const auto endStretch = [&] {
+        if (stretchStart < 0)
+            return;
+        result.insert(stretchEnd, popDirectionalIsolate);
+        result.insert(stretchStart, firstStrongIsolate);
+        stretchStart = -1;
+    };
+    for (const char32_t character : text.toUcs4()) {
+        if (partsStretches(character))
+            endStretch();
+        result.append(character);
+        if (!runsRightToLeft(character))
+            continue;
+        stretchEnd = result.size();
+        if (stretchStart < 0)
+            stretchStart = stretchEnd - 1;
+    }
+    endStretch();
+    return QString::fromUcs4(reinterpret_cast<const char32_t *>(result.constData()), result.size());
+}

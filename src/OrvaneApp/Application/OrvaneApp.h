@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "Agent/AgentSession.h"
+#include "ContentView/ViewModels/ContentViewModel.h"
+#include "OrvaneApp/Application/ActivityReport.h"
+#include "OrvaneApp/Application/AppDelegate.h"
+
+#include <QQmlEngine>
+#include <QQuickWindow>
+
+#include <memory>
+
+// The application with its window: one model manager, one session and one window for the life of the process.
+// Main thread; the model manager and the services are not owned and outlive this object.
+class OrvaneApp : public QObject
+{
+    Q_OBJECT
+
+public:
+    OrvaneApp(ModelManager &models, const Desktop &desktop, const Shell &shell, ProgramInstance &instance,
+              QObject *parent = nullptr);
+    ~OrvaneApp() override;
+
+    // Makes the window and puts it to work. Throws PlatformError when the interface cannot be loaded.
+    void start(AppDelegate::StartUp startUp);
+
+    AgentSession &session() { return m_session; }
+
+    bool eventFilter(QObject *object, QEvent *event) override;
+
+private:
+    void loadWindow();
+    void followTheDesktop();
+
+    const Shell m_shell;
+    AgentSession m_session;
+    ActivityReport m_activityReport;
+    ContentViewModel m_content;
+    AppDelegate m_delegate;
+    QQmlEngine m_engine;
+    std::unique_ptr<QQuickWindow> m_window;
+};

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "Desktop/Diagnosis.h"
+#include "Inference/Llama/LlamaLibrary.h"
+#include "Models/ModelManager.h"
+#include "OrvaneApp/CommandLine/DoctorReport.h"
+#include "OrvaneApp/CommandLine/Terminal.h"
+
+#include <QCoroTask>
+#include <QObject>
+
+#include <functional>
+
+// `orvane doctor`: has the desktop, the model file and llama.cpp examined, all at the same time, and reports.
+// Main thread; nothing is owned.
+class DoctorCommand : public QObject
+{
+    Q_OBJECT
+
+public:
+    // `describeLlama` is called on a thread of its own.
+    DoctorCommand(const ModelManager &models, Diagnosis &diagnosis,
+                  std::function<LlamaLibrary::Description()> describeLlama, Terminal &terminal,
+                  QObject *parent = nullptr);
+    ~DoctorCommand() override;
+
+    // Returns at once; `finished` tells the end. Once in the object's life.
+    void start(DoctorReport::Format format);
+
+    // The user does not want to wait.
+    void interrupt();
+
+Q_SIGNALS:
+    void finished(int exitStatus);
+
+private:
+    QCoro::Task<void> examine(DoctorReport::Format format);
+
+    const ModelManager &m_models;
+    Diagnosis &m_diagnosis;
+    std::function<LlamaLibrary::Description()> m_describeLlama;
+    Terminal &m_terminal;
+    QCoro::Task<void> m_examining;
+};

@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: Apache-2.0
+// Runs the tests of the views (tst_*.qml), with the real symbols. The rest that the views show is mocked in
+// QML.
+#include "ContentView/Controls/SymbolImages.h"
+
+#include <QQmlEngine>
+#include <QtQuickTest>
+
+using namespace Qt::StringLiterals;
+
+class ViewsTest : public QObject
+{
+    Q_OBJECT
+
+public Q_SLOTS:
+    void qmlEngineAvailable(QQmlEngine *engine) { engine->addImageProvider(u"symbol"_s, new SymbolImages); }
+};
+
+QUICK_TEST_MAIN_WITH_SETUP(Views, ViewsTest)
+
+#include "ViewsTest.moc"

@@ -36,11 +36,17 @@ public:
     Witness(const Witness &) = delete;
     Witness &operator=(const Witness &) = delete;
 
-    // Waits until it is in front; false when that takes too long.
+    // Waits until keys go to it, which is a moment after it has become the active window; false when that
+    // takes too long.
     bool start()
     {
         m_program.start(u"xev"_s);
-        return QTest::qWaitFor([] { return Screen::activeWindow().has_value(); }, PrivateDesktop::patience);
+        QByteArray told;
+        const auto hasKeys = [&] {
+            told += m_program.readAllStandardOutput();
+            return told.contains("FocusIn event") && Screen::activeWindow().has_value();
+        };
+        return QTest::qWaitFor(hasKeys, PrivateDesktop::patience);
     }
 
     // All that it was told since the last time, up to the key, which is pressed now; nothing if that does not

@@ -3,8 +3,8 @@
 
 #include "Base/LocalizedError.h"
 #include "Base/Text.h"
-#include "Inference/GgufFile.h"
 #include "Inference/InferenceError.h"
+#include "Inference/Llama/GgufFile.h"
 #include "Models/Download/DownloadName.h"
 #include "Models/FileMove.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Models/StoredModel.h"
 
-#include "Inference/GgufFile.h"
+#include "Inference/Llama/GgufFile.h"
 
 #include <QFileInfo>
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Inference/Llama/LlamaEngine.h"
 
-#include "Inference/GgufFile.h"
 #include "Inference/InferenceError.h"
+#include "Inference/Llama/GgufFile.h"
 #include "Inference/Llama/LlamaGeneration.h"
 #include "Inference/Llama/LlamaLibrary.h"
 #include "Inference/Llama/LlamaLimits.h"

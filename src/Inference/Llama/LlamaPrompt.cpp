@@ -3,7 +3,7 @@
 
 #include "Inference/Llama/LibraryCount.h"
 #include "Inference/Llama/LibraryFailure.h"
-#include "Inference/PromptTemplate.h"
+#include "Inference/Llama/PromptTemplate.h"
 
 #include <llama.h>
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "Desktop/Diagnosis.h"
-#include "Inference/GgufFile.h"
+#include "Inference/Llama/GgufFile.h"
 #include "Inference/Llama/LlamaLibrary.h"
 #include "Models/LocalModel.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "Inference/PromptTemplate.h"
+#include "Inference/Llama/PromptTemplate.h"
 
 #include "Inference/Llama/LibraryCount.h"
 #include "Inference/Utf8.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "Inference/GgufFile.h"
+#include "Inference/Llama/GgufFile.h"
 
 #include <QByteArray>
 #include <QDataStream>

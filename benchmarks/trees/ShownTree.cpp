@@ -204,6 +204,5 @@ std::optional<double> ShownTree::readWithLibatspi(qsizetype most) const
 
 QDBusMessage ShownTree::askForAll()
 {
-    const AtspiReference cache{m_plain.rootOf(process()).service, u"/org/a11y/atspi/cache"_s};
-    return m_plain.ask(Atspi::call(cache, u"org.a11y.atspi.Cache"_s, u"GetItems"_s));
+    return m_plain.ask(Atspi::getItems(m_plain.rootOf(process()).service));
 }

@@ -2,13 +2,10 @@
 #include "Desktop/Linux/Atspi/Accessibility.h"
 
 #include "Desktop/Linux/Atspi/Application.h"
-#include "Desktop/Linux/Atspi/Bulk.h"
 #include "Desktop/Linux/Atspi/Bus.h"
-#include "Desktop/Linux/Atspi/Disclosure.h"
 #include "Desktop/Linux/Atspi/Finder.h"
-#include "Desktop/Linux/Atspi/Gecko.h"
-#include "Desktop/Linux/Atspi/Peer.h"
 #include "Desktop/Linux/Atspi/Tree.h"
+#include "Desktop/Linux/Atspi/Workarounds.h"
 #include "Desktop/PlatformError.h"
 
 #include <QCoroDBusPendingCall>
@@ -34,11 +31,8 @@ PlatformError hidden(const QString &name)
 QCoro::Task<QDBusMessage> cacheItems(QDBusConnection connection,
                                      std::shared_ptr<AtspiApplication> application)
 {
-    const AtspiReference cache{application->root().service, QStringLiteral("/org/a11y/atspi/cache")};
-    const QDBusMessage call =
-        Atspi::call(cache, QStringLiteral("org.a11y.atspi.Cache"), QStringLiteral("GetItems"));
-    const QDBusPendingCall pending =
-        connection.asyncCall(call, static_cast<int>(AtspiApplication::callLimit.count()));
+    const QDBusPendingCall pending = connection.asyncCall(
+        Atspi::getItems(application->root().service), static_cast<int>(AtspiApplication::callLimit.count()));
     co_return co_await pending;
 }
 
@@ -99,7 +93,7 @@ QCoro::Task<std::shared_ptr<AccessibilityTree>> AtspiAccessibility::applicationT
     const auto application = co_await AtspiApplication::introduced(connection, *root, processName);
     application->askOver(co_await AtspiPeer::open(bus, application));
     const auto cache = co_await fetchCache(bus, application);
-    if (application->toolkit() == AtspiToolkit::Gecko && !wokenPages->contains(root->service)) {
+    if (Atspi::bringsPagesLate(application->toolkit()) && !wokenPages->contains(root->service)) {
         if (co_await Atspi::wakePages(application, cache))
             wokenPages->insert(root->service);
     }

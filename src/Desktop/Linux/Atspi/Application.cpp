@@ -1,22 +1,164 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/Atspi/Application.h"
 
-#include "Base/Text.h"
-#include "Desktop/Linux/Atspi/Batch.h"
-#include "Desktop/Linux/Atspi/Peer.h"
+#include "Desktop/Linux/Atspi/Bus.h"
 #include "Desktop/PlatformError.h"
 
 #include <QCoroFuture>
+#include <QDBusError>
+#include <QDBusPendingCallWatcher>
+#include <QElapsedTimer>
+#include <QPromise>
 
 #include <utility>
 
 namespace {
 
-PlatformError failure(AtspiBatch::End end, const QString &name)
+// Enough that the bus and both processes always have something to do; with more, answers start to come later
+// than they have to, and the main thread has more to do at once.
+constexpr qsizetype mostUnderWay = 64;
+
+// Many calls to one application, a bounded number of them under way at a time: an answer takes a moment to
+// come and go, and that moment is then shared by all. Made and used on the main thread; it keeps itself alive
+// until the last answer is in.
+class Batch : public std::enable_shared_from_this<Batch>
 {
-    if (end == AtspiBatch::End::Gone)
+public:
+    enum class End {
+        Answered,    // every call has its reply, which may be an error
+        Silent,      // the application answered nothing at all for as long as a call may take, or too little
+                     // of everything in the time for all
+        Gone,        // the application has left the bus
+        Disconnected // the bus itself has gone
+    };
+
+    struct Limits
+    {
+        std::chrono::milliseconds call; // for each call
+        std::chrono::milliseconds all;  // for all together
+    };
+
+    // `service` is the application that counts for Silent and Gone; calls to others may fail singly.
+    Batch(const QDBusConnection &bus, const QString &service, const QList<QDBusMessage> &calls,
+          Limits limits);
+
+    // Sends the calls, of which there is at least one. The future is of how it ended; with any end but
+    // Answered, at once.
+    QFuture<End> start();
+
+    // In the order of the calls; of use after the end Answered only.
+    const QList<QDBusMessage> &replies() const { return m_replies; }
+
+private:
+    void fill();
+    void send(qsizetype position);
+    void accept(qsizetype position, const QDBusMessage &reply, qint64 sentAt);
+    void finish(End end);
+    End endAfter(const QDBusMessage &call, const QDBusMessage &reply, qint64 sentAt) const;
+
+    QDBusConnection m_bus;
+    QString m_service;
+    QList<QDBusMessage> m_calls;
+    QList<QDBusMessage> m_replies;
+    Limits m_limits;
+    QPromise<End> m_promise;
+    QElapsedTimer m_clock;
+    qint64 m_lastAnswer = -1; // ms on m_clock
+    qsizetype m_next = 0;
+    qsizetype m_underWay = 0;
+    bool m_finished = false;
+};
+
+Batch::Batch(const QDBusConnection &bus, const QString &service, const QList<QDBusMessage> &calls,
+             Limits limits)
+    : m_bus(bus), m_service(service), m_calls(calls), m_replies(calls.size()), m_limits(limits)
+{
+}
+
+QFuture<Batch::End> Batch::start()
+{
+    m_clock.start();
+    m_promise.start();
+    const QFuture<End> future = m_promise.future();
+    fill();
+    return future;
+}
+
+void Batch::fill()
+{
+    while (!m_finished && m_underWay < mostUnderWay && m_next < m_calls.size()) {
+        // What is sent over a closed connection may have no end to watch for.
+        if (m_bus.isConnected())
+            send(m_next++);
+        else
+            finish(End::Disconnected);
+    }
+}
+
+void Batch::send(qsizetype position)
+{
+    ++m_underWay;
+    const qint64 sentAt = m_clock.elapsed();
+    const QDBusPendingCall pending =
+        m_bus.asyncCall(m_calls.at(position), static_cast<int>(m_limits.call.count()));
+    auto *watcher = new QDBusPendingCallWatcher(pending);
+    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, watcher,
+                     [self = shared_from_this(), position, sentAt](QDBusPendingCallWatcher *finished) {
+                         finished->deleteLater();
+                         self->accept(position, finished->reply(), sentAt);
+                     });
+}
+
+void Batch::accept(qsizetype position, const QDBusMessage &reply, qint64 sentAt)
+{
+    if (m_finished)
+        return;
+    --m_underWay;
+    m_replies[position] = reply;
+    const End end = endAfter(m_calls.at(position), reply, sentAt);
+    if (end != End::Answered) {
+        finish(end);
+        return;
+    }
+    m_lastAnswer = m_clock.elapsed();
+    fill();
+    if (!m_finished && m_underWay == 0)
+        finish(End::Answered);
+}
+
+void Batch::finish(End end)
+{
+    m_finished = true;
+    m_promise.addResult(end);
+    m_promise.finish();
+}
+
+Batch::End Batch::endAfter(const QDBusMessage &call, const QDBusMessage &reply, qint64 sentAt) const
+{
+    if (m_clock.hasExpired(m_limits.all.count()))
+        return End::Silent;
+    if (reply.type() == QDBusMessage::ReplyMessage)
+        return End::Answered;
+    const QDBusError::ErrorType error = QDBusError(reply).type();
+    if (error == QDBusError::Disconnected || !m_bus.isConnected())
+        return End::Disconnected;
+    if (call.service() != m_service)
+        return End::Answered;
+    if (error == QDBusError::ServiceUnknown)
+        return End::Gone;
+    if (error != QDBusError::NoReply && error != QDBusError::Timeout)
+        return End::Answered;
+    // The bus says the same of an application that left with the call unanswered, but says it early.
+    if (m_clock.elapsed() - sentAt < m_limits.call.count() - 50)
+        return End::Gone;
+    return m_lastAnswer < sentAt ? End::Silent : End::Answered;
+}
+
+PlatformError failure(Batch::End end, const QString &name)
+{
+    if (end == Batch::End::Gone)
         return PlatformError(QStringLiteral("“%1” has quit.").arg(name));
-    if (end == AtspiBatch::End::Disconnected)
+    if (end == Batch::End::Disconnected)
         return PlatformError(QStringLiteral("The desktop's accessibility service has stopped."));
     return PlatformError(QStringLiteral("“%1” isn't responding.").arg(name));
 }
@@ -34,8 +176,8 @@ AtspiApplication::introduced(QDBusConnection bus, AtspiReference root, QString p
 {
     const auto application = std::make_shared<AtspiApplication>(bus, root, processName);
     const QList<QDBusMessage> calls{
-        Atspi::property(root, Atspi::accessibleInterface, QStringLiteral("Name")),
-        Atspi::property(root, Atspi::applicationInterface, QStringLiteral("ToolkitName")),
+        Atspi::getName(root),
+        Atspi::getToolkitName(root),
     };
     const QList<QDBusMessage> replies = co_await exchange(application, calls);
     const QString name = Atspi::label(Atspi::text(replies.at(0)).value_or(QString()), AtspiToolkit::Other);
@@ -76,18 +218,29 @@ QCoro::Task<QList<QDBusMessage>> AtspiApplication::exchangeOver(QDBusConnection 
     if (calls.isEmpty())
         co_return {};
     if (application->m_waited >= walkLimit)
-        throw failure(AtspiBatch::End::Silent, application->m_name);
+        throw failure(Batch::End::Silent, application->m_name);
     QElapsedTimer waiting;
     waiting.start();
-    const AtspiBatch::Limits limits{callLimit, walkLimit - application->m_waited};
-    const auto batch = std::make_shared<AtspiBatch>(connection, application->m_root.service, calls, limits);
-    const QFuture<AtspiBatch::End> future = batch->start();
-    AtspiBatch::End end = co_await future;
+    const Batch::Limits limits{callLimit, walkLimit - application->m_waited};
+    const auto batch = std::make_shared<Batch>(connection, application->m_root.service, calls, limits);
+    const QFuture<Batch::End> future = batch->start();
+    Batch::End end = co_await future;
     // A connection of the application's own ends with the application.
-    if (end == AtspiBatch::End::Disconnected && connection.name() != application->m_bus.name())
-        end = AtspiBatch::End::Gone;
+    if (end == Batch::End::Disconnected && connection.name() != application->m_bus.name())
+        end = Batch::End::Gone;
     application->m_waited += std::chrono::milliseconds(waiting.elapsed());
-    if (end != AtspiBatch::End::Answered)
+    if (end != Batch::End::Answered)
         throw failure(end, application->m_name);
+    co_return batch->replies();
+}
+
+QCoro::Task<QList<QDBusMessage>> Atspi::exchangeAtOnce(QDBusConnection bus, QString service,
+                                                       QList<QDBusMessage> calls)
+{
+    const Batch::Limits limits{AtspiApplication::callLimit, AtspiApplication::callLimit};
+    const auto batch = std::make_shared<Batch>(bus, service, calls, limits);
+    const QFuture<Batch::End> future = batch->start();
+    if (co_await future != Batch::End::Answered)
+        throw PlatformError(QStringLiteral("The desktop's accessibility service isn't responding."));
     co_return batch->replies();
 }

@@ -7,7 +7,6 @@
 #include <QCoroTask>
 #include <QDBusConnection>
 #include <QDBusMessage>
-#include <QElapsedTimer>
 #include <QList>
 #include <QString>
 
@@ -63,3 +62,12 @@ private:
     AtspiToolkit m_toolkit = AtspiToolkit::Other;
     std::chrono::milliseconds m_waited{0};
 };
+
+namespace Atspi {
+
+// The replies of those who answer at once if at all, as the bus itself or its registry. Throws PlatformError
+// when `service` does not, or the bus is gone; calls to others may fail singly. Main thread.
+QCoro::Task<QList<QDBusMessage>> exchangeAtOnce(QDBusConnection bus, QString service,
+                                                QList<QDBusMessage> calls);
+
+} // namespace Atspi

@@ -2,6 +2,8 @@
 #include "Desktop/Linux/Atspi/Bulk.h"
 
 #include <algorithm>
+#include <array>
+#include <bit>
 #include <utility>
 
 namespace {
@@ -35,6 +37,40 @@ AtspiCacheItem readItem(const QDBusArgument &list)
     list.endStructure(); // the states are left
     item.role = static_cast<AtspiRole>(role);
     return item;
+}
+
+// Each role is in three of the six questions for roles, and no two roles in the same three: an element that
+// is found in fewer or more came or changed in between, or is beyond the end of an answer.
+constexpr std::array roles{
+    AtspiRole::CheckBox,     AtspiRole::CheckMenuItem, AtspiRole::ComboBox,     AtspiRole::Label,
+    AtspiRole::Menu,         AtspiRole::MenuBar,       AtspiRole::MenuItem,     AtspiRole::PageTab,
+    AtspiRole::PasswordText, AtspiRole::PushButton,    AtspiRole::RadioButton,  AtspiRole::RadioMenuItem,
+    AtspiRole::SpinButton,   AtspiRole::Text,          AtspiRole::ToggleButton, AtspiRole::Paragraph,
+    AtspiRole::Entry,        AtspiRole::Heading,       AtspiRole::Link,         AtspiRole::Static,
+};
+
+using Code = unsigned; // a bit for each question but the first
+
+constexpr std::array<Code, roles.size()> makeCodes()
+{
+    std::array<Code, roles.size()> codes{};
+    std::size_t next = 0;
+    for (Code code = 0; code < 1U << 6U; ++code) {
+        if (std::popcount(code) == 3)
+            codes.at(next++) = code;
+    }
+    return codes;
+}
+
+constexpr std::array codes = makeCodes();
+
+AtspiRole roleOf(Code code)
+{
+    for (std::size_t i = 0; i < roles.size(); ++i) {
+        if (codes.at(i) == code)
+            return roles.at(i);
+    }
+    return AtspiRole::Invalid;
 }
 
 } // namespace
@@ -110,4 +146,76 @@ QList<AtspiReference> AtspiCache::children(const AtspiCacheItem &item) const
     for (const qsizetype position : known)
         children.append(m_items.at(position).object);
     return children;
+}
+
+QList<AtspiRole> AtspiOutline::rolesOfQuestion(int question)
+{
+    QList<AtspiRole> wanted;
+    for (std::size_t i = 0; i < roles.size() && question > 0; ++i) {
+        if ((codes.at(i) >> (question - 1) & 1U) != 0)
+            wanted.append(roles.at(i));
+    }
+    return wanted;
+}
+
+QList<QDBusMessage> AtspiOutline::questions(const AtspiReference &top)
+{
+    QList<QDBusMessage> calls;
+    for (int question = 0; question < questionCount; ++question)
+        calls.append(Atspi::getMatches(top, AtspiRule{rolesOfQuestion(question), {}}, longestAnswer));
+    return calls;
+}
+
+void AtspiOutline::add(const AtspiReference &top, const QList<QList<AtspiReference>> &answers)
+{
+    --m_topsLeft;
+    const QList<AtspiReference> &below = answers.constFirst();
+    if (below.isEmpty())
+        return;
+    const qsizetype begin = m_end;
+    m_end += below.size() + 1;
+    m_places.insert(top, Place{begin, below.size() < longestAnswer ? m_end : unknown, AtspiRole::Invalid});
+    for (qsizetype i = 0; i < below.size(); ++i)
+        m_places.insert(below.at(i), Place{begin + i + 1, unknown, AtspiRole::Invalid});
+    setRoles(answers);
+}
+
+void AtspiOutline::setRoles(const QList<QList<AtspiReference>> &answers)
+{
+    QHash<AtspiReference, Code> found;
+    for (int question = 1; question < questionCount; ++question) {
+        for (const AtspiReference &object : answers.at(question))
+            found[object] |= 1U << (question - 1);
+    }
+    for (auto each = found.cbegin(); each != found.cend(); ++each) {
+        if (const auto place = m_places.find(each.key()); place != m_places.end())
+            place->role = roleOf(each.value());
+    }
+}
+
+AtspiRole AtspiOutline::role(const AtspiReference &object) const
+{
+    return m_places.value(object).role;
+}
+
+bool AtspiOutline::isLeaf(const AtspiReference &object) const
+{
+    const auto place = m_places.constFind(object);
+    return place != m_places.cend() && place->end == place->begin + 1;
+}
+
+void AtspiOutline::setChildren(const AtspiReference &parent, const QList<AtspiReference> &children)
+{
+    if (!knows(parent))
+        return;
+    const Place place = m_places.value(parent);
+    qsizetype end = place.end;
+    // From the last one on, each ends where the next one begins.
+    for (auto child = children.crbegin(); child != children.crend(); ++child) {
+        const auto found = m_places.find(*child);
+        const bool isInside = found != m_places.end() && found->begin > place.begin;
+        if (isInside && (end == unknown || found->begin < end))
+            found->end = end;
+        end = isInside ? found->begin : unknown;
+    }
 }

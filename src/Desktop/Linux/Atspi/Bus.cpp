@@ -1,14 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/Atspi/Bus.h"
 
-#include "Desktop/Linux/Atspi/Protocol.h"
+#include "Desktop/Linux/Atspi/Application.h"
 #include "Desktop/PlatformError.h"
 
 #include <QCoroDBusPendingCall>
 #include <QCoroTimer>
-#include <QDBusVariant>
 #include <QDeadlineTimer>
 #include <QUuid>
+
+#include <utility>
 
 using namespace std::chrono_literals;
 
@@ -20,14 +21,50 @@ constexpr int registryLimit = 500;  // ms
 constexpr auto readyLimit = 5s;
 constexpr auto readyPace = 50ms;
 
-const QString statusInterface = QStringLiteral("org.a11y.Status");
-const QString enabledProperty = QStringLiteral("IsEnabled");
-const QString propertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties");
+const AtspiReference launcher{Atspi::launcherService, Atspi::launcherPath};
 
 PlatformError unreachable()
 {
     return PlatformError(QStringLiteral("The desktop's accessibility service can't be reached. Install "
                                         "at-spi2-core, then log in again."));
+}
+
+// It has just answered over the bus, so this is long.
+constexpr int firstAnswerLimit = 200; // ms
+
+QCoro::Task<QString> offeredAddress(std::shared_ptr<AtspiApplication> application)
+{
+    const QList<QDBusMessage> question{Atspi::getApplicationBusAddress(application->root())};
+    const QList<QDBusMessage> reply = co_await AtspiApplication::exchange(application, question);
+    co_return Atspi::text(reply.constFirst()).value_or(QString());
+}
+
+void close(AtspiBus &bus, const QString &name)
+{
+    bus.worker().post([name] { QDBusConnection::disconnectFromPeer(name); });
+}
+
+// Whether it is the application itself that answers there: the address that a sandboxed one offers means
+// another file outside its sandbox, if any.
+QCoro::Task<bool> leadsTo(QDBusConnection connection, AtspiReference root)
+{
+    const QDBusPendingCall pending = connection.asyncCall(Atspi::getApplication(root), firstAnswerLimit);
+    const QDBusMessage answer = co_await pending;
+    co_return Atspi::reference(answer).service == root.service;
+}
+
+// None where it takes too long.
+QCoro::Task<std::shared_ptr<AtspiPeer>> connectTo(std::shared_ptr<AtspiBus> bus, QString address)
+{
+    const QString name = QStringLiteral("orvane-application-") + QUuid::createUuid().toString();
+    auto job = [address, name] { return QDBusConnection::connectToPeer(address, name); };
+    try {
+        const QDBusConnection connection = co_await bus->worker().run(std::move(job));
+        co_return std::make_shared<AtspiPeer>(bus, connection);
+    } catch (const PlatformError &) {
+        close(*bus, name);
+        co_return std::shared_ptr<AtspiPeer>();
+    }
 }
 
 } // namespace
@@ -44,8 +81,9 @@ AtspiBus::~AtspiBus()
 QCoro::Task<QDBusConnection> AtspiBus::connection()
 {
     const auto self = shared_from_this();
-    const QDBusMessage reply =
-        co_await askLauncher(QStringLiteral("org.a11y.Bus"), QStringLiteral("GetAddress"), {});
+    const QDBusMessage question =
+        Atspi::call(launcher, Atspi::launcherInterface, QStringLiteral("GetAddress"));
+    const QDBusMessage reply = co_await askLauncher(question);
     const QString address = Atspi::text(reply).value_or(QString());
     if (address.isEmpty())
         throw unreachable();
@@ -72,17 +110,17 @@ QCoro::Task<bool> AtspiBus::isReady()
 QCoro::Task<bool> AtspiBus::isEnabled()
 {
     const auto self = shared_from_this();
-    const QVariantList property{statusInterface, enabledProperty};
-    const QDBusMessage reply = co_await askLauncher(propertiesInterface, QStringLiteral("Get"), property);
+    const QDBusMessage question = Atspi::property(launcher, Atspi::statusInterface, Atspi::enabledProperty);
+    const QDBusMessage reply = co_await askLauncher(question);
     co_return Atspi::truth(reply);
 }
 
 QCoro::Task<void> AtspiBus::enable()
 {
     const auto self = shared_from_this();
-    const QVariant on = QVariant::fromValue(QDBusVariant(true));
-    const QVariantList property{statusInterface, enabledProperty, on};
-    co_await askLauncher(propertiesInterface, QStringLiteral("Set"), property);
+    const QDBusMessage on =
+        Atspi::setProperty(launcher, Atspi::statusInterface, Atspi::enabledProperty, true);
+    co_await askLauncher(on);
     // The bus itself is started by the first question for it, which can take its time on a busy machine.
     const QDeadlineTimer deadline(readyLimit);
     bool ready = co_await isReady();
@@ -92,14 +130,11 @@ QCoro::Task<void> AtspiBus::enable()
     }
 }
 
-QCoro::Task<QDBusMessage> AtspiBus::askLauncher(QString interface, QString method, QVariantList arguments)
+QCoro::Task<QDBusMessage> AtspiBus::askLauncher(QDBusMessage call)
 {
     const auto self = shared_from_this();
     auto job = [] { return QDBusConnection::sessionBus(); };
     const QDBusConnection session = co_await m_worker.run(job);
-    QDBusMessage call = QDBusMessage::createMethodCall(QStringLiteral("org.a11y.Bus"),
-                                                       QStringLiteral("/org/a11y/bus"), interface, method);
-    call.setArguments(arguments);
     const QDBusPendingCall pending = session.asyncCall(call, launcherLimit);
     const QDBusMessage reply = co_await pending;
     if (reply.type() != QDBusMessage::ReplyMessage)
@@ -133,14 +168,47 @@ void AtspiBus::disconnect()
 // ever happens. An application that starts afterwards can miss it; hearing of a new listener wakes it too.
 QCoro::Task<void> AtspiBus::wakeCaches(QDBusConnection bus)
 {
-    const AtspiReference registry{Atspi::registryService, QStringLiteral("/org/a11y/atspi/registry")};
+    const AtspiReference registry{Atspi::registryService, Atspi::registryPath};
     const QVariantList event{QStringLiteral("window:desktop-destroy")};
     for (const QString &method : {QStringLiteral("DeregisterEvent"), QStringLiteral("RegisterEvent")}) {
-        const QDBusMessage call =
-            Atspi::call(registry, QStringLiteral("org.a11y.atspi.Registry"), method, event);
+        const QDBusMessage call = Atspi::call(registry, Atspi::registryInterface, method, event);
         const QDBusPendingCall pending = bus.asyncCall(call, registryLimit);
         const QDBusMessage reply = co_await pending;
         if (reply.type() != QDBusMessage::ReplyMessage)
             qWarning("Accessible trees will be read slowly: %s", qUtf8Printable(reply.errorMessage()));
     }
+}
+
+bool Atspi::isSocketAddress(const QString &address)
+{
+    const bool isSocket = address.startsWith(QLatin1String("unix:path=")) ||
+                          address.startsWith(QLatin1String("unix:abstract="));
+    // Several addresses are alternatives to each other.
+    return isSocket && !address.contains(u';');
+}
+
+AtspiPeer::AtspiPeer(std::shared_ptr<AtspiBus> bus, const QDBusConnection &connection)
+    : m_bus(std::move(bus)), m_connection(connection)
+{
+}
+
+AtspiPeer::~AtspiPeer()
+{
+    close(*m_bus, m_connection.name());
+}
+
+QCoro::Task<std::shared_ptr<AtspiPeer>> AtspiPeer::open(std::shared_ptr<AtspiBus> bus,
+                                                        std::shared_ptr<AtspiApplication> application)
+{
+    const std::shared_ptr<AtspiPeer> none;
+    if (!Atspi::mayOfferPeer(application->toolkit()))
+        co_return none;
+    const QString address = co_await offeredAddress(application);
+    if (!Atspi::isSocketAddress(address))
+        co_return none;
+    const std::shared_ptr<AtspiPeer> peer = co_await connectTo(bus, address);
+    if (!peer)
+        co_return none;
+    const bool isItsOwn = co_await leadsTo(peer->connection(), application->root());
+    co_return isItsOwn ? peer : none;
 }

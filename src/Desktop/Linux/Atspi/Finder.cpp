@@ -2,19 +2,20 @@
 #include "Desktop/Linux/Atspi/Finder.h"
 
 #include "Base/Text.h"
-#include "Desktop/Linux/Atspi/Batch.h"
+#include "Desktop/BoundedQueue.h"
+#include "Desktop/Linux/Atspi/Application.h"
 #include "Desktop/Linux/Atspi/ProcessSandbox.h"
+#include "Desktop/Linux/Atspi/Workarounds.h"
 #include "Desktop/PlatformError.h"
 
 #include <QCoroFuture>
 #include <QFile>
+#include <QPromise>
 
 #include <algorithm>
-#include <chrono>
+#include <vector>
 
 namespace {
-
-constexpr std::chrono::milliseconds answerLimit{900};
 
 QByteArray processFile(qint64 processIdentifier, const char *name)
 {
@@ -48,23 +49,11 @@ bool shareSandbox(qint64 one, qint64 other)
     return sandbox && !sandbox->instance.isEmpty() && sandbox == ProcessSandbox::of(other);
 }
 
-// The replies of the bus or its registry, which answers at once if at all.
-QCoro::Task<QList<QDBusMessage>> exchange(QDBusConnection bus, QString service, QList<QDBusMessage> calls)
-{
-    const AtspiBatch::Limits limits{answerLimit, answerLimit};
-    const auto batch = std::make_shared<AtspiBatch>(bus, service, calls, limits);
-    const QFuture<AtspiBatch::End> future = batch->start();
-    if (co_await future != AtspiBatch::End::Answered)
-        throw PlatformError(QStringLiteral("The desktop's accessibility service isn't responding."));
-    co_return batch->replies();
-}
-
 QCoro::Task<QList<AtspiReference>> registeredApplications(QDBusConnection bus)
 {
     const AtspiReference registry{Atspi::registryService, Atspi::rootPath};
-    const QList<QDBusMessage> calls{
-        Atspi::call(registry, Atspi::accessibleInterface, QStringLiteral("GetChildren"))};
-    const QList<QDBusMessage> replies = co_await exchange(bus, Atspi::registryService, calls);
+    const QList<QDBusMessage> calls{Atspi::getChildren(registry)};
+    const QList<QDBusMessage> replies = co_await Atspi::exchangeAtOnce(bus, Atspi::registryService, calls);
     co_return Atspi::references(replies.constFirst());
 }
 
@@ -82,7 +71,7 @@ QCoro::Task<QList<qint64>> processesOf(QDBusConnection bus, QList<AtspiReference
     QList<qint64> processes;
     if (calls.isEmpty())
         co_return processes;
-    const QList<QDBusMessage> replies = co_await exchange(bus, daemon.service, calls);
+    const QList<QDBusMessage> replies = co_await Atspi::exchangeAtOnce(bus, daemon.service, calls);
     for (const QDBusMessage &reply : replies)
         processes.append(static_cast<qint64>(Atspi::number(reply).value_or(0)));
     co_return processes;
@@ -92,13 +81,47 @@ QCoro::Task<AtspiReference> richest(QDBusConnection bus, QList<AtspiReference> c
 {
     QList<QDBusMessage> calls;
     for (const AtspiReference &candidate : candidates)
-        calls.append(Atspi::property(candidate, Atspi::accessibleInterface, QStringLiteral("ChildCount")));
-    const QList<QDBusMessage> replies = co_await exchange(bus, QString(), calls);
+        calls.append(Atspi::getChildCount(candidate));
+    const QList<QDBusMessage> replies = co_await Atspi::exchangeAtOnce(bus, QString(), calls);
     const auto fewer = [](const QDBusMessage &left, const QDBusMessage &right) {
         return Atspi::number(left).value_or(0) < Atspi::number(right).value_or(0);
     };
     const auto most = std::max_element(replies.cbegin(), replies.cend(), fewer);
     co_return candidates.at(most - replies.cbegin());
+}
+
+// Of many applications that are asked at the same time. Whoever has not answered is silent.
+struct Survey
+{
+    explicit Survey(qsizetype count) : answers(count, AtspiDisclosure::Silent), open(count) { ended.start(); }
+
+    QList<AtspiDisclosure> answers;
+    qsizetype open;
+    QPromise<void> ended;
+};
+
+QCoro::Task<AtspiDisclosure> disclosure(QDBusConnection bus, qint64 process)
+{
+    const std::optional<AtspiReference> root = co_await Atspi::findApplication(bus, process);
+    if (!root)
+        co_return AtspiDisclosure::Hidden;
+    const QString name = Atspi::processName(process);
+    const auto application = co_await AtspiApplication::introduced(bus, *root, name);
+    const auto nothingKnown = std::make_shared<const AtspiCache>();
+    const bool isHidden = co_await Atspi::hidesControls(application, nothingKnown);
+    co_return isHidden ? AtspiDisclosure::Hidden : AtspiDisclosure::Shown;
+}
+
+QCoro::Task<void> ask(QDBusConnection bus, qint64 process, std::shared_ptr<Survey> survey, qsizetype place)
+{
+    try {
+        const AtspiDisclosure answer = co_await disclosure(bus, process);
+        survey->answers[place] = answer;
+    } catch (const PlatformError &) {
+        survey->answers[place] = AtspiDisclosure::Silent;
+    }
+    if (--survey->open == 0)
+        survey->ended.finish();
 }
 
 } // namespace
@@ -133,4 +156,18 @@ QString Atspi::processName(qint64 processIdentifier)
     const QString name = QString::fromUtf8(processFile(processIdentifier, "comm"));
     const QString cleaned = Text::trimmed(Text::cleaned(name));
     return cleaned.isEmpty() ? QStringLiteral("The application") : cleaned;
+}
+
+QCoro::Task<QList<AtspiDisclosure>> Atspi::disclosures(QDBusConnection bus, QList<qint64> processes,
+                                                       std::chrono::milliseconds limit)
+{
+    const auto survey = std::make_shared<Survey>(processes.size());
+    if (processes.isEmpty())
+        co_return survey->answers;
+    std::vector<QCoro::Task<void>> questions;
+    for (qsizetype place = 0; place < processes.size(); ++place)
+        questions.push_back(ask(bus, processes.at(place), survey, place));
+    const QFuture<bool> ended = finishedWithin(survey->ended.future(), limit);
+    co_await ended;
+    co_return survey->answers;
 }

@@ -5,9 +5,18 @@
 
 #include <QCoroTask>
 #include <QDBusConnection>
+#include <QList>
 #include <QString>
 
+#include <chrono>
 #include <optional>
+
+// How much an application lets the accessibility bus see.
+enum class AtspiDisclosure {
+    Shown,  // its controls
+    Hidden, // not its controls, or it is not there at all
+    Silent, // nothing was heard of it in time
+};
 
 namespace Atspi {
 
@@ -17,6 +26,11 @@ namespace Atspi {
 // that shows most windows. None when the application is not registered. Throws PlatformError when the
 // registry does not answer. Main thread.
 QCoro::Task<std::optional<AtspiReference>> findApplication(QDBusConnection bus, qint64 processIdentifier);
+
+// How the applications with these processes stand, in their order; wakes and starts nothing, except a
+// registry that does not run. Ends when the limit is over at the latest. Throws nothing. Main thread.
+QCoro::Task<QList<AtspiDisclosure>> disclosures(QDBusConnection bus, QList<qint64> processes,
+                                                std::chrono::milliseconds limit);
 
 // What the system calls the process, cleaned; "The application" when it has ended.
 QString processName(qint64 processIdentifier);

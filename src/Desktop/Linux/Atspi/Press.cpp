@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/Atspi/Press.h"
 
-#include "Desktop/Linux/Atspi/Roles.h"
-
 #include <QCoroDBusPendingCall>
 #include <QCoroTimer>
 #include <QDBusError>
@@ -20,11 +18,9 @@ constexpr int mostActions = 64;
 
 QCoro::Task<int> actionCount(std::shared_ptr<AtspiApplication> application, AtspiReference object)
 {
-    const QList<QDBusMessage> question{
-        Atspi::property(object, Atspi::actionInterface, QStringLiteral("NActions"))};
+    const QList<QDBusMessage> question{Atspi::getActionCount(object)};
     int count = 0;
-    // A page's process tells Firefox about actions only after they were asked for.
-    const int rounds = application->toolkit() == AtspiToolkit::Gecko ? 5 : 1;
+    const int rounds = Atspi::bringsPagesLate(application->toolkit()) ? 5 : 1;
     for (int round = 0; round < rounds && count == 0; ++round) {
         if (round > 0)
             co_await QCoro::sleepFor(100ms);
@@ -40,10 +36,8 @@ QCoro::Task<QStringList> actionNames(std::shared_ptr<AtspiApplication> applicati
     const int count = co_await actionCount(application, object);
     // "GetActions" would tell all names at once, but in the user's language.
     QList<QDBusMessage> calls;
-    for (int i = 0; i < count; ++i) {
-        const QVariantList index{i};
-        calls.append(Atspi::call(object, Atspi::actionInterface, QStringLiteral("GetName"), index));
-    }
+    for (int i = 0; i < count; ++i)
+        calls.append(Atspi::getActionName(object, i));
     QStringList names;
     const QList<QDBusMessage> replies = co_await AtspiApplication::exchange(application, calls);
     for (const QDBusMessage &reply : replies)
@@ -61,11 +55,9 @@ QCoro::Task<Press> pressOf(std::shared_ptr<AtspiApplication> application, AtspiR
 {
     const QStringList names = co_await actionNames(application, object);
     const Press own{object, Atspi::pressAction(names)};
-    if (own.action >= 0 || application->toolkit() != AtspiToolkit::Gtk4)
+    if (own.action >= 0 || !Atspi::wrapsMenuButtons(application->toolkit()))
         co_return own;
-    // GTK 4 puts the button that opens a menu into one that has the name but takes no press.
-    const QList<QDBusMessage> question{
-        Atspi::call(object, Atspi::accessibleInterface, QStringLiteral("GetChildren"))};
+    const QList<QDBusMessage> question{Atspi::getChildren(object)};
     const QList<QDBusMessage> reply = co_await AtspiApplication::exchange(application, question);
     const QList<AtspiReference> children = Atspi::references(reply.constFirst());
     if (children.isEmpty())
@@ -82,18 +74,15 @@ QCoro::Task<bool> Atspi::press(std::shared_ptr<AtspiApplication> application, At
     const Press press = co_await pressOf(application, object);
     if (press.action < 0)
         co_return false;
-    const QVariantList index{press.action};
-    const QDBusMessage call = Atspi::call(press.object, actionInterface, QStringLiteral("DoAction"), index);
-    const QDBusPendingCall pending =
-        application->bus().asyncCall(call, static_cast<int>(AtspiApplication::callLimit.count()));
+    const QDBusPendingCall pending = application->bus().asyncCall(
+        doAction(press.object, press.action), static_cast<int>(AtspiApplication::callLimit.count()));
     const QDBusMessage reply = co_await pending;
     if (reply.type() == QDBusMessage::ReplyMessage)
         co_return truth(reply);
     const QDBusError::ErrorType error = QDBusError(reply).type();
     if (error != QDBusError::NoReply && error != QDBusError::Timeout)
         co_return false;
-    const QList<QDBusMessage> anything{
-        Atspi::property(application->root(), accessibleInterface, QStringLiteral("Name"))};
+    const QList<QDBusMessage> anything{getName(application->root())};
     co_await AtspiApplication::exchange(application, anything);
     co_return true;
 }

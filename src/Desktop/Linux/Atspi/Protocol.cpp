@@ -6,6 +6,11 @@
 
 namespace {
 
+const QString propertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties");
+
+// How a rule's set of roles, states and so on is met.
+enum class Match { All = 1, Any = 2 };
+
 // The reply's first value, out of the wrapping that a property's value comes in.
 QVariant firstValue(const QDBusMessage &reply)
 {
@@ -19,7 +24,7 @@ QVariant firstValue(const QDBusMessage &reply)
 
 bool AtspiReference::isNull() const
 {
-    return service.isEmpty() || path.isEmpty() || path == QLatin1String("/org/a11y/atspi/null");
+    return service.isEmpty() || path.isEmpty() || path == Atspi::nullPath;
 }
 
 size_t qHash(const AtspiReference &reference, size_t seed)
@@ -48,8 +53,138 @@ QDBusMessage Atspi::call(const AtspiReference &object, const QString &interface,
 
 QDBusMessage Atspi::property(const AtspiReference &object, const QString &interface, const QString &name)
 {
-    const QVariantList arguments{interface, name};
-    return call(object, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"), arguments);
+    return call(object, propertiesInterface, QStringLiteral("Get"), {interface, name});
+}
+
+QDBusMessage Atspi::setProperty(const AtspiReference &object, const QString &interface, const QString &name,
+                                const QVariant &value)
+{
+    const QVariant wrapped = QVariant::fromValue(QDBusVariant(value));
+    return call(object, propertiesInterface, QStringLiteral("Set"), {interface, name, wrapped});
+}
+
+QDBusMessage Atspi::getRole(const AtspiReference &object)
+{
+    return call(object, accessibleInterface, QStringLiteral("GetRole"));
+}
+
+QDBusMessage Atspi::getState(const AtspiReference &object)
+{
+    return call(object, accessibleInterface, QStringLiteral("GetState"));
+}
+
+QDBusMessage Atspi::getName(const AtspiReference &object)
+{
+    return property(object, accessibleInterface, QStringLiteral("Name"));
+}
+
+QDBusMessage Atspi::getDescription(const AtspiReference &object)
+{
+    return property(object, accessibleInterface, QStringLiteral("Description"));
+}
+
+QDBusMessage Atspi::getHelpText(const AtspiReference &object)
+{
+    return property(object, accessibleInterface, QStringLiteral("HelpText"));
+}
+
+QDBusMessage Atspi::getParent(const AtspiReference &object)
+{
+    return property(object, accessibleInterface, QStringLiteral("Parent"));
+}
+
+QDBusMessage Atspi::getIndexInParent(const AtspiReference &object)
+{
+    return call(object, accessibleInterface, QStringLiteral("GetIndexInParent"));
+}
+
+QDBusMessage Atspi::getChildren(const AtspiReference &object)
+{
+    return call(object, accessibleInterface, QStringLiteral("GetChildren"));
+}
+
+QDBusMessage Atspi::getChildCount(const AtspiReference &object)
+{
+    return property(object, accessibleInterface, QStringLiteral("ChildCount"));
+}
+
+QDBusMessage Atspi::getApplication(const AtspiReference &object)
+{
+    return call(object, accessibleInterface, QStringLiteral("GetApplication"));
+}
+
+QDBusMessage Atspi::getMatches(const AtspiReference &top, const AtspiRule &rule, int most)
+{
+    const int all = static_cast<int>(Match::All);
+    const int anyRole = static_cast<int>(rule.roles.isEmpty() ? Match::All : Match::Any);
+    QDBusArgument structure;
+    structure.beginStructure();
+    structure << bitSet(rule.states, 2) << all;
+    structure.beginMap(QMetaType::fromType<QString>(), QMetaType::fromType<QString>());
+    structure.endMap(); // attributes
+    structure << all << bitSet(rule.roles, 4) << anyRole;
+    structure << QStringList() << all; // interfaces
+    structure << false;                // not those that do not match
+    structure.endStructure();
+    const uint treeOrder = 1;
+    const bool deep = true;
+    const QVariantList arguments{QVariant::fromValue(structure), treeOrder, most, deep};
+    return call(top, collectionInterface, QStringLiteral("GetMatches"), arguments);
+}
+
+QDBusMessage Atspi::getActionCount(const AtspiReference &object)
+{
+    return property(object, actionInterface, QStringLiteral("NActions"));
+}
+
+QDBusMessage Atspi::getActionName(const AtspiReference &object, int action)
+{
+    return call(object, actionInterface, QStringLiteral("GetName"), {action});
+}
+
+QDBusMessage Atspi::doAction(const AtspiReference &object, int action)
+{
+    return call(object, actionInterface, QStringLiteral("DoAction"), {action});
+}
+
+QDBusMessage Atspi::getCharacterCount(const AtspiReference &object)
+{
+    return property(object, textInterface, QStringLiteral("CharacterCount"));
+}
+
+QDBusMessage Atspi::getText(const AtspiReference &object, int end)
+{
+    return call(object, textInterface, QStringLiteral("GetText"), {0, end});
+}
+
+QDBusMessage Atspi::getCurrentValue(const AtspiReference &object)
+{
+    return property(object, valueInterface, QStringLiteral("CurrentValue"));
+}
+
+QDBusMessage Atspi::grabFocus(const AtspiReference &object)
+{
+    return call(object, componentInterface, QStringLiteral("GrabFocus"));
+}
+
+QDBusMessage Atspi::selectChild(const AtspiReference &object, int child)
+{
+    return call(object, selectionInterface, QStringLiteral("SelectChild"), {child});
+}
+
+QDBusMessage Atspi::getToolkitName(const AtspiReference &root)
+{
+    return property(root, applicationInterface, QStringLiteral("ToolkitName"));
+}
+
+QDBusMessage Atspi::getApplicationBusAddress(const AtspiReference &root)
+{
+    return call(root, applicationInterface, QStringLiteral("GetApplicationBusAddress"));
+}
+
+QDBusMessage Atspi::getItems(const QString &service)
+{
+    return call({service, cachePath}, cacheInterface, QStringLiteral("GetItems"));
 }
 
 std::optional<QString> Atspi::text(const QDBusMessage &reply)
@@ -70,6 +205,20 @@ std::optional<double> Atspi::number(const QDBusMessage &reply)
 bool Atspi::truth(const QDBusMessage &reply)
 {
     return firstValue(reply).toBool();
+}
+
+AtspiRole Atspi::role(const QDBusMessage &reply)
+{
+    return static_cast<AtspiRole>(static_cast<quint32>(number(reply).value_or(0)));
+}
+
+bool Atspi::hasState(const QDBusMessage &reply, AtspiState state)
+{
+    if (reply.type() != QDBusMessage::ReplyMessage || reply.signature() != QLatin1String("au"))
+        return false;
+    const auto words = qdbus_cast<QList<uint>>(reply.arguments().constFirst());
+    const auto number = static_cast<unsigned>(state);
+    return (words.value(number / 32) >> number % 32 & 1U) != 0;
 }
 
 AtspiReference Atspi::reference(const QDBusMessage &reply)
@@ -100,4 +249,45 @@ QList<AtspiReference> Atspi::references(const QDBusMessage &reply)
     }
     list.endArray();
     return objects;
+}
+
+QString Atspi::axRole(AtspiRole role, AtspiRole parent)
+{
+    switch (role) {
+    case AtspiRole::PushButton:
+    case AtspiRole::ToggleButton:
+        return QStringLiteral("AXButton");
+    case AtspiRole::MenuItem:
+    case AtspiRole::CheckMenuItem:
+    case AtspiRole::RadioMenuItem:
+        return QStringLiteral("AXMenuItem");
+    case AtspiRole::Menu:
+        return parent == AtspiRole::MenuBar ? QStringLiteral("AXMenuBarItem") : QString();
+    case AtspiRole::RadioButton:
+        return QStringLiteral("AXRadioButton");
+    case AtspiRole::CheckBox:
+    case AtspiRole::Switch:
+        return QStringLiteral("AXCheckBox");
+    case AtspiRole::Link:
+        return QStringLiteral("AXLink");
+    case AtspiRole::PageTab:
+        return QStringLiteral("AXTab");
+    case AtspiRole::ComboBox:
+        return QStringLiteral("AXPopUpButton");
+    case AtspiRole::Entry:
+    case AtspiRole::PasswordText:
+    case AtspiRole::Text:
+    case AtspiRole::SpinButton:
+        return QStringLiteral("AXTextField");
+    case AtspiRole::Label:
+    case AtspiRole::Static:
+    case AtspiRole::Heading:
+    case AtspiRole::Paragraph:
+        return QStringLiteral("AXStaticText");
+    case AtspiRole::Invalid:
+    case AtspiRole::MenuBar:
+    case AtspiRole::DocumentWeb:
+        break;
+    }
+    return {};
 }

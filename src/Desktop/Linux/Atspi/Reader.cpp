@@ -24,16 +24,6 @@ bool wantsHelp(const AtspiReading &reading)
     return isControl && !hasLabel(reading) && reading.value.isEmpty();
 }
 
-QDBusMessage accessibleProperty(const AtspiReading &reading, const QString &name)
-{
-    return Atspi::property(reading.object, Atspi::accessibleInterface, name);
-}
-
-QDBusMessage accessibleCall(const AtspiReading &reading, const QString &method)
-{
-    return Atspi::call(reading.object, Atspi::accessibleInterface, method);
-}
-
 } // namespace
 
 AtspiReader::AtspiReader(std::shared_ptr<AtspiApplication> application,
@@ -53,17 +43,16 @@ QCoro::Task<void> AtspiReader::read()
     const Question name = [](const AtspiReading &reading) -> std::optional<QDBusMessage> {
         if (reading.axRole.isEmpty() || reading.cached)
             return std::nullopt;
-        return accessibleProperty(reading, QStringLiteral("Name"));
+        return Atspi::getName(reading.object);
     };
     const Question description = [this](const AtspiReading &reading) -> std::optional<QDBusMessage> {
         const bool isNamed = !reading.name.isEmpty() || isPlainText(reading);
         if (reading.axRole.isEmpty() || isNamed || reading.cached)
             return std::nullopt;
-        return accessibleProperty(reading, QStringLiteral("Description"));
+        return Atspi::getDescription(reading.object);
     };
     const Question help = [](const AtspiReading &reading) -> std::optional<QDBusMessage> {
-        return wantsHelp(reading) ? std::optional(accessibleProperty(reading, QStringLiteral("HelpText")))
-                                  : std::nullopt;
+        return wantsHelp(reading) ? std::optional(Atspi::getHelpText(reading.object)) : std::nullopt;
     };
     co_await readTexts(&AtspiReading::name, name, label);
     co_await readTexts(&AtspiReading::description, description, label);
@@ -72,13 +61,13 @@ QCoro::Task<void> AtspiReader::read()
     co_await readTexts(&AtspiReading::help, help, label);
 }
 
-// GTK 4 lists the pages of a stack as its children, but in bulk what is on the pages: so it is believed there
-// only about what cannot be a stack, elements without children and controls.
+// A toolkit that lists stacks otherwise in bulk is believed there only about what cannot be one: elements
+// without children, and controls.
 bool AtspiReader::knowsChildren(const AtspiCacheItem &item) const
 {
     if (!m_cache->hasAllChildren(item))
         return false;
-    if (m_application->toolkit() != AtspiToolkit::Gtk4 || item.childCount == 0)
+    if (!Atspi::listsStacksOtherwiseInBulk(m_application->toolkit()) || item.childCount == 0)
         return true;
     return !Atspi::axRole(item.role, AtspiRole::Invalid).isEmpty();
 }
@@ -108,19 +97,17 @@ QList<qsizetype> AtspiReader::useCache()
     return incomplete;
 }
 
-// Has what is below the elements outlined that neither the cache nor an outline knows. Chromium, which also
-// leaves pages out of its bulk answer, would go through a page for longer than it takes to ask element by
-// element.
+// Has what is below the elements outlined that neither the cache nor an outline knows.
 QCoro::Task<void> AtspiReader::outline(QList<qsizetype> incomplete)
 {
-    if (m_application->toolkit() != AtspiToolkit::Gecko)
+    if (!Atspi::canOutlinePages(m_application->toolkit()))
         co_return;
     for (const qsizetype i : incomplete) {
         const AtspiReference object = m_readings.at(i).object;
         if (m_readings.at(i).cached || m_outline->knows(object) || !m_outline->mayAsk())
             continue;
         // The first is answered at once, which tells a page that takes long from a browser that hangs.
-        QList<QDBusMessage> calls{accessibleCall(m_readings.at(i), QStringLiteral("GetRole"))};
+        QList<QDBusMessage> calls{Atspi::getRole(object)};
         calls += AtspiOutline::questions(object);
         const QList<QDBusMessage> replies = co_await AtspiApplication::exchange(m_application, calls);
         QList<QList<AtspiReference>> answers;
@@ -140,9 +127,9 @@ QCoro::Task<void> AtspiReader::readStructure()
         if (!reading.cached)
             reading.role = m_outline->role(reading.object);
         if (!m_outline->isLeaf(reading.object))
-            calls.append(accessibleCall(reading, QStringLiteral("GetChildren")));
+            calls.append(Atspi::getChildren(reading.object));
         if (reading.role == AtspiRole::Invalid)
-            calls.append(accessibleCall(reading, QStringLiteral("GetRole")));
+            calls.append(Atspi::getRole(reading.object));
     }
     const QList<QDBusMessage> replies = co_await AtspiApplication::exchange(m_application, calls);
     auto reply = replies.cbegin();
@@ -151,18 +138,17 @@ QCoro::Task<void> AtspiReader::readStructure()
         if (!m_outline->isLeaf(reading.object))
             reading.children = Atspi::references(*reply++);
         if (reading.role == AtspiRole::Invalid)
-            reading.role = static_cast<AtspiRole>(static_cast<quint32>(Atspi::number(*reply++).value_or(0)));
+            reading.role = Atspi::role(*reply++);
         reading.axRole = Atspi::axRole(reading.role, reading.parentRole);
     }
     for (const qsizetype i : incomplete)
         m_outline->setChildren(m_readings.at(i).object, m_readings.at(i).children);
 }
 
-// Whether it is one of Chromium's texts that have nothing but what they say, blanks between links among them,
-// and have that for their name.
+// Whether it is a text that has nothing but what it says, and has that for its name.
 bool AtspiReader::isPlainText(const AtspiReading &reading) const
 {
-    return m_application->toolkit() == AtspiToolkit::Chromium && reading.role == AtspiRole::Static;
+    return Atspi::namesItsTexts(m_application->toolkit()) && reading.role == AtspiRole::Static;
 }
 
 // Whether the text inside a static text is all that it says. A label is short, so it is asked for whole.
@@ -170,7 +156,7 @@ bool AtspiReader::speaksByItsText(const AtspiReading &reading) const
 {
     if (reading.axRole != QLatin1String("AXStaticText") || hasLabel(reading) || isPlainText(reading))
         return false;
-    return m_application->toolkit() != AtspiToolkit::Chromium || reading.children.isEmpty();
+    return !Atspi::repeatsTextsOfChildren(m_application->toolkit()) || reading.children.isEmpty();
 }
 
 // The text inside text fields, and inside static texts that have no other. Of a text field the length is
@@ -187,8 +173,7 @@ QCoro::Task<void> AtspiReader::readContents()
         if (!isTextField(reading) || reading.role == AtspiRole::PasswordText)
             continue;
         fields.append(reading.object);
-        lengths.append(
-            Atspi::property(reading.object, Atspi::textInterface, QStringLiteral("CharacterCount")));
+        lengths.append(Atspi::getCharacterCount(reading.object));
     }
     const QList<QDBusMessage> replies = co_await AtspiApplication::exchange(m_application, lengths);
     for (qsizetype k = 0; k < fields.size(); ++k) {
@@ -199,8 +184,7 @@ QCoro::Task<void> AtspiReader::readContents()
         const int end = ends.value(reading.object, 0);
         if (end == 0)
             return std::nullopt;
-        const QVariantList range{0, end};
-        return Atspi::call(reading.object, Atspi::textInterface, QStringLiteral("GetText"), range);
+        return Atspi::getText(reading.object, end);
     };
     const Answer text = [](const QDBusMessage &reply) {
         return Atspi::label(Atspi::text(reply).value_or(QString()), AtspiToolkit::Other);
@@ -214,7 +198,7 @@ QCoro::Task<void> AtspiReader::readNumbers()
     const Question number = [](const AtspiReading &reading) -> std::optional<QDBusMessage> {
         if (reading.role != AtspiRole::SpinButton || !reading.value.isEmpty())
             return std::nullopt;
-        return Atspi::property(reading.object, Atspi::valueInterface, QStringLiteral("CurrentValue"));
+        return Atspi::getCurrentValue(reading.object);
     };
     const Answer digits = [](const QDBusMessage &reply) {
         const std::optional<double> value = Atspi::number(reply);

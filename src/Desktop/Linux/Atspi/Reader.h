@@ -3,8 +3,6 @@
 
 #include "Desktop/Linux/Atspi/Application.h"
 #include "Desktop/Linux/Atspi/Bulk.h"
-#include "Desktop/Linux/Atspi/Outline.h"
-#include "Desktop/Linux/Atspi/Roles.h"
 
 #include <QCoroTask>
 #include <QDBusMessage>

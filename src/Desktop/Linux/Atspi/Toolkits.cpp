@@ -5,6 +5,8 @@
 
 #include <QRegularExpression>
 
+#include <array>
+
 namespace {
 
 // Stands in a text for a picture, a link or another object of its own.
@@ -66,4 +68,23 @@ QString Atspi::label(const QString &text, AtspiToolkit toolkit)
     if (toolkit != AtspiToolkit::Gtk4)
         return tidy;
     return isClassName(tidy) ? QString() : saidOnce(tidy);
+}
+
+int Atspi::pressAction(const QStringList &names)
+{
+    // Most telling first. Browsers name the action after what it does to the control's present state, so a
+    // ticked box offers "uncheck" and an open list "close". Qt's menus only offer to show themselves.
+    static constexpr std::array presses{
+        QLatin1String("press"),  QLatin1String("click"), QLatin1String("activate"),
+        QLatin1String("toggle"), QLatin1String("check"), QLatin1String("open"),
+        QLatin1String("select"), QLatin1String("jump"),  QLatin1String("uncheck"),
+        QLatin1String("switch"), QLatin1String("close"), QLatin1String("showmenu"),
+    };
+    for (const QLatin1String press : presses) {
+        for (int i = 0; i < names.size(); ++i) {
+            if (names.at(i).compare(press, Qt::CaseInsensitive) == 0)
+                return i;
+        }
+    }
+    return -1;
 }

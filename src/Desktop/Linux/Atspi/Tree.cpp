@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/Atspi/Tree.h"
 
+#include "Base/Text.h"
 #include "Desktop/Linux/Atspi/Press.h"
-#include "Desktop/Linux/Atspi/WindowOrder.h"
 
+#include <algorithm>
+#include <numeric>
 #include <optional>
 #include <utility>
 
@@ -12,6 +14,49 @@ namespace {
 std::optional<QString> present(const QString &text)
 {
     return text.isEmpty() ? std::nullopt : std::optional(text);
+}
+
+// More than a user has open; with so many, the order costs more than it is worth.
+constexpr qsizetype mostWindows = 128;
+
+qsizetype rankOf(const QString &name, const QStringList &titles)
+{
+    const auto isNamed = [&name](const QString &title) {
+        return !title.isEmpty() && Text::trimmed(title) == Text::trimmed(name);
+    };
+    return std::find_if(titles.cbegin(), titles.cend(), isNamed) - titles.cbegin();
+}
+
+// An application's windows, those in front first.
+struct OrderedWindows
+{
+    QList<AtspiReference> windows;
+    bool isFirstInFront = false; // else nothing tells which one is
+};
+
+QCoro::Task<OrderedWindows> orderedWindows(std::shared_ptr<AtspiApplication> application,
+                                           QList<AtspiReference> windows, QStringList titles)
+{
+    OrderedWindows result{windows, false};
+    if (windows.size() < 2 || windows.size() > mostWindows)
+        co_return result;
+    QList<QDBusMessage> calls;
+    for (const AtspiReference &window : windows) {
+        calls.append(Atspi::getName(window));
+        calls.append(Atspi::getState(window));
+    }
+    const QList<QDBusMessage> replies = co_await AtspiApplication::exchange(application, calls);
+    QList<Atspi::WindowStanding> standings;
+    for (qsizetype i = 0; i < windows.size(); ++i) {
+        const QString name =
+            Atspi::label(Atspi::text(replies.at(2 * i)).value_or(QString()), AtspiToolkit::Other);
+        standings.append({name, Atspi::hasState(replies.at(2 * i + 1), AtspiState::Active)});
+    }
+    const QList<qsizetype> positions = Atspi::frontFirst(standings, titles);
+    for (qsizetype i = 0; i < positions.size(); ++i)
+        result.windows[i] = windows.at(positions.at(i));
+    result.isFirstInFront = Atspi::isInFront(standings.at(positions.constFirst()), titles);
+    co_return result;
 }
 
 } // namespace
@@ -53,8 +98,7 @@ QCoro::Task<QList<AccessibilityAttributes>> AtspiTree::read(QList<AccessibilityE
 
 QCoro::Task<AccessibilityAttributes> AtspiTree::rootAttributes(AtspiReading reading)
 {
-    const Atspi::OrderedWindows ordered =
-        co_await Atspi::frontFirst(m_application, reading.children, m_titles);
+    const OrderedWindows ordered = co_await orderedWindows(m_application, reading.children, m_titles);
     const AccessibilityAttributes result = attributes(reading, ordered.windows);
     m_frontWindow = ordered.isFirstInFront ? std::optional(result.children.constFirst()) : std::nullopt;
     co_return result;
@@ -85,4 +129,24 @@ QCoro::Task<bool> AtspiTree::press(AccessibilityElement element)
     if (byKey)
         co_return *byKey;
     co_return co_await Atspi::press(m_application, object);
+}
+
+QList<qsizetype> Atspi::frontFirst(const QList<WindowStanding> &windows, const QStringList &titles)
+{
+    QList<qsizetype> positions(windows.size());
+    std::iota(positions.begin(), positions.end(), 0);
+    const auto isBefore = [&](qsizetype left, qsizetype right) {
+        const qsizetype leftRank = rankOf(windows.at(left).name, titles);
+        const qsizetype rightRank = rankOf(windows.at(right).name, titles);
+        if (leftRank != rightRank)
+            return leftRank < rightRank;
+        return windows.at(left).isActive && !windows.at(right).isActive;
+    };
+    std::stable_sort(positions.begin(), positions.end(), isBefore);
+    return positions;
+}
+
+bool Atspi::isInFront(const WindowStanding &window, const QStringList &titles)
+{
+    return window.isActive || rankOf(window.name, titles) < titles.size();
 }

@@ -9,6 +9,7 @@
 
 #include <QCoroTask>
 #include <QList>
+#include <QStringList>
 
 #include <functional>
 #include <memory>
@@ -50,3 +51,21 @@ private:
     QList<Object> m_objects;
     std::optional<AccessibilityElement> m_frontWindow;
 };
+
+namespace Atspi {
+
+// What an application tells of one of its windows.
+struct WindowStanding
+{
+    QString name; // cleaned
+    bool isActive = false;
+};
+
+// Positions of the windows, those in front first: the ones of these titles in the order of the titles, then
+// the rest; of what is equal in that the active one, then the order that there was. A pure function.
+QList<qsizetype> frontFirst(const QList<WindowStanding> &windows, const QStringList &titles);
+
+// Whether a window bears one of the titles or says that it is active. A pure function.
+bool isInFront(const WindowStanding &window, const QStringList &titles);
+
+} // namespace Atspi

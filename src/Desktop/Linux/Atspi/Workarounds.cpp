@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/Atspi/Workarounds.h"
 
-#include "Desktop/Linux/Atspi/Collection.h"
-#include "Desktop/Linux/Atspi/Roles.h"
-#include "Desktop/Linux/Atspi/States.h"
+#include "Desktop/Linux/Atspi/Reader.h"
 #include "Desktop/PlatformError.h"
 
 #include <QCoroTimer>
 
+#include <algorithm>
 #include <chrono>
 
 using namespace std::chrono_literals;
@@ -35,16 +34,13 @@ QCoro::Task<QDBusMessage> ask(Application application, QDBusMessage question)
 
 QCoro::Task<AtspiRole> roleOf(Application application, AtspiReference object)
 {
-    const QDBusMessage question = Atspi::call(object, Atspi::accessibleInterface, QStringLiteral("GetRole"));
-    const QDBusMessage reply = co_await ask(application, question);
-    const double role = Atspi::number(reply).value_or(0);
-    co_return static_cast<AtspiRole>(role);
+    const QDBusMessage reply = co_await ask(application, Atspi::getRole(object));
+    co_return Atspi::role(reply);
 }
 
 QCoro::Task<QDBusMessage> statesOf(Application application, AtspiReference object)
 {
-    const QDBusMessage question = Atspi::call(object, Atspi::accessibleInterface, QStringLiteral("GetState"));
-    co_return co_await ask(application, question);
+    co_return co_await ask(application, Atspi::getState(object));
 }
 
 QCoro::Task<bool> comesTo(Application application, AtspiReference object, AtspiState state)
@@ -70,9 +66,7 @@ QCoro::Task<QList<AtspiReference>> menusOf(Application application, AtspiReferen
     QList<AtspiReference> menus;
     AtspiReference object = item;
     while (menus.size() < mostMenus) {
-        const QDBusMessage question =
-            Atspi::property(object, Atspi::accessibleInterface, QStringLiteral("Parent"));
-        const QDBusMessage reply = co_await ask(application, question);
+        const QDBusMessage reply = co_await ask(application, Atspi::getParent(object));
         object = Atspi::reference(reply);
         if (object.isNull())
             break;
@@ -90,9 +84,7 @@ QCoro::Task<bool> open(Application application, AtspiReference menu, AtspiRefere
     const QDBusMessage states = co_await statesOf(application, inside);
     if (Atspi::hasState(states, AtspiState::Showing))
         co_return true;
-    const QVariantList first{0};
-    const QDBusMessage press = Atspi::call(menu, Atspi::actionInterface, QStringLiteral("DoAction"), first);
-    co_await AtspiApplication::act(application, press);
+    co_await AtspiApplication::act(application, Atspi::doAction(menu, 0));
     co_return co_await comesTo(application, inside, AtspiState::Showing);
 }
 
@@ -108,13 +100,9 @@ QCoro::Task<bool> choose(Application application, AtspiReference item)
         if (!isOpen)
             co_return false;
     }
-    const QDBusMessage question =
-        Atspi::call(item, Atspi::accessibleInterface, QStringLiteral("GetIndexInParent"));
-    const QDBusMessage position = co_await ask(application, question);
-    const QVariantList index{static_cast<int>(Atspi::number(position).value_or(-1))};
-    const QDBusMessage select = Atspi::call(menus.constFirst(), QStringLiteral("org.a11y.atspi.Selection"),
-                                            QStringLiteral("SelectChild"), index);
-    co_await AtspiApplication::act(application, select);
+    const QDBusMessage position = co_await ask(application, Atspi::getIndexInParent(item));
+    const int index = static_cast<int>(Atspi::number(position).value_or(-1));
+    co_await AtspiApplication::act(application, Atspi::selectChild(menus.constFirst(), index));
     co_return co_await comesTo(application, item, AtspiState::Selected);
 }
 
@@ -130,9 +118,7 @@ QCoro::Task<std::optional<bool>> pressItem(Application application, AtspiReferen
 
 QCoro::Task<bool> takeFocus(Application application, AtspiReference object)
 {
-    const QDBusMessage grab =
-        Atspi::call(object, QStringLiteral("org.a11y.atspi.Component"), QStringLiteral("GrabFocus"));
-    const QDBusMessage reply = co_await AtspiApplication::act(application, grab);
+    const QDBusMessage reply = co_await AtspiApplication::act(application, Atspi::grabFocus(object));
     if (!Atspi::truth(reply))
         co_return false;
     co_return co_await comesTo(application, object, AtspiState::Focused);
@@ -142,15 +128,13 @@ QCoro::Task<bool> takeFocus(Application application, AtspiReference object)
 QCoro::Task<AtspiReference> focused(Application application)
 {
     const AtspiRule rule{{}, {AtspiState::Focused}};
-    const QDBusMessage reply = co_await ask(application, Atspi::matches(application->root(), rule, 1));
+    const QDBusMessage reply = co_await ask(application, Atspi::getMatches(application->root(), rule, 1));
     co_return Atspi::references(reply).value(0);
 }
 
 QCoro::Task<double> windowCount(Application application)
 {
-    const QDBusMessage question =
-        Atspi::property(application->root(), Atspi::accessibleInterface, QStringLiteral("ChildCount"));
-    const QDBusMessage reply = co_await ask(application, question);
+    const QDBusMessage reply = co_await ask(application, Atspi::getChildCount(application->root()));
     co_return Atspi::number(reply).value_or(0);
 }
 
@@ -185,12 +169,51 @@ QCoro::Task<std::optional<bool>> pressButton(Application application, AtspiRefer
     co_return true;
 }
 
+// How often pages are asked, and about how many of their controls.
+constexpr qsizetype mostProbes = 32;
+constexpr int mostWakingRounds = 8;
+constexpr std::chrono::milliseconds wakingPace = 40ms;
+
+// The controls of the pages, as many as are needed to meet one that can be pressed.
+QList<AtspiReference> controlsOfPages(const AtspiCache &cache)
+{
+    QList<AtspiReference> queue;
+    for (const AtspiCacheItem &item : cache.items()) {
+        if (item.role == AtspiRole::DocumentWeb)
+            queue.append(item.object);
+    }
+    QList<AtspiReference> controls;
+    // Not even an answer whose elements are below each other has more to look at than it has elements.
+    const qsizetype mostLooks = cache.items().size();
+    for (qsizetype next = 0; next < std::min(queue.size(), mostLooks) && controls.size() < mostProbes;
+         ++next) {
+        const AtspiCacheItem *item = cache.find(queue.at(next));
+        if (!item)
+            continue;
+        if (!Atspi::axRole(item->role, AtspiRole::Invalid).isEmpty())
+            controls.append(item->object);
+        queue += cache.children(*item);
+    }
+    return controls;
+}
+
+QList<AtspiReading> readingsOf(const QList<AtspiReference> &objects)
+{
+    QList<AtspiReading> readings;
+    for (const AtspiReference &object : objects) {
+        AtspiReading reading;
+        reading.object = object;
+        readings.append(reading);
+    }
+    return readings;
+}
+
 } // namespace
 
 QCoro::Task<std::optional<bool>> Atspi::pressWithKey(std::shared_ptr<AtspiApplication> application,
                                                      AtspiReference object, StrikeKey strikeKey)
 {
-    if (application->toolkit() != AtspiToolkit::Gtk3)
+    if (!actsInsideMessages(application->toolkit()))
         co_return std::nullopt;
     const AtspiRole role = co_await roleOf(application, object);
     const QDBusMessage states = co_await statesOf(application, object);
@@ -202,4 +225,39 @@ QCoro::Task<std::optional<bool>> Atspi::pressWithKey(std::shared_ptr<AtspiApplic
     if (isButton)
         co_return co_await pressButton(application, object, strikeKey);
     co_return co_await pressItem(application, object, strikeKey);
+}
+
+QCoro::Task<bool> Atspi::wakePages(std::shared_ptr<AtspiApplication> application,
+                                   std::shared_ptr<const AtspiCache> cache)
+{
+    QList<QDBusMessage> questions;
+    for (const AtspiReference &control : controlsOfPages(*cache)) {
+        questions.append(getCharacterCount(control));
+        questions.append(getActionCount(control));
+    }
+    for (int round = 0; round < mostWakingRounds && !questions.isEmpty(); ++round) {
+        const QList<QDBusMessage> replies = co_await AtspiApplication::exchange(application, questions);
+        for (const QDBusMessage &reply : replies) {
+            if (number(reply).value_or(0) > 0)
+                co_return true;
+        }
+        co_await QCoro::sleepFor(wakingPace);
+    }
+    co_return false;
+}
+
+QCoro::Task<bool> Atspi::hidesControls(std::shared_ptr<AtspiApplication> application,
+                                       std::shared_ptr<const AtspiCache> cache)
+{
+    if (!mayHideControls(application->toolkit()))
+        co_return false;
+    const auto nothingOutlined = std::make_shared<AtspiOutline>(0);
+    AtspiReader windowsReader(application, cache, nothingOutlined, readingsOf({application->root()}));
+    co_await windowsReader.read();
+    const QList<AtspiReference> windows = windowsReader.readings().constFirst().children;
+    AtspiReader contentsReader(application, cache, nothingOutlined, readingsOf(windows));
+    co_await contentsReader.read();
+    const QList<AtspiReading> contents = contentsReader.readings();
+    co_return std::all_of(contents.cbegin(), contents.cend(),
+                          [](const AtspiReading &window) { return window.children.isEmpty(); });
 }

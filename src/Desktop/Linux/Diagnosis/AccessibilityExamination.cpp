@@ -3,7 +3,6 @@
 
 #include "Desktop/AbandonableJob.h"
 #include "Desktop/Linux/Atspi/Bus.h"
-#include "Desktop/Linux/Atspi/Disclosure.h"
 #include "Desktop/Linux/Atspi/Finder.h"
 
 #include <QCoreApplication>
@@ -69,12 +68,12 @@ QCoro::Task<AccessibilityExamination> AccessibilityExamination::take(std::option
                                                                      QString address,
                                                                      QList<RunningApplication> running)
 {
-    const QString launcher = QStringLiteral("org.a11y.Bus");
     AccessibilityExamination result;
     if (!sessionBus)
         result.standing = Standing::NoSessionBus;
-    else if (!sessionBus->isRunning(launcher))
-        result.standing = sessionBus->canStart(launcher) ? Standing::NotRunning : Standing::NotInstalled;
+    else if (!sessionBus->isRunning(Atspi::launcherService))
+        result.standing =
+            sessionBus->canStart(Atspi::launcherService) ? Standing::NotRunning : Standing::NotInstalled;
     if (result.standing != Standing::Works)
         co_return result;
     const auto bus = std::make_shared<AtspiBus>();

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "Desktop/Linux/Atspi/Protocol.h"
-#include "Desktop/Linux/Atspi/Roles.h"
 #include "Desktop/Linux/Atspi/Toolkits.h"
 
 #include <QDBusConnection>

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // Connections to applications beside the bus: which are taken, that they answer as the bus does, and that
 // nothing of them stays.
-#include "Desktop/Linux/Atspi/Peer.h"
-
 #include "Desktop/Linux/Atspi/Application.h"
 #include "Desktop/Linux/Atspi/Bench.h"
 #include "Desktop/Linux/Atspi/Bus.h"

@@ -1,9 +1,20 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "Desktop/Linux/Atspi/Roles.h"
+#include "Desktop/Linux/Atspi/Protocol.h"
 
+#include <QDBusError>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+QDBusMessage question()
+{
+    return QDBusMessage::createMethodCall(u":1.7"_s, u"/element"_s, u"org.a11y.atspi.Accessible"_s,
+                                          u"GetState"_s);
+}
+
+} // namespace
 
 class AtspiProtocolTest : public QObject
 {
@@ -14,8 +25,9 @@ private Q_SLOTS:
     void everyRoleHasItsAxName();
     void rolesWithoutAMeaningHereHaveNoAxName();
     void aMenuIsAnItemOfTheMenuBarOnlyInOne();
-    void thePressIsFoundByName_data();
-    void thePressIsFoundByName();
+    void anErrorHoldsNoState();
+    void anAnswerOfAnotherShapeHoldsNoState();
+    void everyStateIsOneBitOfAQuestion();
 };
 
 void AtspiProtocolTest::everyRoleHasItsAxName_data()
@@ -65,34 +77,24 @@ void AtspiProtocolTest::aMenuIsAnItemOfTheMenuBarOnlyInOne()
     QCOMPARE(Atspi::axRole(AtspiRole::MenuItem, AtspiRole::MenuBar), QStringLiteral("AXMenuItem"));
 }
 
-void AtspiProtocolTest::thePressIsFoundByName_data()
+void AtspiProtocolTest::anErrorHoldsNoState()
 {
-    QTest::addColumn<QStringList>("names");
-    QTest::addColumn<int>("position");
-    QTest::newRow("press") << QStringList{u"press"_s} << 0;
-    QTest::newRow("any letter case") << QStringList{u"Press"_s} << 0;
-    QTest::newRow("not the first") << QStringList{u"SetFocus"_s, u"ShowMenu"_s, u"Press"_s} << 2;
-    QTest::newRow("the most telling of several") << QStringList{u"toggle"_s, u"CLICK"_s} << 1;
-    QTest::newRow("activate") << QStringList{u"expand or contract"_s, u"activate"_s} << 1;
-    QTest::newRow("toggle") << QStringList{u"Toggle"_s} << 0;
-    QTest::newRow("check") << QStringList{u"check"_s} << 0;
-    QTest::newRow("a ticked box") << QStringList{u"uncheck"_s} << 0;
-    QTest::newRow("open") << QStringList{u"open"_s} << 0;
-    QTest::newRow("select") << QStringList{u"select"_s} << 0;
-    QTest::newRow("jump") << QStringList{u"jump"_s} << 0;
-    QTest::newRow("a menu of Qt") << QStringList{u"ShowMenu"_s} << 0;
-    QTest::newRow("a list of Qt") << QStringList{u"ShowMenu"_s, u"Press"_s} << 1;
-    QTest::newRow("a context menu is no press") << QStringList{u"showContextMenu"_s} << -1;
-    QTest::newRow("only the whole name") << QStringList{u"link.open"_s, u"clipboard.select"_s} << -1;
-    QTest::newRow("nothing that presses") << QStringList{u"SetFocus"_s, u"Increase"_s} << -1;
-    QTest::newRow("no action") << QStringList{} << -1;
+    const QDBusMessage reply = question().createErrorReply(QDBusError::UnknownObject, u"It is gone."_s);
+    QVERIFY(!Atspi::hasState(reply, AtspiState::Showing));
 }
 
-void AtspiProtocolTest::thePressIsFoundByName()
+void AtspiProtocolTest::anAnswerOfAnotherShapeHoldsNoState()
 {
-    QFETCH(QStringList, names);
-    QFETCH(int, position);
-    QCOMPARE(Atspi::pressAction(names), position);
+    const QDBusMessage reply = question().createReply(QVariantList{u"showing"_s});
+    QVERIFY(!Atspi::hasState(reply, AtspiState::Showing));
+}
+
+void AtspiProtocolTest::everyStateIsOneBitOfAQuestion()
+{
+    QCOMPARE(Atspi::bitSet(QList<AtspiState>(), 2), (QList<int>{0, 0}));
+    QCOMPARE(Atspi::bitSet(QList{AtspiState::Focused}, 2), (QList<int>{1 << 12, 0}));
+    QCOMPARE(Atspi::bitSet(QList{AtspiState::Focused, AtspiState::Selected}, 2),
+             (QList<int>{1 << 12 | 1 << 23, 0}));
 }
 
 QTEST_GUILESS_MAIN(AtspiProtocolTest)

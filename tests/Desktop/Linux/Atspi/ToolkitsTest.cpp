@@ -13,6 +13,8 @@ private Q_SLOTS:
     void aLabelReadsAsAPersonSeesIt_data();
     void aLabelReadsAsAPersonSeesIt();
     void toolkitsAreKnownByTheirNames();
+    void thePressIsFoundByName_data();
+    void thePressIsFoundByName();
 };
 
 void AtspiToolkitsTest::aLabelReadsAsAPersonSeesIt_data()
@@ -71,6 +73,36 @@ void AtspiToolkitsTest::toolkitsAreKnownByTheirNames()
     QCOMPARE(Atspi::toolkit(u"Gecko"_s), AtspiToolkit::Gecko);
     QCOMPARE(Atspi::toolkit(u"Qt"_s), AtspiToolkit::Qt);
     QCOMPARE(Atspi::toolkit(QString()), AtspiToolkit::Other);
+}
+
+void AtspiToolkitsTest::thePressIsFoundByName_data()
+{
+    QTest::addColumn<QStringList>("names");
+    QTest::addColumn<int>("position");
+    QTest::newRow("press") << QStringList{u"press"_s} << 0;
+    QTest::newRow("any letter case") << QStringList{u"Press"_s} << 0;
+    QTest::newRow("not the first") << QStringList{u"SetFocus"_s, u"ShowMenu"_s, u"Press"_s} << 2;
+    QTest::newRow("the most telling of several") << QStringList{u"toggle"_s, u"CLICK"_s} << 1;
+    QTest::newRow("activate") << QStringList{u"expand or contract"_s, u"activate"_s} << 1;
+    QTest::newRow("toggle") << QStringList{u"Toggle"_s} << 0;
+    QTest::newRow("check") << QStringList{u"check"_s} << 0;
+    QTest::newRow("a ticked box") << QStringList{u"uncheck"_s} << 0;
+    QTest::newRow("open") << QStringList{u"open"_s} << 0;
+    QTest::newRow("select") << QStringList{u"select"_s} << 0;
+    QTest::newRow("jump") << QStringList{u"jump"_s} << 0;
+    QTest::newRow("a menu of Qt") << QStringList{u"ShowMenu"_s} << 0;
+    QTest::newRow("a list of Qt") << QStringList{u"ShowMenu"_s, u"Press"_s} << 1;
+    QTest::newRow("a context menu is no press") << QStringList{u"showContextMenu"_s} << -1;
+    QTest::newRow("only the whole name") << QStringList{u"link.open"_s, u"clipboard.select"_s} << -1;
+    QTest::newRow("nothing that presses") << QStringList{u"SetFocus"_s, u"Increase"_s} << -1;
+    QTest::newRow("no action") << QStringList{} << -1;
+}
+
+void AtspiToolkitsTest::thePressIsFoundByName()
+{
+    QFETCH(QStringList, names);
+    QFETCH(int, position);
+    QCOMPARE(Atspi::pressAction(names), position);
 }
 
 QTEST_GUILESS_MAIN(AtspiToolkitsTest)

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // In which order an application's windows are walked.
-#include "Desktop/Linux/Atspi/WindowOrder.h"
+#include "Desktop/Linux/Atspi/Tree.h"
 
 #include <QTest>
 

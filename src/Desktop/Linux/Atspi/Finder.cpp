@@ -4,8 +4,8 @@
 #include "Base/Text.h"
 #include "Desktop/BoundedQueue.h"
 #include "Desktop/Linux/Atspi/Application.h"
-#include "Desktop/Linux/Atspi/ProcessSandbox.h"
 #include "Desktop/Linux/Atspi/Workarounds.h"
+#include "Desktop/Linux/Processes/ProcessSandbox.h"
 #include "Desktop/PlatformError.h"
 
 #include <QCoroFuture>

@@ -2,7 +2,7 @@
 #include "Desktop/Linux/X11/Windows.h"
 
 #include "Base/Text.h"
-#include "Desktop/Linux/Atspi/ProcessSandbox.h"
+#include "Desktop/Linux/Processes/ProcessSandbox.h"
 #include "Desktop/Linux/X11/Grabs.h"
 
 #include <QRegularExpression>

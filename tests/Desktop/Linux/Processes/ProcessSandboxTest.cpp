@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // Which sandbox a process is in, by the files that tell it.
-#include "Desktop/Linux/Atspi/ProcessSandbox.h"
+#include "Desktop/Linux/Processes/ProcessSandbox.h"
 
 #include <QDir>
 #include <QFile>

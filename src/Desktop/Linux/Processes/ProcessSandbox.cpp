@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "Desktop/Linux/Atspi/ProcessSandbox.h"
+#include "Desktop/Linux/Processes/ProcessSandbox.h"
 
 #include <QFile>
 #include <QHash>

@@ -11,18 +11,24 @@ Desktop LinuxDesktop::desktop()
             m_screenCapture, m_scripting, m_files,         m_clock};
 }
 
-AtspiAccessibility::Environment LinuxDesktop::accessibilityEnvironment()
+QCoro::Task<bool> LinuxDesktop::canSendKeys()
 {
-    AtspiAccessibility::Environment environment;
-    environment.canSendKeys = [this] { return m_keyboard.canSendKeys(); };
-    environment.activate = [this](qint64 process) {
-        RunningApplication application;
-        application.processIdentifier = process;
-        return m_workspace.activate(application);
-    };
-    environment.titlesInFront = [this](qint64 process) { return m_workspace.titlesInFront(process); };
-    environment.strikeKey = [this](qint64 process, std::uint16_t virtualKey) {
-        return m_keyboard.strike(virtualKey, process);
-    };
-    return environment;
+    return m_keyboard.canSendKeys();
+}
+
+QCoro::Task<void> LinuxDesktop::activate(qint64 processIdentifier)
+{
+    RunningApplication application;
+    application.processIdentifier = processIdentifier;
+    return m_workspace.activate(application);
+}
+
+QCoro::Task<bool> LinuxDesktop::strikeKey(qint64 processIdentifier, std::uint16_t virtualKey)
+{
+    return m_keyboard.strike(virtualKey, processIdentifier);
+}
+
+QCoro::Task<QStringList> LinuxDesktop::titlesInFront(qint64 processIdentifier)
+{
+    return m_workspace.titlesInFront(processIdentifier);
 }

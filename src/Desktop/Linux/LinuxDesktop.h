@@ -5,6 +5,7 @@
 #include "Desktop/Linux/Applications/LinuxWindowList.h"
 #include "Desktop/Linux/Applications/LinuxWorkspace.h"
 #include "Desktop/Linux/Atspi/Accessibility.h"
+#include "Desktop/Linux/Atspi/Environment.h"
 #include "Desktop/Linux/LinuxScreenCapture.h"
 #include "Desktop/Linux/LinuxScripting.h"
 #include "Desktop/Linux/Session/LinuxSession.h"
@@ -16,7 +17,7 @@
 // The real desktop: owns every service and the threads behind them. Made and destroyed on the main thread;
 // made once, before the first action, and kept until the program ends. In a Wayland session its services
 // have no connection to the X server that may be there as well.
-class LinuxDesktop
+class LinuxDesktop : private AtspiEnvironment
 {
 public:
     // Throws PlatformError when there is neither an X server to connect to nor a Wayland session.
@@ -26,7 +27,11 @@ public:
     Desktop desktop();
 
 private:
-    AtspiAccessibility::Environment accessibilityEnvironment();
+    // What accessibility needs of the other services.
+    QCoro::Task<bool> canSendKeys() override;
+    QCoro::Task<void> activate(qint64 processIdentifier) override;
+    QCoro::Task<bool> strikeKey(qint64 processIdentifier, std::uint16_t virtualKey) override;
+    QCoro::Task<QStringList> titlesInFront(qint64 processIdentifier) override;
 
     const SessionType m_type = Sessions::typeWith(Sessions::displayServer());
     SystemClock m_clock;
@@ -38,6 +43,6 @@ private:
     LinuxWindowList m_windowList{m_display, m_gio};
     LinuxScreenCapture m_screenCapture{m_display};
     LinuxScripting m_scripting;
-    AtspiAccessibility m_accessibility{accessibilityEnvironment()};
+    AtspiAccessibility m_accessibility{*this};
     Files m_files;
 };

@@ -3,6 +3,7 @@
 
 #include "Desktop/Linux/Atspi/Application.h"
 #include "Desktop/Linux/Atspi/Bus.h"
+#include "Desktop/Linux/Atspi/Environment.h"
 #include "Desktop/Linux/Atspi/Finder.h"
 #include "Desktop/Linux/Atspi/Tree.h"
 #include "Desktop/Linux/Atspi/Workarounds.h"
@@ -54,8 +55,8 @@ QCoro::Task<std::shared_ptr<const AtspiCache>> fetchCache(std::shared_ptr<AtspiB
 
 } // namespace
 
-AtspiAccessibility::AtspiAccessibility(Environment environment)
-    : m_environment(std::move(environment)), m_bus(std::make_shared<AtspiBus>()),
+AtspiAccessibility::AtspiAccessibility(AtspiEnvironment &environment)
+    : m_environment(environment), m_bus(std::make_shared<AtspiBus>()),
       m_wokenPages(std::make_shared<QSet<QString>>())
 {
 }
@@ -65,11 +66,11 @@ AtspiAccessibility::~AtspiAccessibility() = default;
 QCoro::Task<bool> AtspiAccessibility::isProcessTrusted()
 {
     const auto bus = m_bus;
-    const auto canSendKeys = m_environment.canSendKeys;
+    AtspiEnvironment &environment = m_environment;
     const bool isReady = co_await bus->isReady();
     if (!isReady)
         co_return false;
-    co_return co_await canSendKeys();
+    co_return co_await environment.canSendKeys();
 }
 
 QCoro::Task<void> AtspiAccessibility::requestTrust()
@@ -81,9 +82,7 @@ QCoro::Task<void> AtspiAccessibility::requestTrust()
 QCoro::Task<std::shared_ptr<AccessibilityTree>> AtspiAccessibility::applicationTree(qint64 processIdentifier)
 {
     const auto bus = m_bus;
-    const auto activate = m_environment.activate;
-    const auto strikeKey = m_environment.strikeKey;
-    const auto titlesInFront = m_environment.titlesInFront;
+    AtspiEnvironment &environment = m_environment;
     const auto wokenPages = m_wokenPages;
     const QString processName = Atspi::processName(processIdentifier);
     const QDBusConnection connection = co_await bus->connection();
@@ -99,12 +98,6 @@ QCoro::Task<std::shared_ptr<AccessibilityTree>> AtspiAccessibility::applicationT
     }
     if (co_await Atspi::hidesControls(application, cache))
         throw hidden(application->name());
-    const AtspiTree::Activate activateThis = [activate, processIdentifier] {
-        return activate(processIdentifier);
-    };
-    const Atspi::StrikeKey strikeThis = [strikeKey, processIdentifier](std::uint16_t virtualKey) {
-        return strikeKey(processIdentifier, virtualKey);
-    };
-    const QStringList titles = co_await titlesInFront(processIdentifier);
-    co_return std::make_shared<AtspiTree>(application, cache, activateThis, strikeThis, titles);
+    const QStringList titles = co_await environment.titlesInFront(processIdentifier);
+    co_return std::make_shared<AtspiTree>(application, cache, environment, processIdentifier, titles);
 }

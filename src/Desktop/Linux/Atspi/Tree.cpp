@@ -2,7 +2,9 @@
 #include "Desktop/Linux/Atspi/Tree.h"
 
 #include "Base/Text.h"
+#include "Desktop/Linux/Atspi/Environment.h"
 #include "Desktop/Linux/Atspi/Press.h"
+#include "Desktop/Linux/Atspi/Workarounds.h"
 
 #include <algorithm>
 #include <numeric>
@@ -62,10 +64,10 @@ QCoro::Task<OrderedWindows> orderedWindows(std::shared_ptr<AtspiApplication> app
 } // namespace
 
 AtspiTree::AtspiTree(std::shared_ptr<AtspiApplication> application, std::shared_ptr<const AtspiCache> cache,
-                     Activate activate, Atspi::StrikeKey strikeKey, QStringList titles)
+                     AtspiEnvironment &environment, qint64 processIdentifier, QStringList titles)
     : m_application(std::move(application)), m_cache(std::move(cache)),
-      m_outline(std::make_shared<AtspiOutline>()), m_activate(std::move(activate)),
-      m_strikeKey(std::move(strikeKey)), m_titles(std::move(titles))
+      m_outline(std::make_shared<AtspiOutline>()), m_environment(environment),
+      m_processIdentifier(processIdentifier), m_titles(std::move(titles))
 {
     m_objects.append(Object{m_application->root(), AtspiRole::Invalid});
 }
@@ -124,8 +126,9 @@ QCoro::Task<bool> AtspiTree::press(AccessibilityElement element)
 {
     const auto self = shared_from_this();
     const AtspiReference object = m_objects.at(element).reference;
-    co_await m_activate();
-    const std::optional<bool> byKey = co_await Atspi::pressWithKey(m_application, object, m_strikeKey);
+    co_await m_environment.activate(m_processIdentifier);
+    const std::optional<bool> byKey =
+        co_await Atspi::pressWithKey(m_application, object, m_environment, m_processIdentifier);
     if (byKey)
         co_return *byKey;
     co_return co_await Atspi::press(m_application, object);

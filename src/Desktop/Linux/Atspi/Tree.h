@@ -5,27 +5,25 @@
 #include "Desktop/Linux/Atspi/Application.h"
 #include "Desktop/Linux/Atspi/Bulk.h"
 #include "Desktop/Linux/Atspi/Reader.h"
-#include "Desktop/Linux/Atspi/Workarounds.h"
 
 #include <QCoroTask>
 #include <QList>
 #include <QStringList>
 
-#include <functional>
 #include <memory>
 #include <optional>
+
+class AtspiEnvironment;
 
 // The tree of one application on the accessibility bus. It keeps the objects met so far, whose positions are
 // the handles, and what the application told in bulk when the tree was made. Main thread.
 class AtspiTree : public AccessibilityTree, public std::enable_shared_from_this<AtspiTree>
 {
 public:
-    // `activate` gives the application the focus if it does not have it; asked for before every press.
-    // `strikeKey` is for controls that are better pressed with a key. `titles`: of the windows that the user
-    // has in front, the foremost first; they come first among the root's children.
-    using Activate = std::function<QCoro::Task<void>()>;
+    // `environment` outlives every press. `titles`: of the windows that the user has in front, the foremost
+    // first; they come first among the root's children.
     AtspiTree(std::shared_ptr<AtspiApplication> application, std::shared_ptr<const AtspiCache> cache,
-              Activate activate, Atspi::StrikeKey strikeKey, QStringList titles);
+              AtspiEnvironment &environment, qint64 processIdentifier, QStringList titles);
 
     AccessibilityElement root() const override { return 0; }
     std::optional<AccessibilityElement> frontWindow() const override { return m_frontWindow; }
@@ -45,8 +43,8 @@ private:
     std::shared_ptr<AtspiApplication> m_application;
     std::shared_ptr<const AtspiCache> m_cache;
     std::shared_ptr<AtspiOutline> m_outline;
-    Activate m_activate;
-    Atspi::StrikeKey m_strikeKey;
+    AtspiEnvironment &m_environment;
+    qint64 m_processIdentifier;
     QStringList m_titles;
     QList<Object> m_objects;
     std::optional<AccessibilityElement> m_frontWindow;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/Atspi/Workarounds.h"
 
+#include "Desktop/Linux/Atspi/Environment.h"
 #include "Desktop/Linux/Atspi/Reader.h"
 #include "Desktop/PlatformError.h"
 
@@ -107,12 +108,12 @@ QCoro::Task<bool> choose(Application application, AtspiReference item)
 }
 
 QCoro::Task<std::optional<bool>> pressItem(Application application, AtspiReference item,
-                                           Atspi::StrikeKey strikeKey)
+                                           AtspiEnvironment &environment, qint64 process)
 {
     const bool isChosen = co_await choose(application, item);
     if (!isChosen)
         co_return std::nullopt;
-    co_await strikeKey(returnKey);
+    co_await environment.strikeKey(process, returnKey);
     co_return true;
 }
 
@@ -150,14 +151,14 @@ QCoro::Task<void> returnFocus(Application application, AtspiReference before, At
 }
 
 QCoro::Task<std::optional<bool>> pressButton(Application application, AtspiReference button,
-                                             Atspi::StrikeKey strikeKey)
+                                             AtspiEnvironment &environment, qint64 process)
 {
     const AtspiReference before = co_await focused(application);
     const double windows = co_await windowCount(application);
     const bool hasFocus = co_await takeFocus(application, button);
     if (!hasFocus)
         co_return std::nullopt;
-    const bool isHandled = co_await strikeKey(spaceKey);
+    const bool isHandled = co_await environment.strikeKey(process, spaceKey);
     // A key that is still under way would reach whoever gets the focus back.
     if (before.isNull() || before == button || !isHandled)
         co_return true;
@@ -211,7 +212,8 @@ QList<AtspiReading> readingsOf(const QList<AtspiReference> &objects)
 } // namespace
 
 QCoro::Task<std::optional<bool>> Atspi::pressWithKey(std::shared_ptr<AtspiApplication> application,
-                                                     AtspiReference object, StrikeKey strikeKey)
+                                                     AtspiReference object, AtspiEnvironment &environment,
+                                                     qint64 processIdentifier)
 {
     if (!actsInsideMessages(application->toolkit()))
         co_return std::nullopt;
@@ -223,8 +225,8 @@ QCoro::Task<std::optional<bool>> Atspi::pressWithKey(std::shared_ptr<AtspiApplic
     if (!hasState(states, AtspiState::Sensitive))
         co_return false;
     if (isButton)
-        co_return co_await pressButton(application, object, strikeKey);
-    co_return co_await pressItem(application, object, strikeKey);
+        co_return co_await pressButton(application, object, environment, processIdentifier);
+    co_return co_await pressItem(application, object, environment, processIdentifier);
 }
 
 QCoro::Task<bool> Atspi::wakePages(std::shared_ptr<AtspiApplication> application,

@@ -28,20 +28,6 @@ QCoro::Task<AtspiBench::Tree> treeOrNone(AtspiAccessibility *accessibility, qint
 
 } // namespace
 
-AtspiBench::AtspiBench() : accessibility(environment()) {}
-
-AtspiAccessibility::Environment AtspiBench::environment()
-{
-    AtspiAccessibility::Environment environment;
-    environment.canSendKeys = [this] { return answerCanSendKeys(); };
-    environment.activate = [this](qint64 processIdentifier) { return activate(processIdentifier); };
-    environment.titlesInFront = [this](qint64) { return answerTitlesInFront(); };
-    environment.strikeKey = [this](qint64 processIdentifier, std::uint16_t virtualKey) {
-        return strikeKey(processIdentifier, virtualKey);
-    };
-    return environment;
-}
-
 QCoro::Task<bool> AtspiBench::strikeKey(qint64 processIdentifier, std::uint16_t virtualKey)
 {
     if (!m_keyboard)
@@ -56,14 +42,14 @@ QCoro::Task<bool> AtspiBench::strikeKey(qint64 processIdentifier, std::uint16_t 
     co_return co_await m_keyboard->keyboard.strike(virtualKey, processIdentifier);
 }
 
-QCoro::Task<QStringList> AtspiBench::answerTitlesInFront()
+QCoro::Task<QStringList> AtspiBench::titlesInFront(qint64)
 {
-    co_return std::as_const(titlesInFront);
+    co_return QStringList();
 }
 
-QCoro::Task<bool> AtspiBench::answerCanSendKeys()
+QCoro::Task<bool> AtspiBench::canSendKeys()
 {
-    co_return canSendKeys;
+    co_return hasKeys;
 }
 
 QCoro::Task<void> AtspiBench::activate(qint64 processIdentifier)

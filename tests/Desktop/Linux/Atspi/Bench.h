@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Desktop/Linux/Atspi/Accessibility.h"
+#include "Desktop/Linux/Atspi/Environment.h"
 #include "Desktop/Linux/Atspi/NodeByNode.h"
 #include "Desktop/Linux/Typing/LinuxKeyboard.h"
 #include "Desktop/SystemClock.h"
@@ -16,7 +17,7 @@
 
 // The accessibility service with what tests need around it: other programs and walks through their trees.
 // Main thread.
-class AtspiBench
+class AtspiBench : public AtspiEnvironment
 {
 public:
     using Tree = std::shared_ptr<AccessibilityTree>;
@@ -33,8 +34,6 @@ public:
         QList<AccessibilityAttributes> attributes;
     };
 
-    AtspiBench();
-
     static Program start(const QString &program, const QStringList &arguments = {});
 
     // None while the application has no tree.
@@ -49,24 +48,21 @@ public:
     // Presses the first element of that role and label, and says what the tree said.
     bool press(const QProcess &program, const QString &role, const QString &label);
 
-    // A real key to the application with this process, as soon as it is in front.
-    QCoro::Task<bool> strikeKey(qint64 processIdentifier, std::uint16_t virtualKey);
+    QCoro::Task<bool> canSendKeys() override;
+    QCoro::Task<void> activate(qint64 processIdentifier) override; // only notes it
+    // A real key, as soon as the application is in front.
+    QCoro::Task<bool> strikeKey(qint64 processIdentifier, std::uint16_t virtualKey) override;
+    QCoro::Task<QStringList> titlesInFront(qint64 processIdentifier) override;
 
     // The sentence of the error that the task ends with; empty when it succeeds.
     template <typename Result>
     static QString errorOf(QCoro::Task<Result> task);
 
-    bool canSendKeys = true;
-    QStringList titlesInFront;
+    bool hasKeys = true;
     QList<qint64> activations;
-    AtspiAccessibility accessibility;
+    AtspiAccessibility accessibility{*this};
 
 private:
-    AtspiAccessibility::Environment environment();
-    QCoro::Task<bool> answerCanSendKeys();
-    QCoro::Task<QStringList> answerTitlesInFront();
-    QCoro::Task<void> activate(qint64 processIdentifier);
-
     // Made when a key is needed: there is no X server around every test.
     struct RealKeyboard
     {

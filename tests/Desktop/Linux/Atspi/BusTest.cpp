@@ -50,9 +50,9 @@ void AtspiBusTest::trustNeedsTheSwitchAndTheKeys()
 {
     setEnabled(true);
     QVERIFY(QCoro::waitFor(m_bench.accessibility.isProcessTrusted()));
-    m_bench.canSendKeys = false;
+    m_bench.hasKeys = false;
     QVERIFY(!QCoro::waitFor(m_bench.accessibility.isProcessTrusted()));
-    m_bench.canSendKeys = true;
+    m_bench.hasKeys = true;
     setEnabled(false);
     QVERIFY(!QCoro::waitFor(m_bench.accessibility.isProcessTrusted()));
 }

@@ -4,6 +4,8 @@
 
 #include <benchmark/benchmark.h>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 void parseReply(benchmark::State &state, const QString &reply)
@@ -17,14 +19,12 @@ const bool registered = [] {
     const auto add = [](const char *name, const QString &reply) {
         benchmark::RegisterBenchmark(name, parseReply, reply);
     };
-    add("short reply", QStringLiteral(R"({"action":"open_app","app":"Safari"})"));
+    add("short reply", uR"({"action":"open_app","app":"Safari"})"_s);
     add("nested arguments in prose",
-        QStringLiteral("Sure, here it is:\n```json\n{\"action\":\"press_key\",\"args\":{\"key\":\"l\","
-                       "\"modifiers\":[\"command\",\"shift\"]}}\n```\nDone."));
-    add("long text", QStringLiteral(R"({"action":"type_text","text":"%1"})")
-                         .arg(QStringLiteral("A line of text.\\n").repeated(40)));
-    add("200 tokens without an end",
-        QStringLiteral(R"({"action":"type_text","text":")") + QStringLiteral("words and ").repeated(100));
+        u"Sure, here it is:\n```json\n{\"action\":\"press_key\",\"args\":{\"key\":\"l\","
+        "\"modifiers\":[\"command\",\"shift\"]}}\n```\nDone."_s);
+    add("long text", uR"({"action":"type_text","text":"%1"})"_s.arg(u"A line of text.\\n"_s.repeated(40)));
+    add("200 tokens without an end", uR"({"action":"type_text","text":")"_s + u"words and "_s.repeated(100));
     return true;
 }();
 

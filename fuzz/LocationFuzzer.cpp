@@ -5,12 +5,14 @@
 #include "Actions/Locations.h"
 #include "Actions/WebAddress.h"
 
+using namespace Qt::StringLiterals;
+
 int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     const QString text = textOf(data, size);
-    const QString home = QStringLiteral("/home/kim");
+    const QString home = u"/home/kim"_s;
     const QString path = Executor::resolveFolder(text, home);
-    require(path.startsWith(u'/') && (path == QLatin1String("/") || !path.endsWith(u'/')));
+    require(path.startsWith(u'/') && (path == "/"_L1 || !path.endsWith(u'/')));
     require(!Executor::lastComponent(path).isEmpty());
     require(Executor::pathInside(path, text).startsWith(path));
 
@@ -22,6 +24,6 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
         require(typed.host() == address->host());
     }
     const std::optional<QUrl> search = Executor::webAddress(Executor::searchAddress(text));
-    require(search && search->host() == QLatin1String("www.google.com"));
+    require(search && search->host() == "www.google.com"_L1);
     return 0;
 }

@@ -13,6 +13,8 @@
 #include <cstdio>
 #include <cstdlib>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 struct Object;
@@ -21,7 +23,7 @@ struct Error;
 template <typename Function>
 Function *function(const char *name)
 {
-    static QLibrary library(QStringLiteral("atspi"), 0);
+    static QLibrary library(u"atspi"_s, 0);
     const auto found = reinterpret_cast<Function *>(library.resolve(name));
     if (!found)
         std::exit(1);

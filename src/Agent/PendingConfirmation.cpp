@@ -3,8 +3,10 @@
 
 #include "Base/Text.h"
 
+using namespace Qt::StringLiterals;
+
 QString PendingConfirmation::shownReason() const
 {
-    const bool isScript = action.name == QLatin1String("applescript");
+    const bool isScript = action.name == "applescript"_L1;
     return Text::withVisibleMarks(reason, isScript ? Text::Layout::Lines : Text::Layout::OneLine);
 }

@@ -8,6 +8,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // The text with the characters that are to be kept. Most texts hold nothing invisible, and are many.
@@ -32,7 +34,7 @@ QString filtered(const QString &text, const Keep &keep)
 
 QString markOf(char32_t character)
 {
-    return QStringLiteral("⟨U+%1⟩").arg(QString::number(character, 16).toUpper(), 4, u'0');
+    return u"⟨U+%1⟩"_s.arg(QString::number(character, 16).toUpper(), 4, u'0');
 }
 
 bool isLineFeedOrTab(char32_t character)
@@ -200,10 +202,10 @@ QString Text::withoutInvisible(const QString &text)
 
 QString Text::withoutMarkers(const QString &text)
 {
-    if (!text.contains(QLatin1String("<|")))
+    if (!text.contains("<|"_L1))
         return text;
     // No static one: a thread that a hanging service holds may still be here when the program has ended.
-    const QRegularExpression marker(QStringLiteral("<\\|([^<>|\\s]+)\\|>"));
+    const QRegularExpression marker(u"<\\|([^<>|\\s]+)\\|>"_s);
     QString result = text;
-    return result.replace(marker, QStringLiteral("< |\\1| >"));
+    return result.replace(marker, u"< |\\1| >"_s);
 }

@@ -12,6 +12,8 @@
 #include <system_error>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // In bytes. The trash of Linux notes each thing in a file of its name with some twenty characters more, and
@@ -40,16 +42,16 @@ void create(const QString &path)
     // The system would read such a path up to the null only, and create another folder than the one asked
     // for.
     if (path.contains(QChar(u'\0')))
-        throw PlatformError(QStringLiteral("Couldn't create the folder “%1”: its name is invalid.")
-                                .arg(QFileInfo(path).fileName()));
+        throw PlatformError(
+            u"Couldn't create the folder “%1”: its name is invalid."_s.arg(QFileInfo(path).fileName()));
     std::error_code error;
     std::filesystem::create_directories(std::filesystem::path(QFile::encodeName(path).toStdString()), error);
     // The library reports a file that stands in the way as success of nothing.
     if (!error && !QFileInfo(path).isDir())
         error = std::make_error_code(std::errc::file_exists);
     if (error)
-        throw PlatformError(QStringLiteral("Couldn't create the folder “%1”: %2.")
-                                .arg(QFileInfo(path).fileName(), QString::fromStdString(error.message())));
+        throw PlatformError(u"Couldn't create the folder “%1”: %2."_s.arg(
+            QFileInfo(path).fileName(), QString::fromStdString(error.message())));
 }
 
 bool isThere(const QString &path)
@@ -60,9 +62,8 @@ bool isThere(const QString &path)
 
 QString placeOf(const QString &path, const QString &home, Files::FolderFinder find)
 {
-    static const QStringList names{QStringLiteral("Desktop"),   QStringLiteral("Downloads"),
-                                   QStringLiteral("Documents"), QStringLiteral("Pictures"),
-                                   QStringLiteral("Music"),     QStringLiteral("Videos")};
+    static const QStringList names{u"Desktop"_s,  u"Downloads"_s, u"Documents"_s,
+                                   u"Pictures"_s, u"Music"_s,     u"Videos"_s};
     const QString prefix = QDir::cleanPath(home) + u'/';
     const QString name = path.startsWith(prefix) ? path.mid(prefix.size()).section(u'/', 0, 0) : QString();
     if (!names.contains(name) || isThere(prefix + name))
@@ -93,17 +94,16 @@ void moveToTrash(const QString &path)
 {
     const QString name = QFileInfo(path).fileName();
     if (!isThere(path))
-        throw PlatformError(
-            QStringLiteral("“%1” couldn't be moved to the Trash because it doesn't exist.").arg(name));
+        throw PlatformError(u"“%1” couldn't be moved to the Trash because it doesn't exist."_s.arg(name));
     const bool isTooLong = QFile::encodeName(name).size() > longestNameInTrash;
     const QString item = isTooLong ? withNameForTrash(path) : path;
     if (isTooLong && !rename(path, item))
-        throw PlatformError(QStringLiteral("“%1” couldn't be moved to the Trash.").arg(name));
+        throw PlatformError(u"“%1” couldn't be moved to the Trash."_s.arg(name));
     if (QFile(item).moveToTrash())
         return;
     if (isTooLong)
         rename(item, path);
-    throw PlatformError(QStringLiteral("“%1” couldn't be moved to the Trash.").arg(name));
+    throw PlatformError(u"“%1” couldn't be moved to the Trash."_s.arg(name));
 }
 
 } // namespace

@@ -7,10 +7,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString family = QStringLiteral("👨‍👩‍👧‍👦");
-const QString flag = QStringLiteral("🇩🇪");
-const QString thumb = QStringLiteral("👍🏽");
-const QString heart = QStringLiteral("❤️");
+const QString family = u"👨‍👩‍👧‍👦"_s;
+const QString flag = u"🇩🇪"_s;
+const QString thumb = u"👍🏽"_s;
+const QString heart = u"❤️"_s;
 
 } // namespace
 

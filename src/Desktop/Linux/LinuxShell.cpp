@@ -8,12 +8,14 @@
 
 #include <QGuiApplication>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // The X server that our windows are on.
 std::unique_ptr<X11Display> connectToDisplay(Clock &clock)
 {
-    if (QGuiApplication::platformName() != QLatin1StringView("xcb"))
+    if (QGuiApplication::platformName() != "xcb"_L1)
         return nullptr;
     try {
         return std::make_unique<X11Display>(clock);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "OrvaneApp/Application/ActivityReport.h"
 
+using namespace Qt::StringLiterals;
+
 ActivityReport::ActivityReport(const ModelManager &models, const AgentSession &session,
                                ProgramActivity &activity, QObject *parent)
     : QObject(parent), m_models(models), m_session(session), m_activity(activity)
@@ -27,7 +29,7 @@ void ActivityReport::setAtWork(bool isAtWork)
         return;
     m_isAtWork = isAtWork;
     if (isAtWork)
-        m_activity.begin(QStringLiteral("A task or a download is running."));
+        m_activity.begin(u"A task or a download is running."_s);
     else
         m_activity.end();
 }

@@ -10,6 +10,8 @@
 #include <memory>
 #include <vector>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 void tell(const QString &line)
@@ -21,16 +23,15 @@ void tell(const QString &line)
 class ReceivingWindow : public QRasterWindow
 {
 protected:
-    void keyPressEvent(QKeyEvent *event) override { tell(QStringLiteral("press"), *event); }
-    void keyReleaseEvent(QKeyEvent *event) override { tell(QStringLiteral("release"), *event); }
+    void keyPressEvent(QKeyEvent *event) override { tell(u"press"_s, *event); }
+    void keyReleaseEvent(QKeyEvent *event) override { tell(u"release"_s, *event); }
 
 private:
     static void tell(const QString &what, const QKeyEvent &event)
     {
-        ::tell(QStringLiteral("%1 %2 %3 %4 %5")
-                   .arg(what, QString::number(event.key(), 16), QString::number(event.modifiers(), 16),
-                        QString::fromLatin1(event.text().toUtf8().toHex()),
-                        QString::number(event.nativeScanCode())));
+        ::tell(u"%1 %2 %3 %4 %5"_s.arg(
+            what, QString::number(event.key(), 16), QString::number(event.modifiers(), 16),
+            QString::fromLatin1(event.text().toUtf8().toHex()), QString::number(event.nativeScanCode())));
     }
 };
 

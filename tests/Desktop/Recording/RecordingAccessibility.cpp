@@ -5,6 +5,8 @@
 
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // One walk's view of a recorded tree, as it was when the walk began.
@@ -36,7 +38,7 @@ public:
         co_await m_journal.begin(RecordedOperation::Press);
         const RecordedElement &target = m_tree.elements.at(element);
         const QString name = target.title.value_or(target.description.value_or(QString()));
-        m_journal.note(QStringLiteral("press %1 “%2”").arg(target.role, name));
+        m_journal.note(u"press %1 “%2”"_s.arg(target.role, name));
         co_return target.respondsToPress;
     }
 
@@ -76,7 +78,7 @@ QCoro::Task<bool> RecordingAccessibility::isProcessTrusted()
 QCoro::Task<void> RecordingAccessibility::requestTrust()
 {
     co_await m_journal.begin(RecordedOperation::RequestTrust);
-    m_journal.note(QStringLiteral("ask for the Accessibility permission"));
+    m_journal.note(u"ask for the Accessibility permission"_s);
     prompts += 1;
     trusted = trusted || !trustGivenByUser;
 }

@@ -8,27 +8,29 @@
 
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 QString described(EventFlags flags)
 {
     QString text;
     if (flags.testFlag(EventFlag::Command))
-        text += QStringLiteral("command+");
+        text += u"command+"_s;
     if (flags.testFlag(EventFlag::Shift))
-        text += QStringLiteral("shift+");
+        text += u"shift+"_s;
     if (flags.testFlag(EventFlag::Alternate))
-        text += QStringLiteral("option+");
+        text += u"option+"_s;
     if (flags.testFlag(EventFlag::Control))
-        text += QStringLiteral("control+");
+        text += u"control+"_s;
     return text;
 }
 
 QString described(const KeyStroke &stroke)
 {
     if (!stroke.text.isEmpty())
-        return QStringLiteral("type “%1”").arg(stroke.text);
-    return QStringLiteral("press key %1%2").arg(described(stroke.flags)).arg(stroke.virtualKey);
+        return u"type “%1”"_s.arg(stroke.text);
+    return u"press key %1%2"_s.arg(described(stroke.flags)).arg(stroke.virtualKey);
 }
 
 // One transparent point.
@@ -55,7 +57,7 @@ QCoro::Task<void> RecordingKeyboard::post(QList<KeyStroke> newStrokes, std::chro
         return application ? application->processIdentifier : 0;
     };
     if (processOf(receiver) != processOf(m_workspace.frontmost()))
-        throw PlatformError(QStringLiteral("Another application is in front, so no keys were sent."));
+        throw PlatformError(u"Another application is in front, so no keys were sent."_s);
     for (const KeyStroke &stroke : std::as_const(newStrokes)) {
         m_journal.note(described(stroke));
         strokes.append(stroke);
@@ -83,7 +85,7 @@ QCoro::Task<QList<WindowDescription>> RecordingWindowList::onScreenWindows()
 QCoro::Task<void> RecordingScreenCapture::capture(QString path)
 {
     co_await m_journal.begin(RecordedOperation::Capture);
-    m_journal.note(QStringLiteral("capture the screen to %1").arg(path));
+    m_journal.note(u"capture the screen to %1"_s.arg(path));
     QFile file(path);
     if (writesFile && file.open(QIODevice::WriteOnly))
         file.write(smallPicture());
@@ -92,7 +94,7 @@ QCoro::Task<void> RecordingScreenCapture::capture(QString path)
 QCoro::Task<ScriptOutcome> RecordingScripting::run(QString source)
 {
     co_await m_journal.begin(RecordedOperation::RunScript);
-    m_journal.note(QStringLiteral("run script %1").arg(source));
+    m_journal.note(u"run script %1"_s.arg(source));
     ScriptOutcome cleaned = outcome;
     cleaned.text = Text::cleaned(outcome.text);
     if (outcome.error)
@@ -103,7 +105,7 @@ QCoro::Task<ScriptOutcome> RecordingScripting::run(QString source)
 QCoro::Task<void> RecordingClock::sleep(std::chrono::milliseconds duration)
 {
     co_await m_journal.turn();
-    m_journal.note(QStringLiteral("wait %1 ms").arg(duration.count()));
+    m_journal.note(u"wait %1 ms"_s.arg(duration.count()));
     sleeps.append(duration);
     time = time.addMSecs(duration.count());
 }

@@ -3,6 +3,8 @@
 
 #include <QWindow>
 
+using namespace Qt::StringLiterals;
+
 class RecordingHotKeys::Reference : public HotKeyReference
 {
 public:
@@ -45,20 +47,19 @@ QCoro::Task<std::shared_ptr<HotKeyReference>> RecordingHotKeys::registerHotKey(s
     HotKey hotKey{virtualKey, modifiers, identifier, std::move(pressed)};
     const auto reference = std::make_shared<Reference>(std::move(hotKey));
     m_references.append(reference);
-    m_journal.note(
-        QStringLiteral("register hot key %1 with modifiers %2").arg(virtualKey).arg(modifiers.toInt()));
+    m_journal.note(u"register hot key %1 with modifiers %2"_s.arg(virtualKey).arg(modifiers.toInt()));
     co_return std::shared_ptr<HotKeyReference>(reference);
 }
 
 void RecordingWindowStyler::style(QWindow &window)
 {
-    m_journal.note(QStringLiteral("style window “%1”").arg(window.title()));
+    m_journal.note(u"style window “%1”"_s.arg(window.title()));
     styled.append(&window);
 }
 
 void RecordingWindowStyler::bringForward(QWindow &window, const QString &activationToken)
 {
-    m_journal.note(QStringLiteral("bring window “%1” forward").arg(window.title()));
+    m_journal.note(u"bring window “%1” forward"_s.arg(window.title()));
     broughtForward.append(&window);
     tokens.append(activationToken);
     window.show();
@@ -69,7 +70,7 @@ void RecordingWindowStyler::bringForward(QWindow &window, const QString &activat
 bool RecordingWindowStyler::hideApplication()
 {
     if (canHideApplication)
-        m_journal.note(QStringLiteral("hide the application"));
+        m_journal.note(u"hide the application"_s);
     return canHideApplication;
 }
 

@@ -7,18 +7,20 @@
 #include <algorithm>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 QString shownName(const RunningApplication &application)
 {
-    return application.localizedName.value_or(QStringLiteral("an application without a name"));
+    return application.localizedName.value_or(u"an application without a name"_s);
 }
 
 } // namespace
 
 ApplicationBundle RecordingWorkspace::install(const QString &name, const QString &folder)
 {
-    const QString entryName = name + QStringLiteral(".app");
+    const QString entryName = name + u".app"_s;
     const ApplicationBundle bundle{folder + u'/' + entryName, name};
     const auto hasPath = [&folder](const ApplicationFolder &known) { return known.path == folder; };
     auto place = std::find_if(folders.begin(), folders.end(), hasPath);
@@ -30,7 +32,7 @@ ApplicationBundle RecordingWorkspace::install(const QString &name, const QString
 
 RunningApplication RecordingWorkspace::start(const QString &name)
 {
-    const ApplicationBundle bundle{QStringLiteral("/Applications/%1.app").arg(name), name};
+    const ApplicationBundle bundle{u"/Applications/%1.app"_s.arg(name), name};
     return start(bundle);
 }
 
@@ -72,15 +74,15 @@ QCoro::Task<void> RecordingWorkspace::activate(RunningApplication application)
 {
     co_await m_journal.begin(RecordedOperation::Activate);
     if (!isRunning(application.processIdentifier))
-        throw PlatformError(QStringLiteral("“%1” isn't running.").arg(shownName(application)));
-    m_journal.note(QStringLiteral("activate %1").arg(shownName(application)));
+        throw PlatformError(u"“%1” isn't running."_s.arg(shownName(application)));
+    m_journal.note(u"activate %1"_s.arg(shownName(application)));
     makeFrontmost(application);
 }
 
 QCoro::Task<void> RecordingWorkspace::terminate(RunningApplication application)
 {
     co_await m_journal.begin(RecordedOperation::Terminate);
-    m_journal.note(QStringLiteral("ask %1 to quit").arg(shownName(application)));
+    m_journal.note(u"ask %1 to quit"_s.arg(shownName(application)));
     const qint64 process = application.processIdentifier;
     if (waitingToQuit.contains(process))
         co_return;
@@ -114,29 +116,28 @@ QCoro::Task<std::optional<ApplicationBundle>> RecordingWorkspace::defaultForRole
 QCoro::Task<void> RecordingWorkspace::openApplication(ApplicationBundle application)
 {
     co_await m_journal.begin(RecordedOperation::OpenApplication);
-    m_journal.note(QStringLiteral("open application %1").arg(application.location));
+    m_journal.note(u"open application %1"_s.arg(application.location));
     bringForward(application);
 }
 
 QCoro::Task<bool> RecordingWorkspace::open(QUrl url)
 {
     co_await m_journal.begin(RecordedOperation::OpenURL);
-    m_journal.note(QStringLiteral("open %1").arg(url.toString(QUrl::FullyEncoded)));
+    m_journal.note(u"open %1"_s.arg(url.toString(QUrl::FullyEncoded)));
     co_return opensURLs;
 }
 
 QCoro::Task<void> RecordingWorkspace::open(QUrl url, ApplicationBundle application)
 {
     co_await m_journal.begin(RecordedOperation::OpenURLWithApplication);
-    m_journal.note(
-        QStringLiteral("open %1 with %2").arg(url.toString(QUrl::FullyEncoded), application.location));
+    m_journal.note(u"open %1 with %2"_s.arg(url.toString(QUrl::FullyEncoded), application.location));
     bringForward(application);
 }
 
 QCoro::Task<void> RecordingWorkspace::reveal(QString path)
 {
     co_await m_journal.begin(RecordedOperation::Reveal);
-    m_journal.note(QStringLiteral("reveal %1").arg(path));
+    m_journal.note(u"reveal %1"_s.arg(path));
 }
 
 bool RecordingWorkspace::isRunning(qint64 processIdentifier) const

@@ -6,6 +6,8 @@
 #include <QTemporaryFile>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 class AnswerReaderTest : public QObject
 {
     Q_OBJECT
@@ -44,9 +46,7 @@ void AnswerReaderTest::wordsAreUnderstood()
     QFETCH(QByteArray, line);
     QFETCH(QString, meaning);
     const std::optional<bool> answer = AnswerReader::meaning(line);
-    const QString got = !answer   ? QStringLiteral("nothing")
-                        : *answer ? QStringLiteral("yes")
-                                  : QStringLiteral("no");
+    const QString got = !answer ? u"nothing"_s : *answer ? u"yes"_s : u"no"_s;
     QCOMPARE(got, meaning);
 }
 

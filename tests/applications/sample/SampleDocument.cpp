@@ -5,12 +5,14 @@
 #include <QFileInfo>
 #include <QUrl>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // Launchers give addresses, people give paths.
 QString localPath(const QString &argument)
 {
-    return argument.startsWith(QStringLiteral("file://")) ? QUrl(argument).toLocalFile() : argument;
+    return argument.startsWith(u"file://"_s) ? QUrl(argument).toLocalFile() : argument;
 }
 
 } // namespace
@@ -24,7 +26,7 @@ SampleDocument::SampleDocument(const QString &path) : m_path(localPath(path))
 
 QString SampleDocument::name() const
 {
-    return m_path.isEmpty() ? QStringLiteral("Untitled") : QFileInfo(m_path).fileName();
+    return m_path.isEmpty() ? u"Untitled"_s : QFileInfo(m_path).fileName();
 }
 
 void SampleDocument::save(const QString &text)

@@ -3,14 +3,16 @@
 
 #include "Support/StandstillWatch.h"
 
+using namespace Qt::StringLiterals;
+
 Outcome DesktopTest::perform(const char *action, ActionRunner::Arguments arguments)
 {
     const Outcome outcome = m_runner->perform(action, arguments);
     if (outcome.standstill > StandstillWatch::limit)
-        QTest::qFail(qPrintable(QStringLiteral("The event loop stood still for %1 ms during %2: %3")
-                                    .arg(outcome.standstill.count())
-                                    .arg(QLatin1StringView(action), outcome.line)),
-                     __FILE__, __LINE__);
+        QTest::qFail(
+            qPrintable(u"The event loop stood still for %1 ms during %2: %3"_s.arg(outcome.standstill.count())
+                           .arg(QLatin1StringView(action), outcome.line)),
+            __FILE__, __LINE__);
     return outcome;
 }
 

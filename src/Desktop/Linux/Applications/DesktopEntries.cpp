@@ -12,9 +12,11 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-const QString suffix = QStringLiteral(".desktop");
+const QString suffix = u".desktop"_s;
 
 DesktopEntry described(GDesktopAppInfo *information)
 {
@@ -71,7 +73,7 @@ QStringList DesktopEntries::folders()
         roots.append(QString::fromUtf8(*each));
     QStringList result;
     for (const QString &root : roots) {
-        const QString folder = QDir::cleanPath(root + QStringLiteral("/applications"));
+        const QString folder = QDir::cleanPath(root + u"/applications"_s);
         if (QFileInfo(folder).isDir() && !result.contains(folder))
             result.append(folder);
     }

@@ -12,6 +12,8 @@
 
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr const char *entryGroup = G_KEY_FILE_DESKTOP_GROUP;
@@ -20,8 +22,8 @@ constexpr const char *entryGroup = G_KEY_FILE_DESKTOP_GROUP;
 {
     const QString reason = error ? QString::fromUtf8(error->message) : QString();
     const QString name = QFileInfo(path).completeBaseName();
-    throw PlatformError(reason.isEmpty() ? QStringLiteral("“%1” couldn't be opened.").arg(name)
-                                         : QStringLiteral("“%1” couldn't be opened: %2.").arg(name, reason));
+    throw PlatformError(reason.isEmpty() ? u"“%1” couldn't be opened."_s.arg(name)
+                                         : u"“%1” couldn't be opened: %2."_s.arg(name, reason));
 }
 
 GObjectPointer<GDesktopAppInfo> load(const QString &path)
@@ -37,8 +39,7 @@ GObjectPointer<GDesktopAppInfo> load(const QString &path)
     const GKeyFilePointer file(g_key_file_new());
     if (!g_key_file_load_from_file(file.get(), path.toUtf8().constData(), G_KEY_FILE_NONE, nullptr))
         return application;
-    const QString accessible =
-        EntryCommand::withArgument(command, QStringLiteral("--force-renderer-accessibility"));
+    const QString accessible = EntryCommand::withArgument(command, u"--force-renderer-accessibility"_s);
     g_key_file_set_string(file.get(), entryGroup, G_KEY_FILE_DESKTOP_KEY_EXEC,
                           accessible.toUtf8().constData());
     GObjectPointer<GDesktopAppInfo> changed(g_desktop_app_info_new_from_keyfile(file.get()));
@@ -64,28 +65,15 @@ void noteProcess(GDesktopAppInfo *, GPid process, gpointer list)
 
 bool EntryLauncher::isChromiumFamily(const QString &executable)
 {
-    static const QStringList names{QStringLiteral("chromium"),
-                                   QStringLiteral("chrome"),
-                                   QStringLiteral("google-chrome"),
-                                   QStringLiteral("brave"),
-                                   QStringLiteral("brave-browser"),
-                                   QStringLiteral("microsoft-edge"),
-                                   QStringLiteral("vivaldi"),
-                                   QStringLiteral("opera"),
-                                   QStringLiteral("code"),
-                                   QStringLiteral("codium"),
-                                   QStringLiteral("code-oss"),
-                                   QStringLiteral("slack"),
-                                   QStringLiteral("discord"),
-                                   QStringLiteral("signal-desktop"),
-                                   QStringLiteral("element-desktop"),
-                                   QStringLiteral("obsidian"),
-                                   QStringLiteral("teams-for-linux"),
-                                   QStringLiteral("spotify"),
-                                   QStringLiteral("chromium-browser")};
+    static const QStringList names{u"chromium"_s,        u"chrome"_s,          u"google-chrome"_s,
+                                   u"brave"_s,           u"brave-browser"_s,   u"microsoft-edge"_s,
+                                   u"vivaldi"_s,         u"opera"_s,           u"code"_s,
+                                   u"codium"_s,          u"code-oss"_s,        u"slack"_s,
+                                   u"discord"_s,         u"signal-desktop"_s,  u"element-desktop"_s,
+                                   u"obsidian"_s,        u"teams-for-linux"_s, u"spotify"_s,
+                                   u"chromium-browser"_s};
     QString name = QFileInfo(executable).fileName().toLower();
-    for (const QString &channel : {QStringLiteral("-stable"), QStringLiteral("-beta"), QStringLiteral("-dev"),
-                                   QStringLiteral("-unstable"), QStringLiteral("-insiders")}) {
+    for (const QString &channel : {u"-stable"_s, u"-beta"_s, u"-dev"_s, u"-unstable"_s, u"-insiders"_s}) {
         if (name.endsWith(channel))
             name.chop(channel.size());
     }
@@ -94,8 +82,7 @@ bool EntryLauncher::isChromiumFamily(const QString &executable)
     // Programs built on it bring its resources along.
     const QString found = QStandardPaths::findExecutable(executable);
     const QString file = QFileInfo(found).canonicalFilePath();
-    return !file.isEmpty() &&
-           QFileInfo::exists(QFileInfo(file).dir().filePath(QStringLiteral("chrome_100_percent.pak")));
+    return !file.isEmpty() && QFileInfo::exists(QFileInfo(file).dir().filePath(u"chrome_100_percent.pak"_s));
 }
 
 QList<qint64> EntryLauncher::launch(const QString &path, const QStringList &urls,

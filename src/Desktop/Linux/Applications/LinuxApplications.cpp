@@ -8,6 +8,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 RunningApplication described(const X11Window &window, const QList<DesktopEntry> &entries)
@@ -74,9 +76,9 @@ ApplicationBundle LinuxApplications::bundleOf(const DesktopEntry &entry)
 
 ApplicationNames LinuxApplications::namesOf(const DesktopEntry &entry)
 {
-    static const QRegularExpression runsOthers(QStringLiteral(
-        "^(?:sh|bash|dash|env|flatpak|snap|java|mono|wine|pkexec|sudo|xdg-open|gtk-launch|exo-open|"
-        "gapplication|python[0-9.]*|perl|node|electron[0-9]*)$"));
+    static const QRegularExpression runsOthers(
+        u"^(?:sh|bash|dash|env|flatpak|snap|java|mono|wine|pkexec|sudo|xdg-open|gtk-launch|exo-open|"
+        "gapplication|python[0-9.]*|perl|node|electron[0-9]*)$"_s);
     const bool isItself = !runsOthers.match(entry.executable).hasMatch();
     return {entry.englishName, entry.identifier, isItself ? entry.executable : QString()};
 }

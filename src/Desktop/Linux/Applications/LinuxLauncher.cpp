@@ -17,6 +17,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 using namespace std::chrono_literals;
 
 namespace {
@@ -31,17 +33,15 @@ constexpr int busLimit = 1000; // ms
 
 QDBusMessage hasOwner(const QString &name)
 {
-    auto call = QDBusMessage::createMethodCall(
-        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
-        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("NameHasOwner"));
+    auto call = QDBusMessage::createMethodCall(u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s,
+                                               u"org.freedesktop.DBus"_s, u"NameHasOwner"_s);
     call.setArguments({name});
     return call;
 }
 
 QString startupIdentifier(int number, std::uint32_t time)
 {
-    return QStringLiteral("orvane-%1-%2-%3_TIME%4")
-        .arg(QCoreApplication::applicationPid())
+    return u"orvane-%1-%2-%3_TIME%4"_s.arg(QCoreApplication::applicationPid())
         .arg(QSysInfo::machineHostName())
         .arg(number)
         .arg(time);
@@ -125,8 +125,7 @@ QCoro::Task<void> LinuxLauncher::open(ApplicationBundle application, QStringList
         const bool runs = co_await runsInBackground(launch);
         if (runs)
             co_return;
-        throw PlatformError(
-            QStringLiteral("“%1” was started but shows no window.").arg(application.displayName));
+        throw PlatformError(u"“%1” was started but shows no window."_s.arg(application.displayName));
     }
     const X11Window shown = *window;
     co_await m_display.bringForward(shown);

@@ -14,6 +14,8 @@
 #include <QElapsedTimer>
 #include <QFileInfo>
 
+using namespace Qt::StringLiterals;
+
 using namespace std::chrono_literals;
 
 namespace {
@@ -29,8 +31,7 @@ QList<ApplicationFolder> folderList()
         ApplicationFolder listing{folder, {}};
         for (const DesktopEntry &entry : entries) {
             if (entry.folder == folder && entry.isShown)
-                listing.entries.append({entry.name + QStringLiteral(".app"),
-                                        LinuxApplications::bundleOf(entry),
+                listing.entries.append({entry.name + u".app"_s, LinuxApplications::bundleOf(entry),
                                         LinuxApplications::namesOf(entry)});
         }
         result.append(std::move(listing));
@@ -45,9 +46,9 @@ std::optional<DesktopEntry> fillRole(const ApplicationRole &role)
 
 QDBusMessage showItems(const QString &path)
 {
-    auto call = QDBusMessage::createMethodCall(
-        QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("/org/freedesktop/FileManager1"),
-        QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("ShowItems"));
+    auto call =
+        QDBusMessage::createMethodCall(u"org.freedesktop.FileManager1"_s, u"/org/freedesktop/FileManager1"_s,
+                                       u"org.freedesktop.FileManager1"_s, u"ShowItems"_s);
     const QString url = QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded);
     call.setArguments({QStringList{url}, QString()});
     return call;
@@ -87,7 +88,7 @@ QCoro::Task<void> LinuxWorkspace::activate(RunningApplication application)
     const Windows now = co_await windows();
     const X11Window *window = now.snapshot.windowToShow(application.processIdentifier, application.part);
     if (!window)
-        throw PlatformError(QStringLiteral("%1 has no window any more.").arg(application.shownName()));
+        throw PlatformError(u"%1 has no window any more."_s.arg(application.shownName()));
     const X11Window shown = *window;
     co_await m_display.bringForward(shown);
 }

@@ -5,15 +5,17 @@
 #include <QHash>
 #include <QStandardPaths>
 
+using namespace Qt::StringLiterals;
+
 QString UserFolders::named(const QString &name)
 {
     static const QHash<QString, QStandardPaths::StandardLocation> places{
-        {QStringLiteral("Desktop"), QStandardPaths::DesktopLocation},
-        {QStringLiteral("Downloads"), QStandardPaths::DownloadLocation},
-        {QStringLiteral("Documents"), QStandardPaths::DocumentsLocation},
-        {QStringLiteral("Pictures"), QStandardPaths::PicturesLocation},
-        {QStringLiteral("Music"), QStandardPaths::MusicLocation},
-        {QStringLiteral("Videos"), QStandardPaths::MoviesLocation},
+        {u"Desktop"_s, QStandardPaths::DesktopLocation},
+        {u"Downloads"_s, QStandardPaths::DownloadLocation},
+        {u"Documents"_s, QStandardPaths::DocumentsLocation},
+        {u"Pictures"_s, QStandardPaths::PicturesLocation},
+        {u"Music"_s, QStandardPaths::MusicLocation},
+        {u"Videos"_s, QStandardPaths::MoviesLocation},
     };
     const auto place = places.constFind(name);
     if (place == places.constEnd())

@@ -14,19 +14,19 @@
 
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 PlatformError unregistered(const QString &name)
 {
-    return PlatformError(
-        QStringLiteral("“%1” doesn't show its controls. Quit it, then let Orvane open it.").arg(name));
+    return PlatformError(u"“%1” doesn't show its controls. Quit it, then let Orvane open it."_s.arg(name));
 }
 
 PlatformError hidden(const QString &name)
 {
-    return PlatformError(QStringLiteral("“%1” doesn't show its controls. Start it with "
-                                        "--force-renderer-accessibility, or let Orvane open it.")
-                             .arg(name));
+    return PlatformError(u"“%1” doesn't show its controls. Start it with "
+                         "--force-renderer-accessibility, or let Orvane open it."_s.arg(name));
 }
 
 QCoro::Task<QDBusMessage> cacheItems(QDBusConnection connection,

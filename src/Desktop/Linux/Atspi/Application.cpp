@@ -12,6 +12,8 @@
 
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // Enough that the bus and both processes always have something to do; with more, answers start to come later
@@ -157,10 +159,10 @@ Batch::End Batch::endAfter(const QDBusMessage &call, const QDBusMessage &reply, 
 PlatformError failure(Batch::End end, const QString &name)
 {
     if (end == Batch::End::Gone)
-        return PlatformError(QStringLiteral("“%1” has quit.").arg(name));
+        return PlatformError(u"“%1” has quit."_s.arg(name));
     if (end == Batch::End::Disconnected)
-        return PlatformError(QStringLiteral("The desktop's accessibility service has stopped."));
-    return PlatformError(QStringLiteral("“%1” isn't responding.").arg(name));
+        return PlatformError(u"The desktop's accessibility service has stopped."_s);
+    return PlatformError(u"“%1” isn't responding."_s.arg(name));
 }
 
 } // namespace
@@ -241,6 +243,6 @@ QCoro::Task<QList<QDBusMessage>> Atspi::exchangeAtOnce(QDBusConnection bus, QStr
     const auto batch = std::make_shared<Batch>(bus, service, calls, limits);
     const QFuture<Batch::End> future = batch->start();
     if (co_await future != Batch::End::Answered)
-        throw PlatformError(QStringLiteral("The desktop's accessibility service isn't responding."));
+        throw PlatformError(u"The desktop's accessibility service isn't responding."_s);
     co_return batch->replies();
 }

@@ -27,7 +27,7 @@ public:
     static QCoro::Task<std::shared_ptr<AtspiApplication>> introduced(QDBusConnection bus, AtspiReference root,
                                                                      QString processName);
 
-    // For what is to be done, as pressing.
+    // For calls that change state, such as DoAction.
     const QDBusConnection &bus() const { return m_bus; }
     // For questions: over the bus, until a connection beside it is given.
     const QDBusConnection &questions() const;

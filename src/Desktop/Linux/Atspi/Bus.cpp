@@ -11,6 +11,8 @@
 
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 using namespace std::chrono_literals;
 
 namespace {
@@ -25,8 +27,8 @@ const AtspiReference launcher{Atspi::launcherService, Atspi::launcherPath};
 
 PlatformError unreachable()
 {
-    return PlatformError(QStringLiteral("The desktop's accessibility service can't be reached. Install "
-                                        "at-spi2-core, then log in again."));
+    return PlatformError(u"The desktop's accessibility service can't be reached. Install "
+                         "at-spi2-core, then log in again."_s);
 }
 
 // It has just answered over the bus, so this is long.
@@ -56,7 +58,7 @@ QCoro::Task<bool> leadsTo(QDBusConnection connection, AtspiReference root)
 // None where it takes too long.
 QCoro::Task<std::shared_ptr<AtspiPeer>> connectTo(std::shared_ptr<AtspiBus> bus, QString address)
 {
-    const QString name = QStringLiteral("orvane-application-") + QUuid::createUuid().toString();
+    const QString name = u"orvane-application-"_s + QUuid::createUuid().toString();
     auto job = [address, name] { return QDBusConnection::connectToPeer(address, name); };
     try {
         const QDBusConnection connection = co_await bus->worker().run(std::move(job));
@@ -69,9 +71,7 @@ QCoro::Task<std::shared_ptr<AtspiPeer>> connectTo(std::shared_ptr<AtspiBus> bus,
 
 } // namespace
 
-AtspiBus::AtspiBus() : m_worker(QStringLiteral("orvane.atspi"), QStringLiteral("The accessibility service"))
-{
-}
+AtspiBus::AtspiBus() : m_worker(u"orvane.atspi"_s, u"The accessibility service"_s) {}
 
 AtspiBus::~AtspiBus()
 {
@@ -81,8 +81,7 @@ AtspiBus::~AtspiBus()
 QCoro::Task<QDBusConnection> AtspiBus::connection()
 {
     const auto self = shared_from_this();
-    const QDBusMessage question =
-        Atspi::call(launcher, Atspi::launcherInterface, QStringLiteral("GetAddress"));
+    const QDBusMessage question = Atspi::call(launcher, Atspi::launcherInterface, u"GetAddress"_s);
     const QDBusMessage reply = co_await askLauncher(question);
     const QString address = Atspi::text(reply).value_or(QString());
     if (address.isEmpty())
@@ -152,7 +151,7 @@ QDBusConnection AtspiBus::connect(const QString &address)
     }
     disconnect();
     m_address = address;
-    m_connectionName = QStringLiteral("orvane-accessibility-") + QUuid::createUuid().toString();
+    m_connectionName = u"orvane-accessibility-"_s + QUuid::createUuid().toString();
     return QDBusConnection::connectToBus(address, m_connectionName);
 }
 
@@ -169,8 +168,8 @@ void AtspiBus::disconnect()
 QCoro::Task<void> AtspiBus::wakeCaches(QDBusConnection bus)
 {
     const AtspiReference registry{Atspi::registryService, Atspi::registryPath};
-    const QVariantList event{QStringLiteral("window:desktop-destroy")};
-    for (const QString &method : {QStringLiteral("DeregisterEvent"), QStringLiteral("RegisterEvent")}) {
+    const QVariantList event{u"window:desktop-destroy"_s};
+    for (const QString &method : {u"DeregisterEvent"_s, u"RegisterEvent"_s}) {
         const QDBusMessage call = Atspi::call(registry, Atspi::registryInterface, method, event);
         const QDBusPendingCall pending = bus.asyncCall(call, registryLimit);
         const QDBusMessage reply = co_await pending;
@@ -181,8 +180,7 @@ QCoro::Task<void> AtspiBus::wakeCaches(QDBusConnection bus)
 
 bool Atspi::isSocketAddress(const QString &address)
 {
-    const bool isSocket = address.startsWith(QLatin1String("unix:path=")) ||
-                          address.startsWith(QLatin1String("unix:abstract="));
+    const bool isSocket = address.startsWith("unix:path="_L1) || address.startsWith("unix:abstract="_L1);
     // Several addresses are alternatives to each other.
     return isSocket && !address.contains(u';');
 }

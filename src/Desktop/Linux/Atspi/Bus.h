@@ -63,7 +63,7 @@ private:
 class AtspiPeer
 {
 public:
-    // None where the application offers none, or is not who answers over it at once: then the bus does.
+    // Null if the application offers no direct connection, or another process answers on it; use the bus then.
     // Throws PlatformError as AtspiApplication does.
     static QCoro::Task<std::shared_ptr<AtspiPeer>> open(std::shared_ptr<AtspiBus> bus,
                                                         std::shared_ptr<AtspiApplication> application);

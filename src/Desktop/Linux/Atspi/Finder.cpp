@@ -15,11 +15,13 @@
 #include <algorithm>
 #include <vector>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 QByteArray processFile(qint64 processIdentifier, const char *name)
 {
-    QFile file(QStringLiteral("/proc/%1/%2").arg(processIdentifier).arg(QLatin1String(name)));
+    QFile file(u"/proc/%1/%2"_s.arg(processIdentifier).arg(QLatin1String(name)));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
@@ -60,13 +62,11 @@ QCoro::Task<QList<AtspiReference>> registeredApplications(QDBusConnection bus)
 // In the order of the applications; 0 for one that has left.
 QCoro::Task<QList<qint64>> processesOf(QDBusConnection bus, QList<AtspiReference> applications)
 {
-    const AtspiReference daemon{QStringLiteral("org.freedesktop.DBus"),
-                                QStringLiteral("/org/freedesktop/DBus")};
+    const AtspiReference daemon{u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s};
     QList<QDBusMessage> calls;
     for (const AtspiReference &application : applications) {
         const QVariantList connection{application.service};
-        calls.append(
-            Atspi::call(daemon, daemon.service, QStringLiteral("GetConnectionUnixProcessID"), connection));
+        calls.append(Atspi::call(daemon, daemon.service, u"GetConnectionUnixProcessID"_s, connection));
     }
     QList<qint64> processes;
     if (calls.isEmpty())
@@ -155,7 +155,7 @@ QString Atspi::processName(qint64 processIdentifier)
 {
     const QString name = QString::fromUtf8(processFile(processIdentifier, "comm"));
     const QString cleaned = Text::trimmed(Text::cleaned(name));
-    return cleaned.isEmpty() ? QStringLiteral("The application") : cleaned;
+    return cleaned.isEmpty() ? u"The application"_s : cleaned;
 }
 
 QCoro::Task<QList<AtspiDisclosure>> Atspi::disclosures(QDBusConnection bus, QList<qint64> processes,

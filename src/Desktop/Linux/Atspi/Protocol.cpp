@@ -4,9 +4,11 @@
 #include <QDBusObjectPath>
 #include <QDBusVariant>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-const QString propertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties");
+const QString propertiesInterface = u"org.freedesktop.DBus.Properties"_s;
 
 // How a rule's set of roles, states and so on is met.
 enum class Match { All = 1, Any = 2 };
@@ -53,64 +55,64 @@ QDBusMessage Atspi::call(const AtspiReference &object, const QString &interface,
 
 QDBusMessage Atspi::property(const AtspiReference &object, const QString &interface, const QString &name)
 {
-    return call(object, propertiesInterface, QStringLiteral("Get"), {interface, name});
+    return call(object, propertiesInterface, u"Get"_s, {interface, name});
 }
 
 QDBusMessage Atspi::setProperty(const AtspiReference &object, const QString &interface, const QString &name,
                                 const QVariant &value)
 {
     const QVariant wrapped = QVariant::fromValue(QDBusVariant(value));
-    return call(object, propertiesInterface, QStringLiteral("Set"), {interface, name, wrapped});
+    return call(object, propertiesInterface, u"Set"_s, {interface, name, wrapped});
 }
 
 QDBusMessage Atspi::getRole(const AtspiReference &object)
 {
-    return call(object, accessibleInterface, QStringLiteral("GetRole"));
+    return call(object, accessibleInterface, u"GetRole"_s);
 }
 
 QDBusMessage Atspi::getState(const AtspiReference &object)
 {
-    return call(object, accessibleInterface, QStringLiteral("GetState"));
+    return call(object, accessibleInterface, u"GetState"_s);
 }
 
 QDBusMessage Atspi::getName(const AtspiReference &object)
 {
-    return property(object, accessibleInterface, QStringLiteral("Name"));
+    return property(object, accessibleInterface, u"Name"_s);
 }
 
 QDBusMessage Atspi::getDescription(const AtspiReference &object)
 {
-    return property(object, accessibleInterface, QStringLiteral("Description"));
+    return property(object, accessibleInterface, u"Description"_s);
 }
 
 QDBusMessage Atspi::getHelpText(const AtspiReference &object)
 {
-    return property(object, accessibleInterface, QStringLiteral("HelpText"));
+    return property(object, accessibleInterface, u"HelpText"_s);
 }
 
 QDBusMessage Atspi::getParent(const AtspiReference &object)
 {
-    return property(object, accessibleInterface, QStringLiteral("Parent"));
+    return property(object, accessibleInterface, u"Parent"_s);
 }
 
 QDBusMessage Atspi::getIndexInParent(const AtspiReference &object)
 {
-    return call(object, accessibleInterface, QStringLiteral("GetIndexInParent"));
+    return call(object, accessibleInterface, u"GetIndexInParent"_s);
 }
 
 QDBusMessage Atspi::getChildren(const AtspiReference &object)
 {
-    return call(object, accessibleInterface, QStringLiteral("GetChildren"));
+    return call(object, accessibleInterface, u"GetChildren"_s);
 }
 
 QDBusMessage Atspi::getChildCount(const AtspiReference &object)
 {
-    return property(object, accessibleInterface, QStringLiteral("ChildCount"));
+    return property(object, accessibleInterface, u"ChildCount"_s);
 }
 
 QDBusMessage Atspi::getApplication(const AtspiReference &object)
 {
-    return call(object, accessibleInterface, QStringLiteral("GetApplication"));
+    return call(object, accessibleInterface, u"GetApplication"_s);
 }
 
 QDBusMessage Atspi::getMatches(const AtspiReference &top, const AtspiRule &rule, int most)
@@ -129,62 +131,62 @@ QDBusMessage Atspi::getMatches(const AtspiReference &top, const AtspiRule &rule,
     const uint treeOrder = 1;
     const bool deep = true;
     const QVariantList arguments{QVariant::fromValue(structure), treeOrder, most, deep};
-    return call(top, collectionInterface, QStringLiteral("GetMatches"), arguments);
+    return call(top, collectionInterface, u"GetMatches"_s, arguments);
 }
 
 QDBusMessage Atspi::getActionCount(const AtspiReference &object)
 {
-    return property(object, actionInterface, QStringLiteral("NActions"));
+    return property(object, actionInterface, u"NActions"_s);
 }
 
 QDBusMessage Atspi::getActionName(const AtspiReference &object, int action)
 {
-    return call(object, actionInterface, QStringLiteral("GetName"), {action});
+    return call(object, actionInterface, u"GetName"_s, {action});
 }
 
 QDBusMessage Atspi::doAction(const AtspiReference &object, int action)
 {
-    return call(object, actionInterface, QStringLiteral("DoAction"), {action});
+    return call(object, actionInterface, u"DoAction"_s, {action});
 }
 
 QDBusMessage Atspi::getCharacterCount(const AtspiReference &object)
 {
-    return property(object, textInterface, QStringLiteral("CharacterCount"));
+    return property(object, textInterface, u"CharacterCount"_s);
 }
 
 QDBusMessage Atspi::getText(const AtspiReference &object, int end)
 {
-    return call(object, textInterface, QStringLiteral("GetText"), {0, end});
+    return call(object, textInterface, u"GetText"_s, {0, end});
 }
 
 QDBusMessage Atspi::getCurrentValue(const AtspiReference &object)
 {
-    return property(object, valueInterface, QStringLiteral("CurrentValue"));
+    return property(object, valueInterface, u"CurrentValue"_s);
 }
 
 QDBusMessage Atspi::grabFocus(const AtspiReference &object)
 {
-    return call(object, componentInterface, QStringLiteral("GrabFocus"));
+    return call(object, componentInterface, u"GrabFocus"_s);
 }
 
 QDBusMessage Atspi::selectChild(const AtspiReference &object, int child)
 {
-    return call(object, selectionInterface, QStringLiteral("SelectChild"), {child});
+    return call(object, selectionInterface, u"SelectChild"_s, {child});
 }
 
 QDBusMessage Atspi::getToolkitName(const AtspiReference &root)
 {
-    return property(root, applicationInterface, QStringLiteral("ToolkitName"));
+    return property(root, applicationInterface, u"ToolkitName"_s);
 }
 
 QDBusMessage Atspi::getApplicationBusAddress(const AtspiReference &root)
 {
-    return call(root, applicationInterface, QStringLiteral("GetApplicationBusAddress"));
+    return call(root, applicationInterface, u"GetApplicationBusAddress"_s);
 }
 
 QDBusMessage Atspi::getItems(const QString &service)
 {
-    return call({service, cachePath}, cacheInterface, QStringLiteral("GetItems"));
+    return call({service, cachePath}, cacheInterface, u"GetItems"_s);
 }
 
 std::optional<QString> Atspi::text(const QDBusMessage &reply)
@@ -214,7 +216,7 @@ AtspiRole Atspi::role(const QDBusMessage &reply)
 
 bool Atspi::hasState(const QDBusMessage &reply, AtspiState state)
 {
-    if (reply.type() != QDBusMessage::ReplyMessage || reply.signature() != QLatin1String("au"))
+    if (reply.type() != QDBusMessage::ReplyMessage || reply.signature() != "au"_L1)
         return false;
     const auto words = qdbus_cast<QList<uint>>(reply.arguments().constFirst());
     const auto number = static_cast<unsigned>(state);
@@ -227,7 +229,7 @@ AtspiReference Atspi::reference(const QDBusMessage &reply)
     if (value.metaType() != QMetaType::fromType<QDBusArgument>())
         return {};
     const auto argument = value.value<QDBusArgument>();
-    if (argument.currentSignature() != QLatin1String("(so)"))
+    if (argument.currentSignature() != "(so)"_L1)
         return {};
     AtspiReference object;
     argument >> object;
@@ -236,7 +238,7 @@ AtspiReference Atspi::reference(const QDBusMessage &reply)
 
 QList<AtspiReference> Atspi::references(const QDBusMessage &reply)
 {
-    if (reply.type() != QDBusMessage::ReplyMessage || reply.signature() != QLatin1String("a(so)"))
+    if (reply.type() != QDBusMessage::ReplyMessage || reply.signature() != "a(so)"_L1)
         return {};
     QList<AtspiReference> objects;
     const QDBusArgument list = reply.arguments().constFirst().value<QDBusArgument>();
@@ -256,34 +258,34 @@ QString Atspi::axRole(AtspiRole role, AtspiRole parent)
     switch (role) {
     case AtspiRole::PushButton:
     case AtspiRole::ToggleButton:
-        return QStringLiteral("AXButton");
+        return u"AXButton"_s;
     case AtspiRole::MenuItem:
     case AtspiRole::CheckMenuItem:
     case AtspiRole::RadioMenuItem:
-        return QStringLiteral("AXMenuItem");
+        return u"AXMenuItem"_s;
     case AtspiRole::Menu:
-        return parent == AtspiRole::MenuBar ? QStringLiteral("AXMenuBarItem") : QString();
+        return parent == AtspiRole::MenuBar ? u"AXMenuBarItem"_s : QString();
     case AtspiRole::RadioButton:
-        return QStringLiteral("AXRadioButton");
+        return u"AXRadioButton"_s;
     case AtspiRole::CheckBox:
     case AtspiRole::Switch:
-        return QStringLiteral("AXCheckBox");
+        return u"AXCheckBox"_s;
     case AtspiRole::Link:
-        return QStringLiteral("AXLink");
+        return u"AXLink"_s;
     case AtspiRole::PageTab:
-        return QStringLiteral("AXTab");
+        return u"AXTab"_s;
     case AtspiRole::ComboBox:
-        return QStringLiteral("AXPopUpButton");
+        return u"AXPopUpButton"_s;
     case AtspiRole::Entry:
     case AtspiRole::PasswordText:
     case AtspiRole::Text:
     case AtspiRole::SpinButton:
-        return QStringLiteral("AXTextField");
+        return u"AXTextField"_s;
     case AtspiRole::Label:
     case AtspiRole::Static:
     case AtspiRole::Heading:
     case AtspiRole::Paragraph:
-        return QStringLiteral("AXStaticText");
+        return u"AXStaticText"_s;
     case AtspiRole::Invalid:
     case AtspiRole::MenuBar:
     case AtspiRole::DocumentWeb:

@@ -148,7 +148,7 @@ AtspiReference reference(const QDBusMessage &reply);
 // The objects in the reply's order, "no object" left out.
 QList<AtspiReference> references(const QDBusMessage &reply);
 
-// A set of numbers as the protocol's bits, in so many words of 32.
+// Encodes numbers as a bit set of `words` 32-bit words.
 template <typename Number>
 QList<int> bitSet(const QList<Number> &numbers, int words)
 {

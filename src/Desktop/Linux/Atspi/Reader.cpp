@@ -6,11 +6,13 @@
 #include <algorithm>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 bool isTextField(const AtspiReading &reading)
 {
-    return reading.axRole == QLatin1String("AXTextField");
+    return reading.axRole == "AXTextField"_L1;
 }
 
 bool hasLabel(const AtspiReading &reading)
@@ -20,7 +22,7 @@ bool hasLabel(const AtspiReading &reading)
 
 bool wantsHelp(const AtspiReading &reading)
 {
-    const bool isControl = !reading.axRole.isEmpty() && reading.axRole != QLatin1String("AXStaticText");
+    const bool isControl = !reading.axRole.isEmpty() && reading.axRole != "AXStaticText"_L1;
     return isControl && !hasLabel(reading) && reading.value.isEmpty();
 }
 
@@ -154,7 +156,7 @@ bool AtspiReader::isPlainText(const AtspiReading &reading) const
 // Whether the text inside a static text is all that it says. A label is short, so it is asked for whole.
 bool AtspiReader::speaksByItsText(const AtspiReading &reading) const
 {
-    if (reading.axRole != QLatin1String("AXStaticText") || hasLabel(reading) || isPlainText(reading))
+    if (reading.axRole != "AXStaticText"_L1 || hasLabel(reading) || isPlainText(reading))
         return false;
     return !Atspi::repeatsTextsOfChildren(m_application->toolkit()) || reading.children.isEmpty();
 }

@@ -7,6 +7,8 @@
 
 #include <array>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // Stands in a text for a picture, a link or another object of its own.
@@ -29,17 +31,17 @@ QString saidOnce(const QString &text)
 bool isClassName(const QString &text)
 {
     static const QRegularExpression pattern(
-        QStringLiteral("^((Gtk|Adw)(Source)?[A-Z][A-Za-z]+|([A-Z][a-z]+)+(View|Entry|Button|Label|Image))$"));
+        u"^((Gtk|Adw)(Source)?[A-Z][A-Za-z]+|([A-Z][a-z]+)+(View|Entry|Button|Label|Image))$"_s);
     return pattern.match(text).hasMatch();
 }
 
 // Rich text as Qt takes it for hints, without its markup. "<none>" is a text in angle brackets.
 QString withoutMarkup(const QString &text)
 {
-    static const QRegularExpression tag(QStringLiteral("<[^<>]*>"));
+    static const QRegularExpression tag(u"<[^<>]*>"_s);
     if (!text.startsWith(u'<') || !text.endsWith(u'>'))
         return text;
-    const QString inside = Text::trimmed(QString(text).replace(tag, QStringLiteral(" ")));
+    const QString inside = Text::trimmed(QString(text).replace(tag, u" "_s));
     return inside.isEmpty() ? text : inside;
 }
 
@@ -47,15 +49,15 @@ QString withoutMarkup(const QString &text)
 
 AtspiToolkit Atspi::toolkit(const QString &name)
 {
-    if (name == QLatin1String("GTK"))
+    if (name == "GTK"_L1)
         return AtspiToolkit::Gtk4;
-    if (name == QLatin1String("gtk"))
+    if (name == "gtk"_L1)
         return AtspiToolkit::Gtk3;
-    if (name == QLatin1String("Gecko"))
+    if (name == "Gecko"_L1)
         return AtspiToolkit::Gecko;
-    if (name == QLatin1String("Qt"))
+    if (name == "Qt"_L1)
         return AtspiToolkit::Qt;
-    return name == QLatin1String("Chromium") ? AtspiToolkit::Chromium : AtspiToolkit::Other;
+    return name == "Chromium"_L1 ? AtspiToolkit::Chromium : AtspiToolkit::Other;
 }
 
 QString Atspi::label(const QString &text, AtspiToolkit toolkit)
@@ -75,10 +77,8 @@ int Atspi::pressAction(const QStringList &names)
     // Most telling first. Browsers name the action after what it does to the control's present state, so a
     // ticked box offers "uncheck" and an open list "close". Qt's menus only offer to show themselves.
     static constexpr std::array presses{
-        QLatin1String("press"),  QLatin1String("click"), QLatin1String("activate"),
-        QLatin1String("toggle"), QLatin1String("check"), QLatin1String("open"),
-        QLatin1String("select"), QLatin1String("jump"),  QLatin1String("uncheck"),
-        QLatin1String("switch"), QLatin1String("close"), QLatin1String("showmenu"),
+        "press"_L1,  "click"_L1, "activate"_L1, "toggle"_L1, "check"_L1, "open"_L1,
+        "select"_L1, "jump"_L1,  "uncheck"_L1,  "switch"_L1, "close"_L1, "showmenu"_L1,
     };
     for (const QLatin1String press : presses) {
         for (int i = 0; i < names.size(); ++i) {

@@ -7,6 +7,8 @@
 
 #include <QCoreApplication>
 
+using namespace Qt::StringLiterals;
+
 using Standing = ServiceChecks::Accessibility;
 
 namespace {
@@ -17,7 +19,7 @@ Applications sorted(const QList<RunningApplication> &running, const QList<AtspiD
 {
     Applications result;
     for (qsizetype i = 0; i < running.size(); ++i) {
-        const QString name = running.at(i).localizedName.value_or(QStringLiteral("without a name"));
+        const QString name = running.at(i).localizedName.value_or(u"without a name"_s);
         if (disclosures.at(i) == AtspiDisclosure::Hidden)
             result.hidden.append(name);
         else if (disclosures.at(i) == AtspiDisclosure::Silent)
@@ -35,10 +37,9 @@ QCoro::Task<bool> hasRegistry(QString address)
     if (address.isEmpty())
         co_return false;
     const auto job = [address] { return BusExamination::take(address); };
-    const std::optional<BusExamination> services =
-        co_await AbandonableJob::run(QStringLiteral("doctor.atspi"), job);
+    const std::optional<BusExamination> services = co_await AbandonableJob::run(u"doctor.atspi"_s, job);
     if (!services)
-        throw PlatformError(QStringLiteral("The accessibility bus doesn't answer."));
+        throw PlatformError(u"The accessibility bus doesn't answer."_s);
     co_return services->isRunning(Atspi::registryService);
 }
 

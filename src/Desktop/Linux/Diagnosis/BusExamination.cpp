@@ -6,6 +6,8 @@
 
 #include <QFileInfo>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 struct VariantRelease
@@ -59,16 +61,16 @@ QString BusExamination::sessionBusAddress()
     const QString address = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
     // This one means: start a bus.
     if (!address.isEmpty())
-        return address.startsWith(QLatin1StringView("autolaunch:")) ? QString() : address;
+        return address.startsWith("autolaunch:"_L1) ? QString() : address;
     const QString folder = qEnvironmentVariable("XDG_RUNTIME_DIR");
-    const QString socket = folder + QStringLiteral("/bus");
-    return !folder.isEmpty() && QFileInfo::exists(socket) ? QStringLiteral("unix:path=") + socket : QString();
+    const QString socket = folder + u"/bus"_s;
+    return !folder.isEmpty() && QFileInfo::exists(socket) ? u"unix:path="_s + socket : QString();
 }
 
 BusExamination BusExamination::take(const QString &address)
 {
     if (address.isEmpty())
-        throw PlatformError(QStringLiteral("There is no bus."));
+        throw PlatformError(u"There is no bus."_s);
     const GObjectPointer<GDBusConnection> connection = connectTo(address);
     BusExamination result;
     result.running = names(connection.get(), "ListNames");

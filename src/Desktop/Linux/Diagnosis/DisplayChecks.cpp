@@ -1,89 +1,81 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/Diagnosis/DisplayChecks.h"
 
+using namespace Qt::StringLiterals;
+
 using Need = DiagnosticCheck::Need;
 
 namespace {
 
-const QString bindAnotherKey =
-    QStringLiteral("In the desktop's keyboard shortcuts, give a key of your choice "
-                   "to the command: orvane --toggle");
+const QString bindAnotherKey = u"In the desktop's keyboard shortcuts, give a key of your choice "
+                               "to the command: orvane --toggle"_s;
 
 } // namespace
 
 DiagnosticCheck DisplayChecks::session(const Session &session, Server server)
 {
-    const DiagnosticCheck check{QStringLiteral("session"), QStringLiteral("Session")};
-    const QString openTerminal = QStringLiteral("Start Orvane in a terminal on the desktop.");
+    const DiagnosticCheck check{u"session"_s, u"Session"_s};
+    const QString openTerminal = u"Start Orvane in a terminal on the desktop."_s;
     if (session.type == SessionType::Wayland)
-        return check.broken(
-            QStringLiteral("Orvane can't see or operate a Wayland desktop yet."),
-            QStringLiteral("Log out, and choose the X11 (“Xorg”) session on the login screen."));
+        return check.broken(u"Orvane can't see or operate a Wayland desktop yet."_s,
+                            u"Log out, and choose the X11 (“Xorg”) session on the login screen."_s);
     if (server == Server::Silent)
-        return check.broken(QStringLiteral("The X server of display %1 doesn't answer.").arg(session.display),
-                            QStringLiteral("Log out and in again."));
+        return check.broken(u"The X server of display %1 doesn't answer."_s.arg(session.display),
+                            u"Log out and in again."_s);
     if (server == Server::Answers)
-        return check.working(QStringLiteral("X11, display %1.").arg(session.display));
+        return check.working(u"X11, display %1."_s.arg(session.display));
     if (session.display.isEmpty())
-        return check.absent(QStringLiteral("There is no graphical desktop here."), openTerminal);
-    return check.broken(QStringLiteral("No X server answers on display %1.").arg(session.display),
-                        openTerminal);
+        return check.absent(u"There is no graphical desktop here."_s, openTerminal);
+    return check.broken(u"No X server answers on display %1."_s.arg(session.display), openTerminal);
 }
 
 DiagnosticCheck DisplayChecks::windowManager(const X11Examination &examination)
 {
-    const DiagnosticCheck check{QStringLiteral("window-manager"), QStringLiteral("Window manager")};
+    const DiagnosticCheck check{u"window-manager"_s, u"Window manager"_s};
     if (!examination.windowManager)
-        return check.absent(
-            QStringLiteral("None is running: windows can't be found or brought to the front."),
-            QStringLiteral("Log out and in again, or start one by its name, for example: xfwm4"));
+        return check.absent(u"None is running: windows can't be found or brought to the front."_s,
+                            u"Log out and in again, or start one by its name, for example: xfwm4"_s);
     if (examination.windowManager->isEmpty())
-        return check.working(QStringLiteral("One without a name is running."));
-    return check.working(QStringLiteral("%1 is running.").arg(*examination.windowManager));
+        return check.working(u"One without a name is running."_s);
+    return check.working(u"%1 is running."_s.arg(*examination.windowManager));
 }
 
 DiagnosticCheck DisplayChecks::keyboard(const X11Examination &examination)
 {
-    const DiagnosticCheck check{QStringLiteral("keyboard"), QStringLiteral("Keyboard")};
+    const DiagnosticCheck check{u"keyboard"_s, u"Keyboard"_s};
     if (examination.takesKeys)
-        return check.working(QStringLiteral("Keys can be sent to applications."));
-    return check.broken(
-        QStringLiteral("The X server doesn't let keys be sent."),
-        QStringLiteral("Use an X server with the extensions XTEST and XKEYBOARD, as Xorg is by itself."));
+        return check.working(u"Keys can be sent to applications."_s);
+    return check.broken(u"The X server doesn't let keys be sent."_s,
+                        u"Use an X server with the extensions XTEST and XKEYBOARD, as Xorg is by itself."_s);
 }
 
 DiagnosticCheck DisplayChecks::spareKeys(const X11Examination &examination)
 {
-    const DiagnosticCheck check{QStringLiteral("spare-keys"), QStringLiteral("Other characters")};
+    const DiagnosticCheck check{u"spare-keys"_s, u"Other characters"_s};
     const qsizetype count = examination.spareKeys;
     if (count > 0)
-        return check.working(
-            count == 1 ? QStringLiteral("One spare key can type what the keyboard lacks.")
-                       : QStringLiteral("%1 spare keys can type what the keyboard lacks.").arg(count));
-    return check.broken(
-        QStringLiteral("No key is spare: only the characters on the keyboard can be typed."),
-        QStringLiteral("Choose another keyboard model or layout in the desktop's keyboard settings."));
+        return check.working(count == 1 ? u"One spare key can type what the keyboard lacks."_s
+                                        : u"%1 spare keys can type what the keyboard lacks."_s.arg(count));
+    return check.broken(u"No key is spare: only the characters on the keyboard can be typed."_s,
+                        u"Choose another keyboard model or layout in the desktop's keyboard settings."_s);
 }
 
 DiagnosticCheck DisplayChecks::hotKey(const X11Examination &examination, Orvane orvane)
 {
-    const DiagnosticCheck check{QStringLiteral("hot-key"), QStringLiteral("Hot key"), Need::Comfort};
+    const DiagnosticCheck check{u"hot-key"_s, u"Hot key"_s, Need::Comfort};
     if (examination.isHotKeyFree)
-        return check.working(QStringLiteral("Alt+Space is free for Orvane."));
+        return check.working(u"Alt+Space is free for Orvane."_s);
     if (orvane == Orvane::Runs)
-        return check.working(
-            QStringLiteral("Alt+Space is taken, most likely by the Orvane that is running."));
-    return check.limited(QStringLiteral("Alt+Space is taken by another program; by which can't be told."),
-                         bindAnotherKey);
+        return check.working(u"Alt+Space is taken, most likely by the Orvane that is running."_s);
+    return check.limited(u"Alt+Space is taken by another program; by which can't be told."_s, bindAnotherKey);
 }
 
 DiagnosticCheck DisplayChecks::screenshot(const X11Examination &examination)
 {
-    const DiagnosticCheck check{QStringLiteral("screenshot"), QStringLiteral("Screenshots")};
+    const DiagnosticCheck check{u"screenshot"_s, u"Screenshots"_s};
     if (examination.picture.isEmpty())
-        return check.broken(QStringLiteral("The X server hands out no picture of the screen."),
-                            QStringLiteral("Set the screen to millions of colours (24 bits)."));
-    return check.working(QStringLiteral("The screen has %1 × %2 points.")
-                             .arg(examination.picture.width())
+        return check.broken(u"The X server hands out no picture of the screen."_s,
+                            u"Set the screen to millions of colours (24 bits)."_s);
+    return check.working(u"The screen has %1 × %2 points."_s.arg(examination.picture.width())
                              .arg(examination.picture.height()));
 }

@@ -8,6 +8,8 @@
 #include "Desktop/Linux/Diagnosis/DisplayChecks.h"
 #include "Desktop/Linux/Session/LinuxProgramInstance.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 struct DisplayAnswer
@@ -27,8 +29,7 @@ QCoro::Task<DisplayAnswer> examineDisplay()
 {
     DisplayAnswer answer;
     try {
-        answer.examination =
-            co_await AbandonableJob::run(QStringLiteral("doctor.x11"), &X11Examination::take);
+        answer.examination = co_await AbandonableJob::run(u"doctor.x11"_s, &X11Examination::take);
         if (answer.examination)
             answer.server = DisplayChecks::Server::Answers;
     } catch (const PlatformError &) {
@@ -43,7 +44,7 @@ QCoro::Task<std::optional<BusExamination>> examineSessionBus()
     const auto job = [] { return BusExamination::take(BusExamination::sessionBusAddress()); };
     std::optional<BusExamination> answer;
     try {
-        answer = co_await AbandonableJob::run(QStringLiteral("doctor.bus"), job);
+        answer = co_await AbandonableJob::run(u"doctor.bus"_s, job);
     } catch (const PlatformError &) {
         answer = std::nullopt;
     }
@@ -60,8 +61,8 @@ struct Registry
 Registry readRegistry()
 {
     return {DesktopEntries::all(),
-            {true, DesktopEntries::defaultForType(QStringLiteral("x-scheme-handler/https"))},
-            {true, DesktopEntries::defaultForType(QStringLiteral("inode/directory"))}};
+            {true, DesktopEntries::defaultForType(u"x-scheme-handler/https"_s)},
+            {true, DesktopEntries::defaultForType(u"inode/directory"_s)}};
 }
 
 QList<RunningApplication> openApplications(const X11Snapshot &windows, const QList<DesktopEntry> &installed)
@@ -111,7 +112,7 @@ QCoro::Task<QList<DiagnosticCheck>> LinuxDiagnosis::examine()
     // All three begin now.
     const auto askingDisplay = examineDisplay();
     const auto askingBus = examineSessionBus();
-    const auto reading = AbandonableJob::run(QStringLiteral("doctor.gio"), &readRegistry);
+    const auto reading = AbandonableJob::run(u"doctor.gio"_s, &readRegistry);
 
     const DisplayAnswer display = co_await askingDisplay;
     const DisplayChecks::Session session{qEnvironmentVariable("DISPLAY"), display.sessionType()};

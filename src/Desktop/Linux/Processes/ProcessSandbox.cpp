@@ -6,6 +6,8 @@
 #include <QRegularExpression>
 #include <QTextStream>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 QByteArray content(const QString &path)
@@ -33,17 +35,17 @@ QHash<QString, QString> keyFile(const QByteArray &text)
 // The file that Flatpak puts into the root of each of its sandboxes.
 std::optional<ProcessSandbox> toldByFile(const QString &process)
 {
-    const auto values = keyFile(content(process + QStringLiteral("/root/.flatpak-info")));
-    const QString application = values.value(QStringLiteral("Application/name"));
+    const auto values = keyFile(content(process + u"/root/.flatpak-info"_s));
+    const QString application = values.value(u"Application/name"_s);
     if (application.isEmpty())
         return std::nullopt;
-    return ProcessSandbox{application, values.value(QStringLiteral("Instance/instance-id"))};
+    return ProcessSandbox{application, values.value(u"Instance/instance-id"_s)};
 }
 
 // The last part of the control group: "app-flatpak-org.gnome.TextEditor-1234.scope".
 QString scopeOf(const QString &process)
 {
-    for (const QByteArray &line : content(process + QStringLiteral("/cgroup")).split('\n')) {
+    for (const QByteArray &line : content(process + u"/cgroup"_s).split('\n')) {
         if (line.startsWith("0::") || line.contains(":name=systemd:"))
             return QString::fromUtf8(line.mid(line.lastIndexOf('/') + 1));
     }
@@ -53,12 +55,12 @@ QString scopeOf(const QString &process)
 // systemd writes a dash inside of a name as "\x2d".
 QString unescaped(QString name)
 {
-    return name.replace(QStringLiteral("\\x2d"), QStringLiteral("-"));
+    return name.replace(u"\\x2d"_s, u"-"_s);
 }
 
 std::optional<ProcessSandbox> flatpakOfScope(const QString &scope)
 {
-    static const QRegularExpression form(QStringLiteral("^(?:app-)?flatpak-(.+)-\\d+\\.scope$"));
+    static const QRegularExpression form(u"^(?:app-)?flatpak-(.+)-\\d+\\.scope$"_s);
     const auto match = form.match(scope);
     if (!match.hasMatch())
         return std::nullopt;
@@ -70,14 +72,14 @@ std::optional<ProcessSandbox> flatpakOfScope(const QString &scope)
 std::optional<ProcessSandbox> snapOfScope(const QString &scope, const QString &process)
 {
     static const QRegularExpression form(
-        QStringLiteral("^snap\\.([^.]+)\\.([^.]+?)(?:[-.][0-9a-f]{8}(?:-[0-9a-f]{4}){3}-[0-9a-f]{12})?"
-                       "\\.(?:scope|service)$"));
+        u"^snap\\.([^.]+)\\.([^.]+?)(?:[-.][0-9a-f]{8}(?:-[0-9a-f]{4}){3}-[0-9a-f]{12})?"
+        "\\.(?:scope|service)$"_s);
     const auto match = form.match(scope);
     if (!match.hasMatch())
         return std::nullopt;
     const QString snap = unescaped(match.captured(1));
-    const QString program = QFile::symLinkTarget(process + QStringLiteral("/exe"));
-    if (!program.startsWith(QStringLiteral("/snap/%1/").arg(snap)))
+    const QString program = QFile::symLinkTarget(process + u"/exe"_s);
+    if (!program.startsWith(u"/snap/%1/"_s.arg(snap)))
         return std::nullopt;
     return ProcessSandbox{snap + u'_' + unescaped(match.captured(2)), QString()};
 }

@@ -4,9 +4,11 @@
 #include <QByteArray>
 #include <QFile>
 
+using namespace Qt::StringLiterals;
+
 bool isRunningProcess(qint64 process)
 {
-    QFile file(QStringLiteral("/proc/%1/stat").arg(process));
+    QFile file(u"/proc/%1/stat"_s.arg(process));
     if (process <= 0 || !file.open(QIODevice::ReadOnly))
         return false;
     // "pid (name) state parent …", where the name may hold anything, brackets and blanks included.

@@ -3,10 +3,12 @@
 
 #include <QDBusError>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-const QString activationToken = QStringLiteral("activation-token");
-const QString startupIdentifier = QStringLiteral("desktop-startup-id");
+const QString activationToken = u"activation-token"_s;
+const QString startupIdentifier = u"desktop-startup-id"_s;
 
 } // namespace
 
@@ -39,5 +41,5 @@ void ApplicationService::ActivateAction(const QString &action, const QVariantLis
     if (action == toggleAction)
         Q_EMIT toggleRequested(tokenIn(platformData));
     else
-        sendErrorReply(QDBusError::InvalidArgs, QStringLiteral("There is no action “%1”.").arg(action));
+        sendErrorReply(QDBusError::InvalidArgs, u"There is no action “%1”."_s.arg(action));
 }

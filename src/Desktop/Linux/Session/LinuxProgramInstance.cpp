@@ -6,25 +6,27 @@
 #include <QDBusError>
 #include <QUuid>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int busLimit = 2000;      // ms
 constexpr int instanceLimit = 3000; // ms
 constexpr int attempts = 3;
 
-const QString interface = QStringLiteral("org.freedesktop.Application");
+const QString interface = u"org.freedesktop.Application"_s;
 
 PlatformError unanswered()
 {
-    return PlatformError(QStringLiteral("Orvane is already running, but doesn't answer."));
+    return PlatformError(u"Orvane is already running, but doesn't answer."_s);
 }
 
 } // namespace
 
 LinuxProgramInstance::LinuxProgramInstance()
     : m_launchToken(qEnvironmentVariable("XDG_ACTIVATION_TOKEN")),
-      m_connectionName(QStringLiteral("orvane-instance-") + QUuid::createUuid().toString()),
-      m_worker(QStringLiteral("orvane.instance"), QStringLiteral("The session bus"))
+      m_connectionName(u"orvane-instance-"_s + QUuid::createUuid().toString()),
+      m_worker(u"orvane.instance"_s, u"The session bus"_s)
 {
     if (m_launchToken.isEmpty())
         m_launchToken = qEnvironmentVariable("DESKTOP_STARTUP_ID");
@@ -86,9 +88,9 @@ QCoro::Task<LinuxProgramInstance::Name> LinuxProgramInstance::requestName()
 {
     constexpr std::uint32_t doNotQueue = 4;
     constexpr std::uint32_t ownedByAnother = 3;
-    const QString daemon = QStringLiteral("org.freedesktop.DBus");
-    QDBusMessage call = QDBusMessage::createMethodCall(daemon, QStringLiteral("/org/freedesktop/DBus"),
-                                                       daemon, QStringLiteral("RequestName"));
+    const QString daemon = u"org.freedesktop.DBus"_s;
+    QDBusMessage call =
+        QDBusMessage::createMethodCall(daemon, u"/org/freedesktop/DBus"_s, daemon, u"RequestName"_s);
     call.setArguments({QString(busName), doNotQueue});
     const QDBusPendingCall pending = bus().asyncCall(call, busLimit);
     const QDBusMessage reply = co_await pending;
@@ -102,8 +104,7 @@ QDBusMessage LinuxProgramInstance::messageFor(InstanceRequest request) const
     const QVariantMap data = ApplicationService::platformData(m_launchToken);
     const bool isToggle = request == InstanceRequest::Toggle;
     QDBusMessage call = QDBusMessage::createMethodCall(busName, objectPath, interface,
-                                                       isToggle ? QStringLiteral("ActivateAction")
-                                                                : QStringLiteral("Activate"));
+                                                       isToggle ? u"ActivateAction"_s : u"Activate"_s);
     if (isToggle)
         call.setArguments({QString(ApplicationService::toggleAction), QVariantList(), data});
     else

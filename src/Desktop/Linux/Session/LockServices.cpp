@@ -9,17 +9,18 @@
 
 #include <vector>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int limit = 5000; // ms: what is there should be heard, also on a busy computer
 
 // Each has one interface and one object, both of its own name. KDE and LXQt use the first one.
-const QStringList screenSavers{
-    QStringLiteral("org.freedesktop.ScreenSaver"), QStringLiteral("org.gnome.ScreenSaver"),
-    QStringLiteral("org.cinnamon.ScreenSaver"), QStringLiteral("org.mate.ScreenSaver"),
-    QStringLiteral("org.xfce.ScreenSaver")};
+const QStringList screenSavers{u"org.freedesktop.ScreenSaver"_s, u"org.gnome.ScreenSaver"_s,
+                               u"org.cinnamon.ScreenSaver"_s, u"org.mate.ScreenSaver"_s,
+                               u"org.xfce.ScreenSaver"_s};
 
-const QString loginManager = QStringLiteral("org.freedesktop.login1");
+const QString loginManager = u"org.freedesktop.login1"_s;
 
 struct Question
 {
@@ -70,7 +71,7 @@ QCoro::Task<bool> LockServices::isScreenSaverActive(QString service)
 {
     QString path = u'/' + service;
     path.replace(u'.', u'/');
-    const Question question{service, path, service, QStringLiteral("GetActive")};
+    const Question question{service, path, service, u"GetActive"_s};
     const QVariant answer = co_await answerTo(question, &QDBusConnection::sessionBus, m_sessionBus);
     co_return answer.toBool();
 }
@@ -82,18 +83,18 @@ QCoro::Task<bool> LockServices::isSessionLocked()
     if (identifier.isEmpty())
         co_return false;
     const Question whichSession{loginManager,
-                                QStringLiteral("/org/freedesktop/login1"),
-                                QStringLiteral("org.freedesktop.login1.Manager"),
-                                QStringLiteral("GetSession"),
+                                u"/org/freedesktop/login1"_s,
+                                u"org.freedesktop.login1.Manager"_s,
+                                u"GetSession"_s,
                                 {identifier}};
     const QVariant session = co_await answerTo(whichSession, &QDBusConnection::systemBus, m_systemBus);
     if (!session.isValid())
         co_return false;
     const Question isLocked{loginManager,
                             session.value<QDBusObjectPath>().path(),
-                            QStringLiteral("org.freedesktop.DBus.Properties"),
-                            QStringLiteral("Get"),
-                            {QStringLiteral("org.freedesktop.login1.Session"), QStringLiteral("LockedHint")}};
+                            u"org.freedesktop.DBus.Properties"_s,
+                            u"Get"_s,
+                            {u"org.freedesktop.login1.Session"_s, u"LockedHint"_s}};
     const QVariant hint = co_await answerTo(isLocked, &QDBusConnection::systemBus, m_systemBus);
     co_return hint.value<QDBusVariant>().variant().toBool();
 }

@@ -4,6 +4,8 @@
 #include "Desktop/Linux/X11/Link.h"
 #include "Desktop/PlatformError.h"
 
+using namespace Qt::StringLiterals;
+
 DisplayServer Sessions::displayServer()
 {
     try {
@@ -16,7 +18,7 @@ DisplayServer Sessions::displayServer()
 bool Sessions::isWaylandNamed()
 {
     return !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
-           qEnvironmentVariable("XDG_SESSION_TYPE") == QLatin1StringView("wayland");
+           qEnvironmentVariable("XDG_SESSION_TYPE") == "wayland"_L1;
 }
 
 SessionType Sessions::typeWith(DisplayServer server)
@@ -31,6 +33,6 @@ std::optional<QString> Sessions::obstacle(SessionType type)
 {
     if (type != SessionType::Wayland)
         return std::nullopt;
-    return QStringLiteral("Orvane can't see or operate a Wayland desktop yet: log out, and choose an X11 "
-                          "(“Xorg”) session on the login screen.");
+    return u"Orvane can't see or operate a Wayland desktop yet: log out, and choose an X11 "
+           "(“Xorg”) session on the login screen."_s;
 }

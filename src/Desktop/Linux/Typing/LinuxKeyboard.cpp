@@ -7,6 +7,8 @@
 #include <QCoreApplication>
 #include <QScopeGuard>
 
+using namespace Qt::StringLiterals;
+
 using namespace std::chrono_literals;
 
 namespace {
@@ -23,7 +25,7 @@ std::chrono::milliseconds limitFor(const QList<KeyStroke> &strokes, std::chrono:
 
 PlatformError nobodyInFront()
 {
-    return PlatformError(QStringLiteral("No application is in front to receive the keys."));
+    return PlatformError(u"No application is in front to receive the keys."_s);
 }
 
 } // namespace
@@ -37,8 +39,7 @@ QCoro::Task<X11Window> LinuxKeyboard::target(RunningApplication receiver)
     if (!window)
         throw nobodyInFront();
     if (window->process != receiver.processIdentifier)
-        throw PlatformError(
-            QStringLiteral("“%1” is no longer in front, so no keys were sent.").arg(receiver.shownName()));
+        throw PlatformError(u"“%1” is no longer in front, so no keys were sent."_s.arg(receiver.shownName()));
     const X11Window target = *window;
     co_await m_display.bringForward(target);
     co_return target;

@@ -8,6 +8,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 ModifierKeys modifiersOf(EventFlags flags)
@@ -45,7 +47,7 @@ public:
     {
         const std::optional<std::uint32_t> symbol = symbolOfVirtualKey(virtualKey);
         if (!symbol)
-            throw PlatformError(QStringLiteral("This keyboard has no key for the code %1.").arg(virtualKey));
+            throw PlatformError(u"This keyboard has no key for the code %1."_s.arg(virtualKey));
         addSymbol(*symbol, modifiersOf(flags));
     }
 
@@ -79,8 +81,8 @@ private:
         const xkb_keysym_t symbol = xkb_utf32_to_keysym(character);
         if (category == QChar::Other_Control || category == QChar::Other_Surrogate ||
             symbol == XKB_KEY_NoSymbol)
-            throw PlatformError(QStringLiteral("The text holds a character that no key can type (U+%1).")
-                                    .arg(std::uint32_t(character), 4, 16, QLatin1Char('0')));
+            throw PlatformError(u"The text holds a character that no key can type (U+%1)."_s.arg(
+                std::uint32_t(character), 4, 16, QLatin1Char('0')));
         const auto key = m_layout.characters.constFind(character);
         if (key == m_layout.characters.constEnd())
             addSpare(symbol, {});
@@ -115,8 +117,7 @@ private:
     void addSpare(std::uint32_t symbol, ModifierKeys modifiers)
     {
         if (m_layout.spareCodes.isEmpty())
-            throw PlatformError(
-                QStringLiteral("The keyboard layout can't type this, and has no spare keys."));
+            throw PlatformError(u"The keyboard layout can't type this, and has no spare keys."_s);
         if (const auto code = spareCodeOf(symbol))
             return add({*code, {}}, modifiers);
         if (batch().lentSymbols.size() == m_layout.spareCodes.size())
@@ -140,7 +141,7 @@ private:
         for (const ModifierKey each :
              {ModifierKey::Shift, ModifierKey::Control, ModifierKey::Alternate, ModifierKey::ThirdLevel}) {
             if (all.testFlag(each) && !m_layout.modifierCodes.contains(each))
-                throw PlatformError(QStringLiteral("The keyboard layout lacks a modifier key."));
+                throw PlatformError(u"The keyboard layout lacks a modifier key."_s);
         }
         batch().keys.append({key.code, all, false});
     }

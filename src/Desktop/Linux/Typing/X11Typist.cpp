@@ -9,6 +9,8 @@
 
 #include <thread>
 
+using namespace Qt::StringLiterals;
+
 using namespace std::chrono_literals;
 
 namespace {
@@ -33,8 +35,7 @@ void waitForUsersModifiers(const X11Keyboard &keyboard, const QString &consequen
     const auto end = std::chrono::steady_clock::now() + userPatience;
     while (keyboard.isModifierHeld()) {
         if (std::chrono::steady_clock::now() >= end)
-            throw PlatformError(
-                QStringLiteral("A modifier key (Shift, Ctrl, Alt) is held down, so %1.").arg(consequence));
+            throw PlatformError(u"A modifier key (Shift, Ctrl, Alt) is held down, so %1."_s.arg(consequence));
         std::this_thread::sleep_for(5ms);
     }
 }
@@ -42,7 +43,7 @@ void waitForUsersModifiers(const X11Keyboard &keyboard, const QString &consequen
 void requireSameLayout(const X11Keyboard &keyboard)
 {
     if (keyboard.hasLayoutChanged())
-        throw PlatformError(QStringLiteral("The keyboard layout changed, so typing was stopped."));
+        throw PlatformError(u"The keyboard layout changed, so typing was stopped."_s);
 }
 
 } // namespace
@@ -63,15 +64,15 @@ void X11Typist::type(const QList<KeyStroke> &strokes, std::chrono::microseconds 
     const KeyboardLayout layout = keyboard.layout();
     m_modifierCodes = layout.modifierCodes;
     const QList<TypingBatch> batches = planTyping(strokes, layout);
-    waitForUsersModifiers(keyboard, QStringLiteral("no keys were sent"));
+    waitForUsersModifiers(keyboard, u"no keys were sent"_s);
     if (!m_windows.hasKeys(m_target))
-        throw PlatformError(QStringLiteral("“%1” doesn't have the keyboard focus, so no keys were sent.")
-                                .arg(m_target.title));
+        throw PlatformError(
+            u"“%1” doesn't have the keyboard focus, so no keys were sent."_s.arg(m_target.title));
     const X11UserKeyboard users(m_connection, keyboard.device());
     const bool lendsSymbols = !batches.first().lentSymbols.isEmpty() || batches.size() > 1;
     m_tellsWhenHandled = (lendsSymbols || users.hasOtherMap()) && m_target.answersPings &&
                          m_connection.waitUntilHandled(m_target.identifier, firstAnswer);
-    requireFreeKeyboard(QStringLiteral("no keys were sent"));
+    requireFreeKeyboard(u"no keys were sent"_s);
     keyboard.releaseLocks();
     const auto end = qScopeGuard([this, &users] { putBack(users); });
     for (const TypingBatch &batch : batches)
@@ -103,7 +104,7 @@ void X11Typist::typeBatch(X11Keyboard &keyboard, const TypingBatch &batch, std::
     for (const PlannedKey &key : batch.keys) {
         requireTarget();
         requireSameLayout(keyboard);
-        waitForUsersModifiers(keyboard, QStringLiteral("typing was stopped"));
+        waitForUsersModifiers(keyboard, u"typing was stopped"_s);
         typeKey(keyboard, key);
         std::this_thread::sleep_for(keyPace);
         if (key.endsStroke)
@@ -150,11 +151,10 @@ void X11Typist::requireTarget() const
 {
     m_connection.requireAlive();
     if (m_isStopped || std::chrono::steady_clock::now() >= m_deadline)
-        throw PlatformError(QStringLiteral("Typing took too long and was stopped."));
+        throw PlatformError(u"Typing took too long and was stopped."_s);
     if (!m_windows.isActive(m_target))
-        throw PlatformError(
-            QStringLiteral("“%1” lost the keyboard focus, so typing was stopped.").arg(m_target.title));
-    requireFreeKeyboard(QStringLiteral("typing was stopped"));
+        throw PlatformError(u"“%1” lost the keyboard focus, so typing was stopped."_s.arg(m_target.title));
+    requireFreeKeyboard(u"typing was stopped"_s);
 }
 
 // What is typed for one program must never end up in the password field of another.
@@ -164,8 +164,8 @@ void X11Typist::requireFreeKeyboard(const QString &consequence) const
     while (m_windows.isKeyboardGrabbedFrom(m_target)) {
         if (std::chrono::steady_clock::now() >= end)
             throw PlatformError(
-                QStringLiteral("Another program, or the locked screen, has taken over the keyboard, so %1.")
-                    .arg(consequence));
+                u"Another program, or the locked screen, has taken over the keyboard, so %1."_s.arg(
+                    consequence));
         std::this_thread::sleep_for(5ms);
     }
 }

@@ -7,6 +7,8 @@
 #include <xcb/xtest.h>
 #include <xkbcommon/xkbcommon-x11.h>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 bool hasExtensions(xcb_connection_t *connection)
@@ -67,5 +69,5 @@ std::uint16_t findXtestKeyboard(X11Connection &connection)
 
 void failWithoutKeyboard()
 {
-    throw PlatformError(QStringLiteral("The X server doesn't let keys be sent."));
+    throw PlatformError(u"The X server doesn't let keys be sent."_s);
 }

@@ -4,6 +4,8 @@
 #include <QSettings>
 #include <QtEndian>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr std::uint32_t preferDark = 1;
@@ -11,8 +13,7 @@ constexpr std::uint32_t preferLight = 2;
 
 bool isDarkTheme(const QString &name)
 {
-    return name.endsWith(QLatin1StringView("-dark"), Qt::CaseInsensitive) ||
-           name.endsWith(QLatin1StringView(":dark"), Qt::CaseInsensitive);
+    return name.endsWith("-dark"_L1, Qt::CaseInsensitive) || name.endsWith(":dark"_L1, Qt::CaseInsensitive);
 }
 
 // Reads the numbers of the given byte order one after the other; past the end, everything is absent.
@@ -96,9 +97,9 @@ bool AppearanceFacts::isDark() const
 ThemeSettings ThemeSettings::read(const QString &path)
 {
     QSettings settings(path, QSettings::IniFormat);
-    settings.beginGroup(QStringLiteral("Settings"));
-    const QVariant prefersDark = settings.value(QStringLiteral("gtk-application-prefer-dark-theme"));
-    return {settings.value(QStringLiteral("gtk-theme-name")).toString(), prefersDark.toBool()};
+    settings.beginGroup(u"Settings"_s);
+    const QVariant prefersDark = settings.value(u"gtk-application-prefer-dark-theme"_s);
+    return {settings.value(u"gtk-theme-name"_s).toString(), prefersDark.toBool()};
 }
 
 std::optional<QString> textInXSettings(const QByteArray &data, const QByteArray &name)

@@ -8,10 +8,12 @@
 #include <QPalette>
 #include <QStandardPaths>
 
+using namespace Qt::StringLiterals;
+
 LinuxAppearance::LinuxAppearance(X11Display *display)
 {
     const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
-    m_file = ThemeSettings::read(folder + QStringLiteral("/gtk-3.0/settings.ini"));
+    m_file = ThemeSettings::read(folder + u"/gtk-3.0/settings.ini"_s);
     m_facts.themeOverride = qEnvironmentVariable("GTK_THEME");
     m_facts.themeName = m_file.themeName;
     m_facts.prefersDarkTheme = m_file.prefersDarkTheme;

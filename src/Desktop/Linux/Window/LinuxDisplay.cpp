@@ -15,16 +15,18 @@
 
 #include <cstring>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // Whether Qt has a plug-in of that name for a window system; without one it would end the process.
 bool hasPlugin(const QString &name)
 {
     for (const QString &path : QCoreApplication::libraryPaths()) {
-        const QDir folder(path + QStringLiteral("/platforms"));
+        const QDir folder(path + u"/platforms"_s);
         for (const QString &file : folder.entryList(QDir::Files)) {
             const QJsonObject description = QPluginLoader(folder.filePath(file)).metaData();
-            const QJsonValue keys = description[QStringLiteral("MetaData")][QStringLiteral("Keys")];
+            const QJsonValue keys = description[u"MetaData"_s][u"Keys"_s];
             if (keys.toArray().contains(name))
                 return true;
         }
@@ -35,7 +37,7 @@ bool hasPlugin(const QString &name)
 // Whether somebody listens where Wayland's own library would call.
 bool isCompositorThere()
 {
-    const QString name = qEnvironmentVariable("WAYLAND_DISPLAY", QStringLiteral("wayland-0"));
+    const QString name = qEnvironmentVariable("WAYLAND_DISPLAY", u"wayland-0"_s);
     const QByteArray path = QDir(qEnvironmentVariable("XDG_RUNTIME_DIR")).filePath(name).toLocal8Bit();
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
@@ -54,8 +56,8 @@ bool isCompositorThere()
 QString windowSystem(DisplayServer server)
 {
     if (server != DisplayServer::None)
-        return QStringLiteral("xcb");
-    const QString wayland = QStringLiteral("wayland");
+        return u"xcb"_s;
+    const QString wayland = u"wayland"_s;
     const bool isUsable = Sessions::isWaylandNamed() && hasPlugin(wayland) && isCompositorThere();
     return isUsable ? wayland : QString();
 }

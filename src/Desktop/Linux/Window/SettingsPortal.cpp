@@ -6,13 +6,15 @@
 #include <QPointer>
 #include <QUuid>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-const QString service = QStringLiteral("org.freedesktop.portal.Desktop");
-const QString path = QStringLiteral("/org/freedesktop/portal/desktop");
-const QString interface = QStringLiteral("org.freedesktop.portal.Settings");
-const QString appearanceGroup = QStringLiteral("org.freedesktop.appearance");
-const QString colorSchemeKey = QStringLiteral("color-scheme");
+const QString service = u"org.freedesktop.portal.Desktop"_s;
+const QString path = u"/org/freedesktop/portal/desktop"_s;
+const QString interface = u"org.freedesktop.portal.Settings"_s;
+const QString appearanceGroup = u"org.freedesktop.appearance"_s;
+const QString colorSchemeKey = u"color-scheme"_s;
 
 // The portal may have to be started by this very question.
 constexpr int limit = 10'000; // ms
@@ -28,8 +30,8 @@ QVariant unwrapped(QVariant value)
 } // namespace
 
 SettingsPortal::SettingsPortal()
-    : m_connectionName(QStringLiteral("orvane-portal-") + QUuid::createUuid().toString()),
-      m_worker(QStringLiteral("orvane.portal"), QStringLiteral("The session bus"))
+    : m_connectionName(u"orvane-portal-"_s + QUuid::createUuid().toString()),
+      m_worker(u"orvane.portal"_s, u"The session bus"_s)
 {
     // QtDBus finds the types of a slot by their names, and only those that somebody has used before.
     qRegisterMetaType<QDBusVariant>();
@@ -45,7 +47,7 @@ SettingsPortal::~SettingsPortal()
 bool SettingsPortal::connectToBus()
 {
     QDBusConnection bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, m_connectionName);
-    return bus.isConnected() && bus.connect(service, path, interface, QStringLiteral("SettingChanged"), this,
+    return bus.isConnected() && bus.connect(service, path, interface, u"SettingChanged"_s, this,
                                             SLOT(settingChanged(QString, QString, QDBusVariant)));
 }
 
@@ -62,7 +64,7 @@ QCoro::Task<void> SettingsPortal::follow()
     }
     if (!self || !isConnected)
         co_return;
-    QDBusMessage question = QDBusMessage::createMethodCall(service, path, interface, QStringLiteral("Read"));
+    QDBusMessage question = QDBusMessage::createMethodCall(service, path, interface, u"Read"_s);
     question.setArguments({appearanceGroup, colorSchemeKey});
     const QDBusPendingCall pending = QDBusConnection(m_connectionName).asyncCall(question, limit);
     const QDBusMessage answer = co_await pending;

@@ -9,6 +9,8 @@
 #include <cstring>
 #include <thread>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // No title or window list that a person could use is longer; a hostile one is cut here.
@@ -72,7 +74,7 @@ void X11Connection::prepareThread()
 void X11Connection::requireAlive() const
 {
     if (xcb_connection_has_error(m_connection))
-        throw PlatformError(QStringLiteral("The connection to the X server is lost."));
+        throw PlatformError(u"The connection to the X server is lost."_s);
 }
 
 xcb_get_property_cookie_t X11Connection::request(xcb_window_t window, xcb_atom_t property) const

@@ -4,6 +4,8 @@
 #include <QElapsedTimer>
 #include <QSemaphore>
 
+using namespace Qt::StringLiterals;
+
 using namespace std::chrono_literals;
 
 X11Display::X11Display(Clock &clock, const std::optional<QString> &obstacle)
@@ -70,7 +72,7 @@ QCoro::Task<void> X11Display::bringForward(X11Window window)
     };
     const auto request = [this, window] {
         if (!windows().snapshot().find(window.identifier))
-            throw PlatformError(QStringLiteral("The window “%1” is gone.").arg(window.title));
+            throw PlatformError(u"The window “%1” is gone."_s.arg(window.title));
         windows().requestActivation(window.identifier);
     };
     QElapsedTimer elapsed;
@@ -84,13 +86,12 @@ QCoro::Task<void> X11Display::bringForward(X11Window window)
         co_await m_clock.sleep(5ms);
         last = co_await run(standing);
     }
-    // What it last said about the windows would stay true for ever.
+    // Without a window manager its properties are stale.
     if (last != Standing::HasKeys && !co_await run([this] { return windows().windowManager(); }))
-        throw PlatformError(
-            QStringLiteral("No window manager is running to bring “%1” to the front.").arg(window.title));
+        throw PlatformError(u"No window manager is running to bring “%1” to the front."_s.arg(window.title));
     // A window without any use for keys (a clock) never gets them.
     if (last == Standing::Waiting)
-        throw PlatformError(QStringLiteral("The window “%1” didn't come to the front.").arg(window.title));
+        throw PlatformError(u"The window “%1” didn't come to the front."_s.arg(window.title));
 }
 
 QCoro::Task<void> X11Display::close(QList<X11Window> windows)

@@ -9,6 +9,8 @@
 #include <future>
 #include <thread>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr std::chrono::seconds limit{2};
@@ -32,10 +34,10 @@ X11Link X11Link::open()
     std::future<X11Link> answer = task.get_future();
     std::thread(std::move(task)).detach();
     if (answer.wait_for(limit) != std::future_status::ready)
-        throw PlatformError(QStringLiteral("The X server doesn't answer."));
+        throw PlatformError(u"The X server doesn't answer."_s);
     X11Link link = answer.get();
     if (xcb_connection_has_error(link.connection.get()))
-        throw PlatformError(QStringLiteral(
-            "The screen can't be reached: no X server answers. Start Orvane inside a graphical session."));
+        throw PlatformError(
+            u"The screen can't be reached: no X server answers. Start Orvane inside a graphical session."_s);
     return link;
 }

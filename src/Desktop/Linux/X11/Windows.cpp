@@ -10,6 +10,8 @@
 #include <algorithm>
 #include <span>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr qsizetype longestHistory = 64;
@@ -20,8 +22,8 @@ constexpr std::uint32_t requestedByUserTool = 2; // the source indication that f
 // between two of them.
 QString fromCompoundText(const QByteArray &bytes)
 {
-    static const QRegularExpression unicode(QStringLiteral("\x1b%G(.*?)(?:\x1b%@|$)"));
-    static const QRegularExpression escapes(QStringLiteral("\x1b[ -/]*[0-~]"));
+    static const QRegularExpression unicode(u"\x1b%G(.*?)(?:\x1b%@|$)"_s);
+    static const QRegularExpression escapes(u"\x1b[ -/]*[0-~]"_s);
     QString text = QString::fromLatin1(bytes);
     for (auto match = unicode.match(text); match.hasMatch(); match = unicode.match(text))
         text.replace(match.capturedStart(), match.capturedLength(),

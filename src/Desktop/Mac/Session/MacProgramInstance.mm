@@ -7,6 +7,8 @@
 
 #include <functional>
 
+using namespace Qt::StringLiterals;
+
 // Qt asks the delegate that it has found for whatever that one answers.
 @interface OrvaneApplicationDelegate : NSObject <NSApplicationDelegate>
 @property(nonatomic) std::function<void()> reopened;
@@ -32,7 +34,7 @@ struct MacProgramInstance::Delegate
 
 MacProgramInstance::MacProgramInstance()
     : SocketProgramInstance(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
-                            QStringLiteral("/Orvane")),
+                            u"/Orvane"_s),
       m_delegate(std::make_unique<Delegate>())
 {
     m_delegate->delegate.reopened = [this] {

@@ -15,6 +15,8 @@
 #include <sys/file.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
+
 using namespace std::chrono_literals;
 
 namespace {
@@ -29,7 +31,7 @@ constexpr char toggleLetter = 't';
 
 QString socketIn(const QString &folder)
 {
-    return folder + QStringLiteral("/instance.socket");
+    return folder + u"/instance.socket"_s;
 }
 
 } // namespace
@@ -64,14 +66,14 @@ QCoro::Task<InstanceStanding> SocketProgramInstance::claim(InstanceRequest reque
     // It may have ended instead of answering.
     if (becomeFirst())
         co_return InstanceStanding::First;
-    throw PlatformError(QStringLiteral("Orvane is already running, but doesn't answer."));
+    throw PlatformError(u"Orvane is already running, but doesn't answer."_s);
 }
 
 bool SocketProgramInstance::becomeFirst()
 {
     QDir().mkpath(m_folder);
     if (m_lock == -1) {
-        const QByteArray path = QFile::encodeName(m_folder + QStringLiteral("/instance.lock"));
+        const QByteArray path = QFile::encodeName(m_folder + u"/instance.lock"_s);
         m_lock = open(path.constData(), O_RDWR | O_CREAT | O_CLOEXEC, S_IRUSR | S_IWUSR);
     }
     // Where nothing can be locked, instances cannot know of each other.

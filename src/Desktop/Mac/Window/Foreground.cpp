@@ -3,6 +3,8 @@
 
 #include "Desktop/PlatformError.h"
 
+using namespace Qt::StringLiterals;
+
 using namespace std::chrono_literals;
 
 namespace {
@@ -36,5 +38,5 @@ QCoro::Task<void> Foreground::bring(QString name, Means means, Clock &clock)
         co_await means.open();
     const bool hasCome = co_await comes(means.hasKeys, clock);
     if (!hasCome)
-        throw PlatformError(QStringLiteral("“%1” did not come to the front.").arg(name));
+        throw PlatformError(u"“%1” did not come to the front."_s.arg(name));
 }

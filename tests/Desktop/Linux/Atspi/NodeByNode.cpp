@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString connectionName = QStringLiteral("node-by-node");
+const QString connectionName = u"node-by-node"_s;
 
 QDBusConnection accessibilityBus()
 {

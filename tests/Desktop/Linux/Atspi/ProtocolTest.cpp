@@ -72,9 +72,9 @@ void AtspiProtocolTest::rolesWithoutAMeaningHereHaveNoAxName()
 
 void AtspiProtocolTest::aMenuIsAnItemOfTheMenuBarOnlyInOne()
 {
-    QCOMPARE(Atspi::axRole(AtspiRole::Menu, AtspiRole::MenuBar), QStringLiteral("AXMenuBarItem"));
+    QCOMPARE(Atspi::axRole(AtspiRole::Menu, AtspiRole::MenuBar), u"AXMenuBarItem"_s);
     QCOMPARE(Atspi::axRole(AtspiRole::Menu, AtspiRole::Menu), QString());
-    QCOMPARE(Atspi::axRole(AtspiRole::MenuItem, AtspiRole::MenuBar), QStringLiteral("AXMenuItem"));
+    QCOMPARE(Atspi::axRole(AtspiRole::MenuItem, AtspiRole::MenuBar), u"AXMenuItem"_s);
 }
 
 void AtspiProtocolTest::anErrorHoldsNoState()

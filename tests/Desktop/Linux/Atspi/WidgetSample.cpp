@@ -9,9 +9,11 @@
 #include <QMenuBar>
 #include <QVBoxLayout>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-const QString buttonName = QStringLiteral("Save");
+const QString buttonName = u"Save"_s;
 QLabel *told = nullptr; // owned by the window
 
 class ButtonPressedLast : public QAccessibleWidget
@@ -40,13 +42,13 @@ int main(int argc, char *argv[])
     QMainWindow window;
     auto *contents = new QWidget;
     auto *layout = new QVBoxLayout(contents);
-    told = new QLabel(QStringLiteral("Nothing yet"));
+    told = new QLabel(u"Nothing yet"_s);
     auto *button = new QWidget;
     button->setObjectName(buttonName);
     layout->addWidget(told);
     layout->addWidget(button);
-    const QMenu *menu = window.menuBar()->addMenu(QStringLiteral("Tools"));
-    QObject::connect(menu, &QMenu::aboutToShow, told, [] { told->setText(QStringLiteral("Menu")); });
+    const QMenu *menu = window.menuBar()->addMenu(u"Tools"_s);
+    QObject::connect(menu, &QMenu::aboutToShow, told, [] { told->setText(u"Menu"_s); });
     window.setCentralWidget(contents);
     window.show();
     return QApplication::exec();

@@ -30,9 +30,9 @@ PaletteButton {
         }
     }
 
-    background: Rectangle {
+    background: HoverSurface {
         radius: button.cornerRadius
-        color: button.down ? Theme.pressed : Theme.hover
-        visible: button.down || button.hovered
+        down: button.down
+        hovered: button.hovered
     }
 }

@@ -71,9 +71,9 @@ MenuItem {
     indicator: null
     arrow: null
 
-    background: Rectangle {
+    background: HoverSurface {
         radius: 6
-        color: item.down ? Theme.pressed : Theme.hover
-        visible: item.enabled && (item.highlighted || item.hovered || item.down)
+        down: item.enabled && item.down
+        hovered: item.enabled && (item.hovered || item.highlighted)
     }
 }

@@ -31,11 +31,11 @@ PaletteButton {
         border.width: button.prominent ? 0 : 1
         border.color: Theme.edge
 
-        Rectangle {
+        HoverSurface {
             anchors.fill: parent
             radius: parent.radius
-            color: button.down ? Theme.pressed : Theme.hover
-            visible: button.down || button.hovered
+            down: button.down
+            hovered: button.hovered
         }
     }
 }

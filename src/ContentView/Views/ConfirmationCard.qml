@@ -73,23 +73,17 @@ FocusScope {
                 size: 20
             }
 
-            Text {
+            StaticText {
                 anchors.verticalCenter: parent.verticalCenter
                 text: "Confirm action"
-                textFormat: Text.PlainText
                 font.pixelSize: 15
                 font.weight: Font.DemiBold
                 color: Theme.primary
-                Accessible.role: Accessible.StaticText
-                Accessible.name: text
             }
         }
 
-        Rectangle {
+        Separator {
             Layout.fillWidth: true
-            implicitHeight: 1
-            color: Theme.separator
-            opacity: 0.4
             visible: scroll.isScrollable
         }
 
@@ -110,11 +104,8 @@ FocusScope {
             }
         }
 
-        Rectangle {
+        Separator {
             Layout.fillWidth: true
-            implicitHeight: 1
-            color: Theme.separator
-            opacity: 0.4
             visible: scroll.isScrollable
         }
 

@@ -102,11 +102,8 @@ FocusScope {
             onMenuRequested: root.openMenuAtPointer(field)
         }
 
-        Rectangle {
+        Separator {
             Layout.fillWidth: true
-            implicitHeight: 1
-            color: Theme.separator
-            opacity: 0.4
         }
 
         ObstacleStrip {

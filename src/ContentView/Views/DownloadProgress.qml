@@ -45,14 +45,11 @@ ColumnLayout {
         }
     }
 
-    Text {
+    StaticText {
         Layout.alignment: Qt.AlignHCenter
         text: download.text
-        textFormat: Text.PlainText
         font.pixelSize: 12
         color: Theme.secondary
-        Accessible.role: Accessible.StaticText
-        Accessible.name: text
     }
 
     LinkButton {

@@ -15,18 +15,15 @@ Item {
         width: Math.min(implicitWidth, parent.width - 2 * Theme.margin)
         spacing: 4
 
-        Text {
+        StaticText {
             Layout.leftMargin: 12
             Layout.bottomMargin: 6
             text: "Try"
-            textFormat: Text.PlainText
             font.pixelSize: 12
             font.weight: Font.DemiBold
             font.capitalization: Font.AllUppercase
             font.letterSpacing: 0.8
             color: Theme.secondary
-            Accessible.role: Accessible.StaticText
-            Accessible.name: text
         }
 
         Repeater {

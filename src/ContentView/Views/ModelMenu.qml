@@ -48,10 +48,10 @@ PaletteButton {
         }
     }
 
-    background: Rectangle {
+    background: HoverSurface {
         radius: button.cornerRadius
-        color: button.down || menu.visible ? Theme.pressed : Theme.hover
-        visible: button.down || button.hovered || menu.visible
+        down: button.down || menu.visible
+        hovered: button.hovered
     }
 
     PaletteMenu {

@@ -61,11 +61,11 @@ ComboBox {
         border.width: 1
         border.color: Theme.edge
 
-        Rectangle {
+        HoverSurface {
             anchors.fill: parent
             radius: parent.radius
-            color: picker.down ? Theme.pressed : Theme.hover
-            visible: picker.down || picker.hovered
+            down: picker.down
+            hovered: picker.hovered
         }
 
         FocusRing {
@@ -102,10 +102,10 @@ ComboBox {
             verticalAlignment: Text.AlignVCenter
         }
 
-        background: Rectangle {
+        background: HoverSurface {
             radius: 6
-            color: row.down ? Theme.pressed : Theme.hover
-            visible: row.highlighted || row.hovered || row.down
+            down: row.down
+            hovered: row.hovered || row.highlighted
         }
     }
 

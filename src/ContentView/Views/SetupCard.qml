@@ -27,32 +27,26 @@ ScrollArea {
             size: 38
         }
 
-        Text {
+        StaticText {
             Layout.fillWidth: true
             Layout.bottomMargin: 8
             text: "Set up your private AI"
-            textFormat: Text.PlainText
             font.pixelSize: 20
             font.weight: Font.DemiBold
             color: Theme.primary
             horizontalAlignment: Text.AlignHCenter
             wrapMode: Text.Wrap
-            Accessible.role: Accessible.StaticText
-            Accessible.name: text
         }
 
-        Text {
+        StaticText {
             Layout.fillWidth: true
             Layout.bottomMargin: 20
             text: card.setup.explanation
-            textFormat: Text.PlainText
             font.pixelSize: 13
             lineHeight: 1.25
             color: Theme.secondary
             horizontalAlignment: Text.AlignHCenter
             wrapMode: Text.Wrap
-            Accessible.role: Accessible.StaticText
-            Accessible.name: text
         }
 
         ModelPicker {
@@ -90,13 +84,10 @@ ScrollArea {
                 anchors.verticalCenter: parent.verticalCenter
             }
 
-            Text {
+            StaticText {
                 text: "Loading model…"
-                textFormat: Text.PlainText
                 font.pixelSize: 13
                 color: Theme.secondary
-                Accessible.role: Accessible.StaticText
-                Accessible.name: text
             }
         }
 

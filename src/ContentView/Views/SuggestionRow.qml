@@ -32,9 +32,9 @@ PaletteButton {
         }
     }
 
-    background: Rectangle {
+    background: HoverSurface {
         radius: row.cornerRadius
-        color: row.down ? Theme.pressed : Theme.hover
-        visible: row.down || row.hovered
+        down: row.down
+        hovered: row.hovered
     }
 }

@@ -63,13 +63,13 @@ QCoro::Task<void> AtspiReader::read()
     co_await readTexts(&AtspiReading::help, help, label);
 }
 
-// A toolkit that lists stacks otherwise in bulk is believed there only about what cannot be one: elements
+// A toolkit that lists stacks differently in bulk is believed there only about what cannot be one: elements
 // without children, and controls.
 bool AtspiReader::knowsChildren(const AtspiCacheItem &item) const
 {
     if (!m_cache->hasAllChildren(item))
         return false;
-    if (!Atspi::listsStacksOtherwiseInBulk(m_application->toolkit()) || item.childCount == 0)
+    if (!Atspi::listsStacksDifferentlyInBulk(m_application->toolkit()) || item.childCount == 0)
         return true;
     return !Atspi::axRole(item.role, AtspiRole::Invalid).isEmpty();
 }

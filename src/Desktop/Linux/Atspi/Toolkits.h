@@ -47,7 +47,7 @@ constexpr bool mayOfferPeer(AtspiToolkit toolkit)
 }
 
 // GTK 4 lists the pages of a stack as its children, but in bulk what is on the pages.
-constexpr bool listsStacksOtherwiseInBulk(AtspiToolkit toolkit)
+constexpr bool listsStacksDifferentlyInBulk(AtspiToolkit toolkit)
 {
     return toolkit == AtspiToolkit::Gtk4;
 }

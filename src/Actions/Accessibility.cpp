@@ -10,6 +10,8 @@
 #include <QSet>
 #include <QStringList>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr WalkLimits clickLimits{3000, 11};
@@ -20,9 +22,8 @@ constexpr qsizetype longestLabel = 50;
 const QSet<QString> &clickableRoles()
 {
     static const QSet<QString> roles{
-        QStringLiteral("AXButton"),      QStringLiteral("AXMenuItem"),    QStringLiteral("AXMenuBarItem"),
-        QStringLiteral("AXRadioButton"), QStringLiteral("AXCheckBox"),    QStringLiteral("AXLink"),
-        QStringLiteral("AXTab"),         QStringLiteral("AXPopUpButton"),
+        u"AXButton"_s,   u"AXMenuItem"_s, u"AXMenuBarItem"_s, u"AXRadioButton"_s,
+        u"AXCheckBox"_s, u"AXLink"_s,     u"AXTab"_s,         u"AXPopUpButton"_s,
     };
     return roles;
 }
@@ -30,9 +31,8 @@ const QSet<QString> &clickableRoles()
 const QSet<QString> &readableRoles()
 {
     static const QSet<QString> roles{
-        QStringLiteral("AXButton"),   QStringLiteral("AXTextField"),  QStringLiteral("AXMenuItem"),
-        QStringLiteral("AXLink"),     QStringLiteral("AXTab"),        QStringLiteral("AXRadioButton"),
-        QStringLiteral("AXCheckBox"), QStringLiteral("AXStaticText"),
+        u"AXButton"_s, u"AXTextField"_s,   u"AXMenuItem"_s, u"AXLink"_s,
+        u"AXTab"_s,    u"AXRadioButton"_s, u"AXCheckBox"_s, u"AXStaticText"_s,
     };
     return roles;
 }
@@ -98,7 +98,7 @@ private:
 const RunningApplication &required(const std::optional<RunningApplication> &frontmost)
 {
     if (!frontmost)
-        throw ActionError(QStringLiteral("No frontmost app."));
+        throw ActionError(u"No frontmost app."_s);
     return *frontmost;
 }
 
@@ -106,11 +106,11 @@ const RunningApplication &required(const std::optional<RunningApplication> &fron
 QCoro::Task<QString> pressControl(std::optional<ActionTarget::Control> control, QString wanted)
 {
     if (!control)
-        throw ActionError(QStringLiteral("Couldn't find a control labelled “%1”.").arg(wanted));
+        throw ActionError(u"Couldn't find a control labelled “%1”."_s.arg(wanted));
     const bool pressed = co_await control->tree->press(control->element);
     if (!pressed)
-        throw ActionError(QStringLiteral("“%1” didn't respond to a click.").arg(wanted));
-    co_return QStringLiteral("Clicked “%1”.").arg(wanted);
+        throw ActionError(u"“%1” didn't respond to a click."_s.arg(wanted));
+    co_return u"Clicked “%1”."_s.arg(wanted);
 }
 
 // "Button: Save"; nothing for an element that is not worth a line.
@@ -119,22 +119,22 @@ std::optional<QString> lineFor(const AccessibilityAttributes &element)
     const QString label = Executor::label(element);
     if (label.isEmpty() || !readableRoles().contains(element.role))
         return std::nullopt;
-    return element.role.mid(2) + QStringLiteral(": ") + Text::firstCharacters(label, longestLabel);
+    return element.role.mid(2) + u": "_s + Text::firstCharacters(label, longestLabel);
 }
 
 } // namespace
 
 std::optional<QString> Executor::attr(const AccessibilityAttributes &element, const QString &name)
 {
-    if (name == QLatin1String("AXTitle"))
+    if (name == "AXTitle"_L1)
         return element.title;
-    if (name == QLatin1String("AXDescription"))
+    if (name == "AXDescription"_L1)
         return element.description;
-    if (name == QLatin1String("AXValue"))
+    if (name == "AXValue"_L1)
         return element.value;
-    if (name == QLatin1String("AXHelp"))
+    if (name == "AXHelp"_L1)
         return element.help;
-    if (name == QLatin1String("AXRole") && !element.role.isEmpty())
+    if (name == "AXRole"_L1 && !element.role.isEmpty())
         return element.role;
     return std::nullopt;
 }
@@ -201,6 +201,5 @@ QCoro::Task<QString> Executor::readUI(Desktop desktop)
         return lines.size() < mostLines ? WalkStep::Continue : WalkStep::Stop;
     };
     co_await walkBreadthFirst(tree, readingLimits, visitor);
-    co_return lines.isEmpty() ? QStringLiteral("No readable controls found.")
-                              : lines.join(QStringLiteral(" | "));
+    co_return lines.isEmpty() ? u"No readable controls found."_s : lines.join(u" | "_s);
 }

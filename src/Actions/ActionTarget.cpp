@@ -3,15 +3,15 @@
 
 #include "Actions/Accessibility.h"
 #include "Actions/ActionError.h"
+#include "Actions/ActionKind.h"
 #include "Actions/Applications.h"
 #include "Actions/Executor.h"
 #include "Actions/Session.h"
 #include "Base/Text.h"
 
-namespace {
+using namespace Qt::StringLiterals;
 
-const QString clickName = QStringLiteral("click");
-const QString quitName = QStringLiteral("quit_app");
+namespace {
 
 QCoro::Task<std::optional<ActionTarget::Control>> controlIn(RunningApplication application, QString label,
                                                             Desktop desktop)
@@ -25,8 +25,8 @@ QCoro::Task<std::optional<ActionTarget::Control>> controlIn(RunningApplication a
 QCoro::Task<std::optional<ActionTarget::Control>> controlFor(AgentAction action, ActionTarget found,
                                                              Desktop desktop)
 {
-    const std::optional<QString> label = action.arg(QStringLiteral("label"));
-    if (action.name != clickName || !label || !found.frontmost)
+    const std::optional<QString> label = action.arg(u"label"_s);
+    if (kindOf(action) != ActionKind::Click || !label || !found.frontmost)
         co_return std::nullopt;
     const bool isTrusted = co_await desktop.accessibility.isProcessTrusted();
     if (!isTrusted)
@@ -36,8 +36,8 @@ QCoro::Task<std::optional<ActionTarget::Control>> controlFor(AgentAction action,
 
 QCoro::Task<std::optional<RunningApplication>> quittingFor(AgentAction action, Desktop desktop)
 {
-    const std::optional<QString> name = action.arg(QStringLiteral("app"));
-    if (action.name != quitName || !name)
+    const std::optional<QString> name = action.arg(u"app"_s);
+    if (kindOf(action) != ActionKind::QuitApp || !name)
         co_return std::nullopt;
     co_return co_await Executor::running(*name, desktop);
 }
@@ -53,7 +53,7 @@ QCoro::Task<ActionTarget> Executor::target(AgentAction action, Desktop desktop)
 {
     ActionTarget found;
     try {
-        co_await requireSessionFor(action.name, desktop);
+        co_await requireSessionFor(action, desktop);
         found.quitting = co_await quittingFor(action, desktop);
         if (actsOnFrontmostApplication(action))
             found.frontmost = co_await desktop.workspace.frontmostApplication();
@@ -72,10 +72,10 @@ QCoro::Task<ActionTarget> Executor::approvedTarget(AgentAction action, ActionTar
     ActionTarget now;
     now.frontmost = judged.frontmost;
     now.control = co_await controlFor(action, now, desktop);
-    const QString wanted = action.arg(QStringLiteral("label")).value_or(QString());
+    const QString wanted = action.arg(u"label"_s).value_or(QString());
     const bool isSame = !now.control || isCalled(*now.control, wanted) ||
                         (judged.control && isCalled(*now.control, judged.control->label));
     if (!isSame)
-        throw ActionError(QStringLiteral("“%1” is another control now, so nothing was pressed.").arg(wanted));
+        throw ActionError(u"“%1” is another control now, so nothing was pressed."_s.arg(wanted));
     co_return now;
 }

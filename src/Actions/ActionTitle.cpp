@@ -1,15 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 // The labels under which the user sees the actions.
-#include "Actions/AgentAction.h"
+#include "Actions/ActionKind.h"
 #include "Base/Text.h"
 
-#include <QHash>
-
-#include <utility>
+using namespace Qt::StringLiterals;
 
 namespace {
-
-using Title = QString (*)(const AgentAction &action);
 
 QString argument(const AgentAction &action, const QString &key, const QString &fallback = QString())
 {
@@ -18,88 +14,61 @@ QString argument(const AgentAction &action, const QString &key, const QString &f
 
 QString openApp(const AgentAction &action)
 {
-    return QStringLiteral("Launching ") + argument(action, QStringLiteral("app"), QStringLiteral("app"));
+    return u"Launching "_s + argument(action, u"app"_s, u"app"_s);
 }
 
 QString quitApp(const AgentAction &action)
 {
-    return QStringLiteral("Closing ") + argument(action, QStringLiteral("app"), QStringLiteral("app"));
+    return u"Closing "_s + argument(action, u"app"_s, u"app"_s);
 }
 
 QString openURL(const AgentAction &action)
 {
-    QString address = argument(action, QStringLiteral("url"));
-    address.remove(QLatin1String("https://")).remove(QLatin1String("http://"));
-    return QStringLiteral("Navigating to ") + Text::trimmed(address, u"/");
+    QString address = argument(action, u"url"_s);
+    address.remove("https://"_L1).remove("http://"_L1);
+    return u"Navigating to "_s + Text::trimmed(address, u"/");
 }
 
 QString webSearch(const AgentAction &action)
 {
-    return QStringLiteral("Searching for “%1”").arg(argument(action, QStringLiteral("query")));
+    return u"Searching for “%1”"_s.arg(argument(action, u"query"_s));
 }
 
 QString typeText(const AgentAction &action)
 {
-    return QStringLiteral("Typing “%1”").arg(argument(action, QStringLiteral("text")));
+    return u"Typing “%1”"_s.arg(argument(action, u"text"_s));
 }
 
 QString pressKey(const AgentAction &action)
 {
-    const std::optional<QString> modifiers = action.arg(QStringLiteral("modifiers"));
+    const std::optional<QString> modifiers = action.arg(u"modifiers"_s);
     const QString held = modifiers ? *modifiers + u'+' : QString();
-    return QStringLiteral("Pressing ") + held + argument(action, QStringLiteral("key"));
+    return u"Pressing "_s + held + argument(action, u"key"_s);
 }
 
 QString click(const AgentAction &action)
 {
-    return QStringLiteral("Clicking “%1”").arg(argument(action, QStringLiteral("label")));
+    return u"Clicking “%1”"_s.arg(argument(action, u"label"_s));
 }
 
 QString createFolder(const AgentAction &action)
 {
-    return QStringLiteral("Creating folder “%1”").arg(argument(action, QStringLiteral("name")));
+    return u"Creating folder “%1”"_s.arg(argument(action, u"name"_s));
 }
 
 QString findFiles(const AgentAction &action)
 {
-    return QStringLiteral("Searching ") +
-           argument(action, QStringLiteral("folder"), QStringLiteral("Downloads"));
+    return u"Searching "_s + argument(action, u"folder"_s, u"Downloads"_s);
 }
 
 QString openPath(const AgentAction &action)
 {
-    return QStringLiteral("Opening ") + argument(action, QStringLiteral("path"));
+    return u"Opening "_s + argument(action, u"path"_s);
 }
 
 QString trash(const AgentAction &action)
 {
-    return QStringLiteral("Moving “%1” to Trash").arg(argument(action, QStringLiteral("path")));
-}
-
-const QHash<QString, Title> &titlesWithArguments()
-{
-    static const QHash<QString, Title> titles{
-        {QStringLiteral("open_app"), openApp},     {QStringLiteral("quit_app"), quitApp},
-        {QStringLiteral("open_url"), openURL},     {QStringLiteral("web_search"), webSearch},
-        {QStringLiteral("type_text"), typeText},   {QStringLiteral("press_key"), pressKey},
-        {QStringLiteral("click"), click},          {QStringLiteral("create_folder"), createFolder},
-        {QStringLiteral("find_files"), findFiles}, {QStringLiteral("open_path"), openPath},
-        {QStringLiteral("trash"), trash},
-    };
-    return titles;
-}
-
-const QHash<QString, QString> &fixedTitles()
-{
-    static const QHash<QString, QString> titles{
-        {QStringLiteral("new_tab"), QStringLiteral("Opening new tab")},
-        {QStringLiteral("screenshot"), QStringLiteral("Taking a screenshot")},
-        {QStringLiteral("list_windows"), QStringLiteral("Looking at open windows")},
-        {QStringLiteral("read_ui"), QStringLiteral("Reading the interface")},
-        {QStringLiteral("applescript"), QStringLiteral("Running AppleScript")},
-        {QStringLiteral("done"), QStringLiteral("Done")},
-    };
-    return titles;
+    return u"Moving “%1” to Trash"_s.arg(argument(action, u"path"_s));
 }
 
 QString titleOfUnknown(const QString &name)
@@ -107,13 +76,53 @@ QString titleOfUnknown(const QString &name)
     return Text::capitalized(QString(name).replace(u'_', u' '));
 }
 
+QString titleOf(ActionKind kind, const AgentAction &action)
+{
+    switch (kind) {
+    case ActionKind::OpenApp:
+        return openApp(action);
+    case ActionKind::FocusApp:
+        return titleOfUnknown(action.name);
+    case ActionKind::QuitApp:
+        return quitApp(action);
+    case ActionKind::OpenUrl:
+        return openURL(action);
+    case ActionKind::WebSearch:
+        return webSearch(action);
+    case ActionKind::NewTab:
+        return u"Opening new tab"_s;
+    case ActionKind::TypeText:
+        return typeText(action);
+    case ActionKind::PressKey:
+        return pressKey(action);
+    case ActionKind::Click:
+        return click(action);
+    case ActionKind::CreateFolder:
+        return createFolder(action);
+    case ActionKind::Screenshot:
+        return u"Taking a screenshot"_s;
+    case ActionKind::FindFiles:
+        return findFiles(action);
+    case ActionKind::OpenPath:
+        return openPath(action);
+    case ActionKind::Trash:
+        return trash(action);
+    case ActionKind::ListWindows:
+        return u"Looking at open windows"_s;
+    case ActionKind::ReadUi:
+        return u"Reading the interface"_s;
+    case ActionKind::AppleScript:
+        return u"Running AppleScript"_s;
+    case ActionKind::Done:
+        return u"Done"_s;
+    }
+    Q_UNREACHABLE();
+}
+
 } // namespace
 
 QString AgentAction::title() const
 {
-    const Title format = titlesWithArguments().value(name, nullptr);
-    if (format)
-        return format(*this);
-    const auto fixed = fixedTitles().constFind(name);
-    return fixed != fixedTitles().constEnd() ? *fixed : titleOfUnknown(name);
+    const std::optional<ActionKind> kind = kindOf(*this);
+    return kind ? titleOf(*kind, *this) : titleOfUnknown(name);
 }

@@ -12,6 +12,8 @@
 #include <cmath>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 using Json = nlohmann::json;
@@ -93,7 +95,7 @@ std::optional<QString> flattened(const Json &value)
     case Json::value_t::string:
         return textOf(value);
     case Json::value_t::boolean:
-        return value.get<bool>() ? QStringLiteral("1") : QStringLiteral("0");
+        return value.get<bool>() ? u"1"_s : u"0"_s;
     case Json::value_t::number_integer:
         return QString::number(value.get<qint64>());
     case Json::value_t::number_unsigned:

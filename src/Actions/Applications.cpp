@@ -8,6 +8,8 @@
 #include <array>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 using namespace std::chrono_literals;
 
 namespace {
@@ -139,16 +141,16 @@ InstalledMatches installed(const QList<ApplicationFolder> &folders, const QStrin
 const QHash<QString, QString> &Executor::aliases()
 {
     static const QHash<QString, QString> names{
-        {QStringLiteral("vscode"), QStringLiteral("Visual Studio Code")},
-        {QStringLiteral("vs code"), QStringLiteral("Visual Studio Code")},
-        {QStringLiteral("code"), QStringLiteral("Visual Studio Code")},
-        {QStringLiteral("chrome"), QStringLiteral("Google Chrome")},
-        {QStringLiteral("brave"), QStringLiteral("Brave Browser")},
-        {QStringLiteral("word"), QStringLiteral("Microsoft Word")},
-        {QStringLiteral("excel"), QStringLiteral("Microsoft Excel")},
-        {QStringLiteral("settings"), QStringLiteral("System Settings")},
-        {QStringLiteral("system preferences"), QStringLiteral("System Settings")},
-        {QStringLiteral("terminal"), QStringLiteral("Terminal")},
+        {u"vscode"_s, u"Visual Studio Code"_s},
+        {u"vs code"_s, u"Visual Studio Code"_s},
+        {u"code"_s, u"Visual Studio Code"_s},
+        {u"chrome"_s, u"Google Chrome"_s},
+        {u"brave"_s, u"Brave Browser"_s},
+        {u"word"_s, u"Microsoft Word"_s},
+        {u"excel"_s, u"Microsoft Excel"_s},
+        {u"settings"_s, u"System Settings"_s},
+        {u"system preferences"_s, u"System Settings"_s},
+        {u"terminal"_s, u"Terminal"_s},
     };
     return names;
 }
@@ -186,7 +188,7 @@ QCoro::Task<ApplicationBundle> Executor::foundApplication(QString name, Desktop 
 {
     const std::optional<ApplicationBundle> bundle = co_await appURL(name, desktop);
     if (!bundle)
-        throw ActionError(QStringLiteral("Couldn't find an app called “%1”.").arg(name));
+        throw ActionError(u"Couldn't find an app called “%1”."_s.arg(name));
     co_return *bundle;
 }
 

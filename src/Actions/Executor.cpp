@@ -2,6 +2,7 @@
 #include "Actions/Executor.h"
 
 #include "Actions/Accessibility.h"
+#include "Actions/ActionKind.h"
 #include "Actions/Applications.h"
 #include "Actions/Files.h"
 #include "Actions/Keyboard.h"
@@ -12,10 +13,10 @@
 #include "Actions/WebAddress.h"
 #include "Base/Text.h"
 
-#include <QHash>
 #include <QLocale>
 #include <QRegularExpression>
-#include <QSet>
+
+using namespace Qt::StringLiterals;
 
 using namespace std::chrono_literals;
 
@@ -31,7 +32,7 @@ QString required(const AgentAction &action, const QString &key, const QString &w
 {
     const std::optional<QString> value = action.arg(key);
     if (!value)
-        throw ActionError(QStringLiteral("Missing %1.").arg(what));
+        throw ActionError(u"Missing %1."_s.arg(what));
     return *value;
 }
 
@@ -44,9 +45,9 @@ QString firstOf(const AgentAction &action, const QString &key, const QString &ot
 
 QCoro::Task<QString> openApp(AgentAction action, ActionTarget, Desktop desktop)
 {
-    const QString name = required(action, QStringLiteral("app"), QStringLiteral("app name"));
+    const QString name = required(action, u"app"_s, u"app name"_s);
     const QString opened = co_await Executor::launch(name, desktop);
-    co_return QStringLiteral("%1 is now frontmost.").arg(opened);
+    co_return u"%1 is now frontmost."_s.arg(opened);
 }
 
 QCoro::Task<bool> stillRuns(std::optional<RunningApplication> application, Desktop desktop)
@@ -59,37 +60,37 @@ QCoro::Task<bool> stillRuns(std::optional<RunningApplication> application, Deskt
 
 QCoro::Task<QString> quitApp(AgentAction action, ActionTarget target, Desktop desktop)
 {
-    const QString name = required(action, QStringLiteral("app"), QStringLiteral("app name"));
+    const QString name = required(action, u"app"_s, u"app name"_s);
     target.requireFound();
     const bool isRunning = co_await stillRuns(target.quitting, desktop);
     if (!isRunning)
-        co_return QStringLiteral("%1 is not running.").arg(name);
+        co_return u"%1 is not running."_s.arg(name);
     co_await desktop.workspace.terminate(*target.quitting);
     co_await desktop.clock.sleep(quittingTime);
     const bool ended = co_await desktop.workspace.isTerminated(*target.quitting);
     if (ended)
-        co_return QStringLiteral("%1 quit.").arg(name);
-    co_return QStringLiteral("Asked %1 to quit (it may be waiting on a save prompt).").arg(name);
+        co_return u"%1 quit."_s.arg(name);
+    co_return u"Asked %1 to quit (it may be waiting on a save prompt)."_s.arg(name);
 }
 
 QCoro::Task<QString> openURL(AgentAction action, ActionTarget, Desktop desktop)
 {
-    const QString url = required(action, QStringLiteral("url"), QStringLiteral("url"));
-    co_return co_await Executor::openURL(url, action.arg(QStringLiteral("app")), desktop);
+    const QString url = required(action, u"url"_s, u"url"_s);
+    co_return co_await Executor::openURL(url, action.arg(u"app"_s), desktop);
 }
 
 QCoro::Task<QString> webSearch(AgentAction action, ActionTarget, Desktop desktop)
 {
-    const QString query = required(action, QStringLiteral("query"), QStringLiteral("query"));
+    const QString query = required(action, u"query"_s, u"query"_s);
     const QString address = Executor::searchAddress(query);
-    co_return co_await Executor::openURL(address, action.arg(QStringLiteral("app")), desktop);
+    co_return co_await Executor::openURL(address, action.arg(u"app"_s), desktop);
 }
 
 QCoro::Task<QString> newTab(AgentAction action, ActionTarget target, Desktop desktop)
 {
-    const std::optional<QString> name = action.arg(QStringLiteral("app"));
-    const QString key = QStringLiteral("t");
-    const QStringList modifiers{QStringLiteral("command")};
+    const std::optional<QString> name = action.arg(u"app"_s);
+    const QString key = u"t"_s;
+    const QStringList modifiers{u"command"_s};
     if (name) {
         co_await Executor::launch(*name, desktop);
         co_await Executor::keystroke(key, modifiers, desktop);
@@ -97,89 +98,87 @@ QCoro::Task<QString> newTab(AgentAction action, ActionTarget target, Desktop des
         target.requireFound();
         co_await Executor::keystroke(key, modifiers, target.frontmost, desktop);
     }
-    co_return QStringLiteral("Opened a new tab.");
+    co_return u"Opened a new tab."_s;
 }
 
 QCoro::Task<QString> typeText(AgentAction action, ActionTarget target, Desktop desktop)
 {
     // The raw value: blanks are text too.
-    const QString text = action.args.value(QStringLiteral("text"));
+    const QString text = action.args.value(u"text"_s);
     if (text.isEmpty())
-        throw ActionError(QStringLiteral("Missing text."));
+        throw ActionError(u"Missing text."_s);
     target.requireFound();
     co_await Executor::typeText(text, target.frontmost, desktop);
-    co_return QStringLiteral("Typed text.");
+    co_return u"Typed text."_s;
 }
 
 QCoro::Task<QString> pressKey(AgentAction action, ActionTarget target, Desktop desktop)
 {
-    static const QRegularExpression separators(QStringLiteral("[+, ]"));
-    const QString key = required(action, QStringLiteral("key"), QStringLiteral("key"));
-    const QString held = action.arg(QStringLiteral("modifiers")).value_or(QString());
+    static const QRegularExpression separators(u"[+, ]"_s);
+    const QString key = required(action, u"key"_s, u"key"_s);
+    const QString held = action.arg(u"modifiers"_s).value_or(QString());
     const QStringList modifiers = held.toLower().split(separators, Qt::SkipEmptyParts);
     target.requireFound();
     co_await Executor::keystroke(key, modifiers, target.frontmost, desktop);
-    co_return QStringLiteral("Pressed %1.").arg(key);
+    co_return u"Pressed %1."_s.arg(key);
 }
 
 QCoro::Task<QString> click(AgentAction action, ActionTarget target, Desktop desktop)
 {
-    const QString label = required(action, QStringLiteral("label"), QStringLiteral("label"));
+    const QString label = required(action, u"label"_s, u"label"_s);
     co_return co_await Executor::press(label, target, desktop);
 }
 
 QCoro::Task<QString> createFolder(AgentAction action, ActionTarget, Desktop desktop)
 {
-    const QString name = required(action, QStringLiteral("name"), QStringLiteral("folder name"));
-    const QString location =
-        firstOf(action, QStringLiteral("in"), QStringLiteral("location"), QStringLiteral("Desktop"));
+    const QString name = required(action, u"name"_s, u"folder name"_s);
+    const QString location = firstOf(action, u"in"_s, u"location"_s, u"Desktop"_s);
     const QString parent = co_await Executor::locate(location, desktop);
     const QString path = Executor::pathInside(parent, name);
     co_await desktop.files.createDirectory(path);
     co_await desktop.workspace.reveal(path);
-    co_return QStringLiteral("Created folder at %1.").arg(path);
+    co_return u"Created folder at %1."_s.arg(path);
 }
 
 QCoro::Task<QString> screenshot(AgentAction action, ActionTarget, Desktop desktop)
 {
-    const QString folder =
-        firstOf(action, QStringLiteral("save_to"), QStringLiteral("folder"), QStringLiteral("Downloads"));
+    const QString folder = firstOf(action, u"save_to"_s, u"folder"_s, u"Downloads"_s);
     // In the digits of the user's language.
-    const QString time = QLocale().toString(desktop.clock.now(), QStringLiteral("yyyy-MM-dd 'at' HH.mm.ss"));
+    const QString time = QLocale().toString(desktop.clock.now(), u"yyyy-MM-dd 'at' HH.mm.ss"_s);
     const QString parent = co_await Executor::locate(folder, desktop);
-    const QString path = Executor::pathInside(parent, QStringLiteral("Screenshot %1.png").arg(time));
+    const QString path = Executor::pathInside(parent, u"Screenshot %1.png"_s.arg(time));
     co_await Executor::screenshot(path, desktop);
-    co_return QStringLiteral("Saved screenshot to %1.").arg(path);
+    co_return u"Saved screenshot to %1."_s.arg(path);
 }
 
 QCoro::Task<QString> findFiles(AgentAction action, ActionTarget, Desktop desktop)
 {
-    const QString folder = action.arg(QStringLiteral("folder")).value_or(QStringLiteral("Downloads"));
-    std::optional<QString> extension = action.arg(QStringLiteral("extension"));
+    const QString folder = action.arg(u"folder"_s).value_or(u"Downloads"_s);
+    std::optional<QString> extension = action.arg(u"extension"_s);
     if (!extension)
-        extension = action.arg(QStringLiteral("type"));
-    co_return co_await Executor::findFiles(folder, extension, action.arg(QStringLiteral("query")), desktop);
+        extension = action.arg(u"type"_s);
+    co_return co_await Executor::findFiles(folder, extension, action.arg(u"query"_s), desktop);
 }
 
 QCoro::Task<QString> openPath(AgentAction action, ActionTarget, Desktop desktop)
 {
-    const QString text = required(action, QStringLiteral("path"), QStringLiteral("path"));
+    const QString text = required(action, u"path"_s, u"path"_s);
     const QString path = co_await Executor::locate(text, desktop);
     const bool exists = co_await desktop.files.exists(path);
     if (!exists)
-        throw ActionError(QStringLiteral("Nothing exists at %1.").arg(text));
+        throw ActionError(u"Nothing exists at %1."_s.arg(text));
     // Whether an application took it is not told: the next observation shows it.
     const QUrl location = QUrl::fromLocalFile(path);
     co_await desktop.workspace.open(location);
-    co_return QStringLiteral("Opened %1.").arg(Executor::lastComponent(path));
+    co_return u"Opened %1."_s.arg(Executor::lastComponent(path));
 }
 
 QCoro::Task<QString> trash(AgentAction action, ActionTarget, Desktop desktop)
 {
-    const QString text = required(action, QStringLiteral("path"), QStringLiteral("path"));
+    const QString text = required(action, u"path"_s, u"path"_s);
     const QString path = co_await Executor::locate(text, desktop);
     co_await desktop.files.trash(path);
-    co_return QStringLiteral("Moved %1 to the Trash.").arg(Executor::lastComponent(path));
+    co_return u"Moved %1 to the Trash."_s.arg(Executor::lastComponent(path));
 }
 
 QCoro::Task<QString> listWindows(AgentAction, ActionTarget, Desktop desktop)
@@ -194,32 +193,51 @@ QCoro::Task<QString> readUI(AgentAction, ActionTarget, Desktop desktop)
 
 QCoro::Task<QString> appleScript(AgentAction action, ActionTarget, Desktop desktop)
 {
-    const QString source = required(action, QStringLiteral("script"), QStringLiteral("script"));
+    const QString source = required(action, u"script"_s, u"script"_s);
     co_return co_await Executor::appleScript(source, desktop);
 }
 
-const QHash<QString, Handler> &handlers()
+// None for what is not carried out on the desktop.
+Handler handlerOf(ActionKind kind)
 {
-    static const QHash<QString, Handler> table{
-        {QStringLiteral("open_app"), openApp},
-        {QStringLiteral("focus_app"), openApp},
-        {QStringLiteral("quit_app"), quitApp},
-        {QStringLiteral("open_url"), openURL},
-        {QStringLiteral("web_search"), webSearch},
-        {QStringLiteral("new_tab"), newTab},
-        {QStringLiteral("type_text"), typeText},
-        {QStringLiteral("press_key"), pressKey},
-        {QStringLiteral("click"), click},
-        {QStringLiteral("create_folder"), createFolder},
-        {QStringLiteral("screenshot"), screenshot},
-        {QStringLiteral("find_files"), findFiles},
-        {QStringLiteral("open_path"), openPath},
-        {QStringLiteral("trash"), trash},
-        {QStringLiteral("list_windows"), listWindows},
-        {QStringLiteral("read_ui"), readUI},
-        {QStringLiteral("applescript"), appleScript},
-    };
-    return table;
+    switch (kind) {
+    case ActionKind::OpenApp:
+    case ActionKind::FocusApp:
+        return openApp;
+    case ActionKind::QuitApp:
+        return quitApp;
+    case ActionKind::OpenUrl:
+        return openURL;
+    case ActionKind::WebSearch:
+        return webSearch;
+    case ActionKind::NewTab:
+        return newTab;
+    case ActionKind::TypeText:
+        return typeText;
+    case ActionKind::PressKey:
+        return pressKey;
+    case ActionKind::Click:
+        return click;
+    case ActionKind::CreateFolder:
+        return createFolder;
+    case ActionKind::Screenshot:
+        return screenshot;
+    case ActionKind::FindFiles:
+        return findFiles;
+    case ActionKind::OpenPath:
+        return openPath;
+    case ActionKind::Trash:
+        return trash;
+    case ActionKind::ListWindows:
+        return listWindows;
+    case ActionKind::ReadUi:
+        return readUI;
+    case ActionKind::AppleScript:
+        return appleScript;
+    case ActionKind::Done:
+        return nullptr;
+    }
+    Q_UNREACHABLE();
 }
 
 } // namespace
@@ -232,10 +250,11 @@ QCoro::Task<QString> Executor::run(AgentAction action, Desktop desktop)
 
 QCoro::Task<QString> Executor::run(AgentAction action, ActionTarget target, Desktop desktop)
 {
-    const Handler handler = handlers().value(action.name, nullptr);
+    const std::optional<ActionKind> kind = kindOf(action);
+    const Handler handler = kind ? handlerOf(*kind) : nullptr;
     if (!handler)
-        throw ActionError(QStringLiteral("Unknown action “%1”.").arg(action.name));
-    co_await requireSessionFor(action.name, desktop);
+        throw ActionError(u"Unknown action “%1”."_s.arg(action.name));
+    co_await requireSessionFor(action, desktop);
     const QString line = co_await handler(action, target, desktop);
     // Paths, file names and the model's own words may hold anything; the result is one harmless line.
     co_return Text::cleaned(line);
@@ -243,11 +262,34 @@ QCoro::Task<QString> Executor::run(AgentAction action, ActionTarget target, Desk
 
 bool Executor::actsOnFrontmostApplication(const AgentAction &action)
 {
-    static const QSet<QString> names{QStringLiteral("press_key"), QStringLiteral("type_text"),
-                                     QStringLiteral("click"), QStringLiteral("read_ui")};
-    // A new tab in a named application brings that application forward itself.
-    const bool isBareNewTab = action.name == QLatin1String("new_tab") && !action.arg(QStringLiteral("app"));
-    return isBareNewTab || names.contains(action.name);
+    const std::optional<ActionKind> kind = kindOf(action);
+    if (!kind)
+        return false;
+    switch (*kind) {
+    case ActionKind::TypeText:
+    case ActionKind::PressKey:
+    case ActionKind::Click:
+    case ActionKind::ReadUi:
+        return true;
+    case ActionKind::NewTab:
+        // One in a named application brings that application forward itself.
+        return !action.arg(u"app"_s);
+    case ActionKind::OpenApp:
+    case ActionKind::FocusApp:
+    case ActionKind::QuitApp:
+    case ActionKind::OpenUrl:
+    case ActionKind::WebSearch:
+    case ActionKind::CreateFolder:
+    case ActionKind::Screenshot:
+    case ActionKind::FindFiles:
+    case ActionKind::OpenPath:
+    case ActionKind::Trash:
+    case ActionKind::ListWindows:
+    case ActionKind::AppleScript:
+    case ActionKind::Done:
+        return false;
+    }
+    Q_UNREACHABLE();
 }
 
 QCoro::Task<void> Executor::returnTo(RunningApplication application, Desktop desktop)
@@ -255,7 +297,6 @@ QCoro::Task<void> Executor::returnTo(RunningApplication application, Desktop des
     co_await requireUnlocked(desktop);
     const bool isGone = co_await desktop.workspace.isTerminated(application);
     if (isGone)
-        throw ActionError(
-            QStringLiteral("“%1” is no longer open, so nothing was done.").arg(application.shownName()));
+        throw ActionError(u"“%1” is no longer open, so nothing was done."_s.arg(application.shownName()));
     co_await desktop.workspace.activate(application);
 }

@@ -12,6 +12,8 @@
 #include <algorithm>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr qsizetype mostNames = 5;
@@ -55,8 +57,8 @@ QString foundLine(const QList<FolderEntry> &entries)
     QStringList names;
     for (const FolderEntry &entry : entries.first(std::min(mostNames, entries.size())))
         names.append(entry.name);
-    return QStringLiteral("Found %1 file(s), newest first: %2. Revealed “%3” in Finder.")
-        .arg(QString::number(entries.size()), names.join(QStringLiteral(", ")), names.first());
+    return u"Found %1 file(s), newest first: %2. Revealed “%3” in Finder."_s.arg(
+        QString::number(entries.size()), names.join(u", "_s), names.first());
 }
 
 } // namespace
@@ -76,10 +78,10 @@ QCoro::Task<QString> Executor::findFiles(QString folder, std::optional<QString> 
     const QString path = co_await locate(folder, desktop);
     const std::optional<QList<FolderEntry>> listing = co_await desktop.files.contentsOfDirectory(path);
     if (!listing)
-        throw ActionError(QStringLiteral("Couldn't read %1.").arg(folder));
+        throw ActionError(u"Couldn't read %1."_s.arg(folder));
     const QList<FolderEntry> entries = newestFirst(*listing, filterFor(extension, query));
     if (entries.isEmpty())
-        co_return QStringLiteral("No matching files in %1.").arg(folder);
+        co_return u"No matching files in %1."_s.arg(folder);
     const QString newest = pathInside(path, entries.first().name);
     co_await desktop.workspace.reveal(newest);
     co_return foundLine(entries);

@@ -4,18 +4,19 @@
 
 #include "Base/Text.h"
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 QHash<QString, std::uint16_t> allKeyCodes()
 {
     QHash<QString, std::uint16_t> codes{
-        {QStringLiteral("return"), 36}, {QStringLiteral("enter"), 36},  {QStringLiteral("tab"), 48},
-        {QStringLiteral("space"), 49},  {QStringLiteral("delete"), 51}, {QStringLiteral("backspace"), 51},
-        {QStringLiteral("escape"), 53}, {QStringLiteral("esc"), 53},    {QStringLiteral("left"), 123},
-        {QStringLiteral("right"), 124}, {QStringLiteral("down"), 125},  {QStringLiteral("up"), 126},
+        {u"return"_s, 36}, {u"enter"_s, 36},     {u"tab"_s, 48},    {u"space"_s, 49},
+        {u"delete"_s, 51}, {u"backspace"_s, 51}, {u"escape"_s, 53}, {u"esc"_s, 53},
+        {u"left"_s, 123},  {u"right"_s, 124},    {u"down"_s, 125},  {u"up"_s, 126},
     };
     // The keys of one character, at the place of their code; a blank where the code has no such key.
-    const QString characters = QStringLiteral("asdfhgzxcv bqweryt123465=97-80]ou[ip lj'k;\\,/nm.");
+    const QString characters = u"asdfhgzxcv bqweryt123465=97-80]ou[ip lj'k;\\,/nm."_s;
     for (qsizetype code = 0; code < characters.size(); ++code) {
         if (characters.at(code) != u' ')
             codes.insert(characters.mid(code, 1), static_cast<std::uint16_t>(code));
@@ -34,10 +35,10 @@ const QHash<QString, std::uint16_t> &Executor::keyCodes()
 EventFlags Executor::modifierFlags(const QStringList &names)
 {
     static const QHash<QString, EventFlag> flags{
-        {QStringLiteral("command"), EventFlag::Command}, {QStringLiteral("cmd"), EventFlag::Command},
-        {QStringLiteral("shift"), EventFlag::Shift},     {QStringLiteral("option"), EventFlag::Alternate},
-        {QStringLiteral("alt"), EventFlag::Alternate},   {QStringLiteral("control"), EventFlag::Control},
-        {QStringLiteral("ctrl"), EventFlag::Control},
+        {u"command"_s, EventFlag::Command}, {u"cmd"_s, EventFlag::Command},
+        {u"shift"_s, EventFlag::Shift},     {u"option"_s, EventFlag::Alternate},
+        {u"alt"_s, EventFlag::Alternate},   {u"control"_s, EventFlag::Control},
+        {u"ctrl"_s, EventFlag::Control},
     };
     EventFlags all;
     for (const QString &name : names) {

@@ -6,6 +6,8 @@
 #include "Base/PlatformWords.h"
 #include "Base/Text.h"
 
+using namespace Qt::StringLiterals;
+
 using namespace std::chrono_literals;
 
 namespace {
@@ -23,7 +25,7 @@ QCoro::Task<void> Executor::keystroke(QString key, QStringList modifiers,
     co_await requireTrust(PlatformWords::current().keysRefusal, desktop);
     const auto code = keyCodes().constFind(Text::comparisonKey(key));
     if (code == keyCodes().constEnd())
-        throw ActionError(QStringLiteral("Unsupported key “%1”.").arg(key));
+        throw ActionError(u"Unsupported key “%1”."_s.arg(key));
     const QList<KeyStroke> strokes{KeyStroke{*code, modifierFlags(modifiers), QString()}};
     co_await desktop.keyboard.post(strokes, 0us, receiver);
 }

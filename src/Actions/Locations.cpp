@@ -5,19 +5,21 @@
 
 #include <QHash>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // The folders below the home folder that the location words stand for; empty for the home folder itself.
 const QHash<QString, QString> &locationWords()
 {
     static const QHash<QString, QString> words{
-        {QStringLiteral("desktop"), QStringLiteral("Desktop")},
-        {QStringLiteral("downloads"), QStringLiteral("Downloads")},
-        {QStringLiteral("downloads folder"), QStringLiteral("Downloads")},
-        {QStringLiteral("documents"), QStringLiteral("Documents")},
-        {QStringLiteral("pictures"), QStringLiteral("Pictures")},
-        {QStringLiteral("home"), QString()},
-        {QStringLiteral("~"), QString()},
+        {u"desktop"_s, u"Desktop"_s},
+        {u"downloads"_s, u"Downloads"_s},
+        {u"downloads folder"_s, u"Downloads"_s},
+        {u"documents"_s, u"Documents"_s},
+        {u"pictures"_s, u"Pictures"_s},
+        {u"home"_s, QString()},
+        {u"~"_s, QString()},
     };
     return words;
 }
@@ -36,11 +38,11 @@ QString Executor::resolveFolder(const QString &text, const QString &homeDirector
     // Line breaks are no blanks here: a file name may begin or end with one.
     const QString trimmed = Text::trimmed(text, u" \t");
     QString key = Text::comparisonKey(trimmed);
-    key.remove(QLatin1String("~/")).remove(QLatin1String("my "));
+    key.remove("~/"_L1).remove("my "_L1);
     const auto word = locationWords().constFind(key);
     if (word != locationWords().constEnd())
         return pathInside(homeDirectory, *word);
-    if (trimmed == QLatin1String("~") || trimmed.startsWith(QLatin1String("~/")))
+    if (trimmed == "~"_L1 || trimmed.startsWith("~/"_L1))
         return pathInside(homeDirectory, trimmed.mid(1));
     if (trimmed.startsWith(u'/'))
         return withoutTrailingSlashes(trimmed);
@@ -54,7 +56,7 @@ QString Executor::pathInside(const QString &folder, const QString &name)
     while (start < name.size() && name.at(start) == u'/')
         ++start;
     const QString parent = withoutTrailingSlashes(folder);
-    const QString separator = parent.endsWith(u'/') ? QString() : QStringLiteral("/");
+    const QString separator = parent.endsWith(u'/') ? QString() : u"/"_s;
     return withoutTrailingSlashes(parent + separator + name.mid(start));
 }
 

@@ -6,6 +6,8 @@
 
 #include <QStringList>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr qsizetype mostWindows = 8;
@@ -13,7 +15,7 @@ constexpr qsizetype mostWindows = 8;
 QString entryOf(const WindowDescription &window)
 {
     const QString title = window.name.value_or(QString());
-    return title.isEmpty() ? *window.ownerName : *window.ownerName + QStringLiteral(" — ") + title;
+    return title.isEmpty() ? *window.ownerName : *window.ownerName + u" — "_s + title;
 }
 
 QString summaryOf(const QList<WindowDescription> &windows, qint64 ownProcess)
@@ -28,7 +30,7 @@ QString summaryOf(const QList<WindowDescription> &windows, qint64 ownProcess)
         if (entries.size() == mostWindows)
             break;
     }
-    return entries.isEmpty() ? QStringLiteral("none") : entries.join(QStringLiteral("; "));
+    return entries.isEmpty() ? u"none"_s : entries.join(u"; "_s);
 }
 
 } // namespace
@@ -52,7 +54,7 @@ QCoro::Task<QString> Executor::windowSummary(Desktop desktop)
         const QList<WindowDescription> windows = co_await desktop.windowList.onScreenWindows();
         co_return summaryOf(windows, desktop.windowList.ownProcessIdentifier());
     } catch (const LocalizedError &) {
-        co_return QStringLiteral("none");
+        co_return u"none"_s;
     }
 }
 
@@ -61,22 +63,21 @@ QCoro::Task<QString> Executor::observe(Desktop desktop)
     // What lies behind a locked screen is nobody's business, the model's neither.
     const bool isLocked = co_await desktop.session.isLocked();
     if (isLocked)
-        co_return QStringLiteral("Frontmost app: unknown. Windows: none");
+        co_return u"Frontmost app: unknown. Windows: none"_s;
     const std::optional<QString> application = co_await frontmostName(desktop);
     const QString windows = co_await windowSummary(desktop);
-    const QString name = application.value_or(QStringLiteral("unknown"));
-    co_return Text::cleaned(QStringLiteral("Frontmost app: %1. Windows: %2").arg(name, windows));
+    const QString name = application.value_or(u"unknown"_s);
+    co_return Text::cleaned(u"Frontmost app: %1. Windows: %2"_s.arg(name, windows));
 }
 
 QCoro::Task<QString> Executor::appleScript(QString source, Desktop desktop)
 {
     const ScriptOutcome outcome = co_await desktop.scripting.run(source);
     if (!outcome.created)
-        co_return QStringLiteral("Script ran.");
+        co_return u"Script ran."_s;
     if (outcome.error)
-        throw ActionError(QStringLiteral("AppleScript error: ") +
-                          outcome.error->value_or(QStringLiteral("unknown")));
+        throw ActionError(u"AppleScript error: "_s + outcome.error->value_or(u"unknown"_s));
     if (outcome.text)
-        co_return QStringLiteral("Script returned: ") + *outcome.text;
-    co_return QStringLiteral("Script ran.");
+        co_return u"Script returned: "_s + *outcome.text;
+    co_return u"Script ran."_s;
 }

@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Actions/Safety.h"
 
+#include "Actions/ActionKind.h"
 #include "Base/PlatformWords.h"
 #include "Base/Text.h"
 
-#include <QHash>
 #include <QStringList>
 
 #include <algorithm>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -16,9 +18,8 @@ using Rule = Risk (*)(const AgentAction &action, const ActionTarget &target);
 const QStringList &messagingApplications()
 {
     static const QStringList names{
-        QStringLiteral("messages"), QStringLiteral("mail"),     QStringLiteral("slack"),
-        QStringLiteral("discord"),  QStringLiteral("telegram"), QStringLiteral("whatsapp"),
-        QStringLiteral("outlook"),  QStringLiteral("teams"),    QStringLiteral("signal"),
+        u"messages"_s, u"mail"_s,    u"slack"_s, u"discord"_s, u"telegram"_s,
+        u"whatsapp"_s, u"outlook"_s, u"teams"_s, u"signal"_s,
     };
     return names;
 }
@@ -26,11 +27,9 @@ const QStringList &messagingApplications()
 const QStringList &riskyClickWords()
 {
     static const QStringList words{
-        QStringLiteral("send"),          QStringLiteral("delete"),   QStringLiteral("remove"),
-        QStringLiteral("buy"),           QStringLiteral("purchase"), QStringLiteral("pay"),
-        QStringLiteral("place order"),   QStringLiteral("checkout"), QStringLiteral("submit"),
-        QStringLiteral("confirm order"), QStringLiteral("erase"),    QStringLiteral("empty trash"),
-        QStringLiteral("transfer"),
+        u"send"_s,  u"delete"_s,      u"remove"_s,   u"buy"_s,    u"purchase"_s,
+        u"pay"_s,   u"place order"_s, u"checkout"_s, u"submit"_s, u"confirm order"_s,
+        u"erase"_s, u"empty trash"_s, u"transfer"_s,
     };
     return words;
 }
@@ -69,78 +68,95 @@ bool isRiskyLabel(const QString &label)
 
 Risk trash(const AgentAction &action, const ActionTarget &)
 {
-    const QString path = action.arg(QStringLiteral("path")).value_or(QStringLiteral("item"));
-    return Risk::confirm(QStringLiteral("Move “%1” to the Trash").arg(path));
+    const QString path = action.arg(u"path"_s).value_or(u"item"_s);
+    return Risk::confirm(u"Move “%1” to the Trash"_s.arg(path));
 }
 
 Risk quitApp(const AgentAction &action, const ActionTarget &target)
 {
-    const QString word = action.arg(QStringLiteral("app")).value_or(QString());
+    const QString word = action.arg(u"app"_s).value_or(QString());
     const QString name = target.quitting ? target.quitting->localizedName.value_or(QString()) : word;
     const QString english = target.quitting ? target.quitting->otherNames.english : QString();
     if (isQuitSafe(word) && (isQuitSafe(name) || isQuitSafe(english)))
         return Risk::safe();
-    QString shown = word.isEmpty() ? QStringLiteral("the app") : word;
+    QString shown = word.isEmpty() ? u"the app"_s : word;
     if (!name.isEmpty() && !Text::equals(word, name))
-        shown += QStringLiteral(" (%1)").arg(name);
-    return Risk::confirm(QStringLiteral("Quit %1 — unsaved work could be lost").arg(shown));
+        shown += u" (%1)"_s.arg(name);
+    return Risk::confirm(u"Quit %1 — unsaved work could be lost"_s.arg(shown));
 }
 
 Risk appleScript(const AgentAction &action, const ActionTarget &)
 {
-    const QString script = action.arg(QStringLiteral("script")).value_or(QString());
-    return Risk::confirm(QStringLiteral("Run a custom AppleScript:\n") + script);
+    const QString script = action.arg(u"script"_s).value_or(QString());
+    return Risk::confirm(u"Run a custom AppleScript:\n"_s + script);
 }
 
 Risk click(const AgentAction &action, const ActionTarget &target)
 {
-    const QString label = action.arg(QStringLiteral("label")).value_or(QString());
+    const QString label = action.arg(u"label"_s).value_or(QString());
     const QString found = target.control ? target.control->label : label;
     if (!isRiskyLabel(label) && !isRiskyLabel(found))
         return Risk::safe();
-    QString shown = QStringLiteral("“%1”").arg(label);
+    QString shown = u"“%1”"_s.arg(label);
     if (!Text::equals(label, found))
-        shown += QStringLiteral(" (“%1”)").arg(found);
-    return Risk::confirm(QStringLiteral("Click %1 in %2").arg(shown, frontDisplay(target)));
+        shown += u" (“%1”)"_s.arg(found);
+    return Risk::confirm(u"Click %1 in %2"_s.arg(shown, frontDisplay(target)));
 }
 
 Risk pressKey(const AgentAction &action, const ActionTarget &target)
 {
-    const QString key = keyOfArgument(action, QStringLiteral("key"));
-    const bool isReturn = key == QLatin1String("return") || key == QLatin1String("enter");
+    const QString key = keyOfArgument(action, u"key"_s);
+    const bool isReturn = key == "return"_L1 || key == "enter"_L1;
     if (isReturn && containsAny(Text::comparisonKey(frontName(target)), messagingApplications()))
-        return Risk::confirm(
-            QStringLiteral("Press Return in %1 — this may send a message").arg(frontDisplay(target)));
-    if (!keyOfArgument(action, QStringLiteral("modifiers")).contains(QLatin1String("command")))
+        return Risk::confirm(u"Press Return in %1 — this may send a message"_s.arg(frontDisplay(target)));
+    if (!keyOfArgument(action, u"modifiers"_s).contains("command"_L1))
         return Risk::safe();
-    if (key == QLatin1String("delete") || key == QLatin1String("backspace"))
-        return Risk::confirm(
-            QStringLiteral("Delete the selected item (%1)").arg(PlatformWords::current().deleteKeys));
-    if (key == QLatin1String("q"))
-        return Risk::confirm(
-            QStringLiteral("Quit %1 (%2)").arg(frontDisplay(target), PlatformWords::current().quitKeys));
+    if (key == "delete"_L1 || key == "backspace"_L1)
+        return Risk::confirm(u"Delete the selected item (%1)"_s.arg(PlatformWords::current().deleteKeys));
+    if (key == "q"_L1)
+        return Risk::confirm(u"Quit %1 (%2)"_s.arg(frontDisplay(target), PlatformWords::current().quitKeys));
     return Risk::safe();
 }
 
 Risk openURL(const AgentAction &action, const ActionTarget &)
 {
-    const QString url = keyOfArgument(action, QStringLiteral("url"));
-    if (url.startsWith(QLatin1String("x-apple.systempreferences")) && url.contains(QLatin1String("reset")))
-        return Risk::confirm(QStringLiteral("Modify system settings"));
+    const QString url = keyOfArgument(action, u"url"_s);
+    if (url.startsWith("x-apple.systempreferences"_L1) && url.contains("reset"_L1))
+        return Risk::confirm(u"Modify system settings"_s);
     return Risk::safe();
 }
 
-Rule ruleFor(const QString &actionName)
+// None for what never asks.
+Rule ruleFor(ActionKind kind)
 {
-    static const QHash<QString, Rule> rules{
-        {QStringLiteral("trash"), trash},
-        {QStringLiteral("quit_app"), quitApp},
-        {QStringLiteral("applescript"), appleScript},
-        {QStringLiteral("click"), click},
-        {QStringLiteral("press_key"), pressKey},
-        {QStringLiteral("open_url"), openURL},
-    };
-    return rules.value(actionName, nullptr);
+    switch (kind) {
+    case ActionKind::Trash:
+        return trash;
+    case ActionKind::QuitApp:
+        return quitApp;
+    case ActionKind::AppleScript:
+        return appleScript;
+    case ActionKind::Click:
+        return click;
+    case ActionKind::PressKey:
+        return pressKey;
+    case ActionKind::OpenUrl:
+        return openURL;
+    case ActionKind::OpenApp:
+    case ActionKind::FocusApp:
+    case ActionKind::WebSearch:
+    case ActionKind::NewTab:
+    case ActionKind::TypeText:
+    case ActionKind::CreateFolder:
+    case ActionKind::Screenshot:
+    case ActionKind::FindFiles:
+    case ActionKind::OpenPath:
+    case ActionKind::ListWindows:
+    case ActionKind::ReadUi:
+    case ActionKind::Done:
+        return nullptr;
+    }
+    Q_UNREACHABLE();
 }
 
 } // namespace
@@ -148,20 +164,21 @@ Rule ruleFor(const QString &actionName)
 const QSet<QString> &Safety::quitSafe()
 {
     static const QSet<QString> names{
-        QStringLiteral("spotify"),         QStringLiteral("music"),
-        QStringLiteral("podcasts"),        QStringLiteral("tv"),
-        QStringLiteral("calculator"),      QStringLiteral("maps"),
-        QStringLiteral("photos"),          QStringLiteral("news"),
-        QStringLiteral("stocks"),          QStringLiteral("weather"),
-        QStringLiteral("chess"),           QStringLiteral("preview"),
-        QStringLiteral("system settings"), QStringLiteral("activity monitor"),
+        u"spotify"_s,         u"music"_s,
+        u"podcasts"_s,        u"tv"_s,
+        u"calculator"_s,      u"maps"_s,
+        u"photos"_s,          u"news"_s,
+        u"stocks"_s,          u"weather"_s,
+        u"chess"_s,           u"preview"_s,
+        u"system settings"_s, u"activity monitor"_s,
     };
     return names;
 }
 
 Risk Safety::assess(const AgentAction &action, const ActionTarget &target)
 {
-    const Rule rule = ruleFor(action.name);
+    const std::optional<ActionKind> kind = kindOf(action);
+    const Rule rule = kind ? ruleFor(*kind) : nullptr;
     return rule ? rule(action, target) : Risk::safe();
 }
 

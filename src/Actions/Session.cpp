@@ -2,17 +2,41 @@
 #include "Actions/Session.h"
 
 #include "Actions/ActionError.h"
+#include "Actions/ActionKind.h"
 
-#include <QSet>
+using namespace Qt::StringLiterals;
 
 namespace {
 
 // What these do shows on the disk. Everything else would be taken for done by what the windows show.
-bool worksOnFilesAlone(const QString &actionName)
+bool worksOnFilesAlone(const AgentAction &action)
 {
-    static const QSet<QString> names{QStringLiteral("create_folder"), QStringLiteral("find_files"),
-                                     QStringLiteral("trash")};
-    return names.contains(actionName);
+    const std::optional<ActionKind> kind = kindOf(action);
+    if (!kind)
+        return false;
+    switch (*kind) {
+    case ActionKind::CreateFolder:
+    case ActionKind::FindFiles:
+    case ActionKind::Trash:
+        return true;
+    case ActionKind::OpenApp:
+    case ActionKind::FocusApp:
+    case ActionKind::QuitApp:
+    case ActionKind::OpenUrl:
+    case ActionKind::WebSearch:
+    case ActionKind::NewTab:
+    case ActionKind::TypeText:
+    case ActionKind::PressKey:
+    case ActionKind::Click:
+    case ActionKind::Screenshot:
+    case ActionKind::OpenPath:
+    case ActionKind::ListWindows:
+    case ActionKind::ReadUi:
+    case ActionKind::AppleScript:
+    case ActionKind::Done:
+        return false;
+    }
+    Q_UNREACHABLE();
 }
 
 } // namespace
@@ -21,13 +45,13 @@ QCoro::Task<void> Executor::requireUnlocked(Desktop desktop)
 {
     const bool isLocked = co_await desktop.session.isLocked();
     if (isLocked)
-        throw ActionError(QStringLiteral("The screen is locked."));
+        throw ActionError(u"The screen is locked."_s);
 }
 
-QCoro::Task<void> Executor::requireSessionFor(QString actionName, Desktop desktop)
+QCoro::Task<void> Executor::requireSessionFor(AgentAction action, Desktop desktop)
 {
     co_await requireUnlocked(desktop);
     const std::optional<QString> obstacle = desktop.session.obstacle();
-    if (obstacle && !worksOnFilesAlone(actionName))
+    if (obstacle && !worksOnFilesAlone(action))
         throw ActionError(*obstacle);
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "Actions/AgentAction.h"
 #include "Desktop/Desktop.h"
 
 #include <QCoroTask>
@@ -14,6 +15,6 @@ QCoro::Task<void> requireUnlocked(Desktop desktop);
 
 // Throws ActionError while the screen is locked; and where the session's windows, keys and screen are out of
 // reach, for every action that does not work on files alone.
-QCoro::Task<void> requireSessionFor(QString actionName, Desktop desktop);
+QCoro::Task<void> requireSessionFor(AgentAction action, Desktop desktop);
 
 } // namespace Executor

@@ -5,6 +5,8 @@
 #include "Actions/Applications.h"
 #include "Actions/WebAddress.h"
 
+using namespace Qt::StringLiterals;
+
 using namespace std::chrono_literals;
 
 namespace {
@@ -18,8 +20,8 @@ QCoro::Task<QString> Executor::openURL(QString text, std::optional<QString> app,
 {
     const std::optional<QUrl> url = webAddress(text);
     if (!url)
-        throw ActionError(QStringLiteral("“%1” isn't a valid address.").arg(text));
-    QString place = QStringLiteral("the default browser");
+        throw ActionError(u"“%1” isn't a valid address."_s.arg(text));
+    QString place = u"the default browser"_s;
     if (app) {
         const ApplicationBundle browser = co_await foundApplication(*app, desktop);
         co_await desktop.workspace.open(*url, browser);
@@ -29,5 +31,5 @@ QCoro::Task<QString> Executor::openURL(QString text, std::optional<QString> app,
         co_await desktop.workspace.open(*url);
     }
     co_await desktop.clock.sleep(pageSettlingTime);
-    co_return QStringLiteral("Opened %1 in %2.").arg(typedHost(text), place);
+    co_return u"Opened %1 in %2."_s.arg(typedHost(text), place);
 }

@@ -4,6 +4,8 @@
 #include <QRegularExpression>
 #include <QStringEncoder>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // What RFC 3986 allows in a query besides letters, digits and "-._~". "&", "=" and "+" are among it, and so
@@ -21,8 +23,8 @@ QString percentEncoded(const QString &query)
 
 std::optional<QUrl> Executor::webAddress(const QString &text)
 {
-    const bool hasScheme = text.contains(QLatin1String("://"));
-    const QUrl url(hasScheme ? text : QStringLiteral("https://") + text, QUrl::StrictMode);
+    const bool hasScheme = text.contains("://"_L1);
+    const QUrl url(hasScheme ? text : u"https://"_s + text, QUrl::StrictMode);
     // Text such as "//host/?to=a://b" has a host, but nothing that could open it.
     if (!url.isValid() || url.scheme().isEmpty() || url.host().isEmpty())
         return std::nullopt;
@@ -31,13 +33,12 @@ std::optional<QUrl> Executor::webAddress(const QString &text)
 
 QString Executor::typedHost(const QString &address)
 {
-    static const QRegularExpression host(
-        QStringLiteral("^(?:[^/]*://)?(?:[^/?#]*@)?(?:\\[([^\\]]*)\\]|([^/?#:]*))"));
+    static const QRegularExpression host(u"^(?:[^/]*://)?(?:[^/?#]*@)?(?:\\[([^\\]]*)\\]|([^/?#:]*))"_s);
     const QRegularExpressionMatch match = host.match(address);
     return match.captured(1) + match.captured(2);
 }
 
 QString Executor::searchAddress(const QString &query)
 {
-    return QStringLiteral("https://www.google.com/search?q=") + percentEncoded(query);
+    return u"https://www.google.com/search?q="_s + percentEncoded(query);
 }

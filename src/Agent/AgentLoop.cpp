@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "Actions/ActionKind.h"
 #include "Actions/Executor.h"
 #include "Actions/Safety.h"
 #include "Actions/Trust.h"
@@ -112,7 +113,7 @@ QCoro::Task<AgentSession::Progress> AgentSession::takeStep(std::shared_ptr<Run> 
         co_return takeInvalidReply(*run, *reply);
     run->conversation.append({ChatMessage::Role::Assistant, Text::trimmed(*reply)});
 
-    if (action->name == "done"_L1) {
+    if (kindOf(*action) == ActionKind::Done) {
         const QString summary = action->arg(u"message"_s).value_or(u"Done"_s);
         end(run->turnIndex, summary, LogEntry::Kind::success, summary);
         co_return Progress::Ended;

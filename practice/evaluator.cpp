@@ -127,7 +127,7 @@ QCoro::Task<void> serve(QString path)
         std::cerr << error.what() << '\n';
         status = 1;
     }
-    LlamaLog::keepNothing(); // the beginning that is being evaluated ahead is left unfinished
+    LlamaLog::keep(LlamaLog::Kept::Nothing); // the beginning that is being evaluated ahead is left unfinished
     engine.unload();
     QCoreApplication::exit(status);
 }
@@ -142,7 +142,7 @@ int main(int argc, char **argv)
         std::cerr << "usage: practice-evaluator MODEL.gguf\n";
         return 2;
     }
-    LlamaLog::keepErrorsOnly();
+    LlamaLog::keep(LlamaLog::Kept::Errors);
     const QCoro::Task<void> serving = serve(arguments[1]);
     return QCoreApplication::exec();
 }

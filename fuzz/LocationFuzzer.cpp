@@ -2,8 +2,8 @@
 // Any text becomes an absolute path, and either an address with a host or none.
 #include "Fuzzing.h"
 
-#include "Actions/Locations.h"
-#include "Actions/WebAddress.h"
+#include "Actions/Operations/Locations.h"
+#include "Actions/Operations/WebAddress.h"
 
 using namespace Qt::StringLiterals;
 

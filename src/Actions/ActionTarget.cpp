@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Actions/ActionTarget.h"
 
-#include "Actions/Accessibility.h"
 #include "Actions/ActionError.h"
 #include "Actions/ActionKind.h"
-#include "Actions/Applications.h"
 #include "Actions/Executor.h"
+#include "Actions/Operations/Accessibility.h"
+#include "Actions/Operations/Applications.h"
 #include "Actions/Session.h"
 #include "Base/Text.h"
 

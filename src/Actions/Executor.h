@@ -9,8 +9,8 @@
 #include <QCoroTask>
 #include <QString>
 
-// Carries out actions on the desktop. No state of its own; main thread. The handlers behind it stand in one
-// header a concern: Applications, Web, Files, Keyboard, Accessibility, Observation.
+// Carries out actions on the desktop. No state of its own; main thread. What is behind it stands in a file for
+// each family of actions, in Families, and for each kind of operation, in Operations.
 namespace Executor {
 
 // Carries out one action on the target that was found for it, already approved where the policy asks for

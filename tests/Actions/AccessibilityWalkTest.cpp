@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "Actions/AccessibilityWalk.h"
+#include "Actions/Operations/AccessibilityWalk.h"
 #include "Desktop/Recording/RecordingAccessibility.h"
 
 #include <QQueue>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ActionBench.h"
-#include "Actions/Files.h"
-#include "Actions/Locations.h"
+#include "Actions/Operations/Files.h"
+#include "Actions/Operations/Locations.h"
 #include "Base/PlatformWords.h"
 
 #include <QTest>

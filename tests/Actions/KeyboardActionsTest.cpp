@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ActionBench.h"
-#include "Actions/Keyboard.h"
+#include "Actions/Operations/Keyboard.h"
 #include "Base/PlatformWords.h"
 
 #include <QTest>

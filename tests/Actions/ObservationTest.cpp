@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "Actions/Observation.h"
+#include "Actions/Operations/Observation.h"
 #include "ActionBench.h"
+#include "Actions/Operations/AppleScript.h"
 
 #include <QTest>
 

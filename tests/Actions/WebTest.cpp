@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "Actions/Web.h"
+#include "Actions/Operations/Web.h"
 #include "ActionBench.h"
-#include "Actions/WebAddress.h"
+#include "Actions/Operations/WebAddress.h"
 
 #include <QTest>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // The walks that actions make, read in bulk or many calls at a time, see the same elements in the same order
 // as a plain walk that asks for one thing after the other: on every toolkit, on the same live tree.
-#include "Actions/AccessibilityWalk.h"
+#include "Actions/Operations/AccessibilityWalk.h"
 #include "Desktop/Linux/Atspi/Bench.h"
 
 #include <QDir>

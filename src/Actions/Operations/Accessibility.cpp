@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "Actions/Accessibility.h"
+#include "Actions/Operations/Accessibility.h"
 
-#include "Actions/AccessibilityWalk.h"
 #include "Actions/ActionError.h"
+#include "Actions/Operations/AccessibilityWalk.h"
 #include "Actions/Trust.h"
 #include "Base/PlatformWords.h"
 #include "Base/Text.h"

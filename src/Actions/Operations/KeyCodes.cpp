@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // The key and modifier names that the model may use.
-#include "Actions/Keyboard.h"
+#include "Actions/Operations/Keyboard.h"
 
 #include "Base/Text.h"
 

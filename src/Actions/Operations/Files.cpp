@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "Actions/Files.h"
+#include "Actions/Operations/Files.h"
 
 #include "Actions/ActionError.h"
-#include "Actions/Locations.h"
+#include "Actions/Operations/Locations.h"
 #include "Base/PlatformWords.h"
 #include "Base/Text.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "Actions/Applications.h"
+#include "Actions/Operations/Applications.h"
 
 #include "Actions/ActionError.h"
 #include "Base/Text.h"

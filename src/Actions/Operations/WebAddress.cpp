@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "Actions/WebAddress.h"
+#include "Actions/Operations/WebAddress.h"
 
 #include <QRegularExpression>
 #include <QStringEncoder>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "Actions/Locations.h"
+#include "Actions/Operations/Locations.h"
 
 #include "Base/Text.h"
 

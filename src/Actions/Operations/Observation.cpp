@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "Actions/Observation.h"
+#include "Actions/Operations/Observation.h"
 
-#include "Actions/ActionError.h"
 #include "Actions/Executor.h"
 
 #include <QStringList>
@@ -68,16 +67,4 @@ QCoro::Task<QString> Executor::observe(Desktop desktop)
     const QString windows = co_await windowSummary(desktop);
     const QString name = application.value_or(u"unknown"_s);
     co_return Text::cleaned(u"Frontmost app: %1. Windows: %2"_s.arg(name, windows));
-}
-
-QCoro::Task<QString> Executor::appleScript(QString source, Desktop desktop)
-{
-    const ScriptOutcome outcome = co_await desktop.scripting.run(source);
-    if (!outcome.created)
-        co_return u"Script ran."_s;
-    if (outcome.error)
-        throw ActionError(u"AppleScript error: "_s + outcome.error->value_or(u"unknown"_s));
-    if (outcome.text)
-        co_return u"Script returned: "_s + *outcome.text;
-    co_return u"Script ran."_s;
 }

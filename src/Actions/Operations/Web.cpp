@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "Actions/Web.h"
+#include "Actions/Operations/Web.h"
 
 #include "Actions/ActionError.h"
-#include "Actions/Applications.h"
-#include "Actions/WebAddress.h"
+#include "Actions/Operations/Applications.h"
+#include "Actions/Operations/WebAddress.h"
 
 using namespace Qt::StringLiterals;
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "Actions/Keyboard.h"
+#include "Actions/Operations/Keyboard.h"
 
 #include "Actions/ActionError.h"
 #include "Actions/Trust.h"

@@ -8,7 +8,7 @@
 
 #include <optional>
 
-// What the desktop shows besides controls, and the model's scripts. Main thread.
+// What the desktop shows besides controls. Main thread.
 namespace Executor {
 
 // The name of the application that the user works with; none when there is none, it has no name, or the
@@ -18,8 +18,5 @@ QCoro::Task<std::optional<QString>> frontmostName(Desktop desktop);
 // The first eight different windows of other programs, front to back: "Safari — News; Mail", or "none", also
 // when the desktop cannot tell. Never throws.
 QCoro::Task<QString> windowSummary(Desktop desktop);
-
-// Runs the script to its end and gives the result line. Throws ActionError when the script fails.
-QCoro::Task<QString> appleScript(QString source, Desktop desktop);
 
 } // namespace Executor

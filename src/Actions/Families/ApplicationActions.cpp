@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Actions/Families/ApplicationActions.h"
+
+#include "Actions/Arguments.h"
+#include "Actions/Operations/Applications.h"
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+// How long a polite request to quit is given before it is looked at.
+constexpr auto quittingTime = 600ms;
+
+QCoro::Task<bool> stillRuns(std::optional<RunningApplication> application, Desktop desktop)
+{
+    if (!application)
+        co_return false;
+    const bool hasEnded = co_await desktop.workspace.isTerminated(*application);
+    co_return !hasEnded;
+}
+
+} // namespace
+
+QCoro::Task<QString> ApplicationActions::openApp(AgentAction action, ActionTarget, Desktop desktop)
+{
+    const QString name = Arguments::required(action, u"app"_s, u"app name"_s);
+    const QString opened = co_await Executor::launch(name, desktop);
+    co_return u"%1 is now frontmost."_s.arg(opened);
+}
+
+QString ApplicationActions::openAppTitle(const AgentAction &action)
+{
+    return u"Launching "_s + Arguments::shown(action, u"app"_s, u"app"_s);
+}
+
+QCoro::Task<QString> ApplicationActions::quitApp(AgentAction action, ActionTarget target, Desktop desktop)
+{
+    const QString name = Arguments::required(action, u"app"_s, u"app name"_s);
+    target.requireFound();
+    const bool isRunning = co_await stillRuns(target.quitting, desktop);
+    if (!isRunning)
+        co_return u"%1 is not running."_s.arg(name);
+    co_await desktop.workspace.terminate(*target.quitting);
+    co_await desktop.clock.sleep(quittingTime);
+    const bool ended = co_await desktop.workspace.isTerminated(*target.quitting);
+    if (ended)
+        co_return u"%1 quit."_s.arg(name);
+    co_return u"Asked %1 to quit (it may be waiting on a save prompt)."_s.arg(name);
+}
+
+QString ApplicationActions::quitAppTitle(const AgentAction &action)
+{
+    return u"Closing "_s + Arguments::shown(action, u"app"_s, u"app"_s);
+}

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "Inference/Llama/LlamaLibrary.h"
 #include "OrvaneApp/CommandLine/CommandLine.h"
 #include "OrvaneApp/CommandLine/ExitStatus.h"
 #include "OrvaneApp/CommandLine/Terminal.h"
@@ -52,6 +53,7 @@ int runInTerminal(const CommandLine &commandLine, int argc, char *argv[], Termin
 
 int main(int argc, char *argv[])
 {
+    LlamaLibrary::prepareEnvironment();
     Platform::prepareProcess();
     nameTheProgram();
     QFile output;

@@ -33,11 +33,9 @@ void LlamaContextDeleter::operator()(llama_context *context) const
     llama_free(context);
 }
 
-// ggml has put in a handler for uncaught exceptions by now; it forks a debugger to print a backtrace unless
-// this is set when it is called.
 LlamaEngine::LlamaEngine(QList<ChatMessage> beginning) : m_beginning(std::move(beginning))
 {
-    qputenv("GGML_NO_BACKTRACE", "1");
+    LlamaLibrary::prepareEnvironment();
     m_queue = std::make_unique<SerialQueue>(u"llama.engine"_s);
 }
 

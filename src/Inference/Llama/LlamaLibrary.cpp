@@ -4,8 +4,10 @@
 #include <ggml-backend.h>
 #include <llama.h>
 
+#include <array>
 #include <mutex>
 #include <string_view>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -37,6 +39,20 @@ QString described(ggml_backend_dev_t device)
 }
 
 } // namespace
+
+void LlamaLibrary::prepareEnvironment()
+{
+    constexpr std::array<std::pair<const char *, const char *>, 2> settings{{
+        // How long, in milliseconds, an OpenMP thread spins before it sleeps.
+        {"KMP_BLOCKTIME", "200"},
+        // ggml handles uncaught exceptions; without this it forks a debugger to print a backtrace.
+        {"GGML_NO_BACKTRACE", "1"},
+    }};
+    for (const auto &[name, value] : settings) {
+        if (!qEnvironmentVariableIsSet(name))
+            qputenv(name, value);
+    }
+}
 
 void LlamaLibrary::initialise()
 {

@@ -3,6 +3,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QProcessEnvironment>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
@@ -13,7 +14,15 @@ class LlamaLibraryTest : public QObject
 {
     Q_OBJECT
 
+    QProcessEnvironment m_environment; // before the library is made ready
+
 private Q_SLOTS:
+    void initTestCase()
+    {
+        LlamaLibrary::prepareEnvironment();
+        m_environment = QProcessEnvironment::systemEnvironment();
+    }
+
     // Where the library would look for plug-ins by itself. First, since they are loaded once.
     void nothingOfTheCurrentFolderIsLoaded()
     {
@@ -28,6 +37,13 @@ private Q_SLOTS:
         QVERIFY(QDir::setCurrent(before));
         QVERIFY(devices.size() > 1);
         QCOMPARE(devices.removeDuplicates(), 0);
+    }
+
+    // Other threads read it meanwhile.
+    void makingReadyLeavesTheEnvironmentAlone()
+    {
+        LlamaLibrary::describe();
+        QCOMPARE(QProcessEnvironment::systemEnvironment(), m_environment);
     }
 
     void theBuildAndTheDevicesAreNamed()

@@ -5,25 +5,27 @@
 #include "Actions/Operations/Locations.h"
 #include "Actions/Operations/WebAddress.h"
 
+#include <QUrl>
+
 using namespace Qt::StringLiterals;
 
 int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     const QString text = textOf(data, size);
     const QString home = u"/home/kim"_s;
-    const QString path = Executor::resolveFolder(text, home);
+    const QString path = Locations::resolveFolder(text, home);
     require(path.startsWith(u'/') && (path == "/"_L1 || !path.endsWith(u'/')));
-    require(!Executor::lastComponent(path).isEmpty());
-    require(Executor::pathInside(path, text).startsWith(path));
+    require(!Locations::lastComponent(path).isEmpty());
+    require(Locations::pathInside(path, text).startsWith(path));
 
-    const std::optional<QUrl> address = Executor::webAddress(text);
-    require(!address || (address->isValid() && !address->scheme().isEmpty() && !address->host().isEmpty()));
-    if (address) {
+    if (const std::optional<QString> address = WebAddress::fromText(text)) {
+        const QUrl url(*address, QUrl::StrictMode);
+        require(url.isValid() && !url.scheme().isEmpty() && !url.host().isEmpty());
         QUrl typed;
-        typed.setHost(Executor::typedHost(text), QUrl::TolerantMode);
-        require(typed.host() == address->host());
+        typed.setHost(WebAddress::typedHost(text), QUrl::TolerantMode);
+        require(typed.host() == url.host());
     }
-    const std::optional<QUrl> search = Executor::webAddress(Executor::searchAddress(text));
-    require(search && search->host() == "www.google.com"_L1);
+    const std::optional<QString> search = WebAddress::fromText(WebAddress::forSearch(text));
+    require(search && QUrl(*search).host() == "www.google.com"_L1);
     return 0;
 }

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Actions/ActionTarget.h"
 
+#include "Actions/ActionDefinition.h"
 #include "Actions/ActionError.h"
-#include "Actions/ActionKind.h"
-#include "Actions/Executor.h"
-#include "Actions/Operations/Accessibility.h"
 #include "Actions/Operations/Applications.h"
-#include "Actions/Session.h"
+#include "Actions/Operations/Controls.h"
+#include "Actions/SessionGate.h"
 #include "Base/Text.h"
 
 using namespace Qt::StringLiterals;
@@ -18,7 +17,7 @@ QCoro::Task<std::optional<ActionTarget::Control>> controlIn(RunningApplication a
 {
     const std::shared_ptr<AccessibilityTree> tree =
         co_await desktop.accessibility.applicationTree(application.processIdentifier);
-    co_return co_await Executor::findControl(tree, label);
+    co_return co_await Controls::findControl(tree, label);
 }
 
 // Without the permission nothing is looked for; the action itself asks for it.
@@ -39,7 +38,7 @@ QCoro::Task<std::optional<RunningApplication>> quittingFor(AgentAction action, D
     const std::optional<QString> name = action.arg(u"app"_s);
     if (kindOf(action) != ActionKind::QuitApp || !name)
         co_return std::nullopt;
-    co_return co_await Executor::running(*name, desktop);
+    co_return co_await Applications::running(*name, desktop);
 }
 
 bool isCalled(const ActionTarget::Control &control, const QString &label)
@@ -49,13 +48,14 @@ bool isCalled(const ActionTarget::Control &control, const QString &label)
 
 } // namespace
 
-QCoro::Task<ActionTarget> Executor::target(AgentAction action, Desktop desktop)
+QCoro::Task<ActionTarget> ActionTarget::find(AgentAction action, Desktop desktop)
 {
     ActionTarget found;
     try {
-        co_await requireSessionFor(action, desktop);
+        co_await SessionGate::requireSessionFor(action, desktop);
         found.quitting = co_await quittingFor(action, desktop);
-        if (actsOnFrontmostApplication(action))
+        const ActionDefinition *definition = definitionOf(action);
+        if (definition && definition->needsFocus(action))
             found.frontmost = co_await desktop.workspace.frontmostApplication();
         found.control = co_await controlFor(action, found, desktop);
     } catch (const LocalizedError &) {
@@ -64,11 +64,11 @@ QCoro::Task<ActionTarget> Executor::target(AgentAction action, Desktop desktop)
     co_return found;
 }
 
-QCoro::Task<ActionTarget> Executor::approvedTarget(AgentAction action, ActionTarget judged, Desktop desktop)
+QCoro::Task<ActionTarget> ActionTarget::findApproved(AgentAction action, ActionTarget judged, Desktop desktop)
 {
     if (!judged.frontmost)
         co_return judged;
-    co_await returnTo(*judged.frontmost, desktop);
+    co_await Applications::returnTo(*judged.frontmost, desktop);
     ActionTarget now;
     now.frontmost = judged.frontmost;
     now.control = co_await controlFor(action, now, desktop);

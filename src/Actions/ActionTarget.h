@@ -29,6 +29,15 @@ struct ActionTarget
     std::optional<Control> control;              // is pressed
     std::exception_ptr failure;                  // why not everything could be looked for
 
+    // Looks for the action's target without changing anything. Never throws; a failure is the action's own.
+    static QCoro::Task<ActionTarget> find(AgentAction action, Desktop desktop);
+
+    // Looks for the target once more, after the user has taken the time to approve the action: gives the
+    // focus back to the application that was in front, and looks for the control again. Throws ActionError
+    // when either has gone, or the control is neither the one that was judged nor called what the action
+    // calls it.
+    static QCoro::Task<ActionTarget> findApproved(AgentAction action, ActionTarget judged, Desktop desktop);
+
     // Throws the failure, if there is one.
     void requireFound() const
     {
@@ -36,15 +45,3 @@ struct ActionTarget
             std::rethrow_exception(failure);
     }
 };
-
-namespace Executor {
-
-// Looks for the action's target without changing anything. Never throws; a failure is the action's own.
-QCoro::Task<ActionTarget> target(AgentAction action, Desktop desktop);
-
-// The target once more, when the user has taken the time to approve the action: gives the focus back to the
-// application that was in front, and looks for the control again. Throws ActionError when either has gone or
-// the control is neither the one that was judged nor called what the action calls it.
-QCoro::Task<ActionTarget> approvedTarget(AgentAction action, ActionTarget judged, Desktop desktop);
-
-} // namespace Executor

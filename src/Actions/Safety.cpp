@@ -182,15 +182,8 @@ Risk Safety::assess(const AgentAction &action, const ActionTarget &target)
     return rule ? rule(action, target) : Risk::safe();
 }
 
-Risk Safety::assess(const AgentAction &action, const std::optional<QString> &frontmostApplicationName)
-{
-    ActionTarget target;
-    target.frontmost.emplace().localizedName = frontmostApplicationName;
-    return assess(action, target);
-}
-
 QCoro::Task<Risk> Safety::assess(AgentAction action, Desktop desktop)
 {
-    const ActionTarget target = co_await Executor::target(action, desktop);
+    const ActionTarget target = co_await ActionTarget::find(action, desktop);
     co_return assess(action, target);
 }

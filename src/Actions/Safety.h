@@ -37,9 +37,6 @@ const QSet<QString> &quitSafe();
 // another name, both names are judged, and the user sees both.
 Risk assess(const AgentAction &action, const ActionTarget &target);
 
-// The same, given only the name of the application that the user works with.
-Risk assess(const AgentAction &action, const std::optional<QString> &frontmostApplicationName);
-
 // The same, with what the action would act upon now. Main thread.
 QCoro::Task<Risk> assess(AgentAction action, Desktop desktop);
 

@@ -3,7 +3,7 @@
 
 #include "Actions/ActionError.h"
 
-QCoro::Task<void> Executor::requireTrust(QString refusal, Desktop desktop)
+QCoro::Task<void> Trust::requireTrust(QString refusal, Desktop desktop)
 {
     const bool trusted = co_await desktop.accessibility.isProcessTrusted();
     if (trusted)
@@ -14,7 +14,7 @@ QCoro::Task<void> Executor::requireTrust(QString refusal, Desktop desktop)
         throw ActionError(refusal);
 }
 
-QCoro::Task<bool> Executor::switchAccessibilityOn(Desktop desktop)
+QCoro::Task<bool> Trust::switchAccessibilityOn(Desktop desktop)
 {
     if (desktop.accessibility.isTrustGivenByUser())
         co_return false;

@@ -6,14 +6,15 @@
 #include <QCoroTask>
 #include <QString>
 
-namespace Executor {
+// The permission to operate other applications. Main thread.
+namespace Trust {
 
 // The gate before keys and controls: without the Accessibility permission, asks for it, and throws
-// ActionError with this message unless that alone was enough. Main thread.
+// ActionError with this message unless asking was enough.
 QCoro::Task<void> requireTrust(QString refusal, Desktop desktop);
 
 // Before a task: switches accessibility on where it is off and nobody has to be asked, and tells whether it
-// did. A desktop that cannot is not an error yet: the steps that need it say what is wrong. Main thread.
+// did. A desktop that cannot is not an error yet: the steps that need it say what is wrong.
 QCoro::Task<bool> switchAccessibilityOn(Desktop desktop);
 
-} // namespace Executor
+} // namespace Trust

@@ -80,7 +80,7 @@ QCoro::Task<void> AgentSession::loop(QString command, int turnIndex, std::stop_t
         co_return;
     }
 
-    const bool switchedOn = co_await Executor::switchAccessibilityOn(m_desktop);
+    const bool switchedOn = co_await Trust::switchAccessibilityOn(m_desktop);
     if (!self)
         co_return;
     if (switchedOn)
@@ -155,7 +155,7 @@ QCoro::Task<AgentSession::Progress> AgentSession::perform(std::shared_ptr<Run> r
     setStatus(title);
     clearPreview();
 
-    const ActionTarget target = co_await Executor::target(action, m_desktop);
+    const ActionTarget target = co_await ActionTarget::find(action, m_desktop);
     if (!self)
         co_return Progress::Ended;
     const Risk risk = Safety::assess(action, target);
@@ -192,7 +192,7 @@ QCoro::Task<AgentSession::Progress> AgentSession::execute(std::shared_ptr<Run> r
     try {
         // What was approved was approved for that target, wherever the user has answered.
         if (approval == Approval::Given)
-            target = co_await Executor::approvedTarget(action, target, desktop);
+            target = co_await ActionTarget::findApproved(action, target, desktop);
         result = co_await Executor::run(action, target, desktop);
     } catch (const LocalizedError &error) {
         failure = error.errorDescription();

@@ -20,6 +20,7 @@ const PlatformWords &PlatformWords::ofMac()
         .screenshotFailure = u"The screenshot failed. Screen Recording permission may be required."_s,
         .deleteKeys = u"⌘⌫"_s,
         .quitKeys = u"⌘Q"_s,
+        .modifierKeys = u"Shift, Control, Option, Command"_s,
     };
     return words;
 }
@@ -42,6 +43,7 @@ const PlatformWords &PlatformWords::ofLinux()
         .screenshotFailure = u"The screenshot failed. The folder may be missing or write-protected."_s,
         .deleteKeys = u"Ctrl+Backspace"_s,
         .quitKeys = u"Ctrl+Q"_s,
+        .modifierKeys = u"Shift, Ctrl, Alt"_s,
     };
     return words;
 }

@@ -18,6 +18,7 @@ struct PlatformWords
     // The keys that a question names.
     QString deleteKeys;
     QString quitKeys;
+    QString modifierKeys; // those that a user may be holding down
 
     static const PlatformWords &ofMac();
     static const PlatformWords &ofLinux();

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Desktop/BoundedQueue.h"
+#include "Desktop/Deadlines.h"
 
 #include <QCoroFuture>
 #include <QPromise>
@@ -19,7 +20,7 @@
 // leaves such a job and its thread behind until the process ends.
 namespace AbandonableJob {
 
-inline constexpr std::chrono::milliseconds limit{2000};
+inline constexpr std::chrono::milliseconds limit = Deadlines::answer;
 
 // The job's result, nothing when the limit is over; throws what the job throws. The job owns what it uses: it
 // may outlive everything else. Called on the main thread; the job runs on a thread of its own with that name.

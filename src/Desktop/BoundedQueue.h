@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Base/SerialQueue.h"
+#include "Desktop/Deadlines.h"
 #include "Desktop/PlatformError.h"
 
 #include <QCoroTask>
@@ -70,7 +71,7 @@ public:
     // For jobs whose end nobody waits for.
     void post(std::function<void()> job) { m_queue.post(std::move(job)); }
 
-    static constexpr std::chrono::milliseconds standardLimit{2000};
+    static constexpr std::chrono::milliseconds standardLimit = Deadlines::answer;
 
 private:
     QString m_lateSentence;

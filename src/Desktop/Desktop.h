@@ -8,7 +8,6 @@
 #include "Desktop/ScreenCapture.h"
 #include "Desktop/Scripting.h"
 #include "Desktop/Session.h"
-#include "Desktop/WindowList.h"
 #include "Desktop/Workspace.h"
 
 // The desktop that the actions work on: one reference a service, passed explicitly and freely copied. Whoever
@@ -19,7 +18,6 @@ struct Desktop
     Workspace &workspace;
     Accessibility &accessibility;
     Keyboard &keyboard;
-    WindowList &windowList;
     ScreenCapture &screenCapture;
     Scripting &scripting;
     Files &files;

@@ -6,12 +6,17 @@
 
 #include <optional>
 
-// How a script ended. `error` is set when it failed to compile or to run: its message, or nothing inside when
-// the platform gave none. `text` is the result's text value where it has one. Both are cleaned text.
+// How a script ended. Texts are cleaned.
 struct ScriptOutcome
 {
-    bool created = true; // false: no script could be made of the source, and nothing ran
-    std::optional<std::optional<QString>> error;
+    enum class Ending {
+        NotCreated, // the platform made no script of the source, and nothing ran
+        Failed,     // it did not compile, or failed while it ran
+        Succeeded,
+    };
+
+    Ending ending = Ending::Succeeded;
+    // After success the result where it is a text; after a failure the platform's message where there is one.
     std::optional<QString> text;
 };
 

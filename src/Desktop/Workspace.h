@@ -4,7 +4,6 @@
 #include <QCoroTask>
 #include <QList>
 #include <QString>
-#include <QUrl>
 
 #include <optional>
 
@@ -44,8 +43,30 @@ struct RunningApplication
     QString part = {};
     ApplicationNames otherNames = {};
 
+    // Whether both are one application. Without a part, the other one is its whole process.
+    bool isPartOf(const RunningApplication &other) const
+    {
+        return processIdentifier == other.processIdentifier && (other.part.isEmpty() || part == other.part);
+    }
+
     // For sentences to the user.
     QString shownName() const { return localizedName.value_or(QStringLiteral("The application")); }
+};
+
+// One window on the screen. Names are cleaned text.
+struct WindowDescription
+{
+    std::optional<int> layer; // 0: an ordinary application window
+    qint64 ownerProcessIdentifier = 0;
+    std::optional<QString> ownerName;
+    std::optional<QString> name;
+};
+
+// What the user sees of the applications at one moment.
+struct WorkspaceSnapshot
+{
+    std::optional<RunningApplication> frontmost; // see Workspace::frontmostApplication
+    QList<WindowDescription> windows;            // on the screen, front to back, without desktop elements
 };
 
 // One application folder, as listed. Entry names end in ".app" where they stand for an application, on every
@@ -77,6 +98,9 @@ public:
     // active, this is the application that was active before it. None while no application is active.
     virtual QCoro::Task<std::optional<RunningApplication>> frontmostApplication() = 0;
 
+    // The frontmost application and the windows, both read at the same moment.
+    virtual QCoro::Task<WorkspaceSnapshot> snapshot() = 0;
+
     // Brings a running application back to the front and waits (bounded) until it is. Throws when it is gone.
     virtual QCoro::Task<void> activate(RunningApplication application) = 0;
 
@@ -94,11 +118,13 @@ public:
     // Opens, or brings forward, the application. Throws when the platform cannot start it.
     virtual QCoro::Task<void> openApplication(ApplicationBundle application) = 0;
 
-    // The default handler opens the URL or file; false when there is none or it failed.
-    virtual QCoro::Task<bool> open(QUrl url) = 0;
+    // The default handler opens the URL, which reaches it letter for letter; false when there is no handler
+    // or it failed. A file's URL has the scheme "file". URLs are in ASCII,
+    // their scheme in lower case.
+    virtual QCoro::Task<bool> open(QString url) = 0;
 
     // The given application opens the URL and comes to the front. Throws when the platform cannot.
-    virtual QCoro::Task<void> open(QUrl url, ApplicationBundle application) = 0;
+    virtual QCoro::Task<void> open(QString url, ApplicationBundle application) = 0;
 
     // Shows the file or folder, selected, in the file browser. A failure is silent.
     virtual QCoro::Task<void> reveal(QString path) = 0;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ActionBench.h"
-#include "Actions/Operations/Accessibility.h"
+#include "Actions/Operations/Controls.h"
 #include "Base/PlatformWords.h"
 
 #include <QTest>
@@ -25,8 +25,11 @@ struct ControlsBench : ActionBench
     {
         return tree().add(parent, {role, title});
     }
-    QString click(const QString &label) { return outcome(Executor::click(label, services())); }
-    QString readUI() { return outcome(Executor::readUI(services())); }
+    QString click(const QString &label)
+    {
+        return outcome(Executor::run({QUuid(), u"click"_s, {{u"label"_s, label}}}, services()));
+    }
+    QString readUI() { return outcome(Executor::run({QUuid(), u"read_ui"_s, {}}, services())); }
 
     RunningApplication application;
 };
@@ -94,20 +97,20 @@ void AccessibilityActionsTest::labels()
     QFETCH(std::optional<QString>, value);
     QFETCH(std::optional<QString>, help);
     const AccessibilityAttributes element{u"AXButton"_s, title, description, value, help, {}};
-    QTEST(Executor::label(element), "label");
+    QTEST(Controls::label(element), "label");
 }
 
 void AccessibilityActionsTest::attributesAreReadByName()
 {
     const AccessibilityAttributes element{u"AXButton"_s, u"t"_s, u"d"_s, u"v"_s, u"h"_s, {4, 5}};
-    QCOMPARE(Executor::attr(element, u"AXRole"_s), std::optional(u"AXButton"_s));
-    QCOMPARE(Executor::attr(element, u"AXTitle"_s), std::optional(u"t"_s));
-    QCOMPARE(Executor::attr(element, u"AXDescription"_s), std::optional(u"d"_s));
-    QCOMPARE(Executor::attr(element, u"AXValue"_s), std::optional(u"v"_s));
-    QCOMPARE(Executor::attr(element, u"AXHelp"_s), std::optional(u"h"_s));
-    QCOMPARE(Executor::attr(element, u"AXChildren"_s), std::optional<QString>());
-    QCOMPARE(Executor::attr(AccessibilityAttributes(), u"AXRole"_s), std::optional<QString>());
-    QCOMPARE(Executor::children(element), (QList<AccessibilityElement>{4, 5}));
+    QCOMPARE(Controls::attr(element, u"AXRole"_s), std::optional(u"AXButton"_s));
+    QCOMPARE(Controls::attr(element, u"AXTitle"_s), std::optional(u"t"_s));
+    QCOMPARE(Controls::attr(element, u"AXDescription"_s), std::optional(u"d"_s));
+    QCOMPARE(Controls::attr(element, u"AXValue"_s), std::optional(u"v"_s));
+    QCOMPARE(Controls::attr(element, u"AXHelp"_s), std::optional(u"h"_s));
+    QCOMPARE(Controls::attr(element, u"AXChildren"_s), std::optional<QString>());
+    QCOMPARE(Controls::attr(AccessibilityAttributes(), u"AXRole"_s), std::optional<QString>());
+    QCOMPARE(Controls::children(element), (QList<AccessibilityElement>{4, 5}));
 }
 
 void AccessibilityActionsTest::anExactLabelBeatsAnEarlierPartialOne()

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "Actions/ActionError.h"
 #include "Actions/AgentAction.h"
 #include "Actions/Executor.h"
 #include "Desktop/Recording/RecordingDesktop.h"

@@ -31,7 +31,7 @@ private:
 
     static ActionTarget target(ActionBench &bench, const AgentAction &action)
     {
-        return QCoro::waitFor(Executor::target(action, bench.services()));
+        return QCoro::waitFor(ActionTarget::find(action, bench.services()));
     }
 
     static QString run(ActionBench &bench, const AgentAction &action, const ActionTarget &target)
@@ -42,7 +42,7 @@ private:
     // As the agent loop does after an approval.
     static QCoro::Task<QString> approved(AgentAction action, ActionTarget judged, Desktop desktop)
     {
-        const ActionTarget now = co_await Executor::approvedTarget(action, judged, desktop);
+        const ActionTarget now = co_await ActionTarget::findApproved(action, judged, desktop);
         const QString line = co_await Executor::run(action, now, desktop);
         co_return line;
     }

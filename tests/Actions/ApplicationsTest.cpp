@@ -35,13 +35,13 @@ private Q_SLOTS:
 private:
     static QString runningName(ActionBench &bench, const QString &name)
     {
-        const auto application = QCoro::waitFor(Executor::running(name, bench.services()));
+        const auto application = QCoro::waitFor(Applications::running(name, bench.services()));
         return application ? application->localizedName.value_or(u"(no name)"_s) : QString();
     }
 
     static QString location(ActionBench &bench, const QString &name)
     {
-        const auto bundle = QCoro::waitFor(Executor::appURL(name, bench.services()));
+        const auto bundle = QCoro::waitFor(Applications::appURL(name, bench.services()));
         return bundle ? bundle->location : QString();
     }
 };
@@ -60,7 +60,7 @@ void ApplicationsTest::theAliasTableIsExact()
         {u"system preferences"_s, u"System Settings"_s},
         {u"terminal"_s, u"Terminal"_s},
     };
-    QCOMPARE(Executor::aliases(), expected);
+    QCOMPARE(Applications::aliases(), expected);
 }
 
 void ApplicationsTest::runningApplicationsAreFoundByName_data()
@@ -249,7 +249,7 @@ void ApplicationsTest::allNamesOfAnApplicationCountInTheirOrder()
     add(u"Rechner"_s, {u"Calculator"_s, u"org.gnome.Calculator"_s, u"gnome-calculator"_s});
     add(u"Notes"_s, {u"Remarks"_s, u"remarks"_s, u"remarks"_s});
     add(u"Satz"_s, {u"Typesetting"_s, u"typesetting"_s, u"tex"_s});
-    const auto bundle = QCoro::waitFor(Executor::appURL(name, bench.services()));
+    const auto bundle = QCoro::waitFor(Applications::appURL(name, bench.services()));
     QTEST(bundle ? bundle->displayName : QString(), "found");
 
     for (const ApplicationFolder::Entry &entry : std::as_const(workspace.folders.first().entries)) {
@@ -263,7 +263,7 @@ void ApplicationsTest::launchingOpensSettlesAndNamesTheApplication()
 {
     ActionBench bench;
     bench.desktop.workspace.install(u"Google Chrome"_s);
-    QCOMPARE(bench.outcome(Executor::launch(u"chrome"_s, bench.services())), u"Google Chrome"_s);
+    QCOMPARE(bench.outcome(Applications::launch(u"chrome"_s, bench.services())), u"Google Chrome"_s);
     const QStringList expected{u"open application /Applications/Google Chrome.app"_s, u"wait 700 ms"_s};
     QCOMPARE(bench.journal(), expected);
 }
@@ -273,7 +273,7 @@ void ApplicationsTest::launchingARunningApplicationBringsItForward()
     ActionBench bench;
     const RunningApplication chrome = bench.desktop.workspace.start(u"Google Chrome"_s);
     bench.desktop.workspace.makeFrontmost(bench.desktop.workspace.start(u"Notes"_s));
-    QCOMPARE(bench.outcome(Executor::launch(u"chrome"_s, bench.services())), u"Google Chrome"_s);
+    QCOMPARE(bench.outcome(Applications::launch(u"chrome"_s, bench.services())), u"Google Chrome"_s);
     QCOMPARE(bench.desktop.workspace.frontmostProcess, std::optional(chrome.processIdentifier));
     QCOMPARE(bench.desktop.workspace.running.size(), 2);
 }
@@ -281,7 +281,7 @@ void ApplicationsTest::launchingARunningApplicationBringsItForward()
 void ApplicationsTest::launchingAnUnknownApplicationFails()
 {
     ActionBench bench;
-    QCOMPARE(bench.outcome(Executor::launch(u"Nonexistent"_s, bench.services())),
+    QCOMPARE(bench.outcome(Applications::launch(u"Nonexistent"_s, bench.services())),
              u"Error: Couldn't find an app called “Nonexistent”."_s);
     QCOMPARE(bench.journal(), QStringList());
 }
@@ -291,7 +291,8 @@ void ApplicationsTest::thePlatformsErrorPassesThrough()
     ActionBench bench;
     bench.desktop.workspace.install(u"Notes"_s);
     bench.desktop.journal.failures.insert(RecordedOperation::OpenApplication, u"The disk is gone."_s);
-    QCOMPARE(bench.outcome(Executor::launch(u"Notes"_s, bench.services())), u"Error: The disk is gone."_s);
+    QCOMPARE(bench.outcome(Applications::launch(u"Notes"_s, bench.services())),
+             u"Error: The disk is gone."_s);
     QCOMPARE(bench.journal(), QStringList());
 }
 

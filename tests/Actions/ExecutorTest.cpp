@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ActionBench.h"
+#include "Actions/ActionDefinition.h"
+#include "Actions/Operations/Applications.h"
 #include "Base/PlatformWords.h"
 
 #include <QTest>
@@ -154,7 +156,7 @@ void ExecutorTest::actionsAndWhatTheyDo()
         bench.desktop.workspace.install(u"Google Chrome"_s);
         const RunningApplication notes = bench.desktop.workspace.start(u"Notes"_s);
         bench.desktop.workspace.makeFrontmost(notes);
-        bench.desktop.windowList.add(u"Notes"_s, u"Shopping"_s);
+        bench.desktop.workspace.addWindow(u"Notes"_s, u"Shopping"_s);
         RecordedTree tree;
         tree.add(0, {u"AXButton"_s, u"OK"_s});
         bench.desktop.accessibility.trees.insert(notes.processIdentifier, tree);
@@ -407,7 +409,8 @@ void ExecutorTest::actionsOnWhateverIsFrontmost_data()
 void ExecutorTest::actionsOnWhateverIsFrontmost()
 {
     QFETCH(QString, reply);
-    QTEST(Executor::actsOnFrontmostApplication(*AgentAction::parse(reply)), "does");
+    const std::optional<AgentAction> action = AgentAction::parse(reply);
+    QTEST(definitionOf(*action)->needsFocus(*action), "does");
 }
 
 void ExecutorTest::theFocusGoesBack()
@@ -415,7 +418,7 @@ void ExecutorTest::theFocusGoesBack()
     ActionBench bench;
     const RunningApplication notes = bench.desktop.workspace.start(u"Notes"_s);
     bench.desktop.workspace.makeFrontmost(bench.desktop.workspace.start(u"Terminal"_s));
-    QCOMPARE(bench.outcome(Executor::returnTo(notes, bench.services())), u"done"_s);
+    QCOMPARE(bench.outcome(Applications::returnTo(notes, bench.services())), u"done"_s);
     QCOMPARE(bench.journal(), QStringList(u"activate Notes"_s));
     QCOMPARE(bench.desktop.workspace.frontmostProcess, std::optional(notes.processIdentifier));
 }
@@ -425,7 +428,7 @@ void ExecutorTest::theFocusCannotGoBackToAnApplicationThatHasEnded()
     ActionBench bench;
     const RunningApplication notes = bench.desktop.workspace.start(u"Notes"_s);
     bench.desktop.workspace.running.clear();
-    QCOMPARE(bench.outcome(Executor::returnTo(notes, bench.services())),
+    QCOMPARE(bench.outcome(Applications::returnTo(notes, bench.services())),
              u"Error: “Notes” is no longer open, so nothing was done."_s);
     QCOMPARE(bench.journal(), QStringList());
 }
@@ -435,7 +438,7 @@ void ExecutorTest::aRefusedActivationPassesThrough()
     ActionBench bench;
     const RunningApplication notes = bench.desktop.workspace.start(u"Notes"_s);
     bench.desktop.journal.failures.insert(RecordedOperation::Activate, u"It stays behind."_s);
-    QCOMPARE(bench.outcome(Executor::returnTo(notes, bench.services())), u"Error: It stays behind."_s);
+    QCOMPARE(bench.outcome(Applications::returnTo(notes, bench.services())), u"Error: It stays behind."_s);
 }
 
 QTEST_GUILESS_MAIN(ExecutorTest)

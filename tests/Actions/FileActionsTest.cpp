@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ActionBench.h"
-#include "Actions/Operations/Files.h"
+#include "Actions/Operations/Screenshot.h"
+#include "Actions/Operations/FileSearch.h"
 #include "Actions/Operations/Locations.h"
 #include "Base/PlatformWords.h"
 
@@ -45,7 +46,7 @@ private:
     static QString found(ActionBench &bench, const std::optional<QString> &extension,
                          const std::optional<QString> &query)
     {
-        return bench.outcome(Executor::findFiles(u"Downloads"_s, extension, query, bench.services()));
+        return bench.outcome(FileSearch::findFiles(u"Downloads"_s, extension, query, bench.services()));
     }
 };
 
@@ -90,8 +91,8 @@ void FileActionsTest::locations_data()
 void FileActionsTest::locations()
 {
     QFETCH(QString, text);
-    QTEST(Executor::resolveFolder(text, u"/home/kim"_s), "path");
-    QCOMPARE(Executor::resolveFolder(text, u"/home/kim/"_s), Executor::resolveFolder(text, u"/home/kim"_s));
+    QTEST(Locations::resolveFolder(text, u"/home/kim"_s), "path");
+    QCOMPARE(Locations::resolveFolder(text, u"/home/kim/"_s), Locations::resolveFolder(text, u"/home/kim"_s));
 }
 
 void FileActionsTest::pathsInsideFolders_data()
@@ -111,7 +112,7 @@ void FileActionsTest::pathsInsideFolders()
 {
     QFETCH(QString, folder);
     QFETCH(QString, name);
-    QTEST(Executor::pathInside(folder, name), "path");
+    QTEST(Locations::pathInside(folder, name), "path");
 }
 
 void FileActionsTest::lastComponents_data()
@@ -126,7 +127,7 @@ void FileActionsTest::lastComponents_data()
 void FileActionsTest::lastComponents()
 {
     QFETCH(QString, path);
-    QTEST(Executor::lastComponent(path), "name");
+    QTEST(Locations::lastComponent(path), "name");
 }
 
 void FileActionsTest::anEmptyFolderHasNoMatchingFiles()
@@ -141,8 +142,8 @@ void FileActionsTest::aMissingFolderCannotBeRead()
 {
     ActionBench bench;
     QCOMPARE(found(bench, std::nullopt, std::nullopt), u"Error: Couldn't read Downloads."_s);
-    QCOMPARE(bench.outcome(
-                 Executor::findFiles(u"my downloads folder"_s, std::nullopt, std::nullopt, bench.services())),
+    QCOMPARE(bench.outcome(FileSearch::findFiles(u"my downloads folder"_s, std::nullopt, std::nullopt,
+                                                 bench.services())),
              u"Error: Couldn't read my downloads folder."_s);
 }
 
@@ -236,14 +237,14 @@ void FileActionsTest::aScreenshotLeavesAFile()
 {
     ActionBench bench;
     const QString path = bench.path(u"a.png"_s);
-    QCOMPARE(bench.outcome(Executor::screenshot(path, bench.services())), u"done"_s);
+    QCOMPARE(bench.outcome(screenshot(path, bench.services())), u"done"_s);
     QVERIFY(QFile::exists(path));
 }
 
 void FileActionsTest::aScreenshotIntoAMissingFolderFails()
 {
     ActionBench bench;
-    QCOMPARE(bench.outcome(Executor::screenshot(bench.path(u"none/a.png"_s), bench.services())),
+    QCOMPARE(bench.outcome(screenshot(bench.path(u"none/a.png"_s), bench.services())),
              u"Error: "_s + PlatformWords::current().screenshotFailure);
 }
 
@@ -251,7 +252,7 @@ void FileActionsTest::aScreenshotThatLeavesNoFileFails()
 {
     ActionBench bench;
     bench.desktop.screenCapture.writesFile = false;
-    QCOMPARE(bench.outcome(Executor::screenshot(bench.path(u"a.png"_s), bench.services())),
+    QCOMPARE(bench.outcome(screenshot(bench.path(u"a.png"_s), bench.services())),
              u"Error: "_s + PlatformWords::current().screenshotFailure);
 }
 
@@ -259,8 +260,7 @@ void FileActionsTest::aCaptureThatCannotStartPassesItsErrorThrough()
 {
     ActionBench bench;
     bench.desktop.journal.failures.insert(RecordedOperation::Capture, u"No screen."_s);
-    QCOMPARE(bench.outcome(Executor::screenshot(bench.path(u"a.png"_s), bench.services())),
-             u"Error: No screen."_s);
+    QCOMPARE(bench.outcome(screenshot(bench.path(u"a.png"_s), bench.services())), u"Error: No screen."_s);
 }
 
 QTEST_GUILESS_MAIN(FileActionsTest)

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ActionBench.h"
-#include "Actions/Operations/Keyboard.h"
+#include "Actions/Operations/Keys.h"
 #include "Base/PlatformWords.h"
 
 #include <QTest>
@@ -55,7 +55,7 @@ void KeyboardActionsTest::everyKeyHasItsCode()
     QFETCH(QString, key);
     QFETCH(int, code);
     ActionBench bench;
-    QCOMPARE(bench.outcome(Executor::keystroke(key.toUpper(), {}, bench.services())), u"done"_s);
+    QCOMPARE(bench.outcome(Keys::keystroke(key.toUpper(), {}, bench.services())), u"done"_s);
     const QList<KeyStroke> expected{{static_cast<std::uint16_t>(code), EventFlags(), QString()}};
     QCOMPARE(bench.desktop.keyboard.strokes, expected);
     QCOMPARE(bench.desktop.keyboard.pauses, QList<std::chrono::microseconds>{0us});
@@ -63,7 +63,7 @@ void KeyboardActionsTest::everyKeyHasItsCode()
 
 void KeyboardActionsTest::theKeyTableIsExact()
 {
-    QCOMPARE(Executor::keyCodes().size(), 58);
+    QCOMPARE(Keys::keyCodes().size(), 58);
 }
 
 void KeyboardActionsTest::modifierNamesBecomeFlags_data()
@@ -91,7 +91,7 @@ void KeyboardActionsTest::modifierNamesBecomeFlags()
     QFETCH(QStringList, names);
     QFETCH(std::uint32_t, mask);
     ActionBench bench;
-    QCOMPARE(bench.outcome(Executor::keystroke(u"t"_s, names, bench.services())), u"done"_s);
+    QCOMPARE(bench.outcome(Keys::keystroke(u"t"_s, names, bench.services())), u"done"_s);
     QCOMPARE(bench.desktop.keyboard.strokes.size(), 1);
     QCOMPARE(bench.desktop.keyboard.strokes.first().virtualKey, 17);
     QCOMPARE(bench.desktop.keyboard.strokes.first().flags.toInt(), mask);
@@ -108,7 +108,7 @@ void KeyboardActionsTest::unknownKeysFail()
 {
     QFETCH(QString, key);
     ActionBench bench;
-    QCOMPARE(bench.outcome(Executor::keystroke(key, {}, bench.services())),
+    QCOMPARE(bench.outcome(Keys::keystroke(key, {}, bench.services())),
              u"Error: Unsupported key “%1”."_s.arg(key));
     QCOMPARE(bench.journal(), QStringList());
 }
@@ -135,7 +135,7 @@ void KeyboardActionsTest::typedTextGoesOutInPieces()
     QFETCH(QString, text);
     QFETCH(QStringList, pieces);
     ActionBench bench;
-    QCOMPARE(bench.outcome(Executor::typeText(text, bench.services())), u"done"_s);
+    QCOMPARE(bench.outcome(Keys::typeText(text, std::nullopt, bench.services())), u"done"_s);
     QList<KeyStroke> expected;
     for (const QString &piece : std::as_const(pieces))
         expected.append({0, EventFlags(), piece});
@@ -147,7 +147,7 @@ void KeyboardActionsTest::typedTextGoesOutInPieces()
 void KeyboardActionsTest::anEmptyTextTypesNothing()
 {
     ActionBench bench;
-    QCOMPARE(bench.outcome(Executor::typeText(QString(), bench.services())), u"done"_s);
+    QCOMPARE(bench.outcome(Keys::typeText(QString(), std::nullopt, bench.services())), u"done"_s);
     QCOMPARE(bench.journal(), QStringList());
 }
 
@@ -155,9 +155,9 @@ void KeyboardActionsTest::withoutPermissionNothingIsPostedAndTheUserIsAskedEachT
 {
     ActionBench bench;
     bench.desktop.accessibility.trusted = false;
-    QCOMPARE(bench.outcome(Executor::keystroke(u"t"_s, {}, bench.services())),
+    QCOMPARE(bench.outcome(Keys::keystroke(u"t"_s, {}, bench.services())),
              u"Error: "_s + PlatformWords::current().keysRefusal);
-    QCOMPARE(bench.outcome(Executor::typeText(u"x"_s, bench.services())),
+    QCOMPARE(bench.outcome(Keys::typeText(u"x"_s, std::nullopt, bench.services())),
              u"Error: "_s + PlatformWords::current().typingRefusal);
     QCOMPARE(bench.desktop.accessibility.prompts, 2);
     QVERIFY(bench.desktop.keyboard.strokes.isEmpty());
@@ -168,7 +168,7 @@ void KeyboardActionsTest::whereNobodyHasToBeAskedTheKeyFollows()
     ActionBench bench;
     bench.desktop.accessibility.trusted = false;
     bench.desktop.accessibility.trustGivenByUser = false;
-    QCOMPARE(bench.outcome(Executor::keystroke(u"t"_s, {}, bench.services())), u"done"_s);
+    QCOMPARE(bench.outcome(Keys::keystroke(u"t"_s, {}, bench.services())), u"done"_s);
     QCOMPARE(bench.desktop.accessibility.prompts, 1);
     QCOMPARE(bench.desktop.keyboard.strokes.size(), 1);
 }
@@ -177,7 +177,7 @@ void KeyboardActionsTest::thePermissionComesBeforeTheKeyName()
 {
     ActionBench bench;
     bench.desktop.accessibility.trusted = false;
-    const QString outcome = bench.outcome(Executor::keystroke(u"f5"_s, {}, bench.services()));
+    const QString outcome = bench.outcome(Keys::keystroke(u"f5"_s, {}, bench.services()));
     QVERIFY(outcome.startsWith(u"Error: Accessibility permission is required."_s));
 }
 
@@ -185,9 +185,9 @@ void KeyboardActionsTest::thePlatformsErrorPassesThrough()
 {
     ActionBench bench;
     bench.desktop.journal.failures.insert(RecordedOperation::PostKeys, u"The target has gone."_s);
-    QCOMPARE(bench.outcome(Executor::keystroke(u"t"_s, {}, bench.services())),
+    QCOMPARE(bench.outcome(Keys::keystroke(u"t"_s, {}, bench.services())), u"Error: The target has gone."_s);
+    QCOMPARE(bench.outcome(Keys::typeText(u"x"_s, std::nullopt, bench.services())),
              u"Error: The target has gone."_s);
-    QCOMPARE(bench.outcome(Executor::typeText(u"x"_s, bench.services())), u"Error: The target has gone."_s);
 }
 
 QTEST_GUILESS_MAIN(KeyboardActionsTest)

@@ -43,12 +43,19 @@ private Q_SLOTS:
     void aDesktopThatCannotAnswerCountsAsEmpty();
 
 private:
+    static ActionTarget targetIn(const std::optional<QString> &frontmostName)
+    {
+        ActionTarget target;
+        target.frontmost.emplace().localizedName = frontmostName;
+        return target;
+    }
+
     // What the user is asked; nothing when the action is safe.
     static QString question(const QString &reply, const QString &front)
     {
         const std::optional<AgentAction> action = AgentAction::parse(reply);
         const auto name = front.isNull() ? std::nullopt : std::optional(front);
-        const Risk risk = Safety::assess(action.value(), name);
+        const Risk risk = Safety::assess(action.value(), targetIn(name));
         return risk.kind == Risk::Kind::Safe ? QString() : risk.reason;
     }
 };
@@ -269,7 +276,7 @@ void SafetyTest::actionsWithoutARuleAreSafe()
 {
     QFETCH(QString, name);
     const AgentAction action{QUuid::createUuid(), name, {{u"label"_s, u"send"_s}, {u"path"_s, u"/"_s}}};
-    QCOMPARE(Safety::assess(action, u"Mail"_s), Risk::safe());
+    QCOMPARE(Safety::assess(action, targetIn(u"Mail"_s)), Risk::safe());
 }
 
 void SafetyTest::anUnknownFrontmostApplicationHasNoName()

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "Actions/Operations/Web.h"
 #include "ActionBench.h"
+#include "Actions/Operations/Browsing.h"
 #include "Actions/Operations/WebAddress.h"
 
 #include <QTest>
@@ -42,13 +42,15 @@ void WebTest::validAddresses_data()
     QTest::newRow("any scheme with a host")
         << u"ftp://example.org"_s << u"ftp://example.org"_s << u"example.org"_s;
     QTest::newRow("a numeric host") << u"https://[::1]/"_s << u"https://[::1]/"_s << u"::1"_s;
-    QTest::newRow("capital letters") << u"Example.ORG/Path"_s << u"https://example.org/Path"_s
+    QTest::newRow("capital letters") << u"Example.ORG/Path"_s << u"https://Example.ORG/Path"_s
                                      << u"Example.ORG"_s;
-    QTest::newRow("three numbers") << u"1.2.3"_s << u"https://1.2.0.3"_s << u"1.2.3"_s;
+    QTest::newRow("a scheme in capital letters")
+        << u"HTTPS://Example.org/A"_s << u"https://Example.org/A"_s << u"Example.org"_s;
+    QTest::newRow("three numbers") << u"1.2.3"_s << u"https://1.2.3"_s << u"1.2.3"_s;
     QTest::newRow("a user and a port")
-        << u"https://Kim:a@Example.org:81?q"_s << u"https://Kim:a@example.org:81?q"_s << u"Example.org"_s;
+        << u"https://Kim:a@Example.org:81?q"_s << u"https://Kim:a@Example.org:81?q"_s << u"Example.org"_s;
     QTest::newRow("an at sign behind the host")
-        << u"Example.org/@kim"_s << u"https://example.org/@kim"_s << u"Example.org"_s;
+        << u"Example.org/@kim"_s << u"https://Example.org/@kim"_s << u"Example.org"_s;
     QTest::newRow("letters of any script in the host")
         << u"Bücher.example"_s << u"https://xn--bcher-kva.example"_s << u"Bücher.example"_s;
     QTest::newRow("letters of any script in the path")
@@ -63,7 +65,7 @@ void WebTest::validAddresses()
     QFETCH(QString, opened);
     QFETCH(QString, host);
     ActionBench bench;
-    const QString outcome = bench.outcome(Executor::openURL(text, std::nullopt, bench.services()));
+    const QString outcome = bench.outcome(Browsing::openURL(text, std::nullopt, bench.services()));
     if (opened.isNull()) {
         QCOMPARE(outcome, u"Error: “%1” isn't a valid address."_s.arg(text));
         return;
@@ -92,7 +94,7 @@ void WebTest::invalidAddresses()
 {
     QFETCH(QString, text);
     ActionBench bench;
-    QCOMPARE(bench.outcome(Executor::openURL(text, std::nullopt, bench.services())),
+    QCOMPARE(bench.outcome(Browsing::openURL(text, std::nullopt, bench.services())),
              u"Error: “%1” isn't a valid address."_s.arg(text));
     QCOMPARE(bench.journal(), QStringList());
 }
@@ -116,9 +118,9 @@ void WebTest::searchAddresses()
     QFETCH(QString, query);
     QFETCH(QString, encoded);
     const QString address = u"https://www.google.com/search?q="_s + encoded;
-    QCOMPARE(Executor::searchAddress(query), address);
+    QCOMPARE(WebAddress::forSearch(query), address);
     ActionBench bench;
-    QCOMPARE(bench.outcome(Executor::openURL(address, std::nullopt, bench.services())),
+    QCOMPARE(bench.outcome(Browsing::openURL(address, std::nullopt, bench.services())),
              u"Opened www.google.com in the default browser."_s);
     QCOMPARE(bench.journal().value(0), u"open "_s + address);
 }
@@ -126,7 +128,7 @@ void WebTest::searchAddresses()
 void WebTest::aQueryThatCannotBeEncodedIsUsedAsItIs()
 {
     const QString query = u"a b"_s + QChar(0xD800);
-    QCOMPARE(Executor::searchAddress(query), u"https://www.google.com/search?q="_s + query);
+    QCOMPARE(WebAddress::forSearch(query), u"https://www.google.com/search?q="_s + query);
 }
 
 void WebTest::aNamedBrowserOpensTheAddress()
@@ -134,7 +136,7 @@ void WebTest::aNamedBrowserOpensTheAddress()
     ActionBench bench;
     bench.desktop.workspace.install(u"Google Chrome"_s);
     const std::optional<QString> browser = u"chrome"_s;
-    QCOMPARE(bench.outcome(Executor::openURL(u"example.org"_s, browser, bench.services())),
+    QCOMPARE(bench.outcome(Browsing::openURL(u"example.org"_s, browser, bench.services())),
              u"Opened example.org in Google Chrome."_s);
     const QStringList expected{u"open https://example.org with /Applications/Google Chrome.app"_s,
                                u"wait 1200 ms"_s};
@@ -145,7 +147,7 @@ void WebTest::anUnknownBrowserFails()
 {
     ActionBench bench;
     const std::optional<QString> browser = u"Mosaic"_s;
-    QCOMPARE(bench.outcome(Executor::openURL(u"example.org"_s, browser, bench.services())),
+    QCOMPARE(bench.outcome(Browsing::openURL(u"example.org"_s, browser, bench.services())),
              u"Error: Couldn't find an app called “Mosaic”."_s);
     QCOMPARE(bench.journal(), QStringList());
 }
@@ -154,7 +156,7 @@ void WebTest::theAddressIsCheckedBeforeTheBrowser()
 {
     ActionBench bench;
     const std::optional<QString> browser = u"Mosaic"_s;
-    QCOMPARE(bench.outcome(Executor::openURL(u"a b"_s, browser, bench.services())),
+    QCOMPARE(bench.outcome(Browsing::openURL(u"a b"_s, browser, bench.services())),
              u"Error: “a b” isn't a valid address."_s);
 }
 
@@ -162,7 +164,7 @@ void WebTest::theDefaultHandlersAnswerIsIgnored()
 {
     ActionBench bench;
     bench.desktop.workspace.opensURLs = false;
-    QCOMPARE(bench.outcome(Executor::openURL(u"example.org"_s, std::nullopt, bench.services())),
+    QCOMPARE(bench.outcome(Browsing::openURL(u"example.org"_s, std::nullopt, bench.services())),
              u"Opened example.org in the default browser."_s);
 }
 
@@ -172,7 +174,7 @@ void WebTest::theNamedBrowsersErrorPassesThrough()
     bench.desktop.workspace.install(u"Safari"_s);
     bench.desktop.journal.failures.insert(RecordedOperation::OpenURLWithApplication, u"It crashed."_s);
     const std::optional<QString> browser = u"Safari"_s;
-    QCOMPARE(bench.outcome(Executor::openURL(u"example.org"_s, browser, bench.services())),
+    QCOMPARE(bench.outcome(Browsing::openURL(u"example.org"_s, browser, bench.services())),
              u"Error: It crashed."_s);
 }
 

@@ -26,7 +26,7 @@ public:
     Desktop services()
     {
         const Desktop all = m_bench.desktop.services();
-        return {all.session,       m_workspace,   all.accessibility, m_keyboard, all.windowList,
+        return {all.session,       m_workspace,   all.accessibility, m_keyboard,
                 all.screenCapture, all.scripting, all.files,         all.clock};
     }
 
@@ -44,6 +44,12 @@ private:
         {
             desktop.reach(desktop.momentOfALook());
             return RecordingWorkspace::frontmostApplication();
+        }
+
+        QCoro::Task<WorkspaceSnapshot> snapshot() override
+        {
+            desktop.reach(desktop.momentOfALook());
+            return RecordingWorkspace::snapshot();
         }
 
         FaultyDesktop &desktop;

@@ -5,6 +5,7 @@
 #include "Actions/Operations/Applications.h"
 
 using namespace Qt::StringLiterals;
+
 using namespace std::chrono_literals;
 
 namespace {
@@ -20,21 +21,19 @@ QCoro::Task<bool> stillRuns(std::optional<RunningApplication> application, Deskt
     co_return !hasEnded;
 }
 
-} // namespace
-
-QCoro::Task<QString> ApplicationActions::openApp(AgentAction action, ActionTarget, Desktop desktop)
+QCoro::Task<QString> runOpenApp(AgentAction action, ActionTarget, Desktop desktop)
 {
     const QString name = Arguments::required(action, u"app"_s, u"app name"_s);
-    const QString opened = co_await Executor::launch(name, desktop);
+    const QString opened = co_await Applications::launch(name, desktop);
     co_return u"%1 is now frontmost."_s.arg(opened);
 }
 
-QString ApplicationActions::openAppTitle(const AgentAction &action)
+QString openAppTitle(const AgentAction &action)
 {
     return u"Launching "_s + Arguments::shown(action, u"app"_s, u"app"_s);
 }
 
-QCoro::Task<QString> ApplicationActions::quitApp(AgentAction action, ActionTarget target, Desktop desktop)
+QCoro::Task<QString> runQuitApp(AgentAction action, ActionTarget target, Desktop desktop)
 {
     const QString name = Arguments::required(action, u"app"_s, u"app name"_s);
     target.requireFound();
@@ -49,7 +48,26 @@ QCoro::Task<QString> ApplicationActions::quitApp(AgentAction action, ActionTarge
     co_return u"Asked %1 to quit (it may be waiting on a save prompt)."_s.arg(name);
 }
 
-QString ApplicationActions::quitAppTitle(const AgentAction &action)
+QString quitAppTitle(const AgentAction &action)
 {
     return u"Closing "_s + Arguments::shown(action, u"app"_s, u"app"_s);
 }
+
+} // namespace
+
+constinit const ActionDefinition ApplicationActions::openApp{
+    .name = u"open_app",
+    .title = &openAppTitle,
+    .run = &runOpenApp,
+};
+
+constinit const ActionDefinition ApplicationActions::focusApp{
+    .name = u"focus_app",
+    .run = &runOpenApp,
+};
+
+constinit const ActionDefinition ApplicationActions::quitApp{
+    .name = u"quit_app",
+    .title = &quitAppTitle,
+    .run = &runQuitApp,
+};

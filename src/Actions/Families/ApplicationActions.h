@@ -1,20 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "Actions/ActionTarget.h"
-#include "Actions/AgentAction.h"
-#include "Desktop/Desktop.h"
+#include "Actions/ActionDefinition.h"
 
-#include <QCoroTask>
-#include <QString>
-
-// The actions "open_app" (and "focus_app") and "quit_app". Each is carried out on its target and gives the
-// result line; `Executor::run` says what may be thrown. A title is what the user sees of it.
+// Starting and quitting applications.
 namespace ApplicationActions {
 
-QCoro::Task<QString> openApp(AgentAction action, ActionTarget target, Desktop desktop);
-QString openAppTitle(const AgentAction &action);
-QCoro::Task<QString> quitApp(AgentAction action, ActionTarget target, Desktop desktop);
-QString quitAppTitle(const AgentAction &action);
+extern const ActionDefinition openApp;
+extern const ActionDefinition focusApp; // a second name of openApp, which the model is not told
+extern const ActionDefinition quitApp;
 
 } // namespace ApplicationActions

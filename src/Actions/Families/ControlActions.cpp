@@ -2,22 +2,45 @@
 #include "Actions/Families/ControlActions.h"
 
 #include "Actions/Arguments.h"
-#include "Actions/Operations/Accessibility.h"
+#include "Actions/Operations/Controls.h"
 
 using namespace Qt::StringLiterals;
 
-QCoro::Task<QString> ControlActions::click(AgentAction action, ActionTarget target, Desktop desktop)
+namespace {
+
+QCoro::Task<QString> runClick(AgentAction action, ActionTarget target, Desktop desktop)
 {
     const QString label = Arguments::required(action, u"label"_s, u"label"_s);
-    co_return co_await Executor::press(label, target, desktop);
+    co_return co_await Controls::click(label, target, desktop);
 }
 
-QString ControlActions::clickTitle(const AgentAction &action)
+QString clickTitle(const AgentAction &action)
 {
     return u"Clicking “%1”"_s.arg(Arguments::shown(action, u"label"_s));
 }
 
-QCoro::Task<QString> ControlActions::readUI(AgentAction, ActionTarget, Desktop desktop)
+QCoro::Task<QString> runReadUI(AgentAction, ActionTarget target, Desktop desktop)
 {
-    co_return co_await Executor::readUI(desktop);
+    co_return co_await Controls::readUI(target, desktop);
 }
+
+QString readUITitle(const AgentAction &)
+{
+    return u"Reading the interface"_s;
+}
+
+} // namespace
+
+constinit const ActionDefinition ControlActions::click{
+    .name = u"click",
+    .title = &clickTitle,
+    .run = &runClick,
+    .focus = ActionDefinition::Focus::Needed,
+};
+
+constinit const ActionDefinition ControlActions::readUi{
+    .name = u"read_ui",
+    .title = &readUITitle,
+    .run = &runReadUI,
+    .focus = ActionDefinition::Focus::Needed,
+};

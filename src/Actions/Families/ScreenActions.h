@@ -1,18 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "Actions/ActionTarget.h"
-#include "Actions/AgentAction.h"
-#include "Desktop/Desktop.h"
+#include "Actions/ActionDefinition.h"
 
-#include <QCoroTask>
-#include <QString>
-
-// The actions "screenshot" and "list_windows". Each is carried out on its target and gives the result line;
-// `Executor::run` says what may be thrown. A title is what the user sees of it.
+// What the screen shows.
 namespace ScreenActions {
 
-QCoro::Task<QString> screenshot(AgentAction action, ActionTarget target, Desktop desktop);
-QCoro::Task<QString> listWindows(AgentAction action, ActionTarget target, Desktop desktop);
+extern const ActionDefinition screenshot;
+extern const ActionDefinition listWindows;
 
 } // namespace ScreenActions

@@ -6,8 +6,23 @@
 
 using namespace Qt::StringLiterals;
 
-QCoro::Task<QString> ScriptActions::appleScript(AgentAction action, ActionTarget, Desktop desktop)
+namespace {
+
+QCoro::Task<QString> runAppleScript(AgentAction action, ActionTarget, Desktop desktop)
 {
     const QString source = Arguments::required(action, u"script"_s, u"script"_s);
-    co_return co_await Executor::appleScript(source, desktop);
+    co_return co_await appleScript(source, desktop);
 }
+
+QString appleScriptTitle(const AgentAction &)
+{
+    return u"Running AppleScript"_s;
+}
+
+} // namespace
+
+constinit const ActionDefinition ScriptActions::appleScript{
+    .name = u"applescript",
+    .title = &appleScriptTitle,
+    .run = &runAppleScript,
+};

@@ -5,13 +5,11 @@
 
 using namespace Qt::StringLiterals;
 
-QCoro::Task<QString> Executor::appleScript(QString source, Desktop desktop)
+QCoro::Task<QString> appleScript(QString source, Desktop desktop)
 {
     const ScriptOutcome outcome = co_await desktop.scripting.run(source);
-    if (!outcome.created)
-        co_return u"Script ran."_s;
-    if (outcome.error)
-        throw ActionError(u"AppleScript error: "_s + outcome.error->value_or(u"unknown"_s));
+    if (outcome.ending == ScriptOutcome::Ending::Failed)
+        throw ActionError(u"AppleScript error: "_s + outcome.text.value_or(u"unknown"_s));
     if (outcome.text)
         co_return u"Script returned: "_s + *outcome.text;
     co_return u"Script ran."_s;

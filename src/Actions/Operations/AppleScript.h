@@ -6,10 +6,6 @@
 #include <QCoroTask>
 #include <QString>
 
-// The scripts that the model writes. Main thread.
-namespace Executor {
-
-// Runs the script to its end and gives the result line. Throws ActionError when the script fails.
+// Runs a script that the model wrote to its end, and gives the result line. Throws ActionError when the
+// script fails. Main thread.
 QCoro::Task<QString> appleScript(QString source, Desktop desktop);
-
-} // namespace Executor

@@ -2,6 +2,7 @@
 #include "Actions/Operations/Applications.h"
 
 #include "Actions/ActionError.h"
+#include "Actions/SessionGate.h"
 #include "Base/Text.h"
 
 #include <algorithm>
@@ -20,7 +21,7 @@ constexpr auto launchSettlingTime = 700ms;
 // The name without its alias.
 QString resolved(const QString &name)
 {
-    return Executor::aliases().value(Text::comparisonKey(name), name);
+    return Applications::aliases().value(Text::comparisonKey(name), name);
 }
 
 QCoro::Task<QList<RunningApplication>> regularApplications(Desktop desktop)
@@ -138,7 +139,7 @@ InstalledMatches installed(const QList<ApplicationFolder> &folders, const QStrin
 
 } // namespace
 
-const QHash<QString, QString> &Executor::aliases()
+const QHash<QString, QString> &Applications::aliases()
 {
     static const QHash<QString, QString> names{
         {u"vscode"_s, u"Visual Studio Code"_s},
@@ -155,7 +156,7 @@ const QHash<QString, QString> &Executor::aliases()
     return names;
 }
 
-QCoro::Task<std::optional<RunningApplication>> Executor::running(QString name, Desktop desktop)
+QCoro::Task<std::optional<RunningApplication>> Applications::running(QString name, Desktop desktop)
 {
     const QList<RunningApplication> applications = co_await regularApplications(desktop);
     const QString target = resolved(name);
@@ -170,7 +171,7 @@ QCoro::Task<std::optional<RunningApplication>> Executor::running(QString name, D
     co_return player ? player : containing(applications, name);
 }
 
-QCoro::Task<std::optional<ApplicationBundle>> Executor::appURL(QString name, Desktop desktop)
+QCoro::Task<std::optional<ApplicationBundle>> Applications::appURL(QString name, Desktop desktop)
 {
     const std::optional<RunningApplication> application = co_await running(name, desktop);
     if (application && application->bundle)
@@ -184,7 +185,7 @@ QCoro::Task<std::optional<ApplicationBundle>> Executor::appURL(QString name, Des
     co_return role ? role : matches.partial;
 }
 
-QCoro::Task<ApplicationBundle> Executor::foundApplication(QString name, Desktop desktop)
+QCoro::Task<ApplicationBundle> Applications::foundApplication(QString name, Desktop desktop)
 {
     const std::optional<ApplicationBundle> bundle = co_await appURL(name, desktop);
     if (!bundle)
@@ -192,10 +193,19 @@ QCoro::Task<ApplicationBundle> Executor::foundApplication(QString name, Desktop 
     co_return *bundle;
 }
 
-QCoro::Task<QString> Executor::launch(QString name, Desktop desktop)
+QCoro::Task<QString> Applications::launch(QString name, Desktop desktop)
 {
     const ApplicationBundle bundle = co_await foundApplication(name, desktop);
     co_await desktop.workspace.openApplication(bundle);
     co_await desktop.clock.sleep(launchSettlingTime);
     co_return bundle.displayName;
+}
+
+QCoro::Task<void> Applications::returnTo(RunningApplication application, Desktop desktop)
+{
+    co_await SessionGate::requireUnlocked(desktop);
+    const bool isGone = co_await desktop.workspace.isTerminated(application);
+    if (isGone)
+        throw ActionError(u"“%1” is no longer open, so nothing was done."_s.arg(application.shownName()));
+    co_await desktop.workspace.activate(application);
 }

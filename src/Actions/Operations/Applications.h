@@ -11,7 +11,7 @@
 
 // From an application's name, as loosely as a person says it, to the application. Main thread; every call
 // looks at the desktop afresh. PlatformError passes through.
-namespace Executor {
+namespace Applications {
 
 // Spoken names, in lower case, and the full names that they stand for.
 const QHash<QString, QString> &aliases();
@@ -33,4 +33,9 @@ QCoro::Task<ApplicationBundle> foundApplication(QString name, Desktop desktop);
 // Throws ActionError when there is none.
 QCoro::Task<QString> launch(QString name, Desktop desktop);
 
-} // namespace Executor
+// Gives the focus back to the application that was frontmost when a step was assessed: the user may have
+// approved it from another window. Throws ActionError when that application is no longer open, or the screen
+// is locked.
+QCoro::Task<void> returnTo(RunningApplication application, Desktop desktop);
+
+} // namespace Applications

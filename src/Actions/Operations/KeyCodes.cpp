@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // The key and modifier names that the model may use.
-#include "Actions/Operations/Keyboard.h"
+#include "Actions/Operations/Keys.h"
 
 #include "Base/Text.h"
 
@@ -26,13 +26,13 @@ QHash<QString, std::uint16_t> allKeyCodes()
 
 } // namespace
 
-const QHash<QString, std::uint16_t> &Executor::keyCodes()
+const QHash<QString, std::uint16_t> &Keys::keyCodes()
 {
     static const QHash<QString, std::uint16_t> codes = allKeyCodes();
     return codes;
 }
 
-EventFlags Executor::modifierFlags(const QStringList &names)
+EventFlags Keys::modifierFlags(const QStringList &names)
 {
     static const QHash<QString, EventFlag> flags{
         {u"command"_s, EventFlag::Command}, {u"cmd"_s, EventFlag::Command},

@@ -33,7 +33,7 @@ QString withoutTrailingSlashes(QString path)
 
 } // namespace
 
-QString Executor::resolveFolder(const QString &text, const QString &homeDirectory)
+QString Locations::resolveFolder(const QString &text, const QString &homeDirectory)
 {
     // Line breaks are no blanks here: a file name may begin or end with one.
     const QString trimmed = Text::trimmed(text, u" \t");
@@ -50,7 +50,7 @@ QString Executor::resolveFolder(const QString &text, const QString &homeDirector
     return pathInside(homeDirectory, trimmed);
 }
 
-QString Executor::pathInside(const QString &folder, const QString &name)
+QString Locations::pathInside(const QString &folder, const QString &name)
 {
     qsizetype start = 0;
     while (start < name.size() && name.at(start) == u'/')
@@ -60,7 +60,7 @@ QString Executor::pathInside(const QString &folder, const QString &name)
     return withoutTrailingSlashes(parent + separator + name.mid(start));
 }
 
-QString Executor::lastComponent(const QString &path)
+QString Locations::lastComponent(const QString &path)
 {
     const QString name = path.section(u'/', -1);
     return name.isEmpty() ? path : name;

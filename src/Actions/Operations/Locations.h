@@ -4,7 +4,7 @@
 #include <QString>
 
 // Places on the disk in the user's words. Pure functions: nothing is looked up. Callable from any thread.
-namespace Executor {
+namespace Locations {
 
 // The absolute path that the text means: a location word ("my downloads folder"), "~" with what follows, an
 // absolute path, or else a path below the home folder.
@@ -16,4 +16,4 @@ QString pathInside(const QString &folder, const QString &name);
 // The last component of a path, as shown in a result line.
 QString lastComponent(const QString &path);
 
-} // namespace Executor
+} // namespace Locations

@@ -2,7 +2,9 @@
 #include "Actions/Operations/Observation.h"
 
 #include "Actions/Executor.h"
+#include "Base/LocalizedError.h"
 
+#include <QCoreApplication>
 #include <QStringList>
 
 using namespace Qt::StringLiterals;
@@ -17,8 +19,9 @@ QString entryOf(const WindowDescription &window)
     return title.isEmpty() ? *window.ownerName : *window.ownerName + u" — "_s + title;
 }
 
-QString summaryOf(const QList<WindowDescription> &windows, qint64 ownProcess)
+QString summaryOf(const QList<WindowDescription> &windows)
 {
+    const qint64 ownProcess = QCoreApplication::applicationPid();
     QStringList entries;
     for (const WindowDescription &window : windows) {
         if (window.layer != 0 || window.ownerProcessIdentifier == ownProcess || !window.ownerName)
@@ -32,39 +35,37 @@ QString summaryOf(const QList<WindowDescription> &windows, qint64 ownProcess)
     return entries.isEmpty() ? u"none"_s : entries.join(u"; "_s);
 }
 
-} // namespace
-
-QCoro::Task<std::optional<QString>> Executor::frontmostName(Desktop desktop)
+QString nameOf(const std::optional<RunningApplication> &application)
 {
-    try {
-        const std::optional<RunningApplication> application =
-            co_await desktop.workspace.frontmostApplication();
-        if (application && !application->localizedName.value_or(QString()).isEmpty())
-            co_return application->localizedName;
-    } catch (const LocalizedError &) {
-        // Knowing nothing is an answer here: the caller has a word for it.
-    }
-    co_return std::nullopt;
+    const QString name = application ? application->localizedName.value_or(QString()) : QString();
+    return name.isEmpty() ? u"unknown"_s : name;
 }
 
-QCoro::Task<QString> Executor::windowSummary(Desktop desktop)
+// Empty where the desktop does not say: that is an answer here, and has its words.
+QCoro::Task<WorkspaceSnapshot> seenOn(Desktop desktop)
 {
     try {
-        const QList<WindowDescription> windows = co_await desktop.windowList.onScreenWindows();
-        co_return summaryOf(windows, desktop.windowList.ownProcessIdentifier());
+        co_return co_await desktop.workspace.snapshot();
     } catch (const LocalizedError &) {
-        co_return u"none"_s;
+        co_return WorkspaceSnapshot();
     }
+}
+
+} // namespace
+
+QCoro::Task<QString> windowSummary(Desktop desktop)
+{
+    const WorkspaceSnapshot snapshot = co_await seenOn(desktop);
+    co_return summaryOf(snapshot.windows);
 }
 
 QCoro::Task<QString> Executor::observe(Desktop desktop)
 {
     // What lies behind a locked screen is nobody's business, the model's neither.
     const bool isLocked = co_await desktop.session.isLocked();
-    if (isLocked)
-        co_return u"Frontmost app: unknown. Windows: none"_s;
-    const std::optional<QString> application = co_await frontmostName(desktop);
-    const QString windows = co_await windowSummary(desktop);
-    const QString name = application.value_or(u"unknown"_s);
-    co_return Text::cleaned(u"Frontmost app: %1. Windows: %2"_s.arg(name, windows));
+    WorkspaceSnapshot snapshot;
+    if (!isLocked)
+        snapshot = co_await seenOn(desktop);
+    const QString frontmost = nameOf(snapshot.frontmost);
+    co_return u"Frontmost app: %1. Windows: %2"_s.arg(frontmost, summaryOf(snapshot.windows));
 }

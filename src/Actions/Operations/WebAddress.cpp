@@ -3,6 +3,9 @@
 
 #include <QRegularExpression>
 #include <QStringEncoder>
+#include <QUrl>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -19,26 +22,35 @@ QString percentEncoded(const QString &query)
     return encoder.hasError() ? query : QString::fromLatin1(bytes.toPercentEncoding(allowedInQuery));
 }
 
+bool isAscii(const QString &text)
+{
+    return std::all_of(text.cbegin(), text.cend(),
+                       [](QChar character) { return character.unicode() < 0x80; });
+}
+
 } // namespace
 
-std::optional<QUrl> Executor::webAddress(const QString &text)
+std::optional<QString> WebAddress::fromText(const QString &text)
 {
-    const bool hasScheme = text.contains("://"_L1);
-    const QUrl url(hasScheme ? text : u"https://"_s + text, QUrl::StrictMode);
+    const QString address = text.contains("://"_L1) ? text : u"https://"_s + text;
+    const QUrl url(address, QUrl::StrictMode);
     // Text such as "//host/?to=a://b" has a host, but nothing that could open it.
     if (!url.isValid() || url.scheme().isEmpty() || url.host().isEmpty())
         return std::nullopt;
-    return url;
+    if (!isAscii(address))
+        return url.toString(QUrl::FullyEncoded);
+    // Desktops look handlers up by the scheme in lower case.
+    return url.scheme() + address.sliced(url.scheme().size());
 }
 
-QString Executor::typedHost(const QString &address)
+QString WebAddress::typedHost(const QString &address)
 {
     static const QRegularExpression host(u"^(?:[^/]*://)?(?:[^/?#]*@)?(?:\\[([^\\]]*)\\]|([^/?#:]*))"_s);
     const QRegularExpressionMatch match = host.match(address);
     return match.captured(1) + match.captured(2);
 }
 
-QString Executor::searchAddress(const QString &query)
+QString WebAddress::forSearch(const QString &query)
 {
     return u"https://www.google.com/search?q="_s + percentEncoded(query);
 }

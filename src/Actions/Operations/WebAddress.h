@@ -2,22 +2,21 @@
 #pragma once
 
 #include <QString>
-#include <QUrl>
 
 #include <optional>
 
 // From what the model writes to an address. Pure functions, callable from any thread.
-namespace Executor {
+namespace WebAddress {
 
 // The address that the text means: "https://" is put before one without a scheme, and nothing else is
-// repaired. Nothing when that is no valid address with a host. QUrl keeps a host in its normal form only
-// ("Example.ORG" as "example.org", "1.2.3" as "1.2.0.3"), which browsers reach for either.
-std::optional<QUrl> webAddress(const QString &text);
+// repaired, so "Example.ORG" and "1.2.3" stay as they are; the scheme is in lower case. In ASCII: what lies
+// outside it is encoded. Nothing when the text is no valid address with a host.
+std::optional<QString> fromText(const QString &text);
 
 // The host of such an address, letter for letter as it stands in the text.
 QString typedHost(const QString &address);
 
 // The address of a web search for these words.
-QString searchAddress(const QString &query);
+QString forSearch(const QString &query);
 
-} // namespace Executor
+} // namespace WebAddress

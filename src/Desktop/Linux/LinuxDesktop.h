@@ -2,7 +2,6 @@
 #pragma once
 
 #include "Desktop/Desktop.h"
-#include "Desktop/Linux/Applications/LinuxWindowList.h"
 #include "Desktop/Linux/Applications/LinuxWorkspace.h"
 #include "Desktop/Linux/Atspi/Accessibility.h"
 #include "Desktop/Linux/Atspi/Environment.h"
@@ -39,8 +38,7 @@ private:
     X11Display m_display{m_clock, Sessions::obstacle(m_type)};
     LinuxSession m_session{m_display, m_type};
     LinuxWorkspace m_workspace{m_display, m_gio, m_clock};
-    LinuxKeyboard m_keyboard{m_display};
-    LinuxWindowList m_windowList{m_display, m_gio};
+    LinuxKeyboard m_keyboard{m_display, [this] { return m_workspace.frontmostWindow(); }};
     LinuxScreenCapture m_screenCapture{m_display};
     LinuxScripting m_scripting;
     AtspiAccessibility m_accessibility{*this};

@@ -5,7 +5,6 @@ using namespace Qt::StringLiterals;
 
 QCoro::Task<ScriptOutcome> LinuxScripting::run(QString)
 {
-    ScriptOutcome outcome;
-    outcome.error = std::optional(u"AppleScript is not available on this computer."_s);
-    co_return outcome;
+    co_return ScriptOutcome{ScriptOutcome::Ending::Failed,
+                            u"AppleScript is not available on this computer."_s};
 }

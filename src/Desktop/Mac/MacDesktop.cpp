@@ -5,7 +5,7 @@ MacDesktop::MacDesktop(const QString &homeDirectory) : m_files(homeDirectory) {}
 
 Desktop MacDesktop::desktop()
 {
-    return {m_session,       m_workspace, m_accessibility, m_keyboard, m_windowList,
+    return {m_session,       m_workspace, m_accessibility, m_keyboard,
             m_screenCapture, m_scripting, m_files,         m_clock};
 }
 

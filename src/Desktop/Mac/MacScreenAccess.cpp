@@ -5,13 +5,15 @@
 
 #include <CoreGraphics/CoreGraphics.h>
 
-QCoro::Task<bool> MacScreenAccess::isGranted(WindowList &windowList)
+#include <QCoreApplication>
+
+QCoro::Task<bool> MacScreenAccess::isGranted(MacWindowList &windowList)
 {
     if (CGPreflightScreenCaptureAccess())
         co_return true;
     // Others have seen a no here where the permission was there, mostly for programs in a terminal.
     const QList<WindowDescription> windows = co_await windowList.onScreenWindows();
-    co_return WindowTitles::includeOthers(windows, windowList.ownProcessIdentifier());
+    co_return WindowTitles::includeOthers(windows, QCoreApplication::applicationPid());
 }
 
 void MacScreenAccess::request()

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "Desktop/WindowList.h"
+#include "Desktop/Mac/Applications/MacWindowList.h"
 
 #include <QCoroTask>
 
@@ -9,7 +9,7 @@
 namespace MacScreenAccess {
 
 // Asks nobody.
-QCoro::Task<bool> isGranted(WindowList &windowList);
+QCoro::Task<bool> isGranted(MacWindowList &windowList);
 
 // Has the system ask the user, and does not wait for the answer.
 void request();

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "Desktop/Mac/Applications/MacWindowList.h"
 #include "Desktop/ScreenCapture.h"
-#include "Desktop/WindowList.h"
 
 // Pictures of the screen through the system's own command. Main thread. Without the Screen Recording
 // permission it leaves no file, and has the system ask the user for it.
@@ -10,10 +10,10 @@
 class MacScreenCapture : public ScreenCapture
 {
 public:
-    explicit MacScreenCapture(WindowList &windowList) : m_windowList(windowList) {}
+    explicit MacScreenCapture(MacWindowList &windowList) : m_windowList(windowList) {}
 
     QCoro::Task<void> capture(QString path) override;
 
 private:
-    WindowList &m_windowList;
+    MacWindowList &m_windowList;
 };

@@ -17,18 +17,14 @@ std::optional<QString> text(id value)
 
 ScriptOutcome outcomeOf(const QString &source)
 {
-    ScriptOutcome outcome;
     NSAppleScript *script = [[NSAppleScript alloc] initWithSource:source.toNSString()];
-    outcome.created = script != nil;
     if (!script)
-        return outcome;
+        return {ScriptOutcome::Ending::NotCreated, std::nullopt};
     NSDictionary<NSString *, id> *error = nil;
     NSAppleEventDescriptor *result = [script executeAndReturnError:&error];
     if (error)
-        outcome.error = text(error[NSAppleScriptErrorMessage]);
-    else
-        outcome.text = text(result.stringValue);
-    return outcome;
+        return {ScriptOutcome::Ending::Failed, text(error[NSAppleScriptErrorMessage])};
+    return {ScriptOutcome::Ending::Succeeded, text(result.stringValue)};
 }
 
 } // namespace

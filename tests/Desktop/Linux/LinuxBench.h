@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "Desktop/Linux/Applications/LinuxWindowList.h"
 #include "Desktop/Linux/Applications/LinuxWorkspace.h"
 #include "Desktop/Linux/Typing/LinuxKeyboard.h"
 #include "Desktop/SystemClock.h"
@@ -48,6 +47,5 @@ public:
     BoundedQueue gio{QStringLiteral("desktop.gio"), QStringLiteral("The registry")};
     X11Display display{clock};
     LinuxWorkspace workspace{display, gio, clock};
-    LinuxWindowList windowList{display, gio};
-    LinuxKeyboard keyboard{display};
+    LinuxKeyboard keyboard{display, [this] { return workspace.frontmostWindow(); }};
 };

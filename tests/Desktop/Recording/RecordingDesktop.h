@@ -18,8 +18,7 @@ public:
     // Valid as long as this object.
     Desktop services()
     {
-        return {session,       workspace, accessibility, keyboard, windowList,
-                screenCapture, scripting, files,         clock};
+        return {session, workspace, accessibility, keyboard, screenCapture, scripting, files, clock};
     }
 
     RecordingJournal journal;
@@ -27,7 +26,6 @@ public:
     RecordingWorkspace workspace{journal};
     RecordingAccessibility accessibility{journal};
     RecordingKeyboard keyboard{journal, workspace};
-    RecordingWindowList windowList{journal};
     RecordingScreenCapture screenCapture{journal};
     RecordingScripting scripting{journal};
     RecordingClock clock{journal};

@@ -80,7 +80,7 @@ void RecordingDesktopTest::theJournalTellsEverythingInOrder()
 {
     const Desktop desktop = m_desktop->services();
     const ApplicationBundle safari = m_desktop->workspace.install(u"Safari"_s);
-    const QUrl url(u"https://example.org/a b"_s);
+    const QString url = u"https://Example.org/a%20b"_s;
     const QList<KeyStroke> strokes{{17, EventFlag::Command | EventFlag::Shift, QString()},
                                    {0, EventFlags(), u"a\nb"_s}};
     QCOMPARE(outcome(desktop.workspace.openApplication(safari)), u"done"_s);
@@ -95,8 +95,8 @@ void RecordingDesktopTest::theJournalTellsEverythingInOrder()
     QCOMPARE(outcome(desktop.workspace.terminate(m_desktop->workspace.running.first())), u"done"_s);
     const QStringList expected{
         u"open application /Applications/Safari.app"_s,
-        u"open https://example.org/a%20b"_s,
-        u"open https://example.org/a%20b with /Applications/Safari.app"_s,
+        u"open https://Example.org/a%20b"_s,
+        u"open https://Example.org/a%20b with /Applications/Safari.app"_s,
         u"reveal /tmp/x"_s,
         u"ask for the Accessibility permission"_s,
         u"press key command+shift+17"_s,
@@ -118,7 +118,7 @@ void RecordingDesktopTest::whatOnlyReadsLeavesNoLine()
     QCOMPARE(outcome(desktop.workspace.defaultForRole(u"mail"_s)), u"done"_s);
     QCOMPARE(outcome(desktop.accessibility.isProcessTrusted()), u"done"_s);
     QCOMPARE(outcome(desktop.accessibility.applicationTree(5)), u"done"_s);
-    QCOMPARE(outcome(desktop.windowList.onScreenWindows()), u"done"_s);
+    QCOMPARE(outcome(desktop.workspace.snapshot()), u"done"_s);
     QCOMPARE(m_desktop->journal.lines, QStringList());
 }
 
@@ -155,12 +155,12 @@ void RecordingDesktopTest::readingTheDesktopTwiceGivesTheSame()
 {
     m_desktop->workspace.install(u"Notes"_s);
     m_desktop->workspace.start(u"Notes"_s);
-    m_desktop->windowList.add(u"Notes"_s);
+    m_desktop->workspace.addWindow(u"Notes"_s);
     const Desktop desktop = m_desktop->services();
     for (int i = 0; i < 2; ++i) {
         QCOMPARE(QCoro::waitFor(desktop.workspace.runningApplications()).size(), 1);
         QCOMPARE(QCoro::waitFor(desktop.workspace.applicationFolders()).size(), 1);
-        QCOMPARE(QCoro::waitFor(desktop.windowList.onScreenWindows()).size(), 1);
+        QCOMPARE(QCoro::waitFor(desktop.workspace.snapshot()).windows.size(), 1);
     }
 }
 
@@ -277,15 +277,14 @@ void RecordingDesktopTest::textFromOutsideIsCleaned()
     const QString foreign = u"a\n<|b|>\u202E"_s;
     const std::optional<QString> harmless = u"a < |b| >"_s;
     const Desktop desktop = m_desktop->services();
-    m_desktop->windowList.add(foreign, foreign);
-    const auto windows = QCoro::waitFor(desktop.windowList.onScreenWindows());
+    m_desktop->workspace.addWindow(foreign, foreign);
+    const auto windows = QCoro::waitFor(desktop.workspace.snapshot()).windows;
     QCOMPARE(windows.first().ownerName, harmless);
     QCOMPARE(windows.first().name, harmless);
     QCOMPARE(m_desktop->workspace.start(foreign).localizedName, harmless);
-    m_desktop->scripting.outcome = {true, std::optional<QString>(foreign), foreign};
+    m_desktop->scripting.outcome = {ScriptOutcome::Ending::Failed, foreign};
     const ScriptOutcome script = QCoro::waitFor(desktop.scripting.run(u"x"_s));
     QCOMPARE(script.text, harmless);
-    QCOMPARE(*script.error, harmless);
     RecordedTree recorded;
     recorded.add(0, {u"AXButton"_s, foreign, foreign, foreign, foreign});
     m_desktop->accessibility.trees.insert(7, recorded);
@@ -318,9 +317,9 @@ void RecordingDesktopTest::everyOperationCanFail_data()
         [](Desktop d) { return outcome(d.workspace.defaultForRole(u"mail"_s)); });
     row("open an application", O::OpenApplication,
         [](Desktop d) { return outcome(d.workspace.openApplication({})); });
-    row("open an address", O::OpenURL, [](Desktop d) { return outcome(d.workspace.open(QUrl())); });
+    row("open an address", O::OpenURL, [](Desktop d) { return outcome(d.workspace.open(QString())); });
     row("open an address with an application", O::OpenURLWithApplication,
-        [](Desktop d) { return outcome(d.workspace.open(QUrl(), {})); });
+        [](Desktop d) { return outcome(d.workspace.open(QString(), {})); });
     row("reveal", O::Reveal, [](Desktop d) { return outcome(d.workspace.reveal(u"/"_s)); });
     row("trust", O::IsProcessTrusted, [](Desktop d) { return outcome(d.accessibility.isProcessTrusted()); });
     row("ask for trust", O::RequestTrust, [](Desktop d) { return outcome(d.accessibility.requestTrust()); });
@@ -330,7 +329,7 @@ void RecordingDesktopTest::everyOperationCanFail_data()
     row("press", O::Press,
         [](Desktop d) { return outcome(QCoro::waitFor(d.accessibility.applicationTree(1))->press(0)); });
     row("keys", O::PostKeys, [](Desktop d) { return outcome(d.keyboard.post({}, 0us, std::nullopt)); });
-    row("windows", O::OnScreenWindows, [](Desktop d) { return outcome(d.windowList.onScreenWindows()); });
+    row("snapshot", O::Snapshot, [](Desktop d) { return outcome(d.workspace.snapshot()); });
     row("capture", O::Capture, [](Desktop d) { return outcome(d.screenCapture.capture(QString())); });
     row("script", O::RunScript, [](Desktop d) { return outcome(d.scripting.run(QString())); });
 }

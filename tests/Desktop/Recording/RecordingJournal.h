@@ -10,6 +10,7 @@
 enum class RecordedOperation {
     RunningApplications,
     FrontmostApplication,
+    Snapshot,
     Activate,
     Terminate,
     IsTerminated,
@@ -25,7 +26,6 @@ enum class RecordedOperation {
     ReadElements,
     Press,
     PostKeys,
-    OnScreenWindows,
     Capture,
     RunScript,
     ClaimInstance,

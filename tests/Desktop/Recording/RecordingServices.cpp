@@ -65,23 +65,6 @@ QCoro::Task<void> RecordingKeyboard::post(QList<KeyStroke> newStrokes, std::chro
     }
 }
 
-void RecordingWindowList::add(const QString &ownerName, const QString &name)
-{
-    const std::optional<QString> title = name.isEmpty() ? std::nullopt : std::optional(name);
-    windows.append({0, ownProcess + 1, ownerName, title});
-}
-
-QCoro::Task<QList<WindowDescription>> RecordingWindowList::onScreenWindows()
-{
-    co_await m_journal.begin(RecordedOperation::OnScreenWindows);
-    QList<WindowDescription> cleaned = windows;
-    for (WindowDescription &window : cleaned) {
-        window.ownerName = Text::cleaned(window.ownerName);
-        window.name = Text::cleaned(window.name);
-    }
-    co_return cleaned;
-}
-
 QCoro::Task<void> RecordingScreenCapture::capture(QString path)
 {
     co_await m_journal.begin(RecordedOperation::Capture);
@@ -97,8 +80,6 @@ QCoro::Task<ScriptOutcome> RecordingScripting::run(QString source)
     m_journal.note(u"run script %1"_s.arg(source));
     ScriptOutcome cleaned = outcome;
     cleaned.text = Text::cleaned(outcome.text);
-    if (outcome.error)
-        cleaned.error = Text::cleaned(*outcome.error);
     co_return cleaned;
 }
 

@@ -8,7 +8,6 @@
 #include "Desktop/ScreenCapture.h"
 #include "Desktop/Scripting.h"
 #include "Desktop/Session.h"
-#include "Desktop/WindowList.h"
 
 // The services that need a few lines only; each keeps what was done to it and answers as it is told.
 
@@ -45,24 +44,6 @@ public:
 private:
     RecordingJournal &m_journal;
     const RecordingWorkspace &m_workspace;
-};
-
-class RecordingWindowList : public WindowList
-{
-public:
-    explicit RecordingWindowList(RecordingJournal &journal) : m_journal(journal) {}
-
-    // An ordinary window behind those that are there already.
-    void add(const QString &ownerName, const QString &name = QString());
-
-    QList<WindowDescription> windows;
-    qint64 ownProcess = 1;
-
-    QCoro::Task<QList<WindowDescription>> onScreenWindows() override;
-    qint64 ownProcessIdentifier() const override { return ownProcess; }
-
-private:
-    RecordingJournal &m_journal;
 };
 
 class RecordingScreenCapture : public ScreenCapture

@@ -70,6 +70,26 @@ QCoro::Task<std::optional<RunningApplication>> RecordingWorkspace::frontmostAppl
     co_return frontmost();
 }
 
+void RecordingWorkspace::addWindow(const QString &ownerName, const QString &name)
+{
+    constexpr qint64 otherProcess = 2;
+    const std::optional<QString> title = name.isEmpty() ? std::nullopt : std::optional(name);
+    windows.append({0, otherProcess, ownerName, title});
+}
+
+QCoro::Task<WorkspaceSnapshot> RecordingWorkspace::snapshot()
+{
+    co_await m_journal.begin(RecordedOperation::Snapshot);
+    WorkspaceSnapshot snapshot;
+    snapshot.frontmost = frontmost();
+    snapshot.windows = windows;
+    for (WindowDescription &window : snapshot.windows) {
+        window.ownerName = Text::cleaned(window.ownerName);
+        window.name = Text::cleaned(window.name);
+    }
+    co_return snapshot;
+}
+
 QCoro::Task<void> RecordingWorkspace::activate(RunningApplication application)
 {
     co_await m_journal.begin(RecordedOperation::Activate);
@@ -120,17 +140,17 @@ QCoro::Task<void> RecordingWorkspace::openApplication(ApplicationBundle applicat
     bringForward(application);
 }
 
-QCoro::Task<bool> RecordingWorkspace::open(QUrl url)
+QCoro::Task<bool> RecordingWorkspace::open(QString url)
 {
     co_await m_journal.begin(RecordedOperation::OpenURL);
-    m_journal.note(u"open %1"_s.arg(url.toString(QUrl::FullyEncoded)));
+    m_journal.note(u"open %1"_s.arg(url));
     co_return opensURLs;
 }
 
-QCoro::Task<void> RecordingWorkspace::open(QUrl url, ApplicationBundle application)
+QCoro::Task<void> RecordingWorkspace::open(QString url, ApplicationBundle application)
 {
     co_await m_journal.begin(RecordedOperation::OpenURLWithApplication);
-    m_journal.note(u"open %1 with %2"_s.arg(url.toString(QUrl::FullyEncoded), application.location));
+    m_journal.note(u"open %1 with %2"_s.arg(url, application.location));
     bringForward(application);
 }
 

@@ -27,19 +27,23 @@ public:
     std::optional<qint64> frontmostProcess;
     QList<ApplicationFolder> folders;
     QMap<QString, ApplicationBundle> roles; // by lower-case name, "finder"
-    QSet<qint64> waitingToQuit;             // processes that show a save prompt instead of quitting
-    bool opensURLs = true;                  // what the default handler answers
+    // On the screen, front to back. `addWindow` adds an ordinary one behind the others.
+    QList<WindowDescription> windows;
+    void addWindow(const QString &ownerName, const QString &name = QString());
+    QSet<qint64> waitingToQuit; // processes that show a save prompt instead of quitting
+    bool opensURLs = true;      // what the default handler answers
 
     QCoro::Task<QList<RunningApplication>> runningApplications() override;
     QCoro::Task<std::optional<RunningApplication>> frontmostApplication() override;
+    QCoro::Task<WorkspaceSnapshot> snapshot() override;
     QCoro::Task<void> activate(RunningApplication application) override;
     QCoro::Task<void> terminate(RunningApplication application) override;
     QCoro::Task<bool> isTerminated(RunningApplication application) override;
     QCoro::Task<QList<ApplicationFolder>> applicationFolders() override;
     QCoro::Task<std::optional<ApplicationBundle>> defaultForRole(QString name) override;
     QCoro::Task<void> openApplication(ApplicationBundle application) override;
-    QCoro::Task<bool> open(QUrl url) override;
-    QCoro::Task<void> open(QUrl url, ApplicationBundle application) override;
+    QCoro::Task<bool> open(QString url) override;
+    QCoro::Task<void> open(QString url, ApplicationBundle application) override;
     QCoro::Task<void> reveal(QString path) override;
 
 private:

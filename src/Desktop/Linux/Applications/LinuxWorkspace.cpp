@@ -13,6 +13,7 @@
 #include <QDBusPendingCall>
 #include <QElapsedTimer>
 #include <QFileInfo>
+#include <QUrl>
 
 using namespace Qt::StringLiterals;
 
@@ -39,6 +40,36 @@ QList<ApplicationFolder> folderList()
     return result;
 }
 
+std::optional<RunningApplication> frontmostOf(const X11Snapshot &snapshot, const QList<DesktopEntry> &entries)
+{
+    const X11Window *window = snapshot.frontmost(QCoreApplication::applicationPid());
+    if (!window)
+        return std::nullopt;
+    return LinuxApplications::ofWindow(*window, snapshot, entries);
+}
+
+// The windows of the current desktop, as the window manager stacks them.
+QList<WindowDescription> described(const X11Snapshot &snapshot, const QList<DesktopEntry> &entries)
+{
+    QList<WindowDescription> result;
+    for (const X11Window &window : snapshot.frontToBack()) {
+        if (!window.isOnScreen())
+            continue;
+        WindowDescription description;
+        description.layer = 0;
+        description.ownerProcessIdentifier = window.process;
+        description.ownerName = LinuxApplications::ofWindow(window, snapshot, entries).localizedName;
+        description.name = window.title;
+        result.append(description);
+    }
+    return result;
+}
+
+QString urlOf(const QString &path)
+{
+    return QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded);
+}
+
 std::optional<DesktopEntry> fillRole(const ApplicationRole &role)
 {
     return ApplicationRoles::fill(role, DesktopEntries::all(), &DesktopEntries::defaultForType);
@@ -49,8 +80,7 @@ QDBusMessage showItems(const QString &path)
     auto call =
         QDBusMessage::createMethodCall(u"org.freedesktop.FileManager1"_s, u"/org/freedesktop/FileManager1"_s,
                                        u"org.freedesktop.FileManager1"_s, u"ShowItems"_s);
-    const QString url = QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded);
-    call.setArguments({QStringList{url}, QString()});
+    call.setArguments({QStringList{urlOf(path)}, QString()});
     return call;
 }
 
@@ -77,10 +107,25 @@ QCoro::Task<QList<RunningApplication>> LinuxWorkspace::runningApplications()
 QCoro::Task<std::optional<RunningApplication>> LinuxWorkspace::frontmostApplication()
 {
     const Windows now = co_await windows();
+    co_return frontmostOf(now.snapshot, now.entries);
+}
+
+QCoro::Task<std::optional<X11Window>> LinuxWorkspace::frontmostWindow()
+{
+    const Windows now = co_await windows();
     const X11Window *window = now.snapshot.frontmost(QCoreApplication::applicationPid());
     if (!window)
         co_return std::nullopt;
-    co_return LinuxApplications::ofWindow(*window, now.snapshot, now.entries);
+    co_return *window;
+}
+
+QCoro::Task<WorkspaceSnapshot> LinuxWorkspace::snapshot()
+{
+    const Windows now = co_await windows();
+    WorkspaceSnapshot snapshot;
+    snapshot.frontmost = frontmostOf(now.snapshot, now.entries);
+    snapshot.windows = described(now.snapshot, now.entries);
+    co_return snapshot;
 }
 
 QCoro::Task<void> LinuxWorkspace::activate(RunningApplication application)
@@ -152,15 +197,14 @@ QCoro::Task<void> LinuxWorkspace::openApplication(ApplicationBundle application)
     co_await m_launcher.open(application, nothing);
 }
 
-QCoro::Task<bool> LinuxWorkspace::open(QUrl url)
+QCoro::Task<bool> LinuxWorkspace::open(QString url)
 {
-    const QString text = url.toString(QUrl::FullyEncoded);
-    const auto search = [text] { return DesktopEntries::defaultForUrl(text); };
+    const auto search = [url] { return DesktopEntries::defaultForUrl(url); };
     try {
         const std::optional<DesktopEntry> entry = co_await m_gio.run(search);
         if (!entry)
             co_return false;
-        const QStringList urls{text};
+        const QStringList urls{url};
         co_await m_launcher.open(LinuxApplications::bundleOf(*entry), urls);
         co_return true;
     } catch (const PlatformError &) {
@@ -168,9 +212,9 @@ QCoro::Task<bool> LinuxWorkspace::open(QUrl url)
     }
 }
 
-QCoro::Task<void> LinuxWorkspace::open(QUrl url, ApplicationBundle application)
+QCoro::Task<void> LinuxWorkspace::open(QString url, ApplicationBundle application)
 {
-    return m_launcher.open(application, {url.toString(QUrl::FullyEncoded)});
+    return m_launcher.open(application, {url});
 }
 
 QCoro::Task<void> LinuxWorkspace::reveal(QString path)
@@ -180,6 +224,6 @@ QCoro::Task<void> LinuxWorkspace::reveal(QString path)
     const QDBusMessage answer = co_await call;
     if (answer.type() == QDBusMessage::ReplyMessage)
         co_return;
-    const QUrl folder = QUrl::fromLocalFile(QFileInfo(path).absolutePath());
+    const QString folder = urlOf(QFileInfo(path).absolutePath());
     co_await open(folder);
 }

@@ -18,15 +18,19 @@ public:
 
     QCoro::Task<QList<RunningApplication>> runningApplications() override;
     QCoro::Task<std::optional<RunningApplication>> frontmostApplication() override;
+    QCoro::Task<WorkspaceSnapshot> snapshot() override;
     QCoro::Task<void> activate(RunningApplication application) override;
     QCoro::Task<void> terminate(RunningApplication application) override;
     QCoro::Task<bool> isTerminated(RunningApplication application) override;
     QCoro::Task<QList<ApplicationFolder>> applicationFolders() override;
     QCoro::Task<std::optional<ApplicationBundle>> defaultForRole(QString name) override;
     QCoro::Task<void> openApplication(ApplicationBundle application) override;
-    QCoro::Task<bool> open(QUrl url) override;
-    QCoro::Task<void> open(QUrl url, ApplicationBundle application) override;
+    QCoro::Task<bool> open(QString url) override;
+    QCoro::Task<void> open(QString url, ApplicationBundle application) override;
     QCoro::Task<void> reveal(QString path) override;
+
+    // The window of the frontmost application, with its part.
+    QCoro::Task<std::optional<X11Window>> frontmostWindow();
 
     // The titles of what the user has in front of the application with this process, the foremost first.
     QCoro::Task<QStringList> titlesInFront(qint64 processIdentifier);

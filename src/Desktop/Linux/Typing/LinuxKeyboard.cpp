@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/Typing/LinuxKeyboard.h"
 
+#include "Desktop/KeyRules.h"
 #include "Desktop/Linux/Typing/X11Keyboard.h"
 #include "Desktop/Linux/Typing/X11Typist.h"
 
-#include <QCoreApplication>
 #include <QScopeGuard>
 
 using namespace Qt::StringLiterals;
@@ -23,37 +23,45 @@ std::chrono::milliseconds limitFor(const QList<KeyStroke> &strokes, std::chrono:
     return 5s + characters * 50ms + 2 * pauses;
 }
 
-PlatformError nobodyInFront()
+std::optional<RunningApplication> ownerOf(const std::optional<X11Window> &window)
 {
-    return PlatformError(u"No application is in front to receive the keys."_s);
+    if (!window)
+        return std::nullopt;
+    RunningApplication owner;
+    owner.processIdentifier = window->process;
+    owner.part = window->part;
+    return owner;
 }
 
 } // namespace
 
-LinuxKeyboard::LinuxKeyboard(X11Display &display) : m_display(display) {}
-
-QCoro::Task<X11Window> LinuxKeyboard::target(RunningApplication receiver)
+LinuxKeyboard::LinuxKeyboard(X11Display &display, FrontmostWindow frontmostWindow)
+    : m_display(display), m_frontmostWindow(std::move(frontmostWindow))
 {
-    const X11Snapshot snapshot = co_await m_display.snapshot();
-    const X11Window *window = snapshot.frontmost(QCoreApplication::applicationPid());
-    if (!window)
-        throw nobodyInFront();
-    if (window->process != receiver.processIdentifier)
-        throw PlatformError(u"“%1” is no longer in front, so no keys were sent."_s.arg(receiver.shownName()));
-    const X11Window target = *window;
-    co_await m_display.bringForward(target);
-    co_return target;
 }
 
-bool LinuxKeyboard::type(const QList<KeyStroke> &strokes, std::chrono::microseconds pause,
-                         const X11Window &receiver, bool isAwaited)
+QCoro::Task<X11Window> LinuxKeyboard::target(std::optional<RunningApplication> receiver)
 {
-    X11Connection &connection = m_display.connection();
-    m_ownNotices.begin(connection.serverTime());
-    const auto end = qScopeGuard([&] { m_ownNotices.end(connection.serverTime()); });
-    X11Typist typist(connection, m_display.windows(), m_display.isClosing(), limitFor(strokes, pause));
-    typist.type(strokes, pause, receiver);
-    return isAwaited && typist.waitUntilHandled();
+    const std::optional<X11Window> window = co_await m_frontmostWindow();
+    KeyRules::requireInFront(receiver, ownerOf(window));
+    co_await m_display.bringForward(*window);
+    co_return *window;
+}
+
+template <typename Finish>
+auto LinuxKeyboard::type(QList<KeyStroke> strokes, std::chrono::microseconds pause, X11Window receiver,
+                         Finish finish)
+{
+    const std::chrono::milliseconds limit = limitFor(strokes, pause);
+    const auto job = [=, this] {
+        X11Connection &connection = m_display.connection();
+        m_ownNotices.begin(connection.serverTime());
+        const auto end = qScopeGuard([&] { m_ownNotices.end(connection.serverTime()); });
+        X11Typist typist(connection, m_display.windows(), m_display.isClosing(), limit);
+        typist.type(strokes, pause, receiver);
+        return finish(typist);
+    };
+    return m_display.run(job, limit + 2s);
 }
 
 QCoro::Task<void> LinuxKeyboard::post(QList<KeyStroke> strokes, std::chrono::microseconds pause,
@@ -61,11 +69,9 @@ QCoro::Task<void> LinuxKeyboard::post(QList<KeyStroke> strokes, std::chrono::mic
 {
     if (strokes.isEmpty())
         co_return;
-    if (!receiver)
-        throw nobodyInFront();
-    const X11Window window = co_await target(*receiver);
-    const auto job = [this, strokes, pause, window] { type(strokes, pause, window, false); };
-    co_await m_display.run(job, limitFor(strokes, pause) + 2s);
+    const X11Window window = co_await target(receiver);
+    const auto finish = [](const X11Typist &) {};
+    co_await type(strokes, pause, window, finish);
 }
 
 QCoro::Task<bool> LinuxKeyboard::strike(std::uint16_t virtualKey, qint64 receiver)
@@ -76,8 +82,8 @@ QCoro::Task<bool> LinuxKeyboard::strike(std::uint16_t virtualKey, qint64 receive
     KeyStroke stroke;
     stroke.virtualKey = virtualKey;
     const QList<KeyStroke> strokes{stroke};
-    const auto job = [this, strokes, window] { return type(strokes, 0us, window, true); };
-    co_return co_await m_display.run(job, limitFor(strokes, 0us) + 2s);
+    const auto finish = [](const X11Typist &typist) { return typist.waitUntilHandled(); };
+    co_return co_await type(strokes, 0us, window, finish);
 }
 
 QCoro::Task<bool> LinuxKeyboard::canSendKeys()

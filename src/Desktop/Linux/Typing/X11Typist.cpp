@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/Typing/X11Typist.h"
 
+#include "Desktop/KeyRules.h"
 #include "Desktop/Linux/Typing/X11Keyboard.h"
 #include "Desktop/Linux/Typing/X11UserKeyboard.h"
 #include "Desktop/PlatformError.h"
@@ -24,19 +25,16 @@ constexpr auto symbolHold = 180ms;
 constexpr auto slowestApplication = 3000ms;
 constexpr auto firstAnswer = 200ms;
 
-constexpr auto userPatience = 500ms;
-
 // A menu takes the keyboard before it shows whose it is.
 constexpr auto openingMenu = 300ms;
 
-// `consequence`: what comes of it when the user does not let go of them.
+// `consequence`: see KeyRules::ModifierPatience.
 void waitForUsersModifiers(const X11Keyboard &keyboard, const QString &consequence)
 {
-    const auto end = std::chrono::steady_clock::now() + userPatience;
+    const KeyRules::ModifierPatience patience;
     while (keyboard.isModifierHeld()) {
-        if (std::chrono::steady_clock::now() >= end)
-            throw PlatformError(u"A modifier key (Shift, Ctrl, Alt) is held down, so %1."_s.arg(consequence));
-        std::this_thread::sleep_for(5ms);
+        patience.requireTimeLeft(consequence);
+        std::this_thread::sleep_for(KeyRules::ModifierPatience::interval);
     }
 }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/X11/Display.h"
 
+#include "Desktop/Deadlines.h"
+
 #include <QElapsedTimer>
 #include <QSemaphore>
 
@@ -78,7 +80,8 @@ QCoro::Task<void> X11Display::bringForward(X11Window window)
     QElapsedTimer elapsed;
     elapsed.start();
     Standing last = co_await run(standing);
-    for (qint64 nextRequest = 0; last != Standing::HasKeys && !elapsed.hasExpired(1500);) {
+    for (qint64 nextRequest = 0;
+         last != Standing::HasKeys && !elapsed.hasExpired(Deadlines::focus.count());) {
         if (elapsed.elapsed() >= nextRequest) {
             co_await run(request);
             nextRequest = elapsed.elapsed() + 500;

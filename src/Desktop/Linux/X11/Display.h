@@ -30,7 +30,7 @@ public:
     QCoro::Task<X11Snapshot> snapshot();
 
     // Brings the window to the front and waits until keys go to its application. Throws when the window is
-    // gone, or does not come to the front within a second and a half.
+    // gone, or does not come to the front within Deadlines::focus.
     QCoro::Task<void> bringForward(X11Window window);
 
     // Asks the windows politely to close.

@@ -6,8 +6,6 @@
 
 #include <ApplicationServices/ApplicationServices.h>
 
-#include <QCoreApplication>
-
 namespace {
 
 WindowDescription described(CFDictionaryRef window)
@@ -44,9 +42,4 @@ QCoro::Task<QList<WindowDescription>> MacWindowList::onScreenWindows()
     } catch (const PlatformError &) {
         co_return QList<WindowDescription>();
     }
-}
-
-qint64 MacWindowList::ownProcessIdentifier() const
-{
-    return QCoreApplication::applicationPid();
 }

@@ -2,15 +2,15 @@
 #pragma once
 
 #include "Desktop/Mac/MacQueue.h"
-#include "Desktop/WindowList.h"
+#include "Desktop/Workspace.h"
 
-// The windows as the window server lists them. Main thread. Without the Screen Recording permission the
-// titles of other applications' windows are absent.
-class MacWindowList : public WindowList
+// The windows on the screen, front to back, as the window server lists them. Main thread. Without the Screen
+// Recording permission the titles of other applications' windows are absent.
+class MacWindowList
 {
 public:
-    QCoro::Task<QList<WindowDescription>> onScreenWindows() override;
-    qint64 ownProcessIdentifier() const override;
+    // Bounded; empty when the window server does not answer.
+    QCoro::Task<QList<WindowDescription>> onScreenWindows();
 
 private:
     MacQueue m_queue{QStringLiteral("desktop.windows"), QStringLiteral("The window server")};

@@ -7,6 +7,8 @@
 
 #import <AppKit/AppKit.h>
 
+#include <QCoreApplication>
+
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
@@ -73,9 +75,9 @@ private:
 };
 
 // By whatever application opens such addresses; false when it is none.
-bool requestOpening(const QUrl &url, const Opening &opening)
+bool requestOpening(const QString &url, const Opening &opening)
 {
-    NSURL *const address = url.toNSURL();
+    NSURL *const address = [NSURL URLWithString:url.toNSString()];
     if (!address)
         return false;
     [NSWorkspace.sharedWorkspace openURL:address
@@ -128,9 +130,23 @@ bool isInFront(const ApplicationBundle &bundle, qint64 process)
     return application.processIdentifier == process || application.bundle == bundle;
 }
 
+// With our window in front and no application active before it, the frontmost application is the one whose
+// window lies behind ours. Windows of programs that are not regular applications (palettes) do not count.
+std::optional<RunningApplication> ownerBehindOurs(const QList<WindowDescription> &windows)
+{
+    for (const WindowDescription &window : windows) {
+        if (window.layer != 0 || window.ownerProcessIdentifier == QCoreApplication::applicationPid())
+            continue;
+        NSRunningApplication *owner = MacApplications::running(window.ownerProcessIdentifier);
+        if (owner && owner.activationPolicy == NSApplicationActivationPolicyRegular)
+            return MacApplications::described(owner);
+    }
+    return std::nullopt;
+}
+
 } // namespace
 
-MacWorkspace::MacWorkspace(Clock &clock, WindowList &windowList) : m_clock(clock), m_windowList(windowList) {}
+MacWorkspace::MacWorkspace(Clock &clock, MacWindowList &windowList) : m_clock(clock), m_windowList(windowList) {}
 
 QCoro::Task<QList<RunningApplication>> MacWorkspace::runningApplications()
 {
@@ -140,23 +156,30 @@ QCoro::Task<QList<RunningApplication>> MacWorkspace::runningApplications()
     co_return result;
 }
 
-QCoro::Task<std::optional<RunningApplication>> MacWorkspace::frontmostApplication()
+std::optional<RunningApplication> MacWorkspace::activeApplication() const
 {
     if (NSRunningApplication *application = m_frontmost.application())
-        co_return MacApplications::described(application);
-    if (!m_frontmost.isOurs())
-        co_return std::nullopt;
-    // Nobody was in front but we: then it is the application whose window lies behind ours.
+        return MacApplications::described(application);
+    return std::nullopt;
+}
+
+QCoro::Task<std::optional<RunningApplication>> MacWorkspace::frontmostApplication()
+{
+    const std::optional<RunningApplication> active = activeApplication();
+    if (active || !m_frontmost.isOurs())
+        co_return active;
     const QList<WindowDescription> windows = co_await m_windowList.onScreenWindows();
-    for (const WindowDescription &window : windows) {
-        if (window.layer != 0 || window.ownerProcessIdentifier == m_windowList.ownProcessIdentifier())
-            continue;
-        NSRunningApplication *owner = MacApplications::running(window.ownerProcessIdentifier);
-        // What is no application to the user, the palettes of others for example, is passed over.
-        if (owner && owner.activationPolicy == NSApplicationActivationPolicyRegular)
-            co_return MacApplications::described(owner);
-    }
-    co_return std::nullopt;
+    co_return ownerBehindOurs(windows);
+}
+
+QCoro::Task<WorkspaceSnapshot> MacWorkspace::snapshot()
+{
+    WorkspaceSnapshot snapshot;
+    snapshot.windows = co_await m_windowList.onScreenWindows();
+    snapshot.frontmost = activeApplication();
+    if (!snapshot.frontmost && m_frontmost.isOurs())
+        snapshot.frontmost = ownerBehindOurs(snapshot.windows);
+    co_return snapshot;
 }
 
 QCoro::Task<void> MacWorkspace::activate(RunningApplication application)
@@ -223,24 +246,24 @@ QCoro::Task<void> MacWorkspace::comesForward(ApplicationBundle application, qint
     co_await Foreground::bring(application.displayName, means, m_clock);
 }
 
-QCoro::Task<bool> MacWorkspace::open(QUrl url)
+QCoro::Task<bool> MacWorkspace::open(QString url)
 {
     const Opening opening;
     if (!requestOpening(url, opening))
         co_return false;
     try {
-        co_await Opening::succeeded(opening, url.toDisplayString());
+        co_await Opening::succeeded(opening, url);
         co_return true;
     } catch (const PlatformError &) {
         co_return false;
     }
 }
 
-QCoro::Task<void> MacWorkspace::open(QUrl url, ApplicationBundle application)
+QCoro::Task<void> MacWorkspace::open(QString url, ApplicationBundle application)
 {
-    NSURL *address = url.toNSURL();
+    NSURL *address = [NSURL URLWithString:url.toNSString()];
     if (!address)
-        throw PlatformError(u"“%1” cannot be opened: it is no address."_s.arg(url.toString()));
+        throw PlatformError(u"“%1” cannot be opened: it is no address."_s.arg(url));
     const Opening opening;
     [NSWorkspace.sharedWorkspace openURLs:@[ address ]
                      withApplicationAtURL:fileUrl(application.location)

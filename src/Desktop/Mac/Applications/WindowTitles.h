@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "Desktop/WindowList.h"
+#include "Desktop/Workspace.h"
 
 // What the titles in a list of windows tell about the program's permissions. Pure functions. Takes nothing of
 // macOS.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Mac/Typing/MacKeyboard.h"
 
+#include "Desktop/KeyRules.h"
 #include "Desktop/Mac/CoreFoundationReference.h"
 #include "Desktop/Mac/Typing/TypedText.h"
 #include "Desktop/PlatformError.h"
@@ -11,8 +12,6 @@ using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 namespace {
-
-constexpr auto userPatience = 500ms;
 
 // The flags that cross the seam are the platform's own.
 static_assert(static_cast<CGEventFlags>(EventFlag::Command) == kCGEventFlagMaskCommand);
@@ -60,11 +59,7 @@ QCoro::Task<void> MacKeyboard::post(QList<KeyStroke> strokes, std::chrono::micro
         throw PlatformError(u"macOS doesn't let Orvane press keys: allow it in System Settings, Privacy & "
                             "Security, Accessibility."_s);
     const std::optional<RunningApplication> target = co_await m_workspace.frontmostApplication();
-    if (!target || !receiver)
-        throw PlatformError(u"No application is in front to receive the keys."_s);
-    if (target->processIdentifier != receiver->processIdentifier)
-        throw PlatformError(
-            u"“%1” is no longer in front, so no keys were sent."_s.arg(receiver->shownName()));
+    KeyRules::requireInFront(receiver, target);
     co_await m_workspace.activate(*target);
     co_await waitForUsersModifiers();
     const auto source = EventSource::adopted(CGEventSourceCreate(kCGEventSourceStateCombinedSessionState));
@@ -82,11 +77,9 @@ QCoro::Task<void> MacKeyboard::post(QList<KeyStroke> strokes, std::chrono::micro
 
 QCoro::Task<void> MacKeyboard::waitForUsersModifiers()
 {
-    const auto end = std::chrono::steady_clock::now() + userPatience;
+    const KeyRules::ModifierPatience patience;
     while (isModifierHeld()) {
-        if (std::chrono::steady_clock::now() >= end)
-            throw PlatformError(
-                u"A modifier key (Shift, Control, Option, Command) is held down, so no keys were sent."_s);
-        co_await m_clock.sleep(5ms);
+        patience.requireTimeLeft(u"no keys were sent"_s);
+        co_await m_clock.sleep(KeyRules::ModifierPatience::interval);
     }
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Mac/Window/Foreground.h"
 
+#include "Desktop/Deadlines.h"
 #include "Desktop/PlatformError.h"
 
 using namespace Qt::StringLiterals;
@@ -10,12 +11,11 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto timeBetweenLooks = 10ms;
-constexpr auto timeToCome = 1500ms;
 
 // Whether the application has the keyboard before the time is over.
 QCoro::Task<bool> comes(std::function<bool()> hasKeys, Clock &clock)
 {
-    for (auto waited = 0ms; waited < timeToCome; waited += timeBetweenLooks) {
+    for (auto waited = 0ms; waited < Deadlines::focus; waited += timeBetweenLooks) {
         if (hasKeys())
             co_return true;
         co_await clock.sleep(timeBetweenLooks);

@@ -9,6 +9,7 @@
 #include <QRasterWindow>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QUrl>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -18,6 +19,11 @@ namespace {
 QString applicationsFolder()
 {
     return qEnvironmentVariable("HOME") + u"/.local/share/applications"_s;
+}
+
+QString urlOf(const QString &path)
+{
+    return QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded);
 }
 
 void write(const QString &path, const QByteArray &content)
@@ -294,18 +300,38 @@ private Q_SLOTS:
         write(path, "hello\n");
         const auto featherpad = installed(u"FeatherPad"_s);
         QVERIFY(featherpad);
-        QCOMPARE(LinuxBench::errorOf(m_bench.workspace.open(QUrl::fromLocalFile(path), *featherpad)),
-                 QString());
+        QCOMPARE(LinuxBench::errorOf(m_bench.workspace.open(urlOf(path), *featherpad)), QString());
         QCOMPARE(frontmostName(), u"FeatherPad"_s);
         QVERIFY(m_bench.waitForActive(u"a file & more.txt"_s));
+    }
+
+    void anAddressArrivesLetterForLetter()
+    {
+        const QTemporaryDir folder;
+        const QString reader = folder.filePath(u"reader"_s);
+        const QString seen = folder.filePath(u"seen"_s);
+        write(reader, "#!/bin/sh\nprintf %s \"$1\" > " + seen.toUtf8() + "\n");
+        QVERIFY(QFile::setPermissions(reader, QFile::ReadOwner | QFile::ExeOwner));
+        write(applicationsFolder() + u"/reader.desktop"_s,
+              "[Desktop Entry]\nType=Application\nName=Reader\nExec=" + reader.toUtf8() + " %u\n");
+        std::optional<ApplicationBundle> application;
+        QTRY_VERIFY((application = installed(u"Reader"_s)));
+        const QString address = u"x-reader://Example.ORG/1.2.3"_s;
+        LinuxBench::errorOf(m_bench.workspace.open(address, *application)); // it shows no window
+        const auto text = [&seen] {
+            QFile file(seen);
+            return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+        };
+        QTRY_COMPARE_WITH_TIMEOUT(text(), address, LinuxBench::patience);
+        QVERIFY(QDir(applicationsFolder()).removeRecursively());
     }
 
     void aFolderOpensInItsDefaultApplication()
     {
         const QTemporaryDir folder;
-        QVERIFY(QCoro::waitFor(m_bench.workspace.open(QUrl::fromLocalFile(folder.path()))));
+        QVERIFY(QCoro::waitFor(m_bench.workspace.open(urlOf(folder.path()))));
         QCOMPARE(frontmostName(), u"Thunar File Manager"_s);
-        QVERIFY(!QCoro::waitFor(m_bench.workspace.open(QUrl(u"x-nobody-knows:thing"_s))));
+        QVERIFY(!QCoro::waitFor(m_bench.workspace.open(u"x-nobody-knows:thing"_s)));
     }
 
     void aNewFolderIsRevealed()

@@ -3,6 +3,7 @@
 
 #include "Desktop/PlatformError.h"
 
+#include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QTest>
 
@@ -146,4 +147,13 @@ QCoro::Task<QString> AtspiBenchDetails::caught(QCoro::Task<void> task)
         co_return error.errorDescription();
     }
     co_return QString();
+}
+
+QCoro::Task<std::optional<X11Window>> AtspiBench::RealKeyboard::frontmostWindow()
+{
+    const X11Snapshot snapshot = co_await display.snapshot();
+    const X11Window *window = snapshot.frontmost(QCoreApplication::applicationPid());
+    if (!window)
+        co_return std::nullopt;
+    co_return *window;
 }

@@ -68,7 +68,9 @@ private:
     {
         SystemClock clock;
         X11Display display{clock};
-        LinuxKeyboard keyboard{display};
+        LinuxKeyboard keyboard{display, [this] { return frontmostWindow(); }};
+
+        QCoro::Task<std::optional<X11Window>> frontmostWindow();
     };
     std::unique_ptr<RealKeyboard> m_keyboard;
 };

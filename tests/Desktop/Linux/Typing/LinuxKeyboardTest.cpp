@@ -287,6 +287,24 @@ private Q_SLOTS:
         QVERIFY2(!told.contains("press 58"), told.constData());
     }
 
+    // As an office suite: one process, several applications.
+    void keysNeverReachAnotherApplicationOfTheSameProcess()
+    {
+        const auto suite = LinuxBench::start(QString::fromLatin1(KEY_RECEIVER), {u"Writer"_s, u"Calc"_s});
+        QVERIFY(m_bench.waitForWindow(u"Writer"_s) && m_bench.waitForActive(u"Calc"_s));
+        LinuxBench::output(u"xprop"_s, {u"-name"_s, u"Calc"_s, u"-f"_s, u"WM_CLASS"_s, u"8s"_s, u"-set"_s,
+                                        u"WM_CLASS"_s, u"suite-calc"_s});
+        const std::optional<X11Window> calc = m_bench.waitForWindow(u"Calc"_s);
+        const std::optional<X11Window> writer = m_bench.waitForWindow(u"Writer"_s);
+        m_bench.bringForward(*writer);
+        const auto judged = QCoro::waitFor(m_bench.workspace.frontmostApplication());
+        m_bench.bringForward(*calc);
+        const QString message = LinuxBench::errorOf(m_bench.keyboard.post({text(u"x"_s)}, 0us, judged));
+        QVERIFY2(message.endsWith(u"is no longer in front, so no keys were sent."_s), qPrintable(message));
+        m_bench.bringForward(*writer);
+        QCOMPARE(LinuxBench::errorOf(m_bench.keyboard.post({text(u"x"_s)}, 0us, judged)), QString());
+    }
+
     void typingStopsWhenAnotherApplicationGetsTheFocus()
     {
         startReceiver();

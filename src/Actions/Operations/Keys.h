@@ -13,7 +13,7 @@
 
 // Keys and typed text for the application that has the focus. Main thread. Without the Accessibility
 // permission, both operations ask the user for it and throw ActionError; PlatformError passes through.
-namespace Executor {
+namespace Keys {
 
 // Key names, in lower case, and their virtual key codes (ANSI layout).
 const QHash<QString, std::uint16_t> &keyCodes();
@@ -29,8 +29,7 @@ QCoro::Task<void> keystroke(QString key, QStringList modifiers, std::optional<Ru
 // Types the text literally, line breaks included, into the receiver and no other application.
 QCoro::Task<void> typeText(QString text, std::optional<RunningApplication> receiver, Desktop desktop);
 
-// The same for whichever application is frontmost now.
+// Presses one key in the application that is frontmost now.
 QCoro::Task<void> keystroke(QString key, QStringList modifiers, Desktop desktop);
-QCoro::Task<void> typeText(QString text, Desktop desktop);
 
-} // namespace Executor
+} // namespace Keys

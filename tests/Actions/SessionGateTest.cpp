@@ -2,6 +2,7 @@
 // What the user's session allows: nothing while its screen is locked, and only work on files where its
 // windows, keys and screen are out of reach.
 #include "ActionBench.h"
+#include "Actions/Operations/Applications.h"
 
 #include <QTest>
 
@@ -44,7 +45,7 @@ public:
         desktop.workspace.install(u"Notes"_s);
         const RunningApplication notes = desktop.workspace.start(u"Notes"_s);
         desktop.workspace.makeFrontmost(notes);
-        desktop.windowList.add(u"Notes"_s, u"Diary"_s);
+        desktop.workspace.addWindow(u"Notes"_s, u"Diary"_s);
         RecordedTree tree;
         tree.add(0, {u"AXButton"_s, u"OK"_s});
         desktop.accessibility.trees.insert(notes.processIdentifier, tree);
@@ -65,7 +66,7 @@ void addRows(const QStringList &all)
 
 } // namespace
 
-class SessionTest : public QObject
+class SessionGateTest : public QObject
 {
     Q_OBJECT
 
@@ -80,7 +81,7 @@ private Q_SLOTS:
     void whatIsBehindALockIsNotObserved();
 };
 
-void SessionTest::aLockedScreenRefusesEveryAction()
+void SessionGateTest::aLockedScreenRefusesEveryAction()
 {
     QFETCH(QString, reply);
     for (const bool answersLater : {false, true}) {
@@ -98,7 +99,7 @@ void SessionTest::aLockedScreenRefusesEveryAction()
     }
 }
 
-void SessionTest::anObstacleRefusesWhatNeedsTheDesktop()
+void SessionGateTest::anObstacleRefusesWhatNeedsTheDesktop()
 {
     QFETCH(QString, reply);
     SessionBench bench;
@@ -109,7 +110,7 @@ void SessionTest::anObstacleRefusesWhatNeedsTheDesktop()
     QVERIFY(!bench.hasChangedFiles());
 }
 
-void SessionTest::filesAreNoneOfItsBusiness()
+void SessionGateTest::filesAreNoneOfItsBusiness()
 {
     QFETCH(QString, reply);
     SessionBench bench;
@@ -118,16 +119,17 @@ void SessionTest::filesAreNoneOfItsBusiness()
     QVERIFY2(!line.startsWith(u"Error: "), qPrintable(line));
 }
 
-void SessionTest::theFocusDoesNotGoBackBehindALock()
+void SessionGateTest::theFocusDoesNotGoBackBehindALock()
 {
     SessionBench bench;
     bench.desktop.session.locked = true;
     const RunningApplication notes = bench.desktop.workspace.running.first();
-    QCOMPARE(bench.outcome(Executor::returnTo(notes, bench.services())), u"Error: The screen is locked."_s);
+    QCOMPARE(bench.outcome(Applications::returnTo(notes, bench.services())),
+             u"Error: The screen is locked."_s);
     QCOMPARE(bench.journal(), QStringList());
 }
 
-void SessionTest::whatIsBehindALockIsNotObserved()
+void SessionGateTest::whatIsBehindALockIsNotObserved()
 {
     SessionBench bench;
     const auto observed = [&bench] { return QCoro::waitFor(Executor::observe(bench.services())); };
@@ -136,5 +138,5 @@ void SessionTest::whatIsBehindALockIsNotObserved()
     QCOMPARE(observed(), u"Frontmost app: unknown. Windows: none"_s);
 }
 
-QTEST_GUILESS_MAIN(SessionTest)
-#include "SessionTest.moc"
+QTEST_GUILESS_MAIN(SessionGateTest)
+#include "SessionGateTest.moc"

@@ -8,7 +8,7 @@
 #include <QString>
 
 // The gate before every action: whether the user's session allows it. Main thread.
-namespace Executor {
+namespace SessionGate {
 
 // Throws ActionError while the screen is locked.
 QCoro::Task<void> requireUnlocked(Desktop desktop);
@@ -17,4 +17,4 @@ QCoro::Task<void> requireUnlocked(Desktop desktop);
 // reach, for every action that does not work on files alone.
 QCoro::Task<void> requireSessionFor(AgentAction action, Desktop desktop);
 
-} // namespace Executor
+} // namespace SessionGate

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "Actions/Operations/Keyboard.h"
+#include "Actions/Operations/Keys.h"
 
 #include "Actions/ActionError.h"
 #include "Actions/Trust.h"
@@ -19,10 +19,10 @@ constexpr auto pauseAfterPiece = 15'000us;
 
 } // namespace
 
-QCoro::Task<void> Executor::keystroke(QString key, QStringList modifiers,
-                                      std::optional<RunningApplication> receiver, Desktop desktop)
+QCoro::Task<void> Keys::keystroke(QString key, QStringList modifiers,
+                                  std::optional<RunningApplication> receiver, Desktop desktop)
 {
-    co_await requireTrust(PlatformWords::current().keysRefusal, desktop);
+    co_await Trust::requireTrust(PlatformWords::current().keysRefusal, desktop);
     const auto code = keyCodes().constFind(Text::comparisonKey(key));
     if (code == keyCodes().constEnd())
         throw ActionError(u"Unsupported key “%1”."_s.arg(key));
@@ -30,10 +30,9 @@ QCoro::Task<void> Executor::keystroke(QString key, QStringList modifiers,
     co_await desktop.keyboard.post(strokes, 0us, receiver);
 }
 
-QCoro::Task<void> Executor::typeText(QString text, std::optional<RunningApplication> receiver,
-                                     Desktop desktop)
+QCoro::Task<void> Keys::typeText(QString text, std::optional<RunningApplication> receiver, Desktop desktop)
 {
-    co_await requireTrust(PlatformWords::current().typingRefusal, desktop);
+    co_await Trust::requireTrust(PlatformWords::current().typingRefusal, desktop);
     QList<KeyStroke> strokes;
     const QStringList pieces = Text::chunked(text, charactersPerPiece);
     for (const QString &piece : pieces)
@@ -42,14 +41,8 @@ QCoro::Task<void> Executor::typeText(QString text, std::optional<RunningApplicat
         co_await desktop.keyboard.post(strokes, pauseAfterPiece, receiver);
 }
 
-QCoro::Task<void> Executor::keystroke(QString key, QStringList modifiers, Desktop desktop)
+QCoro::Task<void> Keys::keystroke(QString key, QStringList modifiers, Desktop desktop)
 {
     const std::optional<RunningApplication> receiver = co_await desktop.workspace.frontmostApplication();
     co_await keystroke(key, modifiers, receiver, desktop);
-}
-
-QCoro::Task<void> Executor::typeText(QString text, Desktop desktop)
-{
-    const std::optional<RunningApplication> receiver = co_await desktop.workspace.frontmostApplication();
-    co_await typeText(text, receiver, desktop);
 }

@@ -8,8 +8,8 @@
 
 #include <optional>
 
-// Looking into folders and taking pictures of the screen. Main thread. PlatformError passes through.
-namespace Executor {
+// Finding what lies on the disk. Main thread. PlatformError passes through.
+namespace FileSearch {
 
 // The path that the text means, as it is on this disk.
 QCoro::Task<QString> locate(QString text, Desktop desktop);
@@ -19,7 +19,4 @@ QCoro::Task<QString> locate(QString text, Desktop desktop);
 QCoro::Task<QString> findFiles(QString folder, std::optional<QString> extension, std::optional<QString> query,
                                Desktop desktop);
 
-// Captures the whole screen into this file. Throws ActionError when that leaves no file.
-QCoro::Task<void> screenshot(QString path, Desktop desktop);
-
-} // namespace Executor
+} // namespace FileSearch

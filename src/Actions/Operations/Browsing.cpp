@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "Actions/Operations/Web.h"
+#include "Actions/Operations/Browsing.h"
 
 #include "Actions/ActionError.h"
 #include "Actions/Operations/Applications.h"
@@ -16,14 +16,14 @@ constexpr auto pageSettlingTime = 1200ms;
 
 } // namespace
 
-QCoro::Task<QString> Executor::openURL(QString text, std::optional<QString> app, Desktop desktop)
+QCoro::Task<QString> Browsing::openURL(QString text, std::optional<QString> app, Desktop desktop)
 {
-    const std::optional<QUrl> url = webAddress(text);
+    const std::optional<QString> url = WebAddress::fromText(text);
     if (!url)
         throw ActionError(u"“%1” isn't a valid address."_s.arg(text));
     QString place = u"the default browser"_s;
     if (app) {
-        const ApplicationBundle browser = co_await foundApplication(*app, desktop);
+        const ApplicationBundle browser = co_await Applications::foundApplication(*app, desktop);
         co_await desktop.workspace.open(*url, browser);
         place = browser.displayName;
     } else {
@@ -31,5 +31,5 @@ QCoro::Task<QString> Executor::openURL(QString text, std::optional<QString> app,
         co_await desktop.workspace.open(*url);
     }
     co_await desktop.clock.sleep(pageSettlingTime);
-    co_return u"Opened %1 in %2."_s.arg(typedHost(text), place);
+    co_return u"Opened %1 in %2."_s.arg(WebAddress::typedHost(text), place);
 }

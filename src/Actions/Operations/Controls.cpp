@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "Actions/Operations/Accessibility.h"
+#include "Actions/Operations/Controls.h"
 
 #include "Actions/ActionError.h"
 #include "Actions/Operations/AccessibilityWalk.h"
@@ -52,7 +52,7 @@ public:
     {
         const bool isInFront = followFrontWindow(element, attributes);
         if (clickableRoles().contains(attributes.role))
-            compare(element, Executor::label(attributes), isInFront);
+            compare(element, Controls::label(attributes), isInFront);
         return m_exact && (m_isExactInFront || m_aheadInFront.isEmpty()) ? WalkStep::Stop
                                                                          : WalkStep::Continue;
     }
@@ -95,28 +95,18 @@ private:
     std::optional<Match> m_partial;
 };
 
-const RunningApplication &required(const std::optional<RunningApplication> &frontmost)
+QCoro::Task<void> requireFrontmost(ActionTarget target, Desktop desktop)
 {
-    if (!frontmost)
+    co_await Trust::requireTrust(PlatformWords::current().controlsRefusal, desktop);
+    target.requireFound();
+    if (!target.frontmost)
         throw ActionError(u"No frontmost app."_s);
-    return *frontmost;
-}
-
-// `wanted`: what the action calls the control.
-QCoro::Task<QString> pressControl(std::optional<ActionTarget::Control> control, QString wanted)
-{
-    if (!control)
-        throw ActionError(u"Couldn't find a control labelled “%1”."_s.arg(wanted));
-    const bool pressed = co_await control->tree->press(control->element);
-    if (!pressed)
-        throw ActionError(u"“%1” didn't respond to a click."_s.arg(wanted));
-    co_return u"Clicked “%1”."_s.arg(wanted);
 }
 
 // "Button: Save"; nothing for an element that is not worth a line.
 std::optional<QString> lineFor(const AccessibilityAttributes &element)
 {
-    const QString label = Executor::label(element);
+    const QString label = Controls::label(element);
     if (label.isEmpty() || !readableRoles().contains(element.role))
         return std::nullopt;
     return element.role.mid(2) + u": "_s + Text::firstCharacters(label, longestLabel);
@@ -124,7 +114,7 @@ std::optional<QString> lineFor(const AccessibilityAttributes &element)
 
 } // namespace
 
-std::optional<QString> Executor::attr(const AccessibilityAttributes &element, const QString &name)
+std::optional<QString> Controls::attr(const AccessibilityAttributes &element, const QString &name)
 {
     if (name == "AXTitle"_L1)
         return element.title;
@@ -139,7 +129,7 @@ std::optional<QString> Executor::attr(const AccessibilityAttributes &element, co
     return std::nullopt;
 }
 
-QString Executor::label(const AccessibilityAttributes &element)
+QString Controls::label(const AccessibilityAttributes &element)
 {
     for (const auto &text : {element.title, element.description, element.value, element.help}) {
         if (text && !text->isEmpty())
@@ -148,21 +138,20 @@ QString Executor::label(const AccessibilityAttributes &element)
     return QString();
 }
 
-QList<AccessibilityElement> Executor::children(const AccessibilityAttributes &element)
+QList<AccessibilityElement> Controls::children(const AccessibilityAttributes &element)
 {
     return element.children;
 }
 
-QCoro::Task<std::shared_ptr<AccessibilityTree>> Executor::frontWindowRoot(Desktop desktop)
+QCoro::Task<std::shared_ptr<AccessibilityTree>> Controls::frontWindowRoot(ActionTarget target,
+                                                                          Desktop desktop)
 {
-    co_await requireTrust(PlatformWords::current().controlsRefusal, desktop);
-    const std::optional<RunningApplication> front = co_await desktop.workspace.frontmostApplication();
-    const RunningApplication application = required(front);
-    co_return co_await desktop.accessibility.applicationTree(application.processIdentifier);
+    co_await requireFrontmost(target, desktop);
+    co_return co_await desktop.accessibility.applicationTree(target.frontmost->processIdentifier);
 }
 
 QCoro::Task<std::optional<ActionTarget::Control>>
-Executor::findControl(std::shared_ptr<AccessibilityTree> tree, QString wanted)
+Controls::findControl(std::shared_ptr<AccessibilityTree> tree, QString wanted)
 {
     ControlSearch search(*tree, wanted);
     const WalkVisitor visitor = [&search](AccessibilityElement element,
@@ -175,24 +164,20 @@ Executor::findControl(std::shared_ptr<AccessibilityTree> tree, QString wanted)
     co_return ActionTarget::Control{tree, search.match()->element, search.match()->label};
 }
 
-QCoro::Task<QString> Executor::press(QString wanted, ActionTarget target, Desktop desktop)
+QCoro::Task<QString> Controls::click(QString label, ActionTarget target, Desktop desktop)
 {
-    co_await requireTrust(PlatformWords::current().controlsRefusal, desktop);
-    target.requireFound();
-    required(target.frontmost);
-    co_return co_await pressControl(target.control, wanted);
+    co_await requireFrontmost(target, desktop);
+    if (!target.control)
+        throw ActionError(u"Couldn't find a control labelled “%1”."_s.arg(label));
+    const bool pressed = co_await target.control->tree->press(target.control->element);
+    if (!pressed)
+        throw ActionError(u"“%1” didn't respond to a click."_s.arg(label));
+    co_return u"Clicked “%1”."_s.arg(label);
 }
 
-QCoro::Task<QString> Executor::click(QString wanted, Desktop desktop)
+QCoro::Task<QString> Controls::readUI(ActionTarget target, Desktop desktop)
 {
-    const std::shared_ptr<AccessibilityTree> tree = co_await frontWindowRoot(desktop);
-    const std::optional<ActionTarget::Control> control = co_await findControl(tree, wanted);
-    co_return co_await pressControl(control, wanted);
-}
-
-QCoro::Task<QString> Executor::readUI(Desktop desktop)
-{
-    const std::shared_ptr<AccessibilityTree> tree = co_await frontWindowRoot(desktop);
+    const std::shared_ptr<AccessibilityTree> tree = co_await frontWindowRoot(target, desktop);
     QStringList lines;
     const WalkVisitor visitor = [&lines](AccessibilityElement, const AccessibilityAttributes &attributes) {
         const std::optional<QString> line = lineFor(attributes);

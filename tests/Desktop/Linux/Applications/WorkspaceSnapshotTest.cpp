@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// The list of windows on a real desktop.
+// The snapshot of a real desktop.
 #include "Desktop/Linux/LinuxBench.h"
 
 #include <QRasterWindow>
@@ -7,17 +7,19 @@
 
 using namespace Qt::StringLiterals;
 
-class LinuxWindowListTest : public QObject
+class WorkspaceSnapshotTest : public QObject
 {
     Q_OBJECT
 
 private:
     LinuxBench m_bench;
 
+    QList<WindowDescription> windows() { return QCoro::waitFor(m_bench.workspace.snapshot()).windows; }
+
     QStringList titles()
     {
         QStringList result;
-        for (const WindowDescription &window : QCoro::waitFor(m_bench.windowList.onScreenWindows()))
+        for (const WindowDescription &window : windows())
             result.append(window.name.value_or(QString()));
         return result;
     }
@@ -43,8 +45,8 @@ private Q_SLOTS:
     {
         const auto editor = LinuxBench::start(u"mousepad"_s);
         QVERIFY(m_bench.waitForActive(u"Mousepad"_s));
-        const auto windows = QCoro::waitFor(m_bench.windowList.onScreenWindows());
-        const auto application = QCoro::waitFor(m_bench.workspace.frontmostApplication());
+        const auto windows = this->windows();
+        const auto application = QCoro::waitFor(m_bench.workspace.snapshot()).frontmost;
         QCOMPARE(windows.size(), 1);
         QCOMPARE(windows[0].layer, 0);
         QCOMPARE(windows[0].ownerProcessIdentifier, editor->processId());
@@ -58,9 +60,9 @@ private Q_SLOTS:
         own.setTitle(u"Palette"_s);
         own.show();
         QVERIFY(m_bench.waitForActive(u"Palette"_s));
-        const auto windows = QCoro::waitFor(m_bench.windowList.onScreenWindows());
+        const auto windows = this->windows();
         QCOMPARE(windows.size(), 1);
-        QCOMPARE(windows[0].ownerProcessIdentifier, m_bench.windowList.ownProcessIdentifier());
+        QCOMPARE(windows[0].ownerProcessIdentifier, QCoreApplication::applicationPid());
     }
 
     void minimisedWindowsAndOtherDesktopsAreLeftOut()
@@ -89,5 +91,5 @@ private Q_SLOTS:
     void cleanup() { QTRY_VERIFY_WITH_TIMEOUT(m_bench.snapshot().windows.isEmpty(), LinuxBench::patience); }
 };
 
-QTEST_MAIN(LinuxWindowListTest)
-#include "LinuxWindowListTest.moc"
+QTEST_MAIN(WorkspaceSnapshotTest)
+#include "WorkspaceSnapshotTest.moc"

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "Actions/Operations/Files.h"
+#include "Actions/Operations/FileSearch.h"
 
 #include "Actions/ActionError.h"
 #include "Actions/Operations/Locations.h"
-#include "Base/PlatformWords.h"
 #include "Base/Text.h"
 
 #include <QFileInfo>
@@ -63,17 +62,17 @@ QString foundLine(const QList<FolderEntry> &entries)
 
 } // namespace
 
-QCoro::Task<QString> Executor::locate(QString text, Desktop desktop)
+QCoro::Task<QString> FileSearch::locate(QString text, Desktop desktop)
 {
-    const QString path = resolveFolder(text, desktop.files.homeDirectory());
+    const QString path = Locations::resolveFolder(text, desktop.files.homeDirectory());
     // A whole path means exactly that place.
     if (Text::trimmed(text, u" \t").startsWith(u'/'))
         co_return path;
     co_return co_await desktop.files.located(path);
 }
 
-QCoro::Task<QString> Executor::findFiles(QString folder, std::optional<QString> extension,
-                                         std::optional<QString> query, Desktop desktop)
+QCoro::Task<QString> FileSearch::findFiles(QString folder, std::optional<QString> extension,
+                                           std::optional<QString> query, Desktop desktop)
 {
     const QString path = co_await locate(folder, desktop);
     const std::optional<QList<FolderEntry>> listing = co_await desktop.files.contentsOfDirectory(path);
@@ -82,15 +81,7 @@ QCoro::Task<QString> Executor::findFiles(QString folder, std::optional<QString> 
     const QList<FolderEntry> entries = newestFirst(*listing, filterFor(extension, query));
     if (entries.isEmpty())
         co_return u"No matching files in %1."_s.arg(folder);
-    const QString newest = pathInside(path, entries.first().name);
+    const QString newest = Locations::pathInside(path, entries.first().name);
     co_await desktop.workspace.reveal(newest);
     co_return foundLine(entries);
-}
-
-QCoro::Task<void> Executor::screenshot(QString path, Desktop desktop)
-{
-    co_await desktop.screenCapture.capture(path);
-    const bool succeeded = co_await desktop.files.exists(path);
-    if (!succeeded)
-        throw ActionError(PlatformWords::current().screenshotFailure);
 }

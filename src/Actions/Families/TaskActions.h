@@ -1,0 +1,11 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "Actions/ActionDefinition.h"
+
+// The task itself.
+namespace TaskActions {
+
+extern const ActionDefinition done; // ends it; carried out by the agent loop
+
+} // namespace TaskActions

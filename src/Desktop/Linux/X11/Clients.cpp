@@ -20,11 +20,12 @@ qint64 X11Claims::processOf(const Claim &claim, std::uint32_t client, qint64 tol
 {
     const bool isHere = claim.machine.isEmpty() || claim.machine == surroundings.machine;
     if (!surroundings.serverTells) {
-        // Our own window has to be known all the same.
+        // Our own windows must still be recognised.
         const bool isOwn = isHere && claim.process == surroundings.ownProcess;
         return isOwn ? surroundings.ownProcess : -qint64(client);
     }
-    // A program on another computer speaks through one that is here, as ssh, and not for itself alone.
+    // A remote program's connection belongs to a local forwarder such as ssh, which may serve several
+    // programs.
     const bool isForwarded = !isHere && claim.process != told;
     return told <= 0 || isForwarded ? -qint64(client) : told;
 }
@@ -67,7 +68,7 @@ QList<qint64> X11Clients::processes(const QList<std::uint32_t> &windows) const
     return result;
 }
 
-// By client. Clients that have left are not in the answer.
+// Returns processes by client, without clients that have disconnected.
 QHash<std::uint32_t, qint64> X11Clients::askServer(const QList<std::uint32_t> &windows) const
 {
     QList<xcb_res_client_id_spec_t> questions;

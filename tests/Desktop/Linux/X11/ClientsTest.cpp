@@ -1,5 +1,4 @@
-// SPDX-License-Identifier: Apache-2.0
-// The rule by which a window's process is told.
+// SPDX-License-Identifier: Apache-2.0 The rule that determines a window's process.
 #include "Desktop/Linux/X11/Clients.h"
 
 #include <QTest>

@@ -1,5 +1,5 @@
-// SPDX-License-Identifier: Apache-2.0
-// An X server that is missing, hangs or dies costs a sentence, never the program.
+// SPDX-License-Identifier: Apache-2.0 A missing, hung or crashed X server causes an error message, never a
+// crash or a hang.
 #include "Desktop/Linux/LinuxBench.h"
 #include "Desktop/Linux/LinuxScreenCapture.h"
 #include "Desktop/Linux/Window/LinuxDisplay.h"
@@ -37,10 +37,10 @@ private:
     struct WindowSystem
     {
         bool isThere = false;
-        QByteArray name; // where Qt is told it
+        QByteArray name; // QT_QPA_PLATFORM, if prepare() has set it
     };
 
-    // As the program finds it before it shows a window.
+    // What LinuxDisplay::prepare() finds and sets.
     static WindowSystem windowSystem()
     {
         const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
@@ -54,7 +54,7 @@ private:
     }
 
 private Q_SLOTS:
-    // An X server of the test's own, to which the services connect.
+    // A private X server for the services to connect to.
     void init()
     {
         m_server.emplace();
@@ -91,7 +91,7 @@ private Q_SLOTS:
         QVERIFY(!isRun);
     }
 
-    // Qt by itself would go by the environment, which names the session outside.
+    // By itself, Qt would follow the environment to the outer session.
     void theWindowIsOnTheServerThatIsWorkedOn()
     {
         QVERIFY(windowSystem().name.isEmpty());
@@ -140,7 +140,7 @@ private Q_SLOTS:
         QVERIFY(elapsed.elapsed() < LinuxBench::patience);
         m_server->signal(SIGCONT);
         QTRY_COMPARE(errorOfSnapshot(bench), QString());
-        // Its end must not wait for the server either.
+        // Destruction must not wait for the server either.
         m_server->signal(SIGSTOP);
         QVERIFY(errorOfSnapshot(bench).contains(u"X server"));
     }

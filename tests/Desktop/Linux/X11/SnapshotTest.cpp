@@ -1,5 +1,4 @@
-// SPDX-License-Identifier: Apache-2.0
-// The rules about windows: which one is in front, which one to show, which ones to close.
+// SPDX-License-Identifier: Apache-2.0 The window rules: which is frontmost, which to show, which to close.
 #include "Desktop/Linux/X11/Snapshot.h"
 #include "Desktop/Linux/X11/SampleDesktop.h"
 
@@ -36,7 +35,7 @@ private Q_SLOTS:
         snapshot.recentlyActivated = {4, 2};
         snapshot.activeWindow.reset();
         QCOMPARE(frontmost(snapshot), 0u);
-        snapshot.activeWindow = 77; // has vanished
+        snapshot.activeWindow = 77; // no longer exists
         QCOMPARE(frontmost(snapshot), 0u);
     }
 

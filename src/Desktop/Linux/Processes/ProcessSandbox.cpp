@@ -33,7 +33,7 @@ QHash<QString, QString> keyFile(const QByteArray &text)
 }
 
 // From the file that Flatpak places in the root of each sandbox.
-std::optional<ProcessSandbox> toldByFile(const QString &process)
+std::optional<ProcessSandbox> fromFlatpakInfo(const QString &process)
 {
     const auto values = keyFile(content(process + u"/root/.flatpak-info"_s));
     const QString application = values.value(u"Application/name"_s);
@@ -89,8 +89,8 @@ std::optional<ProcessSandbox> snapOfScope(const QString &scope, const QString &p
 std::optional<ProcessSandbox> ProcessSandbox::of(qint64 process, const QString &processes)
 {
     const QString folder = processes + u'/' + QString::number(process);
-    if (const auto told = toldByFile(folder))
-        return told;
+    if (const auto sandbox = fromFlatpakInfo(folder))
+        return sandbox;
     const QString scope = scopeOf(folder);
     const auto flatpak = flatpakOfScope(scope);
     return flatpak ? flatpak : snapOfScope(scope, folder);

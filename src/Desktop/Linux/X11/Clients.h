@@ -23,7 +23,7 @@ private:
     QHash<std::uint32_t, qint64> askServer(const QList<std::uint32_t> &windows) const;
 
     X11Connection &m_connection;
-    bool m_serverTells = false;
+    bool m_serverReports = false;
 };
 
 // The rule that determines a window's process. A pure function.
@@ -43,10 +43,10 @@ struct Surroundings
     QByteArray machine;
     // Whether the server reports process identifiers of our PID namespace; false over a network or in a
     // sandbox.
-    bool serverTells = false;
+    bool serverReports = false;
 };
 
-// `told` is the process that the server reports for the client, or 0.
-qint64 processOf(const Claim &claim, std::uint32_t client, qint64 told, const Surroundings &surroundings);
+// `reported` is the process that the server reports for the client, or 0.
+qint64 processOf(const Claim &claim, std::uint32_t client, qint64 reported, const Surroundings &surroundings);
 
 } // namespace X11Claims

@@ -70,7 +70,7 @@ private Q_SLOTS:
         QVERIFY_THROWS_EXCEPTION(PlatformError, X11Display{clock});
     }
 
-    void aServerThatHangsFromTheStartIsNone()
+    void aServerHungFromTheStartCountsAsAbsent()
     {
         QVERIFY(windowSystem().isThere);
         m_server->signal(SIGSTOP);
@@ -82,7 +82,7 @@ private Q_SLOTS:
         QVERIFY(elapsed.elapsed() < LinuxBench::patience);
     }
 
-    void withAnObstacleNoServerIsAsked()
+    void anObstaclePreventsConnecting()
     {
         SystemClock clock;
         X11Display display(clock, u"This server is none of ours."_s);
@@ -92,7 +92,7 @@ private Q_SLOTS:
     }
 
     // By itself, Qt would follow the environment to the outer session.
-    void theWindowIsOnTheServerThatIsWorkedOn()
+    void qtUsesTheServerOfTheServices()
     {
         QVERIFY(windowSystem().name.isEmpty());
         const QByteArray type = qgetenv("XDG_SESSION_TYPE");
@@ -112,7 +112,7 @@ private Q_SLOTS:
         QVERIFY(!QCoro::waitFor(bench.workspace.frontmostApplication()));
     }
 
-    void aServerThatDiesIsAClearFailureOfEveryService()
+    void aLostServerFailsEveryService()
     {
         LinuxBench bench;
         LinuxScreenCapture capture(bench.display);
@@ -129,7 +129,7 @@ private Q_SLOTS:
         }
     }
 
-    void aServerThatHangsCostsABoundedTime()
+    void aHungServerTimesOut()
     {
         LinuxBench bench;
         QCOMPARE(errorOfSnapshot(bench), QString());

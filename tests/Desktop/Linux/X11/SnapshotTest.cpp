@@ -29,7 +29,7 @@ private Q_SLOTS:
         QCOMPARE(frontmost(snapshot), 4u);
     }
 
-    void withoutAnActiveWindowNobodyIsInFront()
+    void withoutAnActiveWindowNoneIsFrontmost()
     {
         X11Snapshot snapshot = desktop();
         snapshot.recentlyActivated = {4, 2};
@@ -39,7 +39,7 @@ private Q_SLOTS:
         QCOMPARE(frontmost(snapshot), 0u);
     }
 
-    void behindThePanelThatIsActiveNobodyIsInFront()
+    void withAnActivePanelNoneIsFrontmost()
     {
         X11Snapshot snapshot = desktop();
         snapshot.recentlyActivated = {5, 4, 2};
@@ -47,7 +47,7 @@ private Q_SLOTS:
         QCOMPARE(frontmost(snapshot), 0u);
     }
 
-    void ourOwnWindowGivesWayToTheOneBefore()
+    void ourOwnWindowYieldsToThePreviousOne()
     {
         X11Snapshot snapshot = desktop();
         snapshot.recentlyActivated = {1, 5, 4, 2};
@@ -56,7 +56,7 @@ private Q_SLOTS:
 
     void withoutAHistoryTheTopmostIsInFront() { QCOMPARE(frontmost(desktop()), 3u); }
 
-    void vanishedMinimisedAndDistantWindowsAreNotInFront()
+    void onlyWindowsOnScreenAreFrontmost()
     {
         X11Snapshot snapshot = desktop();
         snapshot.recentlyActivated = {1, 77, 3, 2, 4};
@@ -65,14 +65,14 @@ private Q_SLOTS:
         QCOMPARE(frontmost(snapshot), 4u);
     }
 
-    void nothingIsInFrontOfAnEmptyDesktop()
+    void anEmptyDesktopHasNoFrontmostWindow()
     {
         X11Snapshot snapshot = desktop();
         snapshot.windows = {window(5, 500, X11Window::Kind::Shell), window(1, own)};
         QCOMPARE(frontmost(snapshot), 0u);
     }
 
-    void aDialogThatBlocksTheForemostWindowIsInFrontOfIt()
+    void aModalDialogIsInFrontOfItsWindow()
     {
         X11Snapshot snapshot = desktop();
         for (X11Window &window : snapshot.windows)
@@ -101,7 +101,7 @@ private Q_SLOTS:
         QCOMPARE(snapshot.windowToShow(999), nullptr);
     }
 
-    void quittingClosesMainWindowsAndLeavesDialogsToThem()
+    void quittingClosesMainWindowsBeforeDialogs()
     {
         X11Snapshot snapshot = desktop();
         QCOMPARE(snapshot.windowsToClose(editor).size(), 1);
@@ -110,7 +110,7 @@ private Q_SLOTS:
         QCOMPARE(snapshot.windowsToClose(editor).first().identifier, 3u);
     }
 
-    void aWindowThatCannotBeAskedIsNeverClosed()
+    void aWindowWithoutDeleteProtocolIsNeverClosed()
     {
         X11Snapshot snapshot = desktop();
         snapshot.windows[1].canBeClosed = false;

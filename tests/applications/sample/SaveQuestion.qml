@@ -1,5 +1,4 @@
-// SPDX-License-Identifier: Apache-2.0
-// Asks what should become of changes that are not saved.
+// SPDX-License-Identifier: Apache-2.0 Prompts the user to save or discard unsaved changes.
 import QtQuick
 
 Window {

@@ -1,5 +1,6 @@
-// SPDX-License-Identifier: Apache-2.0 Web addresses and pages in a real Firefox, judged by its window's title
-// and the pages' reports. Actions on every browser are tested in matrix/.
+// SPDX-License-Identifier: Apache-2.0
+// Web addresses and pages in a real Firefox, judged by its window's title and the pages' reports. Actions on
+// every browser are tested in matrix/.
 #include "applications/support/DesktopTest.h"
 #include "applications/support/LocalSite.h"
 

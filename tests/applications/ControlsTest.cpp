@@ -1,5 +1,6 @@
-// SPDX-License-Identifier: Apache-2.0 Controls of a GTK and a Qt application, judged by their windows and
-// saved document. Controls of every toolkit are tested in matrix/.
+// SPDX-License-Identifier: Apache-2.0
+// Controls of a GTK and a Qt application, judged by their windows and saved document. Controls of every
+// toolkit are tested in matrix/.
 #include "applications/support/DesktopTest.h"
 
 using namespace Qt::StringLiterals;

@@ -1,6 +1,6 @@
-// SPDX-License-Identifier: Apache-2.0 Whole tasks in plain words, planned by the practice model and run by
-// the program on real applications. Each task has three attempts, each on a clean desktop, and is judged by
-// its effect.
+// SPDX-License-Identifier: Apache-2.0
+// Whole tasks in plain words, planned by the practice model and run by the program on real applications. Each
+// task has three attempts, each on a clean desktop, and is judged by its effect.
 #include "applications/support/Browser.h"
 #include "applications/support/Clipboard.h"
 #include "applications/support/OrvaneProgram.h"

@@ -1,6 +1,6 @@
-// SPDX-License-Identifier: Apache-2.0 Actions during other activity on the desktop: other windows, a user
-// typing, the window manager being replaced. An action still has its effect or fails with one clear line, and
-// later actions work.
+// SPDX-License-Identifier: Apache-2.0
+// Actions during other activity on the desktop: other windows, a user typing, the window manager being
+// replaced. An action still has its effect or fails with one clear line, and later actions work.
 #include "applications/support/DesktopTest.h"
 
 #include <QDir>

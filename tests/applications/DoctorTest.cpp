@@ -1,5 +1,5 @@
-// SPDX-License-Identifier: Apache-2.0 What `orvane doctor` reports for one fault at a time, and that it has
-// no side effects.
+// SPDX-License-Identifier: Apache-2.0
+// What `orvane doctor` reports for one fault at a time, and that it has no side effects.
 #include "applications/support/Doctor.h"
 #include "applications/support/DesktopTest.h"
 #include "applications/support/OrvaneProgram.h"

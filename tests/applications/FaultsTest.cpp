@@ -1,5 +1,5 @@
-// SPDX-License-Identifier: Apache-2.0 Faults in other programs cause one clear error line within bounded
-// time, and the next action works.
+// SPDX-License-Identifier: Apache-2.0
+// Faults in other programs cause one clear error line within bounded time, and the next action works.
 #include "applications/support/DesktopTest.h"
 
 #include <QTimer>

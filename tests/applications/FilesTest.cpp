@@ -1,5 +1,5 @@
-// SPDX-License-Identifier: Apache-2.0 Files and folders on the real desktop, judged by the disk and the file
-// manager's windows.
+// SPDX-License-Identifier: Apache-2.0
+// Files and folders on the real desktop, judged by the disk and the file manager's windows.
 #include "applications/support/DesktopTest.h"
 
 #include <QDateTime>

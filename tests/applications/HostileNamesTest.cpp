@@ -1,5 +1,5 @@
-// SPDX-License-Identifier: Apache-2.0 Files and folders with difficult names and locations, judged by the
-// disk and the applications' windows.
+// SPDX-License-Identifier: Apache-2.0
+// Files and folders with difficult names and locations, judged by the disk and the applications' windows.
 #include "applications/support/DesktopTest.h"
 
 #include "Base/Text.h"

@@ -1,5 +1,6 @@
-// SPDX-License-Identifier: Apache-2.0 Real applications while keyboard devices have different layouts: text
-// arrives unchanged, and shortcuts work.
+// SPDX-License-Identifier: Apache-2.0
+// Real applications while keyboard devices have different layouts: text arrives unchanged, and shortcuts
+// work.
 #include "Support/KeyboardDevices.h"
 #include "applications/support/DesktopTest.h"
 #include "applications/support/HardText.h"

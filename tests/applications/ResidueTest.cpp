@@ -1,5 +1,5 @@
-// SPDX-License-Identifier: Apache-2.0 Actions leave nothing behind on the desktop or in the program, even if
-// the program is killed.
+// SPDX-License-Identifier: Apache-2.0
+// Actions leave nothing behind on the desktop or in the program, even if the program is killed.
 #include "Support/KeyboardDevices.h"
 #include "applications/support/DesktopTest.h"
 

@@ -1,5 +1,5 @@
-// SPDX-License-Identifier: Apache-2.0 Text of every kind arrives unchanged in a GTK, a Qt and a web text
-// field, in ten rounds out of ten.
+// SPDX-License-Identifier: Apache-2.0
+// Text of every kind arrives unchanged in a GTK, a Qt and a web text field, in ten rounds out of ten.
 #include "applications/support/DesktopTest.h"
 #include "applications/support/HardText.h"
 #include "applications/support/LocalSite.h"

@@ -1,5 +1,6 @@
-// SPDX-License-Identifier: Apache-2.0 In a Wayland session, whatever needs windows, keys or the screen fails
-// with one sentence, and Xwayland receives no requests that would reach its windows.
+// SPDX-License-Identifier: Apache-2.0
+// In a Wayland session, whatever needs windows, keys or the screen fails with one sentence, and Xwayland
+// receives no requests that would reach its windows.
 #include "applications/support/ActionRunner.h"
 #include "applications/support/Doctor.h"
 #include "applications/support/OrvaneProgram.h"

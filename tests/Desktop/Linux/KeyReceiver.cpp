@@ -1,6 +1,7 @@
-// SPDX-License-Identifier: Apache-2.0 The target application of the keyboard tests: prints one line per key
-// event. A line contains "press" or "release", Qt's key and modifiers in hexadecimal, the text's UTF-8 bytes
-// in hexadecimal, and the keycode. Opens a window for each argument, its title.
+// SPDX-License-Identifier: Apache-2.0
+// The target application of the keyboard tests: prints one line per key event. A line contains "press" or
+// "release", Qt's key and modifiers in hexadecimal, the text's UTF-8 bytes in hexadecimal, and the keycode.
+// Opens a window for each argument, its title.
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QRasterWindow>

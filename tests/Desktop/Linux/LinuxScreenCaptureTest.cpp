@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: Apache-2.0 Screenshots of a real screen.
+// SPDX-License-Identifier: Apache-2.0
+// Screenshots of a real screen.
 #include "Desktop/Linux/LinuxScreenCapture.h"
 #include "Desktop/Linux/LinuxBench.h"
 #include "Desktop/Linux/XServer.h"

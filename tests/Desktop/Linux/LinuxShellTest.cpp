@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: Apache-2.0 The services for our own window, together.
+// SPDX-License-Identifier: Apache-2.0
+// The services for our own window, together.
 #include "Desktop/Linux/LinuxShell.h"
 #include "Desktop/Linux/Hands.h"
 #include "Desktop/Linux/LinuxBench.h"

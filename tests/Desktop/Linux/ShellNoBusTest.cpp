@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: Apache-2.0 The shell services without a session bus.
+// SPDX-License-Identifier: Apache-2.0
+// The shell services without a session bus.
 #include "Desktop/Linux/Session/LinuxProgramInstance.h"
 #include "Desktop/Linux/Window/LinuxAppearance.h"
 #include "Support/Awaited.h"

@@ -1,5 +1,5 @@
-// SPDX-License-Identifier: Apache-2.0 The shell services with a session bus that accepts connections but
-// never replies.
+// SPDX-License-Identifier: Apache-2.0
+// The shell services with a session bus that accepts connections but never replies.
 #include "Desktop/Linux/Session/LinuxProgramInstance.h"
 #include "Desktop/Linux/Window/LinuxAppearance.h"
 #include "Support/Awaited.h"

@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: Apache-2.0 Controls, windows and screenshots.
+// SPDX-License-Identifier: Apache-2.0
+// Controls, windows and screenshots.
 #include "applications/matrix/MatrixTest.h"
 
 #include <QDir>

@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: Apache-2.0 Opening addresses and searching the web.
+// SPDX-License-Identifier: Apache-2.0
+// Opening addresses and searching the web.
 #include "applications/matrix/MatrixDesktop.h"
 #include "applications/matrix/MatrixTest.h"
 

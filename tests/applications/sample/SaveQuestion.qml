@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: Apache-2.0 Prompts the user to save or discard unsaved changes.
+// SPDX-License-Identifier: Apache-2.0
+// Prompts the user to save or discard unsaved changes.
 import QtQuick
 
 Window {

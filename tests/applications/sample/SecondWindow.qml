@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: Apache-2.0 A second window, whose button changes its title.
+// SPDX-License-Identifier: Apache-2.0
+// A second window, whose button changes its title.
 import QtQuick
 
 Window {

@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: Apache-2.0 Which application fills the role of one from another platform.
+// SPDX-License-Identifier: Apache-2.0
+// Which application fills the role of one from another platform.
 #include "Desktop/Linux/Applications/ApplicationRoles.h"
 
 #include <QTest>

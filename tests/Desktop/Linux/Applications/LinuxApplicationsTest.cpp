@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: Apache-2.0 Which application a window belongs to, and its name.
+// SPDX-License-Identifier: Apache-2.0
+// Which application a window belongs to, and its name.
 #include "Desktop/Linux/Applications/LinuxApplications.h"
 #include "Desktop/Linux/X11/SampleDesktop.h"
 

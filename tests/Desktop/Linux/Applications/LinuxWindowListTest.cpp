@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: Apache-2.0 The window list on a real desktop.
+// SPDX-License-Identifier: Apache-2.0
+// The window list on a real desktop.
 #include "Desktop/Linux/LinuxBench.h"
 
 #include <QRasterWindow>

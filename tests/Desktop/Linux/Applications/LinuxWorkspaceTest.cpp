@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: Apache-2.0 Running and installed applications on a real desktop.
+// SPDX-License-Identifier: Apache-2.0
+// Running and installed applications on a real desktop.
 #include "Desktop/Linux/Applications/EntryLauncher.h"
 #include "Desktop/Linux/LinuxBench.h"
 

@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: Apache-2.0 Web pages in browsers, the largest trees.
+// SPDX-License-Identifier: Apache-2.0
+// Web pages in browsers, the largest trees.
 #include "Desktop/Linux/Atspi/Bench.h"
 
 #include <QFile>

@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: Apache-2.0 The accessibility permission, and the loss of the accessibility bus.
+// SPDX-License-Identifier: Apache-2.0
+// The accessibility permission, and the loss of the accessibility bus.
 #include "Desktop/Linux/Atspi/Bench.h"
 
 #include <QDBusVariant>

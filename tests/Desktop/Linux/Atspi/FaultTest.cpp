@@ -1,5 +1,5 @@
-// SPDX-License-Identifier: Apache-2.0 Applications that hang or crash while being read cause a clear error
-// and never block the event loop.
+// SPDX-License-Identifier: Apache-2.0
+// Applications that hang or crash while being read cause a clear error and never block the event loop.
 #include "Desktop/Linux/Atspi/Bench.h"
 #include "Support/StandstillWatch.h"
 

@@ -1,5 +1,6 @@
-// SPDX-License-Identifier: Apache-2.0 Direct connections to applications: which are accepted, that they reply
-// as the bus does, and that they are closed.
+// SPDX-License-Identifier: Apache-2.0
+// Direct connections to applications: which are accepted, that they reply as the bus does, and that they are
+// closed.
 #include "Desktop/Linux/Atspi/Application.h"
 #include "Desktop/Linux/Atspi/Bench.h"
 #include "Desktop/Linux/Atspi/Bus.h"

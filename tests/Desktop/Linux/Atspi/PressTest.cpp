@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: Apache-2.0 Presses, judged by their effect.
+// SPDX-License-Identifier: Apache-2.0
+// Presses, judged by their effect.
 #include "Desktop/Linux/Atspi/Bench.h"
 
 #include <QFile>

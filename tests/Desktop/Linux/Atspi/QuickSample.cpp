@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: Apache-2.0 A Qt Quick application that shows the QML file given as its argument.
+// SPDX-License-Identifier: Apache-2.0
+// A Qt Quick application that shows the QML file given as its argument.
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
 #include <QUrl>

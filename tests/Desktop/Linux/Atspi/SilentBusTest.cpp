@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: Apache-2.0 A session bus that accepts connections but never replies.
+// SPDX-License-Identifier: Apache-2.0
+// A session bus that accepts connections but never replies.
 #include "Desktop/Linux/Atspi/Bench.h"
 #include "Support/StandstillWatch.h"
 

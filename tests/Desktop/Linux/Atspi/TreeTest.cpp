@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: Apache-2.0 Finding and reading the trees of GTK 3, Qt and GTK 4 applications.
+// SPDX-License-Identifier: Apache-2.0
+// Finding and reading the trees of GTK 3, Qt and GTK 4 applications.
 #include "Desktop/Linux/Atspi/Bench.h"
 
 #include <QTemporaryFile>

@@ -1,6 +1,6 @@
-// SPDX-License-Identifier: Apache-2.0 The traversals used by actions, with caches and pipelined calls, yield
-// the same elements in the same order as the reference implementation, for every toolkit, on the same live
-// tree.
+// SPDX-License-Identifier: Apache-2.0
+// The traversals used by actions, with caches and pipelined calls, yield the same elements in the same order
+// as the reference implementation, for every toolkit, on the same live tree.
 #include "Actions/Operations/AccessibilityWalk.h"
 #include "Desktop/Linux/Atspi/Bench.h"
 

@@ -1,5 +1,6 @@
-// SPDX-License-Identifier: Apache-2.0 A Qt Widgets window with a button whose press action is its last, and a
-// menu whose only action shows it. A label displays the performed action.
+// SPDX-License-Identifier: Apache-2.0
+// A Qt Widgets window with a button whose press action is its last, and a menu whose only action shows it. A
+// label displays the performed action.
 #include <QAccessibleWidget>
 #include <QApplication>
 #include <QLabel>

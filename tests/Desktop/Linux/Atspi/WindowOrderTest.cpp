@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: Apache-2.0 The order in which an application's windows are traversed.
+// SPDX-License-Identifier: Apache-2.0
+// The order in which an application's windows are traversed.
 #include "Desktop/Linux/Atspi/Tree.h"
 
 #include <QTest>

@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: Apache-2.0 The check results for what was found out about a desktop.
+// SPDX-License-Identifier: Apache-2.0
+// The check results for what was found out about a desktop.
 #include "Desktop/Linux/Diagnosis/DisplayChecks.h"
 #include "Desktop/Linux/Diagnosis/ServiceChecks.h"
 

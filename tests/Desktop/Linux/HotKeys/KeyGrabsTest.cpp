@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: Apache-2.0 Which keycodes and modifiers are grabbed for a hot key.
+// SPDX-License-Identifier: Apache-2.0
+// Which keycodes and modifiers are grabbed for a hot key.
 #include "Desktop/Linux/HotKeys/KeyGrabs.h"
 
 #include <QTest>

@@ -1,5 +1,6 @@
-// SPDX-License-Identifier: Apache-2.0 Hot keys on real X servers: a private one without a window manager,
-// where every key is free, and the desktop's, whose window manager grabs Alt+Space.
+// SPDX-License-Identifier: Apache-2.0
+// Hot keys on real X servers: a private one without a window manager, where every key is free, and the
+// desktop's, whose window manager grabs Alt+Space.
 #include "Desktop/Linux/HotKeys/LinuxHotKeys.h"
 #include "Desktop/Linux/Hands.h"
 #include "Desktop/Linux/LinuxBench.h"

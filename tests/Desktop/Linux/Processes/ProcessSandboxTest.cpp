@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: Apache-2.0 Which sandbox a process is in, from a fake procfs.
+// SPDX-License-Identifier: Apache-2.0
+// Which sandbox a process is in, from a fake procfs.
 #include "Desktop/Linux/Processes/ProcessSandbox.h"
 
 #include <QDir>

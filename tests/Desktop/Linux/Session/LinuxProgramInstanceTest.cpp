@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: Apache-2.0 The single running instance, on a real session bus.
+// SPDX-License-Identifier: Apache-2.0
+// The single running instance, on a real session bus.
 #include "Desktop/Linux/Session/LinuxProgramInstance.h"
 #include "Desktop/PlatformError.h"
 #include "Support/Awaited.h"

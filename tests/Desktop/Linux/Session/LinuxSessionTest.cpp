@@ -1,5 +1,5 @@
-// SPDX-License-Identifier: Apache-2.0 Every way to detect a locked screen, and what must not be mistaken for
-// one.
+// SPDX-License-Identifier: Apache-2.0
+// Every way to detect a locked screen, and what must not be mistaken for one.
 #include "Desktop/Linux/Session/LinuxSession.h"
 #include "Desktop/Linux/LinuxBench.h"
 #include "Desktop/Linux/X11/Grabs.h"

@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: Apache-2.0 The session type: the X server takes precedence over the environment.
+// SPDX-License-Identifier: Apache-2.0
+// The session type: the X server takes precedence over the environment.
 #include "Desktop/Linux/Session/SessionType.h"
 
 #include <QTest>

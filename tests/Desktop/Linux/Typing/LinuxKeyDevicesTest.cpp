@@ -1,5 +1,5 @@
-// SPDX-License-Identifier: Apache-2.0 Typing while keyboard devices have different layouts: what arrives, and
-// that every keymap is restored.
+// SPDX-License-Identifier: Apache-2.0
+// Typing while keyboard devices have different layouts: what arrives, and that every keymap is restored.
 #include "Desktop/Linux/LinuxBench.h"
 #include "Desktop/Linux/Typing/X11KeySymbols.h"
 #include "Desktop/Linux/Typing/XtestKeyboard.h"

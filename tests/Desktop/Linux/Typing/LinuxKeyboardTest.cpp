@@ -1,5 +1,5 @@
-// SPDX-License-Identifier: Apache-2.0 Typing on a real X server: what arrives, and that all state is
-// restored.
+// SPDX-License-Identifier: Apache-2.0
+// Typing on a real X server: what arrives, and that all state is restored.
 #include "Desktop/Linux/LinuxBench.h"
 #include "Desktop/Linux/Typing/X11Keyboard.h"
 #include "Desktop/Linux/Typing/X11Typist.h"

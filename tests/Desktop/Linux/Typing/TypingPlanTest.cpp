@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: Apache-2.0 How strokes are converted to keys of a layout.
+// SPDX-License-Identifier: Apache-2.0
+// How strokes are converted to keys of a layout.
 #include "Desktop/Linux/Typing/TypingPlan.h"
 
 #include "Desktop/PlatformError.h"

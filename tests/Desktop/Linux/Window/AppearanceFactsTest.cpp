@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: Apache-2.0 How the theme is determined from the desktop's settings.
+// SPDX-License-Identifier: Apache-2.0
+// How the theme is determined from the desktop's settings.
 #include "Desktop/Linux/Window/AppearanceFacts.h"
 
 #include <QFile>

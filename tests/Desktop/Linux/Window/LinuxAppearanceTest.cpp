@@ -1,5 +1,5 @@
-// SPDX-License-Identifier: Apache-2.0 The theme on a real session bus and X server, with fake settings
-// services.
+// SPDX-License-Identifier: Apache-2.0
+// The theme on a real session bus and X server, with fake settings services.
 #include "Desktop/Linux/Window/LinuxAppearance.h"
 #include "Desktop/Linux/LinuxBench.h"
 

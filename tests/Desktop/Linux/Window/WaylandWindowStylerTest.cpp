@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: Apache-2.0 Styling the window where the window system places it.
+// SPDX-License-Identifier: Apache-2.0
+// Styling the window where the window system places it.
 #include "Desktop/Linux/Window/WaylandWindowStyler.h"
 
 #include <QRasterWindow>

@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: Apache-2.0 Where a window is placed.
+// SPDX-License-Identifier: Apache-2.0
+// Where a window is placed.
 #include "Desktop/Linux/Window/WindowPlacement.h"
 
 #include <QTest>

@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: Apache-2.0 The window on a real desktop: its style, activation and position.
+// SPDX-License-Identifier: Apache-2.0
+// The window on a real desktop: its style, activation and position.
 #include "Desktop/Linux/Window/X11WindowStyler.h"
 #include "Desktop/Linux/LinuxBench.h"
 

@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: Apache-2.0 The rule that determines a window's process.
+// SPDX-License-Identifier: Apache-2.0
+// The rule that determines a window's process.
 #include "Desktop/Linux/X11/Clients.h"
 
 #include <QTest>

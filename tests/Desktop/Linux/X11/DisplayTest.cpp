@@ -1,5 +1,5 @@
-// SPDX-License-Identifier: Apache-2.0 A missing, hung or crashed X server causes an error message, never a
-// crash or a hang.
+// SPDX-License-Identifier: Apache-2.0
+// A missing, hung or crashed X server causes an error message, never a crash or a hang.
 #include "Desktop/Linux/LinuxBench.h"
 #include "Desktop/Linux/LinuxScreenCapture.h"
 #include "Desktop/Linux/Window/LinuxDisplay.h"

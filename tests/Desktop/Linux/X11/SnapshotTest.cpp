@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: Apache-2.0 The window rules: which is frontmost, which to show, which to close.
+// SPDX-License-Identifier: Apache-2.0
+// The window rules: which is frontmost, which to show, which to close.
 #include "Desktop/Linux/X11/Snapshot.h"
 #include "Desktop/Linux/X11/SampleDesktop.h"
 

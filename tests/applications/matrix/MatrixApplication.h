@@ -37,7 +37,7 @@ enum class MatrixEffect {
     TitleShows,    // a window's title contains the text
     AnotherWindow, // the application has one more window
     WindowGone,    // the application has one window fewer
-    DocumentSaved, // the document's file holds what was typed
+    DocumentSaved, // the document's file contains the typed text
     PageReports,   // the page posts the text
 };
 

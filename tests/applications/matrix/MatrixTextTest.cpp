@@ -23,7 +23,7 @@ void MatrixTest::verifyText(const QString &text)
     if (m_application.kind == Kind::Terminal)
         QVERIFY(!perform("type_text", {{"text", u"cat > %1\n"_s.arg(m_document)}}).hasFailed);
     else
-        QVERIFY(press(u"a"_s, u"command"_s)); // to be replaced
+        QVERIFY(press(u"a"_s, u"command"_s)); // select all
     const Outcome outcome = perform("type_text", {{"text", text}});
     QVERIFY2(!outcome.hasFailed, qPrintable(outcome.line));
     verifyWritten(text);
@@ -102,7 +102,7 @@ void MatrixTest::verifyKeysInDocument()
     if (m_application.kind == Kind::Terminal)
         QVERIFY(!perform("type_text", {{"text", u"cat > %1\n"_s.arg(m_document)}}).hasFailed);
     else
-        QVERIFY(press(u"a"_s, u"command"_s)); // to be replaced
+        QVERIFY(press(u"a"_s, u"command"_s)); // select all
     QVERIFY(pressTypingKeys({}) && press(u"return"_s) && pressTypingKeys(u"shift"_s) && press(u"enter"_s));
     QVERIFY(press(u"x"_s) && press(u"y"_s) && press(u"backspace"_s) && press(u"z"_s) && press(u"delete"_s));
     if (m_application.kind == Kind::Terminal)

@@ -141,7 +141,7 @@ QCoro::Task<QDBusMessage> AtspiBus::askLauncher(QDBusMessage call)
     co_return reply;
 }
 
-// On the worker.
+// Runs on the worker.
 QDBusConnection AtspiBus::connect(const QString &address)
 {
     if (address == m_address) {
@@ -155,7 +155,7 @@ QDBusConnection AtspiBus::connect(const QString &address)
     return QDBusConnection::connectToBus(address, m_connectionName);
 }
 
-// On the worker.
+// Runs on the worker.
 void AtspiBus::disconnect()
 {
     if (!m_connectionName.isEmpty())

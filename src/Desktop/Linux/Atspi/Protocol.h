@@ -62,7 +62,7 @@ enum class AtspiState : std::uint32_t {
     Active = 1, // of a window with the focus
     Focused = 12,
     Selected = 23,
-    Sensitive = 24, // not greyed out
+    Sensitive = 24, // not disabled
     Showing = 25,
 };
 

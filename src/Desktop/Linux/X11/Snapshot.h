@@ -24,8 +24,8 @@ struct X11Window
     // The application within the process, once determined.
     QString part;
     QString title;
-    QString instance;               // first part of WM_CLASS
-    QString className;              // second part
+    QString instance;               // first string of WM_CLASS
+    QString className;              // second string
     QString sandbox;                // the process's sandboxed application: a desktop entry id
     QString applicationIdentifier;  // the desktop entry id set on the window
     QString startupIdentifier;      // of the launch that led to this window, if set

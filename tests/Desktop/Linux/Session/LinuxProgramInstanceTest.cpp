@@ -99,7 +99,7 @@ private:
     }
 
 private Q_SLOTS:
-    void aLaterStartHandsItsRequestToTheFirst_data()
+    void aLaterStartForwardsItsRequest_data()
     {
         QTest::addColumn<InstanceRequest>("request");
         QTest::addColumn<QStringList>("activations");
@@ -109,7 +109,7 @@ private Q_SLOTS:
         QTest::newRow("nothing") << InstanceRequest::Nothing << QStringList() << QStringList();
     }
 
-    void aLaterStartHandsItsRequestToTheFirst()
+    void aLaterStartForwardsItsRequest()
     {
         QFETCH(InstanceRequest, request);
         const auto first = startedWith("token-1");

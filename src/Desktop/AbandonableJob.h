@@ -15,15 +15,15 @@
 #include <type_traits>
 #include <utility>
 
-// A single job that may get stuck for good in a library that offers no way out (a connection to a server that
-// has stopped, a dead network disk). Unlike a BoundedQueue, whose end waits for the job in progress, this
-// leaves such a job and its thread behind until the process ends.
+// Runs one blocking job that may never return (a connection to a hung server, a dead network disk). On
+// timeout the job and its thread are abandoned until the process exits; the destructor of a BoundedQueue
+// would wait for the job in progress.
 namespace AbandonableJob {
 
 inline constexpr std::chrono::milliseconds limit = Deadlines::answer;
 
-// The job's result, nothing when the limit is over; throws what the job throws. The job owns what it uses: it
-// may outlive everything else. Called on the main thread; the job runs on a thread of its own with that name.
+// Runs `job` on a new thread called `name`. Returns its result, or nothing on timeout; rethrows its
+// exceptions. The job must own everything it uses, since it may outlive the caller. Thread: main.
 template <typename Job>
 QCoro::Task<std::optional<std::invoke_result_t<Job>>> run(QString name, Job job)
 {

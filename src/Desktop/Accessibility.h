@@ -8,63 +8,63 @@
 #include <memory>
 #include <optional>
 
-// A handle of one element inside an AccessibilityTree; valid as long as that tree.
+// A handle to one element of an AccessibilityTree, valid for the tree's lifetime.
 using AccessibilityElement = int;
 
-// What one element says of itself, under the AX names: `role` "AXButton", …; empty where the platform's role
-// has no AX name. Text attributes are cleaned; one that is absent, unreadable or no text has no value.
+// The attributes of one element, under their AX names. `role` is "AXButton" and so on, or empty if the
+// platform's role has no AX name. Texts are cleaned; an attribute that is absent, unreadable or not a text
+// has no value.
 struct AccessibilityAttributes
 {
     QString role;
     std::optional<QString> title;         // "AXTitle"
     std::optional<QString> description;   // "AXDescription"
-    std::optional<QString> value;         // "AXValue"; never of a password field
+    std::optional<QString> value;         // "AXValue"; never set for a password field
     std::optional<QString> help;          // "AXHelp"
     QList<AccessibilityElement> children; // "AXChildren"
 };
 
-// The accessibility tree of one application, for one walk. Main thread. What a backend can fetch in bulk it
-// keeps for as long as the tree lives, so a tree is never kept from one action to the next.
+// The accessibility tree of one application. A backend may cache what it fetches for the tree's lifetime, so
+// use a tree for one traversal only. Thread: main.
 class AccessibilityTree
 {
 public:
     virtual ~AccessibilityTree() = default;
 
-    // The application's own element.
+    // The application's root element.
     virtual AccessibilityElement root() const = 0;
 
-    // The window or dialog in front, a child of the root; known once the root has been read. None where the
-    // platform does not tell which one it is.
+    // The frontmost window or dialog, a child of the root. Available once the root has been read; nothing if
+    // the platform doesn't report it.
     virtual std::optional<AccessibilityElement> frontWindow() const { return std::nullopt; }
 
-    // The attributes of many elements in one go, in the order asked for. An element that has vanished has an
-    // empty role, no attributes and no children. Throws PlatformError with a sentence when the whole
-    // application stops answering within the walk's time budget (a few seconds), or the accessibility bus is
-    // gone.
+    // Reads the attributes of several elements in one batch, in the given order. An element that no longer
+    // exists has an empty role, no attributes and no children. Throws PlatformError if the application stops
+    // responding within the tree's time budget (a few seconds) or the accessibility bus is lost.
     virtual QCoro::Task<QList<AccessibilityAttributes>> read(QList<AccessibilityElement> elements) = 0;
 
-    // The press action ("AXPress"); false when the element refuses, is gone or does not answer in time. The
-    // application has the focus when its control is pressed.
+    // Performs the press action ("AXPress"), giving the application the focus first. Returns false if the
+    // element refuses, no longer exists or times out.
     virtual QCoro::Task<bool> press(AccessibilityElement element) = 0;
 };
 
-// The accessibility service of the desktop. Main thread.
+// The desktop's accessibility service. Thread: main.
 class Accessibility
 {
 public:
     virtual ~Accessibility() = default;
 
-    // Whether this process may read and operate other applications, and send keys.
+    // Whether this process may read and control other applications and send keys.
     virtual QCoro::Task<bool> isProcessTrusted() = 0;
 
-    // Whether that permission is the user's to give. Where it is not, `requestTrust` alone brings it about.
+    // Whether the user has to grant that permission. If not, `requestTrust` obtains it by itself.
     virtual bool isTrustGivenByUser() const { return true; }
 
-    // Asks the platform to ask the user for that permission. Where nobody is asked, switches accessibility on
-    // and waits until it is, a few seconds at most.
+    // Has the platform prompt the user for the permission. Where no prompt is needed, enables accessibility
+    // and waits for it, a few seconds at most.
     virtual QCoro::Task<void> requestTrust() = 0;
 
-    // The tree of the application with this process. Throws PlatformError when the application has none, with
-    // a sentence that says what the user can do about it.
+    // Returns the tree of the application with this process identifier. Throws PlatformError if it has none;
+    // the message tells the user what to do.
     virtual QCoro::Task<std::shared_ptr<AccessibilityTree>> applicationTree(qint64 processIdentifier) = 0;
 };

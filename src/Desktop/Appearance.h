@@ -3,8 +3,8 @@
 
 #include <QObject>
 
-// Whether the user's desktop is light or dark, at this moment and as it changes. Main thread. The first value
-// is what can be told at once; where a better source has to be asked, its answer arrives as a change.
+// Whether the desktop's theme is dark. The initial value comes from what is available synchronously; a
+// slower, more reliable source reports by `isDarkChanged`. Thread: main.
 class Appearance : public QObject
 {
     Q_OBJECT
@@ -19,7 +19,7 @@ Q_SIGNALS:
 protected:
     using QObject::QObject;
 
-    // For the platform's body; tells of real changes only.
+    // Called by the backend; emits only if the value changes.
     void setDark(bool isDark);
 
 private:

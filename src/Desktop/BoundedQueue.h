@@ -15,8 +15,7 @@
 #include <type_traits>
 #include <utility>
 
-// Whether `future` is finished when it ends or the limit is over, whichever comes first. Call it on a thread
-// with an event loop.
+// Resolves to true when `future` finishes, or to false after `limit`. Call it on a thread with an event loop.
 template <typename Result>
 QFuture<bool> finishedWithin(const QFuture<Result> &future, std::chrono::milliseconds limit)
 {
@@ -36,19 +35,18 @@ QFuture<bool> finishedWithin(const QFuture<Result> &future, std::chrono::millise
     return promise->future();
 }
 
-// A worker thread whose callers never wait without end: a job that has not ended within its limit is given
-// up, and does not start any more if it was still waiting for its turn. `run` is called on the main thread.
+// A worker thread with a timeout per job. On timeout the caller stops waiting, and a job that is still queued
+// never starts. Call `run` on the main thread.
 class BoundedQueue
 {
 public:
-    // `name` names the thread, `partner` (as "The X server") the one that is waited for, in the sentence for
-    // the user.
+    // `name` is the thread's name; `partner` ("The X server") is the subject of the timeout message.
     BoundedQueue(const QString &name, const QString &partner)
         : m_lateSentence(QStringLiteral("%1 doesn't answer.").arg(partner)), m_queue(name)
     {
     }
 
-    // The job's result; throws what the job throws, and PlatformError when the limit is over.
+    // Returns the job's result. Rethrows its exceptions; throws PlatformError on timeout.
     template <typename Job>
     QCoro::Task<std::invoke_result_t<Job>> run(Job job, std::chrono::milliseconds limit = standardLimit)
     {
@@ -68,7 +66,7 @@ public:
         co_return co_await future;
     }
 
-    // For jobs whose end nobody waits for.
+    // Queues a job without waiting for it.
     void post(std::function<void()> job) { m_queue.post(std::move(job)); }
 
     static constexpr std::chrono::milliseconds standardLimit = Deadlines::answer;

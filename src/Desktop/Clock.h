@@ -6,7 +6,7 @@
 
 #include <chrono>
 
-// Time, as the actions use it: to name a screenshot and to let an application settle. Main thread.
+// The time source of the actions: dates screenshots and waits for applications to settle. Thread: main.
 class Clock
 {
 public:
@@ -15,6 +15,6 @@ public:
     // The user's local time.
     virtual QDateTime now() const = 0;
 
-    // Suspends the caller for that long; nothing cuts it short.
+    // Suspends the caller for the whole duration; it can't be cancelled.
     virtual QCoro::Task<void> sleep(std::chrono::milliseconds duration) = 0;
 };

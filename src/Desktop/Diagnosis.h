@@ -5,48 +5,48 @@
 #include <QList>
 #include <QString>
 
-// One thing that was looked at, how it stands, and what the user can do about it. A plain value, usable on
-// any thread. Finding and advice are sentences for people, cleaned: names in them come from the desktop.
+// The result of one check, and what the user can do about it. `finding` and `advice` are sentences for the
+// user; they are cleaned because they quote names from the desktop. A plain value, usable on any thread.
 struct DiagnosticCheck
 {
     enum class State {
         Works,
-        Limited, // works, but not all of it, or not always
-        Broken,  // is there, and does not do what it should
-        Absent,  // is not there
+        Limited, // works partly or unreliably
+        Broken,  // present but not working
+        Absent,  // missing
     };
     enum class Need {
-        Actions, // actions fail without it
-        Comfort, // everything can be done without it, less comfortably
+        Actions, // required by actions
+        Comfort, // only a convenience
     };
 
     QString identifier; // stable, for scripts
-    QString title;      // for people
+    QString title;      // for the user
     Need need = Need::Actions;
     State state = State::Works;
     QString finding = {};
-    QString advice = {}; // empty where there is nothing to do
+    QString advice = {}; // empty if there is nothing to do
 
-    // The same check with its result.
+    // A copy of this check with the given result.
     DiagnosticCheck working(const QString &what) const;
     DiagnosticCheck limited(const QString &what, const QString &remedy) const;
     DiagnosticCheck broken(const QString &what, const QString &remedy) const;
     DiagnosticCheck absent(const QString &what, const QString &remedy) const;
 
-    // Whether actions fail because of it.
+    // Whether actions fail because of this result.
     bool isObstacle() const;
 
     friend bool operator==(const DiagnosticCheck &, const DiagnosticCheck &) = default;
 };
 
-// Looks at what the actions need of the desktop. Main thread.
+// Checks what the actions need from the desktop. Thread: main.
 class Diagnosis
 {
 public:
     virtual ~Diagnosis() = default;
 
-    // The checks that make sense here, in a fixed order; without a desktop, the one that says so. Changes
-    // nothing: presses no key, shows no window, keeps no key for itself, starts no service. Each check gives
-    // up what has not answered within two seconds. Throws nothing.
+    // Runs the checks that apply to this desktop, in a fixed order; without a desktop, returns the single
+    // check that reports its absence. Has no side effects: sends no keys, shows no windows, keeps no grabs,
+    // starts no services. Each request times out after two seconds. Never throws.
     virtual QCoro::Task<QList<DiagnosticCheck>> examine() = 0;
 };

@@ -16,8 +16,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// In bytes. The trash of Linux notes each thing in a file of its name with some twenty characters more, and
-// Qt tries for ever where the name has no room for them.
+// In bytes. A Linux trash stores an information file named after each item, about twenty characters longer;
+// Qt retries endlessly if that name is too long for the file system.
 constexpr qsizetype longestNameInTrash = 235;
 
 std::optional<QList<FolderEntry>> listed(const QString &path)
@@ -26,7 +26,7 @@ std::optional<QList<FolderEntry>> listed(const QString &path)
     if (!folder.exists() || !folder.isReadable())
         return std::nullopt;
     QList<FolderEntry> entries;
-    // System entries are sockets, pipes and links that lead nowhere: they are entries of the folder too.
+    // System entries are sockets, pipes and dangling links.
     QDirIterator iterator(path, QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot);
     while (iterator.hasNext()) {
         iterator.next();
@@ -39,14 +39,13 @@ std::optional<QList<FolderEntry>> listed(const QString &path)
 
 void create(const QString &path)
 {
-    // The system would read such a path up to the null only, and create another folder than the one asked
-    // for.
+    // The system call would truncate the path at the null character and create a different folder.
     if (path.contains(QChar(u'\0')))
         throw PlatformError(
             u"Couldn't create the folder “%1”: its name is invalid."_s.arg(QFileInfo(path).fileName()));
     std::error_code error;
     std::filesystem::create_directories(std::filesystem::path(QFile::encodeName(path).toStdString()), error);
-    // The library reports a file that stands in the way as success of nothing.
+    // If a file of that name exists, create_directories reports no error.
     if (!error && !QFileInfo(path).isDir())
         error = std::make_error_code(std::errc::file_exists);
     if (error)
@@ -81,7 +80,7 @@ bool rename(const QString &from, const QString &to)
     return !error && !isThere(from);
 }
 
-// The path with the beginning of its name, if the name is too long for the trash.
+// The path with its file name truncated to what the trash accepts.
 QString withNameForTrash(const QString &path)
 {
     QString name = QFileInfo(path).fileName();

@@ -10,42 +10,41 @@
 
 #include <optional>
 
-// An entry of a folder listing. `name` is the real name, as needed to act on the entry: clean it before
-// showing it.
+// An entry of a folder listing. `name` is the unmodified file name: clean it before display.
 struct FolderEntry
 {
     QString name;
     std::optional<QDateTime> modificationDate;
 };
 
-// The user's files, the same on every platform. Called on the main thread; the disk is touched on a queue of
-// its own, so that a slow one (a sleeping disk, a network folder) never blocks the caller.
+// The user's files, on every platform. Disk access runs on a worker queue, so that a slow disk (asleep, or on
+// the network) never blocks the caller. Thread: main.
 class Files
 {
 public:
-    // Where the user keeps the folder of this well-known name ("Desktop"), as chosen or translated; the empty
-    // text where the platform has nothing to say. Called on the queue.
+    // Maps a well-known folder name ("Desktop") to the path the user has configured, or to the empty string
+    // if there is none. Called on the worker queue.
     using FolderFinder = QString (*)(const QString &name);
 
-    // `homeDirectory` is the absolute path of the user's home folder.
+    // `homeDirectory` is absolute.
     explicit Files(QString homeDirectory, FolderFinder findFolder = nullptr);
 
     QString homeDirectory() const { return m_homeDirectory; }
 
-    // The path as it is on this disk: "Desktop", "Downloads", "Documents", "Pictures", "Music" and "Videos"
-    // in the home folder are where the user keeps them, unless there is something of that very name.
+    // Resolves a path into "Desktop", "Downloads", "Documents", "Pictures", "Music" or "Videos" of the home
+    // folder to the user's folder of that kind, unless the home folder has an entry of that name.
     QCoro::Task<QString> located(QString path);
 
-    // One level deep, hidden entries left out, in the platform's order; none when the folder cannot be
-    // listed.
+    // Lists a folder without its hidden entries, not recursively, in the platform's order. Returns nothing if
+    // the folder can't be listed.
     QCoro::Task<std::optional<QList<FolderEntry>>> contentsOfDirectory(QString path);
 
     QCoro::Task<bool> exists(QString path);
 
-    // With the missing folders above it; an existing folder is no error. Throws PlatformError.
+    // Creates the folder and its missing parents; succeeds if it exists already. Throws PlatformError.
     QCoro::Task<void> createDirectory(QString path);
 
-    // Moves to the user's trash. Throws PlatformError.
+    // Moves the file or folder to the user's trash. Throws PlatformError.
     QCoro::Task<void> trash(QString path);
 
 private:

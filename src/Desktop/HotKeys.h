@@ -8,7 +8,7 @@
 #include <functional>
 #include <memory>
 
-// Modifier keys of a hot key, with the mask values of the Carbon event manager.
+// Modifier keys of a hot key. The values are the Carbon Event Manager's modifier masks.
 enum class HotKeyModifier : std::uint32_t {
     Command = 0x100,
     Shift = 0x200,
@@ -18,7 +18,7 @@ enum class HotKeyModifier : std::uint32_t {
 Q_DECLARE_FLAGS(HotKeyModifiers, HotKeyModifier)
 Q_DECLARE_OPERATORS_FOR_FLAGS(HotKeyModifiers)
 
-// Tells the hot keys of the whole system apart: the program's four-character code, and a number inside it.
+// A system-wide identifier of a hot key: the program's four-character code and a number within the program.
 struct HotKeyIdentifier
 {
     std::uint32_t signature = 0;
@@ -27,7 +27,7 @@ struct HotKeyIdentifier
     friend bool operator==(const HotKeyIdentifier &, const HotKeyIdentifier &) = default;
 };
 
-// The number of a four-character code: the first character is the most significant byte.
+// Converts a four-character code to its number; the first character is the most significant byte.
 constexpr std::uint32_t fourCharacterCode(const char (&text)[5])
 {
     std::uint32_t code = 0;
@@ -36,26 +36,25 @@ constexpr std::uint32_t fourCharacterCode(const char (&text)[5])
     return code;
 }
 
-// A hot key that is ours for as long as this lives. Opaque. Main thread.
+// Keeps a hot key registered for its lifetime. Thread: main.
 class HotKeyReference
 {
 public:
     virtual ~HotKeyReference() = default;
 };
 
-// Keys that reach us whichever application is in front. Main thread.
+// System-wide hot keys, received whichever application is frontmost. Thread: main.
 class HotKeys
 {
 public:
     virtual ~HotKeys() = default;
 
-    // Registers the key with the given macOS virtual key code (49 is Space) and exactly these modifiers; the
-    // state of Caps Lock and its like makes no difference. `pressed` is called on the main thread, once each
-    // time the key goes down, until the reference is gone.
+    // Registers the key with this macOS virtual key code (49 is Space) and exactly these modifiers; Caps Lock
+    // and other locks are ignored. `pressed` is called on the main thread, once per physical key press, while
+    // the returned reference exists.
     //
-    // Gives no reference, and says nothing, when another program owns the key or there are no such keys here.
-    // Asynchronous, bounded, never throws. The reference may outlive neither this object nor what `pressed`
-    // uses.
+    // Returns null if another program owns the key or the platform has no hot keys. Has a timeout; never
+    // throws. The reference must not outlive this object or anything that `pressed` uses.
     virtual QCoro::Task<std::shared_ptr<HotKeyReference>> registerHotKey(std::uint16_t virtualKey,
                                                                          HotKeyModifiers modifiers,
                                                                          HotKeyIdentifier identifier,

@@ -7,13 +7,13 @@
 #include <functional>
 #include <memory>
 
-// Calls from a worker thread into objects of the main thread that may end at any time. Made and destroyed on
-// the main thread.
+// Lets worker threads call functions of main-thread objects that may be destroyed at any time. Constructed
+// and destroyed on the main thread.
 class MainThreadCalls
 {
 public:
-    // A function that any thread may call: it has `callee` called on the main thread, unless this object is
-    // gone by then.
+    // Returns a function for any thread that queues a call of `callee` on the main thread. The call is
+    // dropped if this object has been destroyed by then.
     template <typename... Arguments>
     std::function<void(Arguments...)> wrap(std::function<void(Arguments...)> callee) const
     {

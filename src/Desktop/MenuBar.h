@@ -3,8 +3,8 @@
 
 #include <QObject>
 
-// The desktop's own menu bar for the program: tells which of the program's commands the user chose there.
-// Where desktops have no such thing, this very class serves, and nothing is ever chosen. Main thread.
+// The program's menu in the desktop's menu bar. On platforms without one, this class itself is used and emits
+// nothing. Thread: main.
 class MenuBar : public QObject
 {
     Q_OBJECT

@@ -6,8 +6,8 @@
 
 #include <QString>
 
-// A failure that the platform reported, passed on unwrapped: its message is the platform's own sentence,
-// cleaned of line breaks and control characters. Thrown by the desktop services.
+// A failure in a desktop service. The message is the platform's own text, unwrapped, cleaned of line breaks
+// and control characters.
 class PlatformError : public LocalizedError
 {
 public:

@@ -3,15 +3,15 @@
 
 #include <QString>
 
-// Tells the desktop that the program is at work for the user, where a desktop slows programs down whose
-// windows nobody sees. Where desktops do no such thing, this very class serves. Main thread.
+// Prevents the desktop from throttling the program while it works with its windows hidden. On platforms that
+// don't throttle programs, this class itself is used and does nothing. Thread: main.
 class ProgramActivity
 {
 public:
     virtual ~ProgramActivity() = default;
 
-    // The program is at work until `end`; `reason` is for people who look at why it is. Called by turns with
-    // `end`, beginning with this one.
+    // Starts an activity that lasts until `end`; calls alternate. `reason` is shown in the system's
+    // diagnostic tools.
     virtual void begin(const QString & /* reason */) {}
     virtual void end() {}
 };

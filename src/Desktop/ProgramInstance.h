@@ -5,40 +5,39 @@
 #include <QObject>
 #include <QString>
 
-// What a start of the program asks of the instance that is running already.
+// What a second start of the program requests from the running instance.
 enum class InstanceRequest {
     Activate, // show the window
     Toggle,   // what the hot key does
-    Nothing,  // it need only run
+    Nothing,  // have an instance running, no more
 };
 
 enum class InstanceStanding {
-    First, // this process is the running instance now
-    Later, // another one is, and has taken the request: this process is to end
+    First, // this process is the running instance
+    Later, // another process is and has accepted the request; this process should exit
 };
 
-// Keeps the program to one running instance a user and desktop session. A token names the user's deed (a
-// click, a key) to the window system, which lets windows come to the front only for such; it may be empty.
-// Main thread.
+// Ensures a single running instance per user and desktop session. An activation token, possibly empty,
+// identifies the user input (a click, a key) that caused a start; the window system requires it before it
+// lets a window take the focus. Thread: main.
 //
-// Make it before the application object, which takes the token of this start out of the environment.
+// Construct it before the application object, which removes the launch token from the environment.
 class ProgramInstance : public QObject
 {
     Q_OBJECT
 
 public:
-    // Becomes the running instance, or else hands the request over to the one that is. Of several starts at
-    // the same time exactly one becomes it; where instances cannot know of each other, each does. Call it
-    // once, with the signals connected. Asynchronous and bounded; throws PlatformError, with a sentence for
-    // the user, when the running instance does not answer.
+    // Becomes the running instance, or forwards the request to it. Of several concurrent starts exactly one
+    // becomes the running instance; without a way to find each other, all do. Call once, after connecting the
+    // signals. Throws PlatformError if the running instance doesn't respond before the timeout.
     virtual QCoro::Task<InstanceStanding> claim(InstanceRequest request) = 0;
 
-    // The token that this process was started with.
+    // The activation token that this process was started with.
     virtual QString launchToken() const = 0;
 
 Q_SIGNALS:
-    // Another start, or the desktop, asks the running instance for its window; or does what the hot key does.
-    // Only after `claim` has given First has anybody reason to ask.
+    // A later start or the desktop requests the window (`activated`) or the hot key's action
+    // (`toggleRequested`). Emitted only after `claim` has returned First.
     void activated(const QString &token);
     void toggleRequested(const QString &token);
 

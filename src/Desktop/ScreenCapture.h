@@ -4,13 +4,13 @@
 #include <QCoroTask>
 #include <QString>
 
-// Pictures of the screen. Main thread.
+// Takes screenshots. Thread: main.
 class ScreenCapture
 {
 public:
     virtual ~ScreenCapture() = default;
 
-    // Writes the whole screen as PNG to `path`, without a sound. Throws PlatformError when the capture cannot
-    // be started at all; a capture that leaves no file is noticed by the caller.
+    // Silently captures the whole screen to a PNG file at `path`. Throws PlatformError if the capture can't
+    // be started. A later failure leaves no file; the caller checks for that.
     virtual QCoro::Task<void> capture(QString path) = 0;
 };

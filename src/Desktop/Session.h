@@ -6,17 +6,16 @@
 
 #include <optional>
 
-// The user's session: whether anything may be done in it at all. Main thread.
+// The user's login session, and whether actions can work in it. Thread: main.
 class Session
 {
 public:
     virtual ~Session() = default;
 
-    // Why the windows, the keys and the screen of this session are out of reach as long as it lasts, in one
-    // sentence for the user; nothing where they are not. The same at every call.
+    // Why the windows, keys and screen of this session are inaccessible, as a sentence for the user, or
+    // nothing if they are accessible. Constant during the session.
     virtual std::optional<QString> obstacle() const = 0;
 
-    // Whether the screen is locked at this moment, so that nothing behind it may be seen or touched. Bounded;
-    // throws nothing: a service that does not answer has locked nothing.
+    // Whether the screen is locked. A service that fails or times out counts as not locked. Never throws.
     virtual QCoro::Task<bool> isLocked() = 0;
 };

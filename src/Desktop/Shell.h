@@ -7,8 +7,8 @@
 #include "Desktop/ProgramActivity.h"
 #include "Desktop/WindowStyler.h"
 
-// The desktop that our own window lives on: one reference a service, passed explicitly and freely copied.
-// Whoever makes the services keeps them alive longer than the window.
+// The services used by our own window, passed explicitly and copied freely. Their owner keeps them alive
+// longer than the window.
 struct Shell
 {
     HotKeys &hotKeys;

@@ -13,7 +13,7 @@ QCoro::Task<void> SystemClock::sleep(std::chrono::milliseconds duration)
 {
     QTimer timer;
     timer.setSingleShot(true);
-    // The coarse default is up to 5 % off, and the waits of the actions are exact.
+    // A coarse timer may be up to 5 % off; actions require exact waits.
     timer.setTimerType(Qt::PreciseTimer);
     timer.start(duration);
     co_await timer;

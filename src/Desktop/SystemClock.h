@@ -3,7 +3,7 @@
 
 #include "Desktop/Clock.h"
 
-// The computer's own clock, the same on every platform. Main thread.
+// The system's clock, on every platform. Thread: main.
 class SystemClock : public Clock
 {
 public:

@@ -6,43 +6,41 @@
 
 class QWindow;
 
-// Reaches the window that hosts the interface, as the platform's window system sees it: makes it the floating
-// panel without a title that it is to be, and brings it to the user. Main thread; nothing here waits, and
-// nothing fails: what the window system does not do stays undone.
+// Turns the program's window into a floating panel without a title bar, and brings it to the front. Never
+// blocks or fails; what the window system doesn't support is skipped. Thread: main.
 class WindowStyler : public QObject
 {
     Q_OBJECT
     Q_PROPERTY(bool isCompositing READ isCompositing NOTIFY isCompositingChanged)
 
 public:
-    // A window's property of this name is the radius of its corners as it draws them, in device-independent
-    // pixels: none, or 0, where they are square.
+    // The dynamic property of a QWindow that holds the corner radius it draws, in device-independent pixels;
+    // unset or 0 for square corners.
     static constexpr const char *cornerRadiusProperty = "cornerRadius";
 
-    // Styles the window: no title bar, a background that may be translucent (blurred where the desktop offers
-    // it), an ordinary entry in the task bar. Call it once, before the window is first shown. It stays in
-    // force as long as the window lives, also when its native window is made anew after closing.
+    // Styles the window: no title bar, a background that may be translucent (and is blurred if the desktop
+    // supports it), a normal task bar entry. Call once, before the window is first shown. The style survives
+    // re-creation of the native window.
     virtual void style(QWindow &window) = 0;
 
-    // Shows the window on the workspace that the user sees, in the middle of the screen where the pointer is,
-    // above all others and with the keyboard focus, even though another application is in front. It is not
-    // there yet on return; calling again meanwhile, hiding or destroying the window is safe.
+    // Shows the window on the current workspace, centred on the screen with the pointer, above all others and
+    // with the keyboard focus, even if another application is active. Completes asynchronously; meanwhile the
+    // window may be hidden or destroyed, or this called again.
     //
-    // `activationToken` is what the desktop gave for the user's deed that led here, if it gave anything (see
-    // ProgramInstance).
+    // `activationToken` identifies the user input that caused this, if known (see ProgramInstance).
     virtual void bringForward(QWindow &window, const QString &activationToken = QString()) = 0;
 
-    // Hides the program as a whole, so that the one that the user was in before is active again, where the
-    // window system knows of that; tells whether it does. Otherwise it is for the caller to hide the windows.
+    // Hides the whole application, so that the previously active one is activated again. Returns false if the
+    // window system can't do that; the caller then hides the windows.
     virtual bool hideApplication() { return false; }
 
-    // The height, in device-independent pixels, of the title bar with the window's buttons that the window
-    // system lays over the top of a styled window; 0 where there is none. With one, the window's edge, its
-    // corners, resizing and the material behind it are the window system's, too.
+    // The height, in device-independent pixels, of the title bar with buttons that the window system draws
+    // over the top of a styled window; 0 if none. If there is one, the window system also provides border,
+    // corners, resizing and background material.
     virtual int titleBarHeight() const { return 0; }
 
-    // Whether translucent windows show what lies behind them; otherwise their background must be opaque. Up
-    // to date by the time that `bringForward` shows a window.
+    // Whether a compositor makes translucent windows possible; if not, backgrounds must be opaque. Up to date
+    // when `bringForward` shows a window.
     bool isCompositing() const { return m_isCompositing; }
 
 Q_SIGNALS:
@@ -51,7 +49,7 @@ Q_SIGNALS:
 protected:
     using QObject::QObject;
 
-    // For the platform's body; tells of real changes only.
+    // Called by the backend; emits only if the value changes.
     void setCompositing(bool isCompositing);
 
 private:

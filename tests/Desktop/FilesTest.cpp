@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// The description of what the task threw, or "done".
+// The message of the task's error, or "done".
 QCoro::Task<QString> outcomeOf(QCoro::Task<void> task)
 {
     try {
@@ -37,22 +37,22 @@ private Q_SLOTS:
     void init();
     void cleanup();
     void aFolderIsListedOneLevelDeepWithoutHiddenEntries();
-    void linksThatLeadNowhereAreListed();
+    void danglingLinksAreListed();
     void modificationDatesAreThoseOfTheDisk();
-    void whatIsNoFolderCannotBeListed_data();
-    void whatIsNoFolderCannotBeListed();
-    void existenceIsToldOfFilesAndFolders();
-    void foldersAreCreatedWithTheOnesAboveThem();
+    void onlyFoldersCanBeListed_data();
+    void onlyFoldersCanBeListed();
+    void existsForFilesAndFolders();
+    void missingParentFoldersAreCreated();
     void anExistingFolderIsNoError();
     void aFileInTheWayIsAnError_data();
     void aFileInTheWayIsAnError();
     void aNullInANameIsAnError();
-    void wellKnownFoldersAreWhereTheUserKeepsThem_data();
-    void wellKnownFoldersAreWhereTheUserKeepsThem();
+    void wellKnownFoldersResolveToUserFolders_data();
+    void wellKnownFoldersResolveToUserFolders();
     void trashingMovesTheItemAway_data();
     void trashingMovesTheItemAway();
-    void trashingShortensANameThatTheTrashHasNoRoomFor();
-    void trashingWhatIsNotThereIsAnError();
+    void trashingShortensTooLongNames();
+    void trashingAMissingItemIsAnError();
 
 private:
     void addFile(const QString &name) const
@@ -96,7 +96,7 @@ void FilesTest::aFolderIsListedOneLevelDeepWithoutHiddenEntries()
     QCOMPARE(names, (QStringList{u"b"_s, u"x.txt"_s}));
 }
 
-void FilesTest::linksThatLeadNowhereAreListed()
+void FilesTest::danglingLinksAreListed()
 {
     QVERIFY(QDir(m_home->path()).mkdir(u"a"_s));
     QVERIFY(QFile::link(path(u"nowhere"_s), path(u"a/link"_s)));
@@ -119,21 +119,21 @@ void FilesTest::modificationDatesAreThoseOfTheDisk()
     QCOMPARE(listing->first().modificationDate, std::optional(date));
 }
 
-void FilesTest::whatIsNoFolderCannotBeListed_data()
+void FilesTest::onlyFoldersCanBeListed_data()
 {
     QTest::addColumn<QString>("name");
     QTest::newRow("nothing there") << u"none"_s;
     QTest::newRow("a file") << u"file"_s;
 }
 
-void FilesTest::whatIsNoFolderCannotBeListed()
+void FilesTest::onlyFoldersCanBeListed()
 {
     QFETCH(QString, name);
     addFile(u"file"_s);
     QVERIFY(!QCoro::waitFor(m_files->contentsOfDirectory(path(name))));
 }
 
-void FilesTest::existenceIsToldOfFilesAndFolders()
+void FilesTest::existsForFilesAndFolders()
 {
     addFile(u"file"_s);
     QVERIFY(QCoro::waitFor(m_files->exists(path(u"file"_s))));
@@ -141,7 +141,7 @@ void FilesTest::existenceIsToldOfFilesAndFolders()
     QVERIFY(!QCoro::waitFor(m_files->exists(path(u"none"_s))));
 }
 
-void FilesTest::foldersAreCreatedWithTheOnesAboveThem()
+void FilesTest::missingParentFoldersAreCreated()
 {
     QCOMPARE(outcome(m_files->createDirectory(path(u"a/b/Été"_s))), u"done"_s);
     QVERIFY(QFileInfo(path(u"a/b/Été"_s)).isDir());
@@ -177,9 +177,9 @@ void FilesTest::aNullInANameIsAnError()
     QVERIFY(!QFileInfo::exists(path(u"a"_s)));
 }
 
-void FilesTest::wellKnownFoldersAreWhereTheUserKeepsThem_data()
+void FilesTest::wellKnownFoldersResolveToUserFolders_data()
 {
-    QTest::addColumn<QString>("path"); // in the home folder, as is the place unless it is a whole path
+    QTest::addColumn<QString>("path"); // relative to the home folder; the place too, unless absolute
     QTest::addColumn<QString>("place");
     QTest::newRow("the folder") << u"Desktop"_s << u"/elsewhere/Schreibtisch"_s;
     QTest::newRow("something in it") << u"Desktop/a/b.txt"_s << u"/elsewhere/Schreibtisch/a/b.txt"_s;
@@ -192,7 +192,7 @@ void FilesTest::wellKnownFoldersAreWhereTheUserKeepsThem_data()
     QTest::newRow("the home folder") << QString() << QString();
 }
 
-void FilesTest::wellKnownFoldersAreWhereTheUserKeepsThem()
+void FilesTest::wellKnownFoldersResolveToUserFolders()
 {
     QFETCH(QString, path);
     QFETCH(QString, place);
@@ -233,25 +233,25 @@ void FilesTest::trashingMovesTheItemAway()
     QVERIFY(!QDir(m_home->path()).entryList(QDir::AllEntries | QDir::System).contains(name));
     QVERIFY(QFile::exists(path(u"target"_s)));
     if (QSysInfo::kernelType() != u"linux")
-        return; // The trash cannot be put elsewhere there.
+        return; // On other platforms, the trash folder is fixed.
     const QDir trash(path(u"data/Trash/files"_s));
     QVERIFY(trash.entryList(QDir::AllEntries | QDir::System).contains(name));
 }
 
-void FilesTest::trashingShortensANameThatTheTrashHasNoRoomFor()
+void FilesTest::trashingShortensTooLongNames()
 {
-    const QString name = QString(127, u'é') + u'x'; // 255 bytes, the most that a name may have
+    const QString name = QString(127, u'é') + u'x'; // 255 bytes, the longest file name
     addFile(name);
     QCOMPARE(outcome(m_files->trash(path(name))), u"done"_s);
     QVERIFY(!QFile::exists(path(name)));
     if (QSysInfo::kernelType() != u"linux")
-        return; // The trash cannot be put elsewhere there.
+        return; // On other platforms, the trash folder is fixed.
     const QStringList trashed = QDir(path(u"data/Trash/files"_s)).entryList(QDir::Files);
     QCOMPARE(trashed.size(), 1);
     QVERIFY2(name.startsWith(trashed.first()) && trashed.first().size() > 100, qPrintable(trashed.first()));
 }
 
-void FilesTest::trashingWhatIsNotThereIsAnError()
+void FilesTest::trashingAMissingItemIsAnError()
 {
     QCOMPARE(outcome(m_files->trash(path(u"none.txt"_s))),
              u"“none.txt” couldn't be moved to the Trash because it doesn't exist."_s);

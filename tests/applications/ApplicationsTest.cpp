@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// Names, windows and scripts of real applications, judged by the windows on the screen. What there is to do
-// with each of them is in matrix/.
+// Names, windows and scripts of real applications, judged by the windows on the screen. Actions on each
+// application are tested in matrix/.
 #include "applications/support/DesktopTest.h"
 
 using namespace Qt::StringLiterals;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// Web addresses and pages in a real Firefox. What it shows is judged by its window's title and by what the
-// pages report. What every browser can do is in matrix/.
+// Web addresses and pages in a real Firefox, judged by its window's title and the pages' reports. Actions on
+// every browser are tested in matrix/.
 #include "applications/support/DesktopTest.h"
 #include "applications/support/LocalSite.h"
 
@@ -90,7 +90,7 @@ void BrowserTest::pressesTheControlOfThatLabel()
     const Outcome page = perform("open_url", {{"url", m_site->address(u"/controls"_s)}});
     VERIFY_EFFECT(Browser::showsPage(u"Controls"_s) && Browser::isActive(), page);
 
-    // A browser that has just started offers a page's controls a moment after it shows the page.
+    // Retry: a browser just started exposes a page's controls with a delay.
     Outcome outcome;
     const auto isFound = [&] { return !(outcome = perform("click", {{"label", label}})).hasFailed; };
     QVERIFY2(QTest::qWaitFor(isFound, PrivateDesktop::patience), qPrintable(outcome.line));

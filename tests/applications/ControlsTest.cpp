@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// Controls of a GTK and a Qt application, judged by their windows and the document that they save. What there
-// is to press in each toolkit is in matrix/.
+// Controls of a GTK and a Qt application, judged by their windows and saved document. Controls of every
+// toolkit are tested in matrix/.
 #include "applications/support/DesktopTest.h"
 
 using namespace Qt::StringLiterals;
@@ -34,7 +34,7 @@ void ControlsTest::initTestCase_data()
     QTest::newRow("Qt") << u"featherpad"_s << u"FeatherPad"_s << u"Open"_s;
 }
 
-// An editor with a document that has just been changed.
+// Opens an editor with a modified document.
 void ControlsTest::init()
 {
     QFETCH_GLOBAL(QString, program);
@@ -47,7 +47,7 @@ void ControlsTest::init()
     QVERIFY(PrivateDesktop::open(program, {m_path}, windowClass));
     QVERIFY(QTest::qWaitFor([] { return Screen::showsTitle(u"letter.txt"_s); }, PrivateDesktop::patience));
     const Outcome outcome = perform("type_text", {{"text", u"Dear reader"_s}});
-    VERIFY_EFFECT(Screen::windowsOf(windowClass).value(0).title.startsWith(u'*'), outcome); // changed
+    VERIFY_EFFECT(Screen::windowsOf(windowClass).value(0).title.startsWith(u'*'), outcome); // modified
 }
 
 void ControlsTest::pressesALabelInAnyLetterCase()
@@ -57,7 +57,7 @@ void ControlsTest::pressesALabelInAnyLetterCase()
     QCOMPARE(outcome.line, u"Clicked “SAVE”."_s);
 }
 
-// Quitting asks what should become of the document; the dialog's own button keeps the application open.
+// Quitting opens a save prompt; its Cancel button keeps the application open.
 void ControlsTest::answersADialog()
 {
     const Outcome asked = perform("quit_app", {{"app", m_windowClass}});
@@ -68,7 +68,7 @@ void ControlsTest::answersADialog()
     QCOMPARE(PrivateDesktop::read(m_path), QByteArray());
 }
 
-// Its application goes on answering, and takes keys, while the dialog is there.
+// While the dialog is open, its application responds to calls and keys.
 void ControlsTest::aDialogOfAMenuIsReadAndAnswered()
 {
     const Outcome asked = perform("click", {{"label", m_openLabel}});
@@ -81,7 +81,7 @@ void ControlsTest::aDialogOfAMenuIsReadAndAnswered()
     VERIFY_EFFECT(Screen::windowsOf(m_windowClass).size() == 1, outcome);
 }
 
-// Both windows have the same controls, whichever the application tells first.
+// Both windows have the same controls, in any order.
 void ControlsTest::ofTwoEqualWindowsTheOneInFrontIsMeant()
 {
     if (m_windowClass != u"Mousepad"_s)

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// Whole tasks, typed in plain words, planned by the practice model and carried out by the program on real
-// applications. A task has three attempts, each on a fresh desktop, and is judged by what the desktop shows.
+// Whole tasks in plain words, planned by the practice model and run by the program on real applications. Each
+// task has three attempts, each on a clean desktop, and is judged by its effect.
 #include "applications/support/Browser.h"
 #include "applications/support/Clipboard.h"
 #include "applications/support/OrvaneProgram.h"
@@ -25,7 +25,7 @@ namespace {
 constexpr int mostAttempts = 3;
 constexpr int effectLimitMilliseconds = 20'000;
 
-// What has to be there before a task, and how to see that it is done. `said` is what the program wrote.
+// The preparation of a task and the check for its effect. `said` is the program's output.
 struct Demonstration
 {
     std::function<bool()> prepare;
@@ -42,7 +42,7 @@ void writeAged(const QString &path, const QByteArray &content, int minutesOld)
         qFatal("%s cannot be dated", qPrintable(path));
 }
 
-// The user's folders, with the same files before every attempt.
+// Resets the user's folders to the same files before every attempt.
 bool resetHome()
 {
     for (const QString &name : {u"Desktop"_s, u"Documents"_s, u"Downloads"_s, u"Pictures"_s}) {
@@ -68,7 +68,7 @@ bool fileManagerShows(const QString &folder)
     return !windows.isEmpty() && windows.last().title.startsWith(folder);
 }
 
-// Whether the file manager shows the folder with that file selected.
+// Whether the file manager shows the folder with this file selected.
 bool fileManagerHasSelected(const QString &folder, const QString &name)
 {
     return fileManagerShows(folder) && Screen::activeClass() == "Thunar"_L1 &&
@@ -138,12 +138,12 @@ QHash<QString, Demonstration> demonstrations()
                                  [](const QString &) { return !Screen::shows(u"gnome-calculator"_s); }};
     all[u"Open my Documents folder"_s] = {nothing,
                                           [](const QString &) { return fileManagerShows(u"Documents"_s); }};
-    // A question: its effect is the answer.
+    // A question: its effect is the output.
     all[u"What windows are open?"_s] = {calculatorRuns,
                                         [](const QString &said) { return said.count(u"Calculator"_s) > 0; }};
     all[u"Find the newest PNG in Pictures"_s] = {
         nothing, [](const QString &) { return fileManagerHasSelected(u"Pictures"_s, u"sunset.png"_s); }};
-    // Out of reach: the planner says so, in a sentence that is longer than any piece of a reply.
+    // Impossible: the model declines with a sentence longer than any token.
     all[u"What's the weather in Oslo?"_s] = {
         nothing, [](const QString &said) {
             return said.contains(u"Sorry, I can't do that. I can open apps and websites, search "
@@ -201,7 +201,7 @@ void DemonstrationTest::carriesOutTheTask()
     }
     const QString failure =
         u"%1 attempts were not enough. On the screen: %2"_s.arg(mostAttempts).arg(Screen::described());
-    // Whether the weights manage such a task in three attempts is chance, and no fault of the program.
+    // Whether the model plans such a task within three attempts is random, not the program's fault.
     if (linesOf(QStringLiteral(ORVANE_UNRELIABLE_TASKS)).contains(task))
         QSKIP(qPrintable(u"The practice model is known to be unreliable here. "_s + failure));
     QFAIL(qPrintable(failure));

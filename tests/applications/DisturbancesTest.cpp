@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// What else goes on at a desktop while actions are carried out: other windows, other users of the keyboard, a
-// window manager that comes and goes. An action has its effect all the same, or says in one clear line why
-// not; and what comes after it works.
+// Actions during other activity on the desktop: other windows, a user typing, the window manager being
+// replaced. An action still has its effect or fails with one clear line, and later actions work.
 #include "applications/support/DesktopTest.h"
 
 #include <QDir>
@@ -45,10 +44,10 @@ private:
 
 namespace {
 
-// For what is to be said within two seconds, on a machine that may be busy.
+// For errors due within two seconds; generous, for a busy machine.
 constexpr std::chrono::seconds bound{10};
 
-// Long enough that something can happen in its middle.
+// Long enough to be disturbed halfway.
 const QString longText =
     u"The quick brown fox jumps over the lazy dog, zwölf Boxkämpfer jagen. "_s.repeated(12);
 
@@ -76,7 +75,7 @@ bool lock(QProcess &locker)
     return QTest::qWaitFor([] { return Screen::isKeyboardGrabbed(); }, PrivateDesktop::patience);
 }
 
-// Without its password.
+// Kills the locker, since it would need a password.
 void unlock(QProcess &locker)
 {
     locker.kill();
@@ -94,8 +93,8 @@ bool isInFront()
     return Screen::activeClass() == "Mousepad"_L1;
 }
 
-// Does it when some text has arrived, which Mousepad marks in its title; not any more when the result is
-// gone.
+// Calls `action` once the first text has arrived, which Mousepad shows in its title. Destroying the result
+// cancels it.
 std::unique_ptr<QTimer> onceTypingBegins(std::function<void()> action)
 {
     auto timer = std::make_unique<QTimer>();
@@ -128,7 +127,7 @@ void DisturbancesTest::init()
     QVERIFY(PrivateDesktop::open(u"mousepad"_s, {m_path}, u"Mousepad"_s));
 }
 
-// Types it after what is there, and finds exactly that in the saved document.
+// Types the text, saves, and checks that the document contains it.
 void DisturbancesTest::verifyTyping(const QString &text)
 {
     const Outcome typed = perform("type_text", {{"text", text}});
@@ -254,7 +253,7 @@ void DisturbancesTest::theScreenIsLockedWhileTyping()
     verifyTyping(u"after the lock"_s);
 }
 
-// The application grabs the keyboard for it.
+// The menu's application grabs the keyboard.
 void DisturbancesTest::anOpenMenuTakesTheKeys()
 {
     Screen::pressKey(u"alt+f"_s);
@@ -297,18 +296,17 @@ void DisturbancesTest::theWindowManagerIsReplaced()
     verifyTyping(u"under a new manager"_s);
 }
 
-// The last function: nobody knows how long a session without a manager lasts.
+// Last: the session may not survive without a window manager.
 void DisturbancesTest::theWindowManagerEnds()
 {
     const QList<qint64> before = PrivateDesktop::processesWith("xfwm4");
     for (const qint64 manager : before)
         ::kill(static_cast<pid_t>(manager), SIGKILL);
-    // The process ends before the server has taken its frames away, and only then is it settled who has the
-    // keys.
+    // Wait until the server has destroyed the manager's frames: only then is the focus settled.
     QTRY_VERIFY_WITH_TIMEOUT(PrivateDesktop::processesWith("xfwm4").isEmpty(), PrivateDesktop::patience);
     const quint32 window = editorWindow();
     QTRY_VERIFY_WITH_TIMEOUT(!Screen::hasFrame(window), PrivateDesktop::patience);
-    // The window may have kept the keys, or lost them with its frame.
+    // The window may have kept the focus, or lost it with its frame.
     const Outcome front = perform("open_app", {{"app", u"Mousepad"_s}});
     const QString reason = u"No window manager is running to bring “"_s;
     QVERIFY2(!front.hasFailed || front.line.startsWith(reason), qPrintable(front.line));

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// What `orvane doctor` says of a desktop on which one thing at a time is amiss, and that it changes nothing
-// there.
+// What `orvane doctor` reports for one fault at a time, and that it has no side effects.
 #include "applications/support/Doctor.h"
 #include "applications/support/DesktopTest.h"
 #include "applications/support/OrvaneProgram.h"
@@ -17,7 +16,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// A program of this desktop that stands still while this lives.
+// Stops programs of this desktop with SIGSTOP for its lifetime.
 class Stopped
 {
 public:
@@ -42,7 +41,7 @@ private:
     QList<qint64> m_processes;
 };
 
-// Another program that wants Alt+Space for itself.
+// Another client that grabs Alt+Space.
 class KeyOwner
 {
 public:
@@ -119,7 +118,7 @@ void DoctorTest::aGoodDesktopWorksAndStaysAsItIs()
     QVERIFY(Doctor::isAccessibilityOn());
     QVERIFY2(report.status == 0 && report.object[u"works"_s].toBool(), qPrintable(report.text));
     for (const QString &identifier : report.identifiers()) {
-        // The window manager has Alt+Space.
+        // The window manager grabs Alt+Space.
         const QString expected = identifier == u"hot-key"_s ? u"limited"_s : u"works"_s;
         QVERIFY2(report.state(identifier) == expected, qPrintable(report.text));
     }
@@ -135,7 +134,7 @@ void DoctorTest::aGoodDesktopWorksAndStaysAsItIs()
     QVERIFY2(text.output.endsWith(u"\nAll that tasks need works.\n"_s), qPrintable(text.output));
 }
 
-// What the session outside has left in the environment says nothing about the X server in here.
+// The outer session's environment variables say nothing about the nested X server.
 void DoctorTest::aDesktopInsideAWaylandSessionWorks()
 {
     const Doctor::Report report =
@@ -184,7 +183,7 @@ void DoctorTest::somethingIsNotThere_data()
                                     << u"accessibility"_s << u"absent"_s << 13;
     QTest::newRow("a dead session bus") << Doctor::Environment{{u"DBUS_SESSION_BUS_ADDRESS"_s, nowhere}}
                                         << u"accessibility"_s << u"absent"_s << 13;
-    // No application of any kind is installed.
+    // Without any installed applications.
     QTest::newRow("no browser") << Doctor::Environment{{u"XDG_DATA_DIRS"_s, u"/nowhere"_s}} << u"browser"_s
                                 << u"absent"_s << 13;
     QTest::newRow("no file manager") << Doctor::Environment{{u"XDG_DATA_DIRS"_s, u"/nowhere"_s}}
@@ -221,7 +220,7 @@ void DoctorTest::accessibilityIsOff()
 
 void DoctorTest::anApplicationHidesItsControls()
 {
-    // Chromium does, unless it is asked not to when it starts.
+    // Chromium does, unless started with --force-renderer-accessibility.
     const QString page = u"data:text/html,<title>quiet</title>"_s;
     QVERIFY(PrivateDesktop::open(
         u"chromium"_s, {u"--no-sandbox"_s, u"--no-first-run"_s, u"--disable-gpu"_s, page}, u"Chromium"_s));
@@ -289,7 +288,7 @@ void DoctorTest::theWindowManagerHasEnded()
     QCOMPARE(report.state(u"window-manager"_s), u"absent"_s);
     QCOMPARE(report.state(u"hot-key"_s), u"works"_s);
     {
-        // The doctor has left the key free, and sees who takes it.
+        // The doctor kept no grab, and detects another client's.
         const KeyOwner owner;
         QVERIFY(owner.hasKey());
         QCOMPARE(Doctor::consult().state(u"hot-key"_s), u"limited"_s);
@@ -306,7 +305,7 @@ void DoctorTest::theWindowManagerHasEnded()
     QVERIFY(QTest::qWaitFor(isManaged, PrivateDesktop::patience));
 }
 
-// The last function: the bus does not come back.
+// Last: the bus doesn't restart.
 void DoctorTest::theAccessibilityBusHasDied()
 {
     for (const qint64 bus : PrivateDesktop::processesWith("accessibility.conf"))
@@ -320,7 +319,7 @@ void DoctorTest::theAccessibilityBusHasDied()
     QVERIFY2(report.status == 4, qPrintable(report.text));
     QCOMPARE(report.state(u"accessibility"_s), u"broken"_s);
     QCOMPARE(report.state(u"applications"_s), u"limited"_s);
-    // It did not start what was not running.
+    // The doctor didn't restart it.
     QVERIFY(isGone());
 }
 

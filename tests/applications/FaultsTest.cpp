@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// What goes wrong in other programs costs one clear line and a bounded time, and the next action works.
+// Faults in other programs cause one clear error line within bounded time, and the next action works.
 #include "applications/support/DesktopTest.h"
 
 #include <QTimer>
@@ -28,7 +28,7 @@ private:
 
 namespace {
 
-// Much longer than the time limits inside, much shorter than waiting for ever.
+// Well above all internal timeouts.
 constexpr std::chrono::seconds bound{30};
 
 void killAll(const QList<qint64> &processes)
@@ -39,7 +39,7 @@ void killAll(const QList<qint64> &processes)
 
 } // namespace
 
-// It was possible all the same, or it says what is wrong.
+// The action succeeded, or failed with one clear line.
 void FaultsTest::verifyOneClearLine(const Outcome &outcome)
 {
     QVERIFY2(!outcome.line.isEmpty() && (!outcome.hasFailed || isOneClearLine(outcome.line)),
@@ -113,7 +113,7 @@ void FaultsTest::aWindowThatVanishesWhileItIsRead()
         verifyThatAnotherApplicationWorks();
 }
 
-// From here on the buses do not come back.
+// From here on, the buses don't restart.
 void FaultsTest::theAccessibilityBusGoesAway()
 {
     QVERIFY(PrivateDesktop::open(u"mousepad"_s, {}, u"Mousepad"_s));
@@ -134,7 +134,7 @@ void FaultsTest::theAccessibilityBusGoesAway()
     VERIFY_EFFECT(Screen::activeClass() == "FeatherPad"_L1, outcome);
 }
 
-// The window manager and most applications end with it; the program does not.
+// The window manager and most applications exit with the bus; the program must not.
 void FaultsTest::theSessionBusGoesAway()
 {
     QVERIFY(PrivateDesktop::open(u"featherpad"_s, {}, u"FeatherPad"_s));

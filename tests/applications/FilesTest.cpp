@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Files and folders on the real desktop, judged by the disk and by what the file manager shows.
+// Files and folders on the real desktop, judged by the disk and the file manager's windows.
 #include "applications/support/DesktopTest.h"
 
 #include <QDateTime>
@@ -64,7 +64,7 @@ void FilesTest::findsFoldersWithNamesInTheUsersLanguage()
 
 void FilesTest::savesAPictureOfTheScreen()
 {
-    // The page of an editor in the picture tells it from a blank one.
+    // An editor's window, so that the picture isn't uniform.
     QVERIFY(PrivateDesktop::open(u"mousepad"_s, {}, u"Mousepad"_s));
     const Outcome outcome = perform("screenshot", {{"save_to", u"Pictures"_s}});
     const QDir pictures(PrivateDesktop::home(u"Pictures"_s));

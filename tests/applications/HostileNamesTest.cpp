@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Files and folders with the names and in the places that make trouble, judged by the disk and by what the
-// applications show.
+// Files and folders with difficult names and locations, judged by the disk and the applications' windows.
 #include "applications/support/DesktopTest.h"
 
 #include "Base/Text.h"
@@ -30,7 +29,7 @@ private Q_SLOTS:
     void isMovedToTheTrash();
 
 private:
-    // Where the named thing is to be, in a folder of its own.
+    // The path of the item, in a folder of its own.
     QString path() const { return m_folder->filePath(m_name); }
     void makeFile();
     QString trashed() const;
@@ -87,7 +86,7 @@ void HostileNamesTest::init()
     QVERIFY(m_folder->isValid());
 }
 
-// A link leads to a file in the home folder.
+// A link's target is a file in the home folder.
 void HostileNamesTest::makeFile()
 {
     const QString file = m_isLink ? PrivateDesktop::home(u"Documents/linked.txt"_s) : path();
@@ -115,7 +114,7 @@ void HostileNamesTest::isFound()
     VERIFY_EFFECT(Screen::showsTitle(parent), outcome);
 }
 
-// The editor that opens it saves what is typed there in the very file.
+// Text typed into the opened editor is saved to the same file.
 void HostileNamesTest::isOpened()
 {
     makeFile();
@@ -133,7 +132,7 @@ void HostileNamesTest::isMovedToTheTrash()
     makeFile();
     const Outcome outcome = perform("trash", {{"path", path()}});
     if (m_isLink && m_isElsewhere) {
-        // Qt looks for the trash where the link leads to. Nothing may be lost by that.
+        // Qt looks for the trash of the link's target. Nothing may be lost.
         QVERIFY2(outcome.hasFailed && isOneClearLine(outcome.line), qPrintable(outcome.line));
         QVERIFY(QFileInfo(path()).isSymLink());
         QCOMPARE(PrivateDesktop::read(path()), content);
@@ -151,7 +150,7 @@ void HostileNamesTest::isMovedToTheTrash()
     }
 }
 
-// Where the thing lies in a trash; empty when it is in none. A long name is shortened there.
+// The item's path in a trash, or empty. Long names are truncated there.
 QString HostileNamesTest::trashed() const
 {
     const QStringList trashes{PrivateDesktop::home(u".local/share/Trash"_s),

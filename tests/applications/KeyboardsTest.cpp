@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// Real applications on a computer whose keyboards have differing layouts: what is typed arrives as written,
-// and commands are the ones that were meant.
+// Real applications while keyboard devices have different layouts: text arrives unchanged, and shortcuts
+// work.
 #include "Support/KeyboardDevices.h"
 #include "applications/support/DesktopTest.h"
 #include "applications/support/HardText.h"
@@ -32,7 +32,7 @@ private Q_SLOTS:
     void commandsWorkInABrowser();
 
 private:
-    // The physical keyboard was used last, so that applications know its layout.
+    // Uses the physical keyboard last, so that applications see its layout.
     void setLayouts(const QString &physical, const QString &sending);
 
     KeyboardDevices m_keyboards;
@@ -99,7 +99,7 @@ void KeyboardsTest::textArrivesInAWebPage()
     VERIFY_EFFECT(site.report() == plainText, typed);
 }
 
-// Keys are sent with a keyboard that lacks it.
+// The XTEST keyboard lacks this language.
 void KeyboardsTest::theUserGoesOnInTheLanguageThatWasSwitchedOn()
 {
     const QString path = PrivateDesktop::home(u"Documents/language.txt"_s);
@@ -129,7 +129,7 @@ void KeyboardsTest::commandsWorkInABrowser_data()
     QTest::newRow("the tab closed, in another language") << u"us,ru"_s << u"w"_s;
 }
 
-// Either of them leads from the second page to the first one.
+// Either shortcut leads from the second page to the first.
 void KeyboardsTest::commandsWorkInABrowser()
 {
     QFETCH(QString, layout);
@@ -150,7 +150,7 @@ void KeyboardsTest::commandsWorkInABrowser()
     QVERIFY(open(u"/second"_s, u"Second page"_s));
 
     KeyboardDevices::setLayout(layout, u"grp:toggle"_s);
-    m_keyboards.pressPhysicalKey(rightAlternateKey); // the next language, where there is one
+    m_keyboards.pressPhysicalKey(rightAlternateKey); // the next language, if there is one
     const Outcome pressed = perform("press_key", {{"key", key}, {"modifiers", u"command"_s}});
     VERIFY_EFFECT(isShown(u"First page"_s), pressed);
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// What actions leave behind on the desktop and in the program, also when the program is killed: nothing.
+// Actions leave nothing behind on the desktop or in the program, even if the program is killed.
 #include "Support/KeyboardDevices.h"
 #include "applications/support/DesktopTest.h"
 
@@ -29,7 +29,7 @@ namespace {
 constexpr auto typingOption = "--type";
 constexpr std::uint8_t shiftKey = 50;
 
-// Of characters that no key of the layout types; long enough to be killed in its middle.
+// Characters that the layout lacks; long enough to be interrupted halfway.
 const QString foreignText = u"Съешь ещё этих мягких французских булок, да выпей же чаю. "_s.repeated(40);
 
 qsizetype openDescriptors()
@@ -37,7 +37,7 @@ qsizetype openDescriptors()
     return QDir(u"/proc/self/fd"_s).entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot).size();
 }
 
-// This very program as one that does nothing but type.
+// Runs this executable as a program that only types.
 int typeAndEnd()
 {
     ActionRunner runner;
@@ -71,7 +71,7 @@ void ResidueTest::performEveryKind()
     QVERIFY(perform("open_app", {{"app", u"Zanzibar Studio"_s}}).hasFailed);
 }
 
-// What is opened once and kept, as a connection to a bus, is open after the first round.
+// Descriptors that are kept, such as bus connections, are opened in the first round.
 void ResidueTest::actionsGiveTheirDescriptorsBack()
 {
     performEveryKind();
@@ -81,7 +81,7 @@ void ResidueTest::actionsGiveTheirDescriptorsBack()
     QTRY_COMPARE_WITH_TIMEOUT(openDescriptors(), before, PrivateDesktop::patience);
 }
 
-// The user's keyboard has another layout than the one that keys are sent with, and was used last.
+// The user's keyboard has a different layout from the XTEST keyboard, and was used last.
 void ResidueTest::theKeysOfAKilledProgramArePutBackByTheNext()
 {
     KeyboardDevices keyboards;
@@ -102,7 +102,7 @@ void ResidueTest::theKeysOfAKilledProgramArePutBackByTheNext()
     QVERIFY(hasChangedKeys());
     QCOMPARE(KeyboardDevices::map(keyboards.physical), physical);
 
-    // What applications see is the user's keyboard again as soon as that is used.
+    // Applications see the user's keymap again as soon as that keyboard is used.
     keyboards.pressPhysicalKey(shiftKey);
     QCOMPARE(Screen::keysWithSymbols(), keys);
 

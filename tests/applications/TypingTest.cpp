@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Text of every kind arrives unchanged in a GTK, a Qt and a web page's text field, ten times out of ten.
+// Text of every kind arrives unchanged in a GTK, a Qt and a web text field, in ten rounds out of ten.
 #include "applications/support/DesktopTest.h"
 #include "applications/support/HardText.h"
 #include "applications/support/LocalSite.h"
@@ -22,7 +22,7 @@ private Q_SLOTS:
     void arrivesInAWebPage();
 
 private:
-    // Replaces the text that is there.
+    // Replaces the existing text.
     Outcome type(const QString &text);
 };
 
@@ -54,7 +54,7 @@ void TypingTest::arrivesInAnEditor()
         QVERIFY2(!outcome.hasFailed, qPrintable(outcome.line));
         const Outcome saved = perform("press_key", {{"key", u"s"_s}, {"modifiers", u"command"_s}});
         QVERIFY2(!saved.hasFailed, qPrintable(saved.line));
-        // Editors may end the last line when they save.
+        // Editors may append a line break when saving.
         QString arrived;
         const auto isThere = [&] {
             arrived = QString::fromUtf8(PrivateDesktop::read(path));

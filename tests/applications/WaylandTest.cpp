@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// In a Wayland session whatever needs windows, keys or the screen fails with one sentence, and the X server
-// that is there for older applications gets nothing of it, although it would take everything.
+// In a Wayland session, whatever needs windows, keys or the screen fails with one sentence, and Xwayland
+// receives no requests that would reach its windows.
 #include "applications/support/ActionRunner.h"
 #include "applications/support/Doctor.h"
 #include "applications/support/OrvaneProgram.h"
@@ -22,8 +22,8 @@ namespace {
 const QString sentence = u"Orvane can't see or operate a Wayland desktop yet: log out, and choose an X11 "
                          "(“Xorg”) session on the login screen."_s;
 
-// A window in front that tells every event it gets. Keys from elsewhere show that it listens, and that all
-// that was sent before has arrived.
+// An active window that records all its events (xev). Keys sent by xdotool prove that it receives events, and
+// mark that all earlier ones have arrived.
 class Witness
 {
 public:
@@ -36,8 +36,7 @@ public:
     Witness(const Witness &) = delete;
     Witness &operator=(const Witness &) = delete;
 
-    // Waits until keys go to it, which is a moment after it has become the active window; false when that
-    // takes too long.
+    // Starts it and waits until it has the input focus, shortly after it becomes active. False on timeout.
     bool start()
     {
         m_program.start(u"xev"_s);
@@ -49,8 +48,8 @@ public:
         return QTest::qWaitFor(hasKeys, PrivateDesktop::patience);
     }
 
-    // All that it was told since the last time, up to the key, which is pressed now; nothing if that does not
-    // arrive.
+    // Presses the key, and returns all events since the last call and before the key; nothing if the key
+    // doesn't arrive.
     std::optional<QByteArray> eventsBefore(const QString &key)
     {
         Screen::pressKey(key);
@@ -161,7 +160,7 @@ void WaylandTest::filesAreWorkedOn()
     QVERIFY(!QFileInfo::exists(folder + u"/a.txt"_s));
 }
 
-// Neither is the missing model asked for, which would be fetched in vain.
+// Nor does it ask to download the missing model, which would be in vain.
 void WaylandTest::aTaskIsRefusedBeforeItIsPlanned()
 {
     const OrvaneProgram::Ending ending = OrvaneProgram::run({u"do"_s, u"Open Mousepad"_s});
@@ -186,7 +185,7 @@ void WaylandTest::withoutAnyServerItIsSaidToo_data()
     QTest::newRow("the window") << QStringList();
 }
 
-// The compositor is gone as well, so that there is nothing to show the window on.
+// Without a compositor either, so that the window can't be shown.
 void WaylandTest::withoutAnyServerItIsSaidToo()
 {
     QFETCH(QStringList, arguments);

@@ -13,20 +13,19 @@
 
 #include <QDir>
 
-// The real desktop: owns every service and the threads behind them. Made and destroyed on the main thread;
-// made once, before the first action, and kept until the program ends. In a Wayland session its services
-// have no connection to the X server that may be there as well.
+// The Linux backend: owns all services and their threads. Constructed once, before the first action, and kept
+// until the program exits. In a Wayland session its services don't connect to Xwayland. Thread: main.
 class LinuxDesktop : private AtspiEnvironment
 {
 public:
-    // Throws PlatformError when there is neither an X server to connect to nor a Wayland session.
+    // Throws PlatformError if there is neither an X server nor a Wayland session.
     explicit LinuxDesktop(const QString &homeDirectory = QDir::homePath());
 
-    // References that are good for as long as this object lives.
+    // The references are valid for this object's lifetime.
     Desktop desktop();
 
 private:
-    // What accessibility needs of the other services.
+    // AtspiEnvironment, implemented by the other services.
     QCoro::Task<bool> canSendKeys() override;
     QCoro::Task<void> activate(qint64 processIdentifier) override;
     QCoro::Task<bool> strikeKey(qint64 processIdentifier, std::uint16_t virtualKey) override;

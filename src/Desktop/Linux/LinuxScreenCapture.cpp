@@ -11,9 +11,9 @@ namespace {
 
 void write(const QImage &picture, const QString &path)
 {
-    // Whoever asked looks for the file: half a picture would look like success.
+    // The caller takes an existing file for success, so never leave a partial one.
     QSaveFile file(path);
-    // What is left in the buffer is written by `flush`; `commit` would not notice that the disk is full.
+    // `commit` doesn't detect a full disk, so write the buffer with `flush` first.
     if (file.open(QIODevice::WriteOnly) && picture.save(&file, "PNG") && file.flush())
         file.commit();
 }

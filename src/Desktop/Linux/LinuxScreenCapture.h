@@ -5,13 +5,13 @@
 #include "Desktop/Linux/X11/Display.h"
 #include "Desktop/ScreenCapture.h"
 
-// Pictures of the X screen, taken and written away from the main thread. `display` outlives this object.
+// Screenshots of the X screen, captured and written on worker threads. `display` must outlive this object.
 class LinuxScreenCapture : public ScreenCapture
 {
 public:
     explicit LinuxScreenCapture(X11Display &display);
 
-    // A picture that cannot be taken or written as a whole leaves no file behind.
+    // Leaves no file if the image can't be captured or written completely.
     QCoro::Task<void> capture(QString path) override;
 
 private:

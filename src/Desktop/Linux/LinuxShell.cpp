@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// The X server that our windows are on.
+// Connects to the X server that shows our windows.
 std::unique_ptr<X11Display> connectToDisplay(Clock &clock)
 {
     if (QGuiApplication::platformName() != "xcb"_L1)
@@ -20,7 +20,7 @@ std::unique_ptr<X11Display> connectToDisplay(Clock &clock)
     try {
         return std::make_unique<X11Display>(clock);
     } catch (const PlatformError &) {
-        // Our window can do without the services of the X server.
+        // The window also works without these services.
         return nullptr;
     }
 }
@@ -29,7 +29,7 @@ std::unique_ptr<X11Display> connectToDisplay(Clock &clock)
 
 LinuxShell::LinuxShell() : m_display(connectToDisplay(m_clock))
 {
-    // In a Wayland session, X clients see only the keys that go to X windows.
+    // In a Wayland session, X clients receive only keys sent to X windows.
     const bool seesAllKeys = m_display && !m_display->connection().isXwayland();
     m_hotKeys = std::make_unique<LinuxHotKeys>(seesAllKeys ? m_display.get() : nullptr);
     m_appearance = std::make_unique<LinuxAppearance>(m_display.get());

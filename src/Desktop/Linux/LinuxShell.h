@@ -8,10 +8,9 @@
 
 class X11Display;
 
-// What the desktop offers to our own window: owns the services, and a connection to the X server of their
-// own, so that the hot key is heard while keys are being typed. Made and destroyed on the main thread, after
-// the application object and before it respectively. Throws nothing: without an X server, or on Wayland,
-// there is simply no hot key, and the window system places the window.
+// The services for our own window. They have a separate X connection, so that the hot key works while the
+// desktop services type. Without an X server, or on Wayland, there is no hot key and the window system places
+// the window. Never throws. Construct it after the application object and destroy it before. Thread: main.
 class LinuxShell
 {
 public:
@@ -20,12 +19,12 @@ public:
     LinuxShell(const LinuxShell &) = delete;
     LinuxShell &operator=(const LinuxShell &) = delete;
 
-    // References that are good for as long as this object lives.
+    // The references are valid for this object's lifetime.
     Shell shell();
 
 private:
     SystemClock m_clock;
-    std::unique_ptr<X11Display> m_display; // none without an X server
+    std::unique_ptr<X11Display> m_display; // null without an X server
     std::unique_ptr<HotKeys> m_hotKeys;
     std::unique_ptr<Appearance> m_appearance;
     std::unique_ptr<WindowStyler> m_windowStyler;

@@ -3,11 +3,11 @@
 
 #include "Desktop/Linux/Typing/X11Keyboard.h"
 
-// The user's hands on the keyboard of the X server that $DISPLAY names. Keys are named by their symbols.
+// Simulates a user typing on the X server of $DISPLAY. Keys are given by keysym.
 class Hands
 {
 public:
-    // A key with modifiers; all are up again on return.
+    // Presses and releases a key with modifiers.
     void strike(std::uint32_t symbol, const QList<std::uint32_t> &modifiers = {})
     {
         for (const std::uint32_t each : modifiers)

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-// A window that tells on its standard output, a line an event, which keys reach it: the other application of
-// the keyboard tests. A line holds what happened, Qt's key and modifiers, the text and the key's code.
-// Arguments: the titles of one window each.
+// The target application of the keyboard tests: prints one line per key event. A line contains "press" or
+// "release", Qt's key and modifiers in hexadecimal, the text's UTF-8 bytes in hexadecimal, and the keycode.
+// Opens a window for each argument, its title.
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QRasterWindow>

@@ -11,36 +11,36 @@
 #include <memory>
 #include <optional>
 
-// The services of the real desktop with what tests need around them: other programs, and a look at the screen
-// through a connection that the services do not use. Main thread.
+// The services of the real desktop, and what tests need besides: other programs and window queries. Thread:
+// main.
 class LinuxBench
 {
 public:
-    // How long a test waits for what must happen in the end: long, for a slow machine that is busy.
+    // The timeout for awaited conditions; long enough for a slow, busy machine.
     static constexpr int patience = 30'000; // milliseconds
 
-    // A program that is ended, however the test ends.
+    // A process that is killed at the end of its scope.
     using Program = std::unique_ptr<QProcess, void (*)(QProcess *)>;
     static Program start(const QString &program, const QStringList &arguments = {});
 
-    // The windows at this moment, oldest first.
+    // The current windows, oldest first.
     X11Snapshot snapshot();
 
-    // Waits for a window whose title contains the text to be active.
+    // Waits until a window whose title contains the text is active.
     bool waitForActive(const QString &partOfTitle);
-    // Waits for a window whose title contains the text to exist, and gives it.
+    // Waits for a window whose title contains the text; nothing on timeout.
     std::optional<X11Window> waitForWindow(const QString &partOfTitle);
     bool waitForNoWindow(const QString &partOfTitle);
 
     void bringForward(const X11Window &window);
 
-    // Posts the strokes to the application that is in front; the message of what it ends with, as `errorOf`.
+    // Posts the strokes to the frontmost application. Returns the error message, as `errorOf` does.
     QString post(const QList<KeyStroke> &strokes, std::chrono::microseconds pause = {});
 
-    // The message of the PlatformError that the task ends with; empty when it succeeds.
+    // The message of the task's PlatformError; empty if it succeeds.
     static QString errorOf(QCoro::Task<void> task);
 
-    // What a tool prints, as xprop or xmodmap.
+    // Runs a tool such as xprop and returns its standard output.
     static QByteArray output(const QString &program, const QStringList &arguments);
 
     SystemClock clock;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Pictures of a real screen.
+// Screenshots of a real screen.
 #include "Desktop/Linux/LinuxScreenCapture.h"
 #include "Desktop/Linux/LinuxBench.h"
 #include "Desktop/Linux/XServer.h"
@@ -61,7 +61,7 @@ private Q_SLOTS:
                  1);
     }
 
-    void aPictureThatCannotBeWrittenLeavesNoFile()
+    void anUnwritablePictureLeavesNoFile()
     {
         const QTemporaryDir folder;
         const QString path = folder.filePath(u"missing/Screenshot.png"_s);
@@ -70,8 +70,8 @@ private Q_SLOTS:
         QVERIFY(QDir(folder.path()).isEmpty());
     }
 
-    // As on a disk that is full in the middle of the picture.
-    void aPictureThatCannotBeWrittenWholeLeavesNoFile()
+    // As on a disk that fills up while writing.
+    void aPartlyWrittenPictureLeavesNoFile()
     {
         std::signal(SIGXFSZ, SIG_IGN);
         rlimit usual{};
@@ -84,7 +84,7 @@ private Q_SLOTS:
         QVERIFY(QDir(folder.path()).isEmpty());
     }
 
-    void aScreenThatHandsOutNoPictureLeavesNoFile()
+    void anUnsupportedScreenLeavesNoFile()
     {
         const XServer server(u"640x480x16"_s);
         QVERIFY(server.isRunning());

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// What the desktop offers to our window, as a whole.
+// The services for our own window, together.
 #include "Desktop/Linux/LinuxShell.h"
 #include "Desktop/Linux/Hands.h"
 #include "Desktop/Linux/LinuxBench.h"
@@ -30,8 +30,8 @@ class LinuxShellTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    // The server takes the focus away while a hot key is down; whoever toggles the window must not see that.
-    void theWindowStillHasTheFocusWhenItsHotKeyIsTold()
+    // While a grabbed key is down, the server moves the focus away; the toggle must not see that.
+    void theWindowKeepsTheFocusDuringItsHotKey()
     {
         LinuxShell shell;
         QRasterWindow window;
@@ -47,7 +47,7 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(focused, QList<QWindow *>{&window}, LinuxBench::patience);
     }
 
-    void aKeyCallsTheWindowAndSendsItAway()
+    void aHotKeyShowsAndHidesTheWindow()
     {
         LinuxShell shell;
         QRasterWindow window;
@@ -70,7 +70,7 @@ private Q_SLOTS:
         }
     }
 
-    // The X server sees all keys of its own desktop, whatever that one runs in.
+    // A nested X server receives all keys of its own desktop.
     void insideAWaylandSessionThereAreHotKeys()
     {
         qputenv("WAYLAND_DISPLAY", "wayland-0");
@@ -79,7 +79,7 @@ private Q_SLOTS:
         qunsetenv("WAYLAND_DISPLAY");
     }
 
-    void itMayEndWhileTheWindowIsOnItsWay()
+    void theShellMayBeDestroyedWhileTheWindowAppears()
     {
         QRasterWindow window;
         window.resize(400, 300);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// The window's shell on a desktop without a session bus.
+// The shell services without a session bus.
 #include "Desktop/Linux/Session/LinuxProgramInstance.h"
 #include "Desktop/Linux/Window/LinuxAppearance.h"
 #include "Support/Awaited.h"
@@ -23,7 +23,7 @@ private Q_SLOTS:
         QCOMPARE(Awaited::result(two.claim(InstanceRequest::Toggle)), InstanceStanding::First);
     }
 
-    void thePaletteTellsLightAndDark()
+    void thePaletteDeterminesTheTheme()
     {
         const LinuxAppearance appearance(nullptr);
         QVERIFY(!appearance.isDark());

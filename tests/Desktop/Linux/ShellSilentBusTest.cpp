@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// The window's shell with a session bus that takes connections and never says a word.
+// The shell services with a session bus that accepts connections but never replies.
 #include "Desktop/Linux/Session/LinuxProgramInstance.h"
 #include "Desktop/Linux/Window/LinuxAppearance.h"
 #include "Support/Awaited.h"
@@ -28,7 +28,7 @@ private Q_SLOTS:
         const LinuxAppearance appearance(nullptr);
         QCOMPARE(Awaited::result(instance.claim(InstanceRequest::Activate)), InstanceStanding::First);
         QVERIFY(!appearance.isDark());
-        // The workers are let go, so that the end of the test need not wait for them.
+        // Unblock the workers, so that the test can exit.
         server.reset();
     }
 };

@@ -5,8 +5,8 @@
 #include <QProcess>
 #include <QString>
 
-// An X server of the test's own, without a window manager, which $DISPLAY names until this object is gone.
-// `screen` is its width, height and bits a pixel.
+// A private X server without a window manager. $DISPLAY refers to it for this object's lifetime. `screen` is
+// its width, height and depth.
 class XServer
 {
 public:
@@ -18,7 +18,7 @@ public:
     bool isRunning() const { return m_process.state() == QProcess::Running && !m_display.isEmpty(); }
     QByteArray display() const { return m_display; }
     void signal(int number);
-    // Returns when it is gone.
+    // Waits until it has exited.
     void kill();
 
 private:

@@ -6,13 +6,13 @@
 
 using namespace Qt::StringLiterals;
 
-// The description of the bundle, as it is in the source.
+// The bundle's Info.plist, as in the source tree.
 class InfoPlistTest : public QObject
 {
     Q_OBJECT
 
 private:
-    QHash<QString, QString> m_texts; // of the keys whose value is a text
+    QHash<QString, QString> m_texts; // string values, by key
 
     void read(QXmlStreamReader &xml)
     {
@@ -41,7 +41,8 @@ private Q_SLOTS:
         QVERIFY2(!xml.hasError(), qPrintable(xml.errorString()));
     }
 
-    // Without its text, macOS refuses some of these without a question, and asks for others without a reason.
+    // Without a usage description, macOS denies some permissions without prompting, and prompts for others
+    // without a reason.
     void everyPermissionIsExplained_data()
     {
         QTest::addColumn<QString>("key");

@@ -6,7 +6,7 @@
 #include <QString>
 #include <QStringList>
 
-// The columns of the matrix: what is done with each application.
+// The columns of the matrix: the actions tested with each application.
 enum class MatrixAction {
     OpenByName,
     OpenByPart,
@@ -32,51 +32,51 @@ enum class MatrixAction {
     SearchWebNamed,
 };
 
-// How one sees from outside that a control was pressed.
+// The observable effect of pressing a control.
 enum class MatrixEffect {
     TitleShows,    // a window's title contains the text
     AnotherWindow, // the application has one more window
-    WindowGone,    // the application has one window less
-    DocumentSaved, // the document's file holds what was typed
+    WindowGone,    // the application has one window fewer
+    DocumentSaved, // the document's file contains the typed text
     PageReports,   // the page posts the text
 };
 
-// Controls to press one after the other, and what comes of the last one.
+// Controls to press in sequence, and the effect of the last one.
 struct MatrixClick
 {
     QStringList labels;
     MatrixEffect effect = MatrixEffect::TitleShows;
     QString text;
-    QString key; // pressed before, as xdotool writes it; empty: none
+    QString key; // pressed first, in xdotool's notation; may be empty
 };
 
-// A row of the matrix: a real application, and what there is to do in it.
+// A row of the matrix: a real application and its test data.
 struct MatrixApplication
 {
     enum class Kind { Editor, FileManager, Browser, Terminal };
 
     QString heading;
     Kind kind = Kind::Editor;
-    QString name;          // in the menu of applications
-    QString part;          // of that name
-    QString alias;         // a word that users have for it
-    QString role;          // an application of another system whose place it can take
-    QStringList roleTypes; // it has that role when it is the default for these
-    QString entry;         // its desktop entry
+    QString name;          // in the application menu
+    QString part;          // a part of the name
+    QString alias;         // another name that users have for it
+    QString role;          // the application of another platform that it can stand for
+    QStringList roleTypes; // the role requires being the default for these
+    QString entry;         // the file name of its desktop entry
     QString program;
     QStringList arguments;
     QString windowClass;
-    QString startTitle;  // in the title, once its document, page or folder is shown
-    QString keyInNewTab; // what makes the title of a new tab another one, as xdotool writes it
+    QString startTitle;  // in the title once its document, page or folder is shown
+    QString keyInNewTab; // changes the title of a new tab; in xdotool's notation
     MatrixClick click;
     MatrixClick clickPart;
     MatrixClick clickClosedMenu;
     MatrixClick clickOpenMenu;
     MatrixClick secondWindow; // opens it
     MatrixClick clickSecondWindow;
-    QString readable;      // one of the lines that read_ui gives
-    QStringList keysTaken; // combinations that it keeps to itself, as MatrixKey::pageName() writes them
-    QHash<MatrixAction, QString> cannot; // and why
+    QString readable;                    // an item of read_ui's result
+    QStringList keysTaken;               // combinations that it handles itself, as in MatrixKeys::pageName()
+    QHash<MatrixAction, QString> cannot; // unsupported actions, with the reasons
 };
 
 namespace MatrixApplications {

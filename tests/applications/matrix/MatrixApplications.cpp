@@ -20,7 +20,7 @@ const QString otherTabKey =
 const QString filledMenus =
     u"It fills a menu when the menu opens. Opening it first works: click the menu, then the item."_s;
 
-// Begins the number of a character: their input method takes the keys after it.
+// Starts Unicode input: the input method consumes the keys after it.
 const QString unicodeEntry = u"Ctrl+Shift+KeyU"_s;
 
 Reasons notOnTheWeb(const Reasons &others)

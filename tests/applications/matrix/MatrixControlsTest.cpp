@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Controls, windows and pictures.
+// Controls, windows and screenshots.
 #include "applications/matrix/MatrixTest.h"
 
 #include <QDir>
@@ -75,8 +75,7 @@ void MatrixTest::verifyClick(const MatrixClick &click)
         Screen::pressKey(click.key);
     Outcome outcome;
     for (const QString &label : click.labels) {
-        // A menu that has just opened, or a page that has just been loaded, offers its controls a moment
-        // later.
+        // Retry: a menu just opened or a page just loaded exposes its controls with a delay.
         const auto isPressed = [&] { return !(outcome = perform("click", {{"label", label}})).hasFailed; };
         QVERIFY2(QTest::qWaitFor(isPressed, PrivateDesktop::patience), qPrintable(outcome.line));
         QCOMPARE(outcome.line, u"Clicked “%1”."_s.arg(label));
@@ -84,7 +83,7 @@ void MatrixTest::verifyClick(const MatrixClick &click)
     VERIFY_EFFECT(isSeen(click, before) || isSeenWhenRepeated(click), outcome);
 }
 
-// A list in a page offers its options before it has quite opened.
+// A list in a page exposes its options before it has fully opened.
 bool MatrixTest::isSeenWhenRepeated(const MatrixClick &click)
 {
     if (click.effect != MatrixEffect::PageReports || click.labels.size() < 2)

@@ -31,7 +31,7 @@ void addSample()
                                                        MatrixDesktop::sample().toUtf8() + "\" %f\n");
 }
 
-// The user's own entry of that name takes the place of the system's.
+// A user's entry overrides the system's entry of the same name.
 void addSwitchesToChromium()
 {
     const QString entry = QStandardPaths::locate(QStandardPaths::ApplicationsLocation, u"chromium.desktop"_s);
@@ -47,7 +47,7 @@ void MatrixDesktop::prepare(quint16 proxyPort)
     addSample();
     addSwitchesToChromium();
     Browser::useProxy(proxyPort);
-    // Chromium's way of being told.
+    // Chromium reads its proxy from the environment.
     const QByteArray proxy = "http://127.0.0.1:" + QByteArray::number(proxyPort);
     qputenv("http_proxy", proxy);
     qputenv("https_proxy", proxy);
@@ -72,11 +72,11 @@ void MatrixDesktop::makeDefault(const QString &entry, const QStringList &types)
         lines.removeIf([&key](const QByteArray &line) { return line.startsWith(key); });
         lines << key + entry.toUtf8();
     }
-    // In one move, as desktops do it: whoever watches the file never sees half of it.
+    // Atomic, as on real desktops: a program that watches the file never reads a partial one.
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly) || file.write(lines.join('\n') + '\n') < 0 || !file.commit())
         qFatal("%s cannot be written", qPrintable(path));
-    // The library that launchers ask reads the file again once it has heard of the change.
+    // GIO re-reads the file once it is notified of the change.
     const auto isChosen = [&entry](const QString &type) {
         const auto chosen = DesktopEntries::defaultForType(type);
         return chosen && chosen->path.endsWith(u'/' + entry);

@@ -4,20 +4,20 @@
 #include <QString>
 #include <QStringList>
 
-// What the matrix's applications need on the private desktop. Main thread.
+// Prepares the private desktop for the matrix's applications. Thread: main.
 namespace MatrixDesktop {
 
-// Adds the sample application to the menu, and lets the browsers reach nothing but this machine. `proxyPort`:
-// where they ask for everything else. To be called before any of them starts.
+// Adds the sample application to the menu, and makes the browsers use the local proxy at `proxyPort` for all
+// other hosts. Call it before any of them starts.
 void prepare(quint16 proxyPort);
 
-// Where the sample application was built.
+// The path of the sample application.
 QString sample();
 
-// What Chromium needs to run in a container, without its first-run pages.
+// Options for Chromium to run in a container and without first-run pages.
 QStringList chromiumSwitches();
 
-// Makes it the user's choice for these types, and waits until this process knows.
+// Makes the entry the user's default for these types, and waits until GIO returns it.
 void makeDefault(const QString &entry, const QStringList &types);
 
 } // namespace MatrixDesktop

@@ -51,7 +51,7 @@ QList<MatrixKey> otherKeys()
     };
 }
 
-// "Ctrl+Alt+Shift+", the ones that are held. Command is what Control is elsewhere.
+// The prefix for the held modifiers, such as "Ctrl+Alt+Shift+". Command means Control.
 QString prefix(const QString &modifiers)
 {
     QString held;

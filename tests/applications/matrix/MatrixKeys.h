@@ -4,23 +4,23 @@
 #include <QString>
 #include <QStringList>
 
-// A key that press_key knows, and what others call it.
+// A key that press_key supports, and its names elsewhere.
 struct MatrixKey
 {
     QString name;    // as the model writes it
-    QString code;    // as pages call the key
-    QString symbol;  // as Qt calls what it types
-    QString shifted; // the same with Shift
-    QString text;    // what it types into a document; empty: nothing
+    QString code;    // KeyboardEvent.code
+    QString symbol;  // Qt's name of the key
+    QString shifted; // Qt's name with Shift
+    QString text;    // what it types into a document, if anything
     QString shiftedText;
 };
 
 namespace MatrixKeys {
 
-// All 58.
+// All 58 keys.
 QList<MatrixKey> all();
 
-// None, each alone, and each pair, as the model writes them.
+// No modifier, each one, and each pair, as the model writes them.
 QStringList modifiers();
 
 // "Ctrl+Shift+KeyA"
@@ -29,7 +29,7 @@ QString pageName(const MatrixKey &key, const QString &modifiers);
 // "Ctrl+Shift+A"
 QString symbolName(const MatrixKey &key, const QString &modifiers);
 
-// Combinations, as pageName() writes them, that the window manager keeps to itself.
+// Combinations that the window manager grabs, as in pageName().
 const QStringList &takenByTheWindowManager();
 
 } // namespace MatrixKeys

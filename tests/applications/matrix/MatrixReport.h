@@ -7,8 +7,8 @@
 
 #include <utility>
 
-// Collects which cells of the matrix work, and prints the matrix at its end: a line an application, a column
-// an action, and below the reasons why something cannot work. Main thread.
+// Collects the results of the matrix's cells. The destructor prints the matrix, a line per application and a
+// column per action, followed by the reasons for unsupported actions. Thread: main.
 class MatrixReport
 {
 public:
@@ -26,10 +26,10 @@ private:
     QString cell(const MatrixApplication &application, MatrixAction action);
 
     QMap<std::pair<QString, MatrixAction>, Verdict> m_verdicts;
-    QStringList m_reasons; // in the order in which they are first met
+    QStringList m_reasons; // in the order of their first use
 };
 
-// The test of one cell: it has failed until the test gets to this object's end without a failure.
+// The test of one cell: marked as failed, unless the test has not failed when this object is destroyed.
 class MatrixCell
 {
 public:

@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// The pages answer one key, so that the tests see when a page takes keys.
+// Pages respond to F9, so that tests can detect when a page receives keys.
 const QString probe = u"<script>addEventListener('keydown', event => {"
                       "if (event.key === 'F9') { event.preventDefault(); report('awake'); } });</script>"_s;
 
@@ -20,7 +20,7 @@ const QString page =
     "<select aria-label='Fruit' onchange='report(this.value)'><option>Apple<option>Pear</select>"
     "<button onclick=\"open('/second', '', 'width=400,height=300')\">Open another window</button>"
     "<textarea id='area' rows='9' cols='80' autofocus oninput='report(this.value)'></textarea>"
-    // The page stands still while the browser asks, so this report must not wait for an earlier one's answer.
+    // The browser's prompt blocks the page, so this report must not wait for an earlier one.
     "<script>addEventListener('beforeunload', event => {"
     "if (area.value) { navigator.sendBeacon('/report', 'leaving');"
     "event.preventDefault(); event.returnValue = true; } });</script>"_s;
@@ -97,8 +97,8 @@ bool MatrixTest::takesKeysInDocument()
         Screen::pressKey(u"ctrl+s"_s);
         return QTest::qWaitFor(isSaved, answerTime);
     };
-    // The file is there a moment before the editor takes its document for saved; once it has answered many
-    // questions, it has got round to that.
+    // The file exists shortly before the editor clears its modified state; after answering many calls, it has
+    // done so.
     const bool hasSaved = QTest::qWaitFor(saves, PrivateDesktop::patience);
     perform("read_ui");
     return hasSaved;
@@ -157,7 +157,7 @@ void MatrixTest::comesForwardWhenItRuns()
                                  isFeatherPad ? u"Mousepad"_s : u"FeatherPad"_s));
     const Outcome outcome = perform("focus_app", {{"app", m_application.name}});
     VERIFY_EFFECT(Screen::activeClass() == m_application.windowClass, outcome);
-    QCOMPARE(Screen::windows().size(), 2); // none was started a second time
+    QCOMPARE(Screen::windows().size(), 2); // it wasn't started twice
 }
 
 void MatrixTest::quitsWithoutUnsavedWork()
@@ -186,7 +186,7 @@ void MatrixTest::asksBeforeUnsavedWorkIsLost()
         VERIFY_EFFECT(m_site->report() == work, typed);
 
     const Outcome outcome = perform("quit_app", {{"app", m_application.name}});
-    // A browser asks inside its window, editors in another one.
+    // A browser prompts inside its window, editors in a dialog.
     if (m_application.kind == Kind::Browser)
         VERIFY_EFFECT(m_site->report() == "leaving"_L1 && windowCount() == 1, outcome);
     else
@@ -195,7 +195,7 @@ void MatrixTest::asksBeforeUnsavedWorkIsLost()
              u"Asked %1 to quit (it may be waiting on a save prompt)."_s.arg(m_application.name));
 }
 
-// The new tab shows something else, and once it is closed, the window shows what it showed before.
+// The new tab changes the title; closing it restores the title.
 void MatrixTest::opensANewTab()
 {
     const auto cell = begin(MatrixAction::NewTab);

@@ -9,9 +9,8 @@
 #include <memory>
 #include <optional>
 
-// Every kind of action that touches an application, on an application of every toolkit. Each function runs
-// once for each row of MatrixApplications. What became of an action is judged by windows, files, pages and
-// processes.
+// Every kind of action on an application, with an application of every toolkit. Each function runs once per
+// row of MatrixApplications. Effects are judged by windows, files, pages and processes.
 class MatrixTest : public DesktopTest
 {
     Q_OBJECT
@@ -36,17 +35,17 @@ private Q_SLOTS:
 private:
     using Kind = MatrixApplication::Kind;
 
-    // How long an application is given to do something about a key or a press, before the next one.
+    // The time for an application to respond to a key or a press, before a retry.
     static constexpr int answerTime = 1'000; // milliseconds
 
-    // Nothing when the application cannot do that.
+    // Nothing if the application doesn't support the action.
     std::optional<MatrixCell> begin(MatrixAction action);
 
-    // Starts the application with its document, page or folder, and waits until that is shown in front.
+    // Starts the application with its document, page or folder, and waits until its window is active and
+    // shows it.
     [[nodiscard]] bool start();
     [[nodiscard]] bool startWith(const QStringList &arguments, const QString &title);
-    // An application that has just shown its window may lose the first keys. Leaves something in the
-    // document.
+    // Waits until the application handles keys: a new window may lose the first ones. Modifies the document.
     [[nodiscard]] bool takesKeysInDocument();
     [[nodiscard]] bool takesKeysInPage() const;
     bool showsTitle(const QString &part) const;
@@ -63,12 +62,12 @@ private:
     void verifyKeysInDocument();
     void verifyKeysInFolder();
     void verifyEveryKey();
-    // The combinations of which the application told, a line each.
+    // The combinations that the application reported, one per line.
     QString keysReported() const;
 
     void verifyText(const QString &text);
     void verifyNewFolder(const QString &name);
-    // Waits until the text in the document, page or file is exactly this.
+    // Waits until the document, page or file contains exactly this text.
     void verifyWritten(const QString &expected);
     bool isWritten(const QString &expected, QString &written) const;
 
@@ -76,7 +75,7 @@ private:
     void verifySearch(const QString &application);
 
     MatrixApplication m_application;
-    QString m_document; // where its text is saved
+    QString m_document; // the path of its document
     std::unique_ptr<LocalSite> m_site;
     MatrixReport m_report;
 };

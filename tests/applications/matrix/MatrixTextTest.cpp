@@ -23,13 +23,13 @@ void MatrixTest::verifyText(const QString &text)
     if (m_application.kind == Kind::Terminal)
         QVERIFY(!perform("type_text", {{"text", u"cat > %1\n"_s.arg(m_document)}}).hasFailed);
     else
-        QVERIFY(press(u"a"_s, u"command"_s)); // to be replaced
+        QVERIFY(press(u"a"_s, u"command"_s)); // select all
     const Outcome outcome = perform("type_text", {{"text", text}});
     QVERIFY2(!outcome.hasFailed, qPrintable(outcome.line));
     verifyWritten(text);
 }
 
-// A file manager's text is the name of a new folder.
+// In a file manager, types the name of a new folder.
 void MatrixTest::verifyNewFolder(const QString &name)
 {
     Screen::pressKey(u"ctrl+shift+n"_s);
@@ -56,7 +56,7 @@ bool MatrixTest::isWritten(const QString &expected, QString &written) const
 {
     const bool isPage = m_application.kind == Kind::Browser;
     written = isPage ? m_site->report() : QString::fromUtf8(PrivateDesktop::read(m_document));
-    // Editors may end the last line when they save.
+    // Editors may append a line break when saving.
     return written == expected || (!isPage && written == expected + u'\n');
 }
 
@@ -102,13 +102,13 @@ void MatrixTest::verifyKeysInDocument()
     if (m_application.kind == Kind::Terminal)
         QVERIFY(!perform("type_text", {{"text", u"cat > %1\n"_s.arg(m_document)}}).hasFailed);
     else
-        QVERIFY(press(u"a"_s, u"command"_s)); // to be replaced
+        QVERIFY(press(u"a"_s, u"command"_s)); // select all
     QVERIFY(pressTypingKeys({}) && press(u"return"_s) && pressTypingKeys(u"shift"_s) && press(u"enter"_s));
     QVERIFY(press(u"x"_s) && press(u"y"_s) && press(u"backspace"_s) && press(u"z"_s) && press(u"delete"_s));
     if (m_application.kind == Kind::Terminal)
         return verifyWritten(plain + u'\n' + shifted + u"\nx"_s);
 
-    // From the end of “x”: past it and back, up into the second line, back down; the last word is replaced.
+    // From the end of “x”: moves left and right, replaces the last word, and moves up and down a line.
     QVERIFY(press(u"left"_s) && press(u"w"_s) && press(u"right"_s) && press(u"tab"_s) && press(u"y"_s));
     QVERIFY(press(u"left"_s, u"command+shift"_s) && press(u"v"_s));
     QVERIFY(press(u"up"_s) && press(u"down"_s) && press(u"escape"_s) && press(u"esc"_s));
@@ -125,7 +125,7 @@ void MatrixTest::verifyKeysInFolder()
     QVERIFY(QTest::qWaitFor([this] { return windowCount() == 2; }, PrivateDesktop::patience));
 }
 
-// All keys, with every modifier and every pair of them, but for those that somebody takes before.
+// All keys, with every modifier and pair of modifiers, except combinations grabbed or handled elsewhere.
 void MatrixTest::verifyEveryKey()
 {
     const bool isPage = m_application.kind == Kind::Browser;

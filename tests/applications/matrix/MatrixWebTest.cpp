@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Addresses and searches, in the browsers.
+// Opening addresses and searching the web.
 #include "applications/matrix/MatrixDesktop.h"
 #include "applications/matrix/MatrixTest.h"
 
@@ -20,7 +20,7 @@ void MatrixTest::opensAddresses()
         verifyAddressOpened(m_application.part);
 }
 
-// An empty name stands for the default browser.
+// An empty name means the default browser.
 void MatrixTest::verifyAddressOpened(const QString &application)
 {
     const QString address = m_site->address(u"/matrix?from=a%20task"_s);
@@ -45,7 +45,8 @@ void MatrixTest::searchesTheWeb()
         verifySearch(m_application.part);
 }
 
-// The address bar tells what was asked for, and the proxy, where. Nothing leaves this machine.
+// The address bar shows the requested address, and the proxy records the host. No request leaves this
+// machine.
 void MatrixTest::verifySearch(const QString &application)
 {
     const QString query = u"cheap flights to Łódź"_s;

@@ -4,7 +4,7 @@
 #include <QFile>
 #include <QtQmlIntegration>
 
-// The list of the keys that were pressed in the sample application, in a file. Main thread.
+// Writes the keys pressed in the sample application to a file. Thread: main.
 class KeyReport : public QObject
 {
     Q_OBJECT
@@ -13,12 +13,12 @@ class KeyReport : public QObject
     Q_PROPERTY(bool isWanted READ isWanted CONSTANT)
 
 public:
-    // Without a path, nothing is reported.
+    // An empty path disables the report.
     explicit KeyReport(const QString &path);
 
     bool isWanted() const { return m_file.isOpen(); }
 
-    // Adds a line such as "Ctrl+Shift+A", and gives it back.
+    // Adds a line such as "Ctrl+Shift+A", and returns it.
     Q_INVOKABLE QString add(int key, int modifiers);
 
 private:

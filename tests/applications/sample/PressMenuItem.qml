@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// A menu item that assistive programs can press: Qt 6.4 leaves that to the application.
+// A menu item with an accessible press action, which Qt 6.4 leaves to the application.
 import QtQuick
 import QtQuick.Controls.Basic
 

@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Launchers give addresses, people give paths.
+// Launchers pass URLs, users pass paths.
 QString localPath(const QString &argument)
 {
     return argument.startsWith(u"file://"_s) ? QUrl(argument).toLocalFile() : argument;

@@ -4,7 +4,7 @@
 #include <QObject>
 #include <QtQmlIntegration>
 
-// The one text document of the sample application. Main thread.
+// The text document of the sample application. Thread: main.
 class SampleDocument : public QObject
 {
     Q_OBJECT
@@ -14,7 +14,7 @@ class SampleDocument : public QObject
     Q_PROPERTY(QString savedText READ savedText NOTIFY saved)
 
 public:
-    // Without a path, saving it goes nowhere.
+    // Without a path, it can't be saved.
     explicit SampleDocument(const QString &path);
 
     QString name() const;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// The main window. Its title tells what the tests want to see: the document, an asterisk while it has unsaved
-// changes, and the button or menu item that was pressed last.
+// The main window. Its title is for the tests: the document's name, an asterisk if it has unsaved changes,
+// and the button or menu item pressed last.
 import QtQuick
 import QtQuick.Controls.Basic
 import QtQuick.Layouts

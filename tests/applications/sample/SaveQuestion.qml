@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Asks what should become of changes that are not saved.
+// Prompts the user to save or discard unsaved changes.
 import QtQuick
 
 Window {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// A second window of the same application, whose button changes its title.
+// A second window, whose button changes its title.
 import QtQuick
 
 Window {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// A small Qt Quick application for the tests to drive. Arguments: [--keys FILE] [DOCUMENT]. With "--keys" the
-// field that watches keys has the focus, and adds a line to FILE for each key pressed in it.
+// A small Qt Quick application for the tests. Arguments: [--keys FILE] [DOCUMENT]. With "--keys", the key
+// field has the focus and a line is added to FILE for each key pressed in it.
 #include "KeyReport.h"
 #include "SampleDocument.h"
 

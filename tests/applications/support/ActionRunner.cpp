@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Takes the error inside the coroutine: waiting for one that throws would never end.
+// Catches the error inside the coroutine: waitFor never returns for one that throws.
 QCoro::Task<Outcome> carryOut(AgentAction action, Desktop desktop)
 {
     Outcome outcome;

@@ -10,19 +10,19 @@
 
 class LinuxDesktop;
 
-// How an action ended: its result line, or the sentence of its error.
+// The outcome of an action: its result line or error message.
 struct Outcome
 {
     QString line;
     bool hasFailed = false;
     std::chrono::milliseconds duration{};
-    std::chrono::milliseconds standstill{}; // of the event loop, the longest one
+    std::chrono::milliseconds standstill{}; // the longest time the event loop was blocked
 };
 
-// Whether a failure is said as users are to read it: one line, one sentence.
+// Whether an error message is fit for users: a single line that ends with a full stop.
 bool isOneClearLine(const QString &line);
 
-// Carries out actions on the real desktop, just as the agent does for a model's reply. Main thread.
+// Runs actions on the real desktop, as the agent does for a model's reply. Thread: main.
 class ActionRunner
 {
 public:
@@ -33,7 +33,7 @@ public:
     ActionRunner(const ActionRunner &) = delete;
     ActionRunner &operator=(const ActionRunner &) = delete;
 
-    // Waits for the end, with the event loop running.
+    // Runs the event loop until the action ends.
     Outcome perform(const char *action, Arguments arguments = {});
 
 private:

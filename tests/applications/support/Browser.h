@@ -3,7 +3,7 @@
 
 #include <QString>
 
-// Firefox on the private desktop. Main thread, with a QGuiApplication (it reads the clipboard).
+// Firefox on the private desktop. Requires a QGuiApplication, for the clipboard. Thread: main.
 namespace Browser {
 
 inline constexpr auto windowClass = "firefox-esr";
@@ -11,13 +11,13 @@ inline constexpr auto windowClass = "firefox-esr";
 bool isShown();
 bool isActive();
 
-// Whether its window shows a page of that title in the foremost tab.
+// Whether a page with this title is in its active tab.
 bool showsPage(const QString &title);
 
-// Sends everything but this machine to the proxy on that port; before Firefox starts.
+// Configures a local proxy for all other hosts. Call it before Firefox starts.
 void useProxy(quint16 port);
 
-// The address in the address bar, taken through the clipboard; the browser has to be in front.
+// The address bar's text, copied through the clipboard. The browser must be frontmost.
 QString address();
 
 } // namespace Browser

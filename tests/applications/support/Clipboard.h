@@ -4,12 +4,12 @@
 #include <QString>
 #include <QStringList>
 
-// The private desktop's clipboard: a way to see what an application has selected. Main thread, with a
-// QGuiApplication.
+// The private desktop's clipboard, to check what an application has selected. Requires a QGuiApplication.
+// Thread: main.
 namespace Clipboard {
 
-// What the application in front puts there when these keys are pressed, as xdotool writes them ("ctrl+c");
-// empty when it copies nothing.
+// Presses keys in xdotool's notation ("ctrl+c") and returns what the frontmost application copies; empty if
+// nothing.
 QString copiedWith(const QStringList &keys);
 
 } // namespace Clipboard

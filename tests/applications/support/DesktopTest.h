@@ -11,14 +11,14 @@
 
 #include <optional>
 
-// What all tests with real applications have in common: they start on an empty private desktop, look at the
-// effect of an action there, and leave neither a pressed key nor a changed one behind.
+// The base of all tests with real applications: checks for a private desktop at the start, and after each
+// function clears it and verifies that no key is pressed and no keysym left lent.
 class DesktopTest : public QObject
 {
     Q_OBJECT
 
 protected:
-    // Fails the test when the event loop stood still meanwhile.
+    // Runs an action; fails the test if the event loop was blocked meanwhile.
     Outcome perform(const char *action, ActionRunner::Arguments arguments = {});
 
 private Q_SLOTS:
@@ -31,8 +31,8 @@ private:
     QSet<int> m_keysWithSymbols;
 };
 
-// The effect has to show within a test's patience; otherwise the test fails with the action's own words and
-// what the screen shows instead.
+// Waits for the effect; on timeout, fails the test with the action's result line and the windows on the
+// screen.
 #define VERIFY_EFFECT(effect, outcome)                                                                       \
     QVERIFY2(QTest::qWaitFor([&] { return (effect); }, PrivateDesktop::patience),                            \
              qPrintable((outcome).line + QStringLiteral(" But on the screen: ") + Screen::described()))

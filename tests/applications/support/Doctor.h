@@ -8,18 +8,18 @@
 
 #include <utility>
 
-// `orvane doctor` on the private desktop, and what it must leave alone there. Main thread.
+// Runs `orvane doctor` on the private desktop, and captures the state that it must not change. Thread: main.
 namespace Doctor {
 
-// What it says to scripts.
+// Its JSON report.
 struct Report
 {
     int status = -1;
-    QString text; // all of it
+    QString text; // the raw output
     QJsonObject object = {};
 
     QStringList identifiers() const;
-    // Of the check with that identifier; empty when there is none.
+    // Of the check with this identifier; empty if there is none.
     QString state(const QString &identifier) const { return entry(identifier, QStringLiteral("state")); }
     QString finding(const QString &identifier) const { return entry(identifier, QStringLiteral("finding")); }
     QString advice(const QString &identifier) const { return entry(identifier, QStringLiteral("advice")); }
@@ -28,16 +28,16 @@ private:
     QString entry(const QString &identifier, const QString &key) const;
 };
 
-// Variables of the environment and their values; those with an empty one are taken out.
+// Environment variables and their values; an empty value unsets the variable.
 using Environment = QList<std::pair<QString, QString>>;
 
 Report consult(const Environment &changes = {});
 
-// The desktop's switch, which must be running: asking for it starts it.
+// The IsEnabled switch. A call starts the AT-SPI launcher if it isn't running.
 bool isAccessibilityOn();
 void switchAccessibility(bool on);
 
-// Everything that an examination might change, as it is at this moment.
+// A snapshot of everything that an examination might change.
 struct DesktopState
 {
     QString windows;

@@ -3,14 +3,14 @@
 
 #include <QString>
 
-// Text of every kind, to see whether it arrives unchanged.
+// Texts that are hard to type.
 namespace HardText {
 
-// Punctuation, accents, Cyrillic, emoji with skin tones, line breaks, and 120 Chinese characters that no
-// other round has. It neither begins nor ends with a line break.
+// Punctuation, accents, Cyrillic, emoji with skin tones, line breaks, and 120 Chinese characters unique to
+// the round. Neither starts nor ends with a line break.
 QString ofRound(int round);
 
-// Where two texts begin to differ, for a message that can be read.
+// Describes the first difference between two texts.
 QString difference(const QString &expected, const QString &actual);
 
 } // namespace HardText

@@ -7,7 +7,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Reports go one after the other, so that the latest one also arrives last.
+// Reports are sent one at a time, so that they can't overtake each other.
 constexpr auto pageFrame = R"(<!DOCTYPE html>
 <html lang="en"><head><meta charset="utf-8"><title>%1</title><script>
 let latest = null, isSending = false;
@@ -32,7 +32,7 @@ QByteArray response(const char *status, const QByteArray &body)
            body;
 }
 
-// The value of a header, or nothing.
+// The value of a header, or an empty one.
 QByteArray header(const QList<QByteArray> &lines, const QByteArray &name)
 {
     for (const QByteArray &line : lines) {
@@ -67,7 +67,7 @@ void LocalSite::setPage(const QString &path, const QString &title, const QString
     m_pages.insert(path, QString::fromUtf8(pageFrame).arg(title, body));
 }
 
-// Requests are small; each is waited for until it is whole, and answered with the connection's end.
+// Answers a request once it is complete (requests are small), and closes the connection.
 void LocalSite::serve(QTcpSocket *socket)
 {
     const QByteArray received = socket->peek(socket->bytesAvailable());

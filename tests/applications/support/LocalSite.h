@@ -7,9 +7,8 @@
 #include <QTcpServer>
 #include <QTcpSocket>
 
-// A web server on this machine for a test's own pages. A page tells what became of it by posting text to
-// "/report". As Firefox's proxy it also learns which other sites the browser wants, and lets it reach none.
-// Main thread, from the event loop.
+// A local web server for a test's pages. Pages report back by posting text to "/report". As the browsers'
+// proxy it also records requests for other sites, and refuses them. Requires the event loop. Thread: main.
 class LocalSite : public QObject
 {
 public:
@@ -18,17 +17,17 @@ public:
     quint16 port() const { return m_server.serverPort(); }
     QString address(const QString &path) const;
 
-    // The page at that path, a body in HTML.
+    // Serves a page with this HTML body at the path.
     void setPage(const QString &path, const QString &title, const QString &body);
 
-    // What the page posted last; nothing yet: a null text.
+    // The latest report; a null string if there is none.
     QString report() const { return m_report; }
     void clearReport() { m_report = QString(); }
 
-    // The paths that were asked for, with their queries.
+    // The requested paths, with their queries.
     QStringList visits() const { return m_visits; }
 
-    // The sites, as "host:port", that the browser wanted over HTTPS.
+    // The other sites requested over HTTPS, as "host:port".
     QStringList foreignSites() const { return m_foreignSites; }
 
 private:

@@ -14,14 +14,14 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int taskLimitMilliseconds = 120'000;
-constexpr int runLimitMilliseconds = 20'000; // below what D-Bus waits by itself
+constexpr int runLimitMilliseconds = 20'000; // below D-Bus's default timeout
 
 QString quoted(QString text)
 {
     return u'\'' + text.replace(u"'"_s, u"'\\''"_s) + u'\'';
 }
 
-// The lines that stay on the terminal: what shows the progress is drawn over.
+// The output without control sequences and progress lines, which are overwritten.
 QString lastingLines(QString said)
 {
     static const QRegularExpression controlSequence(u"\\x1b\\[[0-9;?]*[A-Za-z]"_s);
@@ -65,7 +65,7 @@ OrvaneProgram::Ending OrvaneProgram::run(const QStringList &arguments, const QPr
 
 QString OrvaneProgram::carryOut(const QString &task)
 {
-    // The program asks only where there is a terminal: script makes one.
+    // The program prompts only on a terminal; script(1) provides one.
     QProcess terminal;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(u"TERM"_s, u"xterm"_s);

@@ -5,27 +5,27 @@
 #include <QString>
 #include <QStringList>
 
-// The program itself, with the practice model, on the private desktop. Main thread.
+// The program itself, with the practice model, on the private desktop. Thread: main.
 namespace OrvaneProgram {
 
 QString path();
 
-// Puts the practice model where the program looks for the default one.
+// Installs the practice model in place of the default model.
 void installPracticeModel();
 
 struct Ending
 {
-    int status = -1; // none when it took longer than it may, or crashed
+    int status = -1; // -1 after a timeout or crash
     QString output;
 };
 
-// Runs the program to its end, with no terminal. This thread stands still meanwhile, so that the X server
-// may.
+// Runs the program until it exits, without a terminal. Blocks this thread, so that the X server may be
+// stopped meanwhile.
 Ending run(const QStringList &arguments,
            const QProcessEnvironment &environment = QProcessEnvironment::systemEnvironment());
 
-// Has the program carry out the task in a terminal and allows every step that it asks about. What it said,
-// with the terminal's control sequences; it is ended when it takes longer than a task may.
+// Runs a task in a terminal and approves every step. Returns the output without control sequences and
+// progress lines. Kills the program on timeout.
 QString carryOut(const QString &task);
 
 } // namespace OrvaneProgram

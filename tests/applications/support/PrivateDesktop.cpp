@@ -99,7 +99,7 @@ void PrivateDesktop::signalApplication(const QString &className, int signal)
         ::kill(static_cast<pid_t>(window.process), signal);
 }
 
-// One that has ended but was not yet collected by its parent has an empty command line.
+// A zombie's command line is empty.
 bool PrivateDesktop::isRunning(qint64 process)
 {
     return !processFile(process, "cmdline").isEmpty();

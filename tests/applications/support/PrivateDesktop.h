@@ -5,40 +5,39 @@
 #include <QString>
 #include <QStringList>
 
-// The private desktop in which the tests run: its home folder, its processes. Main thread.
+// The private desktop of the tests: its home folder and processes. Thread: main.
 namespace PrivateDesktop {
 
-// How long a test waits for what must happen in the end: long, for a slow machine that is busy with other
-// things.
+// The timeout for awaited conditions; long enough for a slow, busy machine.
 inline constexpr int patience = 30'000; // milliseconds
 
-// Whether this process really runs on a private desktop. Tests end every window that they find, so they must
-// not start anywhere else.
+// Whether this process runs on a private desktop. Tests kill every application with a window, so they must
+// not run elsewhere.
 bool isHere();
 
-// A path inside the private home folder.
+// A path in the private home folder.
 QString home(const QString &relativePath = {});
 
 void write(const QString &path, const QByteArray &content);
 QByteArray read(const QString &path);
 
-// Starts a program on its own; its output goes nowhere.
+// Starts a detached program and discards its output.
 void start(const QString &program, const QStringList &arguments = {});
 
-// Starts it and waits until a window of that class is active. False when that takes too long.
+// Starts a program and waits until a window of this class is active. False on timeout.
 bool open(const QString &program, const QStringList &arguments, const QString &className);
 
-// Ends every application that has a window, without asking, and waits until all windows and processes are
-// gone. False when that takes too long.
+// Kills every application with a window, and waits until all windows and processes are gone. False on
+// timeout.
 bool clear();
 
-// Sends a signal to the process of the windows of that class.
+// Sends a signal to the processes that own windows of this class.
 void signalApplication(const QString &className, int signal);
 
-// Whether a process of that identifier is there and has not ended.
+// Whether the process exists and isn't a zombie.
 bool isRunning(qint64 process);
 
-// The process identifiers on this desktop whose command line contains the text.
+// The processes on this desktop whose command line contains the text.
 QList<qint64> processesWith(const QByteArray &partOfCommandLine);
 
 } // namespace PrivateDesktop

@@ -39,7 +39,7 @@ public:
         return observer;
     }
 
-    // The items of a property of the window, as bytes; none when the window or the property does not exist.
+    // The raw value of a window property; empty if the window or property doesn't exist.
     QByteArray property(xcb_window_t window, xcb_atom_t name)
     {
         constexpr std::uint32_t mostWords = 4096;
@@ -140,7 +140,7 @@ ScreenWindow describedWindow(quint32 identifier)
     window.identifier = identifier;
     window.process = observer.numbers(identifier, atoms._NET_WM_PID).value(0);
     window.title = QString::fromUtf8(observer.property(identifier, atoms._NET_WM_NAME));
-    // Two texts, each with a zero byte at its end.
+    // Two null-terminated strings.
     window.className =
         QString::fromUtf8(observer.property(identifier, XCB_ATOM_WM_CLASS).split('\0').value(1));
     window.isDialog =
@@ -155,7 +155,7 @@ QList<ScreenWindow> Screen::windows()
 {
     Observer &observer = Observer::shared();
     QList<ScreenWindow> found;
-    // A window manager that was started in the moment in which a window went may list it for ever.
+    // A window manager that starts while a window is being destroyed may list it for ever.
     for (const quint32 identifier : observer.rootNumbers(observer.atoms()._NET_CLIENT_LIST)) {
         if (observer.exists(identifier))
             found << describedWindow(identifier);

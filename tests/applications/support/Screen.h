@@ -7,18 +7,18 @@
 
 #include <optional>
 
-// One window, as the window manager tells it.
+// A managed window.
 struct ScreenWindow
 {
     quint32 identifier = 0;
     qint64 process = 0;
     QString title;
-    QString className; // second part of WM_CLASS
+    QString className; // second string of WM_CLASS
     bool isDialog = false;
 };
 
-// What a person would see on the private desktop, asked of the X server over a connection of its own, with
-// none of the code under test. Main thread.
+// What a user sees on the private desktop, queried over a separate X connection, without the code under test.
+// Thread: main.
 namespace Screen {
 
 // Oldest first.
@@ -26,35 +26,35 @@ QList<ScreenWindow> windows();
 
 std::optional<ScreenWindow> activeWindow();
 
-// The class of the active window; empty when there is none.
+// The class of the active window; empty if there is none.
 QString activeClass();
 
-// The windows of that class, letter case aside.
+// The windows of this class, case-insensitive.
 QList<ScreenWindow> windowsOf(const QString &className);
 
 bool shows(const QString &className);
 
-// Whether a window's title contains the text.
+// Whether any window's title contains the text.
 bool showsTitle(const QString &part);
 
-// All titles and classes in one line, for a test's message.
+// All titles and classes in one line, for test messages.
 QString described();
 
-// Presses a key combination as xdotool writes it ("ctrl+l"), to reach what only the keyboard reveals.
+// Presses a key combination in xdotool's notation ("ctrl+l").
 void pressKey(const QString &combination);
 
-// Whether an application (a menu, a locked screen) takes all keys for itself.
+// Whether another client (a menu, a screen locker) has grabbed the keyboard.
 bool isKeyboardGrabbed();
 
 bool isAKeyPressed();
 
-// The codes of the keys that type anything.
+// The keycodes that have any keysym.
 QSet<int> keysWithSymbols();
 
-// Whether a window manager has put the window into a frame of its own.
+// Whether a window manager has reparented the window into a frame.
 bool hasFrame(quint32 window);
 
-// Asks the window manager to bring a window to the front; wait for it with activeWindow().
+// Asks the window manager to activate a window; wait for it with activeWindow().
 void requestFocus(quint32 window);
 
 } // namespace Screen

@@ -35,7 +35,7 @@ WaylandSession::WaylandSession()
 {
     setVariable("WAYLAND_DISPLAY", socketName);
     setVariable("XDG_SESSION_TYPE", "wayland");
-    setVariable("QT_QPA_PLATFORM", std::nullopt); // the program's own choice
+    setVariable("QT_QPA_PLATFORM", std::nullopt); // let the program choose
     m_isRunning = startCompositor() && startServer() && startManager();
 }
 
@@ -89,7 +89,7 @@ bool WaylandSession::startManager()
     const auto manages = [] { return xprop({u"_NET_ACTIVE_WINDOW"_s}).contains("window id"); };
     if (!QTest::qWaitFor(manages, PrivateDesktop::patience))
         return false;
-    // Its clock goes by the events that it sees: without a later one, the first window may get no focus.
+    // The manager takes the time from events: without a later event, the first window may get no focus.
     xprop({u"-format"_s, u"ORVANE_TEST"_s, u"8s"_s, u"-set"_s, u"ORVANE_TEST"_s, u"ready"_s});
     return true;
 }

@@ -8,9 +8,9 @@
 #include <optional>
 #include <utility>
 
-// A Wayland session of the test's own: a compositor without a screen, and a real Xwayland. That one has a
-// window manager too, so that keys would get to its windows, were any sent. This process's environment, and
-// that of what it starts, names the session until this object is gone. Main thread.
+// A private Wayland session: a headless compositor and a real Xwayland, with a window manager so that its
+// windows could receive keys. The environment of this process and its children refers to the session for this
+// object's lifetime. Thread: main.
 class WaylandSession
 {
 public:
@@ -19,7 +19,7 @@ public:
     WaylandSession(const WaylandSession &) = delete;
     WaylandSession &operator=(const WaylandSession &) = delete;
 
-    // Whether all of it came up.
+    // Whether everything has started.
     bool isRunning() const { return m_isRunning; }
 
 private:
@@ -28,7 +28,7 @@ private:
     bool startManager();
     void setVariable(const char *name, const std::optional<QByteArray> &value);
 
-    QList<std::pair<QByteArray, std::optional<QByteArray>>> m_replaced; // variables as they were
+    QList<std::pair<QByteArray, std::optional<QByteArray>>> m_replaced; // previous values of variables
     QProcess m_compositor;
     QProcess m_server;
     QProcess m_manager;

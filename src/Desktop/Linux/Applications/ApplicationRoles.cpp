@@ -19,7 +19,7 @@ ApplicationRole role(const char *types, const char *identifiers, const char *cat
     return {list(types), list(identifiers), QString::fromLatin1(category)};
 }
 
-// Settings have no role of their own: every small panel is in their category, so the known centres are named.
+// The Settings category also contains every small panel, so list the known settings centres.
 constexpr const char *settingsCentres =
     "org.gnome.Settings gnome-control-center systemsettings org.kde.systemsettings xfce-settings-manager "
     "cinnamon-settings matecc lxqt-config budgie-control-center unity-control-center io.elementary.settings";
@@ -86,7 +86,7 @@ std::optional<DesktopEntry> ApplicationRoles::fill(const ApplicationRole &role,
         const auto hasName = [&identifier](const DesktopEntry &entry) {
             return entry.identifier.compare(identifier, Qt::CaseInsensitive) == 0;
         };
-        // Programs come with further entries, such as one for their settings.
+        // Only now: a program may have several entries, such as one for its settings.
         const auto runsProgram = [&identifier](const DesktopEntry &entry) {
             return entry.executable.compare(identifier, Qt::CaseInsensitive) == 0;
         };

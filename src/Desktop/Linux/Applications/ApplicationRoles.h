@@ -6,22 +6,22 @@
 #include <functional>
 #include <optional>
 
-// What stands for an application that the user knows from another system and that does not exist here.
+// The local equivalent of an application known from another platform.
 struct ApplicationRole
 {
-    QStringList types;       // MIME types whose default application it is, first answer taken
+    QStringList types;       // the first of these MIME types that has a default application
     QStringList identifiers; // else the first of these entries that is installed
-    QString category;        // else the first application that is shown in this menu category
+    QString category;        // else the first visible application in this menu category
 };
 
 namespace ApplicationRoles {
 
-// The role for a well-known name in any letter case, or nothing.
+// The role for a well-known name, case-insensitive, or null.
 const ApplicationRole *named(const QString &name);
 
 using DefaultForType = std::function<std::optional<DesktopEntry>(const QString &type)>;
 
-// The application that fills the role.
+// The application that fills the role, or nothing.
 std::optional<DesktopEntry> fill(const ApplicationRole &role, const QList<DesktopEntry> &entries,
                                  const DefaultForType &defaultForType);
 

@@ -37,14 +37,14 @@ DesktopEntry described(GDesktopAppInfo *information)
     return entry;
 }
 
-// File names of the folder's entries, relative to it.
+// The paths of the folder's entry files, relative to it.
 QStringList entryFiles(const QString &folder)
 {
     QStringList files;
     QDirIterator iterator(folder, {u'*' + suffix}, QDir::Files, QDirIterator::Subdirectories);
     while (iterator.hasNext())
         files.append(QDir(folder).relativeFilePath(iterator.next()).chopped(suffix.size()));
-    // Without their ends: so a program comes before its settings ("terminal", "terminal-settings").
+    // Sort without the suffix, so that "terminal" precedes "terminal-settings".
     std::sort(files.begin(), files.end());
     for (QString &file : files)
         file += suffix;

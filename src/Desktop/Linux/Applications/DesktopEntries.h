@@ -5,22 +5,22 @@
 
 #include <optional>
 
-// The installed applications, read through the desktop's own library. Each call reads the disk afresh: what
-// the user installs is there at once. Functions for the GIO thread.
+// The installed applications, read with GIO. Nothing is cached, so that new installations show up at once.
+// Thread: GIO.
 namespace DesktopEntries {
 
-// The application folders that exist, the user's own first.
+// The existing application folders, the user's first.
 QStringList folders();
 
-// Every entry of all folders, in their order and by name inside a folder. Of several with the same id the
-// first one counts, even when it takes the application away.
+// All entries, by folder and then by name. An entry hides later ones with the same id, even if it marks the
+// application as removed.
 QList<DesktopEntry> all();
 
-// The default application for a MIME type ("x-scheme-handler/https" for a scheme), as chosen by the user, or
-// by the system where the user has not chosen.
+// The default application for a MIME type ("x-scheme-handler/https" for a scheme): the user's choice, or else
+// the system's.
 std::optional<DesktopEntry> defaultForType(const QString &type);
 
-// The default application for a URL, by what it points to.
+// The default application for a URL, by its scheme or file type.
 std::optional<DesktopEntry> defaultForUrl(const QString &url);
 
 } // namespace DesktopEntries

@@ -25,7 +25,7 @@ const DesktopEntry *firstMatch(const QList<DesktopEntry> &entries, const Rule &m
     return hidden;
 }
 
-// A snap's entries are called after the snap and the program in it: "firefox_firefox".
+// The entry id of a snap's program is "snap_program": "firefox_firefox".
 bool isOfSandbox(const DesktopEntry &entry, const QString &sandbox)
 {
     const qsizetype snap = sandbox.indexOf(u'_') + 1;
@@ -66,7 +66,7 @@ const DesktopEntry *entryOfWindow(const QList<DesktopEntry> &entries, const X11W
 const DesktopEntry *entryOfWindow(const QList<DesktopEntry> &entries, const QString &instance,
                                   const QString &className)
 {
-    // The instance is the more special name: a browser's installed web application has its own there.
+    // The instance is more specific: a browser's installed web applications differ in it.
     for (const QString &name : {instance, className}) {
         const auto namesClass = [&name](const DesktopEntry &entry) { return same(entry.windowClass, name); };
         if (const DesktopEntry *entry = firstMatch(entries, namesClass))

@@ -7,28 +7,26 @@
 #include <QString>
 #include <QStringList>
 
-// An installed application, as its desktop entry describes it. A plain value, used on any thread.
+// An installed application, from its desktop entry. A plain value, usable on any thread.
 struct DesktopEntry
 {
-    QString identifier;  // the entry's id without ".desktop"
-    QString path;        // of the file
-    QString folder;      // the XDG application folder in which it lies
+    QString identifier;  // the entry id without ".desktop"
+    QString path;        // of the entry file
+    QString folder;      // the XDG application folder that contains it
     QString name;        // localized and cleaned
-    QString englishName; // before it was translated, cleaned
+    QString englishName; // untranslated and cleaned
     QString windowClass; // StartupWMClass
-    QString executable;  // file name of the program in Exec
-    QString flatpak;     // the application that it belongs to, of a Flatpak
+    QString executable;  // the file name of the program in Exec
+    QString flatpak;     // the Flatpak application id (X-Flatpak), if any
     QStringList categories;
-    bool isShown = true; // meant to be seen in menus, on this desktop
+    bool isShown = true; // visible in this desktop's menus
 };
 
-// The entry to which a window belongs, by the two parts of its WM_CLASS, or none. In this order: an entry
-// that names the class; one whose id is the class; one whose id ends in it; one that runs a program of that
-// name. Entries that are shown win over hidden ones of the same rank.
+// Finds a window's entry by WM_CLASS, or returns null. Precedence: StartupWMClass, then the id, then the last
+// component of the id, then the executable's name; within each, visible entries before hidden ones.
 const DesktopEntry *entryOfWindow(const QList<DesktopEntry> &entries, const QString &instance,
                                   const QString &className);
 
-// The same by all that is known of the window. The application whose sandbox it is in counts before what the
-// window says itself: one of that application's entries, the one for its class if there is such. Then an
-// entry that the window names; then its class.
+// Finds a window's entry by all its properties, or returns null. Precedence: the entries of its sandboxed
+// application (the one that matches WM_CLASS, if any), then the entry id set on the window, then WM_CLASS.
 const DesktopEntry *entryOfWindow(const QList<DesktopEntry> &entries, const X11Window &window);

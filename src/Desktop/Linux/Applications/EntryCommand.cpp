@@ -6,10 +6,10 @@ namespace {
 struct Span
 {
     qsizetype start = 0;
-    qsizetype end = 0; // one past the last character, a closing quote included
+    qsizetype end = 0; // one past the last character, including a closing quote
 };
 
-// The first word at or after `position`; one in double quotes may hold blanks.
+// The first word at or after `position`; double quotes may enclose blanks.
 Span wordAt(const QString &command, qsizetype position)
 {
     while (position < command.size() && command[position].isSpace())

@@ -3,13 +3,13 @@
 
 #include <QString>
 
-// The command of a desktop entry (its Exec key). Pure functions.
+// Parses the command of a desktop entry (its Exec key). Pure functions.
 namespace EntryCommand {
 
-// The program that it runs, without quotes, and past an "env" with its settings; empty when there is none.
+// The program that the command runs, unquoted, skipping "env" and its options; empty if none.
 QString program(const QString &command);
 
-// The command with one more argument right after the program.
+// Inserts an argument right after the program.
 QString withArgument(const QString &command, const QString &argument);
 
 } // namespace EntryCommand

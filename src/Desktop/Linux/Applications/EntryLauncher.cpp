@@ -46,8 +46,8 @@ GObjectPointer<GDesktopAppInfo> load(const QString &path)
     return changed ? std::move(changed) : std::move(application);
 }
 
-// In the child, between fork and exec: signals from our terminal and the folder that we were started in are
-// none of the application's business. A folder that cannot be entered is left alone, as a desktop would.
+// Runs in the child between fork and exec: detaches it from our terminal's signals and our working directory.
+// Ignores a directory that can't be entered, as desktops do.
 void leaveOurSession(gpointer workingDirectory)
 {
     setsid();
@@ -79,7 +79,7 @@ bool EntryLauncher::isChromiumFamily(const QString &executable)
     }
     if (names.contains(name))
         return true;
-    // Programs built on it bring its resources along.
+    // Programs built on Chromium include its resource files.
     const QString found = QStandardPaths::findExecutable(executable);
     const QString file = QFileInfo(found).canonicalFilePath();
     return !file.isEmpty() && QFileInfo::exists(QFileInfo(file).dir().filePath(u"chrome_100_percent.pak"_s));
@@ -98,7 +98,7 @@ QList<qint64> EntryLauncher::launch(const QString &path, const QStringList &urls
     for (QByteArray &text : texts)
         list = g_list_append(list, text.data());
 
-    // An entry may name a folder of its own; everything else starts in the user's home.
+    // An entry may set a working directory; the default is the user's home folder.
     const GStringPointer ownPath(
         g_desktop_app_info_get_string(application.get(), G_KEY_FILE_DESKTOP_KEY_PATH));
     QByteArray home = QFile::encodeName(QDir::homePath());

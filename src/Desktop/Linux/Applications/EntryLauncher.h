@@ -5,18 +5,16 @@
 #include <QString>
 #include <QStringList>
 
-// Starts applications through the desktop's own library: as the entry says, in a terminal or through D-Bus if
-// it says so. What is started outlives us, has a session of its own, and none of our files open. Functions
-// for the GIO thread.
+// Starts applications with GIO, in a terminal or by D-Bus activation if the entry says so. They outlive us,
+// run in a session of their own, and inherit none of our open files. Thread: GIO.
 namespace EntryLauncher {
 
-// Starts the application of the desktop entry at `path`, with the URLs to open. `startupIdentifier` marks the
-// windows that come of it. Returns the processes that were started, none where the application was asked over
-// D-Bus. Throws PlatformError.
+// Starts the application of the desktop entry at `path` with the URLs. `startupIdentifier` identifies its
+// windows. Returns the started processes, none after D-Bus activation. Throws PlatformError.
 QList<qint64> launch(const QString &path, const QStringList &urls, const QString &startupIdentifier);
 
-// Whether the program belongs to the Chromium family, whose pages stay hidden from accessibility unless it is
-// told otherwise when it starts. `executable` is a path or the name of a program in $PATH.
+// Whether the program is based on Chromium, which needs a command-line option to expose its pages to
+// accessibility. `executable` is a path or the name of a program in $PATH.
 bool isChromiumFamily(const QString &executable);
 
 } // namespace EntryLauncher

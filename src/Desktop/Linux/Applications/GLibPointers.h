@@ -6,7 +6,7 @@
 
 #include <memory>
 
-// Owners for what GLib hands out.
+// Owning pointers for GLib types.
 
 struct GObjectRelease
 {

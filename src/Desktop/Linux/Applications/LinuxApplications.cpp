@@ -29,11 +29,10 @@ RunningApplication described(const X11Window &window, const QList<DesktopEntry> 
     return application;
 }
 
-// The main window that a dialog belongs to, through other dialogs if need be; the window itself if it is
-// none.
+// The main window of a (nested) dialog; a main window itself.
 const X11Window &mainWindow(const X11Window &window, const X11Snapshot &snapshot)
 {
-    constexpr int mostSteps = 8; // windows can belong to each other in a circle
+    constexpr int mostSteps = 8; // WM_TRANSIENT_FOR may be cyclic
     const X11Window *main = &window;
     for (int step = 0; step < mostSteps; ++step) {
         const X11Window *next = snapshot.find(main->transientFor);
@@ -56,7 +55,7 @@ QString partOf(const X11Window &window, const QList<DesktopEntry> &entries)
 X11Snapshot LinuxApplications::withParts(X11Snapshot snapshot, const QList<DesktopEntry> &entries)
 {
     const X11Snapshot windows = snapshot;
-    QHash<qint64, QString> firstPart; // of each process, for its windows that say nothing
+    QHash<qint64, QString> firstPart; // by process, for its windows without an entry or class
     for (X11Window &window : snapshot.windows) {
         window.part = partOf(mainWindow(window, windows), entries);
         if (!window.part.isEmpty() && !firstPart.contains(window.process))
@@ -113,7 +112,7 @@ RunningApplication LinuxApplications::ofWindow(const X11Window &window, const X1
 const X11Window *LinuxApplications::windowToShow(const ApplicationBundle &bundle, const X11Snapshot &snapshot,
                                                  const QList<DesktopEntry> &entries)
 {
-    // Of several processes of the application, the one that has been there longest.
+    // If several processes run the application, take the oldest.
     for (const RunningApplication &application : running(snapshot, entries)) {
         if (!application.isRegular || application.bundle != bundle)
             continue;

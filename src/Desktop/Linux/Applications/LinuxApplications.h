@@ -7,28 +7,29 @@
 
 #include <optional>
 
-// Joins windows and desktop entries to what the user calls applications: one for each process that owns a
-// window, known by the first one; but of a process whose windows belong to several desktop entries, or tell
-// several classes, one for each of these, as the parts of an office suite. Pure functions.
+// Groups windows into applications with the help of desktop entries: one application per process, described
+// by its first window. A process whose windows have different entries or classes, such as an office suite,
+// yields one application (a "part") for each. Pure functions.
 namespace LinuxApplications {
 
-// The snapshot with every window's part of its process. A dialog goes with the window that it belongs to.
+// Sets `part` of every window. A dialog has the part of its main window.
 X11Snapshot withParts(X11Snapshot snapshot, const QList<DesktopEntry> &entries);
 
-// In the order of their first windows. `snapshot` here and below: one with parts.
+// The running applications, in the order of their first windows. Here and below, `snapshot` must have parts.
 QList<RunningApplication> running(const X11Snapshot &snapshot, const QList<DesktopEntry> &entries);
 
 // The application of one of the snapshot's windows.
 RunningApplication ofWindow(const X11Window &window, const X11Snapshot &snapshot,
                             const QList<DesktopEntry> &entries);
 
-// The window of the application with that bundle that should come to the front, or null.
+// The window to bring to the front for this application, or null.
 const X11Window *windowToShow(const ApplicationBundle &bundle, const X11Snapshot &snapshot,
                               const QList<DesktopEntry> &entries);
 
 ApplicationBundle bundleOf(const DesktopEntry &entry);
 
-// Without the name in the user's language. A program that runs others, as "flatpak", names none of them.
+// The application's names besides the localized one. Omits a program that only launches others, such as
+// "flatpak".
 ApplicationNames namesOf(const DesktopEntry &entry);
 
 } // namespace LinuxApplications

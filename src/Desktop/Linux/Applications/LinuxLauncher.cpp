@@ -23,11 +23,10 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr qint64 startPatience = 10000; // ms: a browser's first start on a slow computer
-// ms: before a window that belongs to no known application is taken for the launched one's; an entry can
-// start a program of another name.
-constexpr qint64 strangerPatience = 1500;
-constexpr qint64 newWindowPatience = 700; // ms: for a running application to open one more window
+constexpr qint64 startPatience = 10000; // ms; enough for a browser's first start on a slow computer
+// ms until a window without an entry is attributed to the launch: an entry may run a program of another name.
+constexpr qint64 unidentifiedPatience = 1500;
+constexpr qint64 newWindowPatience = 700; // ms for a running application to open another window
 
 constexpr int busLimit = 1000; // ms
 
@@ -73,7 +72,7 @@ QCoro::Task<LinuxLauncher::Launch> LinuxLauncher::start(ApplicationBundle applic
     co_return launch;
 }
 
-const X11Window *LinuxLauncher::newWindow(const X11Snapshot &now, const Launch &launch, Welcome welcome)
+const X11Window *LinuxLauncher::newWindow(const X11Snapshot &now, const Launch &launch, Accept accept)
 {
     for (const std::uint32_t identifier : now.stacking) {
         const X11Window *window = now.find(identifier);
@@ -84,8 +83,8 @@ const X11Window *LinuxLauncher::newWindow(const X11Snapshot &now, const Launch &
             return window;
         const DesktopEntry *entry = entryOfWindow(launch.entries, *window);
         const bool isOwn = entry && entry->path == launch.application.location;
-        const bool isStranger = !entry && window->process != QCoreApplication::applicationPid();
-        if (isOwn || (isStranger && welcome == Welcome::Strangers))
+        const bool isUnidentified = !entry && window->process != QCoreApplication::applicationPid();
+        if (isOwn || (isUnidentified && accept == Accept::Unidentified))
             return window;
     }
     return nullptr;
@@ -95,7 +94,7 @@ QCoro::Task<bool> LinuxLauncher::runsInBackground(Launch launch)
 {
     if (std::any_of(launch.processes.cbegin(), launch.processes.cend(), &isRunningProcess))
         co_return true;
-    // An application that its name on the bus stands for is called like its entry.
+    // A D-Bus activatable application's well-known name is its entry id.
     const QString name = QFileInfo(launch.application.location).completeBaseName();
     const QDBusPendingCall call = QDBusConnection::sessionBus().asyncCall(hasOwner(name), busLimit);
     const QDBusMessage answer = co_await call;
@@ -109,15 +108,15 @@ QCoro::Task<void> LinuxLauncher::open(ApplicationBundle application, QStringList
     elapsed.start();
     while (!elapsed.hasExpired(launch.wasRunning ? newWindowPatience : startPatience)) {
         const X11Snapshot now = co_await m_display.snapshot();
-        const Welcome welcome = elapsed.hasExpired(strangerPatience) ? Welcome::Strangers : Welcome::Own;
-        if (const X11Window *window = newWindow(now, launch, welcome)) {
+        const Accept accept = elapsed.hasExpired(unidentifiedPatience) ? Accept::Unidentified : Accept::Own;
+        if (const X11Window *window = newWindow(now, launch, accept)) {
             const X11Window shown = *window;
             co_await m_display.bringForward(shown);
             co_return;
         }
         co_await m_clock.sleep(20ms);
     }
-    // A running application may show the URL in a window that was there before.
+    // A running application may show the URL in an existing window.
     const X11Snapshot last = co_await m_display.snapshot();
     const X11Snapshot now = LinuxApplications::withParts(last, launch.entries);
     const X11Window *window = LinuxApplications::windowToShow(application, now, launch.entries);

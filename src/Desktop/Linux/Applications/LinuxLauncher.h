@@ -7,20 +7,20 @@
 #include "Desktop/Linux/X11/Display.h"
 #include "Desktop/Workspace.h"
 
-// Starts applications and brings what they show to the front, so that keys that follow reach them. Main
-// thread. `display`, `gio` and `clock` outlive this object.
+// Starts applications and brings their windows to the front, so that subsequent keys reach them. `display`,
+// `gio` and `clock` must outlive this object. Thread: main.
 class LinuxLauncher
 {
 public:
     LinuxLauncher(X11Display &display, BoundedQueue &gio, Clock &clock);
 
-    // Starts the application with the URLs (none: by itself) and returns when its window is in front; one
-    // that shows none within ten seconds has to be there at least, as in the tray. Throws PlatformError when
-    // it cannot be started, or is not there.
+    // Starts the application with the URLs, if any, and returns once its window is in front, or after ten
+    // seconds if it runs without a window (in the tray). Throws PlatformError if it can't be started or isn't
+    // running.
     QCoro::Task<void> open(ApplicationBundle application, QStringList urls);
 
 private:
-    // What tells the windows that come of a launch.
+    // What identifies the windows of a launch.
     struct Launch
     {
         ApplicationBundle application;
@@ -32,10 +32,10 @@ private:
     };
 
     QCoro::Task<Launch> start(ApplicationBundle application, QStringList urls);
-    // Whether the application runs without a window: by its process, or by its name on the session bus.
+    // Whether the launched process is running, or the application's well-known name has an owner.
     static QCoro::Task<bool> runsInBackground(Launch launch);
-    enum class Welcome { Own, Strangers };
-    static const X11Window *newWindow(const X11Snapshot &now, const Launch &launch, Welcome welcome);
+    enum class Accept { Own, Unidentified };
+    static const X11Window *newWindow(const X11Snapshot &now, const Launch &launch, Accept accept);
 
     X11Display &m_display;
     BoundedQueue &m_gio;

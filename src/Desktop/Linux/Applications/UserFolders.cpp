@@ -21,6 +21,6 @@ QString UserFolders::named(const QString &name)
     if (place == places.constEnd())
         return QString();
     const QString folder = QDir::cleanPath(QStandardPaths::writableLocation(*place));
-    // The home folder itself stands for a folder that is switched off.
+    // The home folder itself means that the folder is disabled.
     return folder == QDir::cleanPath(QDir::homePath()) ? QString() : folder;
 }

@@ -3,12 +3,11 @@
 
 #include <QString>
 
-// The folders that the user has chosen for certain things, or that were named in the user's language.
+// The XDG user directories, which may be relocated or have localized names.
 namespace UserFolders {
 
-// The folder for "Desktop", "Downloads", "Documents", "Pictures", "Music" or "Videos", as the user's settings
-// say at this moment; the empty text for other names and where it is switched off. Any thread; reads the
-// disk.
+// The current path of "Desktop", "Downloads", "Documents", "Pictures", "Music" or "Videos"; empty for other
+// names and disabled folders. Reads the disk. Any thread.
 QString named(const QString &name);
 
 } // namespace UserFolders

@@ -37,15 +37,15 @@ QCoro::Task<QDBusMessage> cacheItems(QDBusConnection connection,
     co_return co_await pending;
 }
 
-// Everything that the application tells in bulk. An answer that takes too long is not an error: it may have
-// very many objects, of which the walk needs a few only.
+// Fetches the application's object cache. A timeout isn't an error: the application may have very many
+// objects, of which only a few are needed.
 QCoro::Task<std::shared_ptr<const AtspiCache>> fetchCache(std::shared_ptr<AtspiBus> bus,
                                                           std::shared_ptr<AtspiApplication> application)
 {
-    QDBusMessage reply = co_await cacheItems(application->questions(), application);
+    QDBusMessage reply = co_await cacheItems(application->queryConnection(), application);
     if (QDBusError(reply).type() == QDBusError::UnknownMethod) {
         co_await bus->wakeCaches(application->bus());
-        // Over the bus too, where the question cannot overtake what wakes the cache.
+        // This time over the bus, where the call can't overtake the event that activates the cache.
         reply = co_await cacheItems(application->bus(), application);
     }
     auto job = [reply] { return std::make_shared<const AtspiCache>(AtspiCache::fromReply(reply)); };
@@ -89,10 +89,10 @@ QCoro::Task<std::shared_ptr<AccessibilityTree>> AtspiAccessibility::applicationT
     const std::optional<AtspiReference> root = co_await Atspi::findApplication(connection, processIdentifier);
     if (!root)
         throw unregistered(processName);
-    const auto application = co_await AtspiApplication::introduced(connection, *root, processName);
-    application->askOver(co_await AtspiPeer::open(bus, application));
+    const auto application = co_await AtspiApplication::create(connection, *root, processName);
+    application->setPeer(co_await AtspiPeer::open(bus, application));
     const auto cache = co_await fetchCache(bus, application);
-    if (Atspi::bringsPagesLate(application->toolkit()) && !wokenPages->contains(root->service)) {
+    if (Atspi::loadsPagesLazily(application->toolkit()) && !wokenPages->contains(root->service)) {
         if (co_await Atspi::wakePages(application, cache))
             wokenPages->insert(root->service);
     }

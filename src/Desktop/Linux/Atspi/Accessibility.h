@@ -12,18 +12,18 @@
 class AtspiBus;
 class AtspiEnvironment;
 
-// The accessibility service of Linux desktops, reached over D-Bus without a blocking call. Main thread.
+// Accessibility through AT-SPI, with asynchronous D-Bus calls only. Thread: main.
 class AtspiAccessibility : public Accessibility
 {
 public:
-    // `environment` outlives this object and the use of its trees.
+    // `environment` must outlive this object and its trees.
     explicit AtspiAccessibility(AtspiEnvironment &environment);
     ~AtspiAccessibility() override;
 
-    // No bus, no switch and no keys are all an answer of no.
+    // False without a bus, with accessibility disabled, or if keys can't be sent.
     QCoro::Task<bool> isProcessTrusted() override;
 
-    // Nobody is asked on Linux: switches accessibility on, for applications that start from then on.
+    // Enables accessibility without a prompt; it affects only applications started afterwards.
     bool isTrustGivenByUser() const override { return false; }
     QCoro::Task<void> requestTrust() override;
 
@@ -32,5 +32,5 @@ public:
 private:
     AtspiEnvironment &m_environment;
     std::shared_ptr<AtspiBus> m_bus;
-    std::shared_ptr<QSet<QString>> m_wokenPages; // of which browsers, by their names on the bus
+    std::shared_ptr<QSet<QString>> m_wokenPages; // unique bus names of browsers after wakePages
 };

@@ -16,22 +16,20 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Enough that the bus and both processes always have something to do; with more, answers start to come later
-// than they have to, and the main thread has more to do at once.
+// Enough to keep the bus and both processes busy. More calls in flight increase latency and block the main
+// thread for longer.
 constexpr qsizetype mostUnderWay = 64;
 
-// Many calls to one application, a bounded number of them under way at a time: an answer takes a moment to
-// come and go, and that moment is then shared by all. Made and used on the main thread; it keeps itself alive
-// until the last answer is in.
+// Pipelines many calls to one application, with a bounded number in flight, so that they share the round-trip
+// latency. Keeps itself alive until the last reply. Thread: main.
 class Batch : public std::enable_shared_from_this<Batch>
 {
 public:
     enum class End {
-        Answered,    // every call has its reply, which may be an error
-        Silent,      // the application answered nothing at all for as long as a call may take, or too little
-                     // of everything in the time for all
+        Answered,    // every call has a reply, possibly an error
+        Silent,      // no reply at all within a call's timeout, or the total time exceeded
         Gone,        // the application has left the bus
-        Disconnected // the bus itself has gone
+        Disconnected // the bus connection is lost
     };
 
     struct Limits
@@ -40,15 +38,16 @@ public:
         std::chrono::milliseconds all;  // for all together
     };
 
-    // `service` is the application that counts for Silent and Gone; calls to others may fail singly.
+    // `service` is the application that Silent and Gone refer to; calls to other services may fail
+    // individually.
     Batch(const QDBusConnection &bus, const QString &service, const QList<QDBusMessage> &calls,
           Limits limits);
 
-    // Sends the calls, of which there is at least one. The future is of how it ended; with any end but
-    // Answered, at once.
+    // Sends the calls, at least one. The future resolves to the outcome: immediately on failure, or once all
+    // calls are answered.
     QFuture<End> start();
 
-    // In the order of the calls; of use after the end Answered only.
+    // In the order of the calls; valid only after Answered.
     const QList<QDBusMessage> &replies() const { return m_replies; }
 
 private:
@@ -89,7 +88,7 @@ QFuture<Batch::End> Batch::start()
 void Batch::fill()
 {
     while (!m_finished && m_underWay < mostUnderWay && m_next < m_calls.size()) {
-        // What is sent over a closed connection may have no end to watch for.
+        // A call on a closed connection might never finish.
         if (m_bus.isConnected())
             send(m_next++);
         else
@@ -150,7 +149,7 @@ Batch::End Batch::endAfter(const QDBusMessage &call, const QDBusMessage &reply, 
         return End::Gone;
     if (error != QDBusError::NoReply && error != QDBusError::Timeout)
         return End::Answered;
-    // The bus says the same of an application that left with the call unanswered, but says it early.
+    // The bus also reports NoReply, but early, if the application disconnects before it replies.
     if (m_clock.elapsed() - sentAt < m_limits.call.count() - 50)
         return End::Gone;
     return m_lastAnswer < sentAt ? End::Silent : End::Answered;
@@ -174,7 +173,7 @@ AtspiApplication::AtspiApplication(const QDBusConnection &bus, const AtspiRefere
 }
 
 QCoro::Task<std::shared_ptr<AtspiApplication>>
-AtspiApplication::introduced(QDBusConnection bus, AtspiReference root, QString processName)
+AtspiApplication::create(QDBusConnection bus, AtspiReference root, QString processName)
 {
     const auto application = std::make_shared<AtspiApplication>(bus, root, processName);
     const QList<QDBusMessage> calls{
@@ -189,12 +188,12 @@ AtspiApplication::introduced(QDBusConnection bus, AtspiReference root, QString p
     co_return application;
 }
 
-const QDBusConnection &AtspiApplication::questions() const
+const QDBusConnection &AtspiApplication::queryConnection() const
 {
     return m_peer ? m_peer->connection() : m_bus;
 }
 
-void AtspiApplication::askOver(std::shared_ptr<AtspiPeer> peer)
+void AtspiApplication::setPeer(std::shared_ptr<AtspiPeer> peer)
 {
     m_peer = std::move(peer);
 }
@@ -202,7 +201,7 @@ void AtspiApplication::askOver(std::shared_ptr<AtspiPeer> peer)
 QCoro::Task<QList<QDBusMessage>> AtspiApplication::exchange(std::shared_ptr<AtspiApplication> application,
                                                             QList<QDBusMessage> calls)
 {
-    co_return co_await exchangeOver(application->questions(), application, calls);
+    co_return co_await exchangeOver(application->queryConnection(), application, calls);
 }
 
 QCoro::Task<QDBusMessage> AtspiApplication::act(std::shared_ptr<AtspiApplication> application,
@@ -227,7 +226,7 @@ QCoro::Task<QList<QDBusMessage>> AtspiApplication::exchangeOver(QDBusConnection 
     const auto batch = std::make_shared<Batch>(connection, application->m_root.service, calls, limits);
     const QFuture<Batch::End> future = batch->start();
     Batch::End end = co_await future;
-    // A connection of the application's own ends with the application.
+    // A lost peer connection means that the application has quit.
     if (end == Batch::End::Disconnected && connection.name() != application->m_bus.name())
         end = Batch::End::Gone;
     application->m_waited += std::chrono::milliseconds(waiting.elapsed());

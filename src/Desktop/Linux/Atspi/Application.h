@@ -15,38 +15,37 @@
 
 class AtspiPeer;
 
-// One application on the accessibility bus during one walk: sends it calls, and says in a sentence for the
-// user why they get no answer. Main thread.
+// An application on the accessibility bus, for the lifetime of one tree. Sends calls, and turns failures into
+// error messages for the user. Thread: main.
 class AtspiApplication
 {
 public:
     AtspiApplication(const QDBusConnection &bus, const AtspiReference &root, const QString &processName);
 
-    // Asks the application for what it calls itself and what made it. A copy with the answers; throws as
-    // `exchange` does.
-    static QCoro::Task<std::shared_ptr<AtspiApplication>> introduced(QDBusConnection bus, AtspiReference root,
-                                                                     QString processName);
+    // Creates an application and queries its name and toolkit. Throws as `exchange` does.
+    static QCoro::Task<std::shared_ptr<AtspiApplication>> create(QDBusConnection bus, AtspiReference root,
+                                                                 QString processName);
 
     // For calls that change state, such as DoAction.
     const QDBusConnection &bus() const { return m_bus; }
-    // For questions: over the bus, until a connection beside it is given.
-    const QDBusConnection &questions() const;
-    void askOver(std::shared_ptr<AtspiPeer> peer);
+    // For calls without side effects: the peer's connection if set, or else the bus.
+    const QDBusConnection &queryConnection() const;
+    void setPeer(std::shared_ptr<AtspiPeer> peer);
 
     const AtspiReference &root() const { return m_root; }
     const QString &name() const { return m_name; } // cleaned
     AtspiToolkit toolkit() const { return m_toolkit; }
 
-    // Sends the calls, which are questions, and gives the replies in their order. A call that fails or takes
-    // too long by itself has an error for its reply. Throws PlatformError when the application has stopped
-    // answering, has used up the time of the whole walk or has quit, and when the bus is gone.
+    // Sends the calls, which must have no side effects, and returns the replies in the same order. A single
+    // call that fails or times out has an error as its reply. Throws PlatformError if the application stops
+    // responding, exceeds `walkLimit` or quits, or if the bus is lost.
     static QCoro::Task<QList<QDBusMessage>> exchange(std::shared_ptr<AtspiApplication> application,
                                                      QList<QDBusMessage> calls);
 
-    // The same with one call that changes something.
+    // Sends one call that changes state, over the bus.
     static QCoro::Task<QDBusMessage> act(std::shared_ptr<AtspiApplication> application, QDBusMessage call);
 
-    // How long one call may take, and all waiting of one walk together.
+    // The timeout per call, and the total time an application may keep us waiting.
     static constexpr std::chrono::milliseconds callLimit{900};
     static constexpr std::chrono::milliseconds walkLimit{5000};
 
@@ -65,8 +64,9 @@ private:
 
 namespace Atspi {
 
-// The replies of those who answer at once if at all, as the bus itself or its registry. Throws PlatformError
-// when `service` does not, or the bus is gone; calls to others may fail singly. Main thread.
+// Sends calls to services that reply quickly, such as the bus daemon or the registry, and returns the
+// replies. Throws PlatformError if `service` doesn't respond or the bus is lost; calls to other services may
+// fail individually. Thread: main.
 QCoro::Task<QList<QDBusMessage>> exchangeAtOnce(QDBusConnection bus, QString service,
                                                 QList<QDBusMessage> calls);
 

@@ -8,10 +8,10 @@
 
 namespace {
 
-// What the toolkits of today answer with; the format of before 2012 lists children instead of counting them.
+// The current format; the one before 2012 lists children instead of counting them.
 constexpr QLatin1String itemsSignature("a((so)(so)(so)iiassusau)");
 
-// Steps over one value: entering and leaving it reads nothing inside.
+// Skips one value: entering and leaving a structure doesn't read its contents.
 void skipStructure(const QDBusArgument &list)
 {
     list.beginStructure();
@@ -34,13 +34,13 @@ AtspiCacheItem readItem(const QDBusArgument &list)
     list >> item.parent >> item.indexInParent >> item.childCount;
     skipArray(list); // the interfaces
     list >> item.name >> role >> item.description;
-    list.endStructure(); // the states are left
+    list.endStructure(); // skips the states
     item.role = static_cast<AtspiRole>(role);
     return item;
 }
 
-// Each role is in three of the six questions for roles, and no two roles in the same three: an element that
-// is found in fewer or more came or changed in between, or is beyond the end of an answer.
+// Each role is in a unique set of three of the six queries. An element matched by more or fewer changed
+// between the queries or lies beyond the limit of one.
 constexpr std::array roles{
     AtspiRole::CheckBox,     AtspiRole::CheckMenuItem, AtspiRole::ComboBox,     AtspiRole::Label,
     AtspiRole::Menu,         AtspiRole::MenuBar,       AtspiRole::MenuItem,     AtspiRole::PageTab,
@@ -49,7 +49,7 @@ constexpr std::array roles{
     AtspiRole::Entry,        AtspiRole::Heading,       AtspiRole::Link,         AtspiRole::Static,
 };
 
-using Code = unsigned; // a bit for each question but the first
+using Code = unsigned; // one bit per query except the first
 
 constexpr std::array<Code, roles.size()> makeCodes()
 {
@@ -210,7 +210,7 @@ void AtspiOutline::setChildren(const AtspiReference &parent, const QList<AtspiRe
         return;
     const Place place = m_places.value(parent);
     qsizetype end = place.end;
-    // From the last one on, each ends where the next one begins.
+    // In reverse, since each subtree ends where the next sibling begins.
     for (auto child = children.crbegin(); child != children.crend(); ++child) {
         const auto found = m_places.find(*child);
         const bool isInside = found != m_places.end() && found->begin > place.begin;

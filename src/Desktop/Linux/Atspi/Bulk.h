@@ -7,41 +7,40 @@
 #include <QHash>
 #include <QList>
 
-// One object as an application's bulk answer describes it.
+// One object in an application's reply to GetItems.
 struct AtspiCacheItem
 {
     AtspiReference object;
     AtspiReference parent;
     int indexInParent = -1;
-    int childCount = 0; // negative where the application did not count
+    int childCount = 0; // negative if unknown
     QString name;
     QString description;
     AtspiRole role = AtspiRole::Invalid;
 };
 
-// All objects that an application knows of, as it told them in one answer, with the tree rebuilt from
-// parents and indices: the answer's own order is that of a hash. Immutable once made, so that it can be built
-// on a worker thread and read on the main thread.
+// All objects in an application's reply to GetItems. The reply is unordered, so the tree is rebuilt from
+// parents and indices. Immutable, so that it can be built on a worker thread and read on the main thread.
 class AtspiCache
 {
 public:
     AtspiCache() = default;
     explicit AtspiCache(QList<AtspiCacheItem> items);
 
-    // Of the reply to "GetItems"; empty after an error, or from a toolkit that answers in another format.
+    // Parses the reply to GetItems; empty after an error or if the toolkit uses a different format.
     static AtspiCache fromReply(const QDBusMessage &reply);
 
-    // In no order that means anything.
+    // Unordered.
     const QList<AtspiCacheItem> &items() const { return m_items; }
 
-    // The object's item, or null where the answer left it out; valid as long as the cache.
+    // The object's item, or null if the reply doesn't contain it. Valid for the cache's lifetime.
     const AtspiCacheItem *find(const AtspiReference &object) const;
 
-    // Whether the answer held every child of one of the items, so that `children` is what the application
-    // itself would answer. Toolkits that build their tree only where it is looked at leave children out.
+    // Whether the cache holds every child of the item, so that `children` is complete. Toolkits that build
+    // their tree lazily omit children.
     bool hasAllChildren(const AtspiCacheItem &item) const;
 
-    // The known children of one of the items, in the order of their indices.
+    // The item's cached children, ordered by index.
     QList<AtspiReference> children(const AtspiCacheItem &item) const;
 
 private:
@@ -51,44 +50,44 @@ private:
 
     QList<AtspiCacheItem> m_items;
     QHash<AtspiReference, qsizetype> m_positions;
-    QList<QList<qsizetype>> m_children; // of each item its children's positions, by index in the parent
+    QList<QList<qsizetype>> m_children; // the positions of each item's children, ordered by index
 };
 
-// What Firefox tells of all elements below one of them, for pages that are missing in its bulk answer: that
-// keeps what there was when it was first asked for. The elements come in the order of their tree, and which
-// roles they have is asked in six questions for all of them; so neither has to be asked of every element.
+// The descendants of an element and their roles, read with GetMatches in a few calls. For pages that Firefox
+// omits from GetItems, which returns only what existed at its first call. Matches come in tree order, and
+// roles are encoded in which of six queries an element matches, so neither takes a call per element.
 //
-// Main thread. A page that changes meanwhile makes it know less, not wrong things.
+// If the page changes meanwhile, the outline knows less, but nothing false. Thread: main.
 class AtspiOutline
 {
 public:
-    // Of how many elements it may be asked what is below them: each asking goes through all of that.
+    // `tops` limits how many subtrees are queried, since each query traverses the whole subtree.
     explicit AtspiOutline(int tops = 8) : m_topsLeft(tops) {}
     bool mayAsk() const { return m_topsLeft > 0; }
 
-    // The questions about everything below `top`: the first is for all of it, each other one for some roles.
+    // The queries for the descendants of `top`: the first matches all, the others some roles each.
     static QList<QDBusMessage> questions(const AtspiReference &top);
     static QList<AtspiRole> rolesOfQuestion(int question);
-    // The answers to all of them.
+    // Adds the results of all queries.
     void add(const AtspiReference &top, const QList<QList<AtspiReference>> &answers);
 
     static constexpr int questionCount = 7;
-    // More than a walk examines. The rest of a longer page is asked for element by element.
+    // More than any traversal examines; the rest of a longer page is read element by element.
     static constexpr int longestAnswer = 4000;
 
     bool knows(const AtspiReference &object) const { return m_places.contains(object); }
-    // Invalid where it is not known.
+    // Invalid if unknown.
     AtspiRole role(const AtspiReference &object) const;
     // Whether the element is known to have no children.
     bool isLeaf(const AtspiReference &object) const;
-    // All children of an element, as it told them itself: they show where each of them ends.
+    // Adds the complete list of an element's children, which determines where each child's subtree ends.
     void setChildren(const AtspiReference &parent, const QList<AtspiReference> &children);
 
 private:
     struct Place
     {
         qsizetype begin = 0;
-        qsizetype end = unknown; // behind everything below the element
+        qsizetype end = unknown; // one past the element's descendants
         AtspiRole role = AtspiRole::Invalid;
     };
 

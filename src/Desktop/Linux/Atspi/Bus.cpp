@@ -17,7 +17,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// Time enough for the service to be started by its first call.
+// The first call may have to start the service.
 constexpr int launcherLimit = 2000; // ms
 constexpr int registryLimit = 500;  // ms
 constexpr auto readyLimit = 5s;
@@ -31,7 +31,7 @@ PlatformError unreachable()
                          "at-spi2-core, then log in again."_s);
 }
 
-// It has just answered over the bus, so this is long.
+// Generous, since the application has just replied over the bus.
 constexpr int firstAnswerLimit = 200; // ms
 
 QCoro::Task<QString> offeredAddress(std::shared_ptr<AtspiApplication> application)
@@ -46,8 +46,8 @@ void close(AtspiBus &bus, const QString &name)
     bus.worker().post([name] { QDBusConnection::disconnectFromPeer(name); });
 }
 
-// Whether it is the application itself that answers there: the address that a sandboxed one offers means
-// another file outside its sandbox, if any.
+// Verifies that the application itself replies: a sandboxed application's socket path refers to its own file
+// system.
 QCoro::Task<bool> leadsTo(QDBusConnection connection, AtspiReference root)
 {
     const QDBusPendingCall pending = connection.asyncCall(Atspi::getApplication(root), firstAnswerLimit);
@@ -55,7 +55,7 @@ QCoro::Task<bool> leadsTo(QDBusConnection connection, AtspiReference root)
     co_return Atspi::reference(answer).service == root.service;
 }
 
-// None where it takes too long.
+// Null on timeout.
 QCoro::Task<std::shared_ptr<AtspiPeer>> connectTo(std::shared_ptr<AtspiBus> bus, QString address)
 {
     const QString name = u"orvane-application-"_s + QUuid::createUuid().toString();
@@ -120,7 +120,7 @@ QCoro::Task<void> AtspiBus::enable()
     const QDBusMessage on =
         Atspi::setProperty(launcher, Atspi::statusInterface, Atspi::enabledProperty, true);
     co_await askLauncher(on);
-    // The bus itself is started by the first question for it, which can take its time on a busy machine.
+    // The first request for the address starts the bus, which is slow on a busy machine.
     const QDeadlineTimer deadline(readyLimit);
     bool ready = co_await isReady();
     while (!ready && !deadline.hasExpired()) {
@@ -141,7 +141,7 @@ QCoro::Task<QDBusMessage> AtspiBus::askLauncher(QDBusMessage call)
     co_return reply;
 }
 
-// On the worker.
+// Runs on the worker.
 QDBusConnection AtspiBus::connect(const QString &address)
 {
     if (address == m_address) {
@@ -155,7 +155,7 @@ QDBusConnection AtspiBus::connect(const QString &address)
     return QDBusConnection::connectToBus(address, m_connectionName);
 }
 
-// On the worker.
+// Runs on the worker.
 void AtspiBus::disconnect()
 {
     if (!m_connectionName.isEmpty())
@@ -163,8 +163,9 @@ void AtspiBus::disconnect()
     m_connectionName.clear();
 }
 
-// Most toolkits answer in bulk only while somebody listens to their events. So we listen for one that hardly
-// ever happens. An application that starts afterwards can miss it; hearing of a new listener wakes it too.
+// Most toolkits maintain a cache only while someone listens to their events, so register for a very rare one.
+// Applications started since the last registration may have missed it, so deregister first: a new
+// registration is announced to all.
 QCoro::Task<void> AtspiBus::wakeCaches(QDBusConnection bus)
 {
     const AtspiReference registry{Atspi::registryService, Atspi::registryPath};
@@ -181,7 +182,7 @@ QCoro::Task<void> AtspiBus::wakeCaches(QDBusConnection bus)
 bool Atspi::isSocketAddress(const QString &address)
 {
     const bool isSocket = address.startsWith("unix:path="_L1) || address.startsWith("unix:abstract="_L1);
-    // Several addresses are alternatives to each other.
+    // A semicolon separates alternative addresses.
     return isSocket && !address.contains(u';');
 }
 

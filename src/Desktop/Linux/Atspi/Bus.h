@@ -12,8 +12,8 @@
 
 class AtspiApplication;
 
-// The way to the accessibility bus: a bus of its own, whose address the session bus knows, with a switch that
-// makes toolkits show their trees. Main thread; setting up connections blocks, and happens on a worker.
+// Connects to the accessibility bus, a separate bus whose address and IsEnabled switch are available on the
+// session bus. Connecting blocks, so it runs on a worker. Thread: main.
 class AtspiBus : public std::enable_shared_from_this<AtspiBus>
 {
 public:
@@ -22,23 +22,24 @@ public:
     AtspiBus(const AtspiBus &) = delete;
     AtspiBus &operator=(const AtspiBus &) = delete;
 
-    // The connection, made when there is none or the bus has moved. Throws PlatformError when the bus cannot
-    // be reached.
+    // Returns the connection, (re)connecting if there is none or the address has changed. Throws
+    // PlatformError if the bus is unreachable.
     QCoro::Task<QDBusConnection> connection();
 
-    // The switch. `enable` also waits, a few seconds at most, until the bus is ready. Both throw
-    // PlatformError when the session bus cannot be reached or nobody owns the switch.
+    // The IsEnabled switch, which makes toolkits expose their trees. `enable` also waits, a few seconds at
+    // most, until the bus is ready. Both throw PlatformError if the session bus or the AT-SPI launcher is
+    // unreachable.
     QCoro::Task<bool> isEnabled();
     QCoro::Task<void> enable();
 
-    // Whether the switch is on and the bus can be reached. Throws nothing.
+    // Whether accessibility is enabled and the bus reachable. Never throws.
     QCoro::Task<bool> isReady();
 
-    // Asks the applications to have their trees ready for bulk answers. Throws nothing: where it fails, trees
-    // are read object by object.
+    // Makes applications build the caches behind GetItems. Never throws: on failure, trees are read object by
+    // object.
     QCoro::Task<void> wakeCaches(QDBusConnection bus);
 
-    // Work on big answers that is too long for a frame of the main thread.
+    // For processing large replies off the main thread.
     BoundedQueue &worker() { return m_worker; }
 
 private:
@@ -46,25 +47,25 @@ private:
     QDBusConnection connect(const QString &address);
     void disconnect();
 
-    // Touched on the worker only.
+    // Used on the worker only.
     QString m_address;
     QString m_connectionName;
 
     BoundedQueue m_worker;
 };
 
-// A connection to one application beside the bus, which GTK 3 and browsers offer: answers come sooner without
-// the bus between, most of all where they are many.
+// A direct D-Bus connection to one application, offered by GTK 3 and browsers. Faster than the bus,
+// especially for many calls.
 //
-// For questions only. GTK 3 carries out an action inside the message that asks for it, and when that opens a
-// dialog and waits, an application whose connection is closed meanwhile never answers again.
+// For calls without side effects only. GTK 3 performs an action while handling the call; if the action runs a
+// modal dialog and the peer connection closes meanwhile, the application never replies again.
 //
-// Main thread; setting up and closing happen on the bus's worker.
+// Connects and disconnects on the bus's worker. Thread: main.
 class AtspiPeer
 {
 public:
-    // Null if the application offers no direct connection, or another process answers on it; use the bus then.
-    // Throws PlatformError as AtspiApplication does.
+    // Null if the application offers no direct connection, or another process answers on it; use the bus
+    // then. Throws PlatformError as AtspiApplication does.
     static QCoro::Task<std::shared_ptr<AtspiPeer>> open(std::shared_ptr<AtspiBus> bus,
                                                         std::shared_ptr<AtspiApplication> application);
     AtspiPeer(std::shared_ptr<AtspiBus> bus, const QDBusConnection &connection);
@@ -81,8 +82,8 @@ private:
 
 namespace Atspi {
 
-// Whether connecting to that address does nothing but connect: an address can also name a program that is to
-// be started, and whoever we look at must not choose what we run.
+// Whether the address is a plain socket. D-Bus addresses may also name a program to start, which an untrusted
+// application must not choose.
 bool isSocketAddress(const QString &address);
 
 } // namespace Atspi

@@ -25,10 +25,10 @@ QByteArray processFile(qint64 processIdentifier, const char *name)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-// 0 when the process has ended.
+// 0 if the process has ended.
 qint64 parentProcess(qint64 processIdentifier)
 {
-    // "pid (name) state parent …", where the name may hold anything, brackets and blanks included.
+    // "pid (name) state parent …"; the name may contain any characters, including brackets and blanks.
     const QByteArray state = processFile(processIdentifier, "stat");
     const QList<QByteArray> fields = state.mid(state.lastIndexOf(')') + 2).split(' ');
     return fields.value(1).toLongLong();
@@ -36,7 +36,7 @@ qint64 parentProcess(qint64 processIdentifier)
 
 bool isDescendant(qint64 processIdentifier, qint64 ancestor)
 {
-    // Process numbers can be used again while we look, so the way up has an end of its own.
+    // Bounded, since process identifiers may be reused while we read.
     for (int steps = 0; steps < 64 && processIdentifier > 1; ++steps) {
         processIdentifier = parentProcess(processIdentifier);
         if (processIdentifier == ancestor)
@@ -59,7 +59,7 @@ QCoro::Task<QList<AtspiReference>> registeredApplications(QDBusConnection bus)
     co_return Atspi::references(replies.constFirst());
 }
 
-// In the order of the applications; 0 for one that has left.
+// In the same order; 0 for an application that has left the bus.
 QCoro::Task<QList<qint64>> processesOf(QDBusConnection bus, QList<AtspiReference> applications)
 {
     const AtspiReference daemon{u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s};
@@ -90,7 +90,7 @@ QCoro::Task<AtspiReference> richest(QDBusConnection bus, QList<AtspiReference> c
     co_return candidates.at(most - replies.cbegin());
 }
 
-// Of many applications that are asked at the same time. Whoever has not answered is silent.
+// The results of concurrent queries; Silent until answered.
 struct Survey
 {
     explicit Survey(qsizetype count) : answers(count, AtspiDisclosure::Silent), open(count) { ended.start(); }
@@ -106,7 +106,7 @@ QCoro::Task<AtspiDisclosure> disclosure(QDBusConnection bus, qint64 process)
     if (!root)
         co_return AtspiDisclosure::Hidden;
     const QString name = Atspi::processName(process);
-    const auto application = co_await AtspiApplication::introduced(bus, *root, name);
+    const auto application = co_await AtspiApplication::create(bus, *root, name);
     const auto nothingKnown = std::make_shared<const AtspiCache>();
     const bool isHidden = co_await Atspi::hidesControls(application, nothingKnown);
     co_return isHidden ? AtspiDisclosure::Hidden : AtspiDisclosure::Shown;

@@ -11,28 +11,27 @@
 #include <chrono>
 #include <optional>
 
-// How much an application lets the accessibility bus see.
+// What an application exposes on the accessibility bus.
 enum class AtspiDisclosure {
     Shown,  // its controls
-    Hidden, // not its controls, or it is not there at all
-    Silent, // nothing was heard of it in time
+    Hidden, // no controls, or it isn't registered
+    Silent, // no reply before the timeout
 };
 
 namespace Atspi {
 
-// The root object of the application with this process: among those registered on the accessibility bus, the
-// one whose connection belongs to the process or, failing that, to a process that it has started or to
-// another one of its sandbox, as the go-between through which a Flatpak reaches the bus. Of several, the one
-// that shows most windows. None when the application is not registered. Throws PlatformError when the
-// registry does not answer. Main thread.
+// Finds the root object of a process's application among those registered on the accessibility bus: by the
+// process of the connection, or else by a descendant process, or else by a process in the same sandbox (the
+// D-Bus proxy of a Flatpak). If several match, the one with the most windows. Nothing if the application
+// isn't registered. Throws PlatformError if the registry doesn't respond. Thread: main.
 QCoro::Task<std::optional<AtspiReference>> findApplication(QDBusConnection bus, qint64 processIdentifier);
 
-// How the applications with these processes stand, in their order; wakes and starts nothing, except a
-// registry that does not run. Ends when the limit is over at the latest. Throws nothing. Main thread.
+// What the applications of these processes expose, in the same order. Has no side effects, except that it may
+// start the registry. Returns after `limit` at the latest. Never throws. Thread: main.
 QCoro::Task<QList<AtspiDisclosure>> disclosures(QDBusConnection bus, QList<qint64> processes,
                                                 std::chrono::milliseconds limit);
 
-// What the system calls the process, cleaned; "The application" when it has ended.
+// The process's command name, cleaned; "The application" if it has ended.
 QString processName(qint64 processIdentifier);
 
 } // namespace Atspi

@@ -13,14 +13,14 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// More than any control has; an application that claims more is not believed.
+// More than any real control has; bounds what an application can claim.
 constexpr int mostActions = 64;
 
 QCoro::Task<int> actionCount(std::shared_ptr<AtspiApplication> application, AtspiReference object)
 {
     const QList<QDBusMessage> question{Atspi::getActionCount(object)};
     int count = 0;
-    const int rounds = Atspi::bringsPagesLate(application->toolkit()) ? 5 : 1;
+    const int rounds = Atspi::loadsPagesLazily(application->toolkit()) ? 5 : 1;
     for (int round = 0; round < rounds && count == 0; ++round) {
         if (round > 0)
             co_await QCoro::sleepFor(100ms);
@@ -34,7 +34,7 @@ QCoro::Task<int> actionCount(std::shared_ptr<AtspiApplication> application, Atsp
 QCoro::Task<QStringList> actionNames(std::shared_ptr<AtspiApplication> application, AtspiReference object)
 {
     const int count = co_await actionCount(application, object);
-    // "GetActions" would tell all names at once, but in the user's language.
+    // GetActions would return all names in one call, but localized.
     QList<QDBusMessage> calls;
     for (int i = 0; i < count; ++i)
         calls.append(Atspi::getActionName(object, i));
@@ -48,7 +48,7 @@ QCoro::Task<QStringList> actionNames(std::shared_ptr<AtspiApplication> applicati
 struct Press
 {
     AtspiReference object;
-    int action = -1; // its position; -1 where nothing can be pressed
+    int action = -1; // -1 if there is no press action
 };
 
 QCoro::Task<Press> pressOf(std::shared_ptr<AtspiApplication> application, AtspiReference object)

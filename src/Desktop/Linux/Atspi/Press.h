@@ -9,11 +9,11 @@
 
 namespace Atspi {
 
-// Carries out the action of the object that stands for a press, or of the button inside it where it is only
-// the shell of one. False when there is none, or it refuses or is gone.
-// A press that opens a dialog may be answered only when that dialog is closed: it counts as done as soon as
-// the application shows that it still answers other questions. Throws PlatformError when it does not, has
-// quit, or the bus is gone. Main thread.
+// Performs the object's press action, or that of the button inside it if the object only wraps one. Returns
+// false if there is no such action, or the object refuses or no longer exists. If the press opens a modal
+// dialog, the reply may not come before the dialog closes: on timeout, the press counts as done if the
+// application responds to another call. Throws PlatformError if it doesn't respond or has quit, or if the bus
+// is lost. Thread: main.
 QCoro::Task<bool> press(std::shared_ptr<AtspiApplication> application, AtspiReference object);
 
 } // namespace Atspi

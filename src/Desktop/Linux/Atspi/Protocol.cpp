@@ -10,10 +10,10 @@ namespace {
 
 const QString propertiesInterface = u"org.freedesktop.DBus.Properties"_s;
 
-// How a rule's set of roles, states and so on is met.
+// The match type of each set in a rule.
 enum class Match { All = 1, Any = 2 };
 
-// The reply's first value, out of the wrapping that a property's value comes in.
+// The reply's first value, unwrapped if it is a variant.
 QVariant firstValue(const QDBusMessage &reply)
 {
     if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty())
@@ -31,7 +31,7 @@ bool AtspiReference::isNull() const
 
 size_t qHash(const AtspiReference &reference, size_t seed)
 {
-    // Almost all objects of a tree live on one connection, so its name would tell nothing apart.
+    // Nearly all objects of a tree share one service, so hashing it gains nothing.
     return qHash(reference.path, seed);
 }
 
@@ -126,7 +126,7 @@ QDBusMessage Atspi::getMatches(const AtspiReference &top, const AtspiRule &rule,
     structure.endMap(); // attributes
     structure << all << bitSet(rule.roles, 4) << anyRole;
     structure << QStringList() << all; // interfaces
-    structure << false;                // not those that do not match
+    structure << false;                // don't invert the rule
     structure.endStructure();
     const uint treeOrder = 1;
     const bool deep = true;

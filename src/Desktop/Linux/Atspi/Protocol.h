@@ -11,27 +11,26 @@
 #include <cstdint>
 #include <optional>
 
-// The accessibility protocol, AT-SPI over D-Bus: its names, roles and states, its calls as messages, and what
-// their replies hold. Pure values, usable from any thread. A reply that is an error, or of another shape than
-// it should be, reads as nothing.
+// The AT-SPI D-Bus protocol: names, roles, states, method calls, and parsers for replies. An error or
+// malformed reply parses as nothing. Any thread.
 
-// Where an accessible object lives: a connection on the accessibility bus and a path there.
+// An accessible object: a connection on the accessibility bus and an object path.
 struct AtspiReference
 {
     QString service;
     QString path;
 
-    // How the protocol says "no object".
+    // Whether this is the protocol's null reference.
     bool isNull() const;
     friend bool operator==(const AtspiReference &, const AtspiReference &) = default;
 };
 
 size_t qHash(const AtspiReference &reference, size_t seed = 0);
 
-// Reads the protocol's pair of service and path.
+// Reads a (service, path) pair.
 const QDBusArgument &operator>>(const QDBusArgument &argument, AtspiReference &reference);
 
-// The numbers of the roles that mean something here.
+// The roles used here, with their protocol numbers.
 enum class AtspiRole : std::uint32_t {
     Invalid = 0,
     CheckBox = 7,
@@ -58,20 +57,20 @@ enum class AtspiRole : std::uint32_t {
     Switch = 130,
 };
 
-// The numbers of the states that mean something here.
+// The states used here, with their protocol numbers.
 enum class AtspiState : std::uint32_t {
-    Active = 1, // of a window: it has the focus
+    Active = 1, // of a window with the focus
     Focused = 12,
     Selected = 23,
-    Sensitive = 24, // not greyed out
+    Sensitive = 24, // not disabled
     Showing = 25,
 };
 
-// Which elements are looked for.
+// A match rule of the Collection interface.
 struct AtspiRule
 {
-    QList<AtspiRole> roles;   // one of them; whatever its role where there are none
-    QList<AtspiState> states; // all of them
+    QList<AtspiRole> roles;   // any of these; empty matches every role
+    QList<AtspiState> states; // all of these
 };
 
 namespace Atspi {
@@ -86,7 +85,8 @@ inline const QString registryInterface = QStringLiteral("org.a11y.atspi.Registry
 inline const QString selectionInterface = QStringLiteral("org.a11y.atspi.Selection");
 inline const QString textInterface = QStringLiteral("org.a11y.atspi.Text");
 inline const QString valueInterface = QStringLiteral("org.a11y.atspi.Value");
-// On the session bus: where the accessibility bus is, and the switch that makes toolkits show their trees.
+// On the session bus: the address of the accessibility bus, and the switch that makes toolkits expose their
+// trees.
 inline const QString launcherInterface = QStringLiteral("org.a11y.Bus");
 inline const QString statusInterface = QStringLiteral("org.a11y.Status");
 inline const QString enabledProperty = QStringLiteral("IsEnabled");
@@ -102,12 +102,12 @@ inline const QString nullPath = QStringLiteral("/org/a11y/atspi/null");
 QDBusMessage call(const AtspiReference &object, const QString &interface, const QString &method,
                   const QVariantList &arguments = {});
 
-// One property at a time: asking for all of them at once crashes applications made with Qt.
+// Gets a single property; GetAll crashes Qt applications.
 QDBusMessage property(const AtspiReference &object, const QString &interface, const QString &name);
 QDBusMessage setProperty(const AtspiReference &object, const QString &interface, const QString &name,
                          const QVariant &value);
 
-// The calls, each named after what the protocol calls it. Of any element:
+// Calls, named after the protocol's methods and properties. For any element:
 QDBusMessage getRole(const AtspiReference &object);
 QDBusMessage getState(const AtspiReference &object);
 QDBusMessage getName(const AtspiReference &object);
@@ -118,11 +118,11 @@ QDBusMessage getIndexInParent(const AtspiReference &object);
 QDBusMessage getChildren(const AtspiReference &object);
 QDBusMessage getChildCount(const AtspiReference &object);
 QDBusMessage getApplication(const AtspiReference &object);
-// The elements below `top` that the rule is met by, in the order of their tree and no more than `most`.
+// The descendants of `top` that match the rule, in tree order, at most `most`.
 QDBusMessage getMatches(const AtspiReference &top, const AtspiRule &rule, int most);
 
-// Of elements that can be pressed, hold a text or a number, take the focus, or let a child be chosen. Actions
-// and children go by their positions; a text's end of -1 is that of the whole text.
+// For elements with the interface Action, Text, Value, Component or Selection. Actions and children are given
+// by index; an `end` of -1 means the whole text.
 QDBusMessage getActionCount(const AtspiReference &object);
 QDBusMessage getActionName(const AtspiReference &object, int action);
 QDBusMessage doAction(const AtspiReference &object, int action);
@@ -132,20 +132,20 @@ QDBusMessage getCurrentValue(const AtspiReference &object);
 QDBusMessage grabFocus(const AtspiReference &object);
 QDBusMessage selectChild(const AtspiReference &object, int child);
 
-// Of an application: its root object, or its name on the bus.
+// For an application: its root object or its bus name.
 QDBusMessage getToolkitName(const AtspiReference &root);
 QDBusMessage getApplicationBusAddress(const AtspiReference &root);
 QDBusMessage getItems(const QString &service);
 
-// What a method or a property gave, none after an error.
+// The returned value, or nothing after an error.
 std::optional<QString> text(const QDBusMessage &reply);
 std::optional<double> number(const QDBusMessage &reply);
 bool truth(const QDBusMessage &reply);
 AtspiRole role(const QDBusMessage &reply);
 bool hasState(const QDBusMessage &reply, AtspiState state);
-// The one object that a property gave.
+// The returned object.
 AtspiReference reference(const QDBusMessage &reply);
-// The objects in the reply's order, "no object" left out.
+// The returned objects in order, without null references.
 QList<AtspiReference> references(const QDBusMessage &reply);
 
 // Encodes numbers as a bit set of `words` 32-bit words.
@@ -160,7 +160,7 @@ QList<int> bitSet(const QList<Number> &numbers, int words)
     return bits;
 }
 
-// The AX name of the role of an element whose parent has the role `parent`; empty where it has none.
+// The AX role of an element with this role and its parent's; empty if there is none.
 QString axRole(AtspiRole role, AtspiRole parent);
 
 } // namespace Atspi

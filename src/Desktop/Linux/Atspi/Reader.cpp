@@ -63,8 +63,8 @@ QCoro::Task<void> AtspiReader::read()
     co_await readTexts(&AtspiReading::help, help, label);
 }
 
-// A toolkit that lists stacks differently in bulk is believed there only about what cannot be one: elements
-// without children, and controls.
+// If the toolkit lists stacks differently in bulk, trust the cache only for elements that can't be a stack:
+// those without children, and controls.
 bool AtspiReader::knowsChildren(const AtspiCacheItem &item) const
 {
     if (!m_cache->hasAllChildren(item))
@@ -74,7 +74,7 @@ bool AtspiReader::knowsChildren(const AtspiCacheItem &item) const
     return !Atspi::axRole(item.role, AtspiRole::Invalid).isEmpty();
 }
 
-// Takes what the cache holds; the positions of the elements of which it does not hold everything remain.
+// Fills in what the cache holds; returns the indices of elements whose children it lacks.
 QList<qsizetype> AtspiReader::useCache()
 {
     QList<qsizetype> incomplete;
@@ -99,7 +99,7 @@ QList<qsizetype> AtspiReader::useCache()
     return incomplete;
 }
 
-// Has what is below the elements outlined that neither the cache nor an outline knows.
+// Outlines the descendants of elements that are in neither the cache nor the outline.
 QCoro::Task<void> AtspiReader::outline(QList<qsizetype> incomplete)
 {
     if (!Atspi::canOutlinePages(m_application->toolkit()))
@@ -108,7 +108,7 @@ QCoro::Task<void> AtspiReader::outline(QList<qsizetype> incomplete)
         const AtspiReference object = m_readings.at(i).object;
         if (m_readings.at(i).cached || m_outline->knows(object) || !m_outline->mayAsk())
             continue;
-        // The first is answered at once, which tells a page that takes long from a browser that hangs.
+        // GetRole is answered at once, which distinguishes a slow page from a hung browser.
         QList<QDBusMessage> calls{Atspi::getRole(object)};
         calls += AtspiOutline::questions(object);
         const QList<QDBusMessage> replies = co_await AtspiApplication::exchange(m_application, calls);
@@ -147,30 +147,29 @@ QCoro::Task<void> AtspiReader::readStructure()
         m_outline->setChildren(m_readings.at(i).object, m_readings.at(i).children);
 }
 
-// Whether it is a text that has nothing but what it says, and has that for its name.
+// Whether the element is a text whose name is its only content.
 bool AtspiReader::isPlainText(const AtspiReading &reading) const
 {
-    return Atspi::namesItsTexts(m_application->toolkit()) && reading.role == AtspiRole::Static;
+    return Atspi::keepsTextInName(m_application->toolkit()) && reading.role == AtspiRole::Static;
 }
 
-// Whether the text inside a static text is all that it says. A label is short, so it is asked for whole.
-bool AtspiReader::speaksByItsText(const AtspiReading &reading) const
+// Whether a static text's content has to be read from its Text interface. Labels are short and read whole.
+bool AtspiReader::needsTextContent(const AtspiReading &reading) const
 {
     if (reading.axRole != "AXStaticText"_L1 || hasLabel(reading) || isPlainText(reading))
         return false;
     return !Atspi::repeatsTextsOfChildren(m_application->toolkit()) || reading.children.isEmpty();
 }
 
-// The text inside text fields, and inside static texts that have no other. Of a text field the length is
-// asked for first: a whole book must not come over, and some applications take an end beyond the text for a
-// mistake.
+// Reads the contents of text fields and of static texts without a label. For text fields, queries the length
+// first: it may be a whole book, and some applications reject an end beyond the text.
 QCoro::Task<void> AtspiReader::readContents()
 {
     QHash<AtspiReference, int> ends;
     QList<AtspiReference> fields;
     QList<QDBusMessage> lengths;
     for (const AtspiReading &reading : m_readings) {
-        if (speaksByItsText(reading))
+        if (needsTextContent(reading))
             ends.insert(reading.object, -1);
         if (!isTextField(reading) || reading.role == AtspiRole::PasswordText)
             continue;
@@ -194,7 +193,7 @@ QCoro::Task<void> AtspiReader::readContents()
     co_await readTexts(&AtspiReading::value, contents, text);
 }
 
-// The number in a spin button that offers no text.
+// Reads the number of spin buttons without text.
 QCoro::Task<void> AtspiReader::readNumbers()
 {
     const Question number = [](const AtspiReading &reading) -> std::optional<QDBusMessage> {

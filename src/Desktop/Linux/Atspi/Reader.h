@@ -13,13 +13,13 @@
 #include <memory>
 #include <optional>
 
-// What is read of one element; its texts are cleaned.
+// What is read from one element. Texts are cleaned.
 struct AtspiReading
 {
     AtspiReference object;
     AtspiRole parentRole = AtspiRole::Invalid;
 
-    const AtspiCacheItem *cached = nullptr; // what the cache holds of it; null where that left it out
+    const AtspiCacheItem *cached = nullptr; // null if not in the cache
     AtspiRole role = AtspiRole::Invalid;
     QString axRole;
     QString name;
@@ -29,29 +29,30 @@ struct AtspiReading
     QList<AtspiReference> children;
 };
 
-// Reads many elements of one application in one go: first the structure, then, of the elements with an AX
-// role only (nobody looks at the others' texts), one kind of text after the other. The value is read of text
-// fields (never of a password field); the description, a static text's value and the help each only where no
-// text before it says anything, for the label is the first of them. What the cache and the outline hold is
-// not asked again.
+// Reads a batch of elements of one application: first the structure, then, for elements with an AX role
+// (texts of others are never used), one kind of text after another. The value is read for text fields, except
+// password fields. The description, a static text's value and the help are each read only if all previous
+// texts are empty, because the first non-empty one is the label. Uses the cache and the outline instead of
+// calls where possible.
 //
-// Main thread; must stay alive while `read` is awaited.
+// Must stay alive while `read` is awaited. Thread: main.
 class AtspiReader
 {
 public:
-    // Of each reading, `object` and `parentRole` are given. The outline grows by what is read.
+    // `object` and `parentRole` of each reading must be set. The outline is extended while reading.
     AtspiReader(std::shared_ptr<AtspiApplication> application, std::shared_ptr<const AtspiCache> cache,
                 std::shared_ptr<AtspiOutline> outline, QList<AtspiReading> readings);
 
-    // An element that has vanished stays as it was given. Throws PlatformError as AtspiApplication does.
+    // The reading of an element that no longer exists stays unchanged. Throws as AtspiApplication::exchange
+    // does.
     QCoro::Task<void> read();
     const QList<AtspiReading> &readings() const { return m_readings; }
 
-    // Only so much of a long text is asked for; in the protocol's characters.
+    // Longer texts are truncated; in the protocol's characters.
     static constexpr int longestText = 1000;
 
 private:
-    // The call that asks for a text, none where it is not wanted.
+    // The call that reads a text, or nothing if it isn't needed.
     using Question = std::function<std::optional<QDBusMessage>(const AtspiReading &)>;
     using Answer = std::function<QString(const QDBusMessage &)>;
 
@@ -63,7 +64,7 @@ private:
     QList<qsizetype> useCache();
     bool knowsChildren(const AtspiCacheItem &item) const;
     bool isPlainText(const AtspiReading &reading) const;
-    bool speaksByItsText(const AtspiReading &reading) const;
+    bool needsTextContent(const AtspiReading &reading) const;
 
     std::shared_ptr<AtspiApplication> m_application;
     std::shared_ptr<const AtspiCache> m_cache;

@@ -11,11 +11,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Stands in a text for a picture, a link or another object of its own.
+// The object replacement character: an embedded picture, link or other object.
 constexpr char16_t objectMark = 0xFFFC;
 
-// "7 7" → "7", and "_Retry Retry", where the first one marks its key, → "Retry"; any other text as it is.
-QString saidOnce(const QString &text)
+// "7 7" → "7"; "_Retry Retry" (with a mnemonic) → "Retry"; other texts unchanged.
+QString withoutRepetition(const QString &text)
 {
     const QString second = text.right((text.size() - 1) / 2);
     QString first = text.chopped(second.size());
@@ -27,7 +27,7 @@ QString saidOnce(const QString &text)
     return first == second ? second : text;
 }
 
-// The toolkit's own classes, and those that applications derive and name alike.
+// GTK's class names, and similarly named classes derived by applications.
 bool isClassName(const QString &text)
 {
     static const QRegularExpression pattern(
@@ -35,7 +35,7 @@ bool isClassName(const QString &text)
     return pattern.match(text).hasMatch();
 }
 
-// Rich text as Qt takes it for hints, without its markup. "<none>" is a text in angle brackets.
+// Removes the markup of a rich text tooltip. "<none>" is plain text in angle brackets.
 QString withoutMarkup(const QString &text)
 {
     static const QRegularExpression tag(u"<[^<>]*>"_s);
@@ -69,13 +69,13 @@ QString Atspi::label(const QString &text, AtspiToolkit toolkit)
         return withoutMarkup(tidy);
     if (toolkit != AtspiToolkit::Gtk4)
         return tidy;
-    return isClassName(tidy) ? QString() : saidOnce(tidy);
+    return isClassName(tidy) ? QString() : withoutRepetition(tidy);
 }
 
 int Atspi::pressAction(const QStringList &names)
 {
-    // Most telling first. Browsers name the action after what it does to the control's present state, so a
-    // ticked box offers "uncheck" and an open list "close". Qt's menus only offer to show themselves.
+    // In order of preference. Browsers name an action after its effect on the current state: a checked box
+    // offers "uncheck", an open list "close". Qt's menus only offer "ShowMenu".
     static constexpr std::array presses{
         "press"_L1,  "click"_L1, "activate"_L1, "toggle"_L1, "check"_L1, "open"_L1,
         "select"_L1, "jump"_L1,  "uncheck"_L1,  "switch"_L1, "close"_L1, "showmenu"_L1,

@@ -4,87 +4,87 @@
 #include <QString>
 #include <QStringList>
 
-// How toolkits differ from what the protocol leads one to expect. All of it was seen in the versions of
-// Debian 12: GTK 3.24, GTK 4.8, Qt 5.15, Qt Quick 6.4, Firefox ESR and Chromium. Where a difference takes
-// more than knowing it, Workarounds.h does that. Pure functions, callable from any thread.
+// How toolkits deviate from the protocol, as observed in Debian 12: GTK 3.24, GTK 4.8, Qt 5.15, Qt Quick 6.4,
+// Firefox ESR and Chromium. Workarounds.h has what takes calls to work around. Pure functions.
 
 enum class AtspiToolkit {
     Other,
     Gtk3,
     Gtk4,
     Qt,
-    Gecko,    // Firefox and its kin
-    Chromium, // and the browsers and programs made from it
+    Gecko,    // Firefox and other Mozilla programs
+    Chromium, // and programs based on it, such as Electron applications
 };
 
 namespace Atspi {
 
-// By what an application calls its toolkit.
+// Parses an application's ToolkitName.
 AtspiToolkit toolkit(const QString &name);
 
-// The text of a control as a person reads it: cleaned, without the marks that stand for pictures, and with
-// - blanks around it removed: GTK 3 pads names with them;
-// - the markup of Qt's hints removed;
-// - what GTK 4 says twice, a button's own name and that of the label inside it ("7 7"), said once;
-// - the class that GTK 4 gives for a name where there is none, removed.
+// A control's text as the user sees it: cleaned, without object replacement characters, and without
+// - surrounding blanks, with which GTK 3 pads names;
+// - the markup of Qt's rich text tooltips;
+// - GTK 4's repetition of a button's name, which includes its label's ("7 7");
+// - the class name that GTK 4 uses in place of a missing name.
 QString label(const QString &text, AtspiToolkit toolkit);
 
-// The position in `names` (an element's actions, in any letter case) of the one that presses it; -1 if none
-// does. It is not always the first: a control may offer to take the focus or to show its menu before.
+// The index of the press action in `names` (an element's actions, case-insensitive), or -1. It need not be
+// the first: actions such as focusing or showing a menu may precede it.
 int pressAction(const QStringList &names);
 
-// GTK 3 carries out an action inside the message that asks for it. Where that opens a dialog and waits for
-// its answer, the message does not end before the dialog does. `pressWithKey` presses with keys instead.
+// GTK 3 performs an action while handling the call. If the action runs a modal dialog, the reply comes only
+// after the dialog closes. `pressWithKey` uses keys instead.
 constexpr bool actsInsideMessages(AtspiToolkit toolkit)
 {
     return toolkit == AtspiToolkit::Gtk3;
 }
 
-// Qt and GTK 4 offer no connection beside the bus.
+// Qt and GTK 4 don't offer direct connections.
 constexpr bool mayOfferPeer(AtspiToolkit toolkit)
 {
     return toolkit != AtspiToolkit::Qt && toolkit != AtspiToolkit::Gtk4;
 }
 
-// GTK 4 lists the pages of a stack as its children, but in bulk what is on the pages.
+// GetChildren of a GTK 4 stack returns its pages; GetItems returns the contents of the pages as its children.
 constexpr bool listsStacksDifferentlyInBulk(AtspiToolkit toolkit)
 {
     return toolkit == AtspiToolkit::Gtk4;
 }
 
-// GTK 4 puts the button that opens a menu into one that has the name but takes no press.
+// GTK 4 wraps the button that opens a menu in another, which has the name but no press action.
 constexpr bool wrapsMenuButtons(AtspiToolkit toolkit)
 {
     return toolkit == AtspiToolkit::Gtk4;
 }
 
-// Firefox brings the texts and the actions of a page over from the page's own process, but only once somebody
-// has asked for any, and answers that first question as if there were none. `wakePages` asks first.
-constexpr bool bringsPagesLate(AtspiToolkit toolkit)
+// Firefox fetches the texts and actions of a page from its content process only after the first query for
+// any, which it answers as if there were none. `wakePages` sends that first query.
+constexpr bool loadsPagesLazily(AtspiToolkit toolkit)
 {
     return toolkit == AtspiToolkit::Gecko;
 }
 
-// Firefox and Chromium leave later pages out of their bulk answers. Firefox tells everything below an element
-// in one answer (AtspiOutline). Chromium would take longer for that than for one element after the other.
+// Firefox and Chromium omit later pages from GetItems. In Firefox, GetMatches is an efficient substitute
+// (AtspiOutline); in Chromium it is slower than reading elements one by one.
 constexpr bool canOutlinePages(AtspiToolkit toolkit)
 {
     return toolkit == AtspiToolkit::Gecko;
 }
 
-// Chromium shows windows with nothing inside, unless it was started with a switch. `hidesControls` looks.
+// Chromium exposes empty windows unless started with --force-renderer-accessibility. `hidesControls` detects
+// this.
 constexpr bool mayHideControls(AtspiToolkit toolkit)
 {
     return toolkit == AtspiToolkit::Chromium;
 }
 
-// Chromium's texts, the blanks between links among them, have what they say for their name and nothing else.
-constexpr bool namesItsTexts(AtspiToolkit toolkit)
+// Chromium's text elements, including blanks between links, have their content as the name and nothing else.
+constexpr bool keepsTextInName(AtspiToolkit toolkit)
 {
     return toolkit == AtspiToolkit::Chromium;
 }
 
-// Chromium repeats in a paragraph's text what the paragraph's children say.
+// In Chromium, a paragraph's text repeats that of its children.
 constexpr bool repeatsTextsOfChildren(AtspiToolkit toolkit)
 {
     return toolkit == AtspiToolkit::Chromium;

@@ -18,7 +18,7 @@ std::optional<QString> present(const QString &text)
     return text.isEmpty() ? std::nullopt : std::optional(text);
 }
 
-// More than a user has open; with so many, the order costs more than it is worth.
+// More than a user has open; sorting more isn't worth the calls.
 constexpr qsizetype mostWindows = 128;
 
 qsizetype rankOf(const QString &name, const QStringList &titles)
@@ -29,11 +29,11 @@ qsizetype rankOf(const QString &name, const QStringList &titles)
     return std::find_if(titles.cbegin(), titles.cend(), isNamed) - titles.cbegin();
 }
 
-// An application's windows, those in front first.
+// An application's windows, front windows first.
 struct OrderedWindows
 {
     QList<AtspiReference> windows;
-    bool isFirstInFront = false; // else nothing tells which one is
+    bool isFirstInFront = false; // false if it is unknown which window is
 };
 
 QCoro::Task<OrderedWindows> orderedWindows(std::shared_ptr<AtspiApplication> application,
@@ -48,7 +48,7 @@ QCoro::Task<OrderedWindows> orderedWindows(std::shared_ptr<AtspiApplication> app
         calls.append(Atspi::getState(window));
     }
     const QList<QDBusMessage> replies = co_await AtspiApplication::exchange(application, calls);
-    QList<Atspi::WindowStanding> standings;
+    QList<Atspi::WindowState> standings;
     for (qsizetype i = 0; i < windows.size(); ++i) {
         const QString name =
             Atspi::label(Atspi::text(replies.at(2 * i)).value_or(QString()), AtspiToolkit::Other);
@@ -134,7 +134,7 @@ QCoro::Task<bool> AtspiTree::press(AccessibilityElement element)
     co_return co_await Atspi::press(m_application, object);
 }
 
-QList<qsizetype> Atspi::frontFirst(const QList<WindowStanding> &windows, const QStringList &titles)
+QList<qsizetype> Atspi::frontFirst(const QList<WindowState> &windows, const QStringList &titles)
 {
     QList<qsizetype> positions(windows.size());
     std::iota(positions.begin(), positions.end(), 0);
@@ -149,7 +149,7 @@ QList<qsizetype> Atspi::frontFirst(const QList<WindowStanding> &windows, const Q
     return positions;
 }
 
-bool Atspi::isInFront(const WindowStanding &window, const QStringList &titles)
+bool Atspi::isInFront(const WindowState &window, const QStringList &titles)
 {
     return window.isActive || rankOf(window.name, titles) < titles.size();
 }

@@ -15,13 +15,13 @@
 
 class AtspiEnvironment;
 
-// The tree of one application on the accessibility bus. It keeps the objects met so far, whose positions are
-// the handles, and what the application told in bulk when the tree was made. Main thread.
+// The AT-SPI tree of one application. Element handles are indices into the list of objects seen so far. Holds
+// the cache fetched at construction. Thread: main.
 class AtspiTree : public AccessibilityTree, public std::enable_shared_from_this<AtspiTree>
 {
 public:
-    // `environment` outlives every press. `titles`: of the windows that the user has in front, the foremost
-    // first; they come first among the root's children.
+    // `environment` must outlive every press. `titles` are those of the application's front windows,
+    // frontmost first; these windows come first among the root's children.
     AtspiTree(std::shared_ptr<AtspiApplication> application, std::shared_ptr<const AtspiCache> cache,
               AtspiEnvironment &environment, qint64 processIdentifier, QStringList titles);
 
@@ -52,18 +52,18 @@ private:
 
 namespace Atspi {
 
-// What an application tells of one of its windows.
-struct WindowStanding
+// One window, as described by its application.
+struct WindowState
 {
     QString name; // cleaned
     bool isActive = false;
 };
 
-// Positions of the windows, those in front first: the ones of these titles in the order of the titles, then
-// the rest; of what is equal in that the active one, then the order that there was. A pure function.
-QList<qsizetype> frontFirst(const QList<WindowStanding> &windows, const QStringList &titles);
+// Sorts the windows and returns their indices: first those with one of the titles, in the order of the
+// titles, then the rest; among equals the active one first, otherwise stable. A pure function.
+QList<qsizetype> frontFirst(const QList<WindowState> &windows, const QStringList &titles);
 
-// Whether a window bears one of the titles or says that it is active. A pure function.
-bool isInFront(const WindowStanding &window, const QStringList &titles);
+// Whether the window has one of the titles or is active. A pure function.
+bool isInFront(const WindowState &window, const QStringList &titles);
 
 } // namespace Atspi

@@ -17,11 +17,11 @@ namespace {
 constexpr std::uint16_t returnKey = 0x24;
 constexpr std::uint16_t spaceKey = 0x31;
 
-// How long a menu may take to open, and a control to have the focus.
+// Polling for a menu to open or a control to get the focus.
 constexpr auto pace = 10ms;
 constexpr int mostRounds = 50;
 
-// Deeper than menus are.
+// More levels than real menus have.
 constexpr int mostMenus = 8;
 
 using Application = std::shared_ptr<AtspiApplication>;
@@ -61,7 +61,7 @@ bool isItem(AtspiRole role)
            role == AtspiRole::RadioMenuItem;
 }
 
-// The menus that the item is in, innermost first.
+// The menus that contain the item, innermost first.
 QCoro::Task<QList<AtspiReference>> menusOf(Application application, AtspiReference item)
 {
     QList<AtspiReference> menus;
@@ -79,7 +79,7 @@ QCoro::Task<QList<AtspiReference>> menusOf(Application application, AtspiReferen
     co_return menus;
 }
 
-// A menu's press only shows it, and so ends at once.
+// A menu's action only opens it, so the call returns at once.
 QCoro::Task<bool> open(Application application, AtspiReference menu, AtspiReference inside)
 {
     const QDBusMessage states = co_await statesOf(application, inside);
@@ -89,7 +89,7 @@ QCoro::Task<bool> open(Application application, AtspiReference menu, AtspiRefere
     co_return co_await comesTo(application, inside, AtspiState::Showing);
 }
 
-// Opens the item's menus and makes it the one that Return carries out.
+// Opens the item's menus and selects the item, so that Return activates it.
 QCoro::Task<bool> choose(Application application, AtspiReference item)
 {
     const QList<AtspiReference> menus = co_await menusOf(application, item);
@@ -125,7 +125,7 @@ QCoro::Task<bool> takeFocus(Application application, AtspiReference object)
     co_return co_await comesTo(application, object, AtspiState::Focused);
 }
 
-// What has the keyboard focus; nothing where the application does not tell.
+// The focused element, or a null reference if the application doesn't report it.
 QCoro::Task<AtspiReference> focused(Application application)
 {
     const AtspiRule rule{{}, {AtspiState::Focused}};
@@ -139,7 +139,7 @@ QCoro::Task<double> windowCount(Application application)
     co_return Atspi::number(reply).value_or(0);
 }
 
-// Gives the focus back to what had it, unless the press has moved it or opened or closed a window.
+// Restores the focus unless the press moved it or opened or closed a window.
 QCoro::Task<void> returnFocus(Application application, AtspiReference before, AtspiReference button,
                               double windowsBefore)
 {
@@ -159,23 +159,23 @@ QCoro::Task<std::optional<bool>> pressButton(Application application, AtspiRefer
     if (!hasFocus)
         co_return std::nullopt;
     const bool isHandled = co_await environment.strikeKey(process, spaceKey);
-    // A key that is still under way would reach whoever gets the focus back.
+    // A key still in flight would reach the element that gets the focus back.
     if (before.isNull() || before == button || !isHandled)
         co_return true;
     try {
         co_await returnFocus(application, before, button, windows);
     } catch (const PlatformError &) {
-        // It may have been the button that ends the application.
+        // The button may have quit the application.
     }
     co_return true;
 }
 
-// How often pages are asked, and about how many of their controls.
+// Limits for waking pages: controls to query, rounds, and the interval between rounds.
 constexpr qsizetype mostProbes = 32;
 constexpr int mostWakingRounds = 8;
 constexpr std::chrono::milliseconds wakingPace = 40ms;
 
-// The controls of the pages, as many as are needed to meet one that can be pressed.
+// Up to `mostProbes` controls of web pages, enough that one of them has an action or a text.
 QList<AtspiReference> controlsOfPages(const AtspiCache &cache)
 {
     QList<AtspiReference> queue;
@@ -184,7 +184,7 @@ QList<AtspiReference> controlsOfPages(const AtspiCache &cache)
             queue.append(item.object);
     }
     QList<AtspiReference> controls;
-    // Not even an answer whose elements are below each other has more to look at than it has elements.
+    // Bounds the loop in case the cache contains a cycle.
     const qsizetype mostLooks = cache.items().size();
     for (qsizetype next = 0; next < std::min(queue.size(), mostLooks) && controls.size() < mostProbes;
          ++next) {

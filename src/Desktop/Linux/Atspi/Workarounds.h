@@ -11,27 +11,26 @@
 
 class AtspiEnvironment;
 
-// What single toolkits need beyond the protocol; Toolkits.h says why. Everything throws what
-// `AtspiApplication::exchange` throws. Main thread.
+// Workarounds for the deviations in Toolkits.h that take calls. All throw as `AtspiApplication::exchange`
+// does. Thread: main.
 namespace Atspi {
 
-// For GTK 3. While a dialog like "Save As..." keeps the message that opened it from ending, nothing else is
-// answered, and at the next key the application waits for itself for good. A key is no message.
+// For GTK 3: presses a control with the keyboard. If a D-Bus call opened a modal dialog such as "Save As...",
+// the application would answer no other calls until it closes, and deadlock at the next key.
 //
-// Presses a button that is seen, or an item of a menu. Menus are opened on the way; the keyboard focus is
-// returned to where it was, unless the press has moved it. False when the control is greyed out. None where a
-// key cannot do it, to be pressed like the controls of all other toolkits. Throws PlatformError when the key
-// cannot be sent. The process is the application's.
+// Handles visible buttons and menu items, opening the menus as needed. Restores the keyboard focus unless the
+// press moved it. Returns false if the control is disabled, or nothing if it can't be pressed by key and
+// needs its press action. Throws PlatformError if the key can't be sent.
 QCoro::Task<std::optional<bool>> pressWithKey(std::shared_ptr<AtspiApplication> application,
                                               AtspiReference object, AtspiEnvironment &environment,
                                               qint64 processIdentifier);
 
-// For Firefox. Asks for the texts and actions of its pages, and waits a moment until an answer shows that
-// they have come; false if none does, as where no page is open. Needed once for each run of the browser.
+// For Firefox: queries its pages' texts and actions, and polls briefly until there are any. Returns false if
+// there are none, for example without an open page. Needed once per browser process.
 QCoro::Task<bool> wakePages(std::shared_ptr<AtspiApplication> application,
                             std::shared_ptr<const AtspiCache> cache);
 
-// For Chromium. Whether the application shows windows with nothing inside.
+// For Chromium: whether all of the application's windows appear empty.
 QCoro::Task<bool> hidesControls(std::shared_ptr<AtspiApplication> application,
                                 std::shared_ptr<const AtspiCache> cache);
 

@@ -30,8 +30,8 @@ Applications sorted(const QList<RunningApplication> &running, const QList<AtspiD
     return result;
 }
 
-// Whether the registry of the accessibility bus runs; it does so from the first application on that takes
-// part. Throws PlatformError when there is an address but no bus.
+// Whether the accessibility registry is running; the first accessible application starts it. Throws
+// PlatformError if there is an address but no bus.
 QCoro::Task<bool> hasRegistry(QString address)
 {
     if (address.isEmpty())
@@ -43,7 +43,7 @@ QCoro::Task<bool> hasRegistry(QString address)
     co_return services->isRunning(Atspi::registryService);
 }
 
-// Throws PlatformError when the bus or its registry does not answer.
+// Throws PlatformError if the bus or its registry doesn't respond.
 QCoro::Task<Applications> survey(std::shared_ptr<AtspiBus> bus, QString address,
                                  QList<RunningApplication> running)
 {
@@ -53,7 +53,7 @@ QCoro::Task<Applications> survey(std::shared_ptr<AtspiBus> bus, QString address,
         co_return sorted(running, nobody);
     }
     const QDBusConnection connection = co_await bus->connection();
-    // Of what one application is silent about, the registry may be the cause; so it is asked for itself.
+    // Check the registry first, so that its timeout isn't mistaken for an application's.
     co_await Atspi::findApplication(connection, QCoreApplication::applicationPid());
     QList<qint64> processes;
     for (const RunningApplication &application : running)

@@ -6,15 +6,15 @@
 
 #include <QCoroTask>
 
-// How the accessibility bus stands, and what the applications show of themselves there. A plain value.
+// The state of the accessibility bus, and what the applications expose on it. A plain value.
 struct AccessibilityExamination
 {
     ServiceChecks::Accessibility standing = ServiceChecks::Accessibility::Works;
-    // Absent while the bus does not work.
+    // Nothing unless the bus works.
     std::optional<ServiceChecks::Applications> applications = {};
 
-    // `sessionBus` is absent where there is none that answers; `address` is that of the accessibility bus,
-    // empty while it does not run. Starts neither. Throws nothing. Main thread.
+    // `sessionBus` is nothing if no session bus responds; `address` is the accessibility bus's, empty if it
+    // isn't running. Starts neither. Never throws. Thread: main.
     static QCoro::Task<AccessibilityExamination> take(std::optional<BusExamination> sessionBus,
                                                       QString address, QList<RunningApplication> running);
 };

@@ -22,8 +22,7 @@ using VariantPointer = std::unique_ptr<GVariant, VariantRelease>;
     throw PlatformError(QString::fromUtf8(error->message));
 }
 
-// Qt's own connections are no use here: one that gets no answer holds up all others, and the end of the
-// process.
+// Not with Qt: a hung QDBusConnection blocks all others and the process's exit.
 GObjectPointer<GDBusConnection> connectTo(const QString &address)
 {
     GError *error = nullptr;
@@ -59,7 +58,7 @@ QStringList names(GDBusConnection *connection, const char *method)
 QString BusExamination::sessionBusAddress()
 {
     const QString address = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
-    // This one means: start a bus.
+    // This address would start a new bus.
     if (!address.isEmpty())
         return address.startsWith("autolaunch:"_L1) ? QString() : address;
     const QString folder = qEnvironmentVariable("XDG_RUNTIME_DIR");

@@ -4,19 +4,19 @@
 #include <QString>
 #include <QStringList>
 
-// Which services a message bus knows. A plain value.
+// The services on a message bus. A plain value.
 struct BusExamination
 {
     QStringList running;
-    QStringList startable; // they run as soon as somebody asks for them
+    QStringList startable; // activatable by a method call
 
     bool isRunning(const QString &service) const { return running.contains(service); }
     bool canStart(const QString &service) const { return startable.contains(service); }
 
-    // Where the session bus of this process is, as far as that can be told without starting one; else empty.
+    // The session bus's address, determined without starting a bus; empty if unknown.
     static QString sessionBusAddress();
 
-    // Asks the bus at that address, over a connection of its own; starts no service. Throws PlatformError
-    // when there is no bus. Blocks as long as the bus does, so it is for a thread that may be left behind.
+    // Queries the bus at this address over a private connection; starts no service. Throws PlatformError if
+    // there is no bus. May block indefinitely: run it on a thread that can be abandoned.
     static BusExamination take(const QString &address);
 };

@@ -5,12 +5,12 @@
 #include "Desktop/Linux/Diagnosis/X11Examination.h"
 #include "Desktop/Linux/Session/SessionType.h"
 
-// What the X server's answers mean to a user. Pure functions, any thread.
+// Turns what was found out about the X server into check results. Pure functions.
 namespace DisplayChecks {
 
 struct Session
 {
-    QString display; // as $DISPLAY names it
+    QString display; // the value of $DISPLAY
     SessionType type = SessionType::None;
 };
 
@@ -21,7 +21,7 @@ DiagnosticCheck windowManager(const X11Examination &examination);
 DiagnosticCheck keyboard(const X11Examination &examination);
 DiagnosticCheck spareKeys(const X11Examination &examination);
 
-enum class Orvane { Runs, DoesNotRun }; // as the window, which takes the key
+enum class Orvane { Runs, DoesNotRun }; // whether the program's window, which grabs the hot key, is running
 DiagnosticCheck hotKey(const X11Examination &examination, Orvane orvane);
 
 DiagnosticCheck screenshot(const X11Examination &examination);

@@ -38,7 +38,7 @@ QCoro::Task<DisplayAnswer> examineDisplay()
     co_return answer;
 }
 
-// Nothing where no session bus answers.
+// Nothing if no session bus responds.
 QCoro::Task<std::optional<BusExamination>> examineSessionBus()
 {
     const auto job = [] { return BusExamination::take(BusExamination::sessionBusAddress()); };
@@ -78,7 +78,7 @@ DisplayChecks::Orvane runningOrvane(const std::optional<BusExamination> &session
     return runs ? DisplayChecks::Orvane::Runs : DisplayChecks::Orvane::DoesNotRun;
 }
 
-// All that was heard, on a desktop with an X server.
+// All results, on a desktop with an X server.
 struct Answers
 {
     DisplayChecks::Session session;
@@ -109,7 +109,7 @@ QList<DiagnosticCheck> checksOf(const Answers &answers)
 
 QCoro::Task<QList<DiagnosticCheck>> LinuxDiagnosis::examine()
 {
-    // All three begin now.
+    // Start all three before waiting.
     const auto askingDisplay = examineDisplay();
     const auto askingBus = examineSessionBus();
     const auto reading = AbandonableJob::run(u"doctor.gio"_s, &readRegistry);

@@ -3,9 +3,8 @@
 
 #include "Desktop/Diagnosis.h"
 
-// Examines a Linux desktop: the X server, the session bus, the accessibility bus and the registry of
-// applications, over connections of its own. Main thread, which waits for none of them: what might get stuck
-// happens on threads that can be left behind.
+// Checks the X server, the session bus, the accessibility bus and the application registry, over private
+// connections. Calls that may hang run on threads that can be abandoned. Thread: main.
 class LinuxDiagnosis : public Diagnosis
 {
 public:

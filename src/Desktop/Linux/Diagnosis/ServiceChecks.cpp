@@ -24,7 +24,7 @@ DiagnosticCheck defaultApplication(const DiagnosticCheck &check,
     return check.working(u"%1."_s.arg(application.entry->name));
 }
 
-// “A”, “B” and so many others; a hostile name is cut.
+// “A”, “B” and 3 more; long names are truncated.
 QString listed(const QStringList &names)
 {
     constexpr qsizetype most = 5;

@@ -7,7 +7,7 @@
 
 #include <optional>
 
-// What the answers of the desktop's services mean to a user. Pure functions, any thread.
+// Turns what was found out about the desktop's services into check results. Pure functions.
 namespace ServiceChecks {
 
 enum class Accessibility {
@@ -20,7 +20,7 @@ enum class Accessibility {
 };
 DiagnosticCheck accessibility(Accessibility standing);
 
-// The user's choice, where the registry of applications answers.
+// The default application; `isKnown` is false if the application registry didn't respond.
 struct DefaultApplication
 {
     bool isKnown = false;
@@ -29,10 +29,10 @@ struct DefaultApplication
 DiagnosticCheck browser(const DefaultApplication &application);
 DiagnosticCheck fileManager(const DefaultApplication &application);
 
-// `sessionBus` is absent where there is none that answers.
+// `sessionBus` is nothing if no session bus responds.
 DiagnosticCheck showFiles(const std::optional<BusExamination> &sessionBus);
 
-// The names of the applications that run, by what they let the accessibility bus see.
+// The running applications (a count, or their names) by what they expose on the accessibility bus.
 struct Applications
 {
     qsizetype shown = 0;

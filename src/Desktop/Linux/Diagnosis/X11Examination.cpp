@@ -23,7 +23,7 @@ void examineKeyboard(X11Connection &connection, X11Examination &result)
     }
 }
 
-// Whether a key belongs to somebody shows only to who asks for it. It is given back at once.
+// Another client's grab can only be detected by trying to grab the key.
 bool isHotKeyFree(X11Connection &connection)
 {
     const std::optional<std::uint32_t> symbol = symbolOfVirtualKey(spaceBar);
@@ -33,7 +33,7 @@ bool isHotKeyFree(X11Connection &connection)
     return isFree;
 }
 
-// The accessibility service leaves the address here once its bus runs.
+// The AT-SPI launcher sets this property once its bus is running.
 QString accessibilityBus(const X11Connection &connection)
 {
     const auto address = connection.property(connection.root(), connection.internAtom("AT_SPI_BUS"));

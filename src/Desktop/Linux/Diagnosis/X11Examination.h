@@ -8,20 +8,19 @@
 
 #include <optional>
 
-// What the X server tells of everything that the actions need of it, at one moment. A plain value; its texts
-// are as they came.
+// A snapshot of everything that actions need from the X server. A plain value; texts aren't cleaned.
 struct X11Examination
 {
-    bool isXwayland = false; // then nothing else is told: it would not be about the user's desktop
-    std::optional<QString> windowManager; // what it calls itself, where one runs
+    bool isXwayland = false;              // then all else is unset: it wouldn't describe the user's desktop
+    std::optional<QString> windowManager; // its name, if one is running
     bool takesKeys = false;
-    qsizetype spareKeys = 0;   // keys of the layout without a meaning of their own
-    bool isHotKeyFree = false; // the program's own, Alt+Space
-    QSize picture;             // of the screen, empty where none can be had
-    QString accessibilityBus;  // its address; empty while it does not run
+    qsizetype spareKeys = 0;   // keycodes without keysyms
+    bool isHotKeyFree = false; // whether Alt+Space can be grabbed
+    QSize picture;             // the screenshot's size; empty if the capture failed
+    QString accessibilityBus;  // its address; empty if it isn't running
     X11Snapshot windows;
 
-    // Connects to $DISPLAY and looks; throws PlatformError when there is no X server, or when it goes. Blocks
-    // as long as the server does, so it is for a thread that may be left behind.
+    // Connects to $DISPLAY. Throws PlatformError if there is no X server or it is lost. May block
+    // indefinitely: run it on a thread that can be abandoned.
     static X11Examination take();
 };

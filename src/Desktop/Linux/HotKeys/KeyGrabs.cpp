@@ -9,7 +9,7 @@
 namespace {
 
 constexpr int modifierCount = 8;
-constexpr std::uint16_t everyModifier = 0xFF; // what follows in a state are pointer buttons and the layout
+constexpr std::uint16_t everyModifier = 0xFF; // the higher bits are pointer buttons and the group
 
 } // namespace
 
@@ -53,13 +53,13 @@ KeyGrabs KeyGrabs::find(const CoreKeyboard &keyboard, std::uint32_t symbol, HotK
     if (modifiers & (HotKeyModifier::Command | HotKeyModifier::Control))
         grabs.modifiers |= XCB_MOD_MASK_CONTROL;
     if (modifiers & HotKeyModifier::Option) {
-        // Lock and Control keys are never Alt, even where a keyboard map calls them so.
+        // The Lock and Control modifiers never count as Alt, even if a keymap puts Alt keysyms there.
         const std::uint16_t alternate =
             keyboard.modifiersOf({XKB_KEY_Alt_L, XKB_KEY_Alt_R}) &
             (XCB_MOD_MASK_1 | XCB_MOD_MASK_2 | XCB_MOD_MASK_3 | XCB_MOD_MASK_4 | XCB_MOD_MASK_5);
         if (alternate == 0)
             return {};
-        // Left and right may be different modifiers; the left one is on the first.
+        // Left and right Alt may be different modifiers; the left one is usually on the lower.
         grabs.modifiers |= alternate & std::uint16_t(-alternate);
     }
     grabs.code = keyboard.codeOf(symbol);
@@ -76,7 +76,7 @@ QList<std::uint16_t> KeyGrabs::combinations() const
     QList<std::uint16_t> result;
     if (code == 0)
         return result;
-    // Counts through all subsets of the locks.
+    // Enumerates all subsets of `locks`.
     std::uint16_t subset = 0;
     do {
         result.append(modifiers | subset);

@@ -7,31 +7,31 @@
 
 #include <cstdint>
 
-// The X server's keyboard as its core protocol tells it. Values only.
+// The core keyboard's keysyms and modifier map. A plain value.
 struct CoreKeyboard
 {
     std::uint8_t firstCode = 8;
     qsizetype symbolsPerCode = 0;
-    QList<std::uint32_t> symbols; // the first code's, then the next one's
-    // The codes of the modifier keys: as many for each of Shift, Lock, Control, Mod1 to Mod5; 0 is no key.
+    QList<std::uint32_t> symbols; // all keysyms of the first keycode, then of the next
+    // The modifier map: equally many keycodes for each of Shift, Lock, Control and Mod1 to Mod5; 0 is unused.
     QList<std::uint8_t> modifierCodes;
 
     friend bool operator==(const CoreKeyboard &, const CoreKeyboard &) = default;
 
-    // The modifiers that a key with one of these symbols switches, as bits.
+    // The mask of the modifiers mapped to keys with any of these keysyms.
     std::uint16_t modifiersOf(std::initializer_list<std::uint32_t> wanted) const;
-    // The key that types the symbol by itself, else one that types it at all; 0 when there is none.
+    // The keycode that has the keysym unmodified, or else at any level; 0 if none.
     std::uint8_t codeOf(std::uint32_t symbol) const;
     bool hasSymbol(std::uint8_t code, std::uint32_t symbol) const;
 };
 
-// What to grab so that a key with modifiers reaches us whatever locks are on.
+// The key grabs for a hot key, independent of locks.
 struct KeyGrabs
 {
-    std::uint8_t code = 0;                     // none when the keyboard lacks the key or a modifier
-    std::uint16_t modifiers = 0;               // as bits
-    std::uint16_t locks = 0;                   // the bits of Caps, Num and Scroll Lock
-    QList<std::uint16_t> combinations() const; // of the modifiers with any of the locks; the plain one first
+    std::uint8_t code = 0;                     // 0 if the keyboard lacks the key or a modifier
+    std::uint16_t modifiers = 0;               // mask
+    std::uint16_t locks = 0;                   // mask of Caps, Num and Scroll Lock
+    QList<std::uint16_t> combinations() const; // modifiers with every subset of locks; first without any
 
     bool isMadeBy(std::uint8_t pressedCode, std::uint16_t state) const;
 

@@ -19,7 +19,7 @@ public:
         m_display.post([grabs = m_grabs, number = m_number] { grabs->remove(number); });
     }
 
-    // The function for the X thread to call; nothing is called any more once the reference is gone.
+    // Wraps `pressed` for the X thread; it isn't called once this reference is destroyed.
     std::function<void()> onMainThread(std::function<void()> pressed) const
     {
         return m_calls.wrap(std::move(pressed));
@@ -62,7 +62,7 @@ QCoro::Task<std::shared_ptr<HotKeyReference>> LinuxHotKeys::registerHotKey(std::
     try {
         isOurs = co_await m_display->run(std::move(job));
     } catch (const PlatformError &) {
-        // Without an X server that answers there are no hot keys, which is nothing to tell anybody.
+        // Without a responding X server there are no hot keys; that isn't reported.
         isOurs = false;
     }
     if (!isOurs)

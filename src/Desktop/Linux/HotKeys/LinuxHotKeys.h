@@ -6,11 +6,11 @@
 
 class X11HotKeys;
 
-// Hot keys by grabs on the X server. Main thread.
+// Hot keys by X11 key grabs. Thread: main.
 class LinuxHotKeys : public HotKeys
 {
 public:
-    // Without a display (on Wayland) there are no hot keys. `display` outlives this object.
+    // With a null `display` (Wayland) there are no hot keys. `display` must outlive this object.
     explicit LinuxHotKeys(X11Display *display);
     ~LinuxHotKeys() override;
     LinuxHotKeys(const LinuxHotKeys &) = delete;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/HotKeys/X11HotKeys.h"
 
-// The protocol's names include a keyword of C++.
+// The header uses a C++ keyword as a name.
 #define explicit explicitly
 #include <xcb/xkb.h>
 #undef explicit
@@ -17,7 +17,7 @@ constexpr std::uint16_t mapParts =
 
 } // namespace
 
-// A key that is held repeats; without asking, each repetition would look like a release and a new press.
+// Without detectable auto-repeat, a held key looks like repeated releases and presses.
 bool X11HotKeys::prepare()
 {
     if (m_isPrepared)
@@ -74,7 +74,7 @@ bool X11HotKeys::grab(const KeyGrabs &grabs) const
         const X11Reply<xcb_generic_error_t> refusal(xcb_request_check(m_connection.get(), cookie));
         isOurs = isOurs && !refusal;
     }
-    // A key of which another program owns a part is that program's.
+    // If any combination is refused, another program owns the key.
     if (!isOurs)
         ungrab(grabs);
     return isOurs;

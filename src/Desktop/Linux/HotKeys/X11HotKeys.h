@@ -9,9 +9,8 @@
 
 #include <functional>
 
-// The keys that are grabbed on the root window, so that they reach us whichever window has the focus. Grabs
-// again what another keyboard map puts elsewhere. X thread only, apart from construction; sees every event of
-// its connection.
+// Passive key grabs on the root window, renewed when the keymap changes. Must receive every event of its
+// connection. Thread: X, except for construction.
 class X11HotKeys
 {
 public:
@@ -23,11 +22,11 @@ public:
     {
         std::uint32_t symbol = 0;
         HotKeyModifiers modifiers;
-        std::function<void()> pressed; // called on the X thread, once each time the key goes down
+        std::function<void()> pressed; // called on the X thread, once per physical key press
     };
 
-    // Grabs the key under that number. False, with nothing grabbed, when another program owns it, or this
-    // keyboard does not have it. Throws PlatformError when the server is gone.
+    // Grabs the key and stores it under `number`. Returns false, with nothing grabbed, if another program
+    // owns the key or the keyboard lacks it. Throws PlatformError if the server is lost.
     bool add(int number, HotKey hotKey);
     void remove(int number);
 
@@ -37,7 +36,7 @@ private:
     struct Entry
     {
         HotKey hotKey;
-        KeyGrabs grabs; // those that we hold
+        KeyGrabs grabs; // currently held
     };
 
     bool prepare();
@@ -49,7 +48,7 @@ private:
 
     X11Connection &m_connection;
     QMap<int, Entry> m_entries;
-    QSet<std::uint8_t> m_held; // codes that have gone down and not yet up
+    QSet<std::uint8_t> m_held; // keycodes that are down
     bool m_isPrepared = false;
     std::uint8_t m_firstXkbEvent = 0;
 };

@@ -17,7 +17,7 @@ QByteArray content(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.read(most) : QByteArray();
 }
 
-// "[Application]" and below it "name=org.gnome.TextEditor"; by "Application/name".
+// Parses a key file; `name` in group `[Application]` becomes "Application/name".
 QHash<QString, QString> keyFile(const QByteArray &text)
 {
     QHash<QString, QString> values;
@@ -32,8 +32,8 @@ QHash<QString, QString> keyFile(const QByteArray &text)
     return values;
 }
 
-// The file that Flatpak puts into the root of each of its sandboxes.
-std::optional<ProcessSandbox> toldByFile(const QString &process)
+// From the file that Flatpak places in the root of each sandbox.
+std::optional<ProcessSandbox> fromFlatpakInfo(const QString &process)
 {
     const auto values = keyFile(content(process + u"/root/.flatpak-info"_s));
     const QString application = values.value(u"Application/name"_s);
@@ -42,7 +42,7 @@ std::optional<ProcessSandbox> toldByFile(const QString &process)
     return ProcessSandbox{application, values.value(u"Instance/instance-id"_s)};
 }
 
-// The last part of the control group: "app-flatpak-org.gnome.TextEditor-1234.scope".
+// The last component of the cgroup path: "app-flatpak-org.gnome.TextEditor-1234.scope".
 QString scopeOf(const QString &process)
 {
     for (const QByteArray &line : content(process + u"/cgroup"_s).split('\n')) {
@@ -52,7 +52,7 @@ QString scopeOf(const QString &process)
     return QString();
 }
 
-// systemd writes a dash inside of a name as "\x2d".
+// systemd escapes a dash within a name as "\x2d".
 QString unescaped(QString name)
 {
     return name.replace(u"\\x2d"_s, u"-"_s);
@@ -67,8 +67,8 @@ std::optional<ProcessSandbox> flatpakOfScope(const QString &scope)
     return ProcessSandbox{unescaped(match.captured(1)), QString()};
 }
 
-// What a snap's programs start stays in its scope, although it may be any program of the computer; so the
-// program has to come from the snap.
+// Child processes stay in a snap's scope even if their program isn't part of the snap, so check where the
+// executable is.
 std::optional<ProcessSandbox> snapOfScope(const QString &scope, const QString &process)
 {
     static const QRegularExpression form(
@@ -89,8 +89,8 @@ std::optional<ProcessSandbox> snapOfScope(const QString &scope, const QString &p
 std::optional<ProcessSandbox> ProcessSandbox::of(qint64 process, const QString &processes)
 {
     const QString folder = processes + u'/' + QString::number(process);
-    if (const auto told = toldByFile(folder))
-        return told;
+    if (const auto sandbox = fromFlatpakInfo(folder))
+        return sandbox;
     const QString scope = scopeOf(folder);
     const auto flatpak = flatpakOfScope(scope);
     return flatpak ? flatpak : snapOfScope(scope, folder);

@@ -6,17 +6,16 @@
 
 #include <optional>
 
-// The sandbox that a process runs in, as the system tells it: what is inside cannot choose what is said here.
-// Any thread; reads a few small files.
+// The sandbox of a process, from system sources that the process itself can't forge. Reads a few small files.
+// Any thread.
 struct ProcessSandbox
 {
-    // The id of the application's desktop entry: "org.gnome.TextEditor" of a Flatpak, "firefox_firefox" of a
-    // snap.
+    // The desktop entry id: "org.gnome.TextEditor" for a Flatpak, "firefox_firefox" for a snap.
     QString application;
-    // Of a Flatpak: the same for all processes that were started together; empty where it is not told.
+    // The Flatpak instance, shared by all processes of one launch; empty if unknown.
     QString instance;
 
-    // None for a process that is in no sandbox, or has ended. `processes` is where the system shows them.
+    // Nothing for a process that isn't sandboxed or has ended. `processes` is the path of procfs.
     static std::optional<ProcessSandbox> of(qint64 process,
                                             const QString &processes = QStringLiteral("/proc"));
 

@@ -11,7 +11,7 @@ bool isRunningProcess(qint64 process)
     QFile file(u"/proc/%1/stat"_s.arg(process));
     if (process <= 0 || !file.open(QIODevice::ReadOnly))
         return false;
-    // "pid (name) state parent …", where the name may hold anything, brackets and blanks included.
+    // "pid (name) state parent …"; the name may contain any characters, including brackets and blanks.
     const QByteArray line = file.readAll();
     const QByteArray state = line.mid(line.lastIndexOf(')') + 2, 1);
     return !state.isEmpty() && state != "Z" && state != "X";

@@ -3,5 +3,5 @@
 
 #include <QtGlobal>
 
-// Whether the process exists and has not ended; one that only waits for its parent to notice has. Any thread.
+// Whether the process exists and isn't a zombie. Any thread.
 bool isRunningProcess(qint64 process);

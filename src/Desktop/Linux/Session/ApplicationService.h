@@ -7,26 +7,26 @@
 #include <QStringList>
 #include <QVariantMap>
 
-// The object by which desktops start and activate the program over the session bus, as the desktop entry
-// specification lays down. What it exports are its public slots. Main thread.
+// The D-Bus object through which desktops start and activate the program, as defined by the Desktop Entry
+// Specification. Its public slots are exported. Thread: main.
 class ApplicationService : public QObject, protected QDBusContext
 {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Application")
 
 public:
-    // The only action: what the hot key does. The desktop entry names it too.
+    // The only action, equivalent to the hot key. Also named in the desktop entry.
     static constexpr auto toggleAction = QLatin1StringView("toggle");
 
     using QObject::QObject;
 
-    // The token of the user's deed in the data that comes with a call; empty when there is none.
+    // Extracts the activation token from a call's platform data; empty if there is none.
     static QString tokenIn(const QVariantMap &platformData);
     static QVariantMap platformData(const QString &token);
 
 public Q_SLOTS:
     void Activate(const QVariantMap &platformData);
-    // There is nothing to open; whoever asks sees the window.
+    // The program opens no files; this only activates it.
     void Open(const QStringList &uris, const QVariantMap &platformData);
     void ActivateAction(const QString &action, const QVariantList &parameter,
                         const QVariantMap &platformData);

@@ -46,8 +46,7 @@ void LinuxProgramInstance::leaveBus()
 
 QCoro::Task<InstanceStanding> LinuxProgramInstance::claim(InstanceRequest request)
 {
-    // What is under way may hold up the end for a while, and nobody answers then: another start need not wait
-    // for it.
+    // Shutdown may be slow while work is in progress; release the name so that a new start needn't wait.
     connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this,
             &LinuxProgramInstance::leaveBus);
     if (!co_await connectToBus())
@@ -58,17 +57,17 @@ QCoro::Task<InstanceStanding> LinuxProgramInstance::claim(InstanceRequest reques
         const Delivery delivery = co_await deliver(request);
         if (delivery == Delivery::Taken)
             co_return InstanceStanding::Later;
-        // Asked twice, an instance that is only slow would do it twice.
+        // Don't retry: an instance that is merely slow would act twice.
         if (delivery == Delivery::Unanswered)
             break;
     }
-    // It may have ended instead of answering.
+    // It may have exited instead of replying.
     if (co_await requestName() == Name::Ours)
         co_return InstanceStanding::First;
     throw unanswered();
 }
 
-// Whoever gets the name can be called at once, so what is called is there before.
+// The object must be registered before the name is requested: calls may arrive as soon as the name is owned.
 QCoro::Task<bool> LinuxProgramInstance::connectToBus()
 {
     auto job = [name = m_connectionName] {
@@ -78,7 +77,7 @@ QCoro::Task<bool> LinuxProgramInstance::connectToBus()
         if (!co_await m_worker.run(std::move(job)))
             co_return false;
     } catch (const PlatformError &) {
-        // A bus that does not answer is as good as none.
+        // A bus that doesn't respond counts as absent.
         co_return false;
     }
     co_return bus().registerObject(objectPath, &m_service, QDBusConnection::ExportAllSlots);
@@ -109,7 +108,7 @@ QDBusMessage LinuxProgramInstance::messageFor(InstanceRequest request) const
         call.setArguments({QString(ApplicationService::toggleAction), QVariantList(), data});
     else
         call.setArguments({data});
-    // An instance that has just ended is not to be started again by this.
+    // Don't let the bus restart an instance that has just exited.
     call.setAutoStartService(false);
     return call;
 }

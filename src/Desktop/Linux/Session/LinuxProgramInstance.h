@@ -8,9 +8,9 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 
-// One running instance by a name on the session bus, with the interface org.freedesktop.Application behind
-// it, so that desktops can start and activate the program over the bus. Without a session bus, every instance
-// is the first. Main thread; connecting to the bus blocks, and happens on a worker.
+// Ensures a single instance by owning a well-known name on the session bus, where it implements
+// org.freedesktop.Application. Without a session bus, every instance is the first. Connecting blocks, so it
+// runs on a worker. Thread: main.
 class LinuxProgramInstance : public ProgramInstance
 {
     Q_OBJECT
@@ -19,7 +19,7 @@ public:
     static constexpr auto busName = QLatin1StringView("org.orvane.Orvane");
     static constexpr auto objectPath = QLatin1StringView("/org/orvane/Orvane");
 
-    // Takes the token of this start from $XDG_ACTIVATION_TOKEN, or else $DESKTOP_STARTUP_ID.
+    // Reads the launch token from $XDG_ACTIVATION_TOKEN, or else $DESKTOP_STARTUP_ID.
     LinuxProgramInstance();
     ~LinuxProgramInstance() override;
 

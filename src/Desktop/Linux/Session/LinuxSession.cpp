@@ -12,7 +12,7 @@ std::optional<QString> LinuxSession::obstacle() const
 
 QCoro::Task<bool> LinuxSession::isLocked()
 {
-    // Both begin now.
+    // Start both before waiting.
     const auto lookingAtScreen = isScreenTaken();
     const auto askingServices = m_services.isScreenLocked();
     const bool isTaken = co_await lookingAtScreen;
@@ -26,7 +26,7 @@ QCoro::Task<bool> LinuxSession::isScreenTaken()
     try {
         co_return co_await m_display.run(look);
     } catch (const PlatformError &) {
-        // Without an X server that answers there is nothing to see.
+        // Without a responding X server, nothing is locked.
         co_return false;
     }
 }

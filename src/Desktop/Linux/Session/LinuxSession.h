@@ -6,9 +6,8 @@
 #include "Desktop/Linux/X11/Display.h"
 #include "Desktop/Session.h"
 
-// The session on Linux. What locks its screen is asked for in every way that lockers have: by the services of
-// the desktop, and, under X11, by what the screen shows, since many lockers have no service. Main thread.
-// `display` outlives this object.
+// The session on Linux. Screen locks are detected through the desktop's D-Bus services and, on X11, by grabs
+// and windows, since many lockers have no service. `display` must outlive this object. Thread: main.
 class LinuxSession : public Session
 {
 public:

@@ -13,9 +13,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int limit = 5000; // ms: what is there should be heard, also on a busy computer
+constexpr int limit = 5000; // ms; generous, for a busy computer
 
-// Each has one interface and one object, both of its own name. KDE and LXQt use the first one.
+// The interface and object path of each are derived from its name. KDE and LXQt use the first.
 const QStringList screenSavers{u"org.freedesktop.ScreenSaver"_s, u"org.gnome.ScreenSaver"_s,
                                u"org.cinnamon.ScreenSaver"_s, u"org.mate.ScreenSaver"_s,
                                u"org.xfce.ScreenSaver"_s};
@@ -31,7 +31,7 @@ struct Question
     QVariantList arguments = {};
 };
 
-// The one value of the answer; none where there is no such bus or service, or it does not answer.
+// Returns the first value of the reply, or an invalid one if the bus or service is missing or doesn't reply.
 QCoro::Task<QVariant> answerTo(Question question, QDBusConnection (*connect)(), BoundedQueue &worker)
 {
     QDBusMessage call =
@@ -45,7 +45,7 @@ QCoro::Task<QVariant> answerTo(Question question, QDBusConnection (*connect)(), 
         if (reply.type() == QDBusMessage::ReplyMessage)
             co_return reply.arguments().value(0);
     } catch (const PlatformError &) {
-        // A bus that does not answer is as good as none.
+        // A bus that doesn't respond counts as absent.
     }
     co_return QVariant();
 }
@@ -54,7 +54,7 @@ QCoro::Task<QVariant> answerTo(Question question, QDBusConnection (*connect)(), 
 
 QCoro::Task<bool> LockServices::isScreenLocked()
 {
-    // All begin now.
+    // Start all before waiting.
     std::vector<QCoro::Task<bool>> asking;
     for (const QString &service : screenSavers)
         asking.push_back(isScreenSaverActive(service));
@@ -76,7 +76,7 @@ QCoro::Task<bool> LockServices::isScreenSaverActive(QString service)
     co_return answer.toBool();
 }
 
-// Asked about the session that this process was started in: a private one inside it has no identifier.
+// Queries the login session of this process; a nested private session has no identifier.
 QCoro::Task<bool> LockServices::isSessionLocked()
 {
     const QString identifier = qEnvironmentVariable("XDG_SESSION_ID");

@@ -6,14 +6,13 @@
 #include <QCoroTask>
 #include <QString>
 
-// The services by which desktops lock the screen: those on the session bus, and the login manager on the
-// system bus. Main thread; connecting blocks, and happens on workers. Starts no service.
+// The services that lock the screen: screen savers on the session bus, the login manager on the system bus.
+// Never starts a service. Connecting blocks, so it runs on workers. Thread: main.
 class LockServices
 {
 public:
-    // Whether one of them says that the screen is locked, or that a screen saver covers it, which takes all
-    // keys as well and cannot be told from a lock. Bounded; throws nothing: a service that is not there, or
-    // does not answer within five seconds, says no.
+    // Whether any service reports a locked screen or an active screen saver, which also takes all keys. A
+    // service that is missing or doesn't reply within five seconds counts as not locked. Never throws.
     QCoro::Task<bool> isScreenLocked();
 
 private:

@@ -5,26 +5,26 @@
 
 #include <optional>
 
-// What answers on the display that $DISPLAY names.
+// The server of $DISPLAY.
 enum class DisplayServer { None, Xorg, Xwayland };
 
-// What kind of desktop this process has to work on.
+// The type of desktop this process works on.
 enum class SessionType { None, X11, Wayland };
 
 namespace Sessions {
 
-// Asks, and waits as X11Link does; any thread.
+// Connects to find out, and blocks as X11Link does. Any thread.
 DisplayServer displayServer();
 
-// Where an X server answers, it decides: one of its own is a desktop of its own, also inside a Wayland
-// session, whose variables may still be there. Only without one is the environment asked.
+// A responding X server decides: a real one (not Xwayland) is an X11 desktop, even nested in a Wayland
+// session whose environment variables are inherited. The environment counts only if there is no such server.
 SessionType typeWith(DisplayServer server);
 
-// Whether the environment names a Wayland session.
+// Whether the environment indicates a Wayland session.
 bool isWaylandNamed();
 
-// Why actions cannot work on a desktop of that type, and what to do about it, in one sentence; nothing where
-// they can, or where there is no desktop at all.
+// Why actions can't work on a desktop of this type, and what to do about it, as one sentence; nothing if they
+// can, or if there is no desktop.
 std::optional<QString> obstacle(SessionType type);
 
 } // namespace Sessions

@@ -8,7 +8,7 @@
 #include <cstdint>
 #include <optional>
 
-// The modifier keys that this platform has for ours.
+// The modifier keys used for typing on X11.
 enum class ModifierKey : std::uint8_t {
     Shift = 1,
     Control = 2,
@@ -18,21 +18,21 @@ enum class ModifierKey : std::uint8_t {
 Q_DECLARE_FLAGS(ModifierKeys, ModifierKey)
 Q_DECLARE_OPERATORS_FOR_FLAGS(ModifierKeys)
 
-// What the keyboard types in the group (language) that is switched on, with no lock on. A plain value.
+// What the keyboard types in the active group (language), with all locks off. A plain value.
 struct KeyboardLayout
 {
-    // A key, and the modifiers to hold for the wanted symbol.
+    // A key and the modifiers that select the keysym.
     struct Key
     {
         std::uint8_t code = 0;
         ModifierKeys modifiers;
     };
 
-    QHash<std::uint32_t, Key> symbols; // by key symbol
-    QHash<char32_t, Key> characters;   // by the character that the symbol types
-    // By key symbol: the keys that have it, without modifiers, in a group that is not switched on.
+    QHash<std::uint32_t, Key> symbols; // by keysym
+    QHash<char32_t, Key> characters;   // by the character that the keysym types
+    // By keysym: keys that have it unmodified, in an inactive group.
     QHash<std::uint32_t, std::uint8_t> otherGroups;
     QHash<ModifierKey, std::uint8_t> modifierCodes;
-    QList<std::uint8_t> spareCodes; // keys without any symbol, free to be given one
+    QList<std::uint8_t> spareCodes; // keycodes without any keysym
     std::uint8_t groupCount = 1;
 };

@@ -3,16 +3,16 @@
 
 #include <QGuiApplication>
 
-// The protocol's names include a keyword of C++.
+// The header uses a C++ keyword as a name.
 #define explicit explicitly
 #include <xcb/xkb.h>
 #undef explicit
 
 namespace {
 
-constexpr std::uint8_t sentByAnother = 0x80; // a flag of an event's type
+constexpr std::uint8_t sentByAnother = 0x80; // the SendEvent flag of a response type
 
-// The server's time starts over every 49 days.
+// The server's 32-bit timestamp wraps around every 49 days.
 bool isBefore(std::uint32_t left, std::uint32_t right)
 {
     return static_cast<std::int32_t>(left - right) < 0;
@@ -27,7 +27,7 @@ SpareKeyNotices::SpareKeyNotices()
         application ? application->nativeInterface<QNativeInterface::QX11Application>() : nullptr;
     if (!x11)
         return;
-    // Qt has asked for the extension before, so that this does not wait for the server.
+    // Doesn't block: Qt has already queried the extension, so the reply is cached.
     const auto *extension = xcb_get_extension_data(x11->connection(), &xcb_xkb_id);
     if (!extension || !extension->present)
         return;
@@ -53,14 +53,14 @@ void SpareKeyNotices::end(std::uint32_t time)
     m_isChanging = false;
 }
 
-// The last notices arrive after the end.
+// The last events arrive after `end`.
 bool SpareKeyNotices::isOwn(std::uint32_t time) const
 {
     return !isBefore(time, m_from) && (m_isChanging || !isBefore(m_until, time));
 }
 
-// Symbols are lent by writing those of all keys at once, and nothing but the symbols. Another layout
-// brings more than symbols, and who changes one key writes that one.
+// We lend keysyms by one SetMap request with the keysyms of all keys and nothing else. A layout change
+// affects more than keysyms; other programs that remap one key write only that key.
 bool SpareKeyNotices::nativeEventFilter(const QByteArray &eventType, void *message, qintptr *)
 {
     if (eventType != "xcb_generic_event_t")

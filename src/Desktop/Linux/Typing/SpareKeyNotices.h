@@ -6,12 +6,11 @@
 #include <atomic>
 #include <cstdint>
 
-// Keeps notices of the symbols that this process lends to keys from Qt. At each of them Qt would read the
-// whole keyboard anew, on the main thread and waiting for the X server, and typing lends symbols again and
-// again. They are on keys that are sent, none of a user's. What other programs change reaches Qt, which may
-// have to read their keys.
+// Hides XkbMapNotify events from Qt that this process causes by lending keysyms to the XTEST keyboard. For
+// each, Qt would re-read the whole keymap with a blocking round trip on the main thread, although physical
+// keyboards aren't affected. Changes by other programs still reach Qt.
 //
-// Made and destroyed on the main thread; does nothing where Qt has no X server.
+// Constructed and destroyed on the main thread; does nothing unless Qt uses X11.
 class SpareKeyNotices : public QAbstractNativeEventFilter
 {
 public:
@@ -19,7 +18,7 @@ public:
     ~SpareKeyNotices() override;
     Q_DISABLE_COPY_MOVE(SpareKeyNotices)
 
-    // Between these two, symbols are lent. With the X server's times; callable from any thread.
+    // Mark the period in which keysyms are lent, in X server timestamps. Any thread.
     void begin(std::uint32_t time);
     void end(std::uint32_t time);
 
@@ -28,7 +27,7 @@ public:
 private:
     bool isOwn(std::uint32_t time) const;
 
-    std::uint8_t m_eventType = 0; // of the keyboard extension, on this server
+    std::uint8_t m_eventType = 0; // the XKB extension's event code
     std::atomic_bool m_isChanging = false;
     std::atomic_uint32_t m_from = 0;
     std::atomic_uint32_t m_until = 0;

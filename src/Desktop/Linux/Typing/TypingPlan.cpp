@@ -15,7 +15,7 @@ namespace {
 ModifierKeys modifiersOf(EventFlags flags)
 {
     ModifierKeys modifiers;
-    // What the user knows as Command is Control here.
+    // Command means Control on this platform.
     modifiers.setFlag(ModifierKey::Control, flags & (EventFlag::Command | EventFlag::Control));
     modifiers.setFlag(ModifierKey::Alternate, flags & EventFlag::Alternate);
     modifiers.setFlag(ModifierKey::Shift, flags & EventFlag::Shift);
@@ -37,7 +37,7 @@ bool isShiftedDigit(std::uint32_t symbol, const KeyboardLayout::Key &key)
     return symbol >= XKB_KEY_0 && symbol <= XKB_KEY_9 && key.modifiers == ModifierKey::Shift;
 }
 
-// Collects keys, and starts a new batch when the spare keys are used up.
+// Collects keys; starts a new batch when the spare keys are used up.
 class Planner
 {
 public:
@@ -104,10 +104,10 @@ private:
             addSpare(symbol, modifiers);
     }
 
-    // Browsers know keys by their codes, and would not take a spare one for the command.
+    // Browsers identify shortcut keys by keycode and would ignore a spare one.
     void addLent(std::uint8_t code, std::uint32_t symbol, ModifierKeys modifiers)
     {
-        // For itself, since the same key may be needed for what else it types.
+        // In a batch of its own, since other batches may need the key's regular keysyms.
         m_isBatchComplete = !m_batches.last().keys.isEmpty();
         batch().lentSymbols.insert(code, symbol);
         add({code, {}}, modifiers);
@@ -146,7 +146,7 @@ private:
         batch().keys.append({key.code, all, false});
     }
 
-    // That of the next key.
+    // The batch of the next key.
     TypingBatch &batch()
     {
         if (m_isBatchComplete)

@@ -4,7 +4,7 @@
 #include "Desktop/Keyboard.h"
 #include "Desktop/Linux/Typing/KeyboardLayout.h"
 
-// One key to press and release with these modifiers held.
+// A key to press and release while these modifiers are held.
 struct PlannedKey
 {
     std::uint8_t code = 0;
@@ -12,18 +12,18 @@ struct PlannedKey
     bool endsStroke = false; // the pause follows
 };
 
-// Keys that can be typed with the same symbols lent to keys.
+// Keys that can be typed with one assignment of lent keysyms.
 struct TypingBatch
 {
-    QHash<std::uint8_t, std::uint32_t> lentSymbols; // key symbol by key code
+    QHash<std::uint8_t, std::uint32_t> lentSymbols; // keysym by keycode
     QList<PlannedKey> keys;
 };
 
-// How to type the strokes on this layout: what it lacks is lent to its spare keys, as many symbols at a time
-// as there are. Line breaks are the Return key, tabs the Tab key.
+// Plans how to type the strokes on this layout. Missing keysyms are lent to the spare keys, in batches of at
+// most as many. Line breaks become Return, tabs become Tab.
 //
-// With Control or Alternate, a letter of another group and a digit that needs Shift (as on AZERTY) go to the
-// key that bears them, lent the symbol alone: so an application gets Control+1, neither Control+& nor
-// Control+Shift+1, by the key as well as by the symbol. Throws PlatformError when a stroke cannot be typed.
-// A pure function.
+// With Control or Alternate, a letter of another group or a digit that needs Shift (as on AZERTY) is typed
+// with its own key, which is lent that single keysym: the application then sees Control+1 by keycode and
+// keysym, rather than Control+& or Control+Shift+1. Throws PlatformError if a stroke can't be typed. A pure
+// function.
 QList<TypingBatch> planTyping(const QList<KeyStroke> &strokes, const KeyboardLayout &layout);

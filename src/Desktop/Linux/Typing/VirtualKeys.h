@@ -4,6 +4,6 @@
 #include <cstdint>
 #include <optional>
 
-// The X key symbol of a macOS virtual key code (ANSI layout): 0 is "a", 36 is Return. None for codes that no
+// The X keysym of a macOS virtual key code (ANSI layout): 0 is "a", 36 is Return. Nothing for codes that no
 // action uses.
 std::optional<std::uint32_t> symbolOfVirtualKey(std::uint16_t virtualKey);

@@ -3,7 +3,7 @@
 
 #include "Desktop/Linux/Typing/XtestKeyboard.h"
 
-// The protocol's names include a keyword of C++.
+// The header uses a C++ keyword as a name.
 #define explicit explicitly
 #include <xcb/xkb.h>
 #undef explicit
@@ -12,7 +12,7 @@
 
 namespace {
 
-// What one key has, as the protocol spells it: a header, and its symbols.
+// A key's entry in the wire format: a header followed by its keysyms.
 using Header = xcb_xkb_key_sym_map_t;
 constexpr qsizetype headerSize = sizeof(Header);
 constexpr qsizetype wordSize = sizeof(std::uint32_t);
@@ -61,7 +61,7 @@ X11KeySymbols::~X11KeySymbols()
         takeBack(m_lent);
 }
 
-// All keys at once: one notice to the applications, and one reading for each of them.
+// One request for all keys, so that each application gets one MapNotify and re-reads the keymap once.
 void X11KeySymbols::write(const QList<QByteArray> &keys) const
 {
     const QByteArray values = keys.join();
@@ -73,8 +73,8 @@ void X11KeySymbols::write(const QList<QByteArray> &keys) const
     xcb_flush(m_connection.get());
 }
 
-// For the next one, should this process be killed: what is lent is left with the root window, and as long as
-// there is somebody to take it back, that one owns a selection of the same name.
+// For crash recovery: what is lent is stored in a root window property, and the process that will restore it
+// owns a selection of the same name.
 void X11KeySymbols::note(const QList<Lent> &lent) const
 {
     xcb_connection_t *const connection = m_connection.get();
@@ -91,7 +91,7 @@ void X11KeySymbols::note(const QList<Lent> &lent) const
                         32, std::uint32_t(values.size()), values.constData());
 }
 
-// Any program can write there, so that it may be anything.
+// Untrusted: any program can write this property.
 QList<X11KeySymbols::Lent> X11KeySymbols::parsed(const QList<std::uint32_t> &values)
 {
     QList<Lent> lent;
@@ -109,7 +109,7 @@ QList<X11KeySymbols::Lent> X11KeySymbols::parsed(const QList<std::uint32_t> &val
     return lent;
 }
 
-// Another layout may use the key for something else by now: its symbols stay.
+// Leaves a key alone if its keysyms have changed since, for example by a new layout.
 void X11KeySymbols::takeBack(const QList<Lent> &lent) const
 {
     QList<QByteArray> keys = readKeySymbols(m_connection, m_device);

@@ -5,13 +5,13 @@
 
 #include <QHash>
 
-// What each key of a keyboard device has, from the lowest code on, as the protocol spells it. Empty when the
-// server does not tell. X thread.
+// Returns each key's keysyms in the wire format, starting at the lowest keycode; empty if the request fails.
+// Thread: X.
 QList<QByteArray> readKeySymbols(const X11Connection &connection, std::uint16_t device);
 
-// The symbols of one keyboard device's keys. Keys can be lent other symbols for a while: spare ones what the
-// layout lacks, others what they type in another group or with Shift. The destructor takes back what is still
-// lent; where the process was killed before that, the next one that types does. X thread.
+// The keysyms of one keyboard device. Keys can temporarily be lent other keysyms: spare keys those that the
+// layout lacks, others what they type in another group or with Shift. The destructor restores them; after a
+// crash, the next process that types does. Thread: X.
 class X11KeySymbols
 {
 public:
@@ -20,15 +20,15 @@ public:
     X11KeySymbols(const X11KeySymbols &) = delete;
     X11KeySymbols &operator=(const X11KeySymbols &) = delete;
 
-    // Takes back what a killed process has lent.
+    // Restores keysyms left lent by a crashed process.
     void takeBackAbandoned();
 
-    // Gives the keys of these codes one symbol each, and takes back those lent before. Throws PlatformError
-    // when the server doesn't tell what the keys have by themselves.
+    // Lends each of these keycodes one keysym, and restores those lent before. Throws PlatformError if the
+    // keys' own keysyms can't be read.
     void lend(const QHash<std::uint8_t, std::uint32_t> &symbols);
 
 private:
-    // A key with a symbol lent to it, and what it has by itself.
+    // A key, the keysym lent to it, and its own entry.
     struct Lent
     {
         std::uint8_t code = 0;
@@ -45,6 +45,6 @@ private:
     std::uint16_t m_device;
     xcb_atom_t m_noteAtom;
     std::uint8_t m_firstCode;
-    QList<QByteArray> m_own; // what each key from m_firstCode on has by itself
+    QList<QByteArray> m_own; // each key's own entry, from m_firstCode on
     QList<Lent> m_lent;
 };

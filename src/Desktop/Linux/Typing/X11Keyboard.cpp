@@ -4,7 +4,7 @@
 #include "Desktop/Linux/Typing/X11LayoutReader.h"
 #include "Desktop/Linux/Typing/XtestKeyboard.h"
 
-// The protocol's names include a keyword of C++.
+// The header uses a C++ keyword as a name.
 #define explicit explicitly
 #include <xcb/xkb.h>
 #undef explicit
@@ -12,8 +12,8 @@
 
 namespace {
 
-// The master keyboard: its modifiers, locks and group are what applications see, whatever device a key comes
-// from. What is locked there is locked for all devices.
+// The master keyboard: applications see its modifiers, locks and group, whichever slave device a key comes
+// from.
 constexpr std::uint16_t masterKeyboard = XCB_XKB_ID_USE_CORE_KBD;
 constexpr std::uint8_t capsLock = XCB_MOD_MASK_LOCK;
 constexpr std::uint8_t numLock = XCB_MOD_MASK_2;
@@ -51,7 +51,7 @@ X11Keyboard::State X11Keyboard::state() const
     return {reply->baseMods, reply->lockedMods, reply->latchedMods, reply->group};
 }
 
-// Whoever loads layouts leaves their names here.
+// Programs that load a keymap store its layout names in this property.
 QByteArray X11Keyboard::layoutNames() const
 {
     const auto names = m_connection.property(m_connection.root(), m_layoutNamesAtom);
@@ -73,7 +73,7 @@ KeyboardLayout X11Keyboard::layout()
     m_layoutNames = layoutNames();
     const std::uint8_t group = state().group;
     const KeyboardLayout layout = readLayout(m_connection, m_device, group);
-    // With the first key, the master keyboard gets this device's map, which may have fewer groups.
+    // The first key gives the master keyboard this device's keymap, which may have fewer groups.
     m_groupCount = layout.groupCount;
     m_group = group % m_groupCount;
     return layout;
@@ -87,7 +87,7 @@ void X11Keyboard::lockModifiers(std::uint8_t affected, std::uint8_t locked)
 void X11Keyboard::releaseLocks()
 {
     const State present = state();
-    // Num Lock changes only the keypad, which is not used.
+    // Num Lock affects only the keypad, which is never used.
     m_releasedLocks = present.locked & std::uint8_t(~numLock);
     if (m_releasedLocks)
         lockModifiers(m_releasedLocks, 0);

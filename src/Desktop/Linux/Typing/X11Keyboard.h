@@ -7,11 +7,10 @@
 
 #include <QSet>
 
-// The keyboard that keys are sent with: the layout of that device alone, the state of the keyboard that
-// applications see, and keys sent. No other device's map is read or changed. Whatever was changed or is held
-// down is put back by the destructor at the latest; where the process was killed before that, symbols are put
-// back by the next one that types. X thread only; throws PlatformError when the server is gone or lacks what
-// is needed.
+// The XTEST keyboard: its layout, the state of its master keyboard, and sending keys. No other device's
+// keymap is read or changed. The destructor releases held keys and restores all changes; after a crash, the
+// next process that types restores lent keysyms. Throws PlatformError if the server is lost or lacks a
+// required extension. Thread: X.
 class X11Keyboard
 {
 public:
@@ -20,28 +19,29 @@ public:
     X11Keyboard(const X11Keyboard &) = delete;
     X11Keyboard &operator=(const X11Keyboard &) = delete;
 
-    // That keys are sent with.
+    // The XTEST keyboard's device identifier.
     std::uint16_t device() const { return m_device; }
 
-    // Takes back the symbols that a killed process has lent to keys. To be done before the layout is read.
+    // Restores keysyms left lent by a crashed process. Call it before `layout`.
     void takeBackAbandonedSymbols();
 
-    // The layout in use at this moment. To be read before symbols are lent.
+    // Reads the current layout. Call it before `lendSymbols`.
     KeyboardLayout layout();
 
-    // Whether another one has been chosen since it was read.
+    // Whether the layout has changed since `layout` was called.
     bool hasLayoutChanged() const;
 
-    // Whether the user (or anybody else) holds a modifier key down at this moment.
+    // Whether any modifier key is currently held down, by the user or a program.
     bool isModifierHeld() const;
 
-    // Switches off Caps Lock and modifiers that stick, until this object is gone.
+    // Turns off Caps Lock, other locked modifiers and sticky (latched) ones. The destructor restores the
+    // locks.
     void releaseLocks();
 
-    // Gives the keys of these codes one symbol each, and takes away those that were lent before.
+    // Lends each of these keycodes one keysym, and restores those lent before.
     void lendSymbols(const QHash<std::uint8_t, std::uint32_t> &symbols);
 
-    // Keys wait for `flush`: those that belong together reach the server together, or not at all.
+    // Keys are buffered until `flush`, so that a press and its release reach the server together.
     void press(std::uint8_t code);
     void release(std::uint8_t code);
     void flush();
@@ -58,7 +58,7 @@ private:
     xcb_atom_t m_layoutNamesAtom;
     std::uint16_t m_device;
     QByteArray m_layoutNames;
-    std::uint8_t m_group = 0; // of the layout's
+    std::uint8_t m_group = 0; // the active group when `layout` was called
     std::uint8_t m_groupCount = 1;
     QSet<std::uint8_t> m_held;
     std::uint8_t m_releasedLocks = 0;

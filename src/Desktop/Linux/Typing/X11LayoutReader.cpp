@@ -18,7 +18,7 @@ struct XkbRelease
 template <typename Object>
 using XkbPointer = std::unique_ptr<Object, XkbRelease>;
 
-// Reads a map into a layout, one group and one set of modifiers after the other.
+// Converts a keymap to a layout, by group and modifier combination.
 class LayoutReader
 {
 public:
@@ -44,7 +44,7 @@ public:
     }
 
 private:
-    // What a key types with the modifiers that are set; nothing for the keypad, which Num Lock changes.
+    // The key's keysym in the state set by `set`; none for the keypad, which depends on Num Lock.
     xkb_keysym_t symbolOf(xkb_keycode_t code) const
     {
         const xkb_keysym_t symbol = xkb_state_key_get_one_sym(m_state.get(), code);
@@ -60,8 +60,8 @@ private:
     xkb_keycode_t firstCode() const { return xkb_keymap_min_keycode(m_keymap); }
     xkb_keycode_t lastCode() const { return std::min<xkb_keycode_t>(xkb_keymap_max_keycode(m_keymap), 255); }
 
-    // Fills in what the keys type with the given modifiers held. The first key that types something stays:
-    // the fewest modifiers come first, and the lower key codes are those of the main block.
+    // Adds what the keys type with these modifiers. The first key for a keysym is kept: calls start with the
+    // fewest modifiers, and the main block has the lower keycodes.
     void addKeys(xkb_layout_index_t group, xkb_mod_mask_t mask, ModifierKeys modifiers)
     {
         set(group, mask);

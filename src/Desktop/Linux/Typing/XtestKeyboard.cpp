@@ -38,7 +38,7 @@ QList<std::uint16_t> keyboardsBehind(std::uint16_t master, xcb_connection_t *con
     return found;
 }
 
-// The server itself marks its devices with this property, and lets nobody change it. Names can be anything.
+// The server sets this read-only property on XTEST devices. Device names aren't reliable.
 bool isMarked(xcb_connection_t *connection, std::uint16_t device, xcb_atom_t mark)
 {
     const auto cookie = xcb_input_xi_get_property(connection, device, 0, mark, XCB_ATOM_INTEGER, 0, 1);

@@ -3,13 +3,12 @@
 
 #include "Desktop/Linux/X11/Connection.h"
 
-// The device that keys leave through when they are sent with the X server's test extension. It stands beside
-// the physical keyboards and has a map of its own. What applications see is a "master" keyboard, which has
-// none: whenever a key comes from another device than the one before, the server gives it that device's map.
-// Modifiers, locks and the group (language) that is switched on, however, are the master's.
+// XTEST sends keys through a slave keyboard of its own, beside the physical ones, with its own keymap.
+// Applications see the master keyboard, which takes over the keymap of whichever slave device sent the latest
+// key. Modifiers, locks and the active group (language), however, belong to the master.
 
-// The identifier of that device behind the master keyboard which this connection's keys go to. Throws
-// PlatformError when the server has none. X thread.
+// Returns the device identifier of the XTEST keyboard attached to this connection's master keyboard. Throws
+// PlatformError if there is none. Thread: X.
 std::uint16_t findXtestKeyboard(X11Connection &connection);
 
 // Throws PlatformError.

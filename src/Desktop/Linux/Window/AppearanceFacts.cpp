@@ -16,7 +16,7 @@ bool isDarkTheme(const QString &name)
     return name.endsWith("-dark"_L1, Qt::CaseInsensitive) || name.endsWith(":dark"_L1, Qt::CaseInsensitive);
 }
 
-// Reads the numbers of the given byte order one after the other; past the end, everything is absent.
+// Reads consecutive values in the given byte order; past the end, every value is absent.
 class SettingsReader
 {
 public:
@@ -42,7 +42,7 @@ public:
         return result;
     }
 
-    // Text is followed by filling up to a multiple of four bytes.
+    // Reads a text and its padding to a multiple of four bytes.
     QByteArray paddedText(qsizetype length)
     {
         const QByteArray result = text(length);
@@ -62,7 +62,7 @@ struct XSetting
     std::optional<QString> text;
 };
 
-// Nothing when the data ends or breaks here.
+// Nothing at the end of the data or if it is malformed.
 std::optional<XSetting> readSetting(SettingsReader &reader)
 {
     enum Type : std::uint8_t { Integer, Text, Colour };
@@ -106,7 +106,7 @@ std::optional<QString> textInXSettings(const QByteArray &data, const QByteArray 
 {
     constexpr char bigEndian = 1;
     SettingsReader reader(data, data.startsWith(bigEndian));
-    reader.text(4);                 // the byte order and filling
+    reader.text(4);                 // the byte order and padding
     reader.number<std::uint32_t>(); // the serial number
     const auto count = reader.number<std::uint32_t>();
     for (std::uint32_t i = 0; i < count.value_or(0); ++i) {

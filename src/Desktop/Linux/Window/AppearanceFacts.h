@@ -7,23 +7,23 @@
 #include <cstdint>
 #include <optional>
 
-// What a Linux desktop tells about light and dark; no one source is there on every desktop. Values only.
+// The sources for the light or dark theme; no desktop provides all of them. A plain value.
 struct AppearanceFacts
 {
-    // The portal's "color-scheme": 1 is dark, 2 is light, 0 (and whatever may be added) is no preference.
+    // The portal's "color-scheme": 1 is dark, 2 is light, all else is no preference.
     std::optional<std::uint32_t> portalScheme;
     QString themeOverride;         // $GTK_THEME, as in "Adwaita:dark"
-    QString themeName;             // the GTK theme's
+    QString themeName;             // of the GTK theme
     bool prefersDarkTheme = false; // gtk-application-prefer-dark-theme
-    int windowLightness = 255;     // of the application palette: 0 is black, 255 white
+    int windowLightness = 255;     // of the application palette: 0 is black, 255 is white
     int windowTextLightness = 0;
 
-    // What the user told the portal wins. Without that, whatever shows a dark desktop makes it dark: themes
-    // for one toolkit only leave the other sources at their light defaults.
+    // The portal's preference wins. Without one, any dark source counts as dark, since a theme for one
+    // toolkit leaves the other sources at their light defaults.
     bool isDark() const;
 };
 
-// The settings that GTK keeps in a file of the user's, gtk-3.0/settings.ini.
+// GTK's settings from the user's gtk-3.0/settings.ini.
 struct ThemeSettings
 {
     QString themeName;
@@ -32,6 +32,6 @@ struct ThemeSettings
     static ThemeSettings read(const QString &path);
 };
 
-// The text value of one setting in what a settings daemon publishes on the X server, in the binary form of
-// XSETTINGS; nothing when it is not there or the data is broken.
+// Looks up a string setting in XSETTINGS data, as published by a settings daemon on the X server. Returns
+// nothing if it is missing or the data is malformed.
 std::optional<QString> textInXSettings(const QByteArray &data, const QByteArray &name);

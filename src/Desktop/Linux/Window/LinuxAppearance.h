@@ -7,14 +7,14 @@
 #include "Desktop/Linux/X11/Display.h"
 #include "Desktop/MainThreadCalls.h"
 
-// Light or dark by what the desktop portal, the X settings daemon, GTK's settings and the application palette
-// tell. Main thread, with the application object there.
+// The theme according to the desktop portal, the XSETTINGS daemon, GTK's settings and the application
+// palette. Requires the application object. Thread: main.
 class LinuxAppearance : public Appearance
 {
     Q_OBJECT
 
 public:
-    // Without a display, the X settings are not asked. `display` outlives this object.
+    // A null `display` means no XSETTINGS. `display` must outlive this object.
     explicit LinuxAppearance(X11Display *display);
 
     bool eventFilter(QObject *watched, QEvent *event) override;

@@ -19,7 +19,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Whether Qt has a plug-in of that name for a window system; without one it would end the process.
+// Whether Qt has a platform plug-in of this name; if not, Qt would abort the process.
 bool hasPlugin(const QString &name)
 {
     for (const QString &path : QCoreApplication::libraryPaths()) {
@@ -34,7 +34,7 @@ bool hasPlugin(const QString &name)
     return false;
 }
 
-// Whether somebody listens where Wayland's own library would call.
+// Whether a compositor accepts connections on the socket that libwayland would use.
 bool isCompositorThere()
 {
     const QString name = qEnvironmentVariable("WAYLAND_DISPLAY", u"wayland-0"_s);
@@ -51,8 +51,7 @@ bool isCompositorThere()
     return isThere;
 }
 
-// Where there is an X server, the window is on that; Xwayland's windows are like others of the session. Empty
-// where there is nothing.
+// Prefers an X server; on Xwayland the window is one of the session's windows too. Empty if there is neither.
 QString windowSystem(DisplayServer server)
 {
     if (server != DisplayServer::None)

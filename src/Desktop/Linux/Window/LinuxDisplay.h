@@ -3,9 +3,9 @@
 
 namespace LinuxDisplay {
 
-// Whether a window system is there to show a window on; where Qt by itself might take another one than ours,
-// or none, tells Qt through $QT_QPA_PLATFORM which one. Who has named one there already is believed. Asks
-// the X server and waits for it for two seconds at most; call it before there is an application object.
+// Returns whether there is a window system for our window, and sets $QT_QPA_PLATFORM where Qt might choose a
+// different one than the desktop services. An explicitly chosen platform is trusted without probing. Blocks
+// for up to two seconds. Call it before the application object is constructed.
 bool prepare();
 
 } // namespace LinuxDisplay

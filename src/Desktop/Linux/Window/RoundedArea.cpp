@@ -6,7 +6,7 @@
 
 namespace {
 
-// How far the row is drawn in at each end.
+// The inset at both ends of a row, counted from the edge.
 int inset(int radius, int row)
 {
     const double height = radius - row - 0.5;

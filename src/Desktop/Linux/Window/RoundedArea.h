@@ -5,11 +5,11 @@
 #include <QRect>
 #include <QSize>
 
-// The area of a window with round corners, in the rectangles that window systems want to have areas in: the
-// corners row by row, and all between them. Pure; any thread.
+// The area of a window with rounded corners as a list of rectangles: one per row in the corners, and one for
+// the rest. A pure function.
 namespace RoundedArea {
 
-// Only pixels that lie inside the corners' circles by their middle belong to it. No rectangle is empty.
+// A corner pixel belongs to the area if its centre lies inside the circle. No rectangle is empty.
 QList<QRect> rectangles(const QSize &size, int radius);
 
 } // namespace RoundedArea

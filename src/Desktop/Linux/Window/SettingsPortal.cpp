@@ -16,10 +16,10 @@ const QString interface = u"org.freedesktop.portal.Settings"_s;
 const QString appearanceGroup = u"org.freedesktop.appearance"_s;
 const QString colorSchemeKey = u"color-scheme"_s;
 
-// The portal may have to be started by this very question.
+// The call may have to start the portal first.
 constexpr int limit = 10'000; // ms
 
-// The older portals wrap the value twice.
+// Older portals wrap the value in two variants.
 QVariant unwrapped(QVariant value)
 {
     while (value.metaType() == QMetaType::fromType<QDBusVariant>())
@@ -33,7 +33,7 @@ SettingsPortal::SettingsPortal()
     : m_connectionName(u"orvane-portal-"_s + QUuid::createUuid().toString()),
       m_worker(u"orvane.portal"_s, u"The session bus"_s)
 {
-    // QtDBus finds the types of a slot by their names, and only those that somebody has used before.
+    // QtDBus looks up a slot's parameter types by name, so they must be registered.
     qRegisterMetaType<QDBusVariant>();
     m_following = follow();
 }
@@ -43,7 +43,7 @@ SettingsPortal::~SettingsPortal()
     m_worker.post([name = m_connectionName] { QDBusConnection::disconnectFromBus(name); });
 }
 
-// On the worker.
+// Runs on the worker.
 bool SettingsPortal::connectToBus()
 {
     QDBusConnection bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, m_connectionName);
@@ -59,7 +59,7 @@ QCoro::Task<void> SettingsPortal::follow()
     try {
         isConnected = co_await m_worker.run(std::move(job));
     } catch (const PlatformError &) {
-        // A bus that does not answer is as good as none.
+        // A bus that doesn't respond counts as absent.
         isConnected = false;
     }
     if (!self || !isConnected)
@@ -68,7 +68,7 @@ QCoro::Task<void> SettingsPortal::follow()
     question.setArguments({appearanceGroup, colorSchemeKey});
     const QDBusPendingCall pending = QDBusConnection(m_connectionName).asyncCall(question, limit);
     const QDBusMessage answer = co_await pending;
-    // A change that came in the meantime is newer.
+    // A change signal received in the meantime is newer than this reply.
     if (self && answer.type() == QDBusMessage::ReplyMessage && !m_colorScheme)
         setColorScheme(answer.arguments().value(0));
 }

@@ -11,8 +11,8 @@
 #include <cstdint>
 #include <optional>
 
-// The desktop portal's setting for light and dark, at this moment and as it changes. Main thread; connecting
-// to the session bus blocks, and happens on a worker. Without a bus or a portal it stays unknown.
+// Follows the desktop portal's light or dark preference. Connecting to the session bus blocks, so it runs on
+// a worker. Thread: main.
 class SettingsPortal : public QObject
 {
     Q_OBJECT
@@ -21,7 +21,7 @@ public:
     SettingsPortal();
     ~SettingsPortal() override;
 
-    // As the portal numbers it; nothing as long as it has not been told.
+    // The portal's value (see AppearanceFacts); nothing until received, or without a bus or portal.
     std::optional<std::uint32_t> colorScheme() const { return m_colorScheme; }
 
 Q_SIGNALS:

@@ -18,7 +18,7 @@ void WaylandWindowStyler::style(QWindow &window)
 
 void WaylandWindowStyler::bringForward(QWindow &window, const QString &activationToken)
 {
-    // This is where Qt looks for the token when a window asks to be activated.
+    // Qt reads the token from here when a window requests activation.
     if (!activationToken.isEmpty())
         qputenv("XDG_ACTIVATION_TOKEN", activationToken.toUtf8());
     window.setWindowStates(window.windowStates() & ~Qt::WindowMinimized);

@@ -3,8 +3,8 @@
 
 #include "Desktop/WindowStyler.h"
 
-// The window on Wayland, where the compositor alone places windows and is always there; and wherever else
-// there is no X server. Main thread.
+// Styles the window on Wayland, where only the compositor places windows, and on any other platform without
+// X11. Thread: main.
 class WaylandWindowStyler : public WindowStyler
 {
     Q_OBJECT

@@ -8,8 +8,8 @@
 
 #include <optional>
 
-// Where a window that is brought to the user goes. Pure rules, in Qt's device-independent coordinates except
-// where it says otherwise: there, a screen keeps its corner but is as large as its real pixels.
+// Where to show a window. Coordinates are Qt's device-independent ones unless stated. In native pixels, a
+// screen has the same top-left corner but its size in pixels. Pure functions.
 namespace WindowPlacement {
 
 struct Screen
@@ -18,11 +18,11 @@ struct Screen
     qreal devicePixelRatio = 1;
 };
 
-// The position in the list of the screen with that point, given in real pixels; nothing when it is on none.
+// The index of the screen that contains the point, given in native pixels; nothing if none does.
 std::optional<qsizetype> screenAt(const QPoint &pixel, const QList<Screen> &screens);
 
-// The window's corner that puts it in the middle of the area; a window that is larger begins at the area's
-// corner, so that its top can be reached.
+// The top-left corner that centres the window in the area. A larger window is aligned with the area's
+// top-left corner, so that its top stays reachable.
 QPoint centred(const QSize &window, const QRect &area);
 
 } // namespace WindowPlacement

@@ -5,17 +5,17 @@
 
 #include <functional>
 
-// The GTK theme that the desktop's settings daemon publishes on the X server, as it changes. X thread only,
-// apart from construction; sees every event of its connection.
+// Follows the GTK theme that an XSETTINGS daemon publishes. Must receive every event of its connection.
+// Thread: X, except for construction.
 class X11Settings
 {
 public:
-    // `themeChanged` is called on the X thread, with an empty name when there is no daemon.
+    // `themeChanged` is called on the X thread, with an empty name if there is no daemon.
     X11Settings(X11Connection &connection, std::function<void(QString name)> themeChanged);
     X11Settings(const X11Settings &) = delete;
     X11Settings &operator=(const X11Settings &) = delete;
 
-    // Tells the present theme, and from then on every new one.
+    // Reports the current theme, then every change.
     void follow();
     void handle(const xcb_generic_event_t &event);
 

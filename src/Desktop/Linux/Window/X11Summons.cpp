@@ -6,7 +6,8 @@
 namespace {
 
 constexpr std::uint32_t everyDesktop = 0xFFFFFFFF;
-constexpr std::uint32_t requestedByUserTool = 2; // the source indication that is always let through
+constexpr std::uint32_t requestedByUserTool =
+    2; // the EWMH source indication that passes focus stealing prevention
 
 std::optional<std::uint32_t> number(const X11Connection &connection, xcb_window_t window, xcb_atom_t property)
 {
@@ -37,7 +38,7 @@ void X11Summons::moveToCurrentDesktop(const X11Connection &connection, std::uint
     connection.sendToManager(window, atoms._NET_WM_DESKTOP, {*current, requestedByUserTool});
 }
 
-// The message goes out in pieces of twenty bytes, the first of another type, with a zero byte at its end.
+// The null-terminated message is sent in chunks of 20 bytes; the first one has a different type.
 void X11Summons::endLaunchFeedback(const X11Connection &connection, const QByteArray &token)
 {
     QByteArray quoted = token;

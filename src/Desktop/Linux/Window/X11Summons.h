@@ -5,17 +5,16 @@
 
 #include <QPoint>
 
-// What it takes on the X server to bring a window of ours to the user. X thread only; what the server does
-// not answer stays undone.
+// X requests for bringing one of our windows to the front. Requests that get no reply are skipped. Thread: X.
 namespace X11Summons {
 
-// Where the pointer is, in pixels; nothing when it is on another X screen.
+// The pointer position in native pixels; nothing if it is on another X screen.
 std::optional<QPoint> pointerPosition(const X11Connection &connection);
 
-// Moves the window to the workspace that is shown, where there are several.
+// Moves the window to the current workspace.
 void moveToCurrentDesktop(const X11Connection &connection, std::uint32_t window);
 
-// Tells the desktop that what the user started under this token has come up, which ends its busy pointer.
+// Tells the desktop that the launch with this token has completed, which ends its busy cursor.
 void endLaunchFeedback(const X11Connection &connection, const QByteArray &token);
 
 } // namespace X11Summons

@@ -17,7 +17,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// How long a window manager may take to show the window.
+// Timeout for the window manager to map the window.
 constexpr int patience = 1500; // ms
 
 QScreen *screenAt(const std::optional<QPoint> &pixel)
@@ -96,14 +96,13 @@ void X11WindowStyler::setHints(const QWindow &window) const
         return;
     xcb_connection_t *x = application->connection();
     const auto identifier = xcb_window_t(window.winId());
-    // Qt calls a window without a frame one that overrides the desktop's rules, which some task bars leave
-    // out.
+    // Qt gives frameless windows the type _KDE_NET_WM_WINDOW_TYPE_OVERRIDE, which some task bars omit.
     xcb_change_property(x, XCB_PROP_MODE_REPLACE, identifier, m_atoms.windowType, XCB_ATOM_ATOM, 32, 1,
                         &m_atoms.normalWindow);
     setBlurredArea(window);
 }
 
-// What shines through is blurred where the desktop can do that, but not outside of the round corners.
+// Sets the region that a capable compositor blurs behind the window, without the rounded corners.
 void X11WindowStyler::setBlurredArea(const QWindow &window) const
 {
     const auto *application = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
@@ -135,7 +134,8 @@ QCoro::Task<void> X11WindowStyler::summon(QPointer<QWindow> window, QString acti
     if (!self || !window || summons != m_summons)
         co_return;
     const QPointer<QScreen> screen(screenAt(pixel));
-    // What the window manager tells of a hidden window is old; a visible one may be on another workspace.
+    // A hidden window's EWMH properties are stale, so wait until it is exposed; one on another workspace
+    // never is.
     const Wanted wanted = window->isVisible() ? Wanted::Managed : Wanted::ManagedAndMapped;
     centre(*window, screen);
     window->setWindowStates(window->windowStates() & ~Qt::WindowMinimized);
@@ -145,7 +145,7 @@ QCoro::Task<void> X11WindowStyler::summon(QPointer<QWindow> window, QString acti
     const std::optional<X11Window> ours = co_await managed(window, wanted);
     if (!self || !window || summons != m_summons || !window->isVisible())
         co_return;
-    // A window manager may have placed the new window by its own mind.
+    // The window manager may have placed the new window elsewhere.
     centre(*window, screen);
     if (ours)
         co_await activate(*ours, activationToken);
@@ -159,12 +159,12 @@ QCoro::Task<std::optional<QPoint>> X11WindowStyler::pointer()
     try {
         co_return co_await m_display.run(std::move(ask));
     } catch (const PlatformError &) {
-        // The primary screen will do.
+        // Fall back to the primary screen.
         co_return std::nullopt;
     }
 }
 
-// Nothing when the window manager has not taken the window over in time, or there is none.
+// Waits until the window manager manages the window. Nothing on timeout, or without a window manager.
 QCoro::Task<std::optional<X11Window>> X11WindowStyler::managed(QPointer<QWindow> window, Wanted wanted)
 {
     const QPointer<X11WindowStyler> self(this);
@@ -176,7 +176,7 @@ QCoro::Task<std::optional<X11Window>> X11WindowStyler::managed(QPointer<QWindow>
         try {
             snapshot = co_await m_display.snapshot();
         } catch (const PlatformError &) {
-            // Without an X server that answers there is nothing to wait for.
+            // The X server doesn't respond: don't wait.
             co_return std::nullopt;
         }
         const X11Window *found = snapshot.find(identifier);
@@ -202,7 +202,7 @@ QCoro::Task<void> X11WindowStyler::activate(X11Window window, QString activation
         if (self)
             co_await m_display.bringForward(window);
     } catch (const PlatformError &) {
-        // Where the window manager refuses, the window stays where it is.
+        // If the window manager refuses, leave the window as it is.
         co_return;
     }
 }

@@ -11,15 +11,14 @@
 
 #include <memory>
 
-// The window on X11: hints for the window manager, and its attention. Main thread; every question to the X
-// server is asked on the X thread. Everything done to the window itself goes through Qt's own connection, so
-// that it keeps its order.
+// Styles and activates the window on X11. Changes to the window itself use Qt's connection, so that they stay
+// in order with Qt's own requests; all queries run on the X thread. Thread: main.
 class X11WindowStyler : public WindowStyler
 {
     Q_OBJECT
 
 public:
-    // Both outlive this object.
+    // Both must outlive this object.
     X11WindowStyler(X11Display &display, Clock &clock);
 
     void style(QWindow &window) override;
@@ -28,7 +27,7 @@ public:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    // The atoms of the properties that are set, known from the start.
+    // Interned once, at construction.
     struct Atoms
     {
         xcb_atom_t windowType, normalWindow, blurBehind;
@@ -47,6 +46,6 @@ private:
     Clock &m_clock;
     Atoms m_atoms;
     MainThreadCalls m_calls;
-    int m_summons = 0; // counts, so that a later one takes the place of one in progress
+    int m_summons = 0; // a counter: a newer call supersedes one in progress
     QCoro::Task<void> m_summoning;
 };

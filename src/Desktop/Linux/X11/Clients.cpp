@@ -8,25 +8,26 @@
 
 namespace {
 
-X11Claims::Surroundings surroundings(bool serverTells)
+X11Claims::Surroundings surroundings(bool serverReports)
 {
-    return {QCoreApplication::applicationPid(), QSysInfo::machineHostName().toUtf8(), serverTells};
+    return {QCoreApplication::applicationPid(), QSysInfo::machineHostName().toUtf8(), serverReports};
 }
 
 } // namespace
 
-qint64 X11Claims::processOf(const Claim &claim, std::uint32_t client, qint64 told,
+qint64 X11Claims::processOf(const Claim &claim, std::uint32_t client, qint64 reported,
                             const Surroundings &surroundings)
 {
     const bool isHere = claim.machine.isEmpty() || claim.machine == surroundings.machine;
-    if (!surroundings.serverTells) {
-        // Our own window has to be known all the same.
+    if (!surroundings.serverReports) {
+        // Our own windows must still be recognised.
         const bool isOwn = isHere && claim.process == surroundings.ownProcess;
         return isOwn ? surroundings.ownProcess : -qint64(client);
     }
-    // A program on another computer speaks through one that is here, as ssh, and not for itself alone.
-    const bool isForwarded = !isHere && claim.process != told;
-    return told <= 0 || isForwarded ? -qint64(client) : told;
+    // A remote program's connection belongs to a local forwarder such as ssh, which may serve several
+    // programs.
+    const bool isForwarded = !isHere && claim.process != reported;
+    return reported <= 0 || isForwarded ? -qint64(client) : reported;
 }
 
 X11Clients::X11Clients(X11Connection &connection) : m_connection(connection)
@@ -35,7 +36,7 @@ X11Clients::X11Clients(X11Connection &connection) : m_connection(connection)
     if (!extension || !extension->present)
         return;
     const std::uint32_t own = m_connection.ownWindow();
-    m_serverTells = askServer({own}).value(clientOf(own)) == QCoreApplication::applicationPid();
+    m_serverReports = askServer({own}).value(clientOf(own)) == QCoreApplication::applicationPid();
 }
 
 std::uint32_t X11Clients::clientOf(std::uint32_t window) const
@@ -51,10 +52,10 @@ QList<qint64> X11Clients::processes(const QList<std::uint32_t> &windows) const
         processes.append(m_connection.request(window, m_connection.atoms()._NET_WM_PID));
         machines.append(m_connection.request(window, XCB_ATOM_WM_CLIENT_MACHINE));
     }
-    QHash<std::uint32_t, qint64> told;
-    if (m_serverTells)
-        told = askServer(windows);
-    const X11Claims::Surroundings here = surroundings(m_serverTells);
+    QHash<std::uint32_t, qint64> reported;
+    if (m_serverReports)
+        reported = askServer(windows);
+    const X11Claims::Surroundings here = surroundings(m_serverReports);
     QList<qint64> result;
     for (qsizetype i = 0; i < windows.size(); ++i) {
         const auto process = m_connection.read(processes.at(i));
@@ -62,12 +63,12 @@ QList<qint64> X11Clients::processes(const QList<std::uint32_t> &windows) const
         const X11Claims::Claim claim{process ? process->values().value(0, 0) : 0,
                                      machine ? machine->bytes : QByteArray()};
         const std::uint32_t client = clientOf(windows.at(i));
-        result.append(X11Claims::processOf(claim, client, told.value(client), here));
+        result.append(X11Claims::processOf(claim, client, reported.value(client), here));
     }
     return result;
 }
 
-// By client. Clients that have left are not in the answer.
+// Returns processes by client, without clients that have disconnected.
 QHash<std::uint32_t, qint64> X11Clients::askServer(const QList<std::uint32_t> &windows) const
 {
     QList<xcb_res_client_id_spec_t> questions;

@@ -5,47 +5,48 @@
 
 #include <QHash>
 
-// Which process is behind a window, as the X server itself knows it. What a window says of that is not
-// believed: in a sandbox of its own numbering, two applications can both be process 2. X thread only.
+// Finds the process that owns a window, from the X server's own records (X-Resource). _NET_WM_PID isn't
+// trusted: with PID namespaces, two sandboxed applications can both be process 2. Thread: X.
 class X11Clients
 {
 public:
     explicit X11Clients(X11Connection &connection);
 
-    // The process of each window, in their order. A client whose process is none that this computer could
-    // know stands for itself: minus its identifier.
+    // The process of each window, in the same order; minus the client identifier if the client's process is
+    // unknown or on another computer.
     QList<qint64> processes(const QList<std::uint32_t> &windows) const;
 
-    // All that one client has made share the upper bits of their identifiers.
+    // The client that created the window: the high bits of the identifiers of all its resources.
     std::uint32_t clientOf(std::uint32_t window) const;
 
 private:
     QHash<std::uint32_t, qint64> askServer(const QList<std::uint32_t> &windows) const;
 
     X11Connection &m_connection;
-    bool m_serverTells = false;
+    bool m_serverReports = false;
 };
 
-// The rule by which one window's process is told. A pure function.
+// The rule that determines a window's process. A pure function.
 namespace X11Claims {
 
-// What a window says of itself.
+// What the window's own properties say.
 struct Claim
 {
-    qint64 process = 0; // 0: nothing
-    QByteArray machine; // empty: nothing
+    qint64 process = 0; // 0 if unset
+    QByteArray machine; // empty if unset
 };
 
-// What is known about this computer and this program.
+// This program and its computer.
 struct Surroundings
 {
     qint64 ownProcess = 0;
     QByteArray machine;
-    // Whether the server's process numbers mean the same to us; not over a network, or in a sandbox.
-    bool serverTells = false;
+    // Whether the server reports process identifiers of our PID namespace; false over a network or in a
+    // sandbox.
+    bool serverReports = false;
 };
 
-// `told`: the process that the server knows for the client, 0 where it knows none.
-qint64 processOf(const Claim &claim, std::uint32_t client, qint64 told, const Surroundings &surroundings);
+// `reported` is the process that the server reports for the client, or 0.
+qint64 processOf(const Claim &claim, std::uint32_t client, qint64 reported, const Surroundings &surroundings);
 
 } // namespace X11Claims

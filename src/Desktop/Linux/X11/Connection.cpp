@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// No title or window list that a person could use is longer; a hostile one is cut here.
+// Far above any real title or window list; limits hostile ones.
 constexpr std::uint32_t longestProperty = 16384; // in units of four bytes
 
 xcb_screen_t *findScreen(xcb_connection_t *connection, int number)
@@ -114,7 +114,7 @@ void X11Connection::sendToManager(xcb_window_t window, xcb_atom_t type,
 xcb_timestamp_t X11Connection::serverTime()
 {
     m_time = 0;
-    // Appending nothing to a property changes nothing but is told, with the time.
+    // Appending nothing leaves the property unchanged but generates an event with a timestamp.
     xcb_change_property(m_connection, XCB_PROP_MODE_APPEND, m_window, XCB_ATOM_WM_NAME, XCB_ATOM_STRING, 8, 0,
                         nullptr);
     const auto cookie = xcb_get_input_focus(m_connection);
@@ -141,7 +141,8 @@ void X11Connection::sendPing(xcb_window_t window, xcb_timestamp_t time) const
 bool X11Connection::waitUntilHandled(xcb_window_t window, std::chrono::milliseconds limit)
 {
     const auto end = std::chrono::steady_clock::now() + limit;
-    // Answers go to whoever watches the root window's children; we do so for no longer than needed.
+    // Ping replies go to clients that select SubstructureNotify on the root window; select it only while
+    // waiting.
     const std::uint32_t watching = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
     const std::uint32_t usual = XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_change_window_attributes(m_connection, root(), XCB_CW_EVENT_MASK, &watching);
@@ -178,7 +179,7 @@ void X11Connection::handle(const xcb_generic_event_t &event)
         handleMessage(reinterpret_cast<const xcb_client_message_event_t &>(event));
     else if (type == XCB_PROPERTY_NOTIFY)
         handleChange(reinterpret_cast<const xcb_property_notify_event_t &>(event));
-    // A handler may wait for an answer, and so be called again for a later event.
+    // A handler may wait for a reply and thereby be re-entered for a later event.
     for (qsizetype i = 0; i < m_eventHandlers.size(); ++i)
         m_eventHandlers.at(i)(event);
 }

@@ -39,7 +39,7 @@ void X11Display::requireServer() const
         throw PlatformError(*m_obstacle);
 }
 
-// Which window was active before is known only to who looks at every change.
+// The history of active windows has to be recorded from every change event.
 void X11Display::handleEvents()
 {
     m_server->notifier.setEnabled(false);
@@ -92,7 +92,7 @@ QCoro::Task<void> X11Display::bringForward(X11Window window)
     // Without a window manager its properties are stale.
     if (last != Standing::HasKeys && !co_await run([this] { return windows().windowManager(); }))
         throw PlatformError(u"No window manager is running to bring “%1” to the front."_s.arg(window.title));
-    // A window without any use for keys (a clock) never gets them.
+    // A window without keyboard input (a clock) never gets the focus.
     if (last == Standing::Waiting)
         throw PlatformError(u"The window “%1” didn't come to the front."_s.arg(window.title));
 }

@@ -13,39 +13,39 @@
 #include <memory>
 #include <optional>
 
-// The X server as the main thread sees it: owns the connection and the thread on which alone it is used.
-// Every operation is asynchronous and bounded, and throws PlatformError when the server does not answer, or
-// when it is none of ours to use.
+// The main thread's interface to the X server: owns the connection and the only thread that uses it. Every
+// operation is asynchronous and has a timeout. Throws PlatformError if the server doesn't respond or there is
+// an obstacle. Thread: main.
 class X11Display
 {
 public:
-    // Connects; throws PlatformError. With an obstacle, does not even connect, and every operation throws
-    // PlatformError with that sentence. `clock` outlives this object.
+    // Connects; throws PlatformError. With an obstacle it never connects, and every operation throws
+    // PlatformError with that text. `clock` must outlive this object.
     explicit X11Display(Clock &clock, const std::optional<QString> &obstacle = std::nullopt);
-    // Lets the job in progress end, if it does so soon.
+    // Waits up to a second for the job in progress.
     ~X11Display();
     X11Display(const X11Display &) = delete;
     X11Display &operator=(const X11Display &) = delete;
 
     QCoro::Task<X11Snapshot> snapshot();
 
-    // Brings the window to the front and waits until keys go to its application. Throws when the window is
-    // gone, or does not come to the front within Deadlines::focus.
+    // Activates the window and waits until its application has the keyboard focus. Throws if the window no
+    // longer exists or isn't active within Deadlines::focus.
     QCoro::Task<void> bringForward(X11Window window);
 
-    // Asks the windows politely to close.
+    // Sends each window a close request.
     QCoro::Task<void> close(QList<X11Window> windows);
 
-    // The server's time, as launched applications need it to be let to the front.
+    // The server's timestamp. Launched applications need it to pass focus stealing prevention.
     QCoro::Task<std::uint32_t> serverTime();
 
-    // Runs the job on the X thread. It may use `connection`, `windows` and `isClosing`, and should end early
-    // once the latter is set.
+    // Runs the job on the X thread. It may use `connection`, `windows` and `isClosing`, and should return
+    // early once `isClosing` is set.
     template <typename Job>
     QCoro::Task<std::invoke_result_t<Job>> run(Job job,
                                                std::chrono::milliseconds limit = BoundedQueue::standardLimit);
 
-    // The same for a job whose end nobody waits for. It must not throw.
+    // Queues a job without waiting for it. It must not throw.
     void post(std::function<void()> job);
 
     X11Connection &connection() { return m_server->connection; }
@@ -65,9 +65,9 @@ private:
 
     Clock &m_clock;
     const std::optional<QString> m_obstacle;
-    std::unique_ptr<Server> m_server; // none with an obstacle
+    std::unique_ptr<Server> m_server; // null with an obstacle
     std::atomic_bool m_isClosing = false;
-    // The last member: its thread is gone before what it uses.
+    // Declared last: its thread must end before the members it uses are destroyed.
     BoundedQueue m_queue{QStringLiteral("desktop.x11"), QStringLiteral("The X server")};
 };
 
@@ -75,7 +75,7 @@ template <typename Job>
 QCoro::Task<std::invoke_result_t<Job>> X11Display::run(Job job, std::chrono::milliseconds limit)
 {
     requireServer();
-    // Waiting for an answer can take events off the wire without anybody being told of them.
+    // Waiting for a reply can queue events inside xcb, where the socket notifier doesn't see them.
     struct Drain
     {
         X11Windows &windows;

@@ -28,8 +28,7 @@ QRect placeOf(xcb_connection_t *connection, xcb_window_t window)
     return reply ? QRect(reply->x, reply->y, reply->width, reply->height) : QRect();
 }
 
-// The windows on the uppermost level that the window manager has put round the windows of applications, or
-// those themselves.
+// The top-level windows of applications: the window manager's frames, or unreparented client windows.
 QSet<xcb_window_t> framesOfApplications(const X11Connection &connection)
 {
     QSet<xcb_window_t> result;
@@ -46,7 +45,7 @@ QSet<xcb_window_t> framesOfApplications(const X11Connection &connection)
     return result;
 }
 
-// What is covered by windows above those of all applications.
+// The region covered by windows above all application windows.
 QRegion coverOfApplications(const X11Connection &connection)
 {
     xcb_connection_t *const server = connection.get();
@@ -69,11 +68,10 @@ QRegion coverOfApplications(const X11Connection &connection)
     return cover;
 }
 
-// Some lockers leave a line free, so that a compositor does not take their window for a film that fills the
-// screen.
+// Some lockers leave an edge uncovered, so that a compositor doesn't treat their window as full-screen.
 constexpr QMargins edge(2, 2, 2, 2);
 
-// Without the edges; the whole screen where the server knows of no monitors.
+// The area of the monitors without their edges, or of the whole screen if the server reports no monitors.
 QRegion monitors(const X11Connection &connection)
 {
     const auto *const extension = xcb_get_extension_data(connection.get(), &xcb_randr_id);
@@ -91,7 +89,7 @@ QRegion monitors(const X11Connection &connection)
     return result.isEmpty() ? placeOf(connection.get(), connection.root()) - edge : result;
 }
 
-// As with the keyboard.
+// Probes as isKeyboardTaken does.
 bool isPointerTaken(const X11Connection &connection)
 {
     constexpr std::uint16_t noEvents = 0;
@@ -104,8 +102,8 @@ bool isPointerTaken(const X11Connection &connection)
 
 } // namespace
 
-// Nobody tells who has grabbed the keyboard. But a grab for a window that is not shown is refused, and the
-// server looks for the grab of another client first.
+// The protocol has no query for grabs. Grabbing for an unmapped window always fails, but the server reports
+// AlreadyGrabbed before it checks the window.
 bool X11Grabs::isKeyboardTaken(const X11Connection &connection)
 {
     const auto cookie = xcb_grab_keyboard(connection.get(), withOwnEvents, connection.ownWindow(),

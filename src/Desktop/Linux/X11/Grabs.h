@@ -3,17 +3,15 @@
 
 #include "Desktop/Linux/X11/Connection.h"
 
-// What other programs have taken for themselves. X thread only; everything throws PlatformError when the X
-// server is gone.
+// Input grabs of other clients. Throws PlatformError if the X server is lost. Thread: X.
 namespace X11Grabs {
 
-// Whether another client has grabbed the keyboard: all keys go there, whatever is active.
+// Whether another client has grabbed the keyboard, so that it receives all keys whatever window is active.
 bool isKeyboardTaken(const X11Connection &connection);
 
-// Whether the screen is locked, by whatever means. There is no property that says so, but a locker does three
-// things: it grabs the keyboard, it grabs the pointer, and it covers all monitors (but perhaps their edges)
-// with windows that no window manager has to do with, above those of all applications. An open menu covers
-// less, and a game or a film that fills the screen is a window like others.
+// Whether a screen locker is active. X11 has no property for this, but a locker grabs the keyboard and the
+// pointer and covers all monitors (except possibly their edges) with override-redirect windows above all
+// application windows. An open menu covers less; a full-screen game or video is a managed window.
 bool isScreenLocked(const X11Connection &connection);
 
 } // namespace X11Grabs

@@ -28,8 +28,8 @@ X11Link opened()
 
 X11Link X11Link::open()
 {
-    // The library waits as long as the server likes. Where nobody waits for that any more, the connection is
-    // closed when it has been made.
+    // xcb_connect has no timeout. After ours, the detached thread closes the connection whenever it is
+    // established.
     std::packaged_task<X11Link()> task(&opened);
     std::future<X11Link> answer = task.get_future();
     std::thread(std::move(task)).detach();

@@ -5,14 +5,14 @@
 
 #include <memory>
 
-// A connection to the X server that $DISPLAY names, fresh.
+// A new connection to the X server of $DISPLAY.
 struct X11Link
 {
     std::shared_ptr<xcb_connection_t> connection;
     int screenNumber = 0;
     bool isXwayland = false;
 
-    // Throws PlatformError when there is no server, or when it has not answered after two seconds: one that
-    // hangs takes connections without end and never says a word. Any thread, which waits meanwhile.
+    // Throws PlatformError if there is no server, or if it doesn't respond within two seconds (a hung server
+    // accepts connections but never replies). Blocks. Any thread.
     static X11Link open();
 };

@@ -8,7 +8,7 @@
 
 namespace {
 
-// A piece of memory that the X server sees as well.
+// A memory segment shared with the X server.
 class SharedMemory
 {
 public:
@@ -24,7 +24,7 @@ public:
         const auto cookie = xcb_shm_attach_checked(connection, m_segment, std::uint32_t(identifier), 0);
         const X11Reply<xcb_generic_error_t> error(xcb_request_check(connection, cookie));
         m_isAttached = !error && m_data && !xcb_connection_has_error(connection);
-        // It goes with its last user, even if one of us ends unexpectedly.
+        // Freed with the last detach, even after a crash.
         shmctl(identifier, IPC_RMID, nullptr);
     }
     ~SharedMemory()
@@ -56,11 +56,11 @@ struct Geometry
 
     qsizetype bytesPerLine() const { return qsizetype(width) * 4; }
     qsizetype bytes() const { return bytesPerLine() * height; }
-    // Four bytes a pixel, three of them colours.
+    // 32 bits per pixel, 24 of them colour.
     bool isReadable() const { return bytes() > 0 && (depth == 24 || depth == 32); }
 };
 
-// The screen may have changed its size since we connected.
+// The screen may have been resized since we connected.
 Geometry geometryOf(X11Connection &connection)
 {
     const auto cookie = xcb_get_geometry(connection.get(), connection.root());

@@ -5,7 +5,7 @@
 
 #include <QImage>
 
-// A picture of the whole screen, all monitors; through memory shared with the server where it is on this
-// computer. A null picture where the server hands out none, or none that is the screen as it should be.
-// Throws PlatformError when the server is gone. For the X thread.
+// Captures the whole screen, all monitors, through shared memory if the server is local. Returns a null image
+// if the server refuses or the data doesn't match the screen. Throws PlatformError if the server is lost.
+// Thread: X.
 QImage pictureOfScreen(X11Connection &connection);

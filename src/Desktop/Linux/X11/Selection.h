@@ -5,19 +5,19 @@
 
 #include <functional>
 
-// Who owns a selection by which a service of the desktop shows that it runs (a compositor, a settings
-// daemon). X thread only, apart from construction; sees every event of its connection.
+// Tracks the owner of a manager selection, which a desktop service (a compositor, a settings daemon) owns
+// while it runs. Must receive every event of its connection. Thread: X, except for construction.
 class X11Selection
 {
 public:
-    // `name` is completed by the number of the screen. `ownerChanged` is called on the X thread, with no
-    // window when there is no owner.
+    // The screen number is appended to `name`. `ownerChanged` is called on the X thread, with XCB_NONE if
+    // there is no owner.
     X11Selection(X11Connection &connection, const QByteArray &name,
                  std::function<void(xcb_window_t owner)> ownerChanged);
     X11Selection(const X11Selection &) = delete;
     X11Selection &operator=(const X11Selection &) = delete;
 
-    // Tells the present owner, and from then on every new one.
+    // Reports the current owner, then every change.
     void follow();
     void handle(const xcb_generic_event_t &event);
 
@@ -28,5 +28,5 @@ private:
     QByteArray m_name;
     std::function<void(xcb_window_t owner)> m_ownerChanged;
     xcb_atom_t m_selection = XCB_ATOM_NONE;
-    int m_notifyEvent = -1; // none, unless the server tells of changes
+    int m_notifyEvent = -1; // -1 without XFixes
 };

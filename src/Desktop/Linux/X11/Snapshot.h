@@ -9,33 +9,33 @@
 #include <cstdint>
 #include <optional>
 
-// One window that the window manager manages. All texts are cleaned but the class names, which are compared.
+// A managed window. All texts are cleaned except the WM_CLASS strings, which are only compared.
 struct X11Window
 {
     enum class Kind {
         Application, // an ordinary window
-        Dialog,      // belongs to another window of its application, or a utility window
-        Shell,       // desktop, panels, notifications and the like: no application window
+        Dialog,      // transient for another window, or a utility window
+        Shell,       // desktop, panel, notification and the like
     };
 
     std::uint32_t identifier = 0;
-    // As the server knows it. Where that cannot tell, minus a number that the windows of one client share.
+    // As the server reports it; if unknown, minus the client identifier (see X11Clients).
     qint64 process = 0;
-    // Which of the process's applications it belongs to, once that has been found out.
+    // The application within the process, once determined.
     QString part;
     QString title;
-    QString instance;               // first part of WM_CLASS
-    QString className;              // second part
-    QString sandbox;                // the application whose sandbox the process is in, by its entry's id
-    QString applicationIdentifier;  // the entry's id as the window tells it
-    QString startupIdentifier;      // of the launch that led to this window, where told
-    std::uint32_t transientFor = 0; // the window that it belongs to, where told
+    QString instance;               // first string of WM_CLASS
+    QString className;              // second string
+    QString sandbox;                // the process's sandboxed application: a desktop entry id
+    QString applicationIdentifier;  // the desktop entry id set on the window
+    QString startupIdentifier;      // of the launch that led to this window, if set
+    std::uint32_t transientFor = 0; // 0 if unset
     Kind kind = Kind::Application;
     bool isMinimised = false;
     bool isModal = false;
     bool isOnCurrentDesktop = true;
     bool belongsInTaskBar = true;
-    bool canBeClosed = true; // follows the polite request to close
+    bool canBeClosed = true; // supports WM_DELETE_WINDOW
     bool answersPings = false;
 
     bool isOf(qint64 owner, const QString &ownersPart) const
@@ -46,8 +46,8 @@ struct X11Window
     bool isOnScreen() const { return isOrdinary() && !isMinimised && isOnCurrentDesktop; }
 };
 
-// What the window manager tells about all windows at one moment, and the rules that need no more than that.
-// A plain value, used on any thread.
+// A snapshot of the window manager's state, and the rules that depend on it alone. A plain value, usable on
+// any thread.
 struct X11Snapshot
 {
     QList<X11Window> windows;               // oldest first
@@ -61,22 +61,21 @@ struct X11Snapshot
     // All windows, front to back.
     QList<X11Window> frontToBack() const;
 
-    // The window that the user works with: the active one, or none where no application's window is active.
-    // While it is one of `ownProcess`, the one that was active before it, and in doubt the one on top.
+    // The window the user works with: the active one, or null if no application window is active. If the
+    // active window belongs to `ownProcess`, the one active before it, or else the topmost.
     const X11Window *frontmost(qint64 ownProcess) const;
 
-    // The window of an application to bring to the front: the one used last, one that is visible first.
-    // Without a part, the process is one application.
+    // The application's window to bring to the front: the most recently used, visible ones preferred. An
+    // empty `part` means the whole process.
     const X11Window *windowToShow(qint64 process, const QString &part = {}) const;
 
-    // The titles of what the user has in front of an application: a dialog that blocks the foremost window,
-    // if there is one, and that window.
+    // The title of the application's front window, preceded by those of the modal dialogs that block it.
     QStringList titlesInFront(qint64 process) const;
 
-    // The windows to close for the application to quit: its main windows, or what else it shows.
+    // The windows to close to quit the application: its main windows, or the others if it has none.
     QList<X11Window> windowsToClose(qint64 process, const QString &part = {}) const;
 
 private:
-    // Active first, then by how lately each was active, then front to back; every window once.
+    // The active window, then the recently active ones, latest first, then the rest front to back.
     QList<std::uint32_t> byRecency() const;
 };

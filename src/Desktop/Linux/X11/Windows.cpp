@@ -16,10 +16,10 @@ namespace {
 
 constexpr qsizetype longestHistory = 64;
 constexpr std::uint32_t everyDesktop = 0xFFFFFFFF;
-constexpr std::uint32_t requestedByUserTool = 2; // the source indication that focus protection lets through
+constexpr std::uint32_t requestedByUserTool =
+    2; // the EWMH source indication that passes focus stealing prevention
 
-// Text in X's own compound encoding: Latin-1 with escape sequences that switch character sets, and UTF-8
-// between two of them.
+// Decodes COMPOUND_TEXT: Latin-1 with escape sequences that switch character sets, including to UTF-8.
 QString fromCompoundText(const QByteArray &bytes)
 {
     static const QRegularExpression unicode(u"\x1b%G(.*?)(?:\x1b%@|$)"_s);
@@ -31,7 +31,7 @@ QString fromCompoundText(const QByteArray &bytes)
     return text.remove(escapes);
 }
 
-// The two parts of WM_CLASS.
+// The two strings of WM_CLASS.
 struct WindowClass
 {
     QString instance;
@@ -46,7 +46,7 @@ WindowClass classOf(const std::optional<X11Property> &property)
 
 } // namespace
 
-// Everything that is asked about one window.
+// The pending property requests for one window.
 struct X11Windows::Requests
 {
     std::uint32_t window;
@@ -123,7 +123,8 @@ X11Snapshot X11Windows::snapshot()
     return result;
 }
 
-// A window manager may list a new window, and make it active, before it tells where it lies: on top.
+// A window manager may list and activate a new window before updating the stacking order: assume it is on
+// top.
 void X11Windows::addToStacking(X11Snapshot &snapshot)
 {
     for (const X11Window &window : std::as_const(snapshot.windows)) {
@@ -161,7 +162,7 @@ QString X11Windows::textOf(const std::optional<X11Property> &property) const
     return Text::cleaned(text);
 }
 
-// KDE's applications may tell the path of the entry instead.
+// KDE applications may give the entry's path instead of its id.
 QString X11Windows::applicationIdentifier(const Requests &requests) const
 {
     const QString gtk = textOf(m_connection.read(requests.gtkApplication));
@@ -214,7 +215,7 @@ std::optional<X11Window> X11Windows::described(const Requests &requests, std::ui
     window.answersPings = protocols.contains(atoms._NET_WM_PING);
     window.startupIdentifier = textOf(m_connection.read(requests.startupIdentifier));
     window.applicationIdentifier = applicationIdentifier(requests);
-    // A window that has vanished in the meantime tells nothing at all.
+    // A window destroyed in the meantime has no properties.
     const bool hasVanished = !title && !oldTitle && !wmClass && desktops.isEmpty();
     return hasVanished ? std::nullopt : std::optional(window);
 }
@@ -222,7 +223,7 @@ std::optional<X11Window> X11Windows::described(const Requests &requests, std::ui
 X11Window::Kind X11Windows::kindOf(const QList<std::uint32_t> &types, bool isTransient) const
 {
     const xcb_ewmh_connection_t &atoms = m_connection.atoms();
-    // An application gives its types by preference; the first one that is known counts.
+    // Types are listed in order of preference; the first known one counts.
     for (const std::uint32_t type : types) {
         if (type == atoms._NET_WM_WINDOW_TYPE_NORMAL)
             return X11Window::Kind::Application;
@@ -241,7 +242,7 @@ X11Window::Kind X11Windows::kindOf(const QList<std::uint32_t> &types, bool isTra
     return isTransient ? X11Window::Kind::Dialog : X11Window::Kind::Application;
 }
 
-// A manager that has died leaves its mark on the root window behind, but not the window that it names.
+// A crashed window manager leaves the property on the root window, but not the window it refers to.
 std::optional<QString> X11Windows::windowManager() const
 {
     const auto &atoms = m_connection.atoms();
@@ -266,7 +267,7 @@ bool X11Windows::isActive(const X11Window &window) const
     return isSameProcess && isOfSamePart(*active, window);
 }
 
-// Of a process that is several applications, each has a class of its own; dialogs need not have it.
+// Applications that share a process differ in WM_CLASS, but their dialogs may not have it.
 bool X11Windows::isOfSamePart(std::uint32_t active, const X11Window &window) const
 {
     if (m_connection.property(active, XCB_ATOM_WM_TRANSIENT_FOR))
@@ -280,8 +281,8 @@ bool X11Windows::hasKeys(const X11Window &window) const
     m_connection.requireAlive();
     if (!isActive(window))
         return false;
-    // The window manager may tell the change before the keys follow. The focus can lie on a window of the
-    // application that is not managed.
+    // The property may change before the input focus does. The focus may be on an unmanaged window of the
+    // application.
     const auto cookie = xcb_get_input_focus(m_connection.get());
     const X11Reply<xcb_get_input_focus_reply_t> focus(
         xcb_get_input_focus_reply(m_connection.get(), cookie, nullptr));
@@ -298,7 +299,7 @@ bool X11Windows::isKeyboardGrabbedFrom(const X11Window &window) const
     return X11Grabs::isKeyboardTaken(m_connection) && !hasOpenMenu(window);
 }
 
-// Menus are windows that window managers leave alone.
+// Menus are override-redirect windows.
 bool X11Windows::hasOpenMenu(const X11Window &window) const
 {
     xcb_connection_t *const connection = m_connection.get();

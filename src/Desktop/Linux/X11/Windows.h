@@ -5,9 +5,9 @@
 #include "Desktop/Linux/X11/Connection.h"
 #include "Desktop/Linux/X11/Snapshot.h"
 
-// Reads the window manager's account of the windows and asks it to activate or close one. It remembers which
-// windows were active, since nobody else does: so it must see every event of its connection. X thread only.
-// Everything throws PlatformError when the X server is gone.
+// Reads the window manager's state and sends it activation and close requests. Records the history of active
+// windows, which the protocol doesn't provide, so it must receive every event of its connection. Throws
+// PlatformError if the X server is lost. Thread: X.
 class X11Windows
 {
 public:
@@ -15,29 +15,29 @@ public:
 
     X11Snapshot snapshot();
 
-    // Handles the events that have arrived.
+    // Handles the queued events.
     void drainEvents();
 
-    // The name of the window manager that is running; none when there is none.
+    // The name of the running window manager, or nothing if there is none.
     std::optional<QString> windowManager() const;
 
-    // The active window alone, as the window manager tells it at this moment.
+    // The current active window.
     std::optional<std::uint32_t> activeWindow() const;
 
-    // Whether the window, or another one of its application, is active.
+    // Whether this window or another of the same application is active.
     bool isActive(const X11Window &window) const;
 
-    // Whether it is active and keys really go to its application.
+    // Whether it is active and its application has the input focus.
     bool hasKeys(const X11Window &window) const;
 
-    // Whether another program has grabbed the keyboard, as a locked screen does: whatever is active, all keys
-    // would go there. A menu that the window's application has opened does not count; the keys are for it.
+    // Whether another program has grabbed the keyboard, as a screen locker does, so that it would receive all
+    // keys. Grabs by an open menu of the window's own application don't count.
     bool isKeyboardGrabbedFrom(const X11Window &window) const;
 
-    // Asks the window manager to bring the window to the front; it is not yet there on return.
+    // Asks the window manager to activate the window; doesn't wait for it.
     void requestActivation(std::uint32_t window);
 
-    // The polite request to close; the application may ask the user, or refuse.
+    // Requests that the window close; the application may prompt the user, or refuse.
     void requestClose(std::uint32_t window);
 
 private:

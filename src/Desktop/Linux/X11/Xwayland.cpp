@@ -10,7 +10,7 @@
 
 namespace {
 
-// Since version 23.1 it says what it is by an extension of this name.
+// Since version 23.1, Xwayland has an extension of this name.
 bool hasItsExtension(xcb_connection_t *connection)
 {
     constexpr std::string_view name = "XWAYLAND";
@@ -31,7 +31,7 @@ bool isItsOutput(xcb_connection_t *connection, xcb_randr_output_t output, xcb_ti
     return name.starts_with("XWAYLAND");
 }
 
-// Before that, its monitors are called XWAYLAND0, XWAYLAND1, ….
+// Older versions are recognised by their outputs XWAYLAND0, XWAYLAND1, ….
 bool hasItsOutputs(xcb_connection_t *connection)
 {
     const xcb_query_extension_reply_t *const extension = xcb_get_extension_data(connection, &xcb_randr_id);

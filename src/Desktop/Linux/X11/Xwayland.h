@@ -3,6 +3,6 @@
 
 #include <xcb/xcb.h>
 
-// Whether the X server is an Xwayland: it shows the windows of X applications in a Wayland session, and knows
-// nothing of the rest of that desktop. Asks the server and waits for it; any thread.
+// Whether the X server is Xwayland, which hosts X clients in a Wayland session and sees no other windows.
+// Blocks for a round trip. Any thread.
 bool isXwayland(xcb_connection_t *connection);

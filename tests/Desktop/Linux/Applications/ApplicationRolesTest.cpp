@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Which application stands for one that the user knows from another system.
+// Which application fills the role of one from another platform.
 #include "Desktop/Linux/Applications/ApplicationRoles.h"
 
 #include <QTest>
@@ -8,7 +8,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// The settings of a program are an entry of their own, which starts the same program.
+// An entry for a program's settings, which starts the same program.
 DesktopEntry settingsOf(const QString &program)
 {
     DesktopEntry result;

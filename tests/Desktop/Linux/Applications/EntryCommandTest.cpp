@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Which program a desktop entry's command runs, and how it gets one more argument.
+// Which program a desktop entry's command runs, and inserting an argument.
 #include "Desktop/Linux/Applications/EntryCommand.h"
 
 #include <QTest>

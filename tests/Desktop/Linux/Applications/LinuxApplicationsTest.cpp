@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Which application a window belongs to, and what it is called.
+// Which application a window belongs to, and its name.
 #include "Desktop/Linux/Applications/LinuxApplications.h"
 #include "Desktop/Linux/X11/SampleDesktop.h"
 
@@ -10,7 +10,7 @@ using namespace SampleDesktop;
 
 namespace {
 
-// A window and an entry of an office suite, which is a single process.
+// A window of an office suite, which is a single process.
 X11Window suite(std::uint32_t identifier, const QString &className)
 {
     X11Window result = window(identifier, 600);
@@ -84,8 +84,8 @@ private Q_SLOTS:
         QCOMPARE(snapshot.windowToShow(calc.processIdentifier, calc.part)->identifier, 3u);
         const auto dialogsOwner = LinuxApplications::ofWindow(snapshot.windows[2], snapshot, entries);
         QCOMPARE(dialogsOwner.localizedName, u"LibreOffice calc"_s);
-        const auto speechless = LinuxApplications::ofWindow(snapshot.windows[3], snapshot, entries);
-        QCOMPARE(speechless.localizedName, u"LibreOffice writer"_s);
+        const auto unclassified = LinuxApplications::ofWindow(snapshot.windows[3], snapshot, entries);
+        QCOMPARE(unclassified.localizedName, u"LibreOffice writer"_s);
     }
 };
 

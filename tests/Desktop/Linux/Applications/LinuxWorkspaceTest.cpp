@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Running and installed applications on a real desktop, with real applications.
+// Running and installed applications on a real desktop.
 #include "Desktop/Linux/Applications/EntryLauncher.h"
 #include "Desktop/Linux/LinuxBench.h"
 
@@ -43,7 +43,7 @@ class LinuxWorkspaceTest : public QObject
 private:
     LinuxBench m_bench;
 
-    // The shown application of that name.
+    // The installed, visible application of this name.
     std::optional<ApplicationBundle> installed(const QString &name)
     {
         const auto folders = QCoro::waitFor(m_bench.workspace.applicationFolders());
@@ -160,8 +160,8 @@ private Q_SLOTS:
         QCOMPARE(frontmostName(), u"Mousepad"_s);
     }
 
-    // A launcher's window, which the window manager leaves alone, has taken the focus: no window is active.
-    void withoutAnActiveWindowNobodyIsInFront()
+    // No window is active while a launcher's override-redirect window has the focus.
+    void withoutAnActiveWindowNoneIsFrontmost()
     {
         const auto editor = LinuxBench::start(u"mousepad"_s);
         QVERIFY(m_bench.waitForActive(u"Mousepad"_s));
@@ -193,8 +193,8 @@ private Q_SLOTS:
         QVERIFY2(message.contains(u"Mousepad"), qPrintable(message));
     }
 
-    // As two applications do whose sandboxes number their processes for themselves.
-    void twoWindowsThatTellTheSameProcessAreTwoApplications()
+    // As with two sandboxed applications in different PID namespaces.
+    void windowsThatClaimTheSameProcessAreTwoApplications()
     {
         const auto editor = LinuxBench::start(u"mousepad"_s);
         QVERIFY(m_bench.waitForActive(u"Mousepad"_s));
@@ -233,7 +233,7 @@ private Q_SLOTS:
         QVERIFY(isTerminated(*calc) && !isTerminated(*writer));
     }
 
-    void anApplicationThatAsksFirstIsNotTerminated()
+    void anApplicationThatPromptsIsNotTerminated()
     {
         const auto editor = LinuxBench::start(u"mousepad"_s);
         QVERIFY(m_bench.waitForActive(u"Mousepad"_s));
@@ -253,7 +253,7 @@ private Q_SLOTS:
         QVERIFY(!isTerminated(*application));
     }
 
-    void anApplicationThatGoesOnInTheBackgroundHasNotTerminated()
+    void aBackgroundApplicationIsNotTerminated()
     {
         const auto thunar = installed(u"Thunar File Manager"_s);
         QVERIFY(thunar);
@@ -268,7 +268,7 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(isTerminated(*application), LinuxBench::patience);
     }
 
-    void anApplicationWithoutAWindowIsLaunchedWhenItIsThere_data()
+    void anApplicationMayRunWithoutAWindow_data()
     {
         QTest::addColumn<QString>("identifier");
         QTest::addColumn<QByteArray>("command");
@@ -279,7 +279,7 @@ private Q_SLOTS:
                                    << u"“Quiet” was started but shows no window."_s;
     }
 
-    void anApplicationWithoutAWindowIsLaunchedWhenItIsThere()
+    void anApplicationMayRunWithoutAWindow()
     {
         QFETCH(QString, identifier);
         QFETCH(QByteArray, command);
@@ -354,7 +354,7 @@ private Q_SLOTS:
         QCOMPARE(role(u"Photoshop"_s), u"none"_s);
     }
 
-    void theFirstEntryOfAnIdentifierCountsAndHiddenOnesAreLeftOut()
+    void earlierEntriesOverrideAndHiddenOnesAreOmitted()
     {
         const QByteArray group = "[Desktop Entry]\nType=Application\n";
         const QString own = applicationsFolder() + u"/"_s;
@@ -414,7 +414,7 @@ private Q_SLOTS:
         QVERIFY2(message.contains(u"missing"), qPrintable(message));
     }
 
-    void aBrowserOfTheChromiumFamilyIsToldToShowItsPages_data()
+    void chromiumBrowsersStartWithAccessibility_data()
     {
         QTest::addColumn<QString>("program");
         QTest::addColumn<QByteArray>("command");
@@ -430,7 +430,7 @@ private Q_SLOTS:
             << u"firefox"_s << QByteArray("%1 --new %U") << QByteArray("--new http://a.test/?b=c%20d");
     }
 
-    void aBrowserOfTheChromiumFamilyIsToldToShowItsPages()
+    void chromiumBrowsersStartWithAccessibility()
     {
         QFETCH(QString, program);
         QFETCH(QByteArray, command);
@@ -451,7 +451,7 @@ private Q_SLOTS:
         QTEST(told.readAll().trimmed(), "arguments");
     }
 
-    void aLaunchedProgramHasNothingOfOurs()
+    void aLaunchedProgramInheritsNothing()
     {
         QFile inherited(u"/proc/self/status"_s);
         QVERIFY(inherited.open(QIODevice::ReadOnly));

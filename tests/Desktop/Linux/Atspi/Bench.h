@@ -15,19 +15,19 @@
 #include <memory>
 #include <optional>
 
-// The accessibility service with what tests need around it: other programs and walks through their trees.
-// Main thread.
+// The accessibility service, and what tests need besides: other programs and traversals of their trees.
+// Thread: main.
 class AtspiBench : public AtspiEnvironment
 {
 public:
     using Tree = std::shared_ptr<AccessibilityTree>;
-    // A program that is ended, however the test ends.
+    // A process that is killed at the end of its scope.
     using Program = std::unique_ptr<QProcess, void (*)(QProcess *)>;
 
-    // How long a test waits for what must happen in the end: long, for a slow machine that is busy.
+    // The timeout for awaited conditions; long enough for a slow, busy machine.
     static constexpr int patience = 30'000; // milliseconds
 
-    // A tree with its nodes in breadth-first order, read level by level.
+    // The elements of a tree in breadth-first order.
     struct Walk
     {
         QList<AccessibilityElement> elements;
@@ -36,25 +36,25 @@ public:
 
     static Program start(const QString &program, const QStringList &arguments = {});
 
-    // None while the application has no tree.
+    // Null while the application has no tree.
     Tree tree(const QProcess &program);
     static QCoro::Task<Walk> walk(Tree tree, qsizetype most = 100'000);
     static QList<WalkedNode> nodes(const Walk &walk);
     static QString label(const AccessibilityAttributes &attributes);
 
-    // The labels of that role on the application's whole tree at this moment, in its order.
+    // The labels of all elements with this role in the application's current tree, in tree order.
     QStringList labels(const QProcess &program, const QString &role);
     bool waitForLabel(const QProcess &program, const QString &role, const QString &label);
-    // Presses the first element of that role and label, and says what the tree said.
+    // Presses the first element with this role and label; returns the result.
     bool press(const QProcess &program, const QString &role, const QString &label);
 
     QCoro::Task<bool> canSendKeys() override;
-    QCoro::Task<void> activate(qint64 processIdentifier) override; // only notes it
-    // A real key, as soon as the application is in front.
+    QCoro::Task<void> activate(qint64 processIdentifier) override; // only records it
+    // Waits until the application is frontmost, then sends a real key.
     QCoro::Task<bool> strikeKey(qint64 processIdentifier, std::uint16_t virtualKey) override;
     QCoro::Task<QStringList> titlesInFront(qint64 processIdentifier) override;
 
-    // The sentence of the error that the task ends with; empty when it succeeds.
+    // The message of the task's PlatformError; empty if it succeeds.
     template <typename Result>
     static QString errorOf(QCoro::Task<Result> task);
 
@@ -63,7 +63,7 @@ public:
     AtspiAccessibility accessibility{*this};
 
 private:
-    // Made when a key is needed: there is no X server around every test.
+    // Created on demand, since not every test has an X server.
     struct RealKeyboard
     {
         SystemClock clock;

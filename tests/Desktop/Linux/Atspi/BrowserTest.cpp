@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Browsers, whose pages are the largest trees.
+// Web pages in browsers, the largest trees.
 #include "Desktop/Linux/Atspi/Bench.h"
 
 #include <QFile>

@@ -31,7 +31,7 @@ AtspiCacheItem item(int number, int parent, int index, int childCount)
     return result;
 }
 
-// A tree of ten children each, two levels deep: object n has the children 10 n + 1 … 10 n + 10.
+// A tree two levels deep with ten children each: object n has the children 10 n + 1 … 10 n + 10.
 QList<AtspiCacheItem> wholeTree()
 {
     QList<AtspiCacheItem> items;
@@ -71,24 +71,24 @@ class AtspiBulkTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void theTreeIsTheSameWhateverTheOrderOfTheAnswer();
+    void theTreeDoesNotDependOnTheOrderOfTheItems();
     void aMissingChildMakesItsParentIncomplete();
-    void twoChildrenOfOneIndexMakeTheirParentIncomplete();
-    void anObjectThatDidNotCountItsChildrenIsIncomplete();
-    void whatWasLeftOutIsNotFound();
-    void anErrorIsAnEmptyAnswer();
+    void duplicateIndicesMakeTheParentIncomplete();
+    void anUnknownChildCountMeansIncomplete();
+    void missingObjectsAreNotFound();
+    void anErrorYieldsAnEmptyCache();
 
-    void theOrderTellsWhichChildrenAreLeaves();
+    void theOrderDeterminesTheLeaves();
     void twoPagesAreKeptApart();
-    void whatCameLaterMakesNoLeaves();
-    void theEndOfACutAnswerIsNotKnown();
-    void aRoleIsToldByTheQuestionsThatFindIt();
-    void aRoleThatOneQuestionMissedIsNotKnown();
-    void nothingIsKnownOfOthers();
-    void onlySoManyMayBeAsked();
+    void laterChangesMakeNoLeaves();
+    void theEndOfATruncatedAnswerIsUnknown();
+    void theMatchingQueriesDetermineTheRole();
+    void aRoleWithAMissedQueryIsUnknown();
+    void otherObjectsAreUnknown();
+    void theNumberOfSubtreesIsLimited();
 };
 
-void AtspiBulkTest::theTreeIsTheSameWhateverTheOrderOfTheAnswer()
+void AtspiBulkTest::theTreeDoesNotDependOnTheOrderOfTheItems()
 {
     QList<AtspiCacheItem> items = wholeTree();
     std::mt19937 random(7);
@@ -118,7 +118,7 @@ void AtspiBulkTest::aMissingChildMakesItsParentIncomplete()
     QVERIFY(!cache.find(object(35)));
 }
 
-void AtspiBulkTest::twoChildrenOfOneIndexMakeTheirParentIncomplete()
+void AtspiBulkTest::duplicateIndicesMakeTheParentIncomplete()
 {
     QList<AtspiCacheItem> items = wholeTree();
     for (AtspiCacheItem &candidate : items) {
@@ -128,14 +128,14 @@ void AtspiBulkTest::twoChildrenOfOneIndexMakeTheirParentIncomplete()
     QVERIFY(!hasAllChildren(AtspiCache(items), 3));
 }
 
-void AtspiBulkTest::anObjectThatDidNotCountItsChildrenIsIncomplete()
+void AtspiBulkTest::anUnknownChildCountMeansIncomplete()
 {
     const AtspiCache cache({item(1, 0, 0, -1)});
     QVERIFY(cache.find(object(1)));
     QVERIFY(!hasAllChildren(cache, 1));
 }
 
-void AtspiBulkTest::whatWasLeftOutIsNotFound()
+void AtspiBulkTest::missingObjectsAreNotFound()
 {
     const AtspiCache cache(wholeTree());
     QVERIFY(!cache.find(object(4711)));
@@ -143,14 +143,14 @@ void AtspiBulkTest::whatWasLeftOutIsNotFound()
     QVERIFY(!cache.find({u":1.8"_s, object(1).path}));
 }
 
-void AtspiBulkTest::anErrorIsAnEmptyAnswer()
+void AtspiBulkTest::anErrorYieldsAnEmptyCache()
 {
     const QDBusMessage call = QDBusMessage::createMethodCall(u":1.7"_s, u"/"_s, u"a.b"_s, u"GetItems"_s);
     const QDBusMessage error = call.createErrorReply(QDBusError::UnknownMethod, u"No."_s);
     QCOMPARE(AtspiCache::fromReply(error).items().size(), 0);
 }
 
-void AtspiBulkTest::theOrderTellsWhichChildrenAreLeaves()
+void AtspiBulkTest::theOrderDeterminesTheLeaves()
 {
     // 0 has the children 1, 4 and 5; 1 has 2 and 3; 5 has 6.
     AtspiOutline outline;
@@ -179,18 +179,18 @@ void AtspiBulkTest::twoPagesAreKeptApart()
         QVERIFY(outline.isLeaf(object(leaf)));
 }
 
-void AtspiBulkTest::whatCameLaterMakesNoLeaves()
+void AtspiBulkTest::laterChangesMakeNoLeaves()
 {
     AtspiOutline outline;
     outline.add(object(0), answers({1, 2, 3}));
-    // 2 has gone, 9 has come: where 1 ends cannot be said then, but 3 is still the last.
+    // 2 was removed and 9 added: the end of 1 is unknown then, but 3 is still the last.
     outline.setChildren(object(0), objects({1, 9, 3}));
     QVERIFY(!outline.isLeaf(object(1)));
     QVERIFY(!outline.isLeaf(object(9)));
     QVERIFY(outline.isLeaf(object(3)));
 }
 
-void AtspiBulkTest::theEndOfACutAnswerIsNotKnown()
+void AtspiBulkTest::theEndOfATruncatedAnswerIsUnknown()
 {
     QList<int> below(AtspiOutline::longestAnswer);
     std::iota(below.begin(), below.end(), 1);
@@ -201,7 +201,7 @@ void AtspiBulkTest::theEndOfACutAnswerIsNotKnown()
     QVERIFY(!outline.isLeaf(object(AtspiOutline::longestAnswer)));
 }
 
-void AtspiBulkTest::aRoleIsToldByTheQuestionsThatFindIt()
+void AtspiBulkTest::theMatchingQueriesDetermineTheRole()
 {
     QSet<AtspiRole> roles;
     for (int question = 0; question < AtspiOutline::questionCount; ++question) {
@@ -223,8 +223,8 @@ void AtspiBulkTest::aRoleIsToldByTheQuestionsThatFindIt()
     }
 }
 
-// An element that appears or changes while the questions are answered.
-void AtspiBulkTest::aRoleThatOneQuestionMissedIsNotKnown()
+// An element that appears or changes between the queries.
+void AtspiBulkTest::aRoleWithAMissedQueryIsUnknown()
 {
     for (int changed = 1; changed < AtspiOutline::questionCount; ++changed) {
         Answers found = answers({1});
@@ -239,7 +239,7 @@ void AtspiBulkTest::aRoleThatOneQuestionMissedIsNotKnown()
     }
 }
 
-void AtspiBulkTest::nothingIsKnownOfOthers()
+void AtspiBulkTest::otherObjectsAreUnknown()
 {
     AtspiOutline outline;
     outline.add(object(0), answers({1}));
@@ -251,7 +251,7 @@ void AtspiBulkTest::nothingIsKnownOfOthers()
     QCOMPARE(outline.role(object(5)), AtspiRole::Invalid);
 }
 
-void AtspiBulkTest::onlySoManyMayBeAsked()
+void AtspiBulkTest::theNumberOfSubtreesIsLimited()
 {
     AtspiOutline outline(1);
     QVERIFY(outline.mayAsk());

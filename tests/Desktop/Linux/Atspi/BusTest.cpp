@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// The permission, and an accessibility bus that goes away.
+// The accessibility permission, and the loss of the accessibility bus.
 #include "Desktop/Linux/Atspi/Bench.h"
 
 #include <QDBusVariant>
@@ -36,17 +36,17 @@ class AtspiBusTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void trustNeedsTheSwitchAndTheKeys();
-    void askingForTrustTurnsTheSwitch();
-    void aBusThatDiesIsSaidClearly();
-    void aBusThatComesBackIsFoundAgain();
-    void aServiceThatHasToStartIsWaitedFor();
+    void trustRequiresTheSwitchAndTheKeys();
+    void requestingTrustEnablesAccessibility();
+    void aLostBusIsReported();
+    void aRestartedBusIsFound();
+    void theLauncherIsWaitedFor();
 
 private:
     AtspiBench m_bench;
 };
 
-void AtspiBusTest::trustNeedsTheSwitchAndTheKeys()
+void AtspiBusTest::trustRequiresTheSwitchAndTheKeys()
 {
     setEnabled(true);
     QVERIFY(QCoro::waitFor(m_bench.accessibility.isProcessTrusted()));
@@ -57,14 +57,14 @@ void AtspiBusTest::trustNeedsTheSwitchAndTheKeys()
     QVERIFY(!QCoro::waitFor(m_bench.accessibility.isProcessTrusted()));
 }
 
-void AtspiBusTest::askingForTrustTurnsTheSwitch()
+void AtspiBusTest::requestingTrustEnablesAccessibility()
 {
     setEnabled(false);
     QCoro::waitFor(m_bench.accessibility.requestTrust());
     QVERIFY(QCoro::waitFor(m_bench.accessibility.isProcessTrusted()));
 }
 
-void AtspiBusTest::aServiceThatHasToStartIsWaitedFor()
+void AtspiBusTest::theLauncherIsWaitedFor()
 {
     setEnabled(false);
     const pid_t process = processOf(QDBusConnection::sessionBus(), launcher.service);
@@ -76,7 +76,7 @@ void AtspiBusTest::aServiceThatHasToStartIsWaitedFor()
     QVERIFY(QCoro::waitFor(m_bench.accessibility.isProcessTrusted()));
 }
 
-void AtspiBusTest::aBusThatDiesIsSaidClearly()
+void AtspiBusTest::aLostBusIsReported()
 {
     const auto editor = m_bench.start(u"featherpad"_s);
     QVERIFY(m_bench.waitForLabel(*editor, u"AXButton"_s, u"Undo"_s));
@@ -88,13 +88,13 @@ void AtspiBusTest::aBusThatDiesIsSaidClearly()
     QTRY_VERIFY_WITH_TIMEOUT(!other.bus().isConnected(), AtspiBench::patience);
     QTRY_COMPARE_WITH_TIMEOUT(AtspiBench::errorOf(AtspiBench::walk(tree)),
                               u"The desktop's accessibility service has stopped."_s, AtspiBench::patience);
-    // The launcher may start a new bus, on which the application is not, or go with the old one.
+    // The launcher may start a new bus, without the application, or exit with the old one.
     QVERIFY(!AtspiBench::errorOf(m_bench.accessibility.applicationTree(editor->processId())).isEmpty());
 }
 
-void AtspiBusTest::aBusThatComesBackIsFoundAgain()
+void AtspiBusTest::aRestartedBusIsFound()
 {
-    // A service that dies is started again by the next call.
+    // The next call restarts a killed service.
     const pid_t process = processOf(QDBusConnection::sessionBus(), launcher.service);
     if (process > 0)
         ::kill(process, SIGKILL);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Applications that hang or die while they are read: one clear sentence, and an event loop that goes on.
+// Applications that hang or crash while being read cause a clear error and never block the event loop.
 #include "Desktop/Linux/Atspi/Bench.h"
 #include "Support/StandstillWatch.h"
 
@@ -23,13 +23,13 @@ class AtspiFaultTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void anApplicationThatHangsIsNamed_data();
-    void anApplicationThatHangsIsNamed();
-    void anApplicationThatHangsDuringTheWalkIsNamed_data();
-    void anApplicationThatHangsDuringTheWalkIsNamed();
-    void aPressOnAnApplicationThatHangsFailsInTime();
+    void aHungApplicationIsNamed_data();
+    void aHungApplicationIsNamed();
+    void anApplicationHungDuringTheWalkIsNamed_data();
+    void anApplicationHungDuringTheWalkIsNamed();
+    void aPressOnAHungApplicationTimesOut();
     void anApplicationKilledDuringTheWalkHasQuit();
-    void aWalkThatNobodyWaitsForEndsQuietly();
+    void anAbandonedWalkEndsQuietly();
 
 private:
     static void programs();
@@ -45,12 +45,12 @@ void AtspiFaultTest::programs()
     QTest::newRow("GTK 4") << u"gnome-calculator"_s;
 }
 
-void AtspiFaultTest::anApplicationThatHangsIsNamed_data()
+void AtspiFaultTest::aHungApplicationIsNamed_data()
 {
     programs();
 }
 
-void AtspiFaultTest::anApplicationThatHangsIsNamed()
+void AtspiFaultTest::aHungApplicationIsNamed()
 {
     QFETCH(QString, program);
     const auto process = m_bench.start(program);
@@ -59,21 +59,21 @@ void AtspiFaultTest::anApplicationThatHangsIsNamed()
     const StandstillWatch watch;
     const QString error = AtspiBench::errorOf(m_bench.accessibility.applicationTree(process->processId()));
     QVERIFY2(error.endsWith(u"” isn't responding."_s), qPrintable(error));
-    // The system cuts long names of processes.
+    // The kernel truncates long process names.
     QVERIFY2(error.startsWith(u"“"_s + program.first(8)), qPrintable(error));
     QVERIFY2(watch.longest() <= StandstillWatch::limit, qPrintable(QString::number(watch.longest().count())));
     signalTo(*process, SIGCONT);
     QVERIFY(m_bench.waitForLabel(*process, u"AXButton"_s, u"Undo"_s));
 }
 
-void AtspiFaultTest::anApplicationThatHangsDuringTheWalkIsNamed_data()
+void AtspiFaultTest::anApplicationHungDuringTheWalkIsNamed_data()
 {
     QTest::addColumn<QString>("program");
-    // GTK 3 tells its tree in bulk, so that nothing is left to ask during a walk.
+    // Not GTK 3: its tree is cached, so a traversal makes no calls.
     QTest::newRow("Qt") << u"featherpad"_s;
 }
 
-void AtspiFaultTest::anApplicationThatHangsDuringTheWalkIsNamed()
+void AtspiFaultTest::anApplicationHungDuringTheWalkIsNamed()
 {
     QFETCH(QString, program);
     const auto process = m_bench.start(program);
@@ -86,7 +86,7 @@ void AtspiFaultTest::anApplicationThatHangsDuringTheWalkIsNamed()
     QVERIFY2(watch.longest() <= StandstillWatch::limit, qPrintable(QString::number(watch.longest().count())));
 }
 
-void AtspiFaultTest::aPressOnAnApplicationThatHangsFailsInTime()
+void AtspiFaultTest::aPressOnAHungApplicationTimesOut()
 {
     const auto process = m_bench.start(u"mousepad"_s);
     QVERIFY(m_bench.waitForLabel(*process, u"AXButton"_s, u"Undo"_s));
@@ -103,7 +103,7 @@ void AtspiFaultTest::anApplicationKilledDuringTheWalkHasQuit()
     const auto process = m_bench.start(u"featherpad"_s);
     QVERIFY(m_bench.waitForLabel(*process, u"AXButton"_s, u"Undo"_s));
     const AtspiBench::Tree tree = m_bench.tree(*process);
-    // It cannot answer any more when it dies, so the walk is certainly under way.
+    // Stopped before it is killed, so that the traversal is certainly in progress.
     signalTo(*process, SIGSTOP);
     QCoro::Task<AtspiBench::Walk> walk = AtspiBench::walk(tree);
     signalTo(*process, SIGKILL);
@@ -114,7 +114,7 @@ void AtspiFaultTest::anApplicationKilledDuringTheWalkHasQuit()
     process->waitForFinished();
 }
 
-void AtspiFaultTest::aWalkThatNobodyWaitsForEndsQuietly()
+void AtspiFaultTest::anAbandonedWalkEndsQuietly()
 {
     const auto process = m_bench.start(u"featherpad"_s);
     QVERIFY(m_bench.waitForLabel(*process, u"AXButton"_s, u"Undo"_s));

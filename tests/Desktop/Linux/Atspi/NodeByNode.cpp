@@ -90,7 +90,7 @@ WalkedNode NodeByNode::read(const Place &place, AtspiToolkit toolkit, QList<Plac
     return node;
 }
 
-// The first text there is: name, description, contents, help.
+// The first non-empty text of name, description, contents and help.
 QString NodeByNode::label(const AtspiReference &object, AtspiRole role, const QString &axRole,
                           AtspiToolkit toolkit, bool hasChildren)
 {

@@ -9,7 +9,7 @@
 #include <QList>
 #include <QString>
 
-// What a walk says of one element.
+// One element as seen by a traversal.
 struct WalkedNode
 {
     QString role;
@@ -19,8 +19,8 @@ struct WalkedNode
     friend bool operator==(const WalkedNode &, const WalkedNode &) = default;
 };
 
-// The plain way to read a tree, to measure the other one against: breadth first, one call after the other,
-// each waited for, nothing remembered. It blocks, and has a connection of its own.
+// A reference implementation of the traversal: breadth first, one blocking call at a time, without a cache,
+// on a connection of its own.
 class NodeByNode
 {
 public:
@@ -29,8 +29,8 @@ public:
 
     const QDBusConnection &bus() const { return m_bus; }
 
-    // The first `most` elements of the application with this process; children are taken from elements no
-    // deeper than `depth` (the root has depth 0).
+    // The first `most` elements of this process's application. Elements deeper than `depth` (the root has
+    // depth 0) aren't expanded.
     QList<WalkedNode> walk(qint64 processIdentifier, qsizetype most, int depth = 1000);
 
     AtspiReference rootOf(qint64 processIdentifier);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// Connections to applications beside the bus: which are taken, that they answer as the bus does, and that
-// nothing of them stays.
+// Direct connections to applications: which are accepted, that they reply as the bus does, and that they are
+// closed.
 #include "Desktop/Linux/Atspi/Application.h"
 #include "Desktop/Linux/Atspi/Bench.h"
 #include "Desktop/Linux/Atspi/Bus.h"
@@ -22,7 +22,7 @@ namespace {
 
 using Application = std::shared_ptr<AtspiApplication>;
 
-// An application that offers whatever address it is given.
+// An application that offers a given address.
 class OfferingApplication : public QObject
 {
     Q_OBJECT
@@ -35,16 +35,16 @@ public Q_SLOTS:
     QString GetApplicationBusAddress() const { return address; }
 };
 
-QCoro::Task<Application> introduced(std::shared_ptr<AtspiBus> bus, qint64 process)
+QCoro::Task<Application> createApplication(std::shared_ptr<AtspiBus> bus, qint64 process)
 {
     const QDBusConnection connection = co_await bus->connection();
     const std::optional<AtspiReference> root = co_await Atspi::findApplication(connection, process);
     if (!root)
         co_return Application();
-    co_return co_await AtspiApplication::introduced(connection, *root, u"The program"_s);
+    co_return co_await AtspiApplication::create(connection, *root, u"The program"_s);
 }
 
-// The connection to an application that offers that address.
+// Opens a peer of an application that offers this address.
 QCoro::Task<std::shared_ptr<AtspiPeer>> peerOffered(std::shared_ptr<AtspiBus> bus, QString address)
 {
     QDBusConnection connection = co_await bus->connection();
@@ -83,23 +83,23 @@ class AtspiPeerTest : public QObject
 private Q_SLOTS:
     void anAddressMayOnlyNameASocket_data();
     void anAddressMayOnlyNameASocket();
-    void anApplicationAnswersBesideTheBusAsOverIt_data();
-    void anApplicationAnswersBesideTheBusAsOverIt();
-    void anApplicationThatOffersNoneIsAskedOverTheBus_data();
-    void anApplicationThatOffersNoneIsAskedOverTheBus();
-    void anOfferThatWouldStartAProgramIsNotTaken();
-    void anOfferThatNobodyAnswersIsNotTaken_data();
-    void anOfferThatNobodyAnswersIsNotTaken();
-    void anOfferThatLeadsToAnotherApplicationIsNotTaken();
-    void whatChangesSomethingGoesOverTheBus();
-    void anApplicationKilledWhileItIsAskedHasQuit();
-    void anApplicationThatHangsIsNamed();
-    void nothingStaysOpenOfManyTrees();
+    void aPeerRepliesLikeTheBus_data();
+    void aPeerRepliesLikeTheBus();
+    void withoutAPeerTheBusIsUsed_data();
+    void withoutAPeerTheBusIsUsed();
+    void anAddressThatStartsAProgramIsRejected();
+    void anUnresponsiveAddressIsRejected_data();
+    void anUnresponsiveAddressIsRejected();
+    void anotherApplicationsAddressIsRejected();
+    void callsThatChangeStateUseTheBus();
+    void anApplicationKilledDuringACallHasQuit();
+    void aHungApplicationIsNamed();
+    void treesLeaveNoOpenConnections();
 
 private:
-    // The application once it shows its tree.
+    // Waits until the application exposes its tree.
     Application applicationOf(const QProcess &program);
-    // The application, asked beside the bus, when it has just stopped.
+    // The application with a peer connection, stopped by SIGSTOP.
     Application stoppedApplicationOf(const QProcess &program);
 
     QTemporaryDir m_folder;
@@ -111,7 +111,7 @@ Application AtspiPeerTest::applicationOf(const QProcess &program)
 {
     if (!m_bench.waitForLabel(program, u"AXButton"_s, u"Undo"_s))
         return nullptr;
-    return QCoro::waitFor(introduced(m_bus, program.processId()));
+    return QCoro::waitFor(createApplication(m_bus, program.processId()));
 }
 
 Application AtspiPeerTest::stoppedApplicationOf(const QProcess &program)
@@ -119,7 +119,7 @@ Application AtspiPeerTest::stoppedApplicationOf(const QProcess &program)
     const Application application = applicationOf(program);
     if (!application)
         return application;
-    application->askOver(QCoro::waitFor(AtspiPeer::open(m_bus, application)));
+    application->setPeer(QCoro::waitFor(AtspiPeer::open(m_bus, application)));
     ::kill(static_cast<pid_t>(program.processId()), SIGSTOP);
     return application;
 }
@@ -145,7 +145,7 @@ void AtspiPeerTest::anAddressMayOnlyNameASocket()
     QCOMPARE(Atspi::isSocketAddress(address), isSocket);
 }
 
-void AtspiPeerTest::anApplicationAnswersBesideTheBusAsOverIt_data()
+void AtspiPeerTest::aPeerRepliesLikeTheBus_data()
 {
     QFile file(m_folder.filePath(u"page.html"_s));
     if (!file.open(QIODevice::WriteOnly) || file.write("<button>Undo</button>") < 0)
@@ -160,7 +160,7 @@ void AtspiPeerTest::anApplicationAnswersBesideTheBusAsOverIt_data()
                                              u"--force-renderer-accessibility"_s, page};
 }
 
-void AtspiPeerTest::anApplicationAnswersBesideTheBusAsOverIt()
+void AtspiPeerTest::aPeerRepliesLikeTheBus()
 {
     QFETCH(QString, program);
     QFETCH(QStringList, arguments);
@@ -170,20 +170,20 @@ void AtspiPeerTest::anApplicationAnswersBesideTheBusAsOverIt()
     const QList<AtspiReference> overTheBus = windowsOf(application);
     const std::shared_ptr<AtspiPeer> peer = QCoro::waitFor(AtspiPeer::open(m_bus, application));
     QVERIFY(peer);
-    application->askOver(peer);
-    QCOMPARE(application->questions().name(), peer->connection().name());
+    application->setPeer(peer);
+    QCOMPARE(application->queryConnection().name(), peer->connection().name());
     QVERIFY(!overTheBus.isEmpty());
     QCOMPARE(windowsOf(application), overTheBus);
 }
 
-void AtspiPeerTest::anApplicationThatOffersNoneIsAskedOverTheBus_data()
+void AtspiPeerTest::withoutAPeerTheBusIsUsed_data()
 {
     QTest::addColumn<QString>("program");
     QTest::newRow("Qt") << u"featherpad"_s;
     QTest::newRow("GTK 4") << u"gnome-calculator"_s;
 }
 
-void AtspiPeerTest::anApplicationThatOffersNoneIsAskedOverTheBus()
+void AtspiPeerTest::withoutAPeerTheBusIsUsed()
 {
     QFETCH(QString, program);
     const auto process = AtspiBench::start(program);
@@ -193,7 +193,7 @@ void AtspiPeerTest::anApplicationThatOffersNoneIsAskedOverTheBus()
     QVERIFY(!windowsOf(application).isEmpty());
 }
 
-void AtspiPeerTest::anOfferThatWouldStartAProgramIsNotTaken()
+void AtspiPeerTest::anAddressThatStartsAProgramIsRejected()
 {
     const QTemporaryDir folder;
     const QString trace = folder.filePath(u"started"_s);
@@ -201,14 +201,14 @@ void AtspiPeerTest::anOfferThatWouldStartAProgramIsNotTaken()
     QVERIFY(!QFileInfo::exists(trace));
 }
 
-void AtspiPeerTest::anOfferThatNobodyAnswersIsNotTaken_data()
+void AtspiPeerTest::anUnresponsiveAddressIsRejected_data()
 {
     QTest::addColumn<bool>("listens");
     QTest::newRow("nobody listens there") << false;
     QTest::newRow("who listens there says nothing") << true;
 }
 
-void AtspiPeerTest::anOfferThatNobodyAnswersIsNotTaken()
+void AtspiPeerTest::anUnresponsiveAddressIsRejected()
 {
     QFETCH(bool, listens);
     const QTemporaryDir folder;
@@ -219,7 +219,7 @@ void AtspiPeerTest::anOfferThatNobodyAnswersIsNotTaken()
     QVERIFY(!QCoro::waitFor(peerOffered(m_bus, u"unix:path="_s + path)));
 }
 
-void AtspiPeerTest::anOfferThatLeadsToAnotherApplicationIsNotTaken()
+void AtspiPeerTest::anotherApplicationsAddressIsRejected()
 {
     const auto program = AtspiBench::start(u"mousepad"_s);
     const Application application = applicationOf(*program);
@@ -232,25 +232,25 @@ void AtspiPeerTest::anOfferThatLeadsToAnotherApplicationIsNotTaken()
     QVERIFY(!QCoro::waitFor(peerOffered(m_bus, address)));
 }
 
-void AtspiPeerTest::whatChangesSomethingGoesOverTheBus()
+void AtspiPeerTest::callsThatChangeStateUseTheBus()
 {
     const auto program = AtspiBench::start(u"mousepad"_s);
     const Application application = applicationOf(*program);
     QVERIFY(application);
-    // Nothing can get through there.
-    application->askOver(std::make_shared<AtspiPeer>(m_bus, QDBusConnection(u"never connected"_s)));
+    // Every call on this connection fails.
+    application->setPeer(std::make_shared<AtspiPeer>(m_bus, QDBusConnection(u"never connected"_s)));
     QVERIFY(
         !AtspiBench::errorOf(AtspiApplication::exchange(application, {anyQuestion(application)})).isEmpty());
     const QDBusMessage reply = QCoro::waitFor(AtspiApplication::act(application, anyQuestion(application)));
     QCOMPARE(reply.type(), QDBusMessage::ReplyMessage);
 }
 
-void AtspiPeerTest::anApplicationKilledWhileItIsAskedHasQuit()
+void AtspiPeerTest::anApplicationKilledDuringACallHasQuit()
 {
     const auto program = AtspiBench::start(u"mousepad"_s);
     const Application application = stoppedApplicationOf(*program);
     QVERIFY(application);
-    // It cannot answer any more when it dies, so the question is certainly under way.
+    // Already stopped when it is killed, so the call is certainly in flight.
     auto answer = AtspiApplication::exchange(application, {anyQuestion(application)});
     ::kill(static_cast<pid_t>(program->processId()), SIGKILL);
     QVERIFY(AtspiBench::errorOf(std::move(answer)).endsWith(u"” has quit."_s));
@@ -260,7 +260,7 @@ void AtspiPeerTest::anApplicationKilledWhileItIsAskedHasQuit()
     program->waitForFinished();
 }
 
-void AtspiPeerTest::anApplicationThatHangsIsNamed()
+void AtspiPeerTest::aHungApplicationIsNamed()
 {
     const auto program = AtspiBench::start(u"mousepad"_s);
     const Application application = stoppedApplicationOf(*program);
@@ -270,7 +270,7 @@ void AtspiPeerTest::anApplicationThatHangsIsNamed()
     QVERIFY2(error.endsWith(u"” isn't responding."_s), qPrintable(error));
 }
 
-void AtspiPeerTest::nothingStaysOpenOfManyTrees()
+void AtspiPeerTest::treesLeaveNoOpenConnections()
 {
     const auto program = AtspiBench::start(u"mousepad"_s);
     QVERIFY(m_bench.waitForLabel(*program, u"AXButton"_s, u"Undo"_s));

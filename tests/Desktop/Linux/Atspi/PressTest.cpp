@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Presses, judged by what they do.
+// Presses, judged by their effect.
 #include "Desktop/Linux/Atspi/Bench.h"
 
 #include <QFile>
@@ -24,17 +24,17 @@ private Q_SLOTS:
     void theCalculatorAddsWhatIsPressed();
     void thePressIsFoundByItsName_data();
     void thePressIsFoundByItsName();
-    void aButtonInsideAShellIsPressed();
-    void aMenuItemOfAClosedMenuIsCarriedOut_data();
-    void aMenuItemOfAClosedMenuIsCarriedOut();
+    void aWrappedButtonIsPressed();
+    void aMenuItemOfAClosedMenuIsActivated_data();
+    void aMenuItemOfAClosedMenuIsActivated();
     void aPressThatOpensADialogCountsAsDone();
-    void anApplicationAnswersWhileTheDialogOfAnItemIsOpen();
-    void anApplicationAnswersWhileTheDialogOfAButtonIsOpen();
+    void anApplicationRespondsDuringAMenuItemsDialog();
+    void anApplicationRespondsDuringAButtonsDialog();
     void aButtonLeavesTheFocusWhereItWas();
-    void aButtonThatEndsItsApplicationHasBeenPressed();
-    void whatIsGreyedOutIsNotPressed();
+    void aButtonThatQuitsItsApplicationCountsAsPressed();
+    void aDisabledControlIsNotPressed();
     void theApplicationIsGivenTheFocusFirst();
-    void whatCannotBePressedSaysNo();
+    void anElementWithoutAPressActionIsNotPressed();
 
 private:
     qsizetype windows(const QProcess &program);
@@ -79,8 +79,8 @@ void AtspiPressTest::thePressIsFoundByItsName()
              qPrintable(m_bench.labels(*sample, u"AXStaticText"_s).join(u" | ")));
 }
 
-// GTK 4's button for a menu takes no press; the one inside it, without that name, does.
-void AtspiPressTest::aButtonInsideAShellIsPressed()
+// GTK 4's menu button has no press action, but the unnamed button inside it has.
+void AtspiPressTest::aWrappedButtonIsPressed()
 {
     const auto calculator = m_bench.start(u"gnome-calculator"_s);
     QVERIFY(m_bench.waitForLabel(*calculator, u"AXButton"_s, u"="_s));
@@ -92,14 +92,14 @@ void AtspiPressTest::aButtonInsideAShellIsPressed()
     QTRY_VERIFY_WITH_TIMEOUT(elements() > before, AtspiBench::patience);
 }
 
-void AtspiPressTest::aMenuItemOfAClosedMenuIsCarriedOut_data()
+void AtspiPressTest::aMenuItemOfAClosedMenuIsActivated_data()
 {
     QTest::addColumn<QString>("program");
     QTest::newRow("GTK 3") << u"mousepad"_s;
     QTest::newRow("Qt") << u"featherpad"_s;
 }
 
-void AtspiPressTest::aMenuItemOfAClosedMenuIsCarriedOut()
+void AtspiPressTest::aMenuItemOfAClosedMenuIsActivated()
 {
     QFETCH(QString, program);
     const auto editor = m_bench.start(program);
@@ -120,8 +120,8 @@ void AtspiPressTest::aPressThatOpensADialogCountsAsDone()
     }
 }
 
-// GTK 3 would wait for itself at the first key in a dialog that an action has opened.
-void AtspiPressTest::anApplicationAnswersWhileTheDialogOfAnItemIsOpen()
+// GTK 3 would deadlock at the first key in a dialog opened by an action.
+void AtspiPressTest::anApplicationRespondsDuringAMenuItemsDialog()
 {
     const auto editor = m_bench.start(u"mousepad"_s);
     QVERIFY(m_bench.waitForLabel(*editor, u"AXMenuItem"_s, u"Open..."_s));
@@ -132,7 +132,7 @@ void AtspiPressTest::anApplicationAnswersWhileTheDialogOfAnItemIsOpen()
     QTRY_COMPARE_WITH_TIMEOUT(windows(*editor), 1, AtspiBench::patience);
 }
 
-void AtspiPressTest::anApplicationAnswersWhileTheDialogOfAButtonIsOpen()
+void AtspiPressTest::anApplicationRespondsDuringAButtonsDialog()
 {
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"letter.txt"_s);
@@ -142,8 +142,8 @@ void AtspiPressTest::anApplicationAnswersWhileTheDialogOfAButtonIsOpen()
     QVERIFY(m_bench.press(*editor, u"AXMenuItem"_s, u"Save As..."_s));
     QVERIFY(m_bench.waitForLabel(*editor, u"AXTextField"_s, u"letter.txt"_s));
     const auto pressesSave = [&] { return m_bench.press(*editor, u"AXButton"_s, u"Save"_s); };
-    QVERIFY(QTest::qWaitFor(pressesSave, AtspiBench::patience)); // greyed out until the folder is read
-    QVERIFY(m_bench.waitForLabel(*editor, u"AXButton"_s, u"Replace"_s)); // it asks, since the file is there
+    QVERIFY(QTest::qWaitFor(pressesSave, AtspiBench::patience));         // disabled until the folder is read
+    QVERIFY(m_bench.waitForLabel(*editor, u"AXButton"_s, u"Replace"_s)); // it prompts, since the file exists
     QCoro::waitFor(m_bench.strikeKey(editor->processId(), tabKey));
     QVERIFY(m_bench.press(*editor, u"AXButton"_s, u"Replace"_s));
     QTRY_COMPARE_WITH_TIMEOUT(windows(*editor), 1, AtspiBench::patience);
@@ -163,7 +163,7 @@ void AtspiPressTest::aButtonLeavesTheFocusWhereItWas()
              qPrintable(m_bench.labels(*editor, u"AXTextField"_s).join(u" | ")));
 }
 
-void AtspiPressTest::aButtonThatEndsItsApplicationHasBeenPressed()
+void AtspiPressTest::aButtonThatQuitsItsApplicationCountsAsPressed()
 {
     const auto editor = m_bench.start(u"mousepad"_s);
     QVERIFY(m_bench.waitForLabel(*editor, u"AXMenuItem"_s, u"Quit"_s));
@@ -175,7 +175,7 @@ void AtspiPressTest::aButtonThatEndsItsApplicationHasBeenPressed()
     QTRY_COMPARE_WITH_TIMEOUT(editor->state(), QProcess::NotRunning, AtspiBench::patience);
 }
 
-void AtspiPressTest::whatIsGreyedOutIsNotPressed()
+void AtspiPressTest::aDisabledControlIsNotPressed()
 {
     const auto editor = m_bench.start(u"mousepad"_s);
     QVERIFY(m_bench.waitForLabel(*editor, u"AXMenuItem"_s, u"Redo"_s));
@@ -191,7 +191,7 @@ void AtspiPressTest::theApplicationIsGivenTheFocusFirst()
     QCOMPARE(m_bench.activations, QList<qint64>{editor->processId()});
 }
 
-void AtspiPressTest::whatCannotBePressedSaysNo()
+void AtspiPressTest::anElementWithoutAPressActionIsNotPressed()
 {
     const auto editor = m_bench.start(u"mousepad"_s);
     QVERIFY(m_bench.waitForLabel(*editor, u"AXButton"_s, u"Undo"_s));

@@ -23,18 +23,18 @@ class AtspiProtocolTest : public QObject
 private Q_SLOTS:
     void everyRoleHasItsAxName_data();
     void everyRoleHasItsAxName();
-    void rolesWithoutAMeaningHereHaveNoAxName();
-    void aMenuIsAnItemOfTheMenuBarOnlyInOne();
-    void anErrorHoldsNoState();
-    void anAnswerOfAnotherShapeHoldsNoState();
-    void everyStateIsOneBitOfAQuestion();
+    void otherRolesHaveNoAxName();
+    void aMenuIsAMenuBarItemOnlyInAMenuBar();
+    void anErrorYieldsNoState();
+    void aMalformedReplyYieldsNoState();
+    void everyStateIsOneBit();
 };
 
 void AtspiProtocolTest::everyRoleHasItsAxName_data()
 {
     QTest::addColumn<int>("number");
     QTest::addColumn<QString>("axRole");
-    // The numbers are those of the protocol.
+    // Numbers as in the protocol.
     QTest::newRow("push button") << 43 << u"AXButton"_s;
     QTest::newRow("toggle button") << 62 << u"AXButton"_s;
     QTest::newRow("menu item") << 35 << u"AXMenuItem"_s;
@@ -63,33 +63,33 @@ void AtspiProtocolTest::everyRoleHasItsAxName()
     QCOMPARE(Atspi::axRole(static_cast<AtspiRole>(number), AtspiRole::Invalid), axRole);
 }
 
-void AtspiProtocolTest::rolesWithoutAMeaningHereHaveNoAxName()
+void AtspiProtocolTest::otherRolesHaveNoAxName()
 {
-    // Invalid, frame, filler, panel, table cell, application, list item, a number that no version has yet.
+    // Invalid, frame, filler, panel, table cell, application, list item, and an unassigned number.
     for (const int number : {0, 23, 20, 39, 56, 75, 32, 100'000})
         QCOMPARE(Atspi::axRole(static_cast<AtspiRole>(number), AtspiRole::Invalid), QString());
 }
 
-void AtspiProtocolTest::aMenuIsAnItemOfTheMenuBarOnlyInOne()
+void AtspiProtocolTest::aMenuIsAMenuBarItemOnlyInAMenuBar()
 {
     QCOMPARE(Atspi::axRole(AtspiRole::Menu, AtspiRole::MenuBar), u"AXMenuBarItem"_s);
     QCOMPARE(Atspi::axRole(AtspiRole::Menu, AtspiRole::Menu), QString());
     QCOMPARE(Atspi::axRole(AtspiRole::MenuItem, AtspiRole::MenuBar), u"AXMenuItem"_s);
 }
 
-void AtspiProtocolTest::anErrorHoldsNoState()
+void AtspiProtocolTest::anErrorYieldsNoState()
 {
     const QDBusMessage reply = question().createErrorReply(QDBusError::UnknownObject, u"It is gone."_s);
     QVERIFY(!Atspi::hasState(reply, AtspiState::Showing));
 }
 
-void AtspiProtocolTest::anAnswerOfAnotherShapeHoldsNoState()
+void AtspiProtocolTest::aMalformedReplyYieldsNoState()
 {
     const QDBusMessage reply = question().createReply(QVariantList{u"showing"_s});
     QVERIFY(!Atspi::hasState(reply, AtspiState::Showing));
 }
 
-void AtspiProtocolTest::everyStateIsOneBitOfAQuestion()
+void AtspiProtocolTest::everyStateIsOneBit()
 {
     QCOMPARE(Atspi::bitSet(QList<AtspiState>(), 2), (QList<int>{0, 0}));
     QCOMPARE(Atspi::bitSet(QList{AtspiState::Focused}, 2), (QList<int>{1 << 12, 0}));

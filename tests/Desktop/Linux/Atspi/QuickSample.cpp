@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Shows the Qt Quick window of a file: an application of that toolkit, for tests to read and press.
+// A Qt Quick application that shows the QML file given as its argument.
 #include <QGuiApplication>
 #include <QQmlApplicationEngine>
 #include <QUrl>

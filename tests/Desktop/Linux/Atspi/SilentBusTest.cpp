@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// A session bus that takes connections and never says a word.
+// A session bus that accepts connections but never replies.
 #include "Desktop/Linux/Atspi/Bench.h"
 #include "Support/StandstillWatch.h"
 
@@ -16,10 +16,10 @@ class AtspiSilentBusTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void theEventLoopGoesOnWhileTheBusIsSilent();
+    void aSilentBusNeverBlocksTheEventLoop();
 };
 
-void AtspiSilentBusTest::theEventLoopGoesOnWhileTheBusIsSilent()
+void AtspiSilentBusTest::aSilentBusNeverBlocksTheEventLoop()
 {
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"bus"_s);
@@ -33,7 +33,7 @@ void AtspiSilentBusTest::theEventLoopGoesOnWhileTheBusIsSilent()
     QCOMPARE(AtspiBench::errorOf(bench.accessibility.applicationTree(1)),
              u"The accessibility service doesn't answer."_s);
     QVERIFY2(watch.longest() <= StandstillWatch::limit, qPrintable(QString::number(watch.longest().count())));
-    // The worker is let go, so that the end of the test need not wait for it.
+    // Unblock the worker, so that the test can exit.
     server.reset();
 }
 

@@ -10,14 +10,14 @@ class AtspiToolkitsTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void aLabelReadsAsAPersonSeesIt_data();
-    void aLabelReadsAsAPersonSeesIt();
+    void aLabelReadsAsTheUserSeesIt_data();
+    void aLabelReadsAsTheUserSeesIt();
     void toolkitsAreKnownByTheirNames();
     void thePressIsFoundByName_data();
     void thePressIsFoundByName();
 };
 
-void AtspiToolkitsTest::aLabelReadsAsAPersonSeesIt_data()
+void AtspiToolkitsTest::aLabelReadsAsTheUserSeesIt_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<AtspiToolkit>("toolkit");
@@ -57,7 +57,7 @@ void AtspiToolkitsTest::aLabelReadsAsAPersonSeesIt_data()
     QTest::newRow("empty") << QString() << AtspiToolkit::Gtk4 << QString();
 }
 
-void AtspiToolkitsTest::aLabelReadsAsAPersonSeesIt()
+void AtspiToolkitsTest::aLabelReadsAsTheUserSeesIt()
 {
     QFETCH(QString, text);
     QFETCH(AtspiToolkit, toolkit);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// The trees of GTK 3, Qt and GTK 4 applications: that they are found, and that they are read as they are.
+// Finding and reading the trees of GTK 3, Qt and GTK 4 applications.
 #include "Desktop/Linux/Atspi/Bench.h"
 
 #include <QTemporaryFile>
@@ -12,19 +12,19 @@ class AtspiTreeTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void theLabelsAreThoseOnTheScreen_data();
-    void theLabelsAreThoseOnTheScreen();
+    void labelsMatchTheScreen_data();
+    void labelsMatchTheScreen();
     void theTextOfATextFieldIsItsValue();
     void aWindowOfAChildProcessBelongsToItsParent();
-    void anElementThatVanishedIsEmpty();
+    void anElementThatNoLongerExistsIsEmpty();
     void aProcessWithoutATreeIsNamedInTheError();
-    void aBrowserThatHidesItsControlsIsToldApart();
+    void aBrowserThatHidesItsControlsIsReported();
 
 private:
     AtspiBench m_bench;
 };
 
-void AtspiTreeTest::theLabelsAreThoseOnTheScreen_data()
+void AtspiTreeTest::labelsMatchTheScreen_data()
 {
     QTest::addColumn<QString>("program");
     QTest::addColumn<QString>("role");
@@ -41,7 +41,7 @@ void AtspiTreeTest::theLabelsAreThoseOnTheScreen_data()
     QTest::newRow("GTK 4 text") << u"gnome-calculator"_s << u"AXStaticText"_s << u"√"_s;
 }
 
-void AtspiTreeTest::theLabelsAreThoseOnTheScreen()
+void AtspiTreeTest::labelsMatchTheScreen()
 {
     QFETCH(QString, program);
     QFETCH(QString, role);
@@ -72,7 +72,7 @@ void AtspiTreeTest::aWindowOfAChildProcessBelongsToItsParent()
     QVERIFY(shell->waitForFinished(AtspiBench::patience));
 }
 
-void AtspiTreeTest::anElementThatVanishedIsEmpty()
+void AtspiTreeTest::anElementThatNoLongerExistsIsEmpty()
 {
     const auto process = m_bench.start(u"featherpad"_s);
     QVERIFY(m_bench.waitForLabel(*process, u"AXTab"_s, u"Untitled"_s));
@@ -104,7 +104,7 @@ void AtspiTreeTest::aProcessWithoutATreeIsNamedInTheError()
              u"“sleep” doesn't show its controls. Quit it, then let Orvane open it."_s);
 }
 
-void AtspiTreeTest::aBrowserThatHidesItsControlsIsToldApart()
+void AtspiTreeTest::aBrowserThatHidesItsControlsIsReported()
 {
     const auto process = m_bench.start(
         u"chromium"_s, {u"--no-sandbox"_s, u"--no-first-run"_s, u"--disable-gpu"_s, u"about:blank"_s});

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// The walks that actions make, read in bulk or many calls at a time, see the same elements in the same order
-// as a plain walk that asks for one thing after the other: on every toolkit, on the same live tree.
+// The traversals used by actions, with caches and pipelined calls, yield the same elements in the same order
+// as the reference implementation, for every toolkit, on the same live tree.
 #include "Actions/Operations/AccessibilityWalk.h"
 #include "Desktop/Linux/Atspi/Bench.h"
 
@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Those of a click and of reading the interface, one that ends inside a level, and one of the depth.
+// The limits of clicking and of reading the interface, one that ends within a level, and a depth limit.
 const QList<WalkLimits> allLimits{{3000, 11}, {1500, 9}, {37, 11}, {3000, 4}};
 
 const QByteArray quickWindow = R"(import QtQuick
@@ -35,7 +35,7 @@ ApplicationWindow {
     }
 })";
 
-// Ends with a button to wait for.
+// Its last element is a button, to wait for.
 QByteArray webPage()
 {
     QByteArray page("<title>Shop</title><h1>Fruit</h1><p>Fresh every <b>morning</b>.</p><input value=pears>"
@@ -58,7 +58,7 @@ QCoro::Task<QList<WalkedNode>> walked(AtspiBench::Tree tree, WalkLimits limits)
     co_return nodes;
 }
 
-// What the first entry that differs is; empty when none does.
+// Describes the first difference; empty if there is none.
 QString difference(const QList<WalkedNode> &seen, const QList<WalkedNode> &expected)
 {
     const auto text = [](const QList<WalkedNode> &nodes, qsizetype place) {
@@ -80,10 +80,10 @@ class AtspiWalkTest : public QObject
 
 private Q_SLOTS:
     void initTestCase();
-    void aWalkSeesWhatAPlainOneSees_data();
-    void aWalkSeesWhatAPlainOneSees();
-    void aPageThatCameLaterIsWalkedAsWell_data();
-    void aPageThatCameLaterIsWalkedAsWell();
+    void aWalkMatchesTheReference_data();
+    void aWalkMatchesTheReference();
+    void aPageOpenedLaterIsIncluded_data();
+    void aPageOpenedLaterIsIncluded();
 
 private:
     QString write(const QString &name, const QByteArray &contents) const;
@@ -132,7 +132,7 @@ void AtspiWalkTest::compareWalks(const QProcess &process)
     for (const WalkLimits limits : allLimits) {
         QString different;
         qsizetype count = 0;
-        // An application that is still building its window may change between the two.
+        // Retry: an application that is still building its window may change in between.
         const auto same = [&] {
             const AtspiBench::Tree tree = m_bench.tree(process);
             const QList<WalkedNode> seen = tree ? QCoro::waitFor(walked(tree, limits)) : QList<WalkedNode>();
@@ -146,11 +146,11 @@ void AtspiWalkTest::compareWalks(const QProcess &process)
     }
 }
 
-void AtspiWalkTest::aWalkSeesWhatAPlainOneSees_data()
+void AtspiWalkTest::aWalkMatchesTheReference_data()
 {
     QTest::addColumn<QString>("program");
     QTest::addColumn<QString>("argument");
-    QTest::addColumn<QString>("button"); // there when the window is
+    QTest::addColumn<QString>("button"); // present once the window is complete
     QTest::newRow("GTK 3 editor") << u"mousepad"_s << QString() << u"Undo"_s;
     QTest::newRow("GTK 3 file manager") << u"thunar"_s << u"files"_s << u"Reload"_s;
     QTest::newRow("GTK 4 calculator") << u"gnome-calculator"_s << QString() << u"7"_s;
@@ -161,7 +161,7 @@ void AtspiWalkTest::aWalkSeesWhatAPlainOneSees_data()
     QTest::newRow("Firefox") << u"firefox-esr"_s << u"page.html"_s << u"Buy"_s;
 }
 
-void AtspiWalkTest::aWalkSeesWhatAPlainOneSees()
+void AtspiWalkTest::aWalkMatchesTheReference()
 {
     QFETCH(QString, program);
     QFETCH(QString, argument);
@@ -174,15 +174,15 @@ void AtspiWalkTest::aWalkSeesWhatAPlainOneSees()
     compareWalks(*process);
 }
 
-void AtspiWalkTest::aPageThatCameLaterIsWalkedAsWell_data()
+void AtspiWalkTest::aPageOpenedLaterIsIncluded_data()
 {
     QTest::addColumn<QString>("program");
     QTest::newRow("Chromium") << u"chromium"_s;
     QTest::newRow("Firefox") << u"firefox-esr"_s;
 }
 
-// Browsers may keep for answers in bulk what there was when the first one was asked for.
-void AtspiWalkTest::aPageThatCameLaterIsWalkedAsWell()
+// Browsers may omit elements from GetItems that were created after its first call.
+void AtspiWalkTest::aPageOpenedLaterIsIncluded()
 {
     QFETCH(QString, program);
     const auto process = open(program, u"empty.html"_s);

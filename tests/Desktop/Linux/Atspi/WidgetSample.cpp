@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// A window of Qt's widgets with two controls that are not pressed by their first action or not by a press: a
-// button that offers to be pressed last, and a menu that offers to be shown only. The label tells what was
-// done.
+// A Qt Widgets window with a button whose press action is its last, and a menu whose only action shows it. A
+// label displays the performed action.
 #include <QAccessibleWidget>
 #include <QApplication>
 #include <QLabel>

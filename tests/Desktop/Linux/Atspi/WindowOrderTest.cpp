@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// In which order an application's windows are walked.
+// The order in which an application's windows are traversed.
 #include "Desktop/Linux/Atspi/Tree.h"
 
 #include <QTest>
@@ -11,10 +11,10 @@ class AtspiWindowOrderTest : public QObject
     Q_OBJECT
 
 private:
-    // "*" before a name: the window is active.
+    // The prefix "*" marks the active window.
     static QStringList sorted(const QStringList &names, const QStringList &titles)
     {
-        QList<Atspi::WindowStanding> windows;
+        QList<Atspi::WindowState> windows;
         for (const QString &name : names)
             windows.append({name.startsWith(u'*') ? name.mid(1) : name, name.startsWith(u'*')});
         QStringList result;
@@ -24,7 +24,7 @@ private:
     }
 
 private Q_SLOTS:
-    void theForemostWindowsComeFirst_data()
+    void frontWindowsComeFirst_data()
     {
         QTest::addColumn<QStringList>("windows");
         QTest::addColumn<QStringList>("titles");
@@ -45,14 +45,14 @@ private Q_SLOTS:
         QTest::newRow("no windows") << L{} << L{u"a"_s} << L{};
     }
 
-    void theForemostWindowsComeFirst()
+    void frontWindowsComeFirst()
     {
         QFETCH(QStringList, windows);
         QFETCH(QStringList, titles);
         QTEST(sorted(windows, titles), "order");
     }
 
-    void aTitleOrItsOwnWordTellsThatAWindowIsInFront()
+    void aTitleOrTheActiveStateMakesAFrontWindow()
     {
         const QStringList titles{u"a"_s};
         QVERIFY(Atspi::isInFront({u"a"_s, false}, titles));

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// What the answers of a desktop mean to its user.
+// The check results for what was found out about a desktop.
 #include "Desktop/Linux/Diagnosis/DisplayChecks.h"
 #include "Desktop/Linux/Diagnosis/ServiceChecks.h"
 
@@ -18,7 +18,7 @@ Q_DECLARE_METATYPE(DiagnosticCheck)
 
 namespace {
 
-// An X server on which nothing is amiss.
+// An X server without any problems.
 X11Examination good()
 {
     X11Examination examination;
@@ -62,7 +62,7 @@ class DiagnosisChecksTest : public QObject
 private Q_SLOTS:
     void everyAnswerHasAFindingAndAdvice_data();
     void everyAnswerHasAFindingAndAdvice();
-    void onlyComfortIsLimitedByItsAbsence();
+    void comfortChecksAreNoObstacles();
     void manyApplicationsAreCounted();
     void hostileNamesAreCutAndCleaned();
     void theSessionBusIsFoundWithoutStartingOne();
@@ -170,7 +170,7 @@ void DiagnosisChecksTest::everyAnswerHasAFindingAndAdvice()
     QVERIFY(!check.identifier.isEmpty() && !check.title.isEmpty());
 }
 
-void DiagnosisChecksTest::onlyComfortIsLimitedByItsAbsence()
+void DiagnosisChecksTest::comfortChecksAreNoObstacles()
 {
     const X11Examination nothing;
     QVERIFY(DisplayChecks::session(x11, Server::Silent).isObstacle());

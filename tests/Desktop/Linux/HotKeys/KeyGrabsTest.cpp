@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Which keys are grabbed for a hot key, by the keyboard's map.
+// Which keycodes and modifiers are grabbed for a hot key.
 #include "Desktop/Linux/HotKeys/KeyGrabs.h"
 
 #include <QTest>
@@ -11,7 +11,7 @@ namespace {
 constexpr std::uint16_t shift = 0x01, lock = 0x02, control = 0x04, mod1 = 0x08, mod2 = 0x10, mod3 = 0x20,
                         mod5 = 0x80;
 
-// Codes from 10 on, with two symbols each.
+// Keycodes from 10, with two keysyms each.
 CoreKeyboard usual()
 {
     CoreKeyboard keyboard;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// The hot key on real X servers: one without a window manager, where every key is free, and the one of the
-// desktop, whose window manager owns Alt+Space.
+// Hot keys on real X servers: a private one without a window manager, where every key is free, and the
+// desktop's, whose window manager grabs Alt+Space.
 #include "Desktop/Linux/HotKeys/LinuxHotKeys.h"
 #include "Desktop/Linux/Hands.h"
 #include "Desktop/Linux/LinuxBench.h"
@@ -20,7 +20,7 @@ constexpr std::uint16_t spaceBar = 49;
 constexpr std::uint16_t letterK = 40;
 constexpr HotKeyIdentifier identifier{fourCharacterCode("ORVN"), 1};
 
-// A program that has hot keys; Option+K marks the time at which all earlier keys have been told.
+// A program with hot keys. Option+K is a marker: once it is reported, all earlier keys have been.
 struct Program
 {
     SystemClock clock;
@@ -45,7 +45,7 @@ struct Program
         return markReference != nullptr;
     }
 
-    // How often the key has been told by the time that the mark is.
+    // The number of presses reported before the marker; -1 on timeout.
     int pressesUntilMark(Hands &hands)
     {
         const int before = marks;
@@ -64,7 +64,7 @@ class LinuxHotKeysTest : public QObject
 private:
     std::unique_ptr<XServer> m_server;
 
-    // The space bar becomes another key's code.
+    // Swaps the keycodes of the space bar and Insert.
     void swapSpaceAndInsert()
     {
         const QString display = QString::fromLatin1(m_server->display());
@@ -88,7 +88,7 @@ private Q_SLOTS:
 
     void cleanup() { m_server.reset(); }
 
-    void aPressIsToldOnceWhateverLocksAreOn_data()
+    void aPressIsReportedOnceWithAnyLocks_data()
     {
         QTest::addColumn<QList<std::uint32_t>>("locks");
         QTest::newRow("none") << QList<std::uint32_t>();
@@ -97,7 +97,7 @@ private Q_SLOTS:
         QTest::newRow("both") << QList<std::uint32_t>{XKB_KEY_Caps_Lock, XKB_KEY_Num_Lock};
     }
 
-    void aPressIsToldOnceWhateverLocksAreOn()
+    void aPressIsReportedOnceWithAnyLocks()
     {
         QFETCH(QList<std::uint32_t>, locks);
         Program program;
@@ -114,14 +114,14 @@ private Q_SLOTS:
         QCOMPARE(program.pressesUntilMark(hands), 2);
     }
 
-    void aKeyThatIsHeldIsToldOnce()
+    void aHeldKeyIsReportedOnce()
     {
         Program program;
         QVERIFY(program.registerKey());
         QVERIFY(program.registerMark());
         Hands hands;
         hands.down(XKB_KEY_Alt_L);
-        // To the server, a key that goes down without having gone up repeats.
+        // A press without a previous release is a repeat.
         for (int i = 0; i < 5; ++i)
             hands.down(XKB_KEY_space);
         hands.up(XKB_KEY_space);
@@ -131,7 +131,7 @@ private Q_SLOTS:
         QCOMPARE(program.pressesUntilMark(hands), 2);
     }
 
-    void otherModifiersAreAnotherKey()
+    void otherModifiersDoNotMatch()
     {
         Program program;
         QVERIFY(program.registerKey());
@@ -144,7 +144,7 @@ private Q_SLOTS:
         QCOMPARE(program.pressesUntilMark(hands), 0);
     }
 
-    void theReferenceHoldsTheKey()
+    void droppingTheReferenceReleasesTheKey()
     {
         Program program;
         QVERIFY(program.registerKey());
@@ -155,14 +155,14 @@ private Q_SLOTS:
         QCOMPARE(program.pressesUntilMark(hands), 0);
     }
 
-    void aKeyOfAnotherProgramGivesNoneUntilItIsFree()
+    void aKeyOwnedByAnotherProgramIsRefused()
     {
         Program other;
         QVERIFY(other.registerKey());
         QVERIFY(other.registerMark());
         Program program;
         QVERIFY(!program.registerKey());
-        // It goes on working for the one that owns it.
+        // It still works for its owner.
         Hands hands;
         hands.strike(XKB_KEY_space, {XKB_KEY_Alt_L});
         QCOMPARE(other.pressesUntilMark(hands), 1);
@@ -171,25 +171,25 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(program.registerKey(), LinuxBench::patience);
     }
 
-    void theWindowManagersKeyGivesNone()
+    void aKeyOwnedByTheWindowManagerIsRefused()
     {
         m_server.reset();
         Program program;
         QVERIFY(!program.registerKey());
-        // Others can still be had.
+        // Other keys are still available.
         QVERIFY(program.registerMark());
         Hands hands;
         QCOMPARE(program.pressesUntilMark(hands), 0);
     }
 
-    void theKeyIsFoundAgainWhenTheKeyboardMapChanges()
+    void theKeyIsGrabbedAgainAfterAKeymapChange()
     {
         Program program;
         QVERIFY(program.registerKey());
         QVERIFY(program.registerMark());
         Hands hands;
         swapSpaceAndInsert();
-        // The program hears of the new map after the server has it: so the key is struck until it is told.
+        // The program learns of the new keymap with a delay, so retry.
         const auto isTold = [&] {
             hands.strike(XKB_KEY_space, {XKB_KEY_Alt_L});
             return program.pressesUntilMark(hands) > 0;
@@ -200,27 +200,27 @@ private Q_SLOTS:
         QCOMPARE(program.pressesUntilMark(hands), presses);
     }
 
-    void aSecondLayoutChangesNothing()
+    void aSecondLayoutMakesNoDifference()
     {
         Program program;
         LinuxBench::output(u"setxkbmap"_s, {u"-layout"_s, u"us,ru"_s, u"-option"_s, u"grp:toggle"_s});
         QVERIFY(program.registerKey());
         QVERIFY(program.registerMark());
         Hands hands;
-        // The key that switches the layouts.
+        // Switches the layout.
         hands.strike(XKB_KEY_ISO_Next_Group, {});
         QTRY_VERIFY_WITH_TIMEOUT(hands.has(XKB_KEY_Cyrillic_ya), LinuxBench::patience);
         hands.strike(XKB_KEY_space, {XKB_KEY_Alt_L});
         QTRY_COMPARE_WITH_TIMEOUT(program.presses, 1, LinuxBench::patience);
     }
 
-    void withoutAnXServerThereAreNone()
+    void withoutAnXServerRegistrationFails()
     {
         LinuxHotKeys hotKeys(nullptr);
         QVERIFY(!QCoro::waitFor(hotKeys.registerHotKey(spaceBar, HotKeyModifier::Option, identifier, [] {})));
     }
 
-    void aServerThatHangsGivesNone()
+    void aHungServerFailsRegistration()
     {
         Program program;
         m_server->signal(SIGSTOP);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Which sandbox a process is in, by the files that tell it.
+// Which sandbox a process is in, from a fake procfs.
 #include "Desktop/Linux/Processes/ProcessSandbox.h"
 
 #include <QDir>
@@ -35,7 +35,7 @@ private:
 private Q_SLOTS:
     void cleanup() { QVERIFY(QDir(process()).removeRecursively()); }
 
-    void theScopeTells_data()
+    void theScopeIdentifiesTheSandbox_data()
     {
         QTest::addColumn<QByteArray>("group");
         QTest::addColumn<QString>("program");
@@ -68,7 +68,7 @@ private Q_SLOTS:
         QTest::newRow("nothing") << QByteArray() << QString() << QString();
     }
 
-    void theScopeTells()
+    void theScopeIdentifiesTheSandbox()
     {
         QFETCH(QByteArray, group);
         QFETCH(QString, program);
@@ -79,7 +79,7 @@ private Q_SLOTS:
         QTEST(sandbox ? sandbox->application : QString(), "application");
     }
 
-    void theSandboxsOwnFileComesFirst()
+    void flatpakInfoTakesPrecedence()
     {
         write(process() + u"/cgroup"_s, "0::/app.slice/app-flatpak-org.other.App-1.scope\n");
         write(process() + u"/root/.flatpak-info"_s,
@@ -89,12 +89,12 @@ private Q_SLOTS:
         QCOMPARE(ProcessSandbox::of(42, m_processes.path()), std::optional(expected));
     }
 
-    void aProcessThatHasEndedIsInNoSandbox()
+    void anEndedProcessIsNotSandboxed()
     {
         QCOMPARE(ProcessSandbox::of(42, m_processes.path()), std::nullopt);
     }
 
-    void aProcessOutsideOfSandboxesIsInNone()
+    void anOrdinaryProcessIsNotSandboxed()
     {
         QCOMPARE(ProcessSandbox::of(QCoreApplication::applicationPid()), std::nullopt);
     }

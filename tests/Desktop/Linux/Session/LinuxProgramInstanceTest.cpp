@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// One running instance, on a real session bus.
+// The single running instance, on a real session bus.
 #include "Desktop/Linux/Session/LinuxProgramInstance.h"
 #include "Desktop/PlatformError.h"
 #include "Support/Awaited.h"
@@ -33,7 +33,7 @@ QString errorOf(LinuxProgramInstance &instance, InstanceRequest request)
     return QString();
 }
 
-// An instance that was started with a token.
+// An instance started with these tokens in its environment.
 std::unique_ptr<LinuxProgramInstance> startedWith(const QByteArray &token, const QByteArray &startup = {})
 {
     qputenv("XDG_ACTIVATION_TOKEN", token);
@@ -51,7 +51,7 @@ QCoro::Task<QDBusMessage> reply(QDBusPendingCall pending)
 
 } // namespace
 
-// An instance that has the name and does not answer as it should.
+// Owns the well-known name but doesn't reply properly.
 class SilentInstance : public QDBusVirtualObject
 {
 public:
@@ -99,7 +99,7 @@ private:
     }
 
 private Q_SLOTS:
-    void aLaterStartHandsItsRequestToTheFirst_data()
+    void aLaterStartForwardsItsRequest_data()
     {
         QTest::addColumn<InstanceRequest>("request");
         QTest::addColumn<QStringList>("activations");
@@ -109,7 +109,7 @@ private Q_SLOTS:
         QTest::newRow("nothing") << InstanceRequest::Nothing << QStringList() << QStringList();
     }
 
-    void aLaterStartHandsItsRequestToTheFirst()
+    void aLaterStartForwardsItsRequest()
     {
         QFETCH(InstanceRequest, request);
         const auto first = startedWith("token-1");
@@ -126,7 +126,7 @@ private Q_SLOTS:
         QTEST(toggles, "toggles");
     }
 
-    void theLaunchTokenIsTheEnvironments_data()
+    void theLaunchTokenComesFromTheEnvironment_data()
     {
         QTest::addColumn<QByteArray>("activation");
         QTest::addColumn<QByteArray>("startup");
@@ -137,14 +137,14 @@ private Q_SLOTS:
         QTest::newRow("none") << QByteArray() << QByteArray() << QString();
     }
 
-    void theLaunchTokenIsTheEnvironments()
+    void theLaunchTokenComesFromTheEnvironment()
     {
         QFETCH(QByteArray, activation);
         QFETCH(QByteArray, startup);
         QTEST(startedWith(activation, startup)->launchToken(), "token");
     }
 
-    void ofManyStartsAtOnceExactlyOneIsTheFirst()
+    void ofConcurrentStartsExactlyOneIsFirst()
     {
         constexpr int count = 10;
         std::vector<std::unique_ptr<LinuxProgramInstance>> instances;
@@ -173,7 +173,7 @@ private Q_SLOTS:
         QCOMPARE(claim(next), InstanceStanding::First);
     }
 
-    void anInstanceThatHangsIsSaidSo()
+    void aHungInstanceIsReported()
     {
         const SilentInstance hanging(SilentInstance::Behaviour::Hangs);
         LinuxProgramInstance later;
@@ -182,11 +182,11 @@ private Q_SLOTS:
         QCOMPARE(errorOf(later, InstanceRequest::Toggle),
                  u"Orvane is already running, but doesn't answer."_s);
         QVERIFY(elapsed.elapsed() < patience);
-        // Asked twice, it would toggle twice once it wakes up.
+        // A retry would toggle twice once it wakes up.
         QCOMPARE(hanging.calls, 1);
     }
 
-    void anInstanceThatRefusesIsSaidSo()
+    void aRefusingInstanceIsReported()
     {
         const SilentInstance refusing(SilentInstance::Behaviour::Refuses);
         LinuxProgramInstance later;
@@ -194,7 +194,7 @@ private Q_SLOTS:
                  u"Orvane is already running, but doesn't answer."_s);
     }
 
-    void anInstanceThatEndsWhileAskedIsReplaced()
+    void anInstanceThatQuitsDuringTheCallIsReplaced()
     {
         const SilentInstance ending(SilentInstance::Behaviour::EndsWhenAsked);
         LinuxProgramInstance later;
@@ -246,7 +246,7 @@ private Q_SLOTS:
         QCOMPARE(activations.size() + toggles.size(), 0);
     }
 
-    void nothingButTheInterfaceIsOnTheBus()
+    void onlyTheInterfaceIsExported()
     {
         LinuxProgramInstance instance;
         QCOMPARE(claim(instance), InstanceStanding::First);

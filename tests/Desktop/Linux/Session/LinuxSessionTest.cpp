@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Every way in which a screen says that it is locked, and what only looks like it.
+// Every way to detect a locked screen, and what must not be mistaken for one.
 #include "Desktop/Linux/Session/LinuxSession.h"
 #include "Desktop/Linux/LinuxBench.h"
 #include "Desktop/Linux/X11/Grabs.h"
@@ -26,7 +26,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// A screen saver or a login manager, as far as anybody asks it here. The interface is that of the call.
+// A fake screen saver or login manager; accepts calls on any interface.
 class LockingService : public QDBusVirtualObject
 {
 public:
@@ -52,11 +52,11 @@ public:
     }
 };
 
-// A window of another program that no window manager has to do with.
-class LooseWindow
+// An override-redirect window of another client.
+class OverrideRedirectWindow
 {
 public:
-    LooseWindow(xcb_connection_t *connection, const QRect &place) : m_connection(connection)
+    OverrideRedirectWindow(xcb_connection_t *connection, const QRect &place) : m_connection(connection)
     {
         const xcb_screen_t *const screen = xcb_setup_roots_iterator(xcb_get_setup(connection)).data;
         constexpr std::uint32_t overrideRedirect = 1;
@@ -67,9 +67,9 @@ public:
                           XCB_COPY_FROM_PARENT, XCB_CW_OVERRIDE_REDIRECT, &overrideRedirect);
         xcb_map_window(connection, m_window);
     }
-    ~LooseWindow() { xcb_destroy_window(m_connection, m_window); }
-    LooseWindow(const LooseWindow &) = delete;
-    LooseWindow &operator=(const LooseWindow &) = delete;
+    ~OverrideRedirectWindow() { xcb_destroy_window(m_connection, m_window); }
+    OverrideRedirectWindow(const OverrideRedirectWindow &) = delete;
+    OverrideRedirectWindow &operator=(const OverrideRedirectWindow &) = delete;
 
     void lower()
     {
@@ -115,14 +115,14 @@ private Q_SLOTS:
     void cleanup();
     void cleanupTestCase();
     void aRealLockerLocks();
-    void grabsAndACoverMakeALock_data();
-    void grabsAndACoverMakeALock();
-    void aCoverBelowAnApplicationIsNone();
-    void anOpenMenuIsNone();
-    void aScreenSaverSaysIt_data();
-    void aScreenSaverSaysIt();
-    void aScreenSaverThatHangsCostsABoundedTime();
-    void theLoginManagerSaysIt();
+    void grabsAndCoveredMonitorsMeanLocked_data();
+    void grabsAndCoveredMonitorsMeanLocked();
+    void aCoverBelowAnApplicationIsNoLock();
+    void anOpenMenuIsNoLock();
+    void aScreenSaverReportsTheLock_data();
+    void aScreenSaverReportsTheLock();
+    void aHungScreenSaverTimesOut();
+    void theLoginManagerReportsTheLock();
     void noServiceIsStarted();
 
 private:
@@ -132,14 +132,14 @@ private:
         return QTest::qWaitFor([&] { return isLocked() == locked; }, LinuxBench::patience);
     }
 
-    QProcess m_systemBus; // of the test's own
+    QProcess m_systemBus; // private
     QByteArray m_systemBusAddress;
     LinuxBench m_bench;
     LinuxSession m_session{m_bench.display, SessionType::X11};
     std::shared_ptr<xcb_connection_t> m_other{xcb_connect(nullptr, nullptr), &xcb_disconnect};
 };
 
-// The D-Bus library asks for the address once, before it connects to any bus.
+// The D-Bus library reads the address once, at its first connection to any bus.
 void LinuxSessionTest::initTestCase()
 {
     m_systemBus.start(u"dbus-daemon"_s, {u"--session"_s, u"--nofork"_s, u"--print-address"_s});
@@ -169,7 +169,7 @@ void LinuxSessionTest::aRealLockerLocks()
     QVERIFY(becomes(false));
 }
 
-void LinuxSessionTest::grabsAndACoverMakeALock_data()
+void LinuxSessionTest::grabsAndCoveredMonitorsMeanLocked_data()
 {
     QTest::addColumn<QList<QRect>>("covers");
     QTest::addColumn<bool>("takesKeyboard");
@@ -188,7 +188,7 @@ void LinuxSessionTest::grabsAndACoverMakeALock_data()
     QTest::newRow("no grab") << whole << false << false << false;
 }
 
-void LinuxSessionTest::grabsAndACoverMakeALock()
+void LinuxSessionTest::grabsAndCoveredMonitorsMeanLocked()
 {
     QFETCH(QList<QRect>, covers);
     QFETCH(bool, takesKeyboard);
@@ -199,22 +199,22 @@ void LinuxSessionTest::grabsAndACoverMakeALock()
         xcb_ungrab_pointer(m_other.get(), XCB_CURRENT_TIME);
         xcb_flush(m_other.get());
     });
-    std::vector<std::unique_ptr<LooseWindow>> windows;
+    std::vector<std::unique_ptr<OverrideRedirectWindow>> windows;
     for (const QRect &place : covers)
-        windows.push_back(std::make_unique<LooseWindow>(m_other.get(), place));
+        windows.push_back(std::make_unique<OverrideRedirectWindow>(m_other.get(), place));
     QVERIFY(!takesKeyboard || windows.front()->grabKeyboard());
     QVERIFY(!takesPointer || windows.front()->grabPointer());
-    // The server has done all that by now: it has answered the grab, or answers this.
+    // Round trip: the server has processed all requests.
     std::free(xcb_get_input_focus_reply(m_other.get(), xcb_get_input_focus(m_other.get()), nullptr));
     QCOMPARE(isLocked(), isLock);
 }
 
-// As the window that some window managers keep at the bottom of the screen, while a menu is open.
-void LinuxSessionTest::aCoverBelowAnApplicationIsNone()
+// Some window managers keep such a window at the bottom of the stack; a menu may hold the grabs.
+void LinuxSessionTest::aCoverBelowAnApplicationIsNoLock()
 {
     const LinuxBench::Program editor = LinuxBench::start(u"mousepad"_s);
     QVERIFY(m_bench.waitForActive(u"Mousepad"_s));
-    LooseWindow cover(m_other.get(), screen);
+    OverrideRedirectWindow cover(m_other.get(), screen);
     cover.lower();
     QVERIFY(cover.grabKeyboard());
     QVERIFY(cover.grabPointer());
@@ -224,8 +224,8 @@ void LinuxSessionTest::aCoverBelowAnApplicationIsNone()
     xcb_flush(m_other.get());
 }
 
-// It takes keyboard and pointer.
-void LinuxSessionTest::anOpenMenuIsNone()
+// It grabs keyboard and pointer.
+void LinuxSessionTest::anOpenMenuIsNoLock()
 {
     const LinuxBench::Program editor = LinuxBench::start(u"mousepad"_s);
     QVERIFY(m_bench.waitForActive(u"Mousepad"_s));
@@ -238,14 +238,14 @@ void LinuxSessionTest::anOpenMenuIsNone()
     QVERIFY(!isLocked());
 }
 
-void LinuxSessionTest::aScreenSaverSaysIt_data()
+void LinuxSessionTest::aScreenSaverReportsTheLock_data()
 {
     QTest::addColumn<QString>("service");
     for (const QString &desktop : {u"freedesktop"_s, u"gnome"_s, u"cinnamon"_s, u"mate"_s, u"xfce"_s})
         QTest::newRow(qPrintable(desktop)) << u"org.%1.ScreenSaver"_s.arg(desktop);
 }
 
-void LinuxSessionTest::aScreenSaverSaysIt()
+void LinuxSessionTest::aScreenSaverReportsTheLock()
 {
     QFETCH(QString, service);
     LockingService screenSaver;
@@ -259,7 +259,7 @@ void LinuxSessionTest::aScreenSaverSaysIt()
     QVERIFY(becomes(true));
 }
 
-void LinuxSessionTest::aScreenSaverThatHangsCostsABoundedTime()
+void LinuxSessionTest::aHungScreenSaverTimesOut()
 {
     const QString service = u"org.freedesktop.ScreenSaver"_s;
     LockingService screenSaver;
@@ -274,7 +274,7 @@ void LinuxSessionTest::aScreenSaverThatHangsCostsABoundedTime()
     QVERIFY(elapsed.elapsed() < LinuxBench::patience);
 }
 
-void LinuxSessionTest::theLoginManagerSaysIt()
+void LinuxSessionTest::theLoginManagerReportsTheLock()
 {
     LockingService manager;
     manager.isActive = true;
@@ -286,7 +286,7 @@ void LinuxSessionTest::theLoginManagerSaysIt()
     QVERIFY(bus.registerVirtualObject(u"/org/freedesktop/login1"_s, &manager, QDBusConnection::SubPath));
     QVERIFY(bus.registerService(u"org.freedesktop.login1"_s));
 
-    QVERIFY(!isLocked()); // a session without an identifier is none of the login manager's
+    QVERIFY(!isLocked()); // no XDG_SESSION_ID: not a login session
     qputenv("XDG_SESSION_ID", "8");
     QVERIFY(!isLocked());
     qputenv("XDG_SESSION_ID", "7");
@@ -312,7 +312,7 @@ void LinuxSessionTest::noServiceIsStarted()
     call(u"org.freedesktop.DBus"_s, u"ReloadConfig"_s);
     QVERIFY(!isLocked());
     QVERIFY(!QFile::exists(trace));
-    // Who asks without care starts it.
+    // A plain call does start it.
     call(u"org.mate.ScreenSaver"_s, u"GetActive"_s);
     QVERIFY(QTest::qWaitFor([&] { return QFile::exists(trace); }, LinuxBench::patience));
     QVERIFY(entry.remove());

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// What kind of session it is, by the X server before the environment.
+// The session type: the X server takes precedence over the environment.
 #include "Desktop/Linux/Session/SessionType.h"
 
 #include <QTest>
@@ -14,7 +14,7 @@ class SessionTypeTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void theServerComesBeforeTheEnvironment_data()
+    void theServerTakesPrecedenceOverTheEnvironment_data()
     {
         QTest::addColumn<DisplayServer>("server");
         QTest::addColumn<QByteArray>("waylandDisplay");
@@ -40,7 +40,7 @@ private Q_SLOTS:
         QTest::newRow("terminal") << Server::None << nothing << QByteArray("tty") << SessionType::None;
     }
 
-    void theServerComesBeforeTheEnvironment()
+    void theServerTakesPrecedenceOverTheEnvironment()
     {
         QFETCH(DisplayServer, server);
         QFETCH(QByteArray, waylandDisplay);

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Keys where the keyboards of a computer have differing layouts: what arrives, and what each keyboard is left
-// with.
+// Typing while keyboard devices have different layouts: what arrives, and that every keymap is restored.
 #include "Desktop/Linux/LinuxBench.h"
 #include "Desktop/Linux/Typing/X11KeySymbols.h"
 #include "Desktop/Linux/Typing/XtestKeyboard.h"
@@ -44,7 +43,7 @@ private:
 
     QString post(const KeyStroke &stroke) { return m_bench.post({stroke}); }
 
-    // The physical keyboard is the one that was used last, so that applications see its map.
+    // Uses the physical keyboard last, so that applications see its keymap.
     void setLayouts(const QString &physical, const QString &sending)
     {
         KeyboardDevices::setLayout(m_keyboards->sending, sending);
@@ -52,7 +51,7 @@ private:
         m_keyboards->pressPhysicalKey(shiftKey);
     }
 
-    // The lines that the receiver tells until a Return that is typed behind.
+    // Types Return, and returns the receiver's lines up to it.
     QList<QByteArray> received()
     {
         const QString failure = post(key(36, {}));
@@ -66,7 +65,7 @@ private:
         return QTest::qWaitFor(look, LinuxBench::patience) ? told.split('\n') : QList<QByteArray>();
     }
 
-    // What the keys that it tells of type.
+    // The text typed by the reported keys.
     QString receivedText()
     {
         QByteArray text;
@@ -93,7 +92,7 @@ private Q_SLOTS:
         QVERIFY(m_bench.waitForNoWindow(u"Receiver"_s));
     }
 
-    void textArrivesWhateverTheLayoutsOfTheDevices_data()
+    void textArrivesWithAnyDeviceLayouts_data()
     {
         QTest::addColumn<QString>("physical");
         QTest::addColumn<QString>("sending");
@@ -104,19 +103,19 @@ private Q_SLOTS:
         QTest::newRow("American, keys sent as Russian") << u"us"_s << u"ru"_s;
     }
 
-    void textArrivesWhateverTheLayoutsOfTheDevices()
+    void textArrivesWithAnyDeviceLayouts()
     {
         QFETCH(QString, physical);
         QFETCH(QString, sending);
         setLayouts(physical, sending);
-        // The second cannot be typed without lent symbols.
+        // The second text requires lent keysyms.
         for (const QString &typed : {u"zylophone-yes zz {x} @ 1&"_s, u"yes zz é ß жук 漢字"_s}) {
             QCOMPARE(post(text(typed)), QString());
             QCOMPARE(receivedText(), typed);
         }
     }
 
-    void noOtherKeyboardIsChangedByWhatTheLayoutLacks()
+    void lendingChangesNoOtherKeyboard()
     {
         setLayouts(u"de"_s, u"us"_s);
         const QByteArray physical = KeyboardDevices::map(m_keyboards->physical);
@@ -134,7 +133,7 @@ private Q_SLOTS:
         QCOMPARE(KeyboardDevices::map(m_keyboards->sending), sending);
     }
 
-    void theLanguageThatTheUserHasSwitchedOnDecides_data()
+    void theActiveLanguageIsUsed_data()
     {
         QTest::addColumn<QString>("physical");
         QTest::addColumn<QString>("sending");
@@ -144,7 +143,7 @@ private Q_SLOTS:
         QTest::newRow("keys are sent in three") << u"us,ru"_s << u"de,fr,ru"_s;
     }
 
-    void theLanguageThatTheUserHasSwitchedOnDecides()
+    void theActiveLanguageIsUsed()
     {
         QFETCH(QString, physical);
         QFETCH(QString, sending);
@@ -157,7 +156,7 @@ private Q_SLOTS:
         }
     }
 
-    void aSlowApplicationReadsTheKeysByTheMapThatTheyWereSentWith()
+    void aSlowApplicationUsesTheKeymapOfTheSentKeys()
     {
         setLayouts(u"de"_s, u"us"_s);
         const QByteArray physical = KeyboardDevices::map(m_keyboards->physical);
@@ -216,8 +215,8 @@ private Q_SLOTS:
         QVERIFY2(std::ranges::any_of(lines, isControlL), lines.join(" | ").constData());
     }
 
-    // Its last requests never get to the server.
-    void whatAKilledTypistHasLentIsTakenBackByTheNext()
+    // Interrupting the connection drops its cleanup requests, as a crash would.
+    void abandonedKeysymsAreRestoredByTheNextTypist()
     {
         setLayouts(u"de"_s, u"fr"_s);
         const QByteArray physical = KeyboardDevices::map(m_keyboards->physical);
@@ -241,7 +240,7 @@ private Q_SLOTS:
         QCOMPARE(KeyboardDevices::map(m_keyboards->physical), physical);
     }
 
-    void aNoteThatNobodyOfOursWroteIsHarmless_data()
+    void aForgedPropertyIsHarmless_data()
     {
         QTest::addColumn<QString>("note");
         QTest::newRow("cut off") << u"10, 49, 4, 0, 1"_s;
@@ -251,7 +250,7 @@ private Q_SLOTS:
         QTest::newRow("no such key") << u"3, 49, 2, 0, 0"_s;
     }
 
-    void aNoteThatNobodyOfOursWroteIsHarmless()
+    void aForgedPropertyIsHarmless()
     {
         QFETCH(QString, note);
         const QByteArray sending = KeyboardDevices::map(m_keyboards->sending);

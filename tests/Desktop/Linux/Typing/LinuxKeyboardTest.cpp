@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Keys on a real X server: what arrives, and what stays behind.
+// Typing on a real X server: what arrives, and that all state is restored.
 #include "Desktop/Linux/LinuxBench.h"
 #include "Desktop/Linux/Typing/X11Keyboard.h"
 #include "Desktop/Linux/Typing/X11Typist.h"
@@ -11,7 +11,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-// The protocol's names include a keyword of C++.
+// The header uses a C++ keyword as a name.
 #define explicit explicitly
 #include <xcb/xkb.h>
 #undef explicit
@@ -31,7 +31,7 @@ KeyStroke key(std::uint16_t code, EventFlags flags = {})
     return {code, flags, {}};
 }
 
-// Everything that is hard to type: more characters than there are spare keys, in several scripts.
+// Text that is hard to type: several scripts, and more characters than there are spare keys.
 QString hardText()
 {
     QString text = u"Plain {text} ~ ^ ` \\ \"@\" €\n"_s;
@@ -48,7 +48,7 @@ QByteArray keyMap()
 
 } // namespace
 
-// Counts what Qt gets to know of changed keys.
+// Counts the keymap changes that Qt is notified of.
 class KeyNotices : public QAbstractNativeEventFilter
 {
 public:
@@ -74,7 +74,7 @@ private:
     std::uint8_t m_eventType;
 };
 
-// Stands for our own window: the same process as the services.
+// Stands in for our own window: it is in the same process as the services.
 class OwnWindow : public QRasterWindow
 {
 public:
@@ -89,7 +89,7 @@ class LinuxKeyboardTest : public QObject
     Q_OBJECT
 
 private:
-    KeyNotices m_notices; // behind the filters of the services, which are made later
+    KeyNotices m_notices; // runs after the services' filters, which are installed later
     LinuxBench m_bench;
     LinuxBench::Program m_receiver{nullptr, nullptr};
 
@@ -104,7 +104,7 @@ private:
         QVERIFY(m_bench.waitForActive(u"Receiver"_s));
     }
 
-    // What the receiver told, once it has told of `last`.
+    // The receiver's output, once it contains `last`.
     QByteArray receivedUntil(const QByteArray &last)
     {
         QByteArray told;
@@ -117,7 +117,7 @@ private:
 
     LinuxBench::Program startEditor(const QString &path)
     {
-        // Made here, so that the editor saves without asking for a name.
+        // Created here, so that the editor saves without prompting for a name.
         if (!QFile(path).open(QIODevice::WriteOnly))
             qFatal("No temporary file");
         auto editor = LinuxBench::start(u"mousepad"_s, {path});
@@ -126,7 +126,7 @@ private:
         return editor;
     }
 
-    // What the editor holds, after it was told to save.
+    // Saves the document and returns its text.
     QString savedText(const QString &path)
     {
         const QString failure = post({key(1, EventFlag::Command)});
@@ -188,7 +188,7 @@ private Q_SLOTS:
         m_notices.ofAllKeys = 0;
         QCOMPARE(post({text(hardText())}), QString());
         LinuxBench::output(u"xmodmap"_s, {u"-e"_s, u"keycode 247 = eacute"_s});
-        // It comes after all others.
+        // This notification comes last.
         QTRY_VERIFY_WITH_TIMEOUT(m_notices.ofOneKey > 0, LinuxBench::patience);
         QCOMPARE(m_notices.ofAllKeys, 0);
         LinuxBench::output(u"xmodmap"_s, {u"-e"_s, u"keycode 247 ="_s});
@@ -214,11 +214,11 @@ private Q_SLOTS:
         const QString path = folder.filePath(u"typed.txt"_s);
         const auto editor = startEditor(path);
         LinuxBench::output(u"setxkbmap"_s, {u"de,ru"_s, {}, u"-option"_s, u"grp:toggle"_s});
-        // German: the brackets and the at sign stand on the third level.
+        // On a German layout, brackets and at sign are on the third level.
         QCOMPARE(post({text(u"Zyklus {x} @ ß "_s)}), QString());
         LinuxBench::output(u"xdotool"_s, {u"key"_s, u"ISO_Next_Group"_s});
         QCOMPARE(post({text(u"Hello, мир"_s)}), QString());
-        const QString saved = savedText(path); // Command+S, while no key types an s
+        const QString saved = savedText(path); // Command+S, while no key types an "s"
         LinuxBench::output(u"setxkbmap"_s, {u"us"_s, u"-option"_s, {}});
         QCOMPARE(saved, u"Zyklus {x} @ ß Hello, мир"_s);
     }
@@ -239,7 +239,7 @@ private Q_SLOTS:
 
     void withoutAnApplicationInFrontNothingIsSent() { QVERIFY(!post({text(u"lost"_s)}).isEmpty()); }
 
-    void aTargetThatHasGoneGetsASentence()
+    void aClosedTargetIsAnError()
     {
         startReceiver();
         const auto window = m_bench.waitForWindow(u"Receiver"_s);
@@ -254,7 +254,7 @@ private Q_SLOTS:
         QVERIFY2(message.contains(u"no keys were sent"), qPrintable(message));
     }
 
-    void textThatCannotBeTypedTouchesNoKey()
+    void untypableTextSendsNoKeys()
     {
         startReceiver();
         QVERIFY(!post({text(u"abc"_s), text(QString(QChar(27)))}).isEmpty());
@@ -262,7 +262,7 @@ private Q_SLOTS:
         QVERIFY(receivedUntil("release 1000004").startsWith("press 1000004"));
     }
 
-    void modifiersThatTheUserHoldsAreWaitedFor()
+    void heldModifiersAreWaitedFor()
     {
         startReceiver();
         LinuxBench::output(u"xdotool"_s, {u"keydown"_s, u"shift"_s});

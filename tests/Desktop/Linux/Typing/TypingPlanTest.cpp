@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// How strokes become keys of a keyboard layout.
+// How strokes are converted to keys of a layout.
 #include "Desktop/Linux/Typing/TypingPlan.h"
 
 #include "Desktop/PlatformError.h"
@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// A small layout: a, A and @, some keys without characters, and two spare keys.
+// A small layout: a, A and @, two keys without characters, and two spare keys.
 KeyboardLayout smallLayout()
 {
     KeyboardLayout layout;
@@ -100,7 +100,7 @@ private Q_SLOTS:
         QCOMPARE(plan[0].keys[0].modifiers, ModifierKeys(ModifierKey::Control));
         QCOMPARE(plan[0].lentSymbols, (QHash<std::uint8_t, std::uint32_t>{{10, XKB_KEY_1}}));
 
-        // Without a command it is typed as people type it, and so is everything else that needs Shift.
+        // Without a command modifier, digits are typed with Shift, as are other keys that need it.
         const KeyStroke plain{18, {}, {}};
         const KeyStroke slash{44, EventFlag::Command, {}};
         for (const KeyStroke &stroke : {plain, slash}) {
@@ -164,7 +164,7 @@ private Q_SLOTS:
         QCOMPARE(plan[0].keys[2].endsStroke, true);
     }
 
-    void whatCannotBeTypedIsAnError()
+    void untypableStrokesAreErrors()
     {
         KeyboardLayout full = smallLayout();
         full.spareCodes.clear();

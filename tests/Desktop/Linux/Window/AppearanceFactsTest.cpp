@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Light or dark, by what a desktop tells.
+// How the theme is determined from the desktop's settings.
 #include "Desktop/Linux/Window/AppearanceFacts.h"
 
 #include <QFile>
@@ -31,7 +31,7 @@ QByteArray setting(std::uint8_t type, const QByteArray &name, const QByteArray &
            padded(name) + number(std::uint32_t(7), isBigEndian) + value;
 }
 
-// One setting of each type; the theme's name is the last.
+// XSETTINGS data with one setting of each type; the theme's name is last.
 QByteArray xSettings(const QByteArray &theme, bool isBigEndian, std::uint32_t count = 3)
 {
     const QByteArray text = number(std::uint32_t(theme.size()), isBigEndian) + padded(theme);
@@ -158,14 +158,14 @@ private Q_SLOTS:
         QCOMPARE(textInXSettings(xSettings("Adwaita", isBigEndian), "Net/DoubleClickTime"), std::nullopt);
     }
 
-    void brokenXSettingsHaveNothing()
+    void malformedXSettingsYieldNothing()
     {
         for (const bool isBigEndian : {false, true}) {
             const QByteArray whole = xSettings("Adwaita-dark", isBigEndian);
             for (qsizetype length = 0; length < whole.size() - 12; ++length)
                 QCOMPARE(textInXSettings(whole.first(length), "Net/ThemeName").value_or(QString()),
                          QString());
-            // It promises more settings than there are.
+            // Claims more settings than it contains.
             const QByteArray promising = xSettings("Adwaita-dark", isBigEndian, 0xFFFFFFFF);
             QCOMPARE(textInXSettings(promising, "Net/Other"), std::nullopt);
         }

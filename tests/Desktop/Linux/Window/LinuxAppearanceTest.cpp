@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Light and dark on a real session bus and X server, with the services that tell it.
+// The theme on a real session bus and X server, with fake settings services.
 #include "Desktop/Linux/Window/LinuxAppearance.h"
 #include "Desktop/Linux/LinuxBench.h"
 
@@ -21,7 +21,7 @@ const QString colorScheme = u"color-scheme"_s;
 
 } // namespace
 
-// The settings of a desktop portal, on a connection of its own.
+// A fake desktop portal, on a connection of its own.
 class Portal : public QObject
 {
     Q_OBJECT
@@ -65,7 +65,7 @@ private:
     QDBusConnection m_bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, u"portal"_s);
 };
 
-// A settings daemon on the X server, with the one setting that matters here.
+// A fake XSETTINGS daemon, with the theme's name only.
 class SettingsDaemon
 {
 public:
@@ -116,7 +116,7 @@ private Q_SLOTS:
         m_display = std::make_unique<X11Display>(m_clock);
     }
 
-    void thePaletteDecidesWhereNothingElseTells()
+    void thePaletteIsTheFallback()
     {
         const LinuxAppearance watched(m_display.get());
         QSignalSpy changes(&watched, &Appearance::isDarkChanged);
@@ -130,14 +130,14 @@ private Q_SLOTS:
         QVERIFY(LinuxAppearance(nullptr).isDark());
     }
 
-    void thePortalTellsAndChangesItLive_data()
+    void followsThePortal_data()
     {
         QTest::addColumn<int>("wrapping");
         QTest::newRow("as portals do") << int(Portal::Wrapping::Once);
         QTest::newRow("as older portals do") << int(Portal::Wrapping::Twice);
     }
 
-    void thePortalTellsAndChangesItLive()
+    void followsThePortal()
     {
         QFETCH(int, wrapping);
         Portal portal(1, Portal::Wrapping(wrapping));
@@ -151,7 +151,7 @@ private Q_SLOTS:
         QCOMPARE(changes.size(), 3);
     }
 
-    void otherSettingsOfThePortalMakeNoDifference()
+    void otherPortalSettingsAreIgnored()
     {
         Portal portal(2, Portal::Wrapping::Once);
         const LinuxAppearance watched(m_display.get());
@@ -164,7 +164,7 @@ private Q_SLOTS:
         QCOMPARE(changes.size(), 1);
     }
 
-    void theSettingsDaemonTellsAndChangesItLive()
+    void followsTheSettingsDaemon()
     {
         const LinuxAppearance watched(m_display.get());
         auto daemon = std::make_unique<SettingsDaemon>("Greybird-dark");
@@ -177,7 +177,7 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(!watched.isDark(), LinuxBench::patience);
     }
 
-    void aDaemonThatWasThereBeforeIsAsked()
+    void readsARunningSettingsDaemon()
     {
         const SettingsDaemon daemon("Adwaita-dark");
         const LinuxAppearance watched(m_display.get());

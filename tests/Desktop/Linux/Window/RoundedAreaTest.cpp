@@ -9,7 +9,7 @@ class RoundedAreaTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void aPixelBelongsToItByItsMiddle_data()
+    void pixelsBelongByTheirCentre_data()
     {
         QTest::addColumn<QSize>("size");
         QTest::addColumn<int>("radius");
@@ -20,8 +20,8 @@ private Q_SLOTS:
         QTest::newRow("lower than its corners are") << QSize(60, 10) << 14;
     }
 
-    // Against the circle's equation, pixel by pixel.
-    void aPixelBelongsToItByItsMiddle()
+    // Compares every pixel with the circle's equation.
+    void pixelsBelongByTheirCentre()
     {
         QFETCH(QSize, size);
         QFETCH(int, radius);

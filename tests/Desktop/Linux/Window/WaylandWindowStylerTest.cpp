@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// The window where the window system, and not we, places it.
+// Styling the window where the window system places it.
 #include "Desktop/Linux/Window/WaylandWindowStyler.h"
 
 #include <QRasterWindow>
@@ -12,7 +12,7 @@ class WaylandWindowStylerTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void aCompositorIsAlwaysThere() { QVERIFY(WaylandWindowStyler().isCompositing()); }
+    void alwaysCompositing() { QVERIFY(WaylandWindowStyler().isCompositing()); }
 
     void theWindowHasNoFrameAndMayBeTranslucent()
     {
@@ -38,7 +38,7 @@ private Q_SLOTS:
         QVERIFY(!(window.windowStates() & Qt::WindowMinimized));
     }
 
-    void theTokenGoesWhereQtLooksForIt()
+    void theTokenIsPassedToQt()
     {
         qunsetenv("XDG_ACTIVATION_TOKEN");
         WaylandWindowStyler styler;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Where a window that is brought to the user goes.
+// Where a window is placed.
 #include "Desktop/Linux/Window/WindowPlacement.h"
 
 #include <QTest>
@@ -17,7 +17,7 @@ private Q_SLOTS:
         QTest::addColumn<QPoint>("pixel");
         QTest::addColumn<std::optional<qsizetype>>("position");
         const QList<Screen> beside{{QRect(0, 0, 1920, 1080), 1}, {QRect(1920, 0, 1280, 800), 1}};
-        // The second is 2560 pixels wide, and begins where the first one's pixels end.
+        // The second is 2560 pixels wide and starts where the pixels of the first end.
         const QList<Screen> fine{{QRect(0, 0, 1920, 1080), 2}, {QRect(3840, 0, 1280, 800), 2}};
         const auto row = [](const char *name, const QList<Screen> &screens, QPoint pixel,
                             std::optional<qsizetype> position) {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// The window among others on a real desktop: styled, in front, in the middle.
+// The window on a real desktop: its style, activation and position.
 #include "Desktop/Linux/Window/X11WindowStyler.h"
 #include "Desktop/Linux/LinuxBench.h"
 
@@ -18,11 +18,11 @@ QString propertiesOf(const QWindow &window)
     return QString::fromUtf8(LinuxBench::output(u"xprop"_s, {u"-id"_s, identifier}));
 }
 
-// On the one screen of 1280 by 800, where nothing keeps a margin.
+// On a screen of 1280 by 800 without panels.
 constexpr QSize windowSize(400, 300);
 constexpr QPoint middle(440, 250);
 
-// The launch messages that are sent to all clients, put together again.
+// Collects the startup notification messages broadcast to all clients.
 class LaunchMessages
 {
 public:
@@ -63,7 +63,7 @@ private:
     std::unique_ptr<QRasterWindow> m_window;
     LinuxBench::Program m_other{nullptr, nullptr};
 
-    // Another application is in front, and the user has just typed into it.
+    // Puts another application in front and types into it, so that it has user activity.
     void startOther()
     {
         m_other = LinuxBench::start(QString::fromLatin1(KEY_RECEIVER), {u"Other application"_s});
@@ -145,13 +145,13 @@ private Q_SLOTS:
             QCOMPARE(m_window->frameMargins(), QMargins());
             QVERIFY(m_window->format().hasAlpha());
             QVERIFY(found()->belongsInTaskBar);
-            // Closing makes the native window anew the next time.
+            // Closing destroys the native window; it is re-created the next time.
             m_window->close();
             QVERIFY(m_bench.waitForNoWindow(u"Palette"_s));
         }
     }
 
-    void whatIsBlurredBehindItHasItsSizeAndItsRoundCorners()
+    void theBlurRegionFollowsSizeAndCorners()
     {
         m_window->setProperty(WindowStyler::cornerRadiusProperty, 2);
         m_styler.style(*m_window);
@@ -169,7 +169,7 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(propertiesOf(*m_window).contains(blurred(larger)), LinuxBench::patience);
     }
 
-    void itComesForwardOverAnApplicationThatIsTypedInto()
+    void itComesForwardOverTheApplicationInUse()
     {
         startOther();
         m_styler.style(*m_window);
@@ -256,7 +256,7 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(isFrontAndCentre(), LinuxBench::patience);
     }
 
-    void theDesktopIsToldThatTheLaunchIsOver()
+    void theLaunchFeedbackEnds()
     {
         LaunchMessages messages;
         m_styler.style(*m_window);
@@ -265,7 +265,7 @@ private Q_SLOTS:
                                  LinuxBench::patience);
     }
 
-    void aCompositorIsNoticedAsItComesAndGoes()
+    void followsTheCompositor()
     {
         QSignalSpy changes(&m_styler, &WindowStyler::isCompositingChanged);
         QVERIFY(!m_styler.isCompositing());

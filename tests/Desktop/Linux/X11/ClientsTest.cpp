@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// The rule by which a window's process is told.
+// The rule that determines a window's process.
 #include "Desktop/Linux/X11/Clients.h"
 
 #include <QTest>
@@ -13,14 +13,14 @@ class X11ClientsTest : public QObject
 private Q_SLOTS:
     void processOfAWindow_data()
     {
-        QTest::addColumn<bool>("serverTells");
-        QTest::addColumn<qint64>("told");
+        QTest::addColumn<bool>("serverReports");
+        QTest::addColumn<qint64>("reported");
         QTest::addColumn<qint64>("claimed");
         QTest::addColumn<QByteArray>("machine");
         QTest::addColumn<qint64>("process");
-        const auto row = [](const char *name, bool serverTells, qint64 told, qint64 claimed,
+        const auto row = [](const char *name, bool serverReports, qint64 reported, qint64 claimed,
                             const char *machine, qint64 process) {
-            QTest::newRow(name) << serverTells << told << claimed << QByteArray(machine) << process;
+            QTest::newRow(name) << serverReports << reported << claimed << QByteArray(machine) << process;
         };
 
         row("an ordinary window", true, 500, 500, "here", 500);
@@ -36,13 +36,13 @@ private Q_SLOTS:
 
     void processOfAWindow()
     {
-        QFETCH(bool, serverTells);
-        QFETCH(qint64, told);
+        QFETCH(bool, serverReports);
+        QFETCH(qint64, reported);
         QFETCH(qint64, claimed);
         QFETCH(QByteArray, machine);
         const X11Claims::Claim claim{claimed, machine};
-        const X11Claims::Surroundings here{own, "here", serverTells};
-        QTEST(X11Claims::processOf(claim, client, told, here), "process");
+        const X11Claims::Surroundings here{own, "here", serverReports};
+        QTEST(X11Claims::processOf(claim, client, reported, here), "process");
     }
 
 private:

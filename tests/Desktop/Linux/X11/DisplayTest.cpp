@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// An X server that is missing, hangs or dies costs a sentence, never the program.
+// A missing, hung or crashed X server causes an error message, never a crash or a hang.
 #include "Desktop/Linux/LinuxBench.h"
 #include "Desktop/Linux/LinuxScreenCapture.h"
 #include "Desktop/Linux/Window/LinuxDisplay.h"
@@ -37,10 +37,10 @@ private:
     struct WindowSystem
     {
         bool isThere = false;
-        QByteArray name; // where Qt is told it
+        QByteArray name; // QT_QPA_PLATFORM, if prepare() has set it
     };
 
-    // As the program finds it before it shows a window.
+    // What LinuxDisplay::prepare() finds and sets.
     static WindowSystem windowSystem()
     {
         const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
@@ -54,7 +54,7 @@ private:
     }
 
 private Q_SLOTS:
-    // An X server of the test's own, to which the services connect.
+    // A private X server for the services to connect to.
     void init()
     {
         m_server.emplace();
@@ -70,7 +70,7 @@ private Q_SLOTS:
         QVERIFY_THROWS_EXCEPTION(PlatformError, X11Display{clock});
     }
 
-    void aServerThatHangsFromTheStartIsNone()
+    void aServerHungFromTheStartCountsAsAbsent()
     {
         QVERIFY(windowSystem().isThere);
         m_server->signal(SIGSTOP);
@@ -82,7 +82,7 @@ private Q_SLOTS:
         QVERIFY(elapsed.elapsed() < LinuxBench::patience);
     }
 
-    void withAnObstacleNoServerIsAsked()
+    void anObstaclePreventsConnecting()
     {
         SystemClock clock;
         X11Display display(clock, u"This server is none of ours."_s);
@@ -91,8 +91,8 @@ private Q_SLOTS:
         QVERIFY(!isRun);
     }
 
-    // Qt by itself would go by the environment, which names the session outside.
-    void theWindowIsOnTheServerThatIsWorkedOn()
+    // By itself, Qt would follow the environment to the outer session.
+    void qtUsesTheServerOfTheServices()
     {
         QVERIFY(windowSystem().name.isEmpty());
         const QByteArray type = qgetenv("XDG_SESSION_TYPE");
@@ -113,7 +113,7 @@ private Q_SLOTS:
         QVERIFY(!snapshot.frontmost);
     }
 
-    void aServerThatDiesIsAClearFailureOfEveryService()
+    void aLostServerFailsEveryService()
     {
         LinuxBench bench;
         LinuxScreenCapture capture(bench.display);
@@ -129,7 +129,7 @@ private Q_SLOTS:
         }
     }
 
-    void aServerThatHangsCostsABoundedTime()
+    void aHungServerTimesOut()
     {
         LinuxBench bench;
         QCOMPARE(errorOfSnapshot(bench), QString());
@@ -140,7 +140,7 @@ private Q_SLOTS:
         QVERIFY(elapsed.elapsed() < LinuxBench::patience);
         m_server->signal(SIGCONT);
         QTRY_COMPARE(errorOfSnapshot(bench), QString());
-        // Its end must not wait for the server either.
+        // Destruction must not wait for the server either.
         m_server->signal(SIGSTOP);
         QVERIFY(errorOfSnapshot(bench).contains(u"X server"));
     }

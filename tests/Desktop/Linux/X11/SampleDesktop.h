@@ -3,7 +3,7 @@
 
 #include "Desktop/Linux/X11/Snapshot.h"
 
-// A small desktop as the X server would tell it, for tests of the rules about windows.
+// A small sample desktop for tests of the window rules.
 namespace SampleDesktop {
 
 inline constexpr qint64 own = 100;

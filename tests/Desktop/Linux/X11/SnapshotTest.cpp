@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// The rules about windows: which one is in front, which one to show, which ones to close.
+// The window rules: which is frontmost, which to show, which to close.
 #include "Desktop/Linux/X11/Snapshot.h"
 #include "Desktop/Linux/X11/SampleDesktop.h"
 
@@ -30,17 +30,17 @@ private Q_SLOTS:
         QCOMPARE(frontmost(snapshot), 4u);
     }
 
-    void withoutAnActiveWindowNobodyIsInFront()
+    void withoutAnActiveWindowNoneIsFrontmost()
     {
         X11Snapshot snapshot = desktop();
         snapshot.recentlyActivated = {4, 2};
         snapshot.activeWindow.reset();
         QCOMPARE(frontmost(snapshot), 0u);
-        snapshot.activeWindow = 77; // has vanished
+        snapshot.activeWindow = 77; // no longer exists
         QCOMPARE(frontmost(snapshot), 0u);
     }
 
-    void behindThePanelThatIsActiveNobodyIsInFront()
+    void withAnActivePanelNoneIsFrontmost()
     {
         X11Snapshot snapshot = desktop();
         snapshot.recentlyActivated = {5, 4, 2};
@@ -48,7 +48,7 @@ private Q_SLOTS:
         QCOMPARE(frontmost(snapshot), 0u);
     }
 
-    void ourOwnWindowGivesWayToTheOneBefore()
+    void ourOwnWindowYieldsToThePreviousOne()
     {
         X11Snapshot snapshot = desktop();
         snapshot.recentlyActivated = {1, 5, 4, 2};
@@ -57,7 +57,7 @@ private Q_SLOTS:
 
     void withoutAHistoryTheTopmostIsInFront() { QCOMPARE(frontmost(desktop()), 3u); }
 
-    void vanishedMinimisedAndDistantWindowsAreNotInFront()
+    void onlyWindowsOnScreenAreFrontmost()
     {
         X11Snapshot snapshot = desktop();
         snapshot.recentlyActivated = {1, 77, 3, 2, 4};
@@ -66,14 +66,14 @@ private Q_SLOTS:
         QCOMPARE(frontmost(snapshot), 4u);
     }
 
-    void nothingIsInFrontOfAnEmptyDesktop()
+    void anEmptyDesktopHasNoFrontmostWindow()
     {
         X11Snapshot snapshot = desktop();
         snapshot.windows = {window(5, 500, X11Window::Kind::Shell), window(1, own)};
         QCOMPARE(frontmost(snapshot), 0u);
     }
 
-    void aDialogThatBlocksTheForemostWindowIsInFrontOfIt()
+    void aModalDialogIsInFrontOfItsWindow()
     {
         X11Snapshot snapshot = desktop();
         for (X11Window &window : snapshot.windows)
@@ -102,7 +102,7 @@ private Q_SLOTS:
         QCOMPARE(snapshot.windowToShow(999), nullptr);
     }
 
-    void quittingClosesMainWindowsAndLeavesDialogsToThem()
+    void quittingClosesMainWindowsBeforeDialogs()
     {
         X11Snapshot snapshot = desktop();
         QCOMPARE(snapshot.windowsToClose(editor).size(), 1);
@@ -111,7 +111,7 @@ private Q_SLOTS:
         QCOMPARE(snapshot.windowsToClose(editor).first().identifier, 3u);
     }
 
-    void aWindowThatCannotBeAskedIsNeverClosed()
+    void aWindowWithoutDeleteProtocolIsNeverClosed()
     {
         X11Snapshot snapshot = desktop();
         snapshot.windows[1].canBeClosed = false;

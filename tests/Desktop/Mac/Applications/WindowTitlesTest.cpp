@@ -10,7 +10,7 @@ class WindowTitlesTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void onlyTitlesOfOtherApplicationsTell_data()
+    void onlyTitlesOfOtherApplicationsCount_data()
     {
         QTest::addColumn<QList<WindowDescription>>("windows");
         QTest::addColumn<bool>("tells");
@@ -29,7 +29,7 @@ private Q_SLOTS:
         row("the desktop's", {menuBar, unknownLayer, withoutTitle}, false);
         row("another's", {menuBar, ours, withoutTitle, titled}, true);
     }
-    void onlyTitlesOfOtherApplicationsTell()
+    void onlyTitlesOfOtherApplicationsCount()
     {
         QFETCH(QList<WindowDescription>, windows);
         QTEST(WindowTitles::includeOthers(windows, 1), "tells");

@@ -11,8 +11,8 @@
 
 using namespace Qt::StringLiterals;
 
-// Starts of the program that share a folder: the locks of one process exclude each other as those of several
-// do.
+// Instances that share a folder. Locks taken by one process exclude each other like those of several
+// processes.
 class SocketProgramInstanceTest : public QObject
 {
     Q_OBJECT
@@ -38,7 +38,7 @@ private Q_SLOTS:
         QCOMPARE(instance.launchToken(), QString());
     }
 
-    void aLaterStartHandsItsRequestOver_data()
+    void aLaterStartForwardsItsRequest_data()
     {
         QTest::addColumn<InstanceRequest>("request");
         QTest::addColumn<int>("activations");
@@ -48,7 +48,7 @@ private Q_SLOTS:
         QTest::newRow("nothing") << InstanceRequest::Nothing << 0 << 0;
     }
 
-    void aLaterStartHandsItsRequestOver()
+    void aLaterStartForwardsItsRequest()
     {
         QFETCH(InstanceRequest, request);
         SocketProgramInstance first(m_folder->path());
@@ -61,7 +61,7 @@ private Q_SLOTS:
         QTEST(int(toggled.size()), "toggles");
     }
 
-    void eachLaterStartIsHeard()
+    void everyLaterStartIsReceived()
     {
         SocketProgramInstance first(m_folder->path());
         const QSignalSpy toggled(&first, &ProgramInstance::toggleRequested);
@@ -82,12 +82,12 @@ private Q_SLOTS:
         QCOMPARE(claim(next), InstanceStanding::First);
     }
 
-    void whatACrashLeftIsNoHindrance()
+    void leftoversOfACrashAreNoObstacle()
     {
         QFile lock(path(u"instance.lock"_s));
         QVERIFY(lock.open(QFile::WriteOnly));
         lock.close();
-        // A socket stays in the folder when nobody removes it.
+        // A crash leaves the socket file behind.
         QLocalServer abandoned;
         QVERIFY(abandoned.listen(path(u"abandoned"_s)));
         QVERIFY(QFile::rename(path(u"abandoned"_s), path(u"instance.socket"_s)));
@@ -101,7 +101,7 @@ private Q_SLOTS:
     {
         SocketProgramInstance first(m_folder->path());
         QCOMPARE(claim(first), InstanceStanding::First);
-        // Its socket now belongs to somebody who takes calls and says nothing.
+        // Replace its socket with one that accepts connections but never replies.
         QVERIFY(QFile::remove(path(u"instance.socket"_s)));
         QLocalServer silent;
         QVERIFY(silent.listen(path(u"instance.socket"_s)));
@@ -114,7 +114,7 @@ private Q_SLOTS:
         }
     }
 
-    void strangeCallsChangeNothing()
+    void unknownRequestsAreIgnored()
     {
         SocketProgramInstance first(m_folder->path());
         const QSignalSpy activated(&first, &ProgramInstance::activated);

@@ -59,7 +59,7 @@ private Q_SLOTS:
         const QString accents = u"e"_s + u"\u0301"_s.repeated(30);
         QCOMPARE(texts(TypedText::fitted({typing(accents)})),
                  (QStringList{accents.first(20), accents.sliced(20)}));
-        // Accents that are pairs themselves, the first of them at an odd place.
+        // Combining marks that are surrogate pairs, starting at an odd index.
         const QString pairs = u"e"_s + u"\U0001D165"_s.repeated(12);
         const QStringList pieces = texts(TypedText::fitted({typing(pairs)}));
         QCOMPARE(pieces.join(QString()), pairs);

@@ -8,7 +8,8 @@
 
 using namespace Qt::StringLiterals;
 
-// A system with one application, which comes to the front the given time after it was asked to, or opened.
+// A fake system with one application, which comes to the front a given time after a request or after being
+// opened.
 class ForegroundTest : public QObject
 {
     Q_OBJECT
@@ -18,9 +19,9 @@ private:
     {
         RecordingJournal journal;
         RecordingClock clock{journal};
-        std::optional<QDateTime> inFront;                 // from when on
-        std::optional<std::chrono::milliseconds> request; // how long it takes; none: refused
-        std::optional<std::chrono::milliseconds> opening; // none: fails
+        std::optional<QDateTime> inFront;                 // since when
+        std::optional<std::chrono::milliseconds> request; // the delay after a request; nothing if refused
+        std::optional<std::chrono::milliseconds> opening; // the delay after opening; nothing if it fails
         QStringList done;
 
         bool hasKeys() const { return inFront && clock.time >= *inFront; }
@@ -43,7 +44,7 @@ private:
         {
             return {[this] { return hasKeys(); }, [this] { return ask(); }, [this] { return open(); }};
         }
-        // The sentence of the failure, or nothing.
+        // The error message, or an empty string.
         QString bring() { return bring(means()); }
         QString bring(const Foreground::Means &means)
         {
@@ -57,7 +58,7 @@ private:
     };
 
 private Q_SLOTS:
-    void whatIsInFrontIsLeftAlone()
+    void aFrontmostApplicationIsLeftAlone()
     {
         System system;
         system.inFront = system.clock.time;
@@ -65,7 +66,7 @@ private Q_SLOTS:
         QCOMPARE(system.done, QStringList());
     }
 
-    void whatComesWhenItIsAskedToIsNotOpened()
+    void aSuccessfulRequestIsEnough()
     {
         System system;
         system.request = std::chrono::milliseconds(1000);
@@ -74,7 +75,7 @@ private Q_SLOTS:
         QCOMPARE(system.done, QStringList{u"ask"_s});
     }
 
-    void whereTheRequestIsRefusedItIsOpenedAtOnce()
+    void aRefusedRequestOpensTheApplicationAtOnce()
     {
         System system;
         system.opening = std::chrono::milliseconds(1000);
@@ -85,7 +86,7 @@ private Q_SLOTS:
         QCOMPARE(start.msecsTo(system.clock.time), 1000);
     }
 
-    void whereNothingComesOfTheRequestItIsOpened()
+    void anIneffectiveRequestOpensTheApplication()
     {
         System system;
         system.request = std::chrono::hours(1);
@@ -94,7 +95,7 @@ private Q_SLOTS:
         QCOMPARE(system.done, (QStringList{u"ask"_s, u"open"_s}));
     }
 
-    void whatDoesNotComeIsNoSuccess()
+    void notComingForwardIsAnError()
     {
         System system;
         system.opening = std::chrono::hours(1);
@@ -108,7 +109,7 @@ private Q_SLOTS:
         QCOMPARE(system.bring(), u"It cannot be opened."_s);
     }
 
-    void whereNothingCanBeOpenedTheRequestIsAll()
+    void withoutAWayToOpenOnlyTheRequestIsMade()
     {
         System system;
         Foreground::Means means = system.means();

@@ -5,7 +5,7 @@
 #include <QTest>
 #include <QWindow>
 
-// A window whose native side has the styling, or has lost it.
+// A window that tracks whether its native window is styled.
 class StyledWindow : public QWindow
 {
 public:
@@ -22,7 +22,7 @@ class StylingKeeperTest : public QObject
     Q_OBJECT
 
 private:
-    // What Qt does when the window goes to full screen or comes back.
+    // Simulates Qt entering or leaving full screen.
     static void changeState(StyledWindow &window)
     {
         window.isStyled = false;
@@ -31,7 +31,7 @@ private:
     }
 
 private Q_SLOTS:
-    void aNativeWindowThatIsThereIsStyledAtOnce()
+    void anExistingNativeWindowIsStyledAtOnce()
     {
         StyledWindow window;
         window.create();
@@ -39,7 +39,7 @@ private Q_SLOTS:
         QVERIFY(window.isStyled);
     }
 
-    void aNativeWindowIsStyledAsSoonAsItIsMade()
+    void aNativeWindowIsStyledWhenCreated()
     {
         StyledWindow window;
         window.keepStyled();
@@ -48,7 +48,7 @@ private Q_SLOTS:
         QVERIFY(window.isStyled);
     }
 
-    void soIsTheNextOne()
+    void aNewNativeWindowIsStyledAgain()
     {
         StyledWindow window;
         window.keepStyled();
@@ -60,7 +60,7 @@ private Q_SLOTS:
         QVERIFY(window.isStyled);
     }
 
-    void itIsStyledAgainWhenItsStateHasChanged()
+    void itIsStyledAgainAfterAStateChange()
     {
         StyledWindow window;
         window.create();
@@ -69,7 +69,7 @@ private Q_SLOTS:
         QVERIFY(window.isStyled);
     }
 
-    void itIsStyledAgainWhenTheStylingGoesRightAfterAChangeOfState()
+    void itIsStyledAgainWhenTheStyleIsLostAfterAStateChange()
     {
         StyledWindow window;
         window.create();
@@ -99,7 +99,7 @@ private Q_SLOTS:
         QTRY_VERIFY(window.isStyled);
     }
 
-    void aWindowThatHasLostItsNativeOneIsLeftAlone()
+    void aWindowWithoutANativeWindowIsLeftAlone()
     {
         StyledWindow window;
         window.create();
@@ -111,7 +111,7 @@ private Q_SLOTS:
         QVERIFY(!window.isStyled);
     }
 
-    void theStylingThatIsDueGoesWithTheWindow()
+    void destroyingTheWindowCancelsPendingStyling()
     {
         int stylings = 0;
         auto window = std::make_unique<StyledWindow>();

@@ -75,8 +75,8 @@ QCoro::Task<void> AgentSession::loop(QString command, int turnIndex, std::stop_t
     co_await m_models.loadIfNeeded();
     if (!self)
         co_return;
-    if (m_models.state().kind != ModelManager::State::Kind::loaded) {
-        end(turnIndex, u"The local model isn't ready yet."_s, LogEntry::Kind::failure);
+    if (m_models.state().kind != ModelManager::State::Kind::Loaded) {
+        end(turnIndex, u"The local model isn't ready yet."_s, LogEntry::Kind::Failure);
         co_return;
     }
 
@@ -84,7 +84,7 @@ QCoro::Task<void> AgentSession::loop(QString command, int turnIndex, std::stop_t
     if (!self)
         co_return;
     if (switchedOn)
-        appendEntry(turnIndex, LogEntry{.text = accessibilityNote, .kind = LogEntry::Kind::info});
+        appendEntry(turnIndex, LogEntry{.text = accessibilityNote, .kind = LogEntry::Kind::Info});
 
     const QString state = co_await Executor::observe(m_desktop);
     if (!self)
@@ -99,7 +99,7 @@ QCoro::Task<void> AgentSession::loop(QString command, int turnIndex, std::stop_t
         if (progress == Progress::Ended)
             co_return;
     }
-    end(turnIndex, u"Stopped after too many steps."_s, LogEntry::Kind::failure);
+    end(turnIndex, u"Stopped after too many steps."_s, LogEntry::Kind::Failure);
 }
 
 QCoro::Task<AgentSession::Progress> AgentSession::takeStep(std::shared_ptr<Run> run)
@@ -115,12 +115,12 @@ QCoro::Task<AgentSession::Progress> AgentSession::takeStep(std::shared_ptr<Run> 
 
     if (kindOf(*action) == ActionKind::Done) {
         const QString summary = action->arg(u"message"_s).value_or(u"Done"_s);
-        end(run->turnIndex, summary, LogEntry::Kind::success, summary);
+        end(run->turnIndex, summary, LogEntry::Kind::Success, summary);
         co_return Progress::Ended;
     }
     const QString signature = actionSignature(*action);
     if (signature == run->previousSignature) {
-        end(run->turnIndex, u"Stopped: the same step was repeated."_s, LogEntry::Kind::failure);
+        end(run->turnIndex, u"Stopped: the same step was repeated."_s, LogEntry::Kind::Failure);
         co_return Progress::Ended;
     }
     run->previousSignature = signature;
@@ -162,7 +162,7 @@ QCoro::Task<AgentSession::Progress> AgentSession::perform(std::shared_ptr<Run> r
     Approval approval = Approval::NotNeeded;
     if (risk.kind == Risk::Kind::Confirm) {
         setStatus(u"Waiting for approval: "_s + title);
-        changeEntry(run->turnIndex, entry, title, LogEntry::Kind::confirm, true);
+        changeEntry(run->turnIndex, entry, title, LogEntry::Kind::Confirm, true);
         const QFuture<bool> answer = ask(action, risk.reason);
         // The user may have stopped the run while the target was being looked for.
         if (run->cancellation.stop_requested())
@@ -171,7 +171,7 @@ QCoro::Task<AgentSession::Progress> AgentSession::perform(std::shared_ptr<Run> r
         if (!self)
             co_return Progress::Ended;
         if (!approved) {
-            changeEntry(run->turnIndex, entry, u"Declined: "_s + title, LogEntry::Kind::failure, false);
+            changeEntry(run->turnIndex, entry, u"Declined: "_s + title, LogEntry::Kind::Failure, false);
             finish(run->turnIndex, u"I didn't do that, as requested."_s);
             co_return Progress::Ended;
         }
@@ -200,10 +200,10 @@ QCoro::Task<AgentSession::Progress> AgentSession::execute(std::shared_ptr<Run> r
     if (!self)
         co_return Progress::Ended;
     if (failure)
-        changeEntry(run->turnIndex, entry, action.title() + u" — "_s + *failure, LogEntry::Kind::failure,
+        changeEntry(run->turnIndex, entry, action.title() + u" — "_s + *failure, LogEntry::Kind::Failure,
                     false);
     else
-        changeEntry(run->turnIndex, entry, action.title(), LogEntry::Kind::step, false);
+        changeEntry(run->turnIndex, entry, action.title(), LogEntry::Kind::Step, false);
 
     const QString state = co_await Executor::observe(desktop);
     if (!self)
@@ -216,7 +216,7 @@ QCoro::Task<AgentSession::Progress> AgentSession::execute(std::shared_ptr<Run> r
 AgentSession::Progress AgentSession::takeInvalidReply(Run &run, const QString &reply)
 {
     if (run.invalidReplies == maxCorrections) {
-        end(run.turnIndex, u"I couldn't work out a plan for that."_s, LogEntry::Kind::failure);
+        end(run.turnIndex, u"I couldn't work out a plan for that."_s, LogEntry::Kind::Failure);
         return Progress::Ended;
     }
     run.conversation.append({ChatMessage::Role::Assistant, reply});
@@ -230,6 +230,6 @@ bool AgentSession::endIfCancelled(const Run &run)
 {
     if (!run.cancellation.stop_requested())
         return false;
-    end(run.turnIndex, u"Cancelled"_s, LogEntry::Kind::info);
+    end(run.turnIndex, u"Cancelled"_s, LogEntry::Kind::Info);
     return true;
 }

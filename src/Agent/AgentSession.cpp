@@ -124,9 +124,9 @@ void AgentSession::endAfterError(int turnIndex, const QString &description)
     const QList<LogEntry> log = m_turns.at(turnIndex).log;
     for (const LogEntry &entry : log) {
         if (entry.running)
-            changeEntry(turnIndex, entry.id, entry.text, LogEntry::Kind::failure, false);
+            changeEntry(turnIndex, entry.id, entry.text, LogEntry::Kind::Failure, false);
     }
-    end(turnIndex, description, LogEntry::Kind::failure);
+    end(turnIndex, description, LogEntry::Kind::Failure);
 }
 
 void AgentSession::finish(int turnIndex, const std::optional<QString> &summary)

@@ -9,17 +9,17 @@
 struct LogEntry
 {
     enum class Kind {
-        step,    // an action
-        success, // the task is done; the text is the closing message
-        failure, // a failed step, or why the run ended
-        info,    // a neutral note
-        confirm, // a step that waits for the user's approval
+        Step,    // an action
+        Success, // the task is done; the text is the closing message
+        Failure, // a failed step, or why the run ended
+        Info,    // a neutral note
+        Confirm, // a step that waits for the user's approval
     };
 
     // Always fresh; the line is found again by it, and two lines with the same text are still two lines.
     QUuid id = QUuid::createUuid();
     QString text = {}; // an action's title, or a message of the loop
-    Kind kind = Kind::step;
+    Kind kind = Kind::Step;
     // True while the step that the line stands for is being carried out.
     bool running = false;
 

@@ -7,7 +7,7 @@
 class InferenceError : public LocalizedError
 {
 public:
-    enum class Code { notLoaded, loadFailed, contextFailed, tokenizeFailed, decodeFailed };
+    enum class Code { NotLoaded, LoadFailed, ContextFailed, TokenizeFailed, DecodeFailed };
 
     explicit InferenceError(Code code) : m_code(code) {}
 

@@ -80,7 +80,7 @@ void ModelManager::select(const LocalModel &model)
     setSelected(model);
     m_settings.setValue(selectedModelKey, model.id);
     refresh();
-    if (m_state.kind == State::Kind::ready)
+    if (m_state.kind == State::Kind::Ready)
         QMetaObject::invokeMethod(
             this, [this] { loadIfNeeded(); }, Qt::QueuedConnection);
 }
@@ -107,15 +107,15 @@ QCoro::Task<void> ModelManager::loadIfNeeded()
         co_return;
     }
     const QPointer<ModelManager> self(this);
-    if (m_state.kind == State::Kind::loading) {
+    if (m_state.kind == State::Kind::Loading) {
         // The model may be switched meanwhile; then it is the other's load that matters.
-        while (self && m_state.kind == State::Kind::loading) {
+        while (self && m_state.kind == State::Kind::Loading) {
             const QFuture<void> end = m_loadEnd;
             co_await end;
         }
         co_return;
     }
-    if (m_state.kind != State::Kind::ready && m_state.kind != State::Kind::loaded)
+    if (m_state.kind != State::Kind::Ready && m_state.kind != State::Kind::Loaded)
         co_return;
     // Ends with this coroutine, and with it the wait of the others.
     QPromise<void> loading;
@@ -131,13 +131,13 @@ QCoro::Task<void> ModelManager::loadIfNeeded()
         co_await m_engine->load(file);
     } catch (const InferenceError &error) {
         outcome = State::failed(error.errorDescription());
-        isRefused = error.code() == InferenceError::Code::loadFailed;
+        isRefused = error.code() == InferenceError::Code::LoadFailed;
     } catch (const LocalizedError &error) {
         outcome = State::failed(error.errorDescription());
     } catch (const std::exception &error) {
         outcome = State::failed(Text::cleaned(QString::fromLocal8Bit(error.what())));
     }
-    if (self && selection == m_selection && outcome.kind == State::Kind::failed)
+    if (self && selection == m_selection && outcome.kind == State::Kind::Failed)
         co_await lookForTheFault(file, isRefused);
     if (!self || selection != m_selection)
         co_return;
@@ -238,7 +238,7 @@ void ModelManager::takeFinished(quint64 task, const QString &message)
 {
     const bool cancelled = m_task != task;
     // A file that came before its cancel is as good as any; all else of a cancelled download is dropped.
-    const bool idle = m_state.kind == State::Kind::needsDownload || m_state.kind == State::Kind::ready;
+    const bool idle = m_state.kind == State::Kind::NeedsDownload || m_state.kind == State::Kind::Ready;
     if (cancelled && (m_task || !idle || !message.isEmpty()))
         return;
     m_task.reset();

@@ -27,18 +27,18 @@ public:
     // Where the selected model stands.
     struct State
     {
-        enum class Kind { needsDownload, downloading, ready, loading, loaded, failed };
+        enum class Kind { NeedsDownload, Downloading, Ready, Loading, Loaded, Failed };
 
-        Kind kind = Kind::needsDownload;
+        Kind kind = Kind::NeedsDownload;
         double progress = 0.0; // 0.0 to 1.0, of `downloading`
         QString message;       // of `failed`, as the user sees it
 
         static State needsDownload() { return {}; }
-        static State downloading(double progress) { return {Kind::downloading, progress, {}}; }
-        static State ready() { return {Kind::ready, 0.0, {}}; }
-        static State loading() { return {Kind::loading, 0.0, {}}; }
-        static State loaded() { return {Kind::loaded, 0.0, {}}; }
-        static State failed(const QString &message) { return {Kind::failed, 0.0, message}; }
+        static State downloading(double progress) { return {Kind::Downloading, progress, {}}; }
+        static State ready() { return {Kind::Ready, 0.0, {}}; }
+        static State loading() { return {Kind::Loading, 0.0, {}}; }
+        static State loaded() { return {Kind::Loaded, 0.0, {}}; }
+        static State failed(const QString &message) { return {Kind::Failed, 0.0, message}; }
 
         friend bool operator==(const State &, const State &) = default;
     };

@@ -40,7 +40,7 @@ int doTask(ModelManager &models, const QString &task, Terminal &terminal)
         terminal.error(*obstacle);
         return ExitStatus::endedOtherwise;
     }
-    if (models.state().kind == ModelManager::State::Kind::needsDownload) {
+    if (models.state().kind == ModelManager::State::Kind::NeedsDownload) {
         DoCommand::reportNotReady(models, terminal);
         return ExitStatus::notReady;
     }

@@ -282,7 +282,7 @@ void AgentLoopTest::aModelThatIsBeingLoadedIsWaitedFor()
 void AgentLoopTest::aModelThatCannotBeLoadedEndsTheRun()
 {
     SessionBench bench;
-    bench.engine->loadError = InferenceError(InferenceError::Code::loadFailed);
+    bench.engine->loadError = InferenceError(InferenceError::Code::LoadFailed);
     bench.runTask(u"Open Safari"_s);
     QCOMPARE(bench.transcript(), uR"(== conversation
 (none)
@@ -313,7 +313,7 @@ void AgentLoopTest::anErrorOfTheEngineEndsTheRun()
 {
     SessionBench bench;
     script(bench, {typeText(u"1"_s)});
-    bench.engine->replies.append(InferenceError(InferenceError::Code::decodeFailed));
+    bench.engine->replies.append(InferenceError(InferenceError::Code::DecodeFailed));
     bench.runTask(u"Type 1"_s);
     QCOMPARE(bench.transcript(), uR"(== conversation
 system: (the system prompt)
@@ -765,7 +765,7 @@ void AgentLoopTest::anApprovalForAnApplicationThatHasGoneFails()
     bench.session->resolve(true);
     QVERIFY(bench.waitForEnd());
     QVERIFY(bench.desktop.keyboard.strokes.isEmpty());
-    QCOMPARE(bench.lastTurn().log.constFirst().kind, LogEntry::Kind::failure);
+    QCOMPARE(bench.lastTurn().log.constFirst().kind, LogEntry::Kind::Failure);
     const QString fedBack = bench.engine->conversations.constLast().constLast().content;
     QVERIFY2(fedBack.startsWith(u"Error: "_s) && fedBack.contains(u"Messages"_s), qPrintable(fedBack));
     QVERIFY2(fedBack.endsWith(u".\nState: Frontmost app: Terminal. Windows: none"_s), qPrintable(fedBack));

@@ -14,15 +14,15 @@ namespace {
 QString described(LogEntry::Kind kind)
 {
     switch (kind) {
-    case LogEntry::Kind::step:
+    case LogEntry::Kind::Step:
         return u"step"_s;
-    case LogEntry::Kind::success:
+    case LogEntry::Kind::Success:
         return u"success"_s;
-    case LogEntry::Kind::failure:
+    case LogEntry::Kind::Failure:
         return u"failure"_s;
-    case LogEntry::Kind::info:
+    case LogEntry::Kind::Info:
         return u"info"_s;
-    case LogEntry::Kind::confirm:
+    case LogEntry::Kind::Confirm:
         return u"confirm"_s;
     }
     Q_UNREACHABLE();

@@ -40,7 +40,7 @@ void waitUntil(const std::function<bool()> &isThere)
 void load(SessionBench &bench, ContentViewModel &content)
 {
     content.appear();
-    waitUntil([&bench] { return bench.models.state().kind == ModelManager::State::Kind::loaded; });
+    waitUntil([&bench] { return bench.models.state().kind == ModelManager::State::Kind::Loaded; });
 }
 
 void reportProgress(SessionBench &bench, qint64 perMille)
@@ -144,7 +144,7 @@ QList<Scene> scenes(const std::shared_ptr<Gate> &gate)
          }},
         {u"setup-failed"_s, ModelFile::Present,
          [](SessionBench &bench, ContentViewModel &content) {
-             bench.engine->loadError = InferenceError(InferenceError::Code::loadFailed);
+             bench.engine->loadError = InferenceError(InferenceError::Code::LoadFailed);
              content.appear();
              waitUntil([&content] { return content.setup()->step() == SetupViewModel::Failed; });
          }},

@@ -76,7 +76,7 @@ private Q_SLOTS:
             ContextFitting::fitted(numbered(count), maxTokens);
             QFAIL("It was fitted");
         } catch (const InferenceError &error) {
-            QCOMPARE(error.code(), InferenceError::Code::tokenizeFailed);
+            QCOMPARE(error.code(), InferenceError::Code::TokenizeFailed);
         }
     }
 

@@ -137,7 +137,7 @@ void ModelDownloadTest::progressWithALength()
 void ModelDownloadTest::progressWithoutALength()
 {
     Resource unknown = resource('1');
-    unknown.length = Resource::Length::unknown;
+    unknown.length = Resource::Length::Unknown;
     unknown.holdAfter = 200'000;
     m_server->set(u"/first.gguf"_s, unknown);
     m_manager->download();
@@ -234,7 +234,7 @@ void ModelDownloadTest::switchOfTheModelMidwayIsSilent()
 
     QTRY_VERIFY(sessionHasEnded());
     QCoreApplication::processEvents();
-    QCOMPARE(states, {State::Kind::needsDownload});
+    QCOMPARE(states, {State::Kind::NeedsDownload});
     QVERIFY(!QFile::exists(path(u"first.gguf"_s)));
 }
 
@@ -313,7 +313,7 @@ void ModelDownloadTest::damagedDownloadPublishesNothing()
     damaged.headers = {{"X-Linked-Etag", QByteArray(64, 'a')}};
     m_server->set(u"/first.gguf"_s, damaged);
     m_manager->download();
-    QTRY_COMPARE(m_manager->state().kind, State::Kind::failed);
+    QTRY_COMPARE(m_manager->state().kind, State::Kind::Failed);
     QVERIFY(m_manager->state().message.contains(u"SHA-256"_s));
     QVERIFY(!QFile::exists(path(u"first.gguf"_s)));
 }

@@ -198,17 +198,17 @@ QString ModelManagerTest::chosen() const
 // Leads the manager into a state, on the ways that a user takes.
 void ModelManagerTest::bringInto(State::Kind kind)
 {
-    if (kind == State::Kind::downloading || kind == State::Kind::failed)
+    if (kind == State::Kind::Downloading || kind == State::Kind::Failed)
         m_manager->download();
-    if (kind == State::Kind::failed) {
+    if (kind == State::Kind::Failed) {
         finish({}, 500);
         turnTheLoop();
     }
-    if (kind == State::Kind::ready || kind == State::Kind::loaded) {
+    if (kind == State::Kind::Ready || kind == State::Kind::Loaded) {
         putFile(m_manager->selected());
         m_manager->refresh();
     }
-    if (kind == State::Kind::loaded) {
+    if (kind == State::Kind::Loaded) {
         m_manager->loadIfNeeded();
         turnTheLoop();
     }
@@ -296,10 +296,10 @@ void ModelManagerTest::standardStorageFollowsTheDesktopsFolders()
 void ModelManagerTest::refreshOverwritesEveryState_data()
 {
     QTest::addColumn<State::Kind>("kind");
-    QTest::newRow("downloading") << State::Kind::downloading;
-    QTest::newRow("failed") << State::Kind::failed;
-    QTest::newRow("ready") << State::Kind::ready;
-    QTest::newRow("loaded") << State::Kind::loaded;
+    QTest::newRow("downloading") << State::Kind::Downloading;
+    QTest::newRow("failed") << State::Kind::Failed;
+    QTest::newRow("ready") << State::Kind::Ready;
+    QTest::newRow("loaded") << State::Kind::Loaded;
 }
 
 void ModelManagerTest::refreshOverwritesEveryState()
@@ -316,7 +316,7 @@ void ModelManagerTest::refreshOverwritesEveryState()
 
 void ModelManagerTest::selectingTheSelectedModelDoesNothing()
 {
-    bringInto(State::Kind::loaded);
+    bringInto(State::Kind::Loaded);
     QSignalSpy changes(m_manager.get(), &ModelManager::willChange);
     m_manager->select(firstModel());
     turnTheLoop();
@@ -328,7 +328,7 @@ void ModelManagerTest::selectingTheSelectedModelDoesNothing()
 
 void ModelManagerTest::selectingAnotherModelUnloadsRemembersAndLooksForItsFile()
 {
-    bringInto(State::Kind::loaded);
+    bringInto(State::Kind::Loaded);
     m_manager->select(secondModel());
     QCOMPARE(m_engine->unloadCount, 1);
     QCOMPARE(m_manager->selected(), secondModel());
@@ -351,7 +351,7 @@ void ModelManagerTest::selectingAModelWhoseFileIsThereLoadsIt()
 
 void ModelManagerTest::selectingCancelsTheDownloadSilently()
 {
-    bringInto(State::Kind::downloading);
+    bringInto(State::Kind::Downloading);
     m_manager->select(secondModel());
     QCOMPARE(m_session->cancelled, {quint64(1)});
     QCOMPARE(m_manager->state(), State::needsDownload());
@@ -363,7 +363,7 @@ void ModelManagerTest::selectingCancelsTheDownloadSilently()
 
 void ModelManagerTest::lateProgressAfterASwitchIsDropped()
 {
-    bringInto(State::Kind::downloading);
+    bringInto(State::Kind::Downloading);
     ScriptedDownloadSession::onSessionThread([&] { m_session->delegate->downloadProgressed(1, 10, 100); });
     m_manager->select(secondModel());
     turnTheLoop();
@@ -375,7 +375,7 @@ void ModelManagerTest::lateProgressAfterASwitchIsDropped()
 
 void ModelManagerTest::lateProgressOfAnEarlierDownloadIsDropped()
 {
-    bringInto(State::Kind::downloading);
+    bringInto(State::Kind::Downloading);
     m_manager->select(secondModel());
     m_manager->download();
     ScriptedDownloadSession::onSessionThread([&] { m_session->delegate->downloadProgressed(1, 90, 100); });
@@ -385,7 +385,7 @@ void ModelManagerTest::lateProgressOfAnEarlierDownloadIsDropped()
 
 void ModelManagerTest::loadThatEndsAfterASwitchChangesNothing()
 {
-    bringInto(State::Kind::ready);
+    bringInto(State::Kind::Ready);
     Gate gate;
     m_engine->beforeLoaded = [&gate] { return gate.passed(); };
     m_manager->loadIfNeeded();
@@ -400,7 +400,7 @@ void ModelManagerTest::loadThatEndsAfterASwitchChangesNothing()
 
 void ModelManagerTest::engineThatUnloadsLateIsLoadedAnew()
 {
-    bringInto(State::Kind::loaded);
+    bringInto(State::Kind::Loaded);
     putFile(secondModel());
     m_engine->unloadsAtOnce = false;
     m_manager->select(secondModel());
@@ -465,7 +465,7 @@ void ModelManagerTest::finishedFileIsMovedIntoPlaceAndLoaded()
     QCOMPARE(m_manager->state(), State::downloading(0.0));
 
     QTRY_COMPARE(m_manager->state(), State::loaded());
-    QCOMPARE(states, QList({State::Kind::ready, State::Kind::loading, State::Kind::loaded}));
+    QCOMPARE(states, QList({State::Kind::Ready, State::Kind::Loading, State::Kind::Loaded}));
     QCOMPARE(m_engine->loadedPaths, {m_manager->directory() + u'/' + firstModel().fileName});
 }
 
@@ -597,7 +597,7 @@ void ModelManagerTest::endWithoutAnErrorDoesNothing()
 
 void ModelManagerTest::downloadCanBeStartedAfterAFailure()
 {
-    bringInto(State::Kind::failed);
+    bringInto(State::Kind::Failed);
     m_manager->download();
     QCOMPARE(m_manager->state(), State::downloading(0.0));
     QCOMPARE(m_session->started.size(), 2);
@@ -620,7 +620,7 @@ void ModelManagerTest::cancelButtonGoesBackToWhatTheFolderHolds()
 
 void ModelManagerTest::cancelButtonWithoutADownloadOnlyRefreshes()
 {
-    bringInto(State::Kind::failed);
+    bringInto(State::Kind::Failed);
     m_manager->cancelDownload();
     QCOMPARE(m_manager->state(), State::needsDownload());
     QVERIFY(m_session->cancelled.isEmpty());
@@ -649,7 +649,7 @@ void ModelManagerTest::lateErrorOfACancelledDownloadIsDropped()
 
 void ModelManagerTest::loadPutsTheSelectedFileIntoTheEngine()
 {
-    bringInto(State::Kind::ready);
+    bringInto(State::Kind::Ready);
     Gate gate;
     m_engine->beforeLoaded = [&gate] { return gate.passed(); };
     m_manager->loadIfNeeded();
@@ -670,9 +670,9 @@ void ModelManagerTest::loadedEngineMakesTheStateLoaded()
 void ModelManagerTest::loadChangesNothingWhenThereIsNothingToLoad_data()
 {
     QTest::addColumn<State::Kind>("kind");
-    QTest::newRow("needsDownload") << State::Kind::needsDownload;
-    QTest::newRow("downloading") << State::Kind::downloading;
-    QTest::newRow("failed") << State::Kind::failed;
+    QTest::newRow("needsDownload") << State::Kind::NeedsDownload;
+    QTest::newRow("downloading") << State::Kind::Downloading;
+    QTest::newRow("failed") << State::Kind::Failed;
 }
 
 void ModelManagerTest::loadChangesNothingWhenThereIsNothingToLoad()
@@ -689,7 +689,7 @@ void ModelManagerTest::loadChangesNothingWhenThereIsNothingToLoad()
 
 void ModelManagerTest::secondLoadWhileOneRunsOnlyWaitsForIt()
 {
-    bringInto(State::Kind::ready);
+    bringInto(State::Kind::Ready);
     Gate gate;
     m_engine->beforeLoaded = [&gate] { return gate.passed(); };
     m_manager->loadIfNeeded();
@@ -707,7 +707,7 @@ void ModelManagerTest::secondLoadWhileOneRunsOnlyWaitsForIt()
 
 void ModelManagerTest::waitForALoadEndsWithTheManager()
 {
-    bringInto(State::Kind::ready);
+    bringInto(State::Kind::Ready);
     Gate gate;
     m_engine->beforeLoaded = [&gate] { return gate.passed(); };
     const QCoro::Task<void> load = m_manager->loadIfNeeded();
@@ -720,7 +720,7 @@ void ModelManagerTest::waitForALoadEndsWithTheManager()
 
 void ModelManagerTest::waitForALoadGoesOnWhenTheModelIsSwitched()
 {
-    bringInto(State::Kind::ready);
+    bringInto(State::Kind::Ready);
     putFile(secondModel());
     Gate first;
     m_engine->beforeLoaded = [&first] { return first.passed(); };
@@ -741,7 +741,7 @@ void ModelManagerTest::waitForALoadGoesOnWhenTheModelIsSwitched()
 
 void ModelManagerTest::loadedStateWithAnEmptyEngineLoadsAgain()
 {
-    bringInto(State::Kind::loaded);
+    bringInto(State::Kind::Loaded);
     m_engine->setLoaded(false);
     m_manager->loadIfNeeded();
     QTRY_COMPARE(m_engine->loadedPaths.size(), 2);
@@ -750,8 +750,8 @@ void ModelManagerTest::loadedStateWithAnEmptyEngineLoadsAgain()
 
 void ModelManagerTest::failedLoadShowsTheEnginesMessage()
 {
-    bringInto(State::Kind::ready);
-    m_engine->loadError = InferenceError(InferenceError::Code::loadFailed);
+    bringInto(State::Kind::Ready);
+    m_engine->loadError = InferenceError(InferenceError::Code::LoadFailed);
     m_manager->loadIfNeeded();
     QTRY_COMPARE(m_manager->state(), State::failed(u"Couldn't load the model file."_s));
     m_engine->loadError.reset();
@@ -768,7 +768,7 @@ void ModelManagerTest::fileThatIsNoModelCountsAsMissingOnceItsLoadHasFailed()
     putFile(firstModel(), "no model at all");
     m_manager->refresh();
     QCOMPARE(m_manager->state(), State::ready());
-    m_engine->loadError = InferenceError(InferenceError::Code::loadFailed);
+    m_engine->loadError = InferenceError(InferenceError::Code::LoadFailed);
     m_manager->loadIfNeeded();
     QTRY_COMPARE(m_manager->state(), State::failed(u"Couldn't load the model file."_s));
     m_manager->refresh();
@@ -787,7 +787,7 @@ void ModelManagerTest::fileThatIsNoModelCountsAsMissingOnceItsLoadHasFailed()
 
 void ModelManagerTest::failTwice(InferenceError::Code code)
 {
-    bringInto(State::Kind::ready);
+    bringInto(State::Kind::Ready);
     m_engine->loadError = InferenceError(code);
     for (int i = 0; i < 2; ++i) {
         QCOMPARE(m_manager->state(), State::ready());
@@ -799,7 +799,7 @@ void ModelManagerTest::failTwice(InferenceError::Code code)
 
 void ModelManagerTest::fileThatTheEngineRefusesTwiceCountsAsMissing()
 {
-    failTwice(InferenceError::Code::loadFailed);
+    failTwice(InferenceError::Code::LoadFailed);
     QCOMPARE(m_manager->state(), State::needsDownload());
     m_engine->loadError.reset();
     m_manager->download();
@@ -809,7 +809,7 @@ void ModelManagerTest::fileThatTheEngineRefusesTwiceCountsAsMissing()
 
 void ModelManagerTest::contextThatFailsTwiceIsNotTheFilesFault()
 {
-    failTwice(InferenceError::Code::contextFailed);
+    failTwice(InferenceError::Code::ContextFailed);
     QCOMPARE(m_manager->state(), State::ready());
 }
 
@@ -817,9 +817,9 @@ void ModelManagerTest::fileThatWasReplacedIsLoadedAfterAFailure()
 {
     putFile(firstModel(), QByteArray(earlier.size(), 'x'));
     m_manager->refresh();
-    m_engine->loadError = InferenceError(InferenceError::Code::loadFailed);
+    m_engine->loadError = InferenceError(InferenceError::Code::LoadFailed);
     m_manager->loadIfNeeded();
-    QTRY_COMPARE(m_manager->state().kind, State::Kind::failed);
+    QTRY_COMPARE(m_manager->state().kind, State::Kind::Failed);
     m_engine->loadError.reset();
     putFile(firstModel()); // as a user does who has a copy
     m_manager->refresh();
@@ -831,7 +831,7 @@ void ModelManagerTest::fileThatWasReplacedIsLoadedAfterAFailure()
 
 void ModelManagerTest::loadThatOutlivesTheManagerIsHarmless()
 {
-    bringInto(State::Kind::ready);
+    bringInto(State::Kind::Ready);
     Gate gate;
     m_engine->beforeLoaded = [&gate] { return gate.passed(); };
     const QCoro::Task<void> load = m_manager->loadIfNeeded();
@@ -843,7 +843,7 @@ void ModelManagerTest::loadThatOutlivesTheManagerIsHarmless()
 
 void ModelManagerTest::everyChangeIsAnnouncedBeforeItHappens()
 {
-    bringInto(State::Kind::ready);
+    bringInto(State::Kind::Ready);
     QList<QPair<QString, State::Kind>> before;
     connect(m_manager.get(), &ModelManager::willChange, m_manager.get(), [&] {
         before.append({m_manager->selected().id, m_manager->state().kind});
@@ -851,8 +851,8 @@ void ModelManagerTest::everyChangeIsAnnouncedBeforeItHappens()
     QSignalSpy states(m_manager.get(), &ModelManager::stateChanged);
     QSignalSpy selections(m_manager.get(), &ModelManager::selectedChanged);
     m_manager->select(secondModel());
-    const QList<QPair<QString, State::Kind>> expected = {{firstModel().id, State::Kind::ready},
-                                                         {secondModel().id, State::Kind::ready}};
+    const QList<QPair<QString, State::Kind>> expected = {{firstModel().id, State::Kind::Ready},
+                                                         {secondModel().id, State::Kind::Ready}};
     QCOMPARE(before, expected);
     QCOMPARE(states.count(), 1);
     QCOMPARE(selections.count(), 1);

@@ -70,7 +70,7 @@ public:
     {
         conversations.append(messages);
         tokenLimits.append(maxTokens);
-        const Reply reply = replies.isEmpty() ? Reply(InferenceError(InferenceError::Code::decodeFailed))
+        const Reply reply = replies.isEmpty() ? Reply(InferenceError(InferenceError::Code::DecodeFailed))
                                               : replies.takeFirst();
         const std::shared_ptr<SerialQueue> queue = m_queue;
         const Hook hook = beforeReply;

@@ -34,7 +34,7 @@ ContentViewModel::ContentViewModel(ModelManager &models, AgentSession &session, 
 
 ContentViewModel::Layer ContentViewModel::layer() const
 {
-    if (m_models.state().kind != ModelManager::State::Kind::loaded)
+    if (m_models.state().kind != ModelManager::State::Kind::Loaded)
         return Setup;
     return m_session.turns().isEmpty() ? Empty : History;
 }
@@ -116,7 +116,7 @@ void ContentViewModel::becameActive()
 
 void ContentViewModel::send()
 {
-    if (m_models.state().kind != ModelManager::State::Kind::loaded)
+    if (m_models.state().kind != ModelManager::State::Kind::Loaded)
         return;
     const QString text = m_input;
     setInput({});
@@ -201,7 +201,7 @@ void ContentViewModel::announceEntry(int turnIndex, int entryIndex)
 // A step that goes well was announced when it began.
 void ContentViewModel::announceFailure(int turnIndex, int entryIndex)
 {
-    if (m_session.turns()[turnIndex].log[entryIndex].kind == LogEntry::Kind::failure)
+    if (m_session.turns()[turnIndex].log[entryIndex].kind == LogEntry::Kind::Failure)
         announceEntry(turnIndex, entryIndex);
 }
 

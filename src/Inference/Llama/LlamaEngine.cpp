@@ -80,7 +80,7 @@ void LlamaEngine::loadModel(const QString &path)
     const GgufFile::Verdict verdict = GgufFile::examine(path);
     if (verdict != GgufFile::Verdict::Plausible) {
         qCWarning(engineLog).noquote() << "Not loaded:" << path << GgufFile::explanation(verdict);
-        throw InferenceError(InferenceError::Code::loadFailed);
+        throw InferenceError(InferenceError::Code::LoadFailed);
     }
 
     llama_model_params modelParameters = llama_model_default_params();
@@ -92,14 +92,14 @@ void LlamaEngine::loadModel(const QString &path)
     modelParameters.progress_callback_user_data = &m_end;
     LlamaModel model(llama_model_load_from_file(QFile::encodeName(path).constData(), modelParameters));
     if (!model)
-        throw InferenceError(InferenceError::Code::loadFailed);
+        throw InferenceError(InferenceError::Code::LoadFailed);
 
     llama_context_params contextParameters = llama_context_default_params();
     contextParameters.n_ctx = contextSize;
     contextParameters.n_batch = LlamaLimits::batchSize;
     LlamaContext context(llama_init_from_model(model.get(), contextParameters));
     if (!context)
-        throw InferenceError(InferenceError::Code::contextFailed);
+        throw InferenceError(InferenceError::Code::ContextFailed);
 
     // Nor until the call in progress is through.
     const auto hasEnded = [](void *end) { return static_cast<std::stop_source *>(end)->stop_requested(); };
@@ -128,7 +128,7 @@ QString LlamaEngine::run(const QList<ChatMessage> &messages, int maxTokens,
 {
     const llama_vocab *const loaded = vocab();
     if (!loaded)
-        throw InferenceError(InferenceError::Code::notLoaded);
+        throw InferenceError(InferenceError::Code::NotLoaded);
 
     std::vector<qint32> tokens = prompt(messages);
     if (std::exchange(m_isEvaluatingAhead, false))

@@ -35,7 +35,7 @@ Sampler makeSampler()
 {
     Sampler chain(llama_sampler_chain_init(llama_sampler_chain_default_params()));
     if (!chain)
-        throw InferenceError(Code::contextFailed);
+        throw InferenceError(Code::ContextFailed);
     llama_sampler_chain_add(chain.get(), llama_sampler_init_top_k(topK));
     llama_sampler_chain_add(chain.get(), llama_sampler_init_temp(temperature));
     llama_sampler_chain_add(chain.get(), llama_sampler_init_dist(QRandomGenerator::system()->generate()));
@@ -46,8 +46,8 @@ Sampler makeSampler()
 void decode(llama_context *context, llama_token token)
 {
     const auto decodeToken = [&] { return llama_decode(context, llama_batch_get_one(&token, 1)); };
-    if (reported(Code::decodeFailed, decodeToken) != 0)
-        throw InferenceError(Code::decodeFailed);
+    if (reported(Code::DecodeFailed, decodeToken) != 0)
+        throw InferenceError(Code::DecodeFailed);
 }
 
 // False when it was cancelled.

@@ -70,9 +70,9 @@ std::vector<qint32> LlamaPrompt::tokenized(const llama_vocab *vocab, const QStri
         return llama_tokenize(vocab, text.constData(), bytes, tokens.data(),
                               libraryCount(qint64(tokens.size())), addSpecial, parseSpecial);
     };
-    const qint32 count = reported(InferenceError::Code::tokenizeFailed, tokenize);
+    const qint32 count = reported(InferenceError::Code::TokenizeFailed, tokenize);
     if (count < 1)
-        throw InferenceError(InferenceError::Code::tokenizeFailed);
+        throw InferenceError(InferenceError::Code::TokenizeFailed);
     tokens.resize(static_cast<size_t>(count));
     return tokens;
 }

@@ -183,12 +183,12 @@ void LlamaPromptCache::decode(std::span<qint32> part)
 {
     // A model that only embeds text keeps no memory; the library would encode the batch and leave no scores.
     if (!llama_get_memory(m_context))
-        throw InferenceError(Code::decodeFailed);
+        throw InferenceError(Code::DecodeFailed);
     const auto decodePart = [this, part] {
         return llama_decode(m_context, llama_batch_get_one(part.data(), libraryCount(qint64(part.size()))));
     };
-    if (reported(Code::decodeFailed, decodePart) != 0)
-        throw InferenceError(Code::decodeFailed);
+    if (reported(Code::DecodeFailed, decodePart) != 0)
+        throw InferenceError(Code::DecodeFailed);
 }
 
 void LlamaPromptCache::forget()

@@ -65,13 +65,13 @@ void HttpTransfer::cancel()
 bool HttpTransfer::prepare()
 {
     switch (m_partial->lock()) {
-    case PartialFile::Lock::heldByAnother:
+    case PartialFile::Lock::HeldByAnother:
         fail(u"Another running copy of the application is already downloading this model."_s);
         return false;
-    case PartialFile::Lock::impossible:
+    case PartialFile::Lock::Impossible:
         fail(u"Couldn't write to the downloads folder."_s);
         return false;
-    case PartialFile::Lock::taken:
+    case PartialFile::Lock::Taken:
         break;
     }
     m_continuing = m_partial->canContinue(m_request.url);

@@ -51,8 +51,8 @@ PartialFile::Lock PartialFile::lock()
 {
     QDir().mkpath(QFileInfo(m_recordPath).path());
     if (m_lock.tryLock(0))
-        return Lock::taken;
-    return m_lock.error() == QLockFile::LockFailedError ? Lock::heldByAnother : Lock::impossible;
+        return Lock::Taken;
+    return m_lock.error() == QLockFile::LockFailedError ? Lock::HeldByAnother : Lock::Impossible;
 }
 
 bool PartialFile::canContinue(const QUrl &url) const

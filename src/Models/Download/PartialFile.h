@@ -39,7 +39,7 @@ public:
     QString path() const { return m_content.fileName(); }
     QString errorString() const { return m_content.errorString(); }
 
-    enum class Lock { taken, heldByAnother, impossible };
+    enum class Lock { Taken, HeldByAnother, Impossible };
     Lock lock();
 
     // True when there is something that a download of `url` can continue; `origin` then says what it is.

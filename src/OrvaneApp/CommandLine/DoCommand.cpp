@@ -21,15 +21,15 @@ struct Look
 Look lookOf(LogEntry::Kind kind)
 {
     switch (kind) {
-    case LogEntry::Kind::step:
+    case LogEntry::Kind::Step:
         return {u"✓"_s, Terminal::Style::Plain};
-    case LogEntry::Kind::success:
+    case LogEntry::Kind::Success:
         return {u"✓"_s, Terminal::Style::Good};
-    case LogEntry::Kind::failure:
+    case LogEntry::Kind::Failure:
         return {u"✗"_s, Terminal::Style::Bad};
-    case LogEntry::Kind::info:
+    case LogEntry::Kind::Info:
         return {u"•"_s, Terminal::Style::Dim};
-    case LogEntry::Kind::confirm:
+    case LogEntry::Kind::Confirm:
         return {u"?"_s, Terminal::Style::Asking};
     }
     Q_UNREACHABLE();
@@ -69,7 +69,7 @@ QCoro::Task<void> DoCommand::begin(QString task)
     if (!self)
         co_return;
     m_terminal.hideProgress();
-    if (m_models.state().kind != ModelManager::State::Kind::loaded) {
+    if (m_models.state().kind != ModelManager::State::Kind::Loaded) {
         reportNotReady(m_models, m_terminal);
         Q_EMIT finished(ExitStatus::notReady);
     } else if (m_isInterrupted) {
@@ -156,14 +156,14 @@ int DoCommand::exitStatus(const Turn &turn)
     if (turn.log.isEmpty() || !turn.summary)
         return ExitStatus::endedOtherwise;
     // A closing text without success: the user has refused.
-    return turn.log.constLast().kind == LogEntry::Kind::success ? ExitStatus::done : ExitStatus::declined;
+    return turn.log.constLast().kind == LogEntry::Kind::Success ? ExitStatus::done : ExitStatus::declined;
 }
 
 void DoCommand::reportNotReady(const ModelManager &models, Terminal &terminal)
 {
     const ModelManager::State state = models.state();
     const QString name = models.selected().name;
-    if (state.kind == ModelManager::State::Kind::failed)
+    if (state.kind == ModelManager::State::Kind::Failed)
         terminal.error(u"%1 can't be used: %2"_s.arg(name, state.message));
     else
         terminal.error(u"%1 isn't on this machine yet."_s.arg(name));

@@ -148,16 +148,16 @@ private Q_SLOTS:
         QVERIFY(file.open(QFile::WriteOnly));
         QCOMPARE(file.write(bytes), bytes.size());
         file.close();
-        QCOMPARE(loadFailure(fixture, path), Code::loadFailed);
+        QCOMPARE(loadFailure(fixture, path), Code::LoadFailed);
         QVERIFY(!fixture.engine().isLoaded());
-        QCOMPARE(fixture.failureOf([&] { fixture.reply(10); }), Code::notLoaded);
+        QCOMPARE(fixture.failureOf([&] { fixture.reply(10); }), Code::NotLoaded);
     }
 
     void aMissingFileLeavesNothingLoaded()
     {
         EngineFixture fixture;
         fixture.load(modelSaying('a'));
-        QCOMPARE(loadFailure(fixture, fixture.filePath(u"missing.gguf"_s)), Code::loadFailed);
+        QCOMPARE(loadFailure(fixture, fixture.filePath(u"missing.gguf"_s)), Code::LoadFailed);
         QVERIFY(!fixture.engine().isLoaded());
     }
 
@@ -167,13 +167,13 @@ private Q_SLOTS:
         const QString path = fixture.filePath(u"missing.gguf"_s);
         const QString message = u"Not loaded: "_s + path + u" The file cannot be read."_s;
         QTest::ignoreMessage(QtWarningMsg, qPrintable(message));
-        QCOMPARE(loadFailure(fixture, path), Code::loadFailed);
+        QCOMPARE(loadFailure(fixture, path), Code::LoadFailed);
     }
 
     void aLoadAfterAFailureSucceeds()
     {
         EngineFixture fixture;
-        QCOMPARE(loadFailure(fixture, u"/"_s), Code::loadFailed);
+        QCOMPARE(loadFailure(fixture, u"/"_s), Code::LoadFailed);
         fixture.load(modelSaying('a'));
         QCOMPARE(fixture.reply(10), u"a"_s);
     }
@@ -193,7 +193,7 @@ private Q_SLOTS:
         model.write(path);
         {
             const MemoryLimit limit(rlim_t(100) << 20);
-            QCOMPARE(loadFailure(fixture, path), Code::contextFailed);
+            QCOMPARE(loadFailure(fixture, path), Code::ContextFailed);
         }
         QVERIFY(!fixture.engine().isLoaded());
         Awaited::result(fixture.engine().load(path));
@@ -206,7 +206,7 @@ private Q_SLOTS:
         TinyModel model;
         model.setVocabulary(TinyModel::Vocabulary::None);
         fixture.load(model);
-        QCOMPARE(fixture.failureOf([&] { fixture.reply(10); }), Code::notLoaded);
+        QCOMPARE(fixture.failureOf([&] { fixture.reply(10); }), Code::NotLoaded);
     }
 
     // As when the user quits while gigabytes are being read.
@@ -219,7 +219,7 @@ private Q_SLOTS:
         QCoro::Task<void> load = engine->load(path);
         log.waitForAMessage();
         engine.reset();
-        QCOMPARE(EngineFixture::failureOf([&] { Awaited::result(std::move(load)); }), Code::loadFailed);
+        QCOMPARE(EngineFixture::failureOf([&] { Awaited::result(std::move(load)); }), Code::LoadFailed);
     }
 
     void unloadReturnsAtOnceAndReleasesInItsTurn()
@@ -228,7 +228,7 @@ private Q_SLOTS:
         fixture.load(modelSaying('a'));
         fixture.engine().unload();
         QTRY_VERIFY(!fixture.engine().isLoaded());
-        QCOMPARE(fixture.failureOf([&] { fixture.reply(10); }), Code::notLoaded);
+        QCOMPARE(fixture.failureOf([&] { fixture.reply(10); }), Code::NotLoaded);
         fixture.engine().unload();
         fixture.load(modelSaying('b'));
         QCOMPARE(fixture.reply(10), u"b"_s);

@@ -107,7 +107,7 @@ private Q_SLOTS:
         EngineFixture fixture(systemSays(letters(promptTokens)));
         fixture.load(modelWatchingX());
         fixture.engine().unload();
-        QCOMPARE(EngineFixture::failureOf([&] { fixture.reply(8); }), InferenceError::Code::notLoaded);
+        QCOMPARE(EngineFixture::failureOf([&] { fixture.reply(8); }), InferenceError::Code::NotLoaded);
         QVERIFY(!fixture.engine().isLoaded());
     }
 
@@ -141,7 +141,7 @@ private Q_SLOTS:
         EngineFixture fixture(systemSays(letters(promptTokens)));
         fixture.load(model);
         QVERIFY(fixture.engine().isLoaded());
-        QCOMPARE(EngineFixture::failureOf([&] { fixture.reply(1); }), InferenceError::Code::decodeFailed);
+        QCOMPARE(EngineFixture::failureOf([&] { fixture.reply(1); }), InferenceError::Code::DecodeFailed);
     }
 
     void aModelThatCannotForgetTheEndOfAPromptIsAnsweredInFull()

@@ -97,7 +97,7 @@ private Q_SLOTS:
         model.setArchitecture(TinyModel::Architecture::Embedding);
         fixture.load(model);
         QCOMPARE(fixture.reply(0), QString());
-        QCOMPARE(fixture.failureOf([&] { fixture.reply(1); }), Code::decodeFailed);
+        QCOMPARE(fixture.failureOf([&] { fixture.reply(1); }), Code::DecodeFailed);
         QVERIFY(fixture.engine().isLoaded());
     }
 
@@ -187,10 +187,10 @@ private Q_SLOTS:
     {
         EngineFixture fixture;
         fixture.load(modelWatchingX());
-        QCOMPARE(fixture.failureOf([&] { fixture.reply(4040, messageForPrompt(57)); }), Code::tokenizeFailed);
+        QCOMPARE(fixture.failureOf([&] { fixture.reply(4040, messageForPrompt(57)); }), Code::TokenizeFailed);
         QCOMPARE(fixture.reply(4040, messageForPrompt(56)), u"n"_s);
         QCOMPARE(fixture.failureOf([&] { fixture.reply(4040, messageForPrompt(5000)); }),
-                 Code::tokenizeFailed);
+                 Code::TokenizeFailed);
         QVERIFY(fixture.engine().isLoaded());
     }
 
@@ -231,7 +231,7 @@ private Q_SLOTS:
         fixture.engine().unload();
         QCoro::Task<QString> after =
             fixture.engine().generate(fixture.userSays(u"Hi"_s), 100, fixture.collect());
-        QCOMPARE(fixture.failureOf([&] { Awaited::result(std::move(after)); }), Code::notLoaded);
+        QCOMPARE(fixture.failureOf([&] { Awaited::result(std::move(after)); }), Code::NotLoaded);
         QCOMPARE(Awaited::result(std::move(before)), u"ab"_s.repeated(50));
     }
 

@@ -229,7 +229,7 @@ void HttpDownloadSessionTest::progressNamesTheAnnouncedLength()
 void HttpDownloadSessionTest::progressWithoutALengthNamesNone()
 {
     Resource resource = model();
-    resource.length = Resource::Length::unknown;
+    resource.length = Resource::Length::Unknown;
     resource.holdAfter = modelSize / 2;
     m_server->set(u"/model.gguf"_s, resource);
     m_session->start({m_server->url(u"/model.gguf"_s), 0});
@@ -460,7 +460,7 @@ void HttpDownloadSessionTest::changedFileSentAsAPartStartsOver()
     Resource changed = model();
     changed.content = someContent(2);
     changed.entityTag = "\"version-2\"";
-    changed.ranges = Resource::Ranges::sentUnasked;
+    changed.ranges = Resource::Ranges::SentUnasked;
     m_server->set(u"/model.gguf"_s, changed);
     download();
     QCOMPARE(m_server->requests().size(), 3);
@@ -471,7 +471,7 @@ void HttpDownloadSessionTest::changedFileSentAsAPartStartsOver()
 void HttpDownloadSessionTest::wholeAnswerToARangeRequestStartsOver()
 {
     Resource resource = model();
-    resource.ranges = Resource::Ranges::ignored;
+    resource.ranges = Resource::Ranges::Ignored;
     interruptedDownload(resource);
     download();
     QCOMPARE(requestHeader(1, "range"), "bytes=100000-");
@@ -482,7 +482,7 @@ void HttpDownloadSessionTest::wholeAnswerToARangeRequestStartsOver()
 void HttpDownloadSessionTest::refusedRangeStartsOver()
 {
     Resource resource = model();
-    resource.ranges = Resource::Ranges::refused;
+    resource.ranges = Resource::Ranges::Refused;
     interruptedDownload(resource);
     download();
     QCOMPARE(requestHeader(1, "range"), "bytes=100000-");
@@ -560,7 +560,7 @@ void HttpDownloadSessionTest::downloadShorterThanTheRedirectSaidIsAFailure()
     redirect.headers = {{"Location", "/storage"}, {"X-Linked-Size", "300500"}};
     m_server->set(u"/model.gguf"_s, redirect);
     Resource storage = model();
-    storage.length = Resource::Length::unknown;
+    storage.length = Resource::Length::Unknown;
     m_server->set(u"/storage"_s, storage);
     download();
     QCOMPARE(m_delegate->record().finished.size(), 0);
@@ -589,7 +589,7 @@ void HttpDownloadSessionTest::bodyLongerThanAnnouncedIsCutOffAtOnce()
     redirect.headers = {{"Location", "/storage"}, {"X-Linked-Size", "200000"}};
     m_server->set(u"/model.gguf"_s, redirect);
     Resource endless = model();
-    endless.length = Resource::Length::unknown;
+    endless.length = Resource::Length::Unknown;
     endless.holdAfter = 200'001; // and the connection stays open
     m_server->set(u"/storage"_s, endless);
     download();

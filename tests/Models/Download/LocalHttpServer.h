@@ -31,9 +31,9 @@ public:
         QByteArray entityTag;
         QByteArray lastModified;
         QList<Header> headers;
-        enum class Length { announced, unknown } length = Length::announced;
+        enum class Length { Announced, Unknown } length = Length::Announced;
         qint64 announcedLength = -1; // instead of the true one
-        enum class Ranges { supported, ignored, refused, sentUnasked } ranges = Ranges::supported;
+        enum class Ranges { Supported, Ignored, Refused, SentUnasked } ranges = Ranges::Supported;
         qint64 dropAfter = -1; // closes the connection after so many bytes of the body
         qint64 holdAfter = -1; // sends no more than so many bytes of the body until `release`
     };

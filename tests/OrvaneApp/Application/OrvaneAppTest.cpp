@@ -43,7 +43,7 @@ public:
     }
     bool waitUntilLoaded()
     {
-        return QTest::qWaitFor([this] { return models.state().kind == ModelManager::State::Kind::loaded; });
+        return QTest::qWaitFor([this] { return models.state().kind == ModelManager::State::Kind::Loaded; });
     }
     // The press is answered on a later turn of the event loop.
     bool pressHotKey() { return shell.hotKeys.press(spaceBar, HotKeyModifier::Option); }

@@ -250,7 +250,7 @@ void DoCommandTest::interruptingWhileTheModelLoads()
 void DoCommandTest::aModelThatCannotBeUsedIsReported()
 {
     CommandBench bench(Person::Absent);
-    bench.session.engine->loadError = InferenceError(InferenceError::Code::loadFailed);
+    bench.session.engine->loadError = InferenceError(InferenceError::Code::LoadFailed);
     bench.start(u"Type 1"_s, {});
     QCOMPARE(bench.waitForEnd(), ExitStatus::notReady);
     QCOMPARE(bench.terminal.errors(),

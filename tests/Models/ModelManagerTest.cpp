@@ -23,7 +23,7 @@ namespace {
 const QByteArray earlier = ModelBytes::plausible(1000, 'e');
 const QByteArray downloaded = ModelBytes::plausible(1000, 'd');
 
-// Lets everything that is queued for the main thread happen.
+// Processes all events queued for the main thread.
 void turnTheLoop()
 {
     for (int i = 0; i < 5; ++i) {
@@ -44,7 +44,7 @@ const LocalModel &secondModel()
 
 } // namespace
 
-// The rules of the manager, with a session and an engine that do as the test says.
+// The manager's rules, with a scripted session and engine.
 class ModelManagerTest : public QObject
 {
     Q_OBJECT
@@ -55,7 +55,7 @@ private Q_SLOTS:
 
     void persistedChoiceIsSelectedAtStart_data();
     void persistedChoiceIsSelectedAtStart();
-    void stateAtStartTellsWhetherTheFileIsThere();
+    void initialStateShowsWhetherTheFileExists();
     void directoryIsMadeAtEachRead();
     void folderThatCannotBeMadeShowsAsAMissingFile();
     void standardStorageFollowsTheDesktopsFolders();
@@ -122,7 +122,7 @@ private:
     void finish(const QString &file, int status = 200);
     QString chosen() const;
     void bringInto(State::Kind kind);
-    // Loads a file that looks like a model, in vain.
+    // Makes two attempts to load a plausible file fail.
     void failTwice(InferenceError::Code code);
 
     std::unique_ptr<QTemporaryDir> m_folder;
@@ -177,7 +177,7 @@ QString ModelManagerTest::temporaryFile(const QByteArray &content) const
     return file.fileName();
 }
 
-// Ends the newest download as the session would.
+// Ends the latest download as a session would.
 void ModelManagerTest::finish(const QString &file, int status)
 {
     const auto task = static_cast<quint64>(m_session->started.size());
@@ -195,7 +195,7 @@ QString ModelManagerTest::chosen() const
         .toString();
 }
 
-// Leads the manager into a state, on the ways that a user takes.
+// Brings the manager into a state through its public operations.
 void ModelManagerTest::bringInto(State::Kind kind)
 {
     if (kind == State::Kind::Downloading || kind == State::Kind::Failed)
@@ -238,7 +238,7 @@ void ModelManagerTest::persistedChoiceIsSelectedAtStart()
     QCOMPARE(chosen(), persisted.toString());
 }
 
-void ModelManagerTest::stateAtStartTellsWhetherTheFileIsThere()
+void ModelManagerTest::initialStateShowsWhetherTheFileExists()
 {
     QCOMPARE(m_manager->state(), State::needsDownload());
     putFile(firstModel());
@@ -459,7 +459,7 @@ void ModelManagerTest::finishedFileIsMovedIntoPlaceAndLoaded()
     connect(m_manager.get(), &ModelManager::stateChanged, m_manager.get(),
             [&] { states.append(m_manager->state().kind); });
     finish(file);
-    // Before the callback returned, whatever the main thread was doing.
+    // Published before the callback returned, without the main thread.
     QCOMPARE(fileContent(firstModel().fileName), downloaded);
     QVERIFY(!QFile::exists(file));
     QCOMPARE(m_manager->state(), State::downloading(0.0));
@@ -630,7 +630,7 @@ void ModelManagerTest::fileThatFinishesJustBeforeTheCancelIsUsed()
 {
     m_manager->download();
     const QString file = temporaryFile();
-    // The session had finished, but the main thread hears of it after the click.
+    // The session had finished, but the main thread is notified after the click.
     finish(file);
     m_manager->cancelDownload();
     QTRY_COMPARE(m_manager->state(), State::loaded());
@@ -821,7 +821,7 @@ void ModelManagerTest::fileThatWasReplacedIsLoadedAfterAFailure()
     m_manager->loadIfNeeded();
     QTRY_COMPARE(m_manager->state().kind, State::Kind::Failed);
     m_engine->loadError.reset();
-    putFile(firstModel()); // as a user does who has a copy
+    putFile(firstModel()); // a copy put there by the user
     m_manager->refresh();
     QCOMPARE(m_manager->state(), State::ready());
     m_manager->loadIfNeeded();

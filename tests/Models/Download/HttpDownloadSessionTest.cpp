@@ -52,7 +52,7 @@ QByteArray sha256(const QByteArray &content)
 
 } // namespace
 
-// Downloads over real HTTP, from a server on this machine.
+// Downloads over real HTTP from a local server.
 class HttpDownloadSessionTest : public QObject
 {
     Q_OBJECT
@@ -161,7 +161,7 @@ void HttpDownloadSessionTest::newSession(const TransferOptions &options)
     m_session->setDelegate(m_delegate.get());
 }
 
-// Downloads to the end, whatever it is.
+// Downloads until the last callback, whatever the outcome.
 void HttpDownloadSessionTest::download(const QString &path, qint64 approximateSize)
 {
     const qsizetype before = m_delegate->endCount();
@@ -169,7 +169,7 @@ void HttpDownloadSessionTest::download(const QString &path, qint64 approximateSi
     QTRY_COMPARE(m_delegate->endCount(), before + 1);
 }
 
-// Leaves the first part of the resource behind, and the resource whole on the server.
+// Leaves a partial download of the resource, which the server then offers in full.
 void HttpDownloadSessionTest::interruptedDownload(Resource resource)
 {
     resource.dropAfter = firstPart;
@@ -590,7 +590,7 @@ void HttpDownloadSessionTest::bodyLongerThanAnnouncedIsCutOffAtOnce()
     m_server->set(u"/model.gguf"_s, redirect);
     Resource endless = model();
     endless.length = Resource::Length::Unknown;
-    endless.holdAfter = 200'001; // and the connection stays open
+    endless.holdAfter = 200'001; // the connection stays open
     m_server->set(u"/storage"_s, endless);
     download();
     QCOMPARE(m_delegate->lastMessage(), u"The download has the wrong size: more than 200000 bytes."_s);
@@ -602,7 +602,7 @@ void HttpDownloadSessionTest::answerOfAnotherSizeThanKnownIsRefused()
 {
     Resource page;
     page.content = "<html>Please log in</html>";
-    page.holdAfter = 0; // its head is enough
+    page.holdAfter = 0; // the header suffices
     m_server->set(u"/model.gguf"_s, page);
     m_session->start({m_server->url(u"/model.gguf"_s), 0, VerifiedFile{modelSize, sha256(someContent())}});
     QTRY_COMPARE(m_delegate->endCount(), 1);
@@ -739,7 +739,7 @@ void HttpDownloadSessionTest::partAlreadyThereCountsForTheFreeSpace()
 
 void HttpDownloadSessionTest::failedWriteIsReported()
 {
-    // A limit on the size of files stands in for a disk that fills up midway.
+    // A file size limit simulates a disk that fills up.
     rlimit unlimited;
     QCOMPARE(getrlimit(RLIMIT_FSIZE, &unlimited), 0);
     rlimit limited = unlimited;

@@ -37,7 +37,7 @@ struct Answer
     QList<LocalHttpServer::Header> headers;
 };
 
-// What the request gets of the resource, by its range if it names one.
+// The answer to a request, partial if it names a range.
 Answer answerTo(const LocalHttpServer::Request &request, const LocalHttpServer::Resource &resource)
 {
     using Ranges = LocalHttpServer::Resource::Ranges;

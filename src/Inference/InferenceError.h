@@ -3,7 +3,7 @@
 
 #include "Base/LocalizedError.h"
 
-// The engine's failures; each has one fixed description.
+// Engine errors; each has one fixed description.
 class InferenceError : public LocalizedError
 {
 public:

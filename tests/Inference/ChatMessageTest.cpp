@@ -6,7 +6,7 @@
 
 using namespace Qt::StringLiterals;
 
-// Roles as text, and the fixed descriptions of the engine's errors.
+// Role names and the engine's error descriptions.
 class ChatMessageTest : public QObject
 {
     Q_OBJECT

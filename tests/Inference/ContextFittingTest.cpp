@@ -7,7 +7,7 @@
 #include <limits>
 #include <numeric>
 
-// Which tokens of a prompt the model sees.
+// The selection of prompt tokens.
 class ContextFittingTest : public QObject
 {
     Q_OBJECT

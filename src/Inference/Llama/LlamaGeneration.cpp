@@ -50,7 +50,7 @@ void decode(llama_context *context, llama_token token)
         throw InferenceError(Code::DecodeFailed);
 }
 
-// False when it was cancelled.
+// Evaluates the prompt; false if cancelled.
 bool evaluate(LlamaPromptCache &memory, const std::stop_token &cancellation)
 {
     while (!memory.isEvaluated()) {
@@ -61,7 +61,7 @@ bool evaluate(LlamaPromptCache &memory, const std::stop_token &cancellation)
     return true;
 }
 
-// The bytes of a token; none for a special token and for one longer than the buffer.
+// The bytes of a token; empty for a special token or one longer than the buffer.
 QByteArrayView piece(const llama_vocab *vocab, llama_token token, std::array<char, pieceBytes> &buffer)
 {
     buffer.fill('\0');

@@ -17,7 +17,7 @@ namespace {
 
 const QString processSizePath = u"/proc/self/statm"_s;
 
-// A model that says one letter.
+// A model whose reply is one letter.
 TinyModel modelSaying(char letter)
 {
     TinyModel model;
@@ -25,7 +25,7 @@ TinyModel modelSaying(char letter)
     return model;
 }
 
-// Takes the process's memory away beyond what it uses now and this much more.
+// Limits the process's memory to its current use plus `bytes`.
 class MemoryLimit
 {
 public:
@@ -52,8 +52,7 @@ private:
     rlimit m_before = {};
 };
 
-// Says when the library begins to speak of what it does, and makes that slow, so that something can come in
-// between.
+// Signals the library's first log message and delays the messages, so that a test can act during a load.
 class SlowLibraryLog
 {
 public:
@@ -188,7 +187,7 @@ private Q_SLOTS:
         EngineFixture fixture;
         fixture.load(modelSaying('a'));
         TinyModel model = modelSaying('b');
-        model.setHeadSize(8192); // 128 MiB of context memory
+        model.setHeadSize(8192); // 128 MiB of KV cache
         const QString path = fixture.filePath(u"wide.gguf"_s);
         model.write(path);
         {
@@ -209,8 +208,8 @@ private Q_SLOTS:
         QCOMPARE(fixture.failureOf([&] { fixture.reply(10); }), Code::NotLoaded);
     }
 
-    // As when the user quits while gigabytes are being read.
-    void anEngineThatGoesEndsItsLoadEarly()
+    // As when the user quits during a load of gigabytes.
+    void destructionEndsALoadEarly()
     {
         const QString path = m_folder.filePath(u"model.gguf"_s);
         modelSaying('a').write(path);

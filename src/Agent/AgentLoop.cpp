@@ -14,12 +14,12 @@
 
 #include <utility>
 
-// The loop of one run. All of it suspends, and the session may be gone after any wait: then nothing of it is
-// touched any more.
+// The loop of one run. Everything here is a coroutine; the session may be destroyed during any wait and must
+// not be touched afterwards.
 
 using namespace Qt::StringLiterals;
 
-// What the loop remembers from step to step; it lives as long as the run.
+// State kept from step to step, for the duration of the run.
 struct AgentSession::Run
 {
     const int turnIndex;
@@ -37,7 +37,7 @@ constexpr int maxCorrections = 2;
 const QString accessibilityNote =
     u"Switched on accessibility, so that Orvane can read and operate applications."_s;
 
-// What the error being handled says to the user.
+// The user-visible description of the current exception.
 QString descriptionOfCurrentError()
 {
     QString description;
@@ -48,14 +48,14 @@ QString descriptionOfCurrentError()
     } catch (const std::exception &error) {
         description = Text::trimmed(Text::cleaned(QString::fromLocal8Bit(error.what())));
     } catch (...) {
-        // It says nothing.
+        // No description available.
     }
     return description.isEmpty() ? u"Something unexpected went wrong."_s : description;
 }
 
 } // namespace
 
-// The one guard around the loop: whatever goes wrong in it, the run comes to an end.
+// Catches all errors of the loop, so that every run ends.
 QCoro::Task<void> AgentSession::run(QString command, int turnIndex, std::stop_token cancellation)
 {
     const QPointer<AgentSession> self(this);
@@ -129,7 +129,7 @@ QCoro::Task<AgentSession::Progress> AgentSession::takeStep(std::shared_ptr<Run> 
     co_return progress;
 }
 
-// The model's next reply, or none when the run has ended instead. An error of the engine ends it too.
+// The model's next reply, or nothing if the run has ended. Engine errors end the run.
 QCoro::Task<std::optional<QString>> AgentSession::nextReply(std::shared_ptr<Run> run)
 {
     const QPointer<AgentSession> self(this);
@@ -145,7 +145,7 @@ QCoro::Task<std::optional<QString>> AgentSession::nextReply(std::shared_ptr<Run>
     co_return reply;
 }
 
-// Shows the step, has it approved where the policy wants that, and carries it out.
+// Shows the step, obtains approval if the policy requires it, and executes it.
 QCoro::Task<AgentSession::Progress> AgentSession::perform(std::shared_ptr<Run> run, AgentAction action)
 {
     const QPointer<AgentSession> self(this);
@@ -164,7 +164,7 @@ QCoro::Task<AgentSession::Progress> AgentSession::perform(std::shared_ptr<Run> r
         setStatus(u"Waiting for approval: "_s + title);
         changeEntry(run->turnIndex, entry, title, LogEntry::Kind::Confirm, true);
         const QFuture<bool> answer = ask(action, risk.reason);
-        // The user may have stopped the run while the target was being looked for.
+        // The user may have stopped the run during the lookup of the target.
         if (run->cancellation.stop_requested())
             resolve(false);
         const bool approved = co_await answer;
@@ -181,7 +181,7 @@ QCoro::Task<AgentSession::Progress> AgentSession::perform(std::shared_ptr<Run> r
     co_return progress;
 }
 
-// Carries the step out and tells the model what came of it.
+// Executes the step and reports the outcome to the model.
 QCoro::Task<AgentSession::Progress> AgentSession::execute(std::shared_ptr<Run> run, AgentAction action,
                                                           QUuid entry, ActionTarget target, Approval approval)
 {
@@ -190,7 +190,7 @@ QCoro::Task<AgentSession::Progress> AgentSession::execute(std::shared_ptr<Run> r
     QString result;
     std::optional<QString> failure;
     try {
-        // What was approved was approved for that target, wherever the user has answered.
+        // The approval holds for this target, whichever window it was given in.
         if (approval == Approval::Given)
             target = co_await Executor::approvedTarget(action, target, desktop);
         result = co_await Executor::run(action, target, desktop);

@@ -4,8 +4,7 @@
 #include <QString>
 #include <QUuid>
 
-// One line of a turn's log. A plain record of the main thread: the session makes and changes it, the
-// interface reads it.
+// One line of a turn's log. A plain record, written by the session and read by the interface. Thread: main.
 struct LogEntry
 {
     enum class Kind {
@@ -13,14 +12,14 @@ struct LogEntry
         Success, // the task is done; the text is the closing message
         Failure, // a failed step, or why the run ended
         Info,    // a neutral note
-        Confirm, // a step that waits for the user's approval
+        Confirm, // a step waiting for the user's approval
     };
 
-    // Always fresh; the line is found again by it, and two lines with the same text are still two lines.
+    // Unique; identifies the line even if its text repeats.
     QUuid id = QUuid::createUuid();
     QString text = {}; // an action's title, or a message of the loop
     Kind kind = Kind::Step;
-    // True while the step that the line stands for is being carried out.
+    // True while the step is being executed.
     bool running = false;
 
     friend bool operator==(const LogEntry &, const LogEntry &) = default;

@@ -10,11 +10,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// When a fault of the program shows, and what is thrown then.
+// When an injected fault occurs, and what is thrown.
 enum class Moment { FirstObservation, BeforeTheStep, InTheStep, LastObservation };
 enum class Thrown { Exception, Number };
 
-// The desktop of a bench on which a fault shows at that moment of a task of one typed text.
+// Makes the bench's desktop fail at a given moment of a one-step task.
 class FaultyDesktop
 {
 public:
@@ -92,8 +92,8 @@ private:
 
 } // namespace
 
-// Whole runs, each compared as one text: what the model was sent, what the user was asked and saw, what is in
-// the log, and what was done to the desktop.
+// Whole runs, each compared as one text: messages to the model, questions and status, the log, and operations
+// on the desktop.
 class AgentLoopTest : public QObject
 {
     Q_OBJECT
@@ -137,7 +137,7 @@ private Q_SLOTS:
     void anApprovedStepIsCarriedOut();
     void anApprovalFromAnotherWindowGivesTheFocusBackFirst();
     void anApprovalForAnApplicationThatHasGoneFails();
-    void anApprovalOfWhatNeedsNoFocusLeavesItWhereItIs();
+    void anApprovalOfAStepWithoutFocusLeavesTheFocus();
     void anApplicationUnderAHarmlessNameIsQuitOnlyWhenApproved();
     void aControlIsPressedOnlyWhenItsOwnLabelIsHarmlessOrApproved();
     void stoppedWhileTheTargetIsLookedForIsARefusal();
@@ -157,7 +157,7 @@ QString pressReturn()
     return uR"({"action":"press_key","key":"return"})"_s;
 }
 
-// As many different steps as asked for.
+// `count` different steps.
 QStringList distinctSteps(int count)
 {
     QStringList steps;
@@ -172,7 +172,7 @@ void script(SessionBench &bench, const QStringList &replies)
         bench.engine->replies.append(reply);
 }
 
-// What the log of these steps looks like when all went well.
+// The log of `count` successful steps.
 QStringList doneSteps(int count)
 {
     QStringList lines;
@@ -384,7 +384,7 @@ void AgentLoopTest::anUnforeseenErrorAnywhereEndsTheRun()
     QVERIFY(!bench.session->pending());
     QVERIFY(bench.session->status().isEmpty());
 
-    // It is no end for the session.
+    // The session remains usable.
     faulty.mend();
     bench.engine->replies = {done(u"Second."_s)};
     bench.runTask(u"Second"_s);
@@ -772,7 +772,7 @@ void AgentLoopTest::anApprovalForAnApplicationThatHasGoneFails()
     QCOMPARE(bench.lastTurn().summary, u"Messages was closed."_s);
 }
 
-void AgentLoopTest::anApprovalOfWhatNeedsNoFocusLeavesItWhereItIs()
+void AgentLoopTest::anApprovalOfAStepWithoutFocusLeavesTheFocus()
 {
     SessionBench bench;
     RecordingWorkspace &workspace = bench.desktop.workspace;
@@ -799,7 +799,7 @@ void AgentLoopTest::anApplicationUnderAHarmlessNameIsQuitOnlyWhenApproved()
     QVERIFY(bench.waitForPending());
     QCOMPARE(bench.session->pending()->reason, u"Quit Preview (Firefox ESR) — unsaved work could be lost"_s);
     QCOMPARE(bench.desktop.journal.lines, QStringList());
-    workspace.start(u"Preview"_s); // not what the user is asked about
+    workspace.start(u"Preview"_s); // not the target of the question
     bench.session->resolve(true);
     QVERIFY(bench.waitForEnd());
     QCOMPARE(bench.desktop.journal.lines, QStringList({u"ask Firefox ESR to quit"_s, u"wait 600 ms"_s}));

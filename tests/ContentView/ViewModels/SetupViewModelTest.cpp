@@ -164,7 +164,7 @@ void SetupViewModelTest::tryingAgainReplacesAFileThatIsNoModel()
     setup.tryAgain();
     QCOMPARE(setup.step(), SetupViewModel::Downloading);
     QCOMPARE(bench.downloads->started.size(), 1);
-    QVERIFY(broken.exists()); // until there is a better one
+    QVERIFY(broken.exists()); // kept until a download replaces it
 }
 
 QTEST_GUILESS_MAIN(SetupViewModelTest)

@@ -14,8 +14,7 @@
 
 #include <utility>
 
-// The loop of one run. Everything here is a coroutine; the session may be destroyed during any wait and must
-// not be touched afterwards.
+// The loop of one run. The session may be destroyed during any wait and must not be touched afterwards.
 
 using namespace Qt::StringLiterals;
 

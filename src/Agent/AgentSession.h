@@ -20,7 +20,7 @@
 #include <stop_token>
 
 // Runs one user task at a time: asks the model for one action, has the user confirm it if the safety policy
-// requires, executes it, returns the outcome and a fresh observation to the model, and repeats until the
+// requires that, executes it, returns the outcome and a fresh observation to the model, and repeats until the
 // model is done, repeats itself, runs out of steps, or the run is stopped or fails.
 //
 // Thread: main. Views observe the properties; line-by-line logs use the finer signals. The session may be

@@ -6,7 +6,7 @@ namespace LlamaLog {
 
 enum class Kept {
     Everything, // to standard error, as is llama.cpp's default
-    Errors,     // through Qt's logging
+    Errors,     // errors only, through Qt's logging
     Nothing     // at exit, when the library complains about interrupted work
 };
 

@@ -47,9 +47,9 @@ public:
     // Whether a partial response starts where the content ends and belongs to the same file.
     bool isContinuedBy(const ResponseHead &head) const;
 
-    // Open the content for writing, empty or at its end; false on failure. Continuing hashes the existing
-    // content until a stop is requested. From complete content it removes the last byte, so that a range
-    // remains to be requested and the server can validate it.
+    // Open the content for writing, empty or at its end; false on failure or stop. Continuing hashes the
+    // existing content until a stop is requested. From complete content it removes the last byte, so that a
+    // range remains to be requested and the server can validate it.
     bool startOver(const Origin &origin);
     bool continueAtEnd(const std::stop_token &stop);
 

@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-// What the engine adds to llama.cpp: replies through LlamaEngine against a bare loop over the library, in one
-// process with the same model and settings, and the rendering of prompts.
+// The engine's overhead over llama.cpp: replies through LlamaEngine and through a bare loop over the library,
+// in one process with the same model and settings; and prompt rendering.
 //
-// The model is made on the spot, answers without end, and reads some 5 MB of weights for each token;
-// ORVANE_BENCHMARK_MODEL names another file instead. With another model a reply may end early, so the figures
-// to compare are tokens per second.
+// The model is generated, replies endlessly, and reads about 5 MB of weights per token.
+// ORVANE_BENCHMARK_MODEL names another file, whose replies may end early: compare tokens per second.
 #include "Inference/Llama/LlamaEngine.h"
 #include "Inference/Llama/LlamaHandles.h"
 #include "Inference/Llama/LlamaLibrary.h"
@@ -37,7 +36,7 @@ struct SamplerDeleter
     void operator()(llama_sampler *sampler) const { llama_sampler_free(sampler); }
 };
 
-// What a task looks like after some steps, with the length of a real system prompt.
+// A conversation after `steps` steps, with a system prompt of realistic length.
 QList<ChatMessage> conversation(int steps)
 {
     QList<ChatMessage> messages = {
@@ -50,7 +49,7 @@ QList<ChatMessage> conversation(int steps)
     return messages;
 }
 
-// The model file that all benchmarks use.
+// The model file used by all benchmarks.
 QString modelPath()
 {
     static const QTemporaryDir folder;
@@ -69,7 +68,7 @@ QString modelPath()
     return path;
 }
 
-// The shortest program around llama.cpp that gives the same reply.
+// A minimal program with llama.cpp that gives the same reply.
 class BareLoop
 {
 public:
@@ -129,7 +128,7 @@ private:
     QByteArray m_prompt;
 };
 
-// The engine, asked as the agent asks it: from the main thread, through the event loop.
+// The engine, called as by the agent: from the main thread, through the event loop.
 class LoadedEngine
 {
 public:
@@ -161,8 +160,8 @@ void replyAlone(benchmark::State &state)
     state.SetItemsProcessed(tokens);
 }
 
-// Both in turns, so that whatever else the machine does meets both alike; `engine_to_bare` is the median of
-// their times per token, 1 being no cost at all.
+// Alternates between the two so that other load affects both. `engine_to_bare` is the median ratio of their
+// times per token; 1 means no overhead.
 void engineAgainstBareLoop(benchmark::State &state)
 {
     BareLoop bare;

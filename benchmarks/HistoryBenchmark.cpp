@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// The window under load, drawn without a graphics card: how long a frame takes while a long history is
-// scrolled, and while a reply streams in below it. The window, its models and the session are the real ones;
-// the language model and the desktop behind them are scripted.
+// Frame times of the window in software rendering: scrolling a long history, and streaming a reply below it.
+// The window, its models and the session are real; the language model and the desktop are scripted.
 #include "Agent/SessionBench.h"
 #include "ContentView/ViewModels/ContentViewModel.h"
 #include "ContentView/Window/MainWindow.h"
@@ -27,10 +26,10 @@ namespace {
 constexpr int turns = 1000;
 constexpr int stepsOfTheLast = 12;
 constexpr int frames = 600;
-constexpr double pixelsPerFrame = 60; // a fast turn of the wheel
-constexpr int replyTokens = 200;      // the longest reply; a token a frame is more than a processor gives
+constexpr double pixelsPerFrame = 60; // fast scrolling
+constexpr int replyTokens = 200;      // the longest reply; a token per frame is more than a CPU generates
 
-// The window with a thousand tasks behind it, and one of twelve steps after them.
+// The window after a thousand tasks, the last with twelve steps.
 class LongHistory
 {
 public:
@@ -52,7 +51,7 @@ public:
 
     QQuickItem &list() { return *m_list; }
 
-    // Seconds that the main thread takes for one frame, with whatever has changed since the last one.
+    // Main thread time in seconds for one frame, including pending changes.
     double frame()
     {
         bool isDrawn = false;
@@ -67,7 +66,7 @@ public:
         return static_cast<double>(timer.nsecsElapsed()) * 1e-9;
     }
 
-    // The model begins to answer, and goes on until `endReply`.
+    // Starts a reply that continues until `endReply`.
     void beginReply()
     {
         m_bench.engine->beforeReply = [this] { return m_gate.passed(); };
@@ -113,7 +112,7 @@ private:
     Gate m_gate;
 };
 
-std::unique_ptr<LongHistory> theHistory; // goes before the application does
+std::unique_ptr<LongHistory> theHistory; // destroyed before the application
 
 LongHistory &history()
 {
@@ -132,7 +131,7 @@ void addSummary(benchmark::State &state, std::vector<double> seconds)
     state.counters["late_frames"] = static_cast<double>(late);
 }
 
-// From the end up through the history.
+// Scrolls upwards from the end.
 void scrolling(benchmark::State &state)
 {
     QQuickItem &list = history().list();

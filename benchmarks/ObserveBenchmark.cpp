@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// What the screen state costs that the model is shown at each step, with 1, 10 and 30 windows open. Run it in
-// a private desktop session; the windows are those of a real editor.
+// The cost of the observation sent to the model at each step, with 1, 10 and 30 windows of a real editor.
+// Needs a private desktop session.
 #include "Actions/Executor.h"
 #include "Desktop/Linux/LinuxBench.h"
 #include "Desktop/Linux/LinuxDesktop.h"
@@ -18,7 +18,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// The editor with so many documents, each in a window of its own.
+// An editor with `count` documents, each in its own window.
 class OpenDocuments
 {
 public:

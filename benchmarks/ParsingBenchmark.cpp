@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// How long a model's reply takes to be read.
+// Parsing of model replies.
 #include "Actions/AgentAction.h"
 
 #include <benchmark/benchmark.h>

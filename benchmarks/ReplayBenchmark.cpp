@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-// How long a user waits for each step of a task: recorded conversations, replayed step by step through the
-// engine and through a bare loop over llama.cpp, with models that have the catalog's shapes.
+// The latency of each step of a task: recorded conversations, replayed through the engine and through a bare
+// loop over llama.cpp, with models of the catalog's shapes.
 //
-// Writes the model files where --folder says, once, and prints a table for each model and conversation.
+// Writes the model files to --folder once, and prints a table for each model and conversation.
 #include "Inference/ContextFitting.h"
 #include "Inference/Llama/LlamaEngine.h"
 #include "Inference/Llama/LlamaHandles.h"
@@ -35,18 +35,17 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int repetitions = 5;         // of the last step
-constexpr int replyTokens = 32;        // long enough for the time a token to stand out
-constexpr int preparationTime = 60000; // ms, more than the system prompt takes the larger model
-constexpr int settlingTime =
-    300; // ms in which the engine copies a state, as it does while an action is carried out
+constexpr int replyTokens = 32;        // enough to measure the time per token
+constexpr int preparationTime = 60000; // ms, more than the system prompt takes with the larger model
+constexpr int settlingTime = 300;      // ms for the engine to copy its state, as while an action is executed
 
-// What can be chosen about a bare loop; the library's own choices where nothing is said.
+// Options of the bare loop; the library's defaults unless set.
 struct Levers
 {
     const char *name = "the library's choices, 512 tokens a call";
     int chunk = LlamaLimits::batchSize;
     int threads = 0;
-    bool flashAttention = true; // where the library finds it faster
+    bool flashAttention = true; // automatic
     bool memoryMapping = true;
     bool repacking = true;
 };
@@ -116,7 +115,7 @@ public:
                                       replyTokens);
     }
 
-    // Evaluates the prompt from the start.
+    // Evaluates the whole prompt.
     ReplyClock reply(const QList<ChatMessage> &messages, int wanted)
     {
         std::vector<llama_token> prompt = tokens(messages);
@@ -149,7 +148,7 @@ private:
     std::unique_ptr<llama_sampler, SamplerDeleter> m_sampler;
 };
 
-// As the program holds it: it knows how every conversation begins, and has had time to prepare for that.
+// As in the program: the engine knows the common beginning and has had time to evaluate it ahead.
 class PreparedEngine
 {
 public:
@@ -157,11 +156,11 @@ public:
         : m_engine({conversation.first()})
     {
         Awaited::result(m_engine.load(path));
-        QTest::qWait(preparationTime); // any question would end the preparation
+        QTest::qWait(preparationTime); // any request would end the evaluation ahead
     }
     ~PreparedEngine() { m_engine.unload(); }
 
-    // What the agent does between two steps gives the engine time to copy a state.
+    // Waits like the agent between two steps, so that the engine can copy its state.
     ReplyClock reply(const QList<ChatMessage> &messages, int wanted)
     {
         ReplyClock clock;
@@ -182,8 +181,8 @@ double median(std::vector<double> values)
     return values[values.size() / 2];
 }
 
-// In turns, since a shared machine is never as fast for long: the step before brings the engine's copy to
-// where it was.
+// Alternates, because a shared machine's speed varies. The previous step's prompt restores the engine's copy
+// to its earlier state.
 void repeatLastStep(PreparedEngine &engine, BareLoop &bare, const QList<QList<ChatMessage>> &prompts)
 {
     std::vector<double> ours;
@@ -226,7 +225,7 @@ void replay(const QString &path, int steps)
     repeatLastStep(engine, bare, prompts);
 }
 
-// What the engine's copy of the state costs after the given prompt.
+// Size and time of the engine's state copy after the given prompt.
 void reportCopy(const BareLoop &bare, size_t tokens)
 {
     constexpr llama_seq_id sequence = 0;
@@ -242,7 +241,7 @@ void reportCopy(const BareLoop &bare, size_t tokens)
                 static_cast<double>(state.size()) * 1e-6, saved * 1e3, seconds(timer) * 1e3);
 }
 
-// What each choice costs or saves, on the first and the last prompt of a conversation.
+// Effect of each option on the first and last prompt of a conversation.
 void compareLevers(const QString &path, int steps, const QString &wanted)
 {
     const QList<QList<ChatMessage>> prompts =

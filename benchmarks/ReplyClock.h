@@ -5,8 +5,8 @@
 
 #include <algorithm>
 
-// Times one reply, from when it is asked for: the first token, which waits for the prompt, apart from the
-// others. Whoever samples a token says so; one thread at a time.
+// Times one reply from its request: the first token, which includes prompt evaluation, separately from the
+// rest. Call `token` for each sampled token. Not thread-safe.
 class ReplyClock
 {
 public:
@@ -21,7 +21,7 @@ public:
 
     int tokens() const { return m_tokens; }
     double secondsToFirstToken() const { return inSeconds(m_first); }
-    // From the first token to the last.
+    // Seconds from the first token to the last.
     double seconds() const { return inSeconds(m_last - m_first); }
     double secondsPerToken() const { return seconds() / std::max(m_tokens - 1, 1); }
 

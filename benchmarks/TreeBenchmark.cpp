@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-// Reading an application's tree as the system does it, in turns on the same tree with two ways that ask for
-// one thing after the other: one with the same calls and results, which must agree, and libatspi. Run it in a
-// private desktop session.
+// Reading an application's tree: the system's way, alternating on the same tree with two sequential ways, one
+// with the same calls, whose results must agree, and libatspi. Needs a private desktop session.
 //
-// It also tells where the time goes: how long the application's own answer in bulk is on its way, and how
-// much of a processor this process and the application take for a reading.
+// Also reports the latency of the application's own bulk reply, and the CPU time of this process and the
+// application per reading.
 #include "Desktop/Linux/Atspi/Bulk.h"
 #include "trees/ShownTree.h"
 
@@ -26,15 +25,15 @@ constexpr const char *heading = "toolkit    read   told |   system  one by one  
 constexpr const char *row =
     "%-9s %5lld %6lld | %8.1f  %10.1f %6.1f   %8.1f %6.1f | %7.1f  %7.1f | %8.1f  %7.1f\n";
 
-// What one way of reading took, in milliseconds; each the median of the rounds.
+// Medians for one way of reading, in milliseconds.
 struct Cost
 {
     double time = 0;
-    double own = 0;         // processor time of this process
-    double application = 0; // processor time of the application
+    double own = 0;         // CPU time of this process
+    double application = 0; // CPU time of the application
 };
 
-// Of all threads that live now.
+// The CPU time in milliseconds of all living threads of a process.
 double processorTime(qint64 process)
 {
     double milliseconds = 0;
@@ -53,7 +52,7 @@ double median(QList<double> values)
     return values.at(values.size() / 2);
 }
 
-// Collects what a way of reading costs, round by round.
+// Collects the costs of one way of reading, round by round.
 class Costs
 {
 public:

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// The built program's window, measured from outside as a user meets it: how long until it stands there
-// complete, what it holds in memory and what it does while nobody uses it. Run it in a private desktop
-// session, on a machine that does nothing else.
+// The built program's window, measured from outside: time until it is completely visible, memory, and
+// activity while idle. Needs a private desktop session on an otherwise idle machine.
 #include "Desktop/Linux/Session/LinuxProgramInstance.h"
 #include "Desktop/Linux/X11/Connection.h"
 
@@ -29,8 +28,7 @@ using Clock = std::chrono::steady_clock;
 
 namespace {
 
-// Time in which everything that follows a start or a summons has come to rest: Qt Quick's last timers of a
-// start end after 2.3 seconds.
+// Time for a start or summons to settle: Qt Quick's last start-up timers fire after 2.3 seconds.
 constexpr auto settlingTime = 3s;
 constexpr auto patience = 30s;
 
@@ -44,7 +42,7 @@ void rest(std::chrono::milliseconds time)
     QThread::msleep(static_cast<unsigned long>(time.count()));
 }
 
-// The middle of the screen, where the window's card of the first start lies, without anything that blinks.
+// The middle of the screen, which shows the setup card; nothing there blinks.
 class Middle
 {
 public:
@@ -67,7 +65,7 @@ public:
                 xcb_get_image_data_length(reply.get())};
     }
 
-    // What it shows with the window in front, taken once it has come to rest.
+    // Saves the current picture as that of the settled window.
     void remember() { m_window = picture(); }
     bool showsWindow() { return picture() == m_window; }
 
@@ -86,7 +84,7 @@ private:
     QByteArray m_window;
 };
 
-// The program without a model, with a folder of its own.
+// The program without a model, with its own folder.
 class Program
 {
 public:
@@ -113,7 +111,7 @@ public:
         send(u"ActivateAction"_s, {QString(ApplicationService::toggleAction), QVariantList(), QVariantMap()});
     }
 
-    // A file in which the kernel tells about the process.
+    // A file in the process's /proc folder.
     QByteArray told(const QString &name) const
     {
         QFile file(u"/proc/%1/%2"_s.arg(m_process.processId()).arg(name));
@@ -128,7 +126,7 @@ public:
         return at < 0 ? 0 : text.mid(at + name.size() + 1).simplified().split(' ').first().toDouble();
     }
 
-    // The sum over all threads: how often one of them woke up, and how long they ran.
+    // Sums over all threads: wake-ups and CPU time.
     double wakeUps() const
     {
         return overThreads([this](const QString &thread) {
@@ -166,7 +164,7 @@ private:
     QProcess m_process;
 };
 
-// The middle of the screen, with a picture of the window that an earlier run of the program has left.
+// The middle of the screen, with the window's picture saved from an earlier run.
 Middle &middle()
 {
     static const std::unique_ptr<Middle> shared = [] {
@@ -192,7 +190,7 @@ void addSummary(benchmark::State &state, std::vector<double> milliseconds)
     state.counters["longest_ms"] = milliseconds.back();
 }
 
-// From the start of the process to its complete window.
+// From process start to the complete window.
 void startToFirstFrame(benchmark::State &state)
 {
     std::vector<double> milliseconds;
@@ -203,12 +201,12 @@ void startToFirstFrame(benchmark::State &state)
         middle().waitForWindow(true);
         milliseconds.push_back(millisecondsSince(start));
         state.SetIterationTime(milliseconds.back() / 1000);
-        rest(settlingTime); // its end is no part of the next start
+        rest(settlingTime); // keep the old process's end out of the next start
     }
     addSummary(state, milliseconds);
 }
 
-// From the request for the window, which was hidden, to the complete window in front.
+// From the request to show the hidden window to the complete window in front.
 void summonToFirstFrame(benchmark::State &state)
 {
     std::vector<double> milliseconds;
@@ -232,7 +230,7 @@ void summonToFirstFrame(benchmark::State &state)
 
 enum Visibility { Hidden, Shown };
 
-// What the program holds and does for ten seconds in which nobody uses it.
+// Memory, and activity during ten idle seconds.
 void idle(benchmark::State &state)
 {
     constexpr auto time = 10s;
@@ -253,7 +251,7 @@ void idle(benchmark::State &state)
         state.counters["processor_ms"] = program.processorMilliseconds() - processor;
         state.SetIterationTime(std::chrono::duration<double>(time).count());
     }
-    const double megabyte = 1e6 / 1024; // in the kernel's unit
+    const double megabyte = 1e6 / 1024; // in kB as reported by the kernel
     state.counters["resident_MB"] = program.number(u"status"_s, "VmRSS") / megabyte;
     state.counters["own_MB"] = program.number(u"status"_s, "RssAnon") / megabyte;
 }

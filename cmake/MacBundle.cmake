@@ -1,11 +1,10 @@
 # SPDX-License-Identifier: Apache-2.0
-# Orvane.app: the program, its description and its icon. Installing it puts Qt into it and signs it, so that it runs on
-# machines that have neither Qt nor Homebrew.
+# Orvane.app. Installation deploys Qt into the bundle and signs it, so that it runs without Qt or Homebrew.
 
 set(ORVANE_SIGNING_IDENTITY "-" CACHE STRING "Who signs the bundle, as codesign knows them; - is nobody in particular")
 find_program(ORVANE_MACDEPLOYQT NAMES macdeployqt macdeployqt6 HINTS "${QT6_INSTALL_PREFIX}/${QT6_INSTALL_BINS}" REQUIRED)
 
-# The picture of each size, in points and pixels, under the name that iconutil wants.
+# Builds an .icns file; each size in points at single and double resolution, named as iconutil requires.
 function(orvane_add_icon ICON)
   set(SET "${CMAKE_CURRENT_BINARY_DIR}/Orvane.iconset")
   set(PICTURES)
@@ -42,10 +41,10 @@ function(orvane_make_bundle TARGET)
     MACOSX_BUNDLE_ICON_FILE Orvane
     MACOSX_BUNDLE_SHORT_VERSION_STRING "${PROJECT_VERSION}"
     MACOSX_BUNDLE_BUNDLE_VERSION "${PROJECT_VERSION}"
-    # macdeployqt finds Qt by the second one, and takes it out again.
+    # macdeployqt finds Qt by the link path's rpath and removes it.
     INSTALL_RPATH "@executable_path/../Frameworks"
     INSTALL_RPATH_USE_LINK_PATH ON)
-  # With an identity, what the user has allowed the program stays allowed after the next build.
+  # A stable identity keeps the user's permissions across builds.
   add_custom_command(TARGET ${TARGET} POST_BUILD
     COMMAND codesign --force --sign "${ORVANE_SIGNING_IDENTITY}" "$<TARGET_BUNDLE_DIR:${TARGET}>" VERBATIM)
 

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: Apache-2.0
-# The compiler options of our own code; llama.cpp is built with its own.
+# Compiler options for our own code; llama.cpp uses its own.
 
 add_library(orvane_options INTERFACE)
 target_compile_options(orvane_options INTERFACE
@@ -9,17 +9,17 @@ target_compile_definitions(orvane_options INTERFACE
   QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH QT_DISABLE_DEPRECATED_BEFORE=0x060400)
 
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-  # g++ 12 reports false null dereferences and sign conversions inside coroutine frames and Qt's own headers.
+  # g++ 12 reports false null dereferences and sign conversions in coroutine frames and Qt headers.
   target_compile_options(orvane_options INTERFACE -Wno-null-dereference -Wno-sign-conversion)
 endif()
 
 if(APPLE)
-  # Apple's standard library counts std::stop_token among its experiments.
+  # libc++ enables std::stop_token only as an experimental feature.
   target_compile_definitions(orvane_options INTERFACE _LIBCPP_ENABLE_EXPERIMENTAL)
 endif()
 
 if(ORVANE_SANITIZER)
-  # Given to the whole build: a library built without them would hide errors of its callers.
+  # Applies to the whole build: an uninstrumented library would hide its callers' errors.
   add_compile_options(-fsanitize=${ORVANE_SANITIZER} -fno-omit-frame-pointer -g)
   add_link_options(-fsanitize=${ORVANE_SANITIZER})
 endif()

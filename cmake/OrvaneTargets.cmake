@@ -1,8 +1,8 @@
 # SPDX-License-Identifier: Apache-2.0
-# The two helpers with which every target of ours is made.
+# Helpers that define all our libraries and tests.
 
 # orvane_add_library(NAME SOURCES ... [PUBLIC ...] [PRIVATE ...])
-# One static library a folder, so that the linker enforces the layers. Headers are included as "Folder/Name.h".
+# One static library per folder, so that the linker enforces the layers. Headers are included as "Folder/Name.h".
 function(orvane_add_library NAME)
   cmake_parse_arguments(ARG "" "" "SOURCES;PUBLIC;PRIVATE" ${ARGN})
   add_library(${NAME} STATIC ${ARG_SOURCES})
@@ -11,7 +11,7 @@ function(orvane_add_library NAME)
 endfunction()
 
 # orvane_add_test(NAME LABEL <unit|engine|desktop|ui|slow> SOURCES ... LIBRARIES ... [ARGUMENTS ...] [TIMEOUT s])
-# A Qt Test program. Those of the labels desktop, ui and slow run in a private desktop session of their own.
+# A Qt Test program. Tests labelled desktop, ui or slow run in a private desktop session.
 function(orvane_add_test NAME)
   cmake_parse_arguments(ARG "" "LABEL;TIMEOUT" "SOURCES;LIBRARIES;ARGUMENTS" ${ARGN})
   if(NOT ARG_LABEL MATCHES "^(unit|engine|desktop|ui|slow)$")

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Any reply of a model is read without a fault, and what is shown of it is one line.
+// Any model reply can be parsed, and its title is one line.
 #include "Fuzzing.h"
 
 #include "Actions/AgentAction.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Runs a fuzzer over the files of a corpus, where the compiler has no fuzzing engine of its own.
+// Replays corpus files, for compilers without libFuzzer.
 #include "Fuzzing.h"
 
 #include <QDirIterator>

@@ -7,8 +7,7 @@
 #include <cstdint>
 #include <cstdlib>
 
-// What every fuzzer is made of: one entry, called with bytes of any kind, which ends the process when a rule
-// is broken.
+// Common parts of the fuzzers: the entry point, which aborts if a property is violated, and helpers.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size);
 
 inline QString textOf(const std::uint8_t *data, std::size_t size)
@@ -22,7 +21,7 @@ inline void require(bool rule)
         std::abort();
 }
 
-// Whether "<|name|>" stands somewhere, with a name of one word.
+// Whether the text contains "<|name|>" with a name without white space.
 inline bool holdsMarker(const QString &text)
 {
     const QLatin1String endsName("<>| \t\n\v\f\r");

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Any text becomes an absolute path, and either an address with a host or none.
+// Any text resolves to an absolute path, and to an address with a host or none.
 #include "Fuzzing.h"
 
 #include "Actions/Operations/Locations.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Any text from outside becomes one harmless line, and pieces of it are always whole characters.
+// Any text is cleaned to one harmless line, and never split within a character.
 #include "Fuzzing.h"
 
 #include "Base/Text.h"

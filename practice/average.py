@@ -1,6 +1,6 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: Apache-2.0
-"""Mixes the weights of two checkpoints of one training run, which often plans better than either.
+"""Averages the weights of two checkpoints of one training run, which often plans better than either.
 
     average.py step-8600.pt step-12000.pt mixed.pt --share 0.35
 """

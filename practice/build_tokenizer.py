@@ -1,9 +1,9 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: Apache-2.0
-"""Learns the tokenizer's letter pieces from generated conversations and writes planner/merges.json.
+"""Learns the tokenizer's merges from generated conversations and writes planner/merges.json.
 
-First come short pieces, which names are spelt with; then further merges, until each word that wordings and replies
-use often is one piece: a planner that reads "please" as one token knows at once that no name goes on there.
+Short pieces come first, for spelling names; then merges that make each word frequent in wordings or replies one
+token. If "please" is one token, the planner sees at once that it does not belong to a name.
 """
 
 import argparse
@@ -20,13 +20,13 @@ _WORD = re.compile(r"[A-Za-z]+")
 
 
 class _PlainValues(TrainingValues):
-    """Without accents: the letters between two of them are no word."""
+    """Without accents, which would split words into fragments."""
 
     ANY_SCRIPT = 0.0
 
 
 def _texts(count: int, seed: object, values: TrainingValues) -> Iterator[Tuple[bool, str]]:
-    """The messages of generated conversations without the fixed texts; whether each one is a task, which goes without its state."""
+    """Yields (is task, text) for each message, without fixed texts and without the state of a task."""
     rng = random.Random(seed)
     for _ in range(count):
         _, messages = conversations.make(rng, values)
@@ -39,7 +39,7 @@ def _texts(count: int, seed: object, values: TrainingValues) -> Iterator[Tuple[b
 
 
 def count_words(conversation_count: int, seed: int) -> Counter[str]:
-    """Words of letters outside the fixed texts, with how often they occur; rare ones teach nothing."""
+    """Counts words of letters outside the fixed texts, omitting rare ones."""
     counts: Counter[str] = collections.Counter()
     for _, text in _texts(conversation_count, seed, _PlainValues()):
         counts.update(_WORD.findall(text))
@@ -47,7 +47,7 @@ def count_words(conversation_count: int, seed: int) -> Counter[str]:
 
 
 def frequent_words(conversation_count: int, seed: int, pieces: List[str]) -> Counter[str]:
-    """Words that stand in one of 1000 tasks, or in the other messages of one of 250 conversations."""
+    """Words in at least one of 1000 tasks, or in other messages of one of 250 conversations."""
     in_tasks: Counter[str] = collections.Counter()
     elsewhere: Counter[str] = collections.Counter()
     for is_task, text in _texts(conversation_count, "words %d" % seed, _PlainValues(pieces)):

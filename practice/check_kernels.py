@@ -1,6 +1,6 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: Apache-2.0
-"""Compares the compiled kernels, forward and backward, with their reference in plain PyTorch."""
+"""Compares the compiled kernels, forward and backward, with their PyTorch reference."""
 
 import sys
 from typing import Callable, Sequence
@@ -14,7 +14,7 @@ TOLERANCE = 0.02  # relative to the largest value: two roundings to bfloat16
 
 
 def _outcome(function: Callable, inputs: Sequence, copied: bool) -> Sequence[Tensor]:
-    """Results and the gradients of all inputs under a fixed outer gradient."""
+    """Results, and the gradients of all inputs under a fixed outer gradient."""
     leaves = [
         x.detach().clone().requires_grad_() if isinstance(x, Tensor) and x.requires_grad else x
         for x in inputs

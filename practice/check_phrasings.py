@@ -1,8 +1,8 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: Apache-2.0
-"""Makes sure that training and evaluation stay apart.
+"""Checks that training and evaluation are disjoint.
 
-No evaluation wording can be drawn from the grammar, and no training value holds a held-out word.
+No evaluation wording can be drawn from the grammar, and no training value contains a held-out word.
 """
 
 import random
@@ -16,7 +16,7 @@ from planner.values import TrainingValues
 
 
 def wordings_in_grammar() -> int:
-    """Counts the evaluation wordings that some template of the same rule produces."""
+    """Counts the evaluation wordings that a template of the same rule can produce."""
     found = 0
     for rule, wordings in EvaluationWordings().all().items():
         patterns = list(PHRASINGS.patterns(rule))
@@ -28,7 +28,7 @@ def wordings_in_grammar() -> int:
 
 
 def grammar_matches_itself() -> int:
-    """The patterns must recognise what the grammar draws, or the check above would mean nothing."""
+    """Counts drawn wordings that the patterns miss: the check above relies on the patterns."""
     rng = random.Random(1)
     missed = 0
     for rule in EvaluationWordings().all():
@@ -50,7 +50,7 @@ def held_out_words_in_training() -> int:
     for _ in range(20000):
         value = rng.choice(makers)(rng)
         if value.title() in vocabulary.APPLICATIONS:
-            continue  # well-known names are given as they are; "1Password" holds a held-out word
+            continue  # well-known names are not filtered; "1Password" contains a held-out word
         value = value.lower().replace("_", " ")
         found += len(banned.intersection(value.split(" ") + re.findall(r"[^\W\d]+", value)))
     if found:

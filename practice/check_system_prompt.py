@@ -1,6 +1,6 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: Apache-2.0
-"""Compares the system prompts of the training data with the one that the application sends, byte by byte."""
+"""Compares the system prompts in the training data with the application's, byte by byte."""
 
 import argparse
 import subprocess
@@ -10,7 +10,7 @@ from planner.system_prompt import SYSTEM_PROMPTS
 
 
 def first_difference(one: bytes, other: bytes) -> int:
-    """The place of the first byte that differs, or of the shorter text's end."""
+    """The index of the first different byte, or the length of the shorter text."""
     for place, (a, b) in enumerate(zip(one, other)):
         if a != b:
             return place

@@ -1,6 +1,6 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: Apache-2.0
-"""Compares the Python tokenizer with llama.cpp's over generated conversations and odd texts."""
+"""Compares the Python tokenizer with llama.cpp's on generated conversations and unusual texts."""
 
 import argparse
 import random

@@ -2,20 +2,19 @@
 # SPDX-License-Identifier: Apache-2.0
 """Scores a model through the application's own engine, system prompt and parser.
 
-Four sets, none of which training has seen:
+Four sets, all unseen in training:
   values    held-out values in wordings of the training grammar
   wordings  held-out values in wordings that the grammar cannot produce
   scripts   names and texts beyond ASCII in wordings of the training grammar
   demo      the demonstration tasks, each several times on different desktops
 
-An action is right when its name and its arguments are equal to the planned ones, two names of one
-key counting as equal. Of a closing message it is only judged that it says something, except that a
-request that cannot be carried out must be closed at once with the sentence for it. A run is right
-when every reply of it is, each one asked for after the planned replies before it.
-The columns "bytes" count replies that are equal to the last character. Of the scripts, "declined"
-counts runs in which the planner says that it cannot copy a name or text instead of using it.
+An action is right if its name and arguments equal the planned ones; two names of one key count as equal. A closing
+message only has to be non-empty, except that an impossible request must be closed at once with the planned sentence.
+A run is right if all its replies are; each is requested after the planned replies before it.
+The columns "bytes" count replies that are equal to the last character. In the set of scripts, "declined" counts runs
+in which the planner says that it cannot copy a name or text.
 
-The tasks depend on the seed. The engine draws each reply anew, so a second run differs a little.
+The tasks depend on the seed. Sampling is random, so a second run differs a little.
 """
 
 import argparse
@@ -33,9 +32,9 @@ from planner.phrasings import PHRASINGS
 from planner.values import HeldOutScripts, HeldOutValues, TrainingValues
 
 DEMONSTRATION_SEED = 20
-# The application presses the same key for both names.
+# Two names of one key in the application's key table.
 KEY_OF_OTHER_NAME = {"enter": "return", "backspace": "delete", "esc": "escape"}
-# The families whose tasks hold a name or a text of the user's own.
+# Families whose tasks contain a name or text of the user's.
 SCRIPT_FAMILIES = (
     "open_app quit_app web_search type_text click create_folder open_path trash finder_folder app_then two too_long"
 ).split()
@@ -52,12 +51,12 @@ def with_one_name_a_key(arguments: Dict[str, str]) -> Dict[str, str]:
 
 
 def says(message: str, planned: str) -> bool:
-    """A request that is declined gets the planned sentence; other closing messages have words of their own."""
+    """Whether a closing message is acceptable: the planned sentence for a declined request, else any text."""
     return message == planned if planned in (OUT_OF_REACH, TOO_LONG) else bool(message.strip())
 
 
 def is_right(given: Optional[Action], planned: str) -> bool:
-    """Whether it is the planned action."""
+    """Whether the action equals the planned one."""
     wanted, arguments = as_action(planned)
     if given is None or given[0] != wanted:
         return False
@@ -67,7 +66,7 @@ def is_right(given: Optional[Action], planned: str) -> bool:
 
 
 class Score:
-    """Counts over one family."""
+    """Counts for one family."""
 
     def __init__(self) -> None:
         self.tasks = self.first = self.runs = self.first_bytes = self.run_bytes = self.declined = 0
@@ -95,7 +94,7 @@ Failure = Tuple[str, str, str, str]  # family, task, planned, given
 def judge(
     engine: Engine, messages: List[Message]
 ) -> Tuple[List[bool], List[bool], Optional[Tuple[str, str]]]:
-    """Per reply: right, and the same bytes; then the first wrong reply with its plan, where it stops."""
+    """Per reply: whether it is right, and whether the bytes are the same; then the first wrong reply and its plan."""
     right: List[bool] = []
     same: List[bool] = []
     for index, (role, text) in enumerate(messages):

@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// Plans for evaluate.py as the application does: with its engine (a fresh seed for each reply), its system
-// prompt and its parser. One request a line on the input, one answer a line:
+// Plans for evaluate.py with the application's engine (a fresh seed per reply), system prompt and parser.
+// Reads one request per line and writes one answer per line:
 //
 //     {"tokenize": "text"}                                      ->  [1, 2, 3]
 //     {"messages": [{"role": "user", "content": "text"}, ...]}  ->
 //         {"reply": "text", "action": {"name": "open_app", "args": {"app": "Notes"}}, "seconds": 0.01}
 //
-// The messages go without the system prompt. The action is null where the application finds none in the
-// reply.
+// Messages exclude the system prompt. The action is null if the parser finds none in the reply.
 
 #include "Actions/AgentAction.h"
 #include "Agent/SystemPrompt.h"
@@ -35,7 +34,7 @@ namespace {
 
 using nlohmann::json;
 
-constexpr int maxTokensPerReply = 200; // the agent loop's own number
+constexpr int maxTokensPerReply = 200; // as in the agent loop
 
 const QList<ChatMessage> &beginning()
 {
@@ -70,7 +69,7 @@ json described(const std::optional<AgentAction> &action)
     return {{"name", action->name.toStdString()}, {"args", arguments}};
 }
 
-// The model's tokens alone: the engine has no use for showing them.
+// Loads the vocabulary only; the engine does not expose its tokenizer.
 class Vocabulary
 {
 public:
@@ -107,7 +106,7 @@ QCoro::Task<json> answer(LlamaEngine &engine, const Vocabulary &vocabulary, json
     co_return result;
 }
 
-// Ends the program when the input ends.
+// Ends at the end of input.
 QCoro::Task<void> serve(QString path)
 {
     LlamaEngine engine(beginning());
@@ -127,7 +126,7 @@ QCoro::Task<void> serve(QString path)
         std::cerr << error.what() << '\n';
         status = 1;
     }
-    LlamaLog::keep(LlamaLog::Kept::Nothing); // the beginning that is being evaluated ahead is left unfinished
+    LlamaLog::keep(LlamaLog::Kept::Nothing); // evaluation ahead is interrupted
     engine.unload();
     QCoreApplication::exit(status);
 }

@@ -1,8 +1,8 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: Apache-2.0
-"""Writes a checkpoint of train.py as a GGUF file of the llama architecture.
+"""Exports a checkpoint of train.py as a GGUF file of the llama architecture.
 
-Needs llama.cpp's Python package gguf: give its folder in a llama.cpp source tree with --gguf-py, or install it.
+Needs llama.cpp's Python package gguf: pass its folder in a llama.cpp source tree with --gguf-py, or install it.
 """
 
 import argparse
@@ -27,7 +27,7 @@ CHAT_TEMPLATE = (
 
 
 def tensors(shape: Shape, weights: Dict[str, np.ndarray]) -> Iterator[Tuple[str, np.ndarray]]:
-    """The tensors under llama.cpp's names; rotary pairs are neighbours there too, so no row moves."""
+    """The tensors under llama.cpp's names. RoPE uses neighbouring pairs there too, so no row moves."""
     yield "token_embd.weight", weights["embedding"]
     yield "output_norm.weight", weights["output_norm"]
     for layer in range(shape.layers):
@@ -45,7 +45,7 @@ def tensors(shape: Shape, weights: Dict[str, np.ndarray]) -> Iterator[Tuple[str,
 
 
 def describe(writer: Any, gguf: Any, shape: Shape, tokenizer: Tokenizer) -> None:
-    """The metadata: what the model is, its dimensions and its vocabulary."""
+    """Writes the metadata: architecture, dimensions and vocabulary."""
     writer.add_name("practice-planner")
     writer.add_description(
         "Tiny practice model trained from scratch on synthetic data; not a real assistant model."
@@ -90,7 +90,7 @@ def export(checkpoint: pathlib.Path, target: pathlib.Path, gguf: Any) -> None:
     kind = gguf.GGMLQuantizationType.Q8_0
     for name, weight in tensors(shape, weights):
         weight = np.ascontiguousarray(weight, dtype=np.float32)
-        if weight.ndim == 1:  # norms stay in full precision
+        if weight.ndim == 1:  # norms keep full precision
             writer.add_tensor(name, weight)
         else:
             writer.add_tensor(name, gguf.quants.quantize(weight, kind), raw_dtype=kind)
@@ -111,7 +111,7 @@ def main() -> None:
     options = parser.parse_args()
     if options.gguf_py:
         sys.path.insert(0, options.gguf_py)
-    import gguf  # only now: the folder may have been given by the option
+    import gguf  # imported late, because --gguf-py may name its folder
 
     export(options.checkpoint, options.target, gguf)
 

@@ -1,10 +1,10 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: Apache-2.0
-"""Makes a checkpoint of a larger model that answers as a smaller one's does, to train on from.
+"""Makes a checkpoint of a larger model that gives the same answers as a smaller one, for further training.
 
-What is new reads at random and writes nothing: new layers, heads and inner features begin with an output of zero,
-and nothing reads the new part of the residual stream yet. So nothing that was learnt is lost. The tokenizer may have
-got further merges at its end: a new token begins as the mean of the ones that it stands for.
+New layers, heads and inner features have random input weights and zero output weights, and nothing reads the new
+part of the residual stream yet, so nothing learnt is lost. The tokenizer may have more merges at its end: the
+embedding of a new token starts as the mean of its parts.
 """
 
 import argparse
@@ -24,7 +24,7 @@ NEW_EMBEDDING_DEVIATION = 0.02
 
 
 def old_places(layers: int, old_layers: int) -> List[int]:
-    """Where the old layers stand among all: spread evenly, the first one first."""
+    """Indices of the old layers in the new model: evenly spread, the first one first."""
     return [index * layers // old_layers for index in range(old_layers)]
 
 
@@ -49,7 +49,7 @@ def _fill_layer(model: Planner, place: int, weights: Dict[str, Tensor], index: i
 
 
 def _embedding(old: Tensor) -> Tensor:
-    """The old rows, and one for each token that the present tokenizer has more."""
+    """The old rows, and a new one for each further token of the present tokenizer."""
     present = tokens.load()
     merges = len(present.merges) - (len(present) - len(old))
     earlier = tokens.Tokenizer(present.merges[:merges])
@@ -59,7 +59,7 @@ def _embedding(old: Tensor) -> Tensor:
 
 @torch.no_grad()
 def grown(weights: Dict[str, Tensor], old: Shape, shape: Shape) -> Planner:
-    """A model of the given shape around the weights of one of the old shape."""
+    """A model of the given shape that contains the weights of a smaller one."""
     model = Planner(shape)
     width = old.width
     model.embedding.normal_(0, NEW_EMBEDDING_DEVIATION)

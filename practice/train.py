@@ -2,8 +2,8 @@
 # SPDX-License-Identifier: Apache-2.0
 """Trains the practice planner from scratch on generated conversations.
 
-The run is fixed by its arguments: data, initial weights and learning rates depend on the seed and on step numbers,
-never on the clock. A checkpoint lets a run go on, also with an earlier or later decay:
+A run is determined by its arguments: data, initial weights and learning rates depend on the seed and on step numbers,
+never on the clock. A run can be resumed from a checkpoint, also with an earlier or later decay:
 
     train.py --steps 12000 --decay-from 4800
     train.py --resume checkpoints/step-9000.pt --steps 10500 --decay-from 5000
@@ -33,19 +33,19 @@ MATRIX_RATE = 0.02
 OTHER_RATE = 3e-3
 WARM_UP = 100
 SHORTENED = 0.5  # share of shortened conversations between --simple-until and --shorten-until
-REPORTED_WEIGHT = 0.15  # what the desktop reports is learnt as well, a little: it practises copying
+REPORTED_WEIGHT = 0.15  # weight of the desktop's reports, which also practise copying
 VALUE_EDGE_WEIGHT = 4.0
 
 
 def rate_factor(step: int, steps: int, decay_from: int) -> float:
-    """Up during the warm-up, then level, then down in a straight line to almost nothing."""
+    """Rises during the warm-up, stays level, then falls linearly to almost zero."""
     rise = min(1.0, (step + 1) / WARM_UP)
     fall = 1.0 if step < decay_from else (steps - step) / (steps - decay_from)
     return min(rise, max(0.005, fall))
 
 
 def weighted_loss(scores: Tensor, targets: Tensor, classes: Tensor) -> Dict[str, Tensor]:
-    """The loss to descend, and the plain loss and accuracy over the model's own tokens."""
+    """The loss to minimise, and the unweighted loss and accuracy over the model's own tokens."""
     each = F.cross_entropy(scores, targets, reduction="none")
     own = classes >= tokens.REPLY
     weights = 1.0 + (VALUE_EDGE_WEIGHT - 1.0) * (classes[own] == tokens.VALUE_EDGE).float()
@@ -57,10 +57,10 @@ def weighted_loss(scores: Tensor, targets: Tensor, classes: Tensor) -> Dict[str,
 
 
 class ThreadCount:
-    """Chooses between one thread and all, because on a busy machine one is often the faster.
+    """Chooses between one thread and all, because on a busy machine one is often faster.
 
-    Every so often the other count gets two steps to show its speed; the first of them, which still pays for the
-    change, is not counted.
+    Now and then it tries the other count for two steps, of which only the second is timed, since the first includes
+    the cost of the change.
     """
 
     TRIAL_EVERY = 40
@@ -94,12 +94,12 @@ class ThreadCount:
 
 
 def new_adam(model: Planner) -> torch.optim.Adam:
-    """The optimizer of all that Muon does not take."""
+    """The optimizer of all parameters not handled by Muon."""
     return torch.optim.Adam(model.others(), lr=OTHER_RATE, betas=(0.9, 0.98))
 
 
 class Run:
-    """One training run: the model, its optimizers, its data and where it stands."""
+    """One training run: model, optimizers, data and progress."""
 
     def __init__(self, options: argparse.Namespace) -> None:
         torch.manual_seed(options.seed)
@@ -175,7 +175,7 @@ class Run:
             self.save(batch.pool, "final.pt")
 
     def _choose_lessons(self) -> None:
-        """First replies on calm desktops until copying is learnt, then more and more of whole runs."""
+        """First replies on calm desktops until copying is learnt, then more and more whole runs."""
         simple = self.step < self.options.simple_until
         self.batches.calm = 1.0 if simple else self.options.calm
         self.batches.shortened = (

@@ -1,10 +1,11 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: Apache-2.0
-"""Makes a checkpoint to train on from, out of the weights of an earlier planner's GGUF file.
+"""Makes a checkpoint for further training from the weights of an earlier planner's GGUF file.
 
-The embedding goes over token by token, by text. A part of a fixed text that was one token begins near that one; every
-other new token begins as one more of the short pieces that names are spelt with, so that what copies those copies it
-as well. So do the bytes beyond ASCII where the earlier model spelt nothing with them. All other tensors must have the same shapes.
+The embedding is carried over by token text. A part of a fixed text that used to be one token starts near that token.
+Every other new token starts like one more of the short pieces that names are spelt with, so that the layers that copy
+those copy it as well; so do the bytes beyond ASCII if the earlier model never used them. All other tensors must have
+the same shapes.
 """
 
 import argparse
@@ -31,7 +32,7 @@ def read(path: pathlib.Path, gguf: Any) -> Any:
 
 
 def texts(reader: Any) -> List[str]:
-    """The texts of the earlier model's tokens, in their order."""
+    """The texts of the earlier model's tokens, in order."""
     field = reader.fields["tokenizer.ggml.tokens"]
     return [bytes(field.parts[index]).decode() for index in field.data]
 
@@ -45,7 +46,7 @@ def weights(reader: Any, gguf: Any) -> Dict[str, Tensor]:
 
 
 def whole_of(part: str, earlier_texts: List[str]) -> Optional[str]:
-    """The earlier fixed text that most of the part stood in."""
+    """The earlier fixed text that contained most of the part."""
     best, longest = None, SHORTEST_SHARED
     for text in earlier_texts:
         if len(text.encode()) > tokens.MOST_BYTES:
@@ -56,7 +57,7 @@ def whole_of(part: str, earlier_texts: List[str]) -> Optional[str]:
 
 
 class Embedding:
-    """The earlier model's embedding, and how new tokens begin."""
+    """The earlier model's embedding, and the initial values of new tokens."""
 
     def __init__(self, rows: Tensor, texts: List[str]) -> None:
         self._rows = rows
@@ -89,7 +90,7 @@ def _direction(width: int) -> Tensor:
 
 
 def carried_over(model: Planner, earlier: Dict[str, Tensor], earlier_texts: List[str]) -> int:
-    """Fills the model; returns how many tokens were new to the earlier one."""
+    """Fills the model; returns how many tokens are new."""
     current = tokens.load()
     embedding = Embedding(earlier["token_embd.weight"], earlier_texts)
     with torch.no_grad():
@@ -122,7 +123,7 @@ def main() -> None:
     options = parser.parse_args()
     if options.gguf_py:
         sys.path.insert(0, options.gguf_py)
-    import gguf  # only now: the folder may have been given by the option
+    import gguf  # imported late, because --gguf-py may name its folder
 
     torch.manual_seed(options.seed)
     model = Planner(Shape(len(tokens.load())))

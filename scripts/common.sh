@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: Apache-2.0
-# What ./run and ./test share. Sourced by bash, from the repository's root. What runs on macOS has to do with its bash 3.2.
+# Shared by ./run and ./test. Sourced by bash in the repository's root; must work with macOS's bash 3.2.
 
-# Progress and problems go to standard error: standard output belongs to the program that is run.
+# Messages go to standard error; standard output belongs to the program being run.
 say() { printf '%s\n' "$*" >&2; }
 fail() { say "orvane: $*"; exit 1; }
 
@@ -11,9 +11,9 @@ is_mac() { [ "$(uname -s)" = Darwin ]; }
 prepare_build() {
     local preset=$1 prefix
     shift
-    # The distribution's own llama.cpp comes first; only where there is none is the pinned one fetched and built. On macOS
-    # it is always that one: as part of the program, it goes along in the bundle. The compiler and Qt there are newer than
-    # those that our code is checked with, so their warnings stay warnings.
+    # Prefer the distribution's llama.cpp; fetch and build the pinned one only if there is none. macOS always uses the
+    # pinned one, which becomes part of the bundle. Its compiler and Qt are newer than those we test with, so warnings
+    # are no errors.
     if is_mac; then
         prefix=$(scripts/fetch-llama) || exit
         prefix="$prefix;$(brew --prefix)"
@@ -23,7 +23,7 @@ prepare_build() {
     else
         prefix=$(scripts/fetch-llama) || exit
     fi
-    # A configuration that is up to date costs a second; its output matters only when it fails.
+    # Reconfiguring takes a second; show its output only on failure.
     local log
     log=$(cmake --preset "$preset" ${prefix:+-DCMAKE_PREFIX_PATH="$prefix"} "$@" 2>&1) || {
         say "$log"
@@ -31,7 +31,7 @@ prepare_build() {
     }
 }
 
-# build PRESET [TARGET...]: visible progress, one line a step.
+# build PRESET [TARGET...]: prints one line per step.
 build() {
     local preset=$1
     shift

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
-// Reads an application's tree with libatspi, the library of assistive programs: breadth first, one element
-// after the other, of each its role, its name (or its description where it has none) and its children.
-// Arguments: the application's process, how many elements. Prints how many were read, and in how many ms.
+// Reads an application's tree with libatspi, breadth-first and sequentially: role, name (or description if
+// there is none) and children of each element. Arguments: process id, number of elements. Prints the number
+// read and the time in ms.
 //
-// In a process of its own, so that nothing is remembered from one reading to the next. The library is looked
-// for at run time, since only its headers would have to be installed for more.
+// A separate process, so that nothing is cached between readings. Loads the library at run time to avoid a
+// dependency on its headers.
 #include <QElapsedTimer>
 #include <QLibrary>
 #include <QList>

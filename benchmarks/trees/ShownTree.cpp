@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int patience = 4 * AtspiBench::patience; // thousands of elements are read again and again
+constexpr int patience = 4 * AtspiBench::patience; // ms; reads thousands of elements repeatedly
 
 constexpr int buttonsInARow = 40;
 
@@ -21,8 +21,8 @@ struct Recipe
     QString toolkit;
     QString program;
     QString package;
-    qsizetype frame; // so many elements are there without any of ours
-    qsizetype each;  // and at least so many come with each of ours; 0 where none can be added
+    qsizetype frame; // elements of the window without generated content
+    qsizetype each;  // minimum elements per generated item; 0 if none can be generated
 };
 
 const QList<Recipe> &recipes()
@@ -47,7 +47,7 @@ const Recipe &recipe(const QString &toolkit)
     return *found;
 }
 
-// `pattern` so many times, with the numbers for its %1.
+// Repeats `pattern`, replacing %1 by the index.
 QString repeated(qsizetype count, const QString &pattern)
 {
     QString text;
@@ -66,7 +66,7 @@ QString child(const QString &contents)
     return u"<child>"_s + contents + u"</child>"_s;
 }
 
-// A window full of rows of buttons, for the tools that come with GTK 3 and 4.
+// A window full of rows of buttons, for gtk-builder-tool and gtk4-builder-tool.
 QString gtkWindow(qsizetype count)
 {
     const QString button = child(object(u"GtkButton"_s, u"<property name='label'>Button</property>"_s));
@@ -135,8 +135,8 @@ ShownTree::ShownTree(const QString &toolkit, qsizetype elements, PageMoment mome
         const auto messenger = AtspiBench::start(wanted.program, arguments(toolkit, count));
         waitUntilRead(elements);
     }
-    // Firefox keeps for bulk answers what there was when it was first asked for them: so that comes last,
-    // when it has built the page and its own window.
+    // Firefox's bulk reply stays as it was at the first request, so request it only when the page and the
+    // window are complete.
     qsizetype shown = 0;
     const auto isBuilt = [&] {
         shown = readNodeByNode(elements).size();

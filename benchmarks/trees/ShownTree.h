@@ -9,34 +9,34 @@
 
 #include <optional>
 
-// When a browser's page is opened.
+// When a browser opens the page.
 enum class PageMoment {
-    BeforeBulk, // and the browser is asked for nothing in bulk before the page is there
-    AfterBulk   // an empty page was read in bulk before, as in a browser that the user has had open
+    BeforeBulk, // before the first bulk request
+    AfterBulk   // after an empty page was read in bulk, as in a browser already in use
 };
 
-// An application of one toolkit that shows a tree of at least so many elements: it is started by the
-// constructor, which returns when the tree is there, and ended by the destructor. Needs a desktop session.
+// An application of one toolkit that shows a tree of at least `elements` elements. The constructor returns
+// when the tree is complete; the destructor ends the application. Needs a desktop session.
 class ShownTree
 {
 public:
     ShownTree(const QString &toolkit, qsizetype elements, PageMoment moment);
 
     static QStringList toolkits();
-    // What is missing on this machine to show that toolkit's tree; empty when nothing is.
+    // The Debian package missing for that toolkit; empty if installed.
     static QString missing(const QString &toolkit);
-    // Whether that toolkit's tree can have so many elements.
+    // Whether that toolkit's tree can have this many elements.
     static bool canShow(const QString &toolkit, qsizetype elements);
 
-    // The first so many elements, as the system reads them and one call after the other.
+    // Read the first `most` elements as the system does, and with sequential calls.
     QList<WalkedNode> readInBulk(qsizetype most);
     QList<WalkedNode> readNodeByNode(qsizetype most);
 
-    // The time that libatspi takes for the first so many elements, in ms; none where it is not installed or
-    // stops before.
+    // Milliseconds libatspi takes for the first `most` elements; nothing if it is not installed or stops
+    // early.
     std::optional<double> readWithLibatspi(qsizetype most) const;
 
-    // What the application itself answers when it is asked for all in one go; blocks.
+    // The application's bulk reply. Blocks.
     QDBusMessage askForAll();
 
     qint64 process() const { return m_program->processId(); }

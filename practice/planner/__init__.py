@@ -1,2 +1,2 @@
 # SPDX-License-Identifier: Apache-2.0
-"""The practice planner: a tiny model of Orvane's plans, its training data and its tokenizer."""
+"""The practice planner: model, training data and tokenizer."""

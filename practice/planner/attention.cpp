@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// Causal attention of the practice planner's training step, fused: scores and weights never leave the cache, and
-// what lies in the future is not computed. Compiled and called by kernels.py; reference_kernels.py says in PyTorch
-// what it computes.
+// Causal attention for the practice planner's training step, fused: scores and weights stay in the CPU cache,
+// and masked positions are skipped. Compiled and called by kernels.py; reference_kernels.py is the PyTorch
+// equivalent.
 //
-// query (rows · heads, length, WIDTH), key and value (rows · heads, keys, WIDTH), output (rows, length, heads, WIDTH);
-// query t sees the keys 0 … keys − length + t. All tensors are contiguous bfloat16; sums are kept in float.
+// query (rows · heads, length, WIDTH), key and value (rows · heads, keys, WIDTH), output (rows, length,
+// heads, WIDTH); query t sees the keys 0 … keys − length + t. All tensors are contiguous bfloat16; sums are
+// float.
 
 #include "bfloat16.h"
 
@@ -18,8 +19,8 @@ namespace {
 
 constexpr long WIDTH = 32; // of a head
 constexpr long LANES = 16;
-constexpr long BLOCK = 8;       // queries that are worked on together
-constexpr long STRIP = 2 * LANES; // keys whose scores are worked on together
+constexpr long BLOCK = 8;       // queries processed together
+constexpr long STRIP = 2 * LANES; // keys whose scores are computed together
 typedef float Lanes __attribute__((vector_size(sizeof(float) * LANES), aligned(4)));
 
 inline Lanes &lanes(float *at)
@@ -39,7 +40,7 @@ long padded(long keys)
 
 using Floats = std::vector<float>;
 
-// (count, WIDTH) as floats; up to BLOCK rows of nothing behind them
+// (count, WIDTH) as floats, followed by BLOCK zero rows
 void widen(const bfloat16 *from, long count, Floats &to)
 {
     to.assign(std::size_t((count + BLOCK) * WIDTH), 0.0F);
@@ -47,7 +48,7 @@ void widen(const bfloat16 *from, long count, Floats &to)
         to[std::size_t(i)] = widened(from[i]);
 }
 
-// (count, WIDTH) floats to (WIDTH, padded(count)), with nothing behind each row
+// (count, WIDTH) floats to (WIDTH, padded(count)), rows padded with zeros
 void transpose(const Floats &from, long count, Floats &to)
 {
     const long stride = padded(count);
@@ -57,7 +58,8 @@ void transpose(const Floats &from, long count, Floats &to)
             to[std::size_t(d * stride + k)] = from[std::size_t(k * WIDTH + d)];
 }
 
-// products[r][k] = left[r] · right[k] for one block of left rows and the first `seen` keys, right being transposed
+// products[r][k] = left[r] · right[k] for one block of left rows and the first `seen` keys; right is
+// transposed
 void multiply(const float *left, const Floats &right, long stride, long seen, float *products)
 {
     for (long k = 0; k < seen; k += STRIP) {
@@ -122,8 +124,8 @@ void narrow(const Floats &from, long count, bfloat16 *to)
 struct Block
 {
     long first; // query
-    long count; // of real queries
-    long seen;  // keys that the last of them sees
+    long count; // queries without padding
+    long seen;  // keys visible to the last of them
 
     Block(long at, long length, long keys)
         : first(at), count(std::min(BLOCK, length - at)), seen(keys - length + at + count)
@@ -135,7 +137,7 @@ struct Block
     }
 };
 
-// Scores of one block become weights in place; returns nothing for what a query does not see.
+// Turns the scores of one block into weights in place; masked positions become 0.
 void softmax(const Block &block, float *scores, long stride, float scale, float *logarithms)
 {
     for (long r = 0; r < BLOCK; ++r) {

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: Apache-2.0
-"""An endless stream of training batches, the same for the same seed."""
+"""An endless stream of training batches, deterministic for a given seed."""
 
 import random
 from concurrent.futures import Future, ProcessPoolExecutor
@@ -12,26 +12,25 @@ from . import conversations
 from .tokenizer import Tokenizer
 from .values import TrainingValues
 
-POOL = 1000  # conversations that are sorted by length and cut into batches together
-LONGEST = 1000  # longer conversations are left out: one of them would fill a batch with blanks
+POOL = 1000  # conversations sorted by length and cut into batches together
+LONGEST = 1000  # longer conversations are dropped: one would fill a batch with padding
 
 Row = Tuple[List[int], List[int]]
 
 
 @dataclass
 class Batch:
-    numbers: np.ndarray  # (rows, length) token numbers
-    classes: np.ndarray  # how each token counts
-    pool: int  # the pool that it came from, to go on from after a restart
+    numbers: np.ndarray  # (rows, length) token ids
+    classes: np.ndarray  # loss class of each token
+    pool: int  # index of the pool, for resuming
 
 
 class Batches:
-    """Conversations of similar length together, about `tokens` to a batch.
+    """Batches of about `tokens` tokens, of conversations of similar length.
 
-    Two settings make lessons cheap, and may be changed as training goes on. `shortened` is the share of
-    conversations that end after their first reply; late in training it must be nothing, or the model forgets to go
-    on. `calm` is the share that happens on a desktop with hardly a window, whose state is said in a few words.
-    A change shows after the pool that is being made.
+    Two settings define the curriculum and may be changed during training; changes take effect with the next pool.
+    `shortened` is the share of conversations that end after their first reply; it must be 0 late in training, or the
+    model forgets how to continue. `calm` is the share on a nearly empty desktop, whose state is short.
     """
 
     def __init__(self, tokenizer: Tokenizer, seed: int, tokens: int, first_pool: int = 0) -> None:
@@ -41,7 +40,7 @@ class Batches:
         self._next_pool = first_pool
 
     def __iter__(self) -> Iterator[Batch]:
-        # Another process makes the next pool while this one trains: that takes a third of a step's time.
+        # Another process generates the next pool during training; that takes a third of a step's time.
         with ProcessPoolExecutor(1, initializer=_start_maker, initargs=self._maker) as process:
             coming = self._submit(process)
             while True:
@@ -56,7 +55,7 @@ class Batches:
 
 
 class _PoolMaker:
-    """Draws conversations and puts those of similar length into groups, one for a batch."""
+    """Generates conversations and groups those of similar length into batches."""
 
     def __init__(self, tokenizer: Tokenizer, seed: int, tokens: int) -> None:
         self._tokenizer = tokenizer
@@ -84,7 +83,7 @@ class _PoolMaker:
         return groups
 
 
-_maker: _PoolMaker  # of the process that makes pools
+_maker: _PoolMaker  # of the generating process
 
 
 def _start_maker(tokenizer: Tokenizer, seed: int, tokens: int) -> None:

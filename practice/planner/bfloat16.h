@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// The upper half of a float, as a number of 16 bits.
+// A 16-bit number: the upper half of a float.
 
 #pragma once
 
@@ -21,5 +21,5 @@ inline bfloat16 narrowed(float value)
 {
     std::uint32_t bits;
     std::memcpy(&bits, &value, sizeof bits);
-    return bfloat16((bits + 0x7FFF + ((bits >> 16) & 1)) >> 16); // to the nearest, ties to even
+    return bfloat16((bits + 0x7FFF + ((bits >> 16) & 1)) >> 16); // rounds to nearest, ties to even
 }

@@ -1,8 +1,8 @@
 # SPDX-License-Identifier: Apache-2.0
-"""Whole conversations: a task in the user's words, and the plan that carries it out, reply by reply.
+"""Whole conversations: a task in the user's words, and the plan, reply by reply.
 
-A step knows its wording and how it plays: what the model says, what the desktop answers, and with which sentence
-a run that ends here is reported. Families put one to three steps together.
+A step has wordings and a course: the model's replies, the desktop's answers, and the closing sentence of a run that
+ends with it. Families combine one to three steps.
 """
 
 import json
@@ -25,13 +25,13 @@ ERROR_RATE = 0.07
 
 
 def action(kind: str, /, **arguments: str) -> str:
-    """One reply of the model, without empty arguments. An underscore behind a key goes (in_ → in)."""
+    """One reply of the model, without empty arguments. A trailing underscore is removed from keys (in_ → in)."""
     fields = {key.rstrip("_"): value for key, value in arguments.items() if value}
     return json.dumps({"action": kind, **fields}, ensure_ascii=False, separators=(",", ":"))
 
 
 class Wordings(Protocol):
-    """Where a step's wording comes from: the grammar in training, a list in an evaluation."""
+    """The source of a step's wording: the grammar in training, a list in evaluation."""
 
     def expand(self, rule: str, rng: random.Random) -> str:
         ...
@@ -39,7 +39,7 @@ class Wordings(Protocol):
 
 @dataclass
 class Setting:
-    """What a conversation is made from: randomness, values, wordings and the desktop it happens on."""
+    """The inputs of a conversation: randomness, values, wordings and the desktop."""
 
     rng: random.Random
     values: TrainingValues
@@ -75,7 +75,7 @@ class Setting:
         self.messages.append(("user", "Result: %s\nState: %s" % (result, self.desktop.state())))
 
     def fail(self, reply: str, error: str) -> None:
-        """The desktop refuses; the run ends with an explanation."""
+        """The desktop reports an error, and the run ends with an explanation."""
         self.messages.append(("assistant", reply))
         self.messages.append(("user", "Error: %s\nState: %s" % (error, self.desktop.state())))
         self.finish(GAVE_UP + error)
@@ -90,7 +90,7 @@ class Setting:
         return self.rng.choice(own) if own and self.chance(0.75) else self.desktop.any_error()
 
 
-# A step's course; returns the closing sentence, or nothing when the run has ended with an error.
+# A step's course; returns the closing sentence, or None if the run has ended with an error.
 Course = Callable[[Setting], Optional[str]]
 
 
@@ -98,11 +98,11 @@ Course = Callable[[Setting], Optional[str]]
 class Step:
     text: str
     play: Course
-    open_ended: bool = False  # the wording ends in free text, so nothing may be put behind it
+    open_ended: bool = False  # ends in free text, so nothing may follow it
     opens_browser: bool = False
-    needs_browser: bool = False  # it is done in a browser, and its wording names none
+    needs_browser: bool = False  # happens in a browser that the wording does not name
     compound: bool = (
-        False  # the wording has several clauses or is a question; it cannot be joined with others
+        False  # several clauses or a question; cannot be joined with others
     )
 
 
@@ -110,7 +110,7 @@ class Step:
 
 
 def _plan_name(said: str) -> str:
-    """The name that a plan uses for an application: a browser's own name, else what the user said."""
+    """The application name used in the plan: a browser's own name, otherwise what the user said."""
     for alias, name in words.BROWSERS.items():
         if said.lower() == alias.lower():
             return name
@@ -174,7 +174,7 @@ def _said_browser(at: Setting) -> str:
 
 
 def _said_site(at: Setting) -> Tuple[str, str]:
-    """What the user says, and the address that is meant."""
+    """What the user says, and the address meant."""
     if at.chance(0.22):
         said = at.rng.choice(list(words.SITES))
         return (said if at.chance(0.65) else said.lower()), words.SITES[said]
@@ -204,7 +204,7 @@ def open_url(at: Setting) -> Step:
 
 
 def _show_page(at: Setting, host: str, browser: str) -> str:
-    """The page opens; returns the result line."""
+    """Opens the page and returns the result line."""
     if not browser:
         if at.chance(0.7):
             at.desktop.bring_forward(at.desktop.displayed("Safari"))
@@ -481,7 +481,7 @@ def _opening_path(path: str) -> Course:
 
 
 def _written_path(at: Setting) -> str:
-    """A path that the user writes out."""
+    """A path as written by the user."""
     values, rng = at.values, at.rng
     name = values.file_name(rng) if at.chance(0.75) else values.word(rng, at.chance(0.5))
     start = rng.choice(
@@ -493,7 +493,7 @@ def _written_path(at: Setting) -> str:
 
 
 def _place_for_file(at: Setting) -> Tuple[str, str]:
-    """A folder that holds a file: how it is said, and the beginning of the file's path."""
+    """A folder that contains a file: how it is said, and the start of the file's path."""
     said, place = _said_folder(at)
     return (said, "~") if place == "home" else (said, place)
 
@@ -568,7 +568,7 @@ def list_windows(at: Setting) -> Step:
 
 
 def _can_be_repeated(summary: str) -> bool:
-    """Whether a reply has room for the text."""
+    """Whether the text fits into a closing reply."""
     return len(summary) + 3 * scripts.effort(summary) < 320
 
 
@@ -636,7 +636,7 @@ FAMILIES = list(WEIGHTS)
 
 
 def _in_application(at: Setting) -> Tuple[str, List[Step]]:
-    """Open an application and go on inside it."""
+    """Opens an application and continues in it."""
     said = at.values.application(at.rng)
     opening = Step("", _opening(said))
     chance = at.rng.random()
@@ -675,13 +675,13 @@ def _pair(at: Setting) -> Tuple[str, List[Step]]:
 
 
 def _can_be_joined(text: str) -> bool:
-    """Whether a step's wording may stand beside others: a single clause, and no question about the screen."""
+    """Whether a step's wording can be joined with others: a single clause, and no question about the screen."""
     return "," not in text and ":" not in text and not text.startswith(
         ("what", "which", "see ", "there ", "my ", "the ", "as for ", "to begin with")
     )
 
 
-# A wish or an order to each step of several: what stands at the beginning of a clause says little about the plan.
+# For each of several steps, a wish or an order, so that the start of a clause says little about the plan.
 _CLAUSE_LEADS = ("please", "please", "just", "also", "now", "next", "you should", "we should", "we'll", "you'll", "I'll")
 
 
@@ -692,7 +692,7 @@ def _clause(at: Setting, text: str) -> str:
 
 
 def _would_be_one(steps: List[Step], step: Step) -> bool:
-    """Whether the step is what the one before it opens a browser for: "open Chrome, search for cats" is one search."""
+    """Whether two steps would be planned as one: "open Chrome, search for cats" is one search."""
     return bool(steps) and steps[-1].opens_browser and step.needs_browser
 
 
@@ -723,7 +723,7 @@ def _unsupported(at: Setting) -> str:
 
 
 def _too_long(at: Setting) -> str:
-    """A task with a text that the planner cannot copy."""
+    """A task with a text too long to copy."""
     text = at.values.too_long_text(at.rng)
     said = at.quoted(text, 0.3)
     rule, slot = at.rng.choice(
@@ -805,7 +805,7 @@ _ENDINGS = (
 
 
 def _unknown_lead(rng: random.Random) -> str:
-    """Words that mean nothing, so that an unfamiliar beginning does not distract from the command behind it."""
+    """Meaningless words, so that the planner learns to ignore an unfamiliar beginning."""
     made_up = [
         rng.choice(words.SYLLABLE_STARTS) + rng.choice(words.SYLLABLE_VOWELS) + rng.choice(words.SYLLABLE_ENDS)
         for _ in range(rng.randint(1, 3))
@@ -814,7 +814,7 @@ def _unknown_lead(rng: random.Random) -> str:
 
 
 def dress(rng: random.Random, text: str, open_ended: bool, plain: bool = False) -> str:
-    """Politeness, capitals and punctuation around a task's wording, none of which changes the plan."""
+    """Adds politeness, capitals and punctuation, none of which changes the plan."""
     command = not text.startswith(_NOT_COMMANDS)
     question = text.lower().startswith(
         ("what", "which", "how", "who", "why", "where", "when", "is ", "are ", "do i ", "do you ", "does")

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: Apache-2.0
-"""The demonstration tasks and the plan that each one asks for: the actions before the closing one."""
+"""The demonstration tasks and their planned actions, without the closing one."""
 
 import pathlib
 from typing import Dict, List
@@ -8,7 +8,7 @@ from .conversations import OUT_OF_REACH, action
 
 TASKS_FILE = pathlib.Path(__file__).resolve().parent.parent / "demonstration_tasks.txt"
 
-# For each action the result that a Linux desktop gives; {home} is the user's home folder.
+# The result of each action on a Linux desktop; {home} is the user's home folder.
 PLANS: Dict[str, List[List[str]]] = {
     "Open Safari and search Google for MacBook Air": [
         [action("web_search", query="MacBook Air", app="Safari"), "Opened www.google.com in Firefox ESR."],
@@ -62,7 +62,7 @@ PLANS: Dict[str, List[List[str]]] = {
     ],
     "What's the weather in Oslo?": [],
 }
-# What the tasks are answered with that cannot be carried out.
+# The replies to impossible tasks.
 DECLINED = {"What's the weather in Oslo?": OUT_OF_REACH}
 
 

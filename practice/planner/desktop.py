@@ -1,8 +1,8 @@
 # SPDX-License-Identifier: Apache-2.0
 """A desktop as the model sees it: the state line, and the texts of results and errors.
 
-The texts are those of the application's executor. What the model typed and what a result names often differ,
-because Linux has other programs than a Mac; so names are passed through `displayed`.
+The texts are those of the application's executor. A result often names another application than the model's action,
+because Linux has other applications than macOS: `displayed` maps the names.
 """
 
 import random
@@ -26,7 +26,7 @@ SCREENSHOT_FAILED = "The screenshot failed. Screen Recording permission may be r
 class Desktop:
     """Open windows, the frontmost application and the user's home, with random content.
 
-    A calm desktop has at most one window at first.
+    A calm desktop starts with at most one window.
     """
 
     def __init__(self, rng: random.Random, values: TrainingValues, calm: bool = False) -> None:
@@ -55,7 +55,7 @@ class Desktop:
         return "; ".join(entries[:MOST_WINDOWS]) or "none"
 
     def displayed(self, name: str) -> str:
-        """The name under which the desktop reports an application that the user calls `name`."""
+        """The name that the desktop reports for an application called `name` by the user."""
         rng = self._rng
         if self._on_linux and name in words.STAND_INS:
             return rng.choice(words.STAND_INS[name])
@@ -68,7 +68,7 @@ class Desktop:
     # -- what happens
 
     def bring_forward(self, application: str) -> None:
-        """The application's windows come to the top; a new one opens where it had none."""
+        """Raises the application's windows, or opens one if it has none."""
         own = [window for window in self.windows if window[0] == application]
         others = [window for window in self.windows if window[0] != application]
         if not own and self._rng.random() < 0.95:
@@ -83,7 +83,7 @@ class Desktop:
             self.front = self._next_front()
 
     def reveal(self, place: str) -> None:
-        """The file manager shows a folder, as after a folder was made or a file was found."""
+        """The file manager shows a folder, as after create_folder or find_files."""
         if self._rng.random() < 0.25:
             return
         manager = self._rng.choice(words.FILE_MANAGERS) if self._on_linux else "Finder"
@@ -93,7 +93,7 @@ class Desktop:
         self.front = manager
 
     def any_error(self) -> str:
-        """A message of the platform, which the application passes on as it is."""
+        """A message of the platform, which the application passes on unchanged."""
         rng, values = self._rng, self._values
         return rng.choice(
             (

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: Apache-2.0
-"""The practice-evaluator program as a Python object: the application's engine, system prompt and parser."""
+"""Wraps the practice-evaluator program: the application's engine, system prompt and parser."""
 
 import json
 import subprocess
@@ -14,7 +14,7 @@ Action = Tuple[str, Dict[str, str]]  # name, arguments
 @dataclass
 class Reply:
     text: str
-    action: Optional[Action]  # what the application makes of it
+    action: Optional[Action]  # as parsed by the application
 
 
 class Engine:
@@ -38,7 +38,7 @@ class Engine:
         return self._ask({"tokenize": text})
 
     def reply(self, messages: Iterable[Message]) -> Reply:
-        """The reply to the messages after the system prompt."""
+        """The reply to the messages, which exclude the system prompt."""
         answer = self._ask({"messages": [{"role": role, "content": text} for role, text in messages]})
         self.seconds += answer["seconds"]
         self.replies += 1

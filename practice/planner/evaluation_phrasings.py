@@ -1,8 +1,8 @@
 # SPDX-License-Identifier: Apache-2.0
-"""Wordings that the training grammar cannot produce: other verbs, other word orders, other fillers.
+"""Wordings that the training grammar cannot produce: other verbs, word orders and fillers.
 
-Each rule of the grammar that fills a task has its own list here. check_phrasings.py makes sure that none of them
-can be drawn in training.
+There is a list for each rule of the grammar that words a task. check_phrasings.py checks that training cannot draw
+any of them.
 """
 
 import random
@@ -251,7 +251,7 @@ _WORDINGS: Dict[str, List[str]] = {
 
 
 class EvaluationWordings:
-    """Takes the place of the grammar where a conversation is made for an evaluation."""
+    """Replaces the grammar when an evaluation generates conversations."""
 
     def expand(self, rule: str, rng: random.Random) -> str:
         return rng.choice(_WORDINGS[rule])

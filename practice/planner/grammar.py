@@ -1,12 +1,12 @@
 # SPDX-License-Identifier: Apache-2.0
-"""A small language for the many ways to say one thing.
+"""A small template language for the many ways to say one thing.
 
     (a|b|c)   exactly one of the alternatives
     [a|b]     one of the alternatives, or nothing
     <name>    another rule of the same grammar
-    {slot}    a value that the caller fills in; it stays in the expansion as it is
+    {slot}    a value filled in by the caller; kept in the expansion
 
-Blanks are collapsed after an expansion, so optional words may stand freely between others.
+Blanks are collapsed after an expansion, so optional words may be surrounded by blanks.
 """
 
 import random
@@ -18,10 +18,10 @@ _TOKEN = re.compile(r"[()\[\]|]|<[a-z_]+>|[^()\[\]|<]+")
 
 
 class Grammar:
-    """Rules by name; each rule is a list of templates.
+    """Named rules, each a list of templates.
 
-    Expansion draws uniformly at every choice. But a share of the expansions is plain: the first template with the
-    first alternative everywhere and nothing optional, which is how most people would say it.
+    Expansion draws uniformly at every choice. A share of the expansions is plain: the first template with all first
+    alternatives and nothing optional, the most common wording.
     """
 
     def __init__(
@@ -34,7 +34,7 @@ class Grammar:
         }
 
     def expand(self, rule: str, rng: random.Random) -> str:
-        """One random wording of the rule, its slots unfilled."""
+        """A random wording of the rule, slots unfilled."""
         if rule not in self._never_plain and rng.random() < self._plain:
             return tidy(self._plainly(self._rules[rule][0]))
         return tidy(self._expand(rng.choice(self._rules[rule]), rng))
@@ -80,7 +80,7 @@ class Grammar:
 
 
 def tidy(text: str) -> str:
-    """Collapses the blanks that optional words leave, also in front of a comma or a colon."""
+    """Collapses the blanks left by optional words, also before a comma or colon."""
     return re.sub(r" ([,:])", r"\1", re.sub(r" +", " ", text)).strip()
 
 

@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: Apache-2.0
-"""Values that training never sees, so that an evaluation shows copying rather than memory.
+"""Values never seen in training, so that an evaluation tests copying rather than memory.
 
-Any word of these lists that is not an everyday word is rejected wherever a training value is made.
+Training values that contain a word of these lists are rejected, unless it is an everyday word.
 """
 
 import re

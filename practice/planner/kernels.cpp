@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// The element-wise parts of the practice planner's training step, each as one pass over memory. PyTorch would
-// take several passes for each of them, and on a CPU they cost more than the matrix products between them.
-// Compiled and called by kernels.py; reference_kernels.py says in PyTorch what each one computes.
-// All tensors are contiguous.
+// Element-wise operations of the practice planner's training step, each in one pass over memory. PyTorch
+// takes several passes for each, which on a CPU cost more than the matrix products between them. Compiled and
+// called by kernels.py; reference_kernels.py is the PyTorch equivalent. All tensors are contiguous.
 
 #include "bfloat16.h"
 
@@ -31,7 +30,7 @@ void rmsNormForward(const float *x, const float *weight, bfloat16 *y, float *sca
     }
 }
 
-// One thread: every row adds to the same weight gradient.
+// Single-threaded: every row adds to the same weight gradient.
 void rmsNormBackward(const float *x, const float *weight, const float *scales, const bfloat16 *gradient,
                      float *xGradient, float *weightGradient, long rows, long width)
 {
@@ -74,9 +73,9 @@ void gatedBackward(const bfloat16 *gate, const bfloat16 *up, const bfloat16 *gra
     }
 }
 
-// qkv (rows, length, 3, heads, width) to query (rows, heads, length, width), and to key and value
-// (rows, heads, prefix + length, width) that begin with the shared prefix (heads, prefix, width).
-// Neighbouring pairs of queries and keys are turned by the angles of their positions.
+// qkv (rows, length, 3, heads, width) to query (rows, heads, length, width), and to key and value (rows,
+// heads, prefix + length, width), which start with the shared prefix (heads, prefix, width). Neighbouring
+// pairs of queries and keys are rotated by the angles of their positions (RoPE).
 void splitHeadsForward(const bfloat16 *qkv, const float *cosine, const float *sine, const bfloat16 *sharedKey,
                        const bfloat16 *sharedValue, bfloat16 *query, bfloat16 *key, bfloat16 *value,
                        long rows, long length, long heads, long width, long prefix, int threads)

@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: Apache-2.0
-"""The element-wise parts of the model and its attention as autograd functions over compiled routines.
+"""The model's element-wise operations and attention as autograd functions over compiled routines.
 
-The C++ files are compiled once per version into the cache folder. reference_kernels.py holds the same functions in
+The C++ files are compiled once per version into the cache folder. reference_kernels.py has the same functions in
 plain PyTorch; check_kernels.py compares the two.
 """
 
@@ -18,7 +18,7 @@ from torch import Tensor
 _FOLDER = pathlib.Path(__file__).parent
 _SOURCES = [_FOLDER / "kernels.cpp", _FOLDER / "attention.cpp"]
 _HEADERS = [_FOLDER / "bfloat16.h"]
-HEAD_WIDTH = 32  # attention.cpp is written for it
+HEAD_WIDTH = 32  # hard-coded in attention.cpp
 _COMPILER = ["g++", "-O3", "-march=native", "-ffast-math", "-fopenmp", "-shared", "-fPIC"]
 
 
@@ -39,7 +39,7 @@ _KERNELS = _library()
 
 
 def _call(name: str, *arguments) -> None:
-    """Tensors go as pointers, ints as long, floats as float."""
+    """Passes tensors as pointers, ints as long, floats as float."""
     converted = []
     for argument in arguments:
         if isinstance(argument, Tensor):
@@ -171,7 +171,7 @@ class _SplitHeads(torch.autograd.Function):
 
 
 def rms_norm(x: Tensor, weight: Tensor, epsilon: float) -> Tensor:
-    """Root-mean-square normalisation of the last dimension; float32 in, bfloat16 out."""
+    """RMS normalisation of the last dimension; float32 in, bfloat16 out."""
     return _RmsNorm.apply(x, weight, epsilon)
 
 
@@ -191,7 +191,7 @@ def attention(query: Tensor, key: Tensor, value: Tensor, heads: int) -> Tensor:
 def split_heads(
     qkv: Tensor, cosine: Tensor, sine: Tensor, shared_key: Tensor, shared_value: Tensor, heads: int
 ) -> Tuple[Tensor, Tensor, Tensor]:
-    """Queries, keys and values of (rows · heads, ·, head width) with positions turned in.
+    """Queries, keys and values of (rows · heads, ·, head width), rotated by their positions.
 
     Keys and values begin with those of the shared prefix (heads, prefix, head width), which may be empty.
     """

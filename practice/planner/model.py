@@ -1,9 +1,9 @@
 # SPDX-License-Identifier: Apache-2.0
 """A small Llama-architecture model, written for training on a CPU.
 
-Matrices are multiplied in bfloat16, the residual stream and the parameters stay in float32. The system prompt is
-the same in every conversation of a batch, so it runs through the layers once, as a prefix that all rows attend to.
-Rotary positions turn neighbouring pairs, as llama.cpp does for this architecture.
+Matrix products use bfloat16; the residual stream and the parameters are float32. All conversations of a batch have
+the same system prompt, so it is evaluated once, as a prefix that all rows attend to. RoPE rotates neighbouring pairs,
+as llama.cpp does for this architecture.
 """
 
 import math
@@ -35,7 +35,7 @@ class Shape:
 
 
 class Planner(nn.Module):
-    """Token numbers to the scores of the next token; input and output share the embedding."""
+    """Token ids to next-token logits; input and output share the embedding."""
 
     def __init__(self, shape: Shape) -> None:
         super().__init__()
@@ -55,7 +55,7 @@ class Planner(nn.Module):
         self.register_buffer("sine", sine, persistent=False)
 
     def matrices(self) -> List[Tuple[nn.Parameter, int]]:
-        """The matrices between layers, each with the number of independent ones stacked in it."""
+        """The matrices between layers, each with the number of independent matrices stacked in it."""
         single = [*self.attention_output, *self.gate, *self.up, *self.down]
         return [(matrix, 3) for matrix in self.query_key_value] + [(matrix, 1) for matrix in single]
 
@@ -63,7 +63,7 @@ class Planner(nn.Module):
         return [self.embedding, *self.attention_norm, *self.feed_forward_norm, self.output_norm]
 
     def forward(self, prefix: Tensor, rows: Tensor, wanted: Tensor) -> Tensor:
-        """Scores at the `wanted` places (numbers into the flattened rows). prefix: (P), rows: (B, T)."""
+        """Logits at the `wanted` indices into the flattened rows. prefix: (P), rows: (B, T)."""
         shared = self.embedding[prefix][None]
         hidden = F.embedding(rows, self.embedding)
         for layer in range(self.shape.layers):
@@ -82,7 +82,7 @@ class Planner(nn.Module):
         query, key, value = self._heads(hidden_qkv, prefix, shared_key, shared_value)
         attended = kernels.attention(query, key, value, self.shape.heads)
         if wanted is not None:
-            # the last layer: only what is asked for, and nothing attends to the prefix again
+            # the last layer: only the wanted positions, and the prefix is not needed any more
             attended = attended.reshape(-1, self.shape.width)[wanted]
             hidden = hidden.reshape(-1, self.shape.width)[wanted]
             return shared, self._rest(layer, hidden, attended)
@@ -98,7 +98,7 @@ class Planner(nn.Module):
         return hidden + F.linear(inner, _half(self.down[layer]))
 
     def _heads(self, qkv: Tensor, first: int, shared_key: Tensor, shared_value: Tensor) -> Tuple[Tensor, ...]:
-        """(B, T, 3·width) to turned queries and keys, and values, of (B·heads, ·, head width)."""
+        """(B, T, 3·width) to rotated queries and keys, and values, of (B·heads, ·, head width)."""
         last = first + qkv.shape[1]
         cosine, sine = self.cosine[first:last], self.sine[first:last]
         return kernels.split_heads(qkv, cosine, sine, shared_key, shared_value, self.shape.heads)

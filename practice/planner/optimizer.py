@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: Apache-2.0
-"""Muon: momentum whose update is made orthogonal, for the matrices between the layers."""
+"""Muon: momentum with an orthogonalised update, for the matrices between the layers."""
 
 import collections
 from typing import Dict, List, Sequence, Tuple
@@ -24,7 +24,7 @@ def orthogonalised(matrices: Tensor) -> Tensor:
 
 
 class Muon:
-    """Takes (parameter, number of independent matrices stacked in it); equal shapes are worked on together."""
+    """Takes (parameter, number of independent matrices stacked in it); batches equal shapes."""
 
     def __init__(
         self, matrices: Sequence[Tuple[nn.Parameter, int]], momentum: float = 0.95, decay: float = 0.01

@@ -1,11 +1,10 @@
 # SPDX-License-Identifier: Apache-2.0
 """How users word each kind of step: the grammar that training tasks are drawn from.
 
-A wording must determine the plan. So bare "show X" (an application? a page?), "find X" (a file? the web?)
-and "close the X window" are left out, and every rule keeps to nouns that tell the kinds apart: "button",
-"folder", "app", "page", "tab".
+A wording must determine the plan. So "show X" (an application? a page?), "find X" (a file? the web?) and "close the X
+window" are omitted, and every rule uses nouns that distinguish the kinds: "button", "folder", "app", "page", "tab".
 
-Wordings in evaluation_phrasings.py must not be added here; check_phrasings.py makes sure of it.
+Do not add wordings of evaluation_phrasings.py here; check_phrasings.py checks this.
 """
 
 from .grammar import Grammar
@@ -112,7 +111,7 @@ _APPLICATIONS = {
         "<want_to> (shut|take|bring|power) {app} down",
         "the <app_noun> (named|called) {app}, (close|stop) it",
     ],
-    # "Open TextEdit and ...": the first half of a task that goes on inside the application.
+    # "Open TextEdit and ...": the first half of a task that continues in the application.
     "opener": [
         "(open|launch|start|open up|start up|fire up|bring up|run|activate) {app} <then>",
         "open {app} <then>",
@@ -298,7 +297,7 @@ _WEB = {
     "a_tab": [
         "(a new|another|one more|a fresh|a blank|an empty|a new empty|a second|an extra) [browser] tab"
     ],
-    # With a named application: it must be in front before the tab is opened.
+    # With a named application, which must be in front before the tab is opened.
     "new_tab_in": [
         "(open|create|make|add|start|get) <a_tab> (in|inside) {app}",
         "new tab in {app}",

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: Apache-2.0
-"""What the functions of kernels.py compute, in plain PyTorch: the reference that check_kernels.py holds them to."""
+"""Reference implementation of kernels.py in plain PyTorch, used by check_kernels.py."""
 
 from typing import Tuple
 
@@ -37,6 +37,6 @@ def split_heads(
 
 
 def _rotated(x: Tensor, cosine: Tensor, sine: Tensor) -> Tensor:
-    """Turns neighbouring pairs of the last dimension by their positions' angles."""
+    """Rotates neighbouring pairs of the last dimension by their positions' angles."""
     pairs = torch.view_as_complex(x.float().reshape(*x.shape[:-1], -1, 2))
     return torch.view_as_real(pairs * torch.complex(cosine, sine)).flatten(-2).to(torch.bfloat16)

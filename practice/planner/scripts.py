@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: Apache-2.0
-"""Words of any script, so that the planner learns to copy names and texts whatever they are written with.
+"""Words of any script, so that the planner learns to copy names and texts in all of them.
 
-Letters of common alphabets are tokens of their own; every other character is spelt with the bytes of its UTF-8.
+Letters of common alphabets are tokens; every other character is spelt as UTF-8 bytes.
 """
 
 import random
@@ -38,13 +38,13 @@ def _both_cases(letters: str) -> str:
 
 
 LATIN = _both_cases("".join(_ACCENTS.values()))
-# In a fixed order, each one once.
+# In a fixed order, without duplicates.
 CHARACTERS = "".join(
     dict.fromkeys(LATIN + _both_cases(GREEK) + _both_cases(CYRILLIC) + HEBREW + ARABIC + HIRAGANA + KATAKANA + SYMBOLS)
 )
 _OWN = frozenset(CHARACTERS)
 
-# Characters without a token, by block: first and last code point, and how many make a word.
+# Characters without a token, by block: first and last code point, minimum and maximum word length.
 _Block = Tuple[int, int, int, int]
 _HAN: _Block = (0x4E00, 0x9FFF, 1, 5)
 _HANGUL: _Block = (0xAC00, 0xD7A3, 1, 4)
@@ -68,7 +68,7 @@ _PICTURES: Sequence[Tuple[int, int]] = (
 _HANDS = "👍👋👏🙌🙏💪👌✋👩👨"
 _SKIN_TONES = "🏻🏼🏽🏾🏿"
 
-# So much of one value is copied safely; and from so much on the planner says that it cannot copy it.
+# A value up to the first limit is copied reliably; above the second one the planner declines.
 COPIED = 28
 TOO_MUCH = 36
 
@@ -81,7 +81,7 @@ def effort(text: str) -> int:
 
 
 def accented(rng: random.Random, word: str) -> str:
-    """The Latin word with one to three of its letters accented; none begins with a letter that has no capital."""
+    """The Latin word with one to three letters accented; the first letter only if its accented form has a capital."""
     places = [i for i, letter in enumerate(word) if letter.lower() in _ACCENTS]
     letters = list(word)
     for place in rng.sample(places, min(len(places), rng.choice((1, 1, 1, 2, 2, 3)))):
@@ -137,5 +137,5 @@ _MAKERS: List[Tuple[int, _Maker]] = [
 
 
 def word_maker(rng: random.Random) -> _Maker:
-    """A recipe for words of one script, drawn by weight."""
+    """A generator for words of one script, drawn by weight."""
     return rng.choices([maker for _, maker in _MAKERS], [weight for weight, _ in _MAKERS])[0]

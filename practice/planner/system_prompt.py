@@ -1,9 +1,8 @@
 # SPDX-License-Identifier: Apache-2.0
-"""The system prompt that opens every conversation.
+"""The system prompt that starts every conversation.
 
-The application holds the same text in src/Agent/SystemPrompt.cpp; check_system_prompt.py compares the two
-byte by byte, because the tokenizer turns each of these lines into a few tokens. What the user has in front of them
-is called a Mac on macOS and a computer elsewhere.
+src/Agent/SystemPrompt.cpp contains the same text, and check_system_prompt.py compares the two byte by byte, because
+the tokenizer turns each of these lines into a few tokens. The prompt says "Mac" on macOS and "computer" elsewhere.
 """
 
 SITE = "bbc.com"

@@ -1,11 +1,10 @@
 # SPDX-License-Identifier: Apache-2.0
-"""The planner's tokenizer: an exact twin of what llama.cpp does with the exported vocabulary.
+"""The planner's tokenizer: an exact twin of llama.cpp's with the exported vocabulary.
 
-Kind "llama" (SPM) with user-defined tokens for everything that is always the same: the lines of the system prompt,
-the openings of the actions, the fixed words of results. All else is single characters and pieces that hold letters
-only, so a value splits the same way in the task and inside the JSON of an action: that is what makes copying
-learnable. Characters without a token are spelt with the bytes of their UTF-8. Chat markers exist only as control
-tokens.
+Type "llama" (SPM), with user-defined tokens for constant text: the lines of the system prompt, the openings of
+actions, the fixed phrases of results. Everything else is single characters and pieces of letters only, so that a
+value splits the same way in the task and in the JSON of an action, which makes copying learnable. Characters without
+a token are spelt as UTF-8 bytes. Chat markers exist only as control tokens.
 """
 
 import collections
@@ -22,18 +21,18 @@ from .system_prompt import AFTER_OPENING, OPENINGS
 UNKNOWN, CONTROL, USER_DEFINED, BYTE, NORMAL = 2, 3, 4, 6, 1  # llama.cpp's token types
 MERGES_FILE = pathlib.Path(__file__).with_name("merges.json")
 
-# The application drops a piece of a reply that is longer.
+# The application drops longer pieces of a reply.
 MOST_BYTES = 64
 
 
 def _in_equal_parts(text: str) -> List[str]:
-    """The ASCII text in as few parts as a token's length allows, all about as long."""
+    """Splits ASCII text into as few parts as the maximum token length allows, of about equal length."""
     count = -(-len(text) // MOST_BYTES)
     return [text[len(text) * i // count : len(text) * (i + 1) // count] for i in range(count)]
 
 
-# The system prompt in pieces that stand nowhere else. They are longer than the tokens that could be found inside them,
-# so the prompt's examples are none to the model: the "User: Open Brave…" line would draw its attention otherwise.
+# The system prompt in tokens that occur nowhere else. They are longer than any token found inside them, so the model
+# does not see the prompt's examples, such as "User: Open Brave…", which would distract it.
 SYSTEM_PIECES = OPENINGS + _in_equal_parts(AFTER_OPENING)
 
 SKELETON = [
@@ -117,12 +116,12 @@ SKELETON = [
 _CHARACTERS = [chr(code) for code in range(33, 127)] + list("▁“”—’…–→" + scripts.CHARACTERS)
 _LETTERS_OR_ONE = re.compile(r"[A-Za-z]+|[^A-Za-z]", re.DOTALL)
 
-# How a token counts in training.
+# Loss classes of tokens.
 IGNORED, REPORTED, REPLY, VALUE_EDGE = 0, 1, 2, 3
 
 
 class Tokenizer:
-    """Text to token numbers and back."""
+    """Text to token ids and back."""
 
     def __init__(self, merges: Sequence[str]) -> None:
         self.merges = list(merges)
@@ -165,7 +164,7 @@ class Tokenizer:
         return len(self.tokens)
 
     def encode(self, text: str) -> List[int]:
-        """Special tokens over the whole text, longest first; then the pieces of what is left."""
+        """Special tokens in the whole text, longest first; then the pieces of the rest."""
         fragments: List = [text]
         for special in self._special:
             if special in text:
@@ -193,7 +192,7 @@ class Tokenizer:
         return result
 
     def _merge(self, run: str) -> List[int]:
-        """Joins the best-scored pair of neighbours, the leftmost of equals, until no pair is a piece."""
+        """Joins the best-scored neighbouring pair, leftmost first, until no pair is a piece."""
         known = self._cache.get(run)
         if known is not None:
             return known
@@ -220,11 +219,11 @@ class Tokenizer:
     # -- conversations
 
     def system(self, text: str) -> List[int]:
-        """The tokens of the system message, the constant beginning of every prompt."""
+        """The tokens of the system message, the constant start of every prompt."""
         return [self.start] + self.encode("system\n" + text) + [self.end, self.newline]
 
     def conversation(self, messages: Iterable[Message]) -> Tuple[List[int], List[int]]:
-        """The tokens after the system message, and for each one how it counts in training."""
+        """The tokens after the system message, and the loss class of each."""
         numbers: List[int] = []
         classes: List[int] = []
         for index, (role, text) in enumerate(messages):
@@ -238,20 +237,20 @@ class Tokenizer:
         if role != "assistant":
             return [REPORTED if index else IGNORED] * len(body) + [IGNORED, IGNORED]
         fixed = [self.types[number] == USER_DEFINED for number in body]
-        # Where a value begins, and after each of its words whether it ends there or goes on: that goes wrong most.
-        # Both answers count the same, or values would come out too short or too long.
+        # The start of a value, and after each of its words whether it ends or continues: most mistakes happen here.
+        # Both answers weigh the same, or values would come out too short or too long.
         edges = [i == 0 or fixed[i - 1] or fixed[i] or body[i] == self.blank for i in range(len(body))]
         return [VALUE_EDGE if edge else REPLY for edge in edges] + [REPLY, IGNORED]
 
 
 def learn_merges(counts: Dict[str, int], wanted: int) -> List[str]:
-    """Byte-pair encoding of whole words of letters; the pieces in the order in which they were found."""
+    """Byte-pair encoding of whole words of letters; the pieces in the order found."""
     entries = [(list(word), count) for word, count in sorted(counts.items()) if len(word) > 1]
     return list(itertools.islice(_merges(entries), wanted))
 
 
 def join_words(counts: Dict[str, int], tokenizer: "Tokenizer") -> List[str]:
-    """The further pieces with which each of the words becomes one token."""
+    """The further pieces that make each of the words one token."""
     entries = [
         ([tokenizer.tokens[number] for number in tokenizer.encode(word)], count)
         for word, count in sorted(counts.items())
@@ -260,7 +259,7 @@ def join_words(counts: Dict[str, int], tokenizer: "Tokenizer") -> List[str]:
 
 
 def _merges(entries: List[Tuple[List[str], int]]) -> Iterator[str]:
-    """Joins the most frequent pair of neighbours, again and again; each new piece once."""
+    """Repeatedly joins the most frequent neighbouring pair; yields each new piece once."""
     found = set()
     while True:
         pairs: collections.Counter = collections.Counter()
@@ -271,7 +270,7 @@ def _merges(entries: List[Tuple[List[str], int]]) -> Iterator[str]:
             return
         best = max(pairs, key=lambda pair: (pairs[pair], pair))
         piece = "".join(best)
-        if piece not in found:  # the same piece can arise from two different pairs
+        if piece not in found:  # two different pairs can form the same piece
             found.add(piece)
             yield piece
         entries = [(_joined(symbols, best, piece), count) for symbols, count in entries]
@@ -293,5 +292,5 @@ def _joined(symbols: List[str], pair: Tuple[str, str], piece: str) -> List[str]:
 
 
 def load() -> Tokenizer:
-    """The tokenizer with the merges that lie beside this module."""
+    """The tokenizer with the merges stored beside this module."""
     return Tokenizer(json.loads(MERGES_FILE.read_text()))

@@ -1,8 +1,8 @@
 # SPDX-License-Identifier: Apache-2.0
 """Values for the slots of a task: names, words and texts that the model must copy.
 
-TrainingValues mixes real words with syllables, random letters and pieces of the tokenizer, so that copying is
-learnt and not a list of names. HeldOutValues draws from what training rejects.
+TrainingValues mixes real words with syllables, random letters and tokenizer pieces, so that the model learns to copy
+instead of memorising names. HeldOutValues draws from what training rejects.
 """
 
 import random
@@ -21,7 +21,7 @@ _WORDING = frozenset(
 
 
 class TrainingValues:
-    """Values of which no word is held out."""
+    """Values without held-out words."""
 
     ANY_SCRIPT = 0.3  # share of the phrases with words beyond ASCII
 
@@ -38,7 +38,7 @@ class TrainingValues:
         elif kind < 0.38:
             word = "".join(rng.choice(string.ascii_lowercase) for _ in range(rng.randint(2, 9)))
         elif kind < 0.64 and self._pieces:
-            # at least two: one alone may be a word of the wordings, and then nobody could tell what is meant
+            # at least two: a single one could be a word of the wording
             word = "".join(rng.choice(self._pieces) for _ in range(rng.randint(2, 4)))
         elif kind < 0.70:
             letters = list(rng.choice(words.WORDS))
@@ -57,7 +57,7 @@ class TrainingValues:
         )
 
     def plain_word(self, rng: random.Random) -> str:
-        """A lower-case word without held-out ones and without words of the wordings."""
+        """A lower-case word that is neither held out nor a word of the wordings."""
         while True:
             word = self._raw_word(rng).lower()
             if word not in _BANNED and word not in _WORDING:
@@ -81,7 +81,7 @@ class TrainingValues:
     def phrase(
         self, rng: random.Random, most: int, title: float, fewest: int = 1, linked: bool = True
     ) -> str:
-        """`fewest` to `most` words; with probability `title` each one begins with a capital."""
+        """`fewest` to `most` words, each capitalised with probability `title`."""
         count = rng.randint(fewest, most)
         style = rng.random()
         capitals = [style < title or (style < title + 0.1 and i == 0) for i in range(count)]
@@ -96,7 +96,7 @@ class TrainingValues:
         return " ".join(parts)
 
     def _in_any_script(self, rng: random.Random, parts: List[str]) -> str:
-        """The words with accents, or some of them in another script; no more of it than can be copied."""
+        """Adds accents, or puts some words in another script, within the limit of what can be copied."""
         while True:
             changed = self._accented(rng, parts) if rng.random() < 0.4 else self._in_other_script(rng, parts)
             while len(changed) > 1 and scripts.effort(" ".join(changed)) > scripts.COPIED:
@@ -129,7 +129,7 @@ class TrainingValues:
         return parts
 
     def talk(self, rng: random.Random, most: int) -> str:
-        """A phrase as people write it, often with everyday words in it, several in a row too."""
+        """A phrase as people write it, often with everyday words, also several in a row."""
         parts = self.phrase(rng, most, title=0.25).split(" ")
         share = rng.choice((0.0, 0.25, 0.6))
         for index in range(len(parts) - 1):  # the last word could be taken for one of the wording's
@@ -153,7 +153,7 @@ class TrainingValues:
 
     @staticmethod
     def _placeless(name: str) -> str:
-        """Without words like "in": whether they belong to the name or to the task would be anyone's guess."""
+        """Without words like "in", which could belong to the name or to the task."""
         return re.sub(r" (in|on|from|to|at) ", " of ", name)
 
     def query(self, rng: random.Random) -> str:
@@ -167,7 +167,7 @@ class TrainingValues:
         return text + (rng.choice("!?") if rng.random() < 0.08 else "")
 
     def too_long_text(self, rng: random.Random) -> str:
-        """More than the planner can copy without a mistake."""
+        """A text longer than the planner can copy reliably."""
         if rng.random() < 0.4:
             return self._long_talk(rng, rng.randint(21, 45))
         maker = scripts.word_maker(rng) if rng.random() < 0.8 else scripts.picture
@@ -210,7 +210,7 @@ class TrainingValues:
         return "www." + host if chance < 0.1 else self.plain_word(rng) + "." + host if chance < 0.17 else host
 
     def thing(self, rng: random.Random) -> str:
-        """The object of a request that is out of reach."""
+        """The object of an impossible request."""
         return self.phrase(rng, rng.choice((1, 2, 3)), title=0.4)
 
     # -- slots that are the same for training and evaluation
@@ -244,7 +244,7 @@ class TrainingValues:
 
 
 class HeldOutValues(TrainingValues):
-    """Held-out names, and words made by another recipe than the training words."""
+    """Held-out names, and words generated differently from the training words."""
 
     ANY_SCRIPT = 0.0
 

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: Apache-2.0
-"""Word lists: names that users really say, and words that made-up values are mixed from."""
+"""Word lists: real names, and words that generated values are mixed from."""
 
 APPLICATIONS = (
     "Safari|Finder|Notes|Mail|Calendar|Spotify|Slack|Terminal|Photos|Preview|TextEdit|Messages|Maps|Reminders|"
@@ -11,7 +11,7 @@ APPLICATIONS = (
     "QuickTime Player|Script Editor|Key Chain Access|Time Machine|Paint|VLC|GIMP|Emacs|Vim|1Password|Adobe Reader"
 ).split("|")
 
-# What a user calls a browser, and the name that the plan uses for it.
+# What a user calls a browser, and the name used in the plan.
 BROWSERS = {
     "Safari": "Safari",
     "Brave": "Brave Browser",
@@ -43,7 +43,7 @@ SITES = {
 FOLDERS = ["Desktop", "Documents", "Downloads", "Pictures"]
 RARE_FOLDERS = ["Movies", "Public", "Videos", "Templates"]
 
-# How a kind of file is said, and its extension. Said in lower case too.
+# How a kind of file is said, and its extension. Also used in lower case.
 KINDS = {
     "PDF": "pdf",
     "PNG": "png",
@@ -141,7 +141,7 @@ CONTROL_ROLES = [
     "RadioButton",
 ]
 
-# An application that the user names by its Mac name is often another program on Linux.
+# Linux applications that stand in for the Mac names that users say.
 STAND_INS = {
     "Finder": ["Thunar File Manager", "Thunar File Manager", "Files", "Dolphin", "File Manager"],
     "Safari": ["Firefox ESR", "Firefox ESR", "Chromium Web Browser", "Firefox"],
@@ -195,10 +195,10 @@ quarter quarterly annual monthly weekly daily figures sales profit loss cost gro
 numbers results summary update version release feature bug test server network security password account profile
 """.split()
 WORDS = sorted(set(_WORDS))
-# Little words inside a value; never at its ends, and none that starts a new step.
+# Small words inside a value; never at its ends, and none that starts a new step.
 LINKING_WORDS = "in of for with the a on from to at my by".split()
-# What people write is full of words that tasks are worded with. No verbs that begin a step: nobody could tell it apart.
-# The most frequent ones as often as people write them: in wordings they stand before a value and are never copied.
+# Words that occur in texts as well as in wordings; no verbs that begin a step, which would be ambiguous. The commonest
+# are repeated as often as people write them: wordings use them before a value, where they are never copied.
 EVERYDAY_WORDS = (
     "the " * 30 + "a of to in and my " * 5 + "an on at by for with from "
     "is are was will be not can has have had do did does it me we you they he she us them this that these those no yes "

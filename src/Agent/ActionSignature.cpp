@@ -3,7 +3,7 @@
 
 namespace {
 
-// Text with its length in front, so that no choice of a name, keys and values can look like another one.
+// Length-prefixed, so that different names, keys and values cannot yield the same text.
 QString measured(const QString &text)
 {
     return QString::number(text.size()) + u':' + text;
@@ -14,7 +14,7 @@ QString measured(const QString &text)
 QString actionSignature(const AgentAction &action)
 {
     QString signature = measured(action.name) + u'|';
-    // The map holds its keys in ascending order.
+    // The map is sorted by key.
     for (auto argument = action.args.cbegin(); argument != action.args.cend(); ++argument)
         signature += measured(argument.key()) + measured(argument.value());
     return signature;

@@ -5,6 +5,6 @@
 
 #include <QString>
 
-// What makes two actions the same step: the name and all arguments, in whatever order the model wrote them.
-// Equal for equal actions, different for different ones; nobody but the repeat check reads it. Pure.
+// Identifies a step: equal if and only if the actions have the same name and arguments, in any order. Used to
+// detect repetition. Pure.
 QString actionSignature(const AgentAction &action);

@@ -14,12 +14,11 @@
 
 #include <utility>
 
-// The loop of one run. All of it suspends, and the session may be gone after any wait: then nothing of it is
-// touched any more.
+// The loop of one run. The session may be destroyed during any wait and must not be touched afterwards.
 
 using namespace Qt::StringLiterals;
 
-// What the loop remembers from step to step; it lives as long as the run.
+// State kept from step to step, for the duration of the run.
 struct AgentSession::Run
 {
     const int turnIndex;
@@ -37,7 +36,7 @@ constexpr int maxCorrections = 2;
 const QString accessibilityNote =
     u"Switched on accessibility, so that Orvane can read and operate applications."_s;
 
-// What the error being handled says to the user.
+// The user-visible description of the current exception.
 QString descriptionOfCurrentError()
 {
     QString description;
@@ -48,14 +47,14 @@ QString descriptionOfCurrentError()
     } catch (const std::exception &error) {
         description = Text::trimmed(Text::cleaned(QString::fromLocal8Bit(error.what())));
     } catch (...) {
-        // It says nothing.
+        // No description available.
     }
     return description.isEmpty() ? u"Something unexpected went wrong."_s : description;
 }
 
 } // namespace
 
-// The one guard around the loop: whatever goes wrong in it, the run comes to an end.
+// Catches all errors of the loop, so that every run ends.
 QCoro::Task<void> AgentSession::run(QString command, int turnIndex, std::stop_token cancellation)
 {
     const QPointer<AgentSession> self(this);
@@ -75,8 +74,8 @@ QCoro::Task<void> AgentSession::loop(QString command, int turnIndex, std::stop_t
     co_await m_models.loadIfNeeded();
     if (!self)
         co_return;
-    if (m_models.state().kind != ModelManager::State::Kind::loaded) {
-        end(turnIndex, u"The local model isn't ready yet."_s, LogEntry::Kind::failure);
+    if (m_models.state().kind != ModelManager::State::Kind::Loaded) {
+        end(turnIndex, u"The local model isn't ready yet."_s, LogEntry::Kind::Failure);
         co_return;
     }
 
@@ -84,7 +83,7 @@ QCoro::Task<void> AgentSession::loop(QString command, int turnIndex, std::stop_t
     if (!self)
         co_return;
     if (switchedOn)
-        appendEntry(turnIndex, LogEntry{.text = accessibilityNote, .kind = LogEntry::Kind::info});
+        appendEntry(turnIndex, LogEntry{.text = accessibilityNote, .kind = LogEntry::Kind::Info});
 
     const QString state = co_await Executor::observe(m_desktop);
     if (!self)
@@ -99,7 +98,7 @@ QCoro::Task<void> AgentSession::loop(QString command, int turnIndex, std::stop_t
         if (progress == Progress::Ended)
             co_return;
     }
-    end(turnIndex, u"Stopped after too many steps."_s, LogEntry::Kind::failure);
+    end(turnIndex, u"Stopped after too many steps."_s, LogEntry::Kind::Failure);
 }
 
 QCoro::Task<AgentSession::Progress> AgentSession::takeStep(std::shared_ptr<Run> run)
@@ -115,12 +114,12 @@ QCoro::Task<AgentSession::Progress> AgentSession::takeStep(std::shared_ptr<Run> 
 
     if (kindOf(*action) == ActionKind::Done) {
         const QString summary = action->arg(u"message"_s).value_or(u"Done"_s);
-        end(run->turnIndex, summary, LogEntry::Kind::success, summary);
+        end(run->turnIndex, summary, LogEntry::Kind::Success, summary);
         co_return Progress::Ended;
     }
     const QString signature = actionSignature(*action);
     if (signature == run->previousSignature) {
-        end(run->turnIndex, u"Stopped: the same step was repeated."_s, LogEntry::Kind::failure);
+        end(run->turnIndex, u"Stopped: the same step was repeated."_s, LogEntry::Kind::Failure);
         co_return Progress::Ended;
     }
     run->previousSignature = signature;
@@ -129,7 +128,7 @@ QCoro::Task<AgentSession::Progress> AgentSession::takeStep(std::shared_ptr<Run> 
     co_return progress;
 }
 
-// The model's next reply, or none when the run has ended instead. An error of the engine ends it too.
+// The model's next reply, or nothing if the run has ended. Engine errors end the run.
 QCoro::Task<std::optional<QString>> AgentSession::nextReply(std::shared_ptr<Run> run)
 {
     const QPointer<AgentSession> self(this);
@@ -145,7 +144,7 @@ QCoro::Task<std::optional<QString>> AgentSession::nextReply(std::shared_ptr<Run>
     co_return reply;
 }
 
-// Shows the step, has it approved where the policy wants that, and carries it out.
+// Shows the step, obtains approval if the policy requires it, and executes it.
 QCoro::Task<AgentSession::Progress> AgentSession::perform(std::shared_ptr<Run> run, AgentAction action)
 {
     const QPointer<AgentSession> self(this);
@@ -162,16 +161,16 @@ QCoro::Task<AgentSession::Progress> AgentSession::perform(std::shared_ptr<Run> r
     Approval approval = Approval::NotNeeded;
     if (risk.kind == Risk::Kind::Confirm) {
         setStatus(u"Waiting for approval: "_s + title);
-        changeEntry(run->turnIndex, entry, title, LogEntry::Kind::confirm, true);
+        changeEntry(run->turnIndex, entry, title, LogEntry::Kind::Confirm, true);
         const QFuture<bool> answer = ask(action, risk.reason);
-        // The user may have stopped the run while the target was being looked for.
+        // The user may have stopped the run during the lookup of the target.
         if (run->cancellation.stop_requested())
             resolve(false);
         const bool approved = co_await answer;
         if (!self)
             co_return Progress::Ended;
         if (!approved) {
-            changeEntry(run->turnIndex, entry, u"Declined: "_s + title, LogEntry::Kind::failure, false);
+            changeEntry(run->turnIndex, entry, u"Declined: "_s + title, LogEntry::Kind::Failure, false);
             finish(run->turnIndex, u"I didn't do that, as requested."_s);
             co_return Progress::Ended;
         }
@@ -181,7 +180,7 @@ QCoro::Task<AgentSession::Progress> AgentSession::perform(std::shared_ptr<Run> r
     co_return progress;
 }
 
-// Carries the step out and tells the model what came of it.
+// Executes the step and reports the outcome to the model.
 QCoro::Task<AgentSession::Progress> AgentSession::execute(std::shared_ptr<Run> run, AgentAction action,
                                                           QUuid entry, ActionTarget target, Approval approval)
 {
@@ -190,7 +189,7 @@ QCoro::Task<AgentSession::Progress> AgentSession::execute(std::shared_ptr<Run> r
     QString result;
     std::optional<QString> failure;
     try {
-        // What was approved was approved for that target, wherever the user has answered.
+        // The approval holds for this target, whichever window it was given in.
         if (approval == Approval::Given)
             target = co_await ActionTarget::findApproved(action, target, desktop);
         result = co_await Executor::run(action, target, desktop);
@@ -200,10 +199,10 @@ QCoro::Task<AgentSession::Progress> AgentSession::execute(std::shared_ptr<Run> r
     if (!self)
         co_return Progress::Ended;
     if (failure)
-        changeEntry(run->turnIndex, entry, action.title() + u" — "_s + *failure, LogEntry::Kind::failure,
+        changeEntry(run->turnIndex, entry, action.title() + u" — "_s + *failure, LogEntry::Kind::Failure,
                     false);
     else
-        changeEntry(run->turnIndex, entry, action.title(), LogEntry::Kind::step, false);
+        changeEntry(run->turnIndex, entry, action.title(), LogEntry::Kind::Step, false);
 
     const QString state = co_await Executor::observe(desktop);
     if (!self)
@@ -216,7 +215,7 @@ QCoro::Task<AgentSession::Progress> AgentSession::execute(std::shared_ptr<Run> r
 AgentSession::Progress AgentSession::takeInvalidReply(Run &run, const QString &reply)
 {
     if (run.invalidReplies == maxCorrections) {
-        end(run.turnIndex, u"I couldn't work out a plan for that."_s, LogEntry::Kind::failure);
+        end(run.turnIndex, u"I couldn't work out a plan for that."_s, LogEntry::Kind::Failure);
         return Progress::Ended;
     }
     run.conversation.append({ChatMessage::Role::Assistant, reply});
@@ -230,6 +229,6 @@ bool AgentSession::endIfCancelled(const Run &run)
 {
     if (!run.cancellation.stop_requested())
         return false;
-    end(run.turnIndex, u"Cancelled"_s, LogEntry::Kind::info);
+    end(run.turnIndex, u"Cancelled"_s, LogEntry::Kind::Info);
     return true;
 }

@@ -9,10 +9,10 @@
 #include <algorithm>
 #include <utility>
 
-// The session's published state and what the interface asks of it; the loop is in AgentLoop.cpp.
+// Published state and commands of the session; the loop is in AgentLoop.cpp.
 
-// Stands in every function that emits signals, while it does. A slot may call into the session again; what
-// would take the ground from under the slots that come after it is put off, or forbidden.
+// Marks a function that is emitting signals. A slot may re-enter the session, but changes that would
+// invalidate what later slots rely on are deferred or forbidden.
 class AgentSession::Announcement
 {
 public:
@@ -36,10 +36,10 @@ AgentSession::AgentSession(ModelManager &models, const Desktop &desktop, QObject
 
 AgentSession::~AgentSession()
 {
-    // The caller of that slot would go on with memory that is gone, in a release build too.
+    // The emitting function would continue with freed memory, in release builds too.
     if (m_announcements > 0)
         qFatal("An AgentSession was destroyed by a slot of its own signal; use deleteLater");
-    // Lets the loop, should it wait for an answer, resume once more and see that it is over.
+    // Lets a loop that waits for an answer resume and end.
     if (m_confirmation) {
         m_confirmation->addResult(false);
         m_confirmation->finish();
@@ -53,13 +53,13 @@ void AgentSession::submit(const QString &command)
         return;
     const Announcement announcement(*this);
     Q_EMIT willChange();
-    // A slot may have had a task of its own.
+    // A slot may have submitted another task.
     if (m_isRunning)
         return;
     const int turnIndex = static_cast<int>(m_turns.size());
     m_turns.append(Turn{.command = task});
     m_isRunning = true;
-    // Here, so that a slot can already stop the task.
+    // Reset before the signals, so that a slot can already stop the task.
     m_cancellation = std::stop_source();
     Q_EMIT turnsChanged();
     Q_EMIT turnAppended(turnIndex);
@@ -73,7 +73,7 @@ void AgentSession::submit(const QString &command)
 
 void AgentSession::resolve(bool approved)
 {
-    // Taken out first: an observer that answers in its turn comes second.
+    // Take the promise first: a slot may call `resolve` again.
     std::optional<QPromise<bool>> confirmation = std::exchange(m_confirmation, std::nullopt);
     setPending(std::nullopt);
     if (!confirmation)
@@ -102,7 +102,7 @@ void AgentSession::clearHistory()
 
 QFuture<bool> AgentSession::ask(const AgentAction &action, const QString &reason)
 {
-    // The answer can come while the change is announced, so there is a place for it before that.
+    // Create the promise first: the answer can arrive while the change is announced.
     m_confirmation.emplace();
     m_confirmation->start();
     const QFuture<bool> answer = m_confirmation->future();
@@ -117,16 +117,16 @@ void AgentSession::end(int turnIndex, const QString &text, LogEntry::Kind kind,
     finish(turnIndex, summary);
 }
 
-// Whatever the loop was at is over: nobody waits for an answer, and no step is carried out any more.
+// Withdraws the question and marks running steps as failed.
 void AgentSession::endAfterError(int turnIndex, const QString &description)
 {
     resolve(false);
     const QList<LogEntry> log = m_turns.at(turnIndex).log;
     for (const LogEntry &entry : log) {
         if (entry.running)
-            changeEntry(turnIndex, entry.id, entry.text, LogEntry::Kind::failure, false);
+            changeEntry(turnIndex, entry.id, entry.text, LogEntry::Kind::Failure, false);
     }
-    end(turnIndex, description, LogEntry::Kind::failure);
+    end(turnIndex, description, LogEntry::Kind::Failure);
 }
 
 void AgentSession::finish(int turnIndex, const std::optional<QString> &summary)
@@ -165,8 +165,7 @@ void AgentSession::changeEntry(int turnIndex, QUuid id, const QString &text, Log
                                bool running)
 {
     const Announcement announcement(*this);
-    // Before the entry is looked for: an observer may copy the list, and then it is not to change in its
-    // hands.
+    // Emit before the lookup: a slot may copy the list, which then detaches.
     Q_EMIT willChange();
     QList<LogEntry> &log = m_turns[turnIndex].log;
     const auto entry =
@@ -213,7 +212,7 @@ void AgentSession::clearPreview()
 
 std::function<void(QString)> AgentSession::previewSink()
 {
-    // Pieces come on the engine's thread, where the session must not be looked at: it may be gone.
+    // Called on the engine's thread, where the session must not be accessed: it may be gone.
     return [self = QPointer<AgentSession>(this), generation = m_previewGeneration](const QString &piece) {
         const auto append = [self, generation, piece] {
             if (!self || self->m_previewGeneration != generation)

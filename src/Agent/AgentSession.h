@@ -19,15 +19,13 @@
 #include <optional>
 #include <stop_token>
 
-// Runs one user task at a time: asks the local model for one action, lets the safety policy decide whether
-// the user must approve it, has it carried out, feeds the outcome and a fresh description of the screen back
-// to the model, and repeats until the model is done, repeats itself, runs out of steps, or something ends the
-// run.
+// Runs one user task at a time: asks the model for one action, has the user confirm it if the safety policy
+// requires that, executes it, returns the outcome and a fresh observation to the model, and repeats until the
+// model is done, repeats itself, runs out of steps, or the run is stopped or fails.
 //
-// Everything happens on the main thread. The views observe the properties; whoever shows a log line by line
-// uses the finer signals. The session may be destroyed while a task runs: the loop then ends at its next
-// resume. The model manager and the desktop services are not owned; they outlive the session and every action
-// begun by it.
+// Thread: main. Views observe the properties; line-by-line logs use the finer signals. The session may be
+// destroyed while a task runs; the loop then ends at its next resume. The model manager and the desktop
+// services are not owned and must outlive the session and every action it started.
 class AgentSession : public QObject
 {
     Q_OBJECT
@@ -38,55 +36,55 @@ class AgentSession : public QObject
     Q_PROPERTY(std::optional<PendingConfirmation> pending READ pending NOTIFY pendingChanged)
 
 public:
-    // The most model replies that one task may use.
+    // Maximum number of model replies per task.
     static constexpr int maxSteps = 12;
 
     AgentSession(ModelManager &models, const Desktop &desktop, QObject *parent = nullptr);
     ~AgentSession() override;
 
-    // Every task of this session, oldest first. A turn keeps its index until the history is cleared.
+    // All tasks of this session, oldest first. Indices are stable until the history is cleared.
     const QList<Turn> &turns() const { return m_turns; }
     bool isRunning() const { return m_isRunning; }
-    // What the running task is at, in one line; empty when idle.
+    // One line about the running task; empty when idle.
     QString status() const { return m_status; }
-    // What the model has written so far in the current step.
+    // What the model has generated in the current step.
     QString streamPreview() const { return m_streamPreview; }
     // Set while the loop waits for the user's answer.
     const std::optional<PendingConfirmation> &pending() const { return m_pending; }
 
-    // Starts a task and returns at once. Blank text, or a task while one runs, is ignored.
+    // Starts a task asynchronously. Ignored for blank text or while a task runs.
     void submit(const QString &command);
 
-    // The user's answer to the pending confirmation. Without one, nothing happens.
+    // Answers the pending confirmation; does nothing without one.
     void resolve(bool approved);
 
-    // The user's stop button: answers a pending confirmation with no, and ends the run before its next step.
-    // A reply that the model has begun is still waited for. Without a running task, nothing happens.
+    // Declines a pending confirmation and ends the run before its next step; a reply being generated is
+    // awaited first. Does nothing without a running task.
     void stop();
 
-    // Forgets all turns; ignored while a task runs. From a slot of a signal of ours, it takes effect once all
-    // slots have run: until then the indices that they are given hold.
+    // Removes all turns; ignored while a task runs. Called from a slot of this object's signals, it is
+    // deferred until all slots have run, so that their indices stay valid.
     void clearHistory();
 
-    // A slot of any of these may call what stands above. It must not destroy the session, save by
-    // `deleteLater`: the program ends then.
+    // Slots may call the functions above. They may destroy the session only by `deleteLater`; anything else
+    // aborts.
 Q_SIGNALS:
-    // Before each change of properties; what changes together is announced together.
+    // Emitted before each change of properties; simultaneous changes are announced together.
     void willChange();
 
-    // After the change.
+    // Emitted after the change.
     void turnsChanged();
     void isRunningChanged();
     void statusChanged();
     void streamPreviewChanged();
     void pendingChanged();
 
-    // What exactly changed in `turns`, right after it did.
+    // Details of a change of `turns`, emitted right after it.
     void turnAppended(int turnIndex);
     void logEntryAppended(int turnIndex, int entryIndex);
     void logEntryChanged(int turnIndex, int entryIndex);
     void historyCleared();
-    // The run has ended, and the session is idle.
+    // The run has ended; the session is idle.
     void turnFinished(int turnIndex);
 
 private:
@@ -95,8 +93,8 @@ private:
     struct Run;
     class Announcement;
 
-    // The loop. Each of these looks whether the session still exists after every wait, and tells its caller
-    // that the run has ended when it does not. What they throw ends the run.
+    // The loop. After every wait, each coroutine checks that the session still exists, and reports the run as
+    // ended if not. An exception ends the run.
     QCoro::Task<void> loop(QString command, int turnIndex, std::stop_token cancellation);
     QCoro::Task<void> run(QString command, int turnIndex, std::stop_token cancellation);
     QCoro::Task<Progress> takeStep(std::shared_ptr<Run> run);
@@ -110,7 +108,7 @@ private:
     // Shows the confirmation; the future holds the user's answer.
     QFuture<bool> ask(const AgentAction &action, const QString &reason);
 
-    // Ends the run, with a last line in the log.
+    // Appends a last log line and ends the run.
     void end(int turnIndex, const QString &text, LogEntry::Kind kind,
              const std::optional<QString> &summary = std::nullopt);
     void endAfterError(int turnIndex, const QString &description);
@@ -122,13 +120,13 @@ private:
     void setStatus(const QString &status);
     void setPending(const std::optional<PendingConfirmation> &pending);
     void clearPreview();
-    // Where the engine's pieces of the current reply go; callable from any thread.
+    // Receives the pieces of the current reply. Any thread.
     std::function<void(QString)> previewSink();
 
     ModelManager &m_models;
     const Desktop m_desktop;
 
-    // How many calls, one inside the other, are emitting signals; and what has been put off meanwhile.
+    // Nesting depth of functions that are emitting signals, and the work deferred meanwhile.
     int m_announcements = 0;
     bool m_clearsLater = false;
 
@@ -138,11 +136,11 @@ private:
     QString m_streamPreview;
     std::optional<PendingConfirmation> m_pending;
 
-    // Counts the clearings of the preview: a piece that belongs to an earlier reply comes too late.
+    // Incremented when the preview is cleared; pieces of an earlier reply are dropped.
     quint64 m_previewGeneration = 0;
-    // The step that waits for the user's answer.
+    // The promise of the user's answer.
     std::optional<QPromise<bool>> m_confirmation;
-    // The task started by the latest `submit`, and how to cancel it.
+    // The latest task and its cancellation.
     QCoro::Task<void> m_task;
     std::stop_source m_cancellation;
 };

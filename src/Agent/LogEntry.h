@@ -4,23 +4,22 @@
 #include <QString>
 #include <QUuid>
 
-// One line of a turn's log. A plain record of the main thread: the session makes and changes it, the
-// interface reads it.
+// One line of a turn's log. A plain record, written by the session and read by the interface. Thread: main.
 struct LogEntry
 {
     enum class Kind {
-        step,    // an action
-        success, // the task is done; the text is the closing message
-        failure, // a failed step, or why the run ended
-        info,    // a neutral note
-        confirm, // a step that waits for the user's approval
+        Step,    // an action
+        Success, // the task is done; the text is the closing message
+        Failure, // a failed step, or why the run ended
+        Info,    // a neutral note
+        Confirm, // a step waiting for the user's approval
     };
 
-    // Always fresh; the line is found again by it, and two lines with the same text are still two lines.
+    // Unique; identifies the line even if its text repeats.
     QUuid id = QUuid::createUuid();
     QString text = {}; // an action's title, or a message of the loop
-    Kind kind = Kind::step;
-    // True while the step that the line stands for is being carried out.
+    Kind kind = Kind::Step;
+    // True while the step is being executed.
     bool running = false;
 
     friend bool operator==(const LogEntry &, const LogEntry &) = default;

@@ -6,14 +6,14 @@
 #include <QString>
 #include <QUuid>
 
-// An action that waits for the user's approval. A plain record of the main thread.
+// An action waiting for the user's approval. A plain record. Thread: main.
 struct PendingConfirmation
 {
     QUuid id = QUuid::createUuid();
     AgentAction action;
-    QString reason; // the safety policy's wording; a script's lines follow its first line
+    QString reason; // the safety policy's wording; a script follows after the first line
 
-    // The reason as the user is shown it: complete, and with a visible mark for each character that could not
-    // be seen. One line, but for the lines of a script.
+    // The reason for display: complete, with visible marks for invisible characters. One line, except for
+    // scripts.
     QString shownReason() const;
 };

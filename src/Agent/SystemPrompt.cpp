@@ -7,10 +7,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// A well-known news website: the model has met it often, so it stands for any site.
+// A well-known news website, which the model has seen often in training; stands for any site.
 const QString site = u"bbc.com"_s;
 
-// One action with its description; the blanks align the descriptions.
+// One action and its description, aligned by blanks.
 QString action(const QString &json, int blanks, const QString &description)
 {
     return json + QString(blanks, u' ') + description;

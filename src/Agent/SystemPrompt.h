@@ -5,15 +5,14 @@
 
 #include <QString>
 
-// The first message of every conversation with the model: what it may do, and how it answers. Callable from
-// any thread.
+// The first message of every conversation: available actions and the reply format. Any thread.
 namespace SystemPrompt {
 
-// Fixed text, built on first use, that names the computer as this platform does. The small models are
-// sensitive to every blank of it, and the practice model is trained on exactly these bytes.
+// Fixed text with the current platform's words, built on first use. Small models are sensitive to every
+// blank, and the practice model is trained on exactly these bytes.
 const QString &text();
 
-// The same on the platform with these words.
+// The text with the given platform's words.
 QString textFor(const PlatformWords &words);
 
 } // namespace SystemPrompt

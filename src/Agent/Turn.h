@@ -9,15 +9,15 @@
 
 #include <optional>
 
-// One task that the user submitted, and what became of it. A plain record of the main thread: the session
-// makes and changes it, the interface reads it.
+// One submitted task and its outcome. A plain record, written by the session and read by the interface.
+// Thread: main.
 struct Turn
 {
     QUuid id = QUuid::createUuid();
     QString command = {};     // trimmed
     QList<LogEntry> log = {}; // oldest first
-    bool finished = false;    // becomes true once, and stays so
-    // The closing text; none for a run that ended neither by itself nor by a refusal.
+    bool finished = false;    // never reset
+    // The closing text; empty unless the run was completed or declined.
     std::optional<QString> summary = {};
 
     friend bool operator==(const Turn &, const Turn &) = default;

@@ -22,22 +22,22 @@ bool isInside(const std::array<Range, Count> &ranges, char32_t character)
     });
 }
 
-// Format characters (Cf) that have a picture: the signs that enclose or span the characters behind them, and
-// those that arrange hieroglyphs.
+// Format characters (Cf) with a visible glyph: signs that enclose or span the characters after them, and
+// hieroglyph layout controls.
 constexpr std::array visibleFormats{
     Range{0x0600, 0x0605}, Range{0x06DD, 0x06DD},   Range{0x070F, 0x070F},   Range{0x0890, 0x0891},
     Range{0x08E2, 0x08E2}, Range{0x110BD, 0x110BD}, Range{0x110CD, 0x110CD}, Range{0x13430, 0x1343F},
 };
 
-// What Unicode lets a program ignore for display (Default_Ignorable_Code_Point) without calling it a format
-// character: the combining joiner, fillers, variation selectors, and what is kept free for more of the kind.
+// Default_Ignorable_Code_Point characters that are not format characters: the combining grapheme joiner,
+// fillers, variation selectors, and reserved code points.
 constexpr std::array otherIgnorables{
     Range{0x034F, 0x034F}, Range{0x115F, 0x1160},   Range{0x17B4, 0x17B5}, Range{0x180B, 0x180F},
     Range{0x2065, 0x2065}, Range{0x3164, 0x3164},   Range{0xFE00, 0xFE0F}, Range{0xFFA0, 0xFFA0},
     Range{0xFFF0, 0xFFF8}, Range{0xE0000, 0xE0FFF},
 };
 
-// Where the characters lie that are drawn as emoji, alone or in a sequence.
+// Ranges that contain the characters drawn as emoji, alone or in a sequence.
 constexpr std::array pictographs{
     Range{0x00A9, 0x00A9},   Range{0x00AE, 0x00AE}, Range{0x203C, 0x203C}, Range{0x2049, 0x2049},
     Range{0x2122, 0x2122},   Range{0x2139, 0x2139}, Range{0x2190, 0x21FF}, Range{0x2300, 0x23FF},
@@ -55,7 +55,7 @@ constexpr char32_t emojiSelector = 0xFE0F;
 constexpr char32_t keycap = 0x20E3;
 constexpr int combiningClassOfViramas = 9;
 
-// Nothing stands before the start and behind the end; a null has none of the properties asked for.
+// Returns 0 outside the text; U+0000 has none of the properties tested here.
 char32_t characterAt(const QList<uint> &text, qsizetype index)
 {
     return index >= 0 && index < text.size() ? text.at(index) : 0;
@@ -66,7 +66,7 @@ bool isVirama(char32_t character)
     return QChar::combiningClass(character) == combiningClassOfViramas;
 }
 
-// The character before, with the accents on it left out of account.
+// The preceding base character, skipping nonspacing marks.
 char32_t baseBefore(const QList<uint> &text, qsizetype index)
 {
     const auto isAccent = [](char32_t character) {
@@ -83,8 +83,7 @@ bool isCursive(char32_t character)
     return QChar::isLetter(character) && QChar::joiningType(character) != QChar::Joining_None;
 }
 
-// In cursive scripts the non-joiner parts letters that would else join; in the scripts of India it keeps a
-// virama visible.
+// In cursive scripts ZWNJ separates letters that would join; in Indic scripts it keeps a virama visible.
 bool nonJoinerShows(const QList<uint> &text, qsizetype index)
 {
     if (isVirama(characterAt(text, index - 1)))
@@ -102,7 +101,8 @@ bool joinsEmoji(const QList<uint> &text, qsizetype index)
            isInside(pictographs, characterAt(text, index + 1));
 }
 
-// The joiner forms emoji, half and conjunct letters around a virama, and the joined form of a last letter.
+// ZWJ forms emoji sequences, half and conjunct letters around a virama, and the joining form of a final
+// letter.
 bool joinerShows(const QList<uint> &text, qsizetype index)
 {
     const char32_t before = characterAt(text, index - 1);
@@ -120,7 +120,7 @@ bool selectorShows(const QList<uint> &text, qsizetype index)
     return isOnKeycap && characterAt(text, index + 1) == keycap;
 }
 
-// The selectors and the separator of Mongolian choose a letter's form.
+// Mongolian variation selectors and the vowel separator choose a letter's form.
 bool mongolianSelectorShows(const QList<uint> &text, qsizetype index)
 {
     const char32_t before = characterAt(text, index - 1);

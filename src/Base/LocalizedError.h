@@ -5,8 +5,8 @@
 
 #include <exception>
 
-// The root of every error that may reach the user or the model: it carries one complete English sentence.
-// Thrown by value, caught as `const LocalizedError &` in the agent loop and the model manager only.
+// Base class of all errors that may reach the user or the model; carries one complete English sentence.
+// Thrown by value, caught as `const LocalizedError &`.
 class LocalizedError : public std::exception
 {
 public:

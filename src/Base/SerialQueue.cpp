@@ -9,7 +9,7 @@ namespace {
 
 Q_LOGGING_CATEGORY(queueLog, "orvane.queue")
 
-// The thread goes on, whatever becomes of one job: others are waiting for theirs.
+// A failing job must not end the thread: later jobs are waiting.
 void carryOut(const std::function<void()> &job)
 {
     try {
@@ -60,7 +60,7 @@ void SerialQueue::work()
         if (m_jobs.empty())
             return;
         {
-            // The job, with all that it holds, is gone before the next one starts.
+            // The job and its captures are destroyed before the next one starts.
             const std::function<void()> job = std::move(m_jobs.front());
             m_jobs.pop_front();
             lock.unlock();

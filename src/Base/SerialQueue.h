@@ -15,31 +15,29 @@
 #include <mutex>
 #include <type_traits>
 
-// One named worker thread that carries out jobs in the order in which they were handed in, one at a time.
-// Everything that may block (llama.cpp, the X connection, the desktop's own libraries, slow disks) runs on
-// such a queue, so that the main thread never waits.
+// A named worker thread that runs jobs one at a time, in order. Everything that may block (llama.cpp, the X
+// connection, desktop libraries, slow disks) runs on such a queue, so the main thread never waits.
 //
-// `post` and `run` may be called from any thread, also by a job. The destructor finishes (see `finish`): a
-// job must therefore never wait for the thread that destroys its queue.
+// Thread-safe; jobs may call `post` and `run` too. The destructor calls `finish`, so a job must never wait
+// for the thread that destroys its queue.
 class SerialQueue
 {
 public:
-    // `name` names the thread for debuggers; some systems show its first 15 characters only.
+    // The thread's name, for debuggers; some systems show only its first 15 characters.
     explicit SerialQueue(const QString &name);
     ~SerialQueue();
     SerialQueue(const SerialQueue &) = delete;
     SerialQueue &operator=(const SerialQueue &) = delete;
 
-    // Finishes the job in progress, the ones already queued and those that they hand in, then joins the
-    // thread. What is handed in afterwards is never carried out. For owners whose jobs use what goes before
-    // the queue.
+    // Runs all queued jobs, and those they post, to their end, then joins the thread. Jobs posted later never
+    // run. Call it before destroying anything that jobs use.
     void finish();
 
-    // Hands in a job whose end nobody waits for. What it throws ends the job, and is said in the log.
+    // Queues a job without a result. An exception it throws is logged.
     void post(std::function<void()> job);
 
-    // Hands in a job and gives the future of its result; an exception thrown by the job is thrown to whoever
-    // reads that future. Awaiting it resumes the awaiting coroutine on its own thread's event loop.
+    // Queues a job and returns the future of its result; an exception is stored in the future. A coroutine
+    // that awaits the future resumes on its own thread's event loop.
     template <typename Job>
     auto run(Job job) -> QFuture<std::invoke_result_t<Job>>;
 

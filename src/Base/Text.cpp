@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// The text with the characters that are to be kept. Most texts hold nothing invisible, and are many.
+// Keeps the characters for which `keep` is true. The fast path matters: most texts contain nothing invisible.
 template <typename Keep>
 QString filtered(const QString &text, const Keep &keep)
 {
@@ -47,7 +47,7 @@ bool hasCase(char32_t character)
     return QChar::isUpper(character) || QChar::isLower(character) || QChar::isTitleCase(character);
 }
 
-// Accents and apostrophes stand inside a word without being letters of it.
+// Accents and apostrophes continue a word without being letters.
 bool continuesWord(char32_t character)
 {
     const QChar::Category category = QChar::category(character);
@@ -55,15 +55,15 @@ bool continuesWord(char32_t character)
            category == QChar::Other_Format || character == U'\'' || character == U'’';
 }
 
-// Whether one of the letters that pair up to flags stands here.
+// Whether a regional indicator (half of a flag) starts at `position`.
 bool isRegionalIndicatorAt(const QString &text, qsizetype position)
 {
     return position >= 0 && position + 1 < text.size() && text.at(position) == QChar(0xD83C) &&
            text.at(position + 1) >= QChar(0xDDE6) && text.at(position + 1) <= QChar(0xDDFF);
 }
 
-// Whether the position lies between the two halves of a flag. The boundary finder of Qt before 6.5 takes the
-// middle of a flag for a boundary when an emoji stands before it.
+// Whether `position` lies between the two halves of a flag. Before Qt 6.5, QTextBoundaryFinder reports a
+// boundary there when an emoji precedes the flag.
 bool splitsFlag(const QString &text, qsizetype position)
 {
     constexpr qsizetype half = 2;
@@ -75,7 +75,7 @@ bool splitsFlag(const QString &text, qsizetype position)
     return (position - start) / half % 2 == 1;
 }
 
-// Moves on by one user-perceived character; false at the end of the text.
+// Advances by one grapheme cluster; false at the end of the text.
 bool toNextCharacter(QTextBoundaryFinder &finder, const QString &text)
 {
     if (finder.toNextBoundary() < 0)
@@ -108,8 +108,8 @@ QString Text::comparisonKey(const QString &text)
     const auto isVisible = [](const QList<uint> &characters, qsizetype index) {
         return !Invisible::isInvisible(characters.at(index));
     };
-    // Composed first, so that both steps see letters; lower-cased too, because folding leaves "İ" alone; and
-    // composed again, because that takes letters apart.
+    // Compose first so that lower-casing sees whole letters; lower-case because case folding leaves "İ"
+    // alone; compose again because lower-casing decomposes it.
     return filtered(text, isVisible)
         .normalized(QString::NormalizationForm_C)
         .toLower()
@@ -204,7 +204,7 @@ QString Text::withoutMarkers(const QString &text)
 {
     if (!text.contains("<|"_L1))
         return text;
-    // No static one: a thread that a hanging service holds may still be here when the program has ended.
+    // Not static: a thread stuck in a hanging service may still run while statics are destroyed.
     const QRegularExpression marker(u"<\\|([^<>|\\s]+)\\|>"_s);
     QString result = text;
     return result.replace(marker, u"< |\\1| >"_s);

@@ -5,12 +5,12 @@
 
 #include <optional>
 
-// One message of the conversation with the model. A plain value; content of any length, line breaks included.
+// One message of a conversation with the model. A plain value.
 struct ChatMessage
 {
     enum class Role { System, User, Assistant };
 
-    // "system", "user", "assistant"; from text, exactly these three and nothing else.
+    // Role names: "system", "user", "assistant". Any other text has no role.
     static QString rawValue(Role role);
     static std::optional<Role> roleFromRawValue(const QString &text);
 

@@ -20,7 +20,7 @@ std::vector<qint32> ContextFitting::fitted(std::vector<qint32> tokens, int maxTo
 
     const qint64 budget = qint64(contextSize) - maxTokens;
     if (budget < smallestBudget)
-        throw InferenceError(InferenceError::Code::tokenizeFailed);
+        throw InferenceError(InferenceError::Code::TokenizeFailed);
 
     const qint64 head = std::min(budget / 2, largestHead);
     const qint64 tail = budget - head;

@@ -10,7 +10,7 @@ qsizetype sizeOfFirstCharacter(const QString &text)
     return !text.isEmpty() && text.at(0).isHighSurrogate() ? 2 : 1;
 }
 
-// Puts a blank behind the first character of every occurrence, overlapping ones included.
+// Inserts a blank after the first character of every occurrence, overlapping ones included.
 void breakEvery(QString &content, const QString &text)
 {
     const qsizetype firstCharacter = sizeOfFirstCharacter(text);
@@ -23,7 +23,7 @@ void breakEvery(QString &content, const QString &text)
 ControlTokens::ControlTokens(const QStringList &texts)
 {
     for (const QString &text : texts) {
-        // A blank beside blanks parts nothing: what stands between those at the ends is broken.
+        // Trimmed, because a blank next to blanks would not break the text.
         const QString breakable = Text::trimmed(text, u" ");
         if (breakable.size() > sizeOfFirstCharacter(breakable))
             m_texts.append(breakable);
@@ -32,8 +32,8 @@ ControlTokens::ControlTokens(const QStringList &texts)
 
 QString ControlTokens::broken(QString content) const
 {
-    // What breaking one leaves behind may be another one. It comes to an end: each blank makes a gap wider,
-    // and no text has gaps of every width.
+    // Breaking one text may create another. This terminates: each blank widens a gap, and no text has gaps of
+    // every width.
     qsizetype sizeBefore = 0;
     do {
         sizeBefore = content.size();

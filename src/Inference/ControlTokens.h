@@ -4,18 +4,17 @@
 #include <QString>
 #include <QStringList>
 
-// The texts that a model's tokenizer turns into control tokens (turn markers, end of text, ...). The rendered
-// prompt is tokenised with those texts understood, because the template's own markers must work; so every
-// content is made free of them first, or a window title could open a turn of its own.
-// An immutable value; any thread.
+// The texts that a model's tokenizer turns into control tokens (turn markers, end of text, ...). Prompts are
+// tokenised with special tokens enabled because the chat template needs its markers, so message contents must
+// not contain any: a window title could otherwise open a turn of its own. Immutable; any thread.
 class ControlTokens
 {
 public:
     ControlTokens() = default;
     explicit ControlTokens(const QStringList &texts);
 
-    // The content with a blank put into every control-token text, those too that breaking another one leaves
-    // behind; all else stays, markers of other models included.
+    // Inserts a blank into every control token text, including those that breaking another one creates.
+    // Everything else, markers of other models included, is unchanged.
     QString broken(QString content) const;
 
 private:

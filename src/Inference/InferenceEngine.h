@@ -9,23 +9,23 @@
 
 #include <functional>
 
-// What the rest of the system holds of the model runtime. All operations are called on the main thread.
+// Interface of the model runtime. Thread: main.
 class InferenceEngine
 {
 public:
     virtual ~InferenceEngine() = default;
 
-    // True while a model and a context are ready.
+    // True while a model and a context are loaded.
     virtual bool isLoaded() const = 0;
 
-    // Loads the model file at this path in place of the one loaded before. Throws InferenceError.
+    // Replaces the loaded model by the file at `path`. Throws InferenceError.
     virtual QCoro::Task<void> load(QString path) = 0;
 
-    // Asks for the model to be released, and returns at once.
+    // Releases the model asynchronously.
     virtual void unload() = 0;
 
-    // The model's reply to the conversation, of at most `maxTokens` tokens. `onToken` is called with each
-    // decoded piece of text, in order, on a thread of the engine. Throws InferenceError.
+    // The model's reply of at most `maxTokens` tokens. `onToken` receives each decoded piece of text in
+    // order, on an engine thread. Throws InferenceError.
     virtual QCoro::Task<QString> generate(QList<ChatMessage> messages, int maxTokens,
                                           std::function<void(QString)> onToken) = 0;
 };

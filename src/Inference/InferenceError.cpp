@@ -6,15 +6,15 @@ using namespace Qt::StringLiterals;
 QString InferenceError::errorDescription() const
 {
     switch (m_code) {
-    case Code::notLoaded:
+    case Code::NotLoaded:
         return u"The language model isn't loaded yet."_s;
-    case Code::loadFailed:
+    case Code::LoadFailed:
         return u"Couldn't load the model file."_s;
-    case Code::contextFailed:
+    case Code::ContextFailed:
         return u"Couldn't create an inference context."_s;
-    case Code::tokenizeFailed:
+    case Code::TokenizeFailed:
         return u"Couldn't tokenize the prompt."_s;
-    case Code::decodeFailed:
+    case Code::DecodeFailed:
         return u"The model failed while generating."_s;
     }
     Q_UNREACHABLE();

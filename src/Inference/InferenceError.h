@@ -3,11 +3,11 @@
 
 #include "Base/LocalizedError.h"
 
-// The engine's failures; each has one fixed description.
+// Engine errors; each has one fixed description.
 class InferenceError : public LocalizedError
 {
 public:
-    enum class Code { notLoaded, loadFailed, contextFailed, tokenizeFailed, decodeFailed };
+    enum class Code { NotLoaded, LoadFailed, ContextFailed, TokenizeFailed, DecodeFailed };
 
     explicit InferenceError(Code code) : m_code(code) {}
 

@@ -39,7 +39,7 @@ size_t PromptReuse::wholeChunks(std::span<const qint32> tokens) const
         const size_t end = chunkEnd(start, tokens);
         const bool isWhole = end - start == m_longestChunk || endsChunk(tokens.first(end));
         if (!isWhole)
-            break; // it goes on behind what is given
+            break; // an incomplete chunk
         start = end;
     }
     return start;

@@ -7,7 +7,7 @@
 
 namespace {
 
-// Stateless: an unfinished character at the end is an error, not something to wait for.
+// Stateless: an incomplete character at the end is an error.
 constexpr QStringDecoder::Flags strict =
     QStringDecoder::Flag::Stateless | QStringDecoder::Flag::ConvertInitialBom;
 

@@ -6,21 +6,20 @@
 
 #include <optional>
 
-// UTF-8 as the model's bytes need it. Pure; any thread.
+// UTF-8 decoding of model output. Pure; any thread.
 namespace Utf8 {
 
-// The text of these bytes, every invalid sequence replaced by U+FFFD. A byte order mark is text like any
-// other.
+// Decodes bytes, replacing invalid sequences by U+FFFD. A byte order mark is kept.
 QString repaired(QByteArrayView bytes);
 
-// The text of these bytes, or nothing if they are not valid UTF-8 from the first to the last.
+// Decodes bytes, or returns nothing unless all of them are valid UTF-8.
 std::optional<QString> whole(QByteArrayView bytes);
 
-// Puts together text that arrives in pieces whose borders may cut a character. One object a text.
+// Assembles text from pieces that may split a character. One instance per text.
 class Assembler
 {
 public:
-    // All text that has become whole with these bytes; empty while a character is unfinished.
+    // Returns the text completed by these bytes; empty while a character is incomplete.
     QString append(QByteArrayView bytes);
 
 private:

@@ -12,7 +12,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// Brings what is in a file onto the disk.
+// Flushes a file to disk (fsync).
 std::error_code synced(const fs::path &path)
 {
     const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);

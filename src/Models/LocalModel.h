@@ -10,8 +10,8 @@
 
 #include <functional>
 
-// An entry of the fixed catalog of language models that the user may download and run. An immutable plain
-// value, usable from any thread; `id` is its identity and what is persisted as the user's choice.
+// An entry of the fixed catalog of downloadable language models. An immutable plain value, usable from any
+// thread. `id` is its identity, which is stored as the user's choice.
 struct LocalModel
 {
     QString id;
@@ -21,16 +21,16 @@ struct LocalModel
     QString fileName;  // under the models folder, once downloaded
     qint64 sizeMB = 0; // approximate, in megabytes of 1,000,000 bytes
 
-    // Never empty, built on first use; the first entry is the default. Ids and file names are unique.
+    // Never empty. The first entry is the default. Ids and file names are unique. Built on first use.
     static const QList<LocalModel> &catalog();
 
-    // The catalog entry with this id, or the default when there is none.
+    // The catalog entry with this id, or the default.
     static const LocalModel &withIdentifier(const QString &identifier);
 
     friend bool operator==(const LocalModel &, const LocalModel &) = default;
 };
 
-// Feeds the six fields, in the order of their declaration.
+// Hashes all six fields.
 size_t qHash(const LocalModel &model, size_t seed = 0) noexcept;
 
 template <>

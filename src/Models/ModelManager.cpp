@@ -21,12 +21,12 @@ namespace {
 
 const QString selectedModelKey = u"selectedModel"_s;
 
-// Stands in for a size that the server does not tell.
+// Used for progress if the server does not announce a size.
 constexpr qint64 assumedSize = 1'000'000'000;
 
 constexpr int firstFailureStatus = 400;
 
-// A file that an engine has failed to load.
+// A file that the engine failed to load.
 struct FailedFile
 {
     std::optional<StoredModel::Identity> identity;
@@ -35,7 +35,7 @@ struct FailedFile
 
 FailedFile examineFailed(const QString &path)
 {
-    // The identity first, so that a file that is replaced meanwhile is not taken for this one.
+    // Take the identity first, so that a file replaced meanwhile is not mistaken for this one.
     const std::optional<StoredModel::Identity> identity = StoredModel::identity(path);
     return {identity, StoredModel::examine(path) == StoredModel::Condition::Unusable};
 }
@@ -54,7 +54,7 @@ ModelManager::ModelManager(std::unique_ptr<InferenceEngine> engine, std::unique_
 
 ModelManager::~ModelManager()
 {
-    // While everything that the callbacks use is still there.
+    // End the callbacks while the members they use still exist.
     m_session.reset();
 }
 
@@ -80,7 +80,7 @@ void ModelManager::select(const LocalModel &model)
     setSelected(model);
     m_settings.setValue(selectedModelKey, model.id);
     refresh();
-    if (m_state.kind == State::Kind::ready)
+    if (m_state.kind == State::Kind::Ready)
         QMetaObject::invokeMethod(
             this, [this] { loadIfNeeded(); }, Qt::QueuedConnection);
 }
@@ -107,17 +107,17 @@ QCoro::Task<void> ModelManager::loadIfNeeded()
         co_return;
     }
     const QPointer<ModelManager> self(this);
-    if (m_state.kind == State::Kind::loading) {
-        // The model may be switched meanwhile; then it is the other's load that matters.
-        while (self && m_state.kind == State::Kind::loading) {
+    if (m_state.kind == State::Kind::Loading) {
+        // The model may be switched meanwhile; wait for that load, too.
+        while (self && m_state.kind == State::Kind::Loading) {
             const QFuture<void> end = m_loadEnd;
             co_await end;
         }
         co_return;
     }
-    if (m_state.kind != State::Kind::ready && m_state.kind != State::Kind::loaded)
+    if (m_state.kind != State::Kind::Ready && m_state.kind != State::Kind::Loaded)
         co_return;
-    // Ends with this coroutine, and with it the wait of the others.
+    // Destroyed with this coroutine, which finishes the future that other calls await.
     QPromise<void> loading;
     loading.start();
     m_loadEnd = loading.future();
@@ -131,23 +131,23 @@ QCoro::Task<void> ModelManager::loadIfNeeded()
         co_await m_engine->load(file);
     } catch (const InferenceError &error) {
         outcome = State::failed(error.errorDescription());
-        isRefused = error.code() == InferenceError::Code::loadFailed;
+        isRefused = error.code() == InferenceError::Code::LoadFailed;
     } catch (const LocalizedError &error) {
         outcome = State::failed(error.errorDescription());
     } catch (const std::exception &error) {
         outcome = State::failed(Text::cleaned(QString::fromLocal8Bit(error.what())));
     }
-    if (self && selection == m_selection && outcome.kind == State::Kind::failed)
-        co_await lookForTheFault(file, isRefused);
+    if (self && selection == m_selection && outcome.kind == State::Kind::Failed)
+        co_await examineFailure(file, isRefused);
     if (!self || selection != m_selection)
         co_return;
     m_unloading = false;
     setState(outcome);
 }
 
-// Remembers whether it is the file's own fault that it could not be loaded. A file that looks like a model
-// gets a second chance, since the engine may have lacked something else.
-QCoro::Task<void> ModelManager::lookForTheFault(QString path, bool isRefused)
+// Remembers whether the failure is the file's own fault. A file that looks like a model gets a second chance,
+// since the load may have failed for another reason.
+QCoro::Task<void> ModelManager::examineFailure(QString path, bool isRefused)
 {
     const QPointer<ModelManager> self(this);
     if (!m_files)
@@ -167,7 +167,7 @@ void ModelManager::downloadProgressed(quint64 task, qint64 written, qint64 expec
     const auto divisor = static_cast<double>(expected > 0 ? expected : assumedSize);
     const double progress = std::min(static_cast<double>(written) / divisor, 1.0);
     const auto report = [this, task, progress] {
-        // What comes after the download was cancelled or has ended is dropped.
+        // Ignore callbacks of a cancelled or finished download.
         if (m_task == task)
             setState(State::downloading(progress));
     };
@@ -214,15 +214,15 @@ void ModelManager::cancelTask()
     m_task.reset();
 }
 
-// Moves the finished file, if it is a model, to its name in the models folder; on the session's thread. What
-// went wrong, if anything.
+// Moves a finished, plausible model file into the models folder. Returns an error sentence, or empty. Thread:
+// the session's.
 QString ModelManager::published(const FinishedDownload &download) const
 {
     if (download.httpStatus >= firstFailureStatus)
         return u"Download failed (HTTP %1)."_s.arg(*download.httpStatus);
     const GgufFile::Verdict verdict = GgufFile::examine(download.temporaryFile);
     if (verdict != GgufFile::Verdict::Plausible) {
-        // Nobody can make more of it; the next download begins anew.
+        // Unusable, so the next download must start over.
         QFile::remove(download.temporaryFile);
         return u"The download is no usable model. "_s + GgufFile::explanation(verdict);
     }
@@ -237,8 +237,8 @@ QString ModelManager::published(const FinishedDownload &download) const
 void ModelManager::takeFinished(quint64 task, const QString &message)
 {
     const bool cancelled = m_task != task;
-    // A file that came before its cancel is as good as any; all else of a cancelled download is dropped.
-    const bool idle = m_state.kind == State::Kind::needsDownload || m_state.kind == State::Kind::ready;
+    // A file finished before the cancellation is kept; everything else of a cancelled download is ignored.
+    const bool idle = m_state.kind == State::Kind::NeedsDownload || m_state.kind == State::Kind::Ready;
     if (cancelled && (m_task || !idle || !message.isEmpty()))
         return;
     m_task.reset();

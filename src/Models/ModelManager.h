@@ -15,74 +15,73 @@
 #include <memory>
 #include <optional>
 
-// Gets a language model onto the machine and into memory: which catalog entry is selected, whether its file
-// is present, the one download that may be in flight, and the engine. Every operation is called on the main
-// thread; only the session's callbacks come on the session's thread, compute there, and hand their result to
-// the main thread. Nothing is thrown to a caller: each failure becomes the state `failed`.
+// Downloads and loads language models: the selected catalog entry, the presence of its file, the one download
+// that may be running, and the engine. Thread: main; session callbacks compute on the session's thread and
+// post their results. Never throws: failures become the state `Failed`.
 class ModelManager : public QObject, private DownloadDelegate
 {
     Q_OBJECT
 
 public:
-    // Where the selected model stands.
+    // State of the selected model.
     struct State
     {
-        enum class Kind { needsDownload, downloading, ready, loading, loaded, failed };
+        enum class Kind { NeedsDownload, Downloading, Ready, Loading, Loaded, Failed };
 
-        Kind kind = Kind::needsDownload;
-        double progress = 0.0; // 0.0 to 1.0, of `downloading`
-        QString message;       // of `failed`, as the user sees it
+        Kind kind = Kind::NeedsDownload;
+        double progress = 0.0; // 0.0 to 1.0, for `Downloading`
+        QString message;       // user-visible text, for `Failed`
 
         static State needsDownload() { return {}; }
-        static State downloading(double progress) { return {Kind::downloading, progress, {}}; }
-        static State ready() { return {Kind::ready, 0.0, {}}; }
-        static State loading() { return {Kind::loading, 0.0, {}}; }
-        static State loaded() { return {Kind::loaded, 0.0, {}}; }
-        static State failed(const QString &message) { return {Kind::failed, 0.0, message}; }
+        static State downloading(double progress) { return {Kind::Downloading, progress, {}}; }
+        static State ready() { return {Kind::Ready, 0.0, {}}; }
+        static State loading() { return {Kind::Loading, 0.0, {}}; }
+        static State loaded() { return {Kind::Loaded, 0.0, {}}; }
+        static State failed(const QString &message) { return {Kind::Failed, 0.0, message}; }
 
         friend bool operator==(const State &, const State &) = default;
     };
 
-    // Reads the persisted choice and looks for the model's file, so the state is `ready` or `needsDownload`.
+    // Restores the stored choice; the state is then `Ready` or `NeedsDownload`.
     ModelManager(std::unique_ptr<InferenceEngine> engine, std::unique_ptr<DownloadSession> session,
                  const ModelStorage &storage, QObject *parent = nullptr);
-    // Ends a download in flight; its partial file stays for the next start.
+    // Ends a running download; its partial file is kept.
     ~ModelManager() override;
 
     State state() const { return m_state; }
     LocalModel selected() const { return m_selected; }
     InferenceEngine &engine() const { return *m_engine; }
 
-    // The models folder; each call makes sure that it exists.
+    // The models folder; created if missing.
     QString directory() const { return m_storage.modelsDirectory(); }
 
-    // Where the file of a model belongs.
+    // The path of a model's file.
     QString path(const LocalModel &model) const { return directory() + u'/' + model.fileName; }
 
-    // Derives the state anew from the presence of the selected model's file, whatever it was before. A file
-    // that is no usable model, or that the engine refused twice, counts as missing once its load has failed,
-    // until it is another one; it stays where it is until a download replaces it.
+    // Sets the state from the presence of the selected model's file. A file that failed to load and is not a
+    // usable model, or that the engine refused twice, counts as missing until it changes; it is kept until a
+    // download replaces it.
     void refresh();
 
-    // Switches to another catalog entry: cancels the download, empties the engine, remembers the choice, and
-    // loads the model on the next turn of the event loop if its file is there. The selected one: does
-    // nothing.
+    // Selects another catalog entry: cancels the download, unloads the engine and stores the choice. If the
+    // model's file exists, it is loaded on the next event loop iteration. Does nothing for the current
+    // selection.
     void select(const LocalModel &model);
 
-    // Starts downloading the selected model, unless a download is in flight.
+    // Starts downloading the selected model, unless a download is running.
     void download();
 
-    // Cancels the download in flight, if any, and looks at the file again.
+    // Cancels a running download and calls `refresh`.
     void cancelDownload();
 
-    // Loads the selected model into the engine if its file is there and the engine is empty. While a load
-    // runs, another call changes nothing, and ends when the load does.
+    // Loads the selected model if its file exists and the engine is empty. A call during a load only waits
+    // for it to end.
     QCoro::Task<void> loadIfNeeded();
 
 Q_SIGNALS:
-    // Before each change of `state` or `selected`.
+    // Emitted before each change of `state` or `selected`.
     void willChange();
-    // After the change.
+    // Emitted after the change.
     void stateChanged();
     void selectedChanged();
 
@@ -95,7 +94,7 @@ private:
     void setSelected(const LocalModel &model);
     void cancelTask();
     bool hasFile() const;
-    QCoro::Task<void> lookForTheFault(QString path, bool isRefused);
+    QCoro::Task<void> examineFailure(QString path, bool isRefused);
     QString published(const FinishedDownload &download) const;
     void takeFinished(quint64 task, const QString &message);
     void takeFailed(quint64 task, const QString &message);
@@ -107,15 +106,15 @@ private:
     std::unique_ptr<InferenceEngine> m_engine;
     std::unique_ptr<DownloadSession> m_session;
     std::optional<quint64> m_task;
-    // Counts the changes of selection: a load that began under another selection has no say any more.
+    // Incremented with each selection; results of a load begun under an older value are ignored.
     quint64 m_selection = 0;
-    // The engine empties itself in its own time, and says that it is loaded until then.
+    // The engine unloads asynchronously and reports itself loaded until then.
     bool m_unloading = false;
-    // Finished when the load that began last has ended.
+    // Finishes with the latest load.
     QFuture<void> m_loadEnd;
-    // The file that the engine would not load last, and the one whose own fault that is.
+    // The file that the engine refused last, and the file known to be unusable.
     std::optional<StoredModel::Identity> m_refused;
     std::optional<StoredModel::Identity> m_unusable;
-    // Where files are looked into; made when one is.
+    // Runs file checks; created on demand.
     std::unique_ptr<SerialQueue> m_files;
 };

@@ -3,21 +3,22 @@
 
 #include <QString>
 
-// Where the models and the user's choice are kept. A plain value, usable from any thread.
+// Where models and settings are stored. A plain value, usable from any thread.
 struct ModelStorage
 {
-    // The per-user data folder ($XDG_DATA_HOME or "Application Support"); "Orvane" lies below it.
+    // The per-user data folder ($XDG_DATA_HOME or "Application Support") that contains "Orvane".
     QString applicationSupportDirectory;
-    // The settings file that holds "selectedModel".
+    // The settings file with "selectedModel".
     QString settingsFile;
 
-    // The user's own folders, or the one folder for all of it that ORVANE_HOME names in the environment.
+    // The user's standard folders, or the folder named by the environment variable ORVANE_HOME.
     static ModelStorage standard();
 
-    // "Orvane/Models" below the data folder. Each call makes sure that it exists; where it cannot be made,
-    // that shows later as a missing file or a failed move.
+    // "Orvane/Models" in the data folder; created if missing. If it cannot be created, later file operations
+    // fail.
     QString modelsDirectory() const;
 
-    // "Orvane/Downloads": unfinished downloads, beside the models so that a finished one moves in one step.
+    // "Orvane/Downloads" for partial files, on the same file system as the models so that a finished file is
+    // moved by a rename.
     QString downloadsDirectory() const;
 };

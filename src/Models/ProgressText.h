@@ -3,5 +3,5 @@
 
 #include <QString>
 
-// How far a download is, as every front end says it: "37% of ~986 MB" for 0.375, the percentage truncated.
+// Download progress for display: "37% of ~986 MB" for 0.375; the percentage is truncated.
 QString downloadProgressText(double progress, qint64 sizeMB);

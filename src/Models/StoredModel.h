@@ -6,25 +6,25 @@
 
 #include <optional>
 
-// What lies under a model's name in the models folder.
+// The file stored under a model's name in the models folder.
 namespace StoredModel {
 
-// By which a file is known again until somebody changes or replaces it.
+// Identifies a file until it is changed or replaced.
 struct Identity
 {
     QString path;
     qint64 size = 0;
-    QDateTime changed; // as the file system notes it; nobody can set it
+    QDateTime changed; // the metadata change time, which users cannot set
 
     friend bool operator==(const Identity &, const Identity &) = default;
 };
 
-// Nothing for a file that is missing. On any thread.
+// Nothing if the file is missing. Any thread.
 std::optional<Identity> identity(const QString &path);
 
 enum class Condition { Missing, Unusable, Plausible };
 
-// Looks into the file: a tenth of a second for a large vocabulary, so not on a thread that serves a window.
+// Reads the metadata, which takes a tenth of a second for a large vocabulary. Not on a window's main thread.
 Condition examine(const QString &path);
 
 } // namespace StoredModel

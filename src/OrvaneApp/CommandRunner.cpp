@@ -21,13 +21,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Starts the command and runs the event loop until it has finished.
+// Starts the command and runs the event loop until it finishes.
 template <typename Command, typename... Arguments>
 int carriedOut(Command &command, const Arguments &...arguments)
 {
     const SignalWatcher signalWatcher;
     QObject::connect(&signalWatcher, &SignalWatcher::interrupted, &command, &Command::interrupt);
-    // Queued, since a command may finish before the loop runs.
+    // Queued, because a command may finish before the event loop runs.
     QObject::connect(&command, &Command::finished, QCoreApplication::instance(), &QCoreApplication::exit,
                      Qt::QueuedConnection);
     command.start(arguments...);
@@ -40,7 +40,7 @@ int doTask(ModelManager &models, const QString &task, Terminal &terminal)
         terminal.error(*obstacle);
         return ExitStatus::endedOtherwise;
     }
-    if (models.state().kind == ModelManager::State::Kind::needsDownload) {
+    if (models.state().kind == ModelManager::State::Kind::NeedsDownload) {
         DoCommand::reportNotReady(models, terminal);
         return ExitStatus::notReady;
     }

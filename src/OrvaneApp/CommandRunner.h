@@ -5,12 +5,12 @@
 #include "OrvaneApp/CommandLine/CommandLine.h"
 #include "OrvaneApp/CommandLine/Terminal.h"
 
-// Composes the program for one command and carries the command out: here, and nowhere below, the engine, the
-// download session and the desktop are chosen. Main thread, with an application object that does not run yet;
-// a QGuiApplication and an instance for the window.
+// Composes the program for one command and runs it: the only place that chooses the engine, the download
+// session and the desktop. Thread: main, with an application object whose event loop has not started; the
+// window needs a QGuiApplication and `instance`.
 namespace CommandRunner {
 
-// Returns the exit status when the command has ended and everything made for it is gone.
+// Returns the exit status after destroying everything created for the command.
 int run(const CommandLine &commandLine, ProgramInstance *instance, Terminal &terminal);
 
 } // namespace CommandRunner

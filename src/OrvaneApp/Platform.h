@@ -9,50 +9,49 @@
 #include <memory>
 #include <optional>
 
-// Owns the services of the desktop that the program runs on. Main thread.
+// Owns the desktop services. Thread: main.
 class DesktopServices
 {
 public:
     virtual ~DesktopServices() = default;
 
-    // Good for as long as this object lives.
+    // Valid for the life of this object.
     virtual Desktop desktop() = 0;
 };
 
-// Owns what the desktop offers to the program's own window. Main thread.
+// Owns the services for the program's own window. Thread: main.
 class ShellServices
 {
 public:
     virtual ~ShellServices() = default;
 
-    // Good for as long as this object lives.
+    // Valid for the life of this object.
     virtual Shell shell() = 0;
 };
 
-// What differs from platform to platform; each has one file that implements this, chosen by the build.
+// Everything that differs between platforms; implemented in one file per platform, chosen by the build.
 namespace Platform {
 
-// Call it first, before there is an application object.
+// Call first, before creating an application object.
 void prepareProcess();
 
-// Whether there is a screen to show a window on, which is made ready for it. Call it before there is an
-// application object.
+// Prepares the display for a window; false if there is none. Call before creating an application object.
 bool prepareDisplay();
 
-// Why this session lets no task be carried out, in one sentence for the user; nothing where it does, or where
-// there is no desktop at all. Needs no application object.
+// Why no task can work in this session, as one sentence for the user; nothing if tasks can, or if there is no
+// desktop. Needs no application object.
 std::optional<QString> sessionObstacle();
 
-// Throws PlatformError when there is no desktop to work on.
+// Throws PlatformError if there is no desktop.
 std::unique_ptr<DesktopServices> connectToDesktop();
 
-// Needs no desktop.
+// Works without a desktop.
 std::unique_ptr<Diagnosis> diagnosis();
 
 // Needs the application object.
 std::unique_ptr<ShellServices> connectToShell();
 
-// Make it before the application object.
+// Call before creating the application object.
 std::unique_ptr<ProgramInstance> programInstance();
 
 } // namespace Platform

@@ -30,13 +30,12 @@ private:
 
 void Platform::prepareProcess()
 {
-    // Without it, the event loop of a program in the terminal would let neither AppKit nor the main queue do
-    // anything, and who is in front would never change.
+    // In a terminal program, AppKit and the main queue need Core Foundation's event dispatcher; without it,
+    // the frontmost application would never update.
     qputenv("QT_EVENT_DISPATCHER_CORE_FOUNDATION", "1");
-    // Left to itself, Qt makes every process with a window system the active one: also one that is to stay in
-    // the background, and one that only hands a request over to the instance that is running, whose window
-    // would then no longer be the one that the user is in. MacShell asks for the place in the Dock, and
-    // whoever brings the window forward for the focus.
+    // By default Qt activates every process with a window system, also one started in the background or one
+    // that only forwards a request to the running instance, whose window would lose the focus. MacShell asks
+    // for the Dock icon; bringing the window forward activates the program.
     qputenv("QT_MAC_DISABLE_FOREGROUND_APPLICATION_TRANSFORM", "1");
 }
 

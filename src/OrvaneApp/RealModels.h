@@ -3,12 +3,12 @@
 
 #include "Models/ModelManager.h"
 
-// The model manager with the real engine and the real network, for every front end. Main thread.
+// The model manager with the real engine and network, for all front ends. Thread: main.
 class RealModels
 {
 public:
     RealModels();
-    // The engine gives its memory back before it goes.
+    // Unloads the model before the engine is destroyed.
     ~RealModels();
     RealModels(const RealModels &) = delete;
     RealModels &operator=(const RealModels &) = delete;

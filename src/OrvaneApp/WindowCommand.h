@@ -12,8 +12,8 @@
 
 #include <memory>
 
-// `orvane` without a command: the window, until the user quits. Where the program runs already, that one is
-// asked instead. Main thread, with a QGuiApplication; `instance` and `terminal` are not owned.
+// `orvane` without a command: shows the window until the user quits, or forwards the request to a running
+// instance. Thread: main, with a QGuiApplication; `instance` and `terminal` are not owned.
 class WindowCommand : public QObject
 {
     Q_OBJECT
@@ -22,11 +22,10 @@ public:
     WindowCommand(ProgramInstance &instance, Terminal &terminal, QObject *parent = nullptr);
     ~WindowCommand() override;
 
-    // Returns at once; `finished` tells the end, if the user does not quit from the window. Once in the
-    // object's life.
+    // Asynchronous; ends with `finished` unless the user quits from the window. Call once.
     void start(CommandLine::Opening opening);
 
-    // The user wants it to end.
+    // Ends the program.
     void interrupt();
 
 Q_SIGNALS:

@@ -30,7 +30,7 @@ void nameTheProgram()
     QGuiApplication::setDesktopFileName(u"org.orvane.Orvane"_s);
 }
 
-// Qt ends the process where it finds no display; a sentence is better.
+// Qt aborts without a display; print a sentence instead.
 int runWindow(const CommandLine &commandLine, int argc, char *argv[], Terminal &terminal)
 {
     if (!Platform::prepareDisplay()) {
@@ -58,8 +58,7 @@ int main(int argc, char *argv[])
     nameTheProgram();
     QFile output;
     QFile errors;
-    // Straight to the descriptors: a question without a line break is there at once, and the two outputs keep
-    // their order.
+    // Unbuffered: a question without a line break appears at once, and the two outputs keep their order.
     if (!output.open(STDOUT_FILENO, QIODevice::WriteOnly | QIODevice::Unbuffered) ||
         !errors.open(STDERR_FILENO, QIODevice::WriteOnly | QIODevice::Unbuffered))
         return ExitStatus::endedOtherwise;

@@ -10,11 +10,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// When a fault of the program shows, and what is thrown then.
+// When an injected fault occurs, and what is thrown.
 enum class Moment { FirstObservation, BeforeTheStep, InTheStep, LastObservation };
 enum class Thrown { Exception, Number };
 
-// The desktop of a bench on which a fault shows at that moment of a task of one typed text.
+// Makes the bench's desktop fail at a given moment of a one-step task.
 class FaultyDesktop
 {
 public:
@@ -98,8 +98,8 @@ private:
 
 } // namespace
 
-// Whole runs, each compared as one text: what the model was sent, what the user was asked and saw, what is in
-// the log, and what was done to the desktop.
+// Whole runs, each compared as one text: messages to the model, questions and status, the log, and operations
+// on the desktop.
 class AgentLoopTest : public QObject
 {
     Q_OBJECT
@@ -143,7 +143,7 @@ private Q_SLOTS:
     void anApprovedStepIsCarriedOut();
     void anApprovalFromAnotherWindowGivesTheFocusBackFirst();
     void anApprovalForAnApplicationThatHasGoneFails();
-    void anApprovalOfWhatNeedsNoFocusLeavesItWhereItIs();
+    void anApprovalOfAStepWithoutFocusLeavesTheFocus();
     void anApplicationUnderAHarmlessNameIsQuitOnlyWhenApproved();
     void aControlIsPressedOnlyWhenItsOwnLabelIsHarmlessOrApproved();
     void stoppedWhileTheTargetIsLookedForIsARefusal();
@@ -163,7 +163,7 @@ QString pressReturn()
     return uR"({"action":"press_key","key":"return"})"_s;
 }
 
-// As many different steps as asked for.
+// `count` different steps.
 QStringList distinctSteps(int count)
 {
     QStringList steps;
@@ -178,7 +178,7 @@ void script(SessionBench &bench, const QStringList &replies)
         bench.engine->replies.append(reply);
 }
 
-// What the log of these steps looks like when all went well.
+// The log of `count` successful steps.
 QStringList doneSteps(int count)
 {
     QStringList lines;
@@ -288,7 +288,7 @@ void AgentLoopTest::aModelThatIsBeingLoadedIsWaitedFor()
 void AgentLoopTest::aModelThatCannotBeLoadedEndsTheRun()
 {
     SessionBench bench;
-    bench.engine->loadError = InferenceError(InferenceError::Code::loadFailed);
+    bench.engine->loadError = InferenceError(InferenceError::Code::LoadFailed);
     bench.runTask(u"Open Safari"_s);
     QCOMPARE(bench.transcript(), uR"(== conversation
 (none)
@@ -319,7 +319,7 @@ void AgentLoopTest::anErrorOfTheEngineEndsTheRun()
 {
     SessionBench bench;
     script(bench, {typeText(u"1"_s)});
-    bench.engine->replies.append(InferenceError(InferenceError::Code::decodeFailed));
+    bench.engine->replies.append(InferenceError(InferenceError::Code::DecodeFailed));
     bench.runTask(u"Type 1"_s);
     QCOMPARE(bench.transcript(), uR"(== conversation
 system: (the system prompt)
@@ -390,7 +390,7 @@ void AgentLoopTest::anUnforeseenErrorAnywhereEndsTheRun()
     QVERIFY(!bench.session->pending());
     QVERIFY(bench.session->status().isEmpty());
 
-    // It is no end for the session.
+    // The session remains usable.
     faulty.mend();
     bench.engine->replies = {done(u"Second."_s)};
     bench.runTask(u"Second"_s);
@@ -771,14 +771,14 @@ void AgentLoopTest::anApprovalForAnApplicationThatHasGoneFails()
     bench.session->resolve(true);
     QVERIFY(bench.waitForEnd());
     QVERIFY(bench.desktop.keyboard.strokes.isEmpty());
-    QCOMPARE(bench.lastTurn().log.constFirst().kind, LogEntry::Kind::failure);
+    QCOMPARE(bench.lastTurn().log.constFirst().kind, LogEntry::Kind::Failure);
     const QString fedBack = bench.engine->conversations.constLast().constLast().content;
     QVERIFY2(fedBack.startsWith(u"Error: "_s) && fedBack.contains(u"Messages"_s), qPrintable(fedBack));
     QVERIFY2(fedBack.endsWith(u".\nState: Frontmost app: Terminal. Windows: none"_s), qPrintable(fedBack));
     QCOMPARE(bench.lastTurn().summary, u"Messages was closed."_s);
 }
 
-void AgentLoopTest::anApprovalOfWhatNeedsNoFocusLeavesItWhereItIs()
+void AgentLoopTest::anApprovalOfAStepWithoutFocusLeavesTheFocus()
 {
     SessionBench bench;
     RecordingWorkspace &workspace = bench.desktop.workspace;
@@ -805,7 +805,7 @@ void AgentLoopTest::anApplicationUnderAHarmlessNameIsQuitOnlyWhenApproved()
     QVERIFY(bench.waitForPending());
     QCOMPARE(bench.session->pending()->reason, u"Quit Preview (Firefox ESR) — unsaved work could be lost"_s);
     QCOMPARE(bench.desktop.journal.lines, QStringList());
-    workspace.start(u"Preview"_s); // not what the user is asked about
+    workspace.start(u"Preview"_s); // not the target of the question
     bench.session->resolve(true);
     QVERIFY(bench.waitForEnd());
     QCOMPARE(bench.desktop.journal.lines, QStringList({u"ask Firefox ESR to quit"_s, u"wait 600 ms"_s}));

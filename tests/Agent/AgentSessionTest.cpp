@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// A keyboard on which every key takes as long as the test wants.
+// A keyboard whose keys are held by the test.
 class HeldKeyboard : public Keyboard
 {
 public:
@@ -31,7 +31,7 @@ public:
     }
 };
 
-// All that is published, as one text.
+// All published state as one text.
 QString published(const AgentSession &session)
 {
     QString text = u"%1 turns"_s.arg(session.turns().size());
@@ -46,7 +46,7 @@ QString published(const AgentSession &session)
 
 } // namespace
 
-// What the session publishes, what it takes from the user, and how it lives through being asked at odd times.
+// Published state, user commands, and re-entrancy.
 class AgentSessionTest : public QObject
 {
     Q_OBJECT
@@ -82,11 +82,11 @@ private Q_SLOTS:
     void clearingForgetsTheHistory();
     void clearingWhileATaskRunsIsIgnored();
 
-    void aSessionMayGoWhileTheModelLoads();
-    void aSessionMayGoWhileTheModelWrites();
-    void aSessionMayGoWhileAStepIsCarriedOut();
-    void aSessionThatGoesBeforeAStepLeavesItUndone();
-    void aSessionMayGoWhileItWaitsForApproval();
+    void aSessionMayBeDestroyedWhileTheModelLoads();
+    void aSessionMayBeDestroyedWhileTheModelWrites();
+    void aSessionMayBeDestroyedDuringAStep();
+    void aSessionDestroyedBeforeAStepLeavesItUndone();
+    void aSessionMayBeDestroyedWhileItWaitsForApproval();
     void anotherSessionWorksWithTheSameModel();
 };
 
@@ -143,7 +143,7 @@ void AgentSessionTest::aTaskAfterAnotherGetsATurnOfItsOwn()
     QCOMPARE(bench.session->turns().size(), 2);
     QVERIFY(bench.session->turns().constFirst() == first);
     QCOMPARE(bench.lastTurn().summary, u"Second."_s);
-    // Nothing of the first run is told to the model in the second.
+    // The second conversation contains nothing of the first.
     QCOMPARE(bench.engine->conversations.constLast().size(), 2);
 }
 
@@ -163,7 +163,7 @@ void AgentSessionTest::everyEndLeavesTheSessionIdle()
     SessionBench bench;
     bench.engine->replies = {u"no plan"_s,     u"no plan"_s,     u"no plan"_s, typeText(u"1"_s),
                              typeText(u"1"_s), done(u"Done."_s), u"no plan"_s};
-    // No plan, a repeat, done, an error of the engine.
+    // In turn: no plan, a repeat, done, an engine error.
     for (int run = 0; run < 4; ++run) {
         bench.runTask(u"Type 1"_s);
         QVERIFY(bench.lastTurn().finished);
@@ -189,7 +189,7 @@ void AgentSessionTest::changesAreAnnouncedBeforeAndNotifiedAfter()
     int announced = 0;
     const auto announce = [&] {
         ++announced;
-        // Nothing has changed since the last notification, and nothing yet of what is announced.
+        // Unchanged since the last notification, and before the announced change.
         QCOMPARE(published(session), known);
     };
     QStringList notified;
@@ -277,7 +277,8 @@ void AgentSessionTest::theReplyStreamsIntoThePreview()
     QVERIFY(bench.session->streamPreview().isEmpty());
 
     engine.callbacks[0](u"Grü"_s);
-    // The engine calls on a thread of its own, so nothing may change before the main thread takes its turn.
+    // The callback comes on the engine's thread, so nothing may change until the main thread's event loop
+    // runs.
     QVERIFY(bench.session->streamPreview().isEmpty());
     SerialQueue engineThread(u"engine"_s);
     engineThread.post([&engine] { engine.callbacks[0](u"ße 👋"_s); });
@@ -298,7 +299,7 @@ void AgentSessionTest::piecesThatComeTooLateAreDropped()
     bench.session->submit(u"Type 1"_s);
     QTRY_COMPARE(engine.callbacks.size(), 2);
 
-    // The second reply is being written: a piece of the first one must not show up in it.
+    // During the second reply, a piece of the first one must be ignored.
     engine.callbacks[0](u"stale"_s);
     engine.callbacks[1](u"{\"ac"_s);
     QTRY_COMPARE(bench.session->streamPreview(), u"{\"ac"_s);
@@ -330,7 +331,7 @@ void AgentSessionTest::anAnswerWithNothingWaitingDoesNothing()
     bench.session->resolve(false);
     QCOMPARE(announced.size(), 0);
 
-    // In particular it is no answer to a question that comes later.
+    // In particular, it does not answer a later question.
     bench.desktop.workspace.start(u"Safari"_s);
     bench.engine->replies = {quitApp(u"Safari"_s)};
     bench.session->submit(u"Quit Safari"_s);
@@ -347,7 +348,7 @@ void AgentSessionTest::theFirstAnswerCounts()
     AgentSession &session = *bench.session;
     bench.desktop.workspace.start(u"Safari"_s);
     bench.engine->replies = {quitApp(u"Safari"_s)};
-    // Answers "yes" in the very moment in which the question goes away because the user said "no".
+    // Answers "yes" while the question is being withdrawn because the user said "no".
     connect(&session, &AgentSession::pendingChanged, this, [&session] {
         if (!session.pending())
             session.resolve(true);
@@ -443,7 +444,7 @@ void AgentSessionTest::aFinishedTurnIsThereForEverySlot()
 
 void AgentSessionTest::aSlotThatDestroysTheSessionEndsTheProgram()
 {
-    // In a process of its own. It must not go on with memory that is gone: not even to a regular end.
+    // In a child process, which must abort rather than continue with freed memory.
     const pid_t child = fork();
     QVERIFY(child >= 0);
     if (child == 0) {
@@ -490,7 +491,7 @@ void AgentSessionTest::clearingWhileATaskRunsIsIgnored()
     QCOMPARE(bench.lastTurn().summary, u"Done."_s);
 }
 
-void AgentSessionTest::aSessionMayGoWhileTheModelLoads()
+void AgentSessionTest::aSessionMayBeDestroyedWhileTheModelLoads()
 {
     Gate gate;
     SessionBench bench;
@@ -503,7 +504,7 @@ void AgentSessionTest::aSessionMayGoWhileTheModelLoads()
     QVERIFY(bench.engine->conversations.isEmpty());
 }
 
-void AgentSessionTest::aSessionMayGoWhileTheModelWrites()
+void AgentSessionTest::aSessionMayBeDestroyedWhileTheModelWrites()
 {
     Gate gate;
     bool answered = false;
@@ -519,7 +520,7 @@ void AgentSessionTest::aSessionMayGoWhileTheModelWrites()
     };
     gate.open();
 
-    // Whatever a second session is told comes after the end of the first one's reply.
+    // The second session's replies come after the first one's.
     bench.engine->replies = {done(u"Second."_s)};
     AgentSession second(bench.models, bench.desktop.services());
     second.submit(u"Second"_s);
@@ -528,7 +529,7 @@ void AgentSessionTest::aSessionMayGoWhileTheModelWrites()
     QVERIFY(bench.desktop.journal.lines.isEmpty());
 }
 
-void AgentSessionTest::aSessionMayGoWhileAStepIsCarriedOut()
+void AgentSessionTest::aSessionMayBeDestroyedDuringAStep()
 {
     SessionBench bench;
     HeldKeyboard keyboard;
@@ -550,12 +551,12 @@ void AgentSessionTest::aSessionMayGoWhileAStepIsCarriedOut()
     QCOMPARE(bench.engine->conversations.size(), 2);
 }
 
-void AgentSessionTest::aSessionThatGoesBeforeAStepLeavesItUndone()
+void AgentSessionTest::aSessionDestroyedBeforeAStepLeavesItUndone()
 {
     SessionBench bench;
     bench.desktop.journal.answersLater = true;
     bench.engine->replies = {typeText(u"1"_s), done(u"Never said."_s)};
-    // Gone with the next turn of the event loop, when the step looks who is frontmost.
+    // Deleted on the next event loop iteration, when the step looks for the frontmost application.
     const QPointer<AgentSession> first = bench.session.get();
     const auto remove = [&bench] { bench.session.release()->deleteLater(); };
     connect(first, &AgentSession::logEntryAppended, this, remove);
@@ -570,7 +571,7 @@ void AgentSessionTest::aSessionThatGoesBeforeAStepLeavesItUndone()
     QCOMPARE(bench.engine->conversations.size(), 2);
 }
 
-void AgentSessionTest::aSessionMayGoWhileItWaitsForApproval()
+void AgentSessionTest::aSessionMayBeDestroyedWhileItWaitsForApproval()
 {
     SessionBench bench;
     bench.desktop.workspace.start(u"Safari"_s);

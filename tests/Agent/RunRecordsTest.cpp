@@ -39,7 +39,7 @@ private Q_SLOTS:
 
     void aCopyIsTheSameRecord()
     {
-        const LogEntry entry{.text = u"Cancelled"_s, .kind = LogEntry::Kind::info};
+        const LogEntry entry{.text = u"Cancelled"_s, .kind = LogEntry::Kind::Info};
         const LogEntry copy = entry;
         QCOMPARE(copy.id, entry.id);
         QVERIFY(copy == entry);
@@ -48,7 +48,7 @@ private Q_SLOTS:
     void kindsStandInTheirOrder()
     {
         using Kind = LogEntry::Kind;
-        const QList<Kind> kinds = {Kind::step, Kind::success, Kind::failure, Kind::info, Kind::confirm};
+        const QList<Kind> kinds = {Kind::Step, Kind::Success, Kind::Failure, Kind::Info, Kind::Confirm};
         for (qsizetype i = 0; i < kinds.size(); ++i)
             QCOMPARE(static_cast<qsizetype>(kinds[i]), i);
     }

@@ -14,15 +14,15 @@ namespace {
 QString described(LogEntry::Kind kind)
 {
     switch (kind) {
-    case LogEntry::Kind::step:
+    case LogEntry::Kind::Step:
         return u"step"_s;
-    case LogEntry::Kind::success:
+    case LogEntry::Kind::Success:
         return u"success"_s;
-    case LogEntry::Kind::failure:
+    case LogEntry::Kind::Failure:
         return u"failure"_s;
-    case LogEntry::Kind::info:
+    case LogEntry::Kind::Info:
         return u"info"_s;
-    case LogEntry::Kind::confirm:
+    case LogEntry::Kind::Confirm:
         return u"confirm"_s;
     }
     Q_UNREACHABLE();
@@ -33,7 +33,7 @@ QString section(const QString &title, const QString &text)
     return u"== "_s + title + u'\n' + (text.isEmpty() ? u"(none)"_s : text) + u'\n';
 }
 
-// What came before the newest conversation must be its beginning: the loop only ever appends.
+// Each conversation must begin with the previous one: the loop only appends.
 bool onlyAppended(const QList<QList<ChatMessage>> &conversations)
 {
     for (qsizetype i = 1; i < conversations.size(); ++i) {
@@ -113,7 +113,7 @@ QString SessionBench::described(const QList<LogEntry> &log)
     return lines.join(u'\n');
 }
 
-// As it was sent for the last reply.
+// As sent for the last reply.
 QString SessionBench::conversation() const
 {
     if (engine->conversations.isEmpty())

@@ -11,8 +11,7 @@
 
 #include <memory>
 
-// The scripted engine, which keeps the callbacks that it is given: so a test can have a piece of a reply come
-// whenever it likes.
+// A scripted engine that keeps its callbacks, so that a test can deliver pieces of a reply at any time.
 class TalkativeEngine : public ScriptedEngine
 {
 public:
@@ -26,8 +25,8 @@ public:
     }
 };
 
-// A session with everything around it: a scripted engine behind the real model manager, and the recording
-// desktop. What happens is written down as it is announced; `transcript` gives a whole run as text.
+// A session with a scripted engine behind the real model manager, and the recording desktop. Events are
+// recorded as announced; `transcript` returns a whole run as text.
 class SessionBench
 {
 public:
@@ -35,15 +34,14 @@ public:
 
     explicit SessionBench(ModelFile file = ModelFile::Present);
 
-    // Submits the task and waits until it has ended.
+    // Submits a task and waits for its end.
     void runTask(const QString &task);
     bool waitForEnd();
     bool waitForPending();
 
-    // The last run: what the engine was sent, what the user was asked, saw as status and has in the log, and
-    // what was done to the desktop.
+    // The last run: messages to the engine, questions, status, log, and operations on the desktop.
     QString transcript() const;
-    // "kind: text" a line, with " (running)" where the entry runs.
+    // "kind: text" per line, with " (running)" for a running entry.
     static QString described(const QList<LogEntry> &log);
 
     const Turn &lastTurn() const { return session->turns().constLast(); }
@@ -64,7 +62,7 @@ private:
     QString conversation() const;
 };
 
-// Replies of the model.
+// Model replies.
 QString openApp(const QString &name);
 QString typeText(const QString &text);
 QString quitApp(const QString &name);

@@ -11,7 +11,7 @@ class SystemPromptTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void everyByteIsAsAgreed()
+    void everyTextIsExact()
     {
         QFile golden(QFINDTESTDATA("system-prompt.txt"));
         QVERIFY(golden.open(QIODevice::ReadOnly));

@@ -10,12 +10,12 @@ class PlatformWordsTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void everyByteIsAsAgreed_data();
-    void everyByteIsAsAgreed();
-    void theProgramUsesThoseOfItsPlatform();
+    void everyTextIsExact_data();
+    void everyTextIsExact();
+    void currentWordsAreThePlatforms();
 };
 
-void PlatformWordsTest::everyByteIsAsAgreed_data()
+void PlatformWordsTest::everyTextIsExact_data()
 {
     QTest::addColumn<QString>("word");
     QTest::addColumn<QString>("expected");
@@ -64,13 +64,13 @@ void PlatformWordsTest::everyByteIsAsAgreed_data()
     QTest::newRow("quitting, Linux") << here.quitKeys << u"Ctrl+Q"_s;
 }
 
-void PlatformWordsTest::everyByteIsAsAgreed()
+void PlatformWordsTest::everyTextIsExact()
 {
     QFETCH(QString, word);
     QTEST(word, "expected");
 }
 
-void PlatformWordsTest::theProgramUsesThoseOfItsPlatform()
+void PlatformWordsTest::currentWordsAreThePlatforms()
 {
     const bool isMac = QSysInfo::productType() == u"macos"_s;
     const PlatformWords &expected = isMac ? PlatformWords::ofMac() : PlatformWords::ofLinux();

@@ -51,12 +51,12 @@ private Q_SLOTS:
     void jobsRunOnTheNamedThread();
     void resultsComeBack();
     void theCallerResumesOnItsOwnThread();
-    void whatAJobThrowsReachesTheCaller();
+    void anExceptionOfAJobReachesTheCaller();
     void theQueueGoesOnAfterAFailure();
     void theQueueGoesOnAfterAFailureThatNobodyWaitsFor();
-    void destructionFinishesWhatIsQueued();
-    void finishingCarriesOutWhatJobsHandIn();
-    void aJobIsGoneBeforeTheNextOneStarts();
+    void destructionFinishesQueuedJobs();
+    void finishingRunsJobsPostedByJobs();
+    void aJobIsDestroyedBeforeTheNextOneStarts();
     void manyThreadsMayPost();
 };
 
@@ -102,7 +102,7 @@ void SerialQueueTest::theCallerResumesOnItsOwnThread()
     QCOMPARE(QCoro::waitFor(threadAfterAJob(queue)), QThread::currentThread());
 }
 
-void SerialQueueTest::whatAJobThrowsReachesTheCaller()
+void SerialQueueTest::anExceptionOfAJobReachesTheCaller()
 {
     SerialQueue queue(u"test"_s);
     const auto nothing = queue.run([] { throw std::runtime_error("nothing to give"); });
@@ -127,7 +127,7 @@ void SerialQueueTest::theQueueGoesOnAfterAFailureThatNobodyWaitsFor()
     QCOMPARE(QCoro::waitFor(sumOfTwoJobs(queue)), 42);
 }
 
-void SerialQueueTest::destructionFinishesWhatIsQueued()
+void SerialQueueTest::destructionFinishesQueuedJobs()
 {
     QSemaphore gate;
     int finished = 0;
@@ -141,7 +141,7 @@ void SerialQueueTest::destructionFinishesWhatIsQueued()
     QCOMPARE(finished, 10);
 }
 
-void SerialQueueTest::finishingCarriesOutWhatJobsHandIn()
+void SerialQueueTest::finishingRunsJobsPostedByJobs()
 {
     const auto queue = std::make_unique<SerialQueue>(u"test.finish"_s);
     QStringList done;
@@ -157,7 +157,7 @@ void SerialQueueTest::finishingCarriesOutWhatJobsHandIn()
     QCOMPARE(done, QStringList({u"first"_s, u"second"_s, u"third"_s}));
 }
 
-void SerialQueueTest::aJobIsGoneBeforeTheNextOneStarts()
+void SerialQueueTest::aJobIsDestroyedBeforeTheNextOneStarts()
 {
     SerialQueue queue(u"test"_s);
     auto held = std::make_shared<int>(1);

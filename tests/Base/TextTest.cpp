@@ -32,15 +32,15 @@ private Q_SLOTS:
     void capitalized();
     void cleaned_data();
     void cleaned();
-    void cleaningOnceIsEnough_data();
-    void cleaningOnceIsEnough();
+    void cleaningIsIdempotent_data();
+    void cleaningIsIdempotent();
     void visibleMarks_data();
     void visibleMarks();
-    void linesOfAScriptStay();
-    void whatShowsInItsContextStays_data();
-    void whatShowsInItsContextStays();
-    void whatIsCleanedNeedsNoMark_data();
-    void whatIsCleanedNeedsNoMark();
+    void lineBreaksOfAScriptStay();
+    void charactersVisibleInContextStay_data();
+    void charactersVisibleInContextStay();
+    void cleanedTextNeedsNoMarks_data();
+    void cleanedTextNeedsNoMarks();
     void invisibleCharactersAreDropped_data();
     void invisibleCharactersAreDropped();
     void markersAreBroken_data();
@@ -218,12 +218,12 @@ void TextTest::cleaned()
     QTEST(Text::cleaned(foreign), "harmless");
 }
 
-void TextTest::cleaningOnceIsEnough_data()
+void TextTest::cleaningIsIdempotent_data()
 {
     cleaned_data();
 }
 
-void TextTest::cleaningOnceIsEnough()
+void TextTest::cleaningIsIdempotent()
 {
     QFETCH(QString, harmless);
     QCOMPARE(Text::cleaned(harmless), harmless);
@@ -266,13 +266,13 @@ void TextTest::visibleMarks()
     QTEST(Text::withVisibleMarks(text), "shown");
 }
 
-void TextTest::linesOfAScriptStay()
+void TextTest::lineBreaksOfAScriptStay()
 {
     QCOMPARE(Text::withVisibleMarks(u"tell app\n\tquit\r\nend\u2028\u202E"_s, Text::Layout::Lines),
              u"tell app\n\tquit⟨U+000D⟩\nend⟨U+2028⟩⟨U+202E⟩"_s);
 }
 
-void TextTest::whatShowsInItsContextStays_data()
+void TextTest::charactersVisibleInContextStay_data()
 {
     QTest::addColumn<QString>("text");
 
@@ -289,7 +289,7 @@ void TextTest::whatShowsInItsContextStays_data()
                                   u"☎\uFE0E1\uFE0F\u20E3🏳\uFE0F\u200D🌈👩🏽\u200D🚀"_s;
 }
 
-void TextTest::whatShowsInItsContextStays()
+void TextTest::charactersVisibleInContextStay()
 {
     QFETCH(QString, text);
     QCOMPARE(Text::withVisibleMarks(text), text);
@@ -297,12 +297,12 @@ void TextTest::whatShowsInItsContextStays()
     QCOMPARE(Text::cleaned(text), text);
 }
 
-void TextTest::whatIsCleanedNeedsNoMark_data()
+void TextTest::cleanedTextNeedsNoMarks_data()
 {
     visibleMarks_data();
 }
 
-void TextTest::whatIsCleanedNeedsNoMark()
+void TextTest::cleanedTextNeedsNoMarks()
 {
     QFETCH(QString, text);
     const QString cleaned = Text::cleaned(text);

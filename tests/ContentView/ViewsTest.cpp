@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Runs the tests of the views (tst_*.qml), with the real symbols. The rest that the views show is mocked in
-// QML.
+// Runs the view tests (tst_*.qml) with the real symbols; everything else is mocked in QML.
 #include "ContentView/Controls/SymbolImages.h"
 
 #include <QQmlEngine>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// Draws the window in every state, in light and dark, into PNG files. The window, its models, the session and
-// the model manager are the real ones; the language model and the desktop behind them are scripted.
+// Draws the window in every state, light and dark, into PNG files. The views, view models, session and model
+// manager are real; the language model and the desktop are scripted.
 #include "Agent/SessionBench.h"
 #include "ContentView/ViewModels/ContentViewModel.h"
 #include "ContentView/Window/MainWindow.h"
@@ -22,7 +22,7 @@ namespace {
 
 using ModelFile = SessionBench::ModelFile;
 
-// One state of the window: how it comes about.
+// One state of the window and how to reach it.
 struct Scene
 {
     QString name;
@@ -40,7 +40,7 @@ void waitUntil(const std::function<bool()> &isThere)
 void load(SessionBench &bench, ContentViewModel &content)
 {
     content.appear();
-    waitUntil([&bench] { return bench.models.state().kind == ModelManager::State::Kind::loaded; });
+    waitUntil([&bench] { return bench.models.state().kind == ModelManager::State::Kind::Loaded; });
 }
 
 void reportProgress(SessionBench &bench, qint64 perMille)
@@ -84,7 +84,7 @@ void showEachKindOfLine(SessionBench &bench, ContentViewModel &content)
     waitUntil([&bench] { return !bench.session->isRunning(); });
 }
 
-// Stopped while the model was writing.
+// Stopped while the model was generating.
 void stopATask(SessionBench &bench, ContentViewModel &content)
 {
     Gate gate;
@@ -144,7 +144,7 @@ QList<Scene> scenes(const std::shared_ptr<Gate> &gate)
          }},
         {u"setup-failed"_s, ModelFile::Present,
          [](SessionBench &bench, ContentViewModel &content) {
-             bench.engine->loadError = InferenceError(InferenceError::Code::loadFailed);
+             bench.engine->loadError = InferenceError(InferenceError::Code::LoadFailed);
              content.appear();
              waitUntil([&content] { return content.setup()->step() == SetupViewModel::Failed; });
          }},
@@ -197,7 +197,7 @@ bool draw(const Scene &scene, bool dark, const QString &folder)
     window->show();
     window->requestActivate();
     scene.play(bench, content);
-    // Fades and scrolling come to their end; a picture is no test.
+    // Let animations finish; this is a picture, not a test.
     QTest::qWait(600);
     const QString file = u"%1/%2-%3.png"_s.arg(folder, scene.name, dark ? u"dark"_s : u"light"_s);
     const bool saved = window->grabWindow().save(file);

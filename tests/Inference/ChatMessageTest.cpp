@@ -6,7 +6,7 @@
 
 using namespace Qt::StringLiterals;
 
-// Roles as text, and the fixed descriptions of the engine's errors.
+// Role names and the engine's error descriptions.
 class ChatMessageTest : public QObject
 {
     Q_OBJECT
@@ -47,11 +47,11 @@ private Q_SLOTS:
         using Code = InferenceError::Code;
         QTest::addColumn<Code>("code");
         QTest::addColumn<QString>("description");
-        QTest::newRow("notLoaded") << Code::notLoaded << u"The language model isn't loaded yet."_s;
-        QTest::newRow("loadFailed") << Code::loadFailed << u"Couldn't load the model file."_s;
-        QTest::newRow("contextFailed") << Code::contextFailed << u"Couldn't create an inference context."_s;
-        QTest::newRow("tokenizeFailed") << Code::tokenizeFailed << u"Couldn't tokenize the prompt."_s;
-        QTest::newRow("decodeFailed") << Code::decodeFailed << u"The model failed while generating."_s;
+        QTest::newRow("notLoaded") << Code::NotLoaded << u"The language model isn't loaded yet."_s;
+        QTest::newRow("loadFailed") << Code::LoadFailed << u"Couldn't load the model file."_s;
+        QTest::newRow("contextFailed") << Code::ContextFailed << u"Couldn't create an inference context."_s;
+        QTest::newRow("tokenizeFailed") << Code::TokenizeFailed << u"Couldn't tokenize the prompt."_s;
+        QTest::newRow("decodeFailed") << Code::DecodeFailed << u"The model failed while generating."_s;
     }
 
     void everyErrorHasItsDescription()
@@ -62,9 +62,9 @@ private Q_SLOTS:
 
     void errorsAreEqualWhenTheirCodesAre()
     {
-        const InferenceError error(InferenceError::Code::loadFailed);
-        QVERIFY(error == InferenceError(InferenceError::Code::loadFailed));
-        QVERIFY(!(error == InferenceError(InferenceError::Code::decodeFailed)));
+        const InferenceError error(InferenceError::Code::LoadFailed);
+        QVERIFY(error == InferenceError(InferenceError::Code::LoadFailed));
+        QVERIFY(!(error == InferenceError(InferenceError::Code::DecodeFailed)));
     }
 };
 

@@ -7,7 +7,7 @@
 #include <limits>
 #include <numeric>
 
-// Which tokens of a prompt the model sees.
+// The selection of prompt tokens.
 class ContextFittingTest : public QObject
 {
     Q_OBJECT
@@ -76,7 +76,7 @@ private Q_SLOTS:
             ContextFitting::fitted(numbered(count), maxTokens);
             QFAIL("It was fitted");
         } catch (const InferenceError &error) {
-            QCOMPARE(error.code(), InferenceError::Code::tokenizeFailed);
+            QCOMPARE(error.code(), InferenceError::Code::TokenizeFailed);
         }
     }
 

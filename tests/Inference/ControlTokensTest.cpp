@@ -5,7 +5,7 @@
 
 using namespace Qt::StringLiterals;
 
-// Content that spells control tokens is broken, all other content stays as it is.
+// Control token texts in contents are broken; everything else is unchanged.
 class ControlTokensTest : public QObject
 {
     Q_OBJECT

@@ -10,25 +10,25 @@
 #include <memory>
 #include <span>
 
-// Puts a model file together from metadata and tensors, through the library's own writer. Ends the process
-// when there is no memory for it or the file cannot be written.
+// Builds a model file from metadata and tensors with the library's writer. Aborts if memory runs out or the
+// file cannot be written.
 class GgufWriter
 {
 public:
-    // `bytes` is room enough for all tensors' numbers.
+    // `bytes` must hold the data of all tensors.
     explicit GgufWriter(size_t bytes);
 
-    // For the metadata.
+    // For setting metadata.
     gguf_context *file() const { return m_file.get(); }
 
-    // What vocabularies of every kind of token have in common.
+    // Sets the metadata common to all vocabulary types.
     void setTokens(std::span<const QByteArray> texts, std::span<const qint32> kinds,
                    std::span<const float> scores);
 
-    // A tensor of `rows` rows of `columns` numbers, all of them `value`; gives its numbers.
+    // Adds a tensor of `rows` x `columns` floats, all `value`; returns its data.
     float *add(const char *name, qint32 columns, qint32 rows, float value = 0);
 
-    // A tensor in any of the library's formats; gives its bytes, which are not set.
+    // Adds a tensor of any type; returns its uninitialised data.
     std::span<quint8> addRaw(const char *name, ggml_type type, qint64 columns, qint64 rows);
 
     void write(const QString &path) const;

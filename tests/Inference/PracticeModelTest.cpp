@@ -16,14 +16,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int bytesOfAPiece = 64; // the engine drops what is longer
+constexpr int bytesOfAPiece = 64; // the engine drops longer tokens
 
 QString modelPath()
 {
     return QStringLiteral(ORVANE_PRACTICE_MODEL);
 }
 
-// The tokens whose text a reply could not hold, as text.
+// Tokens too long for the engine's buffer, as text.
 QStringList unsayable(const llama_vocab *vocab)
 {
     QStringList found;
@@ -39,7 +39,7 @@ QStringList unsayable(const llama_vocab *vocab)
 
 } // namespace
 
-// The practice model as it is shipped: what it has learnt to say comes out of the engine whole.
+// The shipped practice model: its replies pass through the engine complete.
 class PracticeModelTest : public QObject
 {
     Q_OBJECT
@@ -62,7 +62,7 @@ private Q_SLOTS:
         QCOMPARE(unsayable(llama_model_get_vocab(model.get())).join(u'\n'), QString());
     }
 
-    // A request out of its reach: the sentence is longer than a piece.
+    // An impossible request, answered by a sentence longer than the engine's buffer.
     void aLongSentenceIsSaidWhole()
     {
         QCOMPARE(usualReply(u"What's the weather in Oslo?"_s),
@@ -93,7 +93,7 @@ private Q_SLOTS:
         QTEST(usualReply(task), "reply");
     }
 
-    void whatIsTooLongToCopyIsNotTyped()
+    void aTextTooLongToCopyIsNotTyped()
     {
         const QString text =
             u"北京市朝阳区的天气预报说明天会下雨请带好雨伞出门并且注意路上的交通安全谢谢大家的配合"_s;
@@ -103,7 +103,7 @@ private Q_SLOTS:
     }
 
 private:
-    // What most of five replies to the task are: each one is drawn at random.
+    // The most frequent of five replies, since sampling is random.
     QString usualReply(const QString &task)
     {
         const QList<ChatMessage> conversation = {

@@ -21,16 +21,16 @@ private Q_SLOTS:
     void onlyWholeChunksAreKept();
     void nothingIsReusableAtFirstAndAfterForgetting();
     void theNextPromptTakesThePlaceOfTheLast();
-    void chunksEndWithAMessageOrWhenTheyAreLongEnough_data();
-    void chunksEndWithAMessageOrWhenTheyAreLongEnough();
-    void chunksEndWhereAReplyIsToBegin_data();
-    void chunksEndWhereAReplyIsToBegin();
+    void chunksEndWithAMessageOrAtTheMaximumLength_data();
+    void chunksEndWithAMessageOrAtTheMaximumLength();
+    void chunksEndWithTheGenerationPrompt_data();
+    void chunksEndWithTheGenerationPrompt();
     void messagesAreReusableInWhole_data();
     void messagesAreReusableInWhole();
-    void promptsAreReusableInWholeOnceTheirReplyIsThere_data();
-    void promptsAreReusableInWholeOnceTheirReplyIsThere();
-    void chunksAreTheSameWhateverComesBehind_data();
-    void chunksAreTheSameWhateverComesBehind();
+    void wholePromptsAreReusableOnceAnswered_data();
+    void wholePromptsAreReusableOnceAnswered();
+    void chunksDoNotDependOnLaterTokens_data();
+    void chunksDoNotDependOnLaterTokens();
     void theHeadOfAPromptThatDoesNotFitIsReusable();
 };
 
@@ -52,7 +52,7 @@ PromptReuse reuseOfMessages()
     return PromptReuse(chunk, {messageEnd, otherEnd});
 }
 
-// Replies are asked for with 60 and 61.
+// Generation prompts are the tokens 60, 61.
 PromptReuse reuseOfReplies()
 {
     return PromptReuse(6, {messageEnd, otherEnd}, Tokens{5, messageEnd, 60, 61});
@@ -129,7 +129,7 @@ void PromptReuseTest::theNextPromptTakesThePlaceOfTheLast()
     QCOMPARE(reuse.reusable(counting(100, 12)), size_t(4));
 }
 
-void PromptReuseTest::chunksEndWithAMessageOrWhenTheyAreLongEnough_data()
+void PromptReuseTest::chunksEndWithAMessageOrAtTheMaximumLength_data()
 {
     QTest::addColumn<Tokens>("prompt");
     QTest::addColumn<size_t>("start");
@@ -148,14 +148,14 @@ void PromptReuseTest::chunksEndWithAMessageOrWhenTheyAreLongEnough_data()
     row("chunks are counted from the message's end", {0, messageEnd, 2, 3, 4, 5, 6}, 2, 6);
 }
 
-void PromptReuseTest::chunksEndWithAMessageOrWhenTheyAreLongEnough()
+void PromptReuseTest::chunksEndWithAMessageOrAtTheMaximumLength()
 {
     QFETCH(Tokens, prompt);
     QFETCH(size_t, start);
     QTEST(reuseOfMessages().chunkEnd(start, prompt), "end");
 }
 
-void PromptReuseTest::chunksEndWhereAReplyIsToBegin_data()
+void PromptReuseTest::chunksEndWithTheGenerationPrompt_data()
 {
     QTest::addColumn<Tokens>("prompt");
     QTest::addColumn<size_t>("start");
@@ -173,7 +173,7 @@ void PromptReuseTest::chunksEndWhereAReplyIsToBegin_data()
     row("the rest", {messageEnd, 60, 61, 3, 4}, 3, 5);
 }
 
-void PromptReuseTest::chunksEndWhereAReplyIsToBegin()
+void PromptReuseTest::chunksEndWithTheGenerationPrompt()
 {
     QFETCH(Tokens, prompt);
     QFETCH(size_t, start);
@@ -206,7 +206,7 @@ void PromptReuseTest::messagesAreReusableInWhole()
     QTEST(reuse.reusable(prompt), "reusable");
 }
 
-void PromptReuseTest::promptsAreReusableInWholeOnceTheirReplyIsThere_data()
+void PromptReuseTest::wholePromptsAreReusableOnceAnswered_data()
 {
     QTest::addColumn<Tokens>("evaluated");
     QTest::addColumn<Tokens>("prompt");
@@ -221,7 +221,7 @@ void PromptReuseTest::promptsAreReusableInWholeOnceTheirReplyIsThere_data()
     QTest::newRow("what is evaluated ahead") << Tokens{0, messageEnd, 60, 61} << question << size_t(2);
 }
 
-void PromptReuseTest::promptsAreReusableInWholeOnceTheirReplyIsThere()
+void PromptReuseTest::wholePromptsAreReusableOnceAnswered()
 {
     QFETCH(Tokens, evaluated);
     QFETCH(Tokens, prompt);
@@ -230,7 +230,7 @@ void PromptReuseTest::promptsAreReusableInWholeOnceTheirReplyIsThere()
     QTEST(reuse.reusable(prompt), "reusable");
 }
 
-void PromptReuseTest::chunksAreTheSameWhateverComesBehind_data()
+void PromptReuseTest::chunksDoNotDependOnLaterTokens_data()
 {
     QTest::addColumn<bool>("knowsReplies");
     QTest::addColumn<std::vector<size_t>>("ends");
@@ -238,8 +238,8 @@ void PromptReuseTest::chunksAreTheSameWhateverComesBehind_data()
     QTest::newRow("chunks end where a reply is to begin") << true << std::vector<size_t>{3, 9, 11, 16};
 }
 
-// Otherwise a chunk that is put back would not have been evaluated as it is without.
-void PromptReuseTest::chunksAreTheSameWhateverComesBehind()
+// Otherwise a restored chunk would differ from a newly evaluated one.
+void PromptReuseTest::chunksDoNotDependOnLaterTokens()
 {
     QFETCH(bool, knowsReplies);
     const Tokens prompt = {0, 1, messageEnd, 3, 4, 5, 6, 7, otherEnd, 60, 61, 11, 12, 13, messageEnd, 15};
@@ -255,7 +255,7 @@ void PromptReuseTest::chunksAreTheSameWhateverComesBehind()
     }
 }
 
-// Step by step the middle that is left out grows; the head of 900 tokens stays.
+// The omitted middle grows with each step; the first 900 tokens stay.
 void PromptReuseTest::theHeadOfAPromptThatDoesNotFitIsReusable()
 {
     PromptReuse reuse(64);

@@ -6,17 +6,17 @@
 #include <QList>
 #include <QString>
 
-// A whole task as the agent holds it, from the system prompt to the closing reply, and the prompts that its
-// steps make out of it. The conversations lie beside this file, one for each number of steps: 3, 6 and 12.
+// A recorded task, from the system prompt to the closing reply, and the prompts of its steps. Files:
+// conversations/N-steps.json with N = 3, 6, 12.
 class RecordedConversation
 {
 public:
-    // Ends the process when there is none.
+    // Aborts if the file is missing.
     static QList<ChatMessage> read(int steps);
 
-    // What the model is shown at each step.
+    // The conversation as sent to the model at each step.
     static QList<QList<ChatMessage>> prompts(const QList<ChatMessage> &conversation);
 
-    // The contents alone.
+    // The message contents.
     static QList<QString> texts(const QList<ChatMessage> &conversation);
 };

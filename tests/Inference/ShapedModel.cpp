@@ -15,12 +15,12 @@ namespace {
 
 enum TokenKind { Normal = 1, Unknown = 2, Control = 3, UserDefined = 4, Byte = 6 };
 
-// Sizes of which the library's own files hold the definitions: 256 weights to a block.
+// Block layouts, defined in the library's private headers: 256 weights per block.
 constexpr size_t blockWeights = 256;
 constexpr size_t q4Bytes = 144;
 constexpr size_t q6Bytes = 210;
-constexpr quint16 q4Scale = 0x068E;  // as half precision numbers: 1.0e-4, 7.5e-4 and 2.0e-5,
-constexpr quint16 q4Offset = 0x1225; // with which random bits give weights of about 0.02 around nought
+constexpr quint16 q4Scale = 0x068E;  // half-precision 1.0e-4, 7.5e-4 and 2.0e-5:
+constexpr quint16 q4Offset = 0x1225; // random bits then give weights around 0 of about 0.02
 constexpr quint16 q6Scale = 0x0150;
 
 quint64 next(quint64 &random)
@@ -112,7 +112,7 @@ void ShapedModel::write(const QString &path, quint64 seed) const
     writeMetadata(writer);
     writeVocabulary(writer);
     quint64 random = seed;
-    // Input and output share one matrix, which is kept more precisely.
+    // Input and output share one matrix, at higher precision.
     writeMatrix(writer, random, "token_embd.weight", Precision::More, m_width, m_tokens);
     writer.add("output_norm.weight", m_width, 1, 1);
     if (m_hasRotationFactors)
@@ -155,10 +155,10 @@ void ShapedModel::writeVocabulary(GgufWriter &writer) const
         add(text, Control);
     for (int byte = 0; byte < 256; ++byte)
         add("<0x" + QByteArray::number(byte, 16).rightJustified(2, '0').toUpper() + '>', Byte);
-    add("\xE2\x96\x81", Normal); // how this kind of vocabulary spells a blank
+    add("\xE2\x96\x81", Normal); // a blank in SPM vocabularies
     for (const QByteArray &word : m_words)
         add(word, UserDefined);
-    // No text is spelt with them. But they are what a model with random weights answers with.
+    // Filler tokens, never produced by tokenising a text, but sampled by a model with random weights.
     while (texts.size() < m_tokens)
         add('w' + QByteArray::number(texts.size()), Normal);
 
@@ -203,7 +203,7 @@ void ShapedModel::writeMatrix(GgufWriter &writer, quint64 &random, const QByteAr
     const ggml_type type = isPrecise ? GGML_TYPE_Q6_K : GGML_TYPE_Q4_K;
     const std::span<quint8> bytes = writer.addRaw(name.constData(), type, columns, rows);
     fillAtRandom(bytes, random);
-    // Only the blocks' scales must not be random: they decide how large the weights are.
+    // Only the scales are fixed: they determine the weights' magnitude.
     for (size_t at = 0; at < bytes.size(); at += isPrecise ? q6Bytes : q4Bytes) {
         if (isPrecise) {
             setHalf(bytes, at + q6Bytes - sizeof(quint16), q6Scale);
@@ -214,7 +214,7 @@ void ShapedModel::writeMatrix(GgufWriter &writer, quint64 &random, const QByteAr
     }
 }
 
-// The first and the last eighth of the layers, and every third one between them.
+// Q4_K_M: the first and last eighth of the layers, and every third one in between.
 ShapedModel::Precision ShapedModel::precision(qint32 layer) const
 {
     const qint32 eighth = m_layers / 8;

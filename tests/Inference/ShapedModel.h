@@ -7,26 +7,25 @@
 
 class GgufWriter;
 
-// Writes model files with the shapes and the mix of quantisations (Q4_K_M) of the models in the catalog, and
-// random weights: how fast a model is depends on its shapes, not on what it has learnt. The same seed gives
-// the same file.
+// Writes model files with the shapes and quantisation mix (Q4_K_M) of the catalog's models and random
+// weights: speed depends on the shapes only. Deterministic for a given seed.
 //
-// Its vocabulary splits texts as coarsely as those models' vocabularies do: it knows the words and runs of
-// signs of the given texts, and spells everything else in bytes.
+// The vocabulary has about the granularity of a real one: words and punctuation runs of the given texts;
+// everything else is split into bytes.
 class ShapedModel
 {
 public:
-    // The catalog's models by the names of their architectures' shapes.
+    // The shapes of the catalog's models.
     static ShapedModel qwen2_1_5b();
     static ShapedModel llama3_2_3b();
 
-    // A part of the model that is enough to compare results, for tests: fewer layers and tokens.
+    // A smaller model for tests: fewer layers and tokens.
     ShapedModel cut(qint32 layers, qint32 tokens) const;
 
-    // Whose words become tokens.
+    // Texts whose words become tokens.
     void setTexts(const QList<QString> &texts);
 
-    // Ends the process if it cannot. Needs as much memory as the file is long.
+    // Aborts on failure. Needs memory for the whole file.
     void write(const QString &path, quint64 seed = 1) const;
 
 private:
@@ -39,7 +38,7 @@ private:
     void writeLayer(GgufWriter &writer, quint64 &random, qint32 layer) const;
     void writeMatrix(GgufWriter &writer, quint64 &random, const QByteArray &name, Precision precision,
                      qint32 columns, qint32 rows) const;
-    // Whether this layer is among those whose values and outputs are kept more precisely.
+    // Whether the layer's value and output matrices have higher precision.
     Precision precision(qint32 layer) const;
     size_t byteCount() const;
 

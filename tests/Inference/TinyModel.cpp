@@ -12,15 +12,15 @@ namespace {
 constexpr qint32 firstByteToken = 3;
 constexpr qint32 feedForwardSize = 32;
 
-// Of the recurrent kind.
+// For the recurrent kind.
 constexpr qint32 convolutionSize = 4;
 constexpr qint32 stateSize = 16;
 constexpr qint32 timeStepRank = 8;
 
-// How much louder a watched token is than the last one, however long the prompt.
+// Weight of a watched token relative to the last one; enough for any prompt length.
 constexpr float watchedGain = 1e5F;
 
-// The score of the turn's end: above all that a test did not ask for, below all that it did.
+// Logit of the end of turn: above tokens not asked for, below those asked for.
 constexpr float unlikely = 100;
 
 } // namespace
@@ -32,7 +32,7 @@ TinyModel::TinyModel()
     addToken("</s>", Kind::Control);
     for (int byte = 0; byte < 256; ++byte)
         addToken("<0x" + QByteArray::number(byte, 16).rightJustified(2, '0').toUpper() + '>', Kind::Byte);
-    addToken("\xE2\x96\x81"); // how this kind of vocabulary spells a blank
+    addToken("\xE2\x96\x81"); // a blank in SPM vocabularies
 }
 
 qint32 TinyModel::byteToken(char byte)
@@ -82,13 +82,13 @@ void TinyModel::write(const QString &path) const
     writer.write(path);
 }
 
-// One dimension a token, and at least one more that says whether the watched one was seen.
+// One dimension per token, and at least one that marks the watched token.
 qint32 TinyModel::embeddingSize() const
 {
     return (tokenCount() / 32 + 1) * 32;
 }
 
-// The models that only embed text want it so.
+// Required by embedding models.
 qint32 TinyModel::headSize() const
 {
     return m_architecture == Architecture::Embedding ? embeddingSize() : m_headSize;
@@ -143,8 +143,8 @@ void TinyModel::writeVocabulary(GgufWriter &writer) const
     gguf_set_val_bool(file, "tokenizer.ggml.add_bos_token", false);
 }
 
-// Queries and keys of nought attend to every token alike, so the attention gives the share of watched ones.
-// The feed-forward part adds nothing.
+// Zero queries and keys attend to all tokens equally, so attention yields the share of watched tokens. The
+// feed-forward part adds nothing.
 void TinyModel::writeAttention(GgufWriter &writer) const
 {
     const qint32 size = embeddingSize();
@@ -163,7 +163,7 @@ void TinyModel::writeAttention(GgufWriter &writer) const
     writer.add("blk.0.ffn_down.weight", feedForwardSize, size);
 }
 
-// Adds nothing to what the last token says.
+// Contributes nothing.
 void TinyModel::writeRecurrence(GgufWriter &writer) const
 {
     const qint32 size = embeddingSize();
@@ -180,7 +180,7 @@ void TinyModel::writeRecurrence(GgufWriter &writer) const
     writer.add("blk.0.ssm_out.weight", inner, size);
 }
 
-// Every token has a dimension of its own, from which the next token's score is read.
+// Each token has its own dimension, from which the next token's logit is read.
 void TinyModel::writeTokenWeights(GgufWriter &writer) const
 {
     const qint32 size = embeddingSize();
@@ -192,7 +192,7 @@ void TinyModel::writeTokenWeights(GgufWriter &writer) const
         return;
 
     float *const scores = writer.add("output.weight", size, tokenCount());
-    // What the norm before it makes of a 1 that stands alone.
+    // What the preceding norm makes of a one-hot 1.
     const float loudness = std::sqrt(static_cast<float>(size));
     const auto setScore = [&](qint32 dimension, qint32 next, float score) {
         scores[qint64(next) * size + dimension] = score / loudness;

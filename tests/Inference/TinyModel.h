@@ -10,12 +10,12 @@
 
 class GgufWriter;
 
-// Makes a real model file of a few hundred kilobytes whose replies are known: a Llama of one layer whose
-// weights are set by hand. Its vocabulary holds the 256 bytes, so that every ASCII character of a prompt is
-// one token, and what a test adds.
+// Writes a real model file of a few hundred kilobytes with known replies: a one-layer Llama with hand-set
+// weights. Its vocabulary holds the 256 bytes, so each ASCII character of a prompt is one token, plus the
+// tokens that a test adds.
 //
-// The next token is a function of the last one (`follow`), unless a watched token stands anywhere in what the
-// model sees (`watch`); with nothing set the model ends its turn.
+// The next token is a function of the last one (`follow`), unless a watched token is in the context
+// (`watch`). By default the model ends its turn.
 class TinyModel
 {
 public:
@@ -27,33 +27,33 @@ public:
 
     TinyModel();
 
-    // The token that stands for one byte of text.
+    // The token of one byte.
     static qint32 byteToken(char byte);
 
-    // Adds a token of any bytes, valid UTF-8 or not, and gives its number.
+    // Adds a token of any bytes, valid UTF-8 or not, and returns its number.
     qint32 addToken(const QByteArray &text, Kind kind = Kind::Normal);
 
-    // Certain enough that no draw gives another token.
+    // A logit high enough that sampling never picks another token.
     static constexpr float certain = 200;
 
-    // After `token` comes `next`, with this score. Several may follow the same token.
+    // `next` follows `token` with this logit. A token may have several successors.
     void follow(qint32 token, qint32 next, float score = certain);
 
-    // The tokens that the model says after a line feed, the end of every prompt's opening; a token may stand
-    // in it only once. The model ends its turn after the last one.
+    // The tokens generated after a line feed, which ends every prompt; each at most once. Then the model ends
+    // its turn.
     void reply(const QList<qint32> &tokens);
 
-    // While `token` stands in the context, `answer` is the next token, whatever the last one is.
+    // While `token` is in the context, `answer` is always the next token.
     void watch(qint32 token, qint32 answer);
 
     void setChatTemplate(const QByteArray &text) { m_chatTemplate = text; }
     void setArchitecture(Architecture architecture) { m_architecture = architecture; }
     void setVocabulary(Vocabulary vocabulary) { m_vocabulary = vocabulary; }
 
-    // The width of the attention's one head. What the context needs in memory grows with it.
+    // Width of the single attention head; determines the KV cache size.
     void setHeadSize(qint32 size) { m_headSize = size; }
 
-    // Writes the file; ends the process if it cannot.
+    // Writes the file; aborts on failure.
     void write(const QString &path) const;
 
 private:

@@ -5,7 +5,7 @@
 
 using namespace Qt::StringLiterals;
 
-// Bytes of the model as text: repaired, refused, or put together.
+// Decoding of model output: repaired, rejected, or assembled.
 class Utf8Test : public QObject
 {
     Q_OBJECT

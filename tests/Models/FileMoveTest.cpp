@@ -27,19 +27,19 @@ QByteArray content(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-// What was brought onto the disk, by the name that it had at that time.
+// The paths of flushed files at that moment.
 QStringList syncedFiles;
 
 } // namespace
 
-// In the place of the system's own, so that the test sees what is done.
+// Replaces the C library's fsync to record calls.
 extern "C" int fsync(int file)
 {
     syncedFiles.append(QFile::symLinkTarget(u"/proc/self/fd/%1"_s.arg(file)));
     return static_cast<int>(::syscall(SYS_fsync, file));
 }
 
-// The step that gives a file its name.
+// The move that publishes a download.
 class FileMoveTest : public QObject
 {
     Q_OBJECT

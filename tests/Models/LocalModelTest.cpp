@@ -10,7 +10,7 @@
 
 using namespace Qt::StringLiterals;
 
-// The catalog and the value it is made of.
+// The catalog and its entries.
 class LocalModelTest : public QObject
 {
     Q_OBJECT

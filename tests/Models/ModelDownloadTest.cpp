@@ -33,8 +33,7 @@ Resource resource(char fill)
 
 } // namespace
 
-// The manager with the real session, against a real server: what a user sees from the click to the loaded
-// model.
+// The model manager with the real download session and a real server, from the click to the loaded model.
 class ModelDownloadTest : public QObject
 {
     Q_OBJECT
@@ -65,7 +64,7 @@ private:
     void newManager();
     LocalModel model(const QString &name) const;
     QString path(const QString &name) const { return m_manager->directory() + u'/' + name; }
-    // Its lock goes just before its last callback.
+    // The lock file is removed just before the last callback.
     bool sessionHasEnded() const
     {
         return !QFile::exists(m_folder->filePath(u"Orvane/Downloads/first.gguf.lock"_s));
@@ -116,7 +115,7 @@ LocalModel ModelDownloadTest::model(const QString &name) const
     return {name, name, u"A model of the tests"_s, m_server->url(u'/' + name), name, 0};
 }
 
-// Starts the download and waits until so much of it is there and no more comes.
+// Starts the download and waits until `bytes` have arrived and the server holds the rest.
 void ModelDownloadTest::downloadHeldAt(qint64 bytes, const QString &name)
 {
     Resource held = resource('1');
@@ -137,7 +136,7 @@ void ModelDownloadTest::progressWithALength()
 void ModelDownloadTest::progressWithoutALength()
 {
     Resource unknown = resource('1');
-    unknown.length = Resource::Length::unknown;
+    unknown.length = Resource::Length::Unknown;
     unknown.holdAfter = 200'000;
     m_server->set(u"/first.gguf"_s, unknown);
     m_manager->download();
@@ -207,7 +206,7 @@ void ModelDownloadTest::cancelGoesBackToNeedsDownload()
     m_server->release();
     m_manager->select(model(u"second.gguf"_s));
     m_manager->download();
-    // By now everything that the cancelled download had to say has been said.
+    // By now all callbacks of the cancelled download have been handled.
     QTRY_COMPARE(m_manager->state(), State::loaded());
     QVERIFY(!QFile::exists(path(u"first.gguf"_s)));
 }
@@ -234,7 +233,7 @@ void ModelDownloadTest::switchOfTheModelMidwayIsSilent()
 
     QTRY_VERIFY(sessionHasEnded());
     QCoreApplication::processEvents();
-    QCOMPARE(states, {State::Kind::needsDownload});
+    QCOMPARE(states, {State::Kind::NeedsDownload});
     QVERIFY(!QFile::exists(path(u"first.gguf"_s)));
 }
 
@@ -253,7 +252,7 @@ void ModelDownloadTest::downloadAfterASwitchBringsTheOtherModel()
 void ModelDownloadTest::lateProgressReportDoesNotBringBackDownloading()
 {
     downloadHeldAt(modelSize / 4);
-    // More comes while the main thread is busy, so its report is still queued when the user cancels.
+    // More arrives while the main thread is busy, so its report is still queued when the user cancels.
     m_server->release(modelSize / 4);
     const QFileInfo partial(m_folder->filePath(u"Orvane/Downloads/first.gguf.partial"_s));
     const QDeadlineTimer deadline(5000);
@@ -281,7 +280,7 @@ void ModelDownloadTest::failedMoveIsShownAndLosesNothing()
     const QString message = u"Couldn't move the download into the models folder: Not a directory."_s;
     QTRY_COMPARE(m_manager->state(), State::failed(message));
 
-    // What has come stays, for the time when the folder is in order again.
+    // The download is kept until the folder is usable again.
     QVERIFY(inTheWay.remove());
     m_server->set(u"/first.gguf"_s, resource('1'));
     m_manager->refresh();
@@ -313,7 +312,7 @@ void ModelDownloadTest::damagedDownloadPublishesNothing()
     damaged.headers = {{"X-Linked-Etag", QByteArray(64, 'a')}};
     m_server->set(u"/first.gguf"_s, damaged);
     m_manager->download();
-    QTRY_COMPARE(m_manager->state().kind, State::Kind::failed);
+    QTRY_COMPARE(m_manager->state().kind, State::Kind::Failed);
     QVERIFY(m_manager->state().message.contains(u"SHA-256"_s));
     QVERIFY(!QFile::exists(path(u"first.gguf"_s)));
 }
@@ -354,7 +353,7 @@ void ModelDownloadTest::quittingMidwayKeepsThePartForTheNextStart()
 {
     downloadHeldAt(modelSize / 2);
     newManager();
-    // The choice is no entry of the catalog, so it is made again.
+    // The choice is not in the catalog, so it is not restored.
     m_manager->select(model(u"first.gguf"_s));
     QCOMPARE(m_manager->state(), State::needsDownload());
     m_server->set(u"/first.gguf"_s, resource('1'));

@@ -23,7 +23,7 @@ namespace {
 const QByteArray earlier = ModelBytes::plausible(1000, 'e');
 const QByteArray downloaded = ModelBytes::plausible(1000, 'd');
 
-// Lets everything that is queued for the main thread happen.
+// Processes all events queued for the main thread.
 void turnTheLoop()
 {
     for (int i = 0; i < 5; ++i) {
@@ -44,7 +44,7 @@ const LocalModel &secondModel()
 
 } // namespace
 
-// The rules of the manager, with a session and an engine that do as the test says.
+// The manager's rules, with a scripted session and engine.
 class ModelManagerTest : public QObject
 {
     Q_OBJECT
@@ -55,7 +55,7 @@ private Q_SLOTS:
 
     void persistedChoiceIsSelectedAtStart_data();
     void persistedChoiceIsSelectedAtStart();
-    void stateAtStartTellsWhetherTheFileIsThere();
+    void initialStateShowsWhetherTheFileExists();
     void directoryIsMadeAtEachRead();
     void folderThatCannotBeMadeShowsAsAMissingFile();
     void standardStorageFollowsTheDesktopsFolders();
@@ -122,7 +122,7 @@ private:
     void finish(const QString &file, int status = 200);
     QString chosen() const;
     void bringInto(State::Kind kind);
-    // Loads a file that looks like a model, in vain.
+    // Makes two attempts to load a plausible file fail.
     void failTwice(InferenceError::Code code);
 
     std::unique_ptr<QTemporaryDir> m_folder;
@@ -177,7 +177,7 @@ QString ModelManagerTest::temporaryFile(const QByteArray &content) const
     return file.fileName();
 }
 
-// Ends the newest download as the session would.
+// Ends the latest download as a session would.
 void ModelManagerTest::finish(const QString &file, int status)
 {
     const auto task = static_cast<quint64>(m_session->started.size());
@@ -195,20 +195,20 @@ QString ModelManagerTest::chosen() const
         .toString();
 }
 
-// Leads the manager into a state, on the ways that a user takes.
+// Brings the manager into a state through its public operations.
 void ModelManagerTest::bringInto(State::Kind kind)
 {
-    if (kind == State::Kind::downloading || kind == State::Kind::failed)
+    if (kind == State::Kind::Downloading || kind == State::Kind::Failed)
         m_manager->download();
-    if (kind == State::Kind::failed) {
+    if (kind == State::Kind::Failed) {
         finish({}, 500);
         turnTheLoop();
     }
-    if (kind == State::Kind::ready || kind == State::Kind::loaded) {
+    if (kind == State::Kind::Ready || kind == State::Kind::Loaded) {
         putFile(m_manager->selected());
         m_manager->refresh();
     }
-    if (kind == State::Kind::loaded) {
+    if (kind == State::Kind::Loaded) {
         m_manager->loadIfNeeded();
         turnTheLoop();
     }
@@ -238,7 +238,7 @@ void ModelManagerTest::persistedChoiceIsSelectedAtStart()
     QCOMPARE(chosen(), persisted.toString());
 }
 
-void ModelManagerTest::stateAtStartTellsWhetherTheFileIsThere()
+void ModelManagerTest::initialStateShowsWhetherTheFileExists()
 {
     QCOMPARE(m_manager->state(), State::needsDownload());
     putFile(firstModel());
@@ -296,10 +296,10 @@ void ModelManagerTest::standardStorageFollowsTheDesktopsFolders()
 void ModelManagerTest::refreshOverwritesEveryState_data()
 {
     QTest::addColumn<State::Kind>("kind");
-    QTest::newRow("downloading") << State::Kind::downloading;
-    QTest::newRow("failed") << State::Kind::failed;
-    QTest::newRow("ready") << State::Kind::ready;
-    QTest::newRow("loaded") << State::Kind::loaded;
+    QTest::newRow("downloading") << State::Kind::Downloading;
+    QTest::newRow("failed") << State::Kind::Failed;
+    QTest::newRow("ready") << State::Kind::Ready;
+    QTest::newRow("loaded") << State::Kind::Loaded;
 }
 
 void ModelManagerTest::refreshOverwritesEveryState()
@@ -316,7 +316,7 @@ void ModelManagerTest::refreshOverwritesEveryState()
 
 void ModelManagerTest::selectingTheSelectedModelDoesNothing()
 {
-    bringInto(State::Kind::loaded);
+    bringInto(State::Kind::Loaded);
     QSignalSpy changes(m_manager.get(), &ModelManager::willChange);
     m_manager->select(firstModel());
     turnTheLoop();
@@ -328,7 +328,7 @@ void ModelManagerTest::selectingTheSelectedModelDoesNothing()
 
 void ModelManagerTest::selectingAnotherModelUnloadsRemembersAndLooksForItsFile()
 {
-    bringInto(State::Kind::loaded);
+    bringInto(State::Kind::Loaded);
     m_manager->select(secondModel());
     QCOMPARE(m_engine->unloadCount, 1);
     QCOMPARE(m_manager->selected(), secondModel());
@@ -351,7 +351,7 @@ void ModelManagerTest::selectingAModelWhoseFileIsThereLoadsIt()
 
 void ModelManagerTest::selectingCancelsTheDownloadSilently()
 {
-    bringInto(State::Kind::downloading);
+    bringInto(State::Kind::Downloading);
     m_manager->select(secondModel());
     QCOMPARE(m_session->cancelled, {quint64(1)});
     QCOMPARE(m_manager->state(), State::needsDownload());
@@ -363,7 +363,7 @@ void ModelManagerTest::selectingCancelsTheDownloadSilently()
 
 void ModelManagerTest::lateProgressAfterASwitchIsDropped()
 {
-    bringInto(State::Kind::downloading);
+    bringInto(State::Kind::Downloading);
     ScriptedDownloadSession::onSessionThread([&] { m_session->delegate->downloadProgressed(1, 10, 100); });
     m_manager->select(secondModel());
     turnTheLoop();
@@ -375,7 +375,7 @@ void ModelManagerTest::lateProgressAfterASwitchIsDropped()
 
 void ModelManagerTest::lateProgressOfAnEarlierDownloadIsDropped()
 {
-    bringInto(State::Kind::downloading);
+    bringInto(State::Kind::Downloading);
     m_manager->select(secondModel());
     m_manager->download();
     ScriptedDownloadSession::onSessionThread([&] { m_session->delegate->downloadProgressed(1, 90, 100); });
@@ -385,7 +385,7 @@ void ModelManagerTest::lateProgressOfAnEarlierDownloadIsDropped()
 
 void ModelManagerTest::loadThatEndsAfterASwitchChangesNothing()
 {
-    bringInto(State::Kind::ready);
+    bringInto(State::Kind::Ready);
     Gate gate;
     m_engine->beforeLoaded = [&gate] { return gate.passed(); };
     m_manager->loadIfNeeded();
@@ -400,7 +400,7 @@ void ModelManagerTest::loadThatEndsAfterASwitchChangesNothing()
 
 void ModelManagerTest::engineThatUnloadsLateIsLoadedAnew()
 {
-    bringInto(State::Kind::loaded);
+    bringInto(State::Kind::Loaded);
     putFile(secondModel());
     m_engine->unloadsAtOnce = false;
     m_manager->select(secondModel());
@@ -459,13 +459,13 @@ void ModelManagerTest::finishedFileIsMovedIntoPlaceAndLoaded()
     connect(m_manager.get(), &ModelManager::stateChanged, m_manager.get(),
             [&] { states.append(m_manager->state().kind); });
     finish(file);
-    // Before the callback returned, whatever the main thread was doing.
+    // Published before the callback returned, without the main thread.
     QCOMPARE(fileContent(firstModel().fileName), downloaded);
     QVERIFY(!QFile::exists(file));
     QCOMPARE(m_manager->state(), State::downloading(0.0));
 
     QTRY_COMPARE(m_manager->state(), State::loaded());
-    QCOMPARE(states, QList({State::Kind::ready, State::Kind::loading, State::Kind::loaded}));
+    QCOMPARE(states, QList({State::Kind::Ready, State::Kind::Loading, State::Kind::Loaded}));
     QCOMPARE(m_engine->loadedPaths, {m_manager->directory() + u'/' + firstModel().fileName});
 }
 
@@ -597,7 +597,7 @@ void ModelManagerTest::endWithoutAnErrorDoesNothing()
 
 void ModelManagerTest::downloadCanBeStartedAfterAFailure()
 {
-    bringInto(State::Kind::failed);
+    bringInto(State::Kind::Failed);
     m_manager->download();
     QCOMPARE(m_manager->state(), State::downloading(0.0));
     QCOMPARE(m_session->started.size(), 2);
@@ -620,7 +620,7 @@ void ModelManagerTest::cancelButtonGoesBackToWhatTheFolderHolds()
 
 void ModelManagerTest::cancelButtonWithoutADownloadOnlyRefreshes()
 {
-    bringInto(State::Kind::failed);
+    bringInto(State::Kind::Failed);
     m_manager->cancelDownload();
     QCOMPARE(m_manager->state(), State::needsDownload());
     QVERIFY(m_session->cancelled.isEmpty());
@@ -630,7 +630,7 @@ void ModelManagerTest::fileThatFinishesJustBeforeTheCancelIsUsed()
 {
     m_manager->download();
     const QString file = temporaryFile();
-    // The session had finished, but the main thread hears of it after the click.
+    // The session had finished, but the main thread is notified after the click.
     finish(file);
     m_manager->cancelDownload();
     QTRY_COMPARE(m_manager->state(), State::loaded());
@@ -649,7 +649,7 @@ void ModelManagerTest::lateErrorOfACancelledDownloadIsDropped()
 
 void ModelManagerTest::loadPutsTheSelectedFileIntoTheEngine()
 {
-    bringInto(State::Kind::ready);
+    bringInto(State::Kind::Ready);
     Gate gate;
     m_engine->beforeLoaded = [&gate] { return gate.passed(); };
     m_manager->loadIfNeeded();
@@ -670,9 +670,9 @@ void ModelManagerTest::loadedEngineMakesTheStateLoaded()
 void ModelManagerTest::loadChangesNothingWhenThereIsNothingToLoad_data()
 {
     QTest::addColumn<State::Kind>("kind");
-    QTest::newRow("needsDownload") << State::Kind::needsDownload;
-    QTest::newRow("downloading") << State::Kind::downloading;
-    QTest::newRow("failed") << State::Kind::failed;
+    QTest::newRow("needsDownload") << State::Kind::NeedsDownload;
+    QTest::newRow("downloading") << State::Kind::Downloading;
+    QTest::newRow("failed") << State::Kind::Failed;
 }
 
 void ModelManagerTest::loadChangesNothingWhenThereIsNothingToLoad()
@@ -689,7 +689,7 @@ void ModelManagerTest::loadChangesNothingWhenThereIsNothingToLoad()
 
 void ModelManagerTest::secondLoadWhileOneRunsOnlyWaitsForIt()
 {
-    bringInto(State::Kind::ready);
+    bringInto(State::Kind::Ready);
     Gate gate;
     m_engine->beforeLoaded = [&gate] { return gate.passed(); };
     m_manager->loadIfNeeded();
@@ -707,7 +707,7 @@ void ModelManagerTest::secondLoadWhileOneRunsOnlyWaitsForIt()
 
 void ModelManagerTest::waitForALoadEndsWithTheManager()
 {
-    bringInto(State::Kind::ready);
+    bringInto(State::Kind::Ready);
     Gate gate;
     m_engine->beforeLoaded = [&gate] { return gate.passed(); };
     const QCoro::Task<void> load = m_manager->loadIfNeeded();
@@ -720,7 +720,7 @@ void ModelManagerTest::waitForALoadEndsWithTheManager()
 
 void ModelManagerTest::waitForALoadGoesOnWhenTheModelIsSwitched()
 {
-    bringInto(State::Kind::ready);
+    bringInto(State::Kind::Ready);
     putFile(secondModel());
     Gate first;
     m_engine->beforeLoaded = [&first] { return first.passed(); };
@@ -741,7 +741,7 @@ void ModelManagerTest::waitForALoadGoesOnWhenTheModelIsSwitched()
 
 void ModelManagerTest::loadedStateWithAnEmptyEngineLoadsAgain()
 {
-    bringInto(State::Kind::loaded);
+    bringInto(State::Kind::Loaded);
     m_engine->setLoaded(false);
     m_manager->loadIfNeeded();
     QTRY_COMPARE(m_engine->loadedPaths.size(), 2);
@@ -750,8 +750,8 @@ void ModelManagerTest::loadedStateWithAnEmptyEngineLoadsAgain()
 
 void ModelManagerTest::failedLoadShowsTheEnginesMessage()
 {
-    bringInto(State::Kind::ready);
-    m_engine->loadError = InferenceError(InferenceError::Code::loadFailed);
+    bringInto(State::Kind::Ready);
+    m_engine->loadError = InferenceError(InferenceError::Code::LoadFailed);
     m_manager->loadIfNeeded();
     QTRY_COMPARE(m_manager->state(), State::failed(u"Couldn't load the model file."_s));
     m_engine->loadError.reset();
@@ -768,7 +768,7 @@ void ModelManagerTest::fileThatIsNoModelCountsAsMissingOnceItsLoadHasFailed()
     putFile(firstModel(), "no model at all");
     m_manager->refresh();
     QCOMPARE(m_manager->state(), State::ready());
-    m_engine->loadError = InferenceError(InferenceError::Code::loadFailed);
+    m_engine->loadError = InferenceError(InferenceError::Code::LoadFailed);
     m_manager->loadIfNeeded();
     QTRY_COMPARE(m_manager->state(), State::failed(u"Couldn't load the model file."_s));
     m_manager->refresh();
@@ -787,7 +787,7 @@ void ModelManagerTest::fileThatIsNoModelCountsAsMissingOnceItsLoadHasFailed()
 
 void ModelManagerTest::failTwice(InferenceError::Code code)
 {
-    bringInto(State::Kind::ready);
+    bringInto(State::Kind::Ready);
     m_engine->loadError = InferenceError(code);
     for (int i = 0; i < 2; ++i) {
         QCOMPARE(m_manager->state(), State::ready());
@@ -799,7 +799,7 @@ void ModelManagerTest::failTwice(InferenceError::Code code)
 
 void ModelManagerTest::fileThatTheEngineRefusesTwiceCountsAsMissing()
 {
-    failTwice(InferenceError::Code::loadFailed);
+    failTwice(InferenceError::Code::LoadFailed);
     QCOMPARE(m_manager->state(), State::needsDownload());
     m_engine->loadError.reset();
     m_manager->download();
@@ -809,7 +809,7 @@ void ModelManagerTest::fileThatTheEngineRefusesTwiceCountsAsMissing()
 
 void ModelManagerTest::contextThatFailsTwiceIsNotTheFilesFault()
 {
-    failTwice(InferenceError::Code::contextFailed);
+    failTwice(InferenceError::Code::ContextFailed);
     QCOMPARE(m_manager->state(), State::ready());
 }
 
@@ -817,11 +817,11 @@ void ModelManagerTest::fileThatWasReplacedIsLoadedAfterAFailure()
 {
     putFile(firstModel(), QByteArray(earlier.size(), 'x'));
     m_manager->refresh();
-    m_engine->loadError = InferenceError(InferenceError::Code::loadFailed);
+    m_engine->loadError = InferenceError(InferenceError::Code::LoadFailed);
     m_manager->loadIfNeeded();
-    QTRY_COMPARE(m_manager->state().kind, State::Kind::failed);
+    QTRY_COMPARE(m_manager->state().kind, State::Kind::Failed);
     m_engine->loadError.reset();
-    putFile(firstModel()); // as a user does who has a copy
+    putFile(firstModel()); // a copy put there by the user
     m_manager->refresh();
     QCOMPARE(m_manager->state(), State::ready());
     m_manager->loadIfNeeded();
@@ -831,7 +831,7 @@ void ModelManagerTest::fileThatWasReplacedIsLoadedAfterAFailure()
 
 void ModelManagerTest::loadThatOutlivesTheManagerIsHarmless()
 {
-    bringInto(State::Kind::ready);
+    bringInto(State::Kind::Ready);
     Gate gate;
     m_engine->beforeLoaded = [&gate] { return gate.passed(); };
     const QCoro::Task<void> load = m_manager->loadIfNeeded();
@@ -843,7 +843,7 @@ void ModelManagerTest::loadThatOutlivesTheManagerIsHarmless()
 
 void ModelManagerTest::everyChangeIsAnnouncedBeforeItHappens()
 {
-    bringInto(State::Kind::ready);
+    bringInto(State::Kind::Ready);
     QList<QPair<QString, State::Kind>> before;
     connect(m_manager.get(), &ModelManager::willChange, m_manager.get(), [&] {
         before.append({m_manager->selected().id, m_manager->state().kind});
@@ -851,8 +851,8 @@ void ModelManagerTest::everyChangeIsAnnouncedBeforeItHappens()
     QSignalSpy states(m_manager.get(), &ModelManager::stateChanged);
     QSignalSpy selections(m_manager.get(), &ModelManager::selectedChanged);
     m_manager->select(secondModel());
-    const QList<QPair<QString, State::Kind>> expected = {{firstModel().id, State::Kind::ready},
-                                                         {secondModel().id, State::Kind::ready}};
+    const QList<QPair<QString, State::Kind>> expected = {{firstModel().id, State::Kind::Ready},
+                                                         {secondModel().id, State::Kind::Ready}};
     QCOMPARE(before, expected);
     QCOMPARE(states.count(), 1);
     QCOMPARE(selections.count(), 1);

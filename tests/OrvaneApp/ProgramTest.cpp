@@ -11,7 +11,7 @@
 
 using namespace Qt::StringLiterals;
 
-// The program itself, as a user starts it, with folders of its own and no desktop.
+// The built program, with its own folders and no desktop.
 class ProgramTest : public QObject
 {
     Q_OBJECT

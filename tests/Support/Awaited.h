@@ -11,11 +11,11 @@
 #include <type_traits>
 #include <utility>
 
-// Runs the event loop until a task is done, and gives its result or throws its exception. (QCoro's own
-// waitFor never returns when the task throws.)
+// Runs the event loop until a task is done; returns its result or throws its exception. (QCoro::waitFor never
+// returns if the task throws.)
 namespace Awaited {
 
-// A task of a test that takes longer than this has failed.
+// Timeout of a task in a test.
 inline constexpr int timeoutMilliseconds = 60'000;
 
 template <typename T>

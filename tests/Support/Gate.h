@@ -6,8 +6,7 @@
 #include <QFuture>
 #include <QPromise>
 
-// A point at which a test holds a coroutine: whoever awaits `passed` goes on once the test has called `open`.
-// Used on one thread; a coroutine that waits resumes from the event loop.
+// Holds coroutines: those that await `passed` continue after `open`, from the event loop. Not thread-safe.
 class Gate
 {
 public:

@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Device events of the input extension, counted from its first one.
+// Device events, relative to the input extension's first event.
 constexpr int devicePress = 1;
 constexpr int deviceRelease = 2;
 

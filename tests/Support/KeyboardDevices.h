@@ -9,10 +9,9 @@
 #include <cstdint>
 #include <memory>
 
-// The keyboards of the private desktop's X server: the physical one, which the user presses, and the one that
-// keys are sent with, each with a map of its own; and the master, whose map applications see. Asked of the
-// server over a connection of its own, with none of the code under test. All keyboards have the same layout
-// again when this object is gone.
+// The keyboards of the private desktop's X server: the physical one that the user presses, the device that
+// keys are sent through, each with its own keymap, and the master, whose keymap applications see. Uses its
+// own connection and none of the code under test. The destructor gives all keyboards the same layout again.
 class KeyboardDevices
 {
 public:
@@ -21,17 +20,17 @@ public:
     KeyboardDevices(const KeyboardDevices &) = delete;
     KeyboardDevices &operator=(const KeyboardDevices &) = delete;
 
-    // All are there.
+    // Whether all devices exist.
     bool isValid() const { return physical != 0 && sending != 0 && master != 0; }
 
-    // The map of a device, as xkbcomp writes it.
+    // A device's keymap in xkbcomp's format.
     static QByteArray map(int device);
 
-    // Loads a layout into one device, or into all. `options` as setxkbmap takes them.
+    // Loads a layout into one device, or into all; `options` as for setxkbmap.
     static void setLayout(int device, const QString &layout, const QString &options = {});
     static void setLayout(const QString &layout, const QString &options = {});
 
-    // A key of the physical keyboard goes down and up.
+    // Presses and releases a key of the physical keyboard.
     void pressPhysicalKey(std::uint8_t code) const;
 
     int physical = 0;

@@ -6,14 +6,13 @@
 #include <QFile>
 #include <QString>
 
-// The content of a file that passes for a model as long as nobody runs it, for tests of what surrounds the
-// engine.
+// Content of a file that passes the model check but cannot be run, for tests of everything around the engine.
 namespace ModelBytes {
 
-// Where the one tensor begins.
+// Offset of the single tensor's data.
 inline constexpr qsizetype dataStart = 128;
 
-// A header with an architecture and one tensor of bytes, and that tensor, which is all `fill`: `size` bytes.
+// A header with an architecture and one tensor filled with `fill`; `size` bytes in all.
 inline QByteArray plausible(qsizetype size = 1000, char fill = 'w')
 {
     constexpr quint32 version = 3;
@@ -37,7 +36,7 @@ inline QByteArray plausible(qsizetype size = 1000, char fill = 'w')
     return bytes + QByteArray(size - dataStart, fill);
 }
 
-// Puts such a file there.
+// Writes such a file to `path`.
 inline bool write(const QString &path)
 {
     QFile file(path);

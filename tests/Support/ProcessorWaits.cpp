@@ -16,7 +16,7 @@ namespace {
 
 using Duration = ProcessorWaits::Duration;
 
-// The process behind a local display's socket; 0 where there is none.
+// The process behind a local display's socket; 0 if none.
 int findDisplayServer()
 {
     const char *const display = std::getenv("DISPLAY");

@@ -4,20 +4,19 @@
 #include <chrono>
 #include <map>
 
-// How long each thread that the main thread may have to wait for has itself waited for a processor so far:
-// the other threads of this process, and the X server, which Qt asks now and then. On a busy machine that
-// time is part of the main thread's sleep, and no call of ours is to blame. Linux.
+// Time that other threads of this process and the X server have spent runnable but waiting for a CPU. The
+// main thread may be waiting for them, so on a busy machine this time is part of its sleep. Linux.
 class ProcessorWaits
 {
 public:
     using Duration = std::chrono::nanoseconds;
 
-    // The calling thread is left out, since nobody waits for it. Call from the same thread each time.
+    // Omits the calling thread. Call from the same thread each time.
     ProcessorWaits();
 
-    // What they have waited, all together, since `earlier`.
+    // The sum of all waits since `earlier`.
     Duration since(const ProcessorWaits &earlier) const;
 
 private:
-    std::map<int, Duration> m_waits; // by thread
+    std::map<int, Duration> m_waits; // by thread id
 };

@@ -8,7 +8,7 @@
 #include <functional>
 #include <thread>
 
-// A session that downloads nothing: the test calls the callbacks itself. Main thread.
+// A session that downloads nothing; the test calls the callbacks. Thread: main.
 class ScriptedDownloadSession : public DownloadSession
 {
 public:
@@ -24,6 +24,6 @@ public:
     }
     void cancel(quint64 task) override { cancelled.append(task); }
 
-    // Runs what the session's own thread would run, to its end.
+    // Runs a callback on another thread and waits for its end.
     static void onSessionThread(const std::function<void()> &callback) { std::thread(callback).join(); }
 };

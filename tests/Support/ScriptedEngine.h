@@ -16,26 +16,25 @@
 #include <optional>
 #include <variant>
 
-// An engine without a model: what it answers and when is scripted by the test, and what it is asked is
-// recorded. Called on the main thread; the pieces of a reply come from a thread of its own, as the real
-// engine's do. A call that is still waiting may outlive the engine.
+// An engine without a model: answers and timing are scripted, calls are recorded. Called on the main thread;
+// pieces of a reply come from another thread, as with the real engine. A waiting call may outlive the engine.
 class ScriptedEngine : public InferenceEngine
 {
 public:
     using Reply = std::variant<QString, InferenceError>;
-    // Awaited before a call answers, so that a test can hold it open (see Gate).
+    // Awaited before a call returns, so that a test can hold it (see Gate).
     using Hook = std::function<QCoro::Task<void>()>;
 
-    // The script. Replies are given in order; when they have run out, generating fails with decodeFailed.
+    // The script: replies in order, then DecodeFailed.
     QList<Reply> replies;
     Hook beforeReply;
     Hook beforeLoaded;
     std::optional<InferenceError> loadError;
-    // An engine that is busy keeps its model until it gets round to releasing it: with `unloadsAtOnce` false,
-    // `unload` is recorded and the model stays until the next load.
+    // If false, `unload` is only recorded and the model stays loaded until the next load, like a busy
+    // engine's.
     bool unloadsAtOnce = true;
 
-    // The record, one entry a call.
+    // The record, one entry per call.
     QList<QList<ChatMessage>> conversations;
     QList<int> tokenLimits;
     QStringList loadedPaths;
@@ -70,7 +69,7 @@ public:
     {
         conversations.append(messages);
         tokenLimits.append(maxTokens);
-        const Reply reply = replies.isEmpty() ? Reply(InferenceError(InferenceError::Code::decodeFailed))
+        const Reply reply = replies.isEmpty() ? Reply(InferenceError(InferenceError::Code::DecodeFailed))
                                               : replies.takeFirst();
         const std::shared_ptr<SerialQueue> queue = m_queue;
         const Hook hook = beforeReply;
@@ -85,7 +84,7 @@ public:
         };
         const QFuture<void> streamed = queue->run(streamPieces);
         co_await streamed;
-        // They may be through before anybody waits for them; whoever counts on pieces gets them first.
+        // Deliver the pieces before the reply, even if the future was finished before the await.
         const auto untilTheyHaveArrived = std::chrono::milliseconds(0);
         co_await QCoro::sleepFor(untilTheyHaveArrived);
         co_return text;

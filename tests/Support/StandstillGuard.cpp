@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-// Watches the main thread of a program that knows nothing of it: preloaded, it begins when the program's
-// first window has come up, writes "watching" into the file that ORVANE_STANDSTILLS names, and then how many
-// milliseconds each standstill took, line by line. What a program does before it shows anything is its start,
-// in which nobody waits for it to answer.
+// Watches the main thread of an unmodified program. Preloaded, it starts with the program's first window,
+// writes "watching" into the file named by ORVANE_STANDSTILLS, then the milliseconds of each standstill, one
+// per line. The time before the first window does not count.
 #include "Support/StandstillWatch.h"
 
 #include <QCoreApplication>
@@ -56,7 +55,7 @@ private:
 void guard()
 {
     const QString path = qEnvironmentVariable("ORVANE_STANDSTILLS");
-    qunsetenv("ORVANE_STANDSTILLS"); // the programs that this one starts are none of our business
+    qunsetenv("ORVANE_STANDSTILLS"); // child processes are not watched
     qunsetenv("LD_PRELOAD");
     if (!path.isEmpty())
         qApp->installEventFilter(new Guard(path, qApp));

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// A program that is watched from outside: that its standstills are written down, and its start is not one.
+// A program watched from outside: its standstills are recorded, its start is not.
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>

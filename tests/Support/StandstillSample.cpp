@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// A program with a window. It sleeps for so many milliseconds before it shows the window, for so many in the
-// middle of its life, and ends.
+// A program with a window. Sleeps for given milliseconds before it shows the window and again later, then
+// ends.
 #include <QGuiApplication>
 #include <QRasterWindow>
 #include <QTimer>

@@ -20,13 +20,12 @@ using Duration = StandstillWatch::Duration;
 
 constexpr std::chrono::milliseconds betweenMessages{5};
 
-// What the host of a virtual machine has given to others, of all processors together. The kernel takes it out
-// of the time that a thread ran.
+// Time stolen by a virtual machine's host, over all CPUs. The kernel deducts it from threads' running time.
 Duration stolenSoFar()
 {
     std::ifstream counters("/proc/stat");
     std::string name;
-    // In ticks: user, nice, system, idle, waiting for disks, interrupts of two kinds, stolen.
+    // In ticks: user, nice, system, idle, iowait, irq, softirq, steal.
     std::array<Duration::rep, 8> ticks{};
     counters >> name;
     for (Duration::rep &count : ticks)
@@ -35,8 +34,8 @@ Duration stolenSoFar()
     return Duration(ticks.back() * perTick);
 }
 
-// The kernel counts for each thread how long it ran and how long it waited to run. The rest it slept, or
-// had no processor under it.
+// The kernel counts how long a thread ran and how long it waited to run. The remaining time it slept or its
+// CPU was stolen.
 Duration sleptSoFar(int thread)
 {
     std::ifstream counters("/proc/self/task/" + std::to_string(thread) + "/schedstat");
@@ -73,9 +72,8 @@ void StandstillWatch::watch(const std::stop_token &end)
     }
 }
 
-// Both ends are looked at so that only the main thread's own delay counts: this thread may itself have to
-// wait for a processor, before it has sent its message and after that was answered, while the main thread is
-// idle.
+// Checks both ends so that only the main thread's delay counts: this thread may itself wait for a CPU, before
+// sending its message and after the answer.
 StandstillWatch::Duration StandstillWatch::sleepBeforeAnswer(const std::stop_token &end)
 {
     struct Answer

@@ -18,10 +18,10 @@ class StandstillWatchTest : public QObject
 
 private Q_SLOTS:
     void anIdleEventLoopIsNoStandstill();
-    void aCallThatSleepsIs();
-    void severalShortOnesAreNot();
-    void workIsNot();
-    void waitingForAThreadWithoutAProcessorIsNot();
+    void aSleepingCallIsAStandstill();
+    void shortSleepsAreNoStandstill();
+    void workIsNoStandstill();
+    void waitingForAPreemptedThreadIsNoStandstill();
 };
 
 void StandstillWatchTest::anIdleEventLoopIsNoStandstill()
@@ -31,11 +31,11 @@ void StandstillWatchTest::anIdleEventLoopIsNoStandstill()
     QVERIFY2(watch.longest() <= StandstillWatch::limit, qPrintable(QString::number(watch.longest().count())));
 }
 
-void StandstillWatchTest::aCallThatSleepsIs()
+void StandstillWatchTest::aSleepingCallIsAStandstill()
 {
     std::atomic<int> reports = 0;
     const StandstillWatch watch([&reports](StandstillWatch::Duration) { ++reports; });
-    // A busy machine may let the watch itself wait until it is over.
+    // On a busy machine the watch itself may be delayed until the sleep is over.
     QTimer timer;
     timer.callOnTimeout(&timer, [] { std::this_thread::sleep_for(200ms); });
     timer.start(50);
@@ -44,7 +44,7 @@ void StandstillWatchTest::aCallThatSleepsIs()
     QVERIFY(reports.load() >= 1);
 }
 
-void StandstillWatchTest::severalShortOnesAreNot()
+void StandstillWatchTest::shortSleepsAreNoStandstill()
 {
     const StandstillWatch watch;
     QTimer timer;
@@ -55,7 +55,7 @@ void StandstillWatchTest::severalShortOnesAreNot()
 }
 
 // However slow the machine is.
-void StandstillWatchTest::workIsNot()
+void StandstillWatchTest::workIsNoStandstill()
 {
     const StandstillWatch watch;
     bool isDone = false;
@@ -71,8 +71,8 @@ void StandstillWatchTest::workIsNot()
     QVERIFY2(watch.longest() <= StandstillWatch::limit, qPrintable(QString::number(watch.longest().count())));
 }
 
-// A busy machine: another thread has all of the processor that the one waited for may use.
-void StandstillWatchTest::waitingForAThreadWithoutAProcessorIsNot()
+// A busy machine, simulated: another thread occupies the only CPU that the awaited thread may use.
+void StandstillWatchTest::waitingForAPreemptedThreadIsNoStandstill()
 {
     const auto useFirstProcessor = [] {
         cpu_set_t processors;

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: Apache-2.0
-# Installs the build into a folder of its own and looks at what is there. Needs BUILD_FOLDER.
+# Installs the build into a new folder and checks the result. Needs BUILD_FOLDER.
 cmake_minimum_required(VERSION 3.25)
 string(RANDOM LENGTH 12 NAME)
 set(PREFIX "${BUILD_FOLDER}/installation-${NAME}")
@@ -24,7 +24,7 @@ if(NOT FOUND STREQUAL EXPECTED)
   list(APPEND PROBLEMS "expected ${EXPECTED}" "found ${FOUND}" "the installation said ${OUTPUT}")
 endif()
 
-# A picture tells its width and height in bytes 16 to 23.
+# A PNG file has its width and height in bytes 16 to 23.
 foreach(SIZE ${SIZES})
   file(READ "${PREFIX}/share/icons/hicolor/${SIZE}x${SIZE}/apps/org.orvane.Orvane.png" EXTENT OFFSET 16 LIMIT 8 HEX)
   math(EXPR WIDTH "0x100000000 + ${SIZE}" OUTPUT_FORMAT HEXADECIMAL)

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// The permission to operate other applications: missed, granted from the window, and granted elsewhere.
+// The permission to operate other applications: missing, granted from the window, and granted elsewhere.
 #include "ui/support/ScriptedModel.h"
 #include "ui/support/UiTest.h"
 
@@ -13,7 +13,7 @@ namespace {
 
 const QString banner = u"Grant Accessibility access"_s;
 
-// One of the desktop's switches for accessibility.
+// Sets one of the desktop's accessibility switches.
 void setSwitch(const QString &name, bool on)
 {
     QDBusMessage call = QDBusMessage::createMethodCall(u"org.a11y.Bus"_s, u"/org/a11y/bus"_s,
@@ -31,7 +31,7 @@ bool isAccessOn()
     return reply.arguments().value(0).value<QDBusVariant>().variant().toBool();
 }
 
-// What stands in the one window of the text editor.
+// The text in the editor's only window.
 QString textOfEditor()
 {
     const QList<qint64> processes = PrivateDesktop::processesWith("mousepad");
@@ -57,7 +57,7 @@ private Q_SLOTS:
     void theBannerGoesWhenAccessWasGrantedElsewhere();
 };
 
-// A screen reader's own switch keeps the window readable for the test while the other one is off.
+// A screen reader's switch keeps the window readable for the test while the other one is off.
 void UiAccessTest::init()
 {
     setSwitch(u"ScreenReaderEnabled"_s, true);
@@ -88,7 +88,7 @@ void UiAccessTest::theFirstTaskGrantsItself()
     ScriptedModel::writeAnswering(R"({"action":"type_text","text":"At the first go"})", orvane().modelPath());
     QVERIFY(orvane().startShown());
     QVERIFY(orvane().waitFor(Role::button, banner));
-    // Not typed: the hands of the test would switch access on themselves.
+    // Pressed, not typed: the test's own typing would switch access on.
     QVERIFY(orvane().press(Role::button, u"Take a screenshot and save it to Downloads"_s));
     QVERIFY(orvane().waitForFocus(u"Tell your computer what to do…"_s));
     QVERIFY(!isAccessOn());

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// Steps that need the user's approval, answered in every way there is, and judged by what became of the files
-// and applications. The model's replies are fixed, so that each run asks for exactly this step.
+// Steps that need approval, answered in every way, and judged by the effect on files and applications.
+// Scripted replies request exactly these steps.
 #include "ui/support/ScriptedModel.h"
 #include "ui/support/UiTest.h"
 
@@ -20,7 +20,7 @@ QString receipts()
     return PrivateDesktop::home(u"Downloads/old receipts.zip"_s);
 }
 
-// With nothing in the Trash.
+// With an empty Trash.
 void writeReceipts()
 {
     QDir(PrivateDesktop::home(u".local/share/Trash"_s)).removeRecursively();
@@ -57,7 +57,7 @@ private:
     bool answer(const QString &key, const QString &button);
 };
 
-// Has the program ask about this reply of the model, in these words.
+// Scripts this reply and waits for the question with this text.
 bool UiApprovalTest::ask(const QByteArray &reply, const QString &reason)
 {
     ScriptedModel::writeAnswering(reply, orvane().modelPath());
@@ -69,7 +69,7 @@ bool UiApprovalTest::ask(const QByteArray &reply, const QString &reason)
            orvane().shows(Role::label, u"Confirm action"_s);
 }
 
-// With the key, or else by a press of the button.
+// With the key if given, otherwise by pressing the button.
 bool UiApprovalTest::answer(const QString &key, const QString &button)
 {
     if (key.isEmpty() && !orvane().press(Role::button, button))
@@ -153,7 +153,7 @@ void UiApprovalTest::aStepIsAnsweredAfterAClickElsewhere()
     QCOMPARE(orvane().shows(Role::label, u"Declined: "_s + trashTitle), !allowed);
 }
 
-// A file name that would look like another one, were its control character obeyed.
+// A file name that would look different if its control character took effect.
 void UiApprovalTest::aQuestionHidesNothing()
 {
     QVERIFY(ask(R"({"action":"trash","path":"Downloads/a\u202egpj.exe"})",
@@ -190,7 +190,7 @@ void UiApprovalTest::aQuestionOutlivesTheWindow()
     VERIFY_SOON(isInTrash());
 }
 
-// The window has the keyboard while it asks, and is never meant itself.
+// The program's own window has the focus while it asks, and must not receive the key.
 void UiApprovalTest::anAllowedKeyGoesToTheOtherApplication()
 {
     QVERIFY(PrivateDesktop::open(u"mousepad"_s, {}, u"Mousepad"_s));

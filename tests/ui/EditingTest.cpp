@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Text under the mouse: the menu of the field, and what is selected in a reply that is still being written.
+// Text and the mouse: the field's menu, and selecting in a streaming reply.
 #include "ui/support/Pointer.h"
 #include "ui/support/ScriptedModel.h"
 #include "ui/support/UiTest.h"
@@ -27,7 +27,7 @@ private:
     std::optional<AccessibleElement> reply();
 };
 
-// What the model has written so far.
+// The reply so far.
 std::optional<AccessibleElement> UiEditingTest::reply()
 {
     const QList<AccessibleElement> elements = orvane().shown();
@@ -76,14 +76,14 @@ void UiEditingTest::aSelectionInTheReplySurvivesItsGrowth()
     type(u"Babble"_s);
     Screen::pressKey(u"Return"_s);
     constexpr int halfAReply = 100;
-    constexpr int slowestPrompt = 240'000; // milliseconds
+    constexpr int slowestPrompt = 240'000; // ms
     std::optional<AccessibleElement> seen;
     const auto hasBegun = [&] {
         seen = reply();
         return seen && seen->name.size() < halfAReply;
     };
     QVERIFY(QTest::qWaitFor(hasBegun, slowestPrompt));
-    // More has come in by the time that the key does, but not all.
+    // More text arrives before the key press does, but not all.
     Pointer::doubleClick(seen->area.topLeft() + QPoint(5, 5));
     Screen::pressKey(u"ctrl+c"_s);
     QVERIFY(orvane().press(Role::button, u"Stop"_s));

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Where keys go after the mouse was used: what is typed next belongs to the field, and no key ends a task
-// that it was not meant for.
+// The keyboard focus after mouse clicks: typed text goes to the field, and no key accidentally ends a task.
 #include "ui/support/Pointer.h"
 #include "ui/support/ScriptedModel.h"
 #include "ui/support/UiTest.h"
@@ -30,7 +29,7 @@ private:
     bool typedTextArrives();
 };
 
-// Has a task of some seconds begun by a click on Send.
+// Starts a task of some seconds by clicking Send.
 bool UiFocusTest::startBabbling()
 {
     ScriptedModel::writeBabbling(orvane().modelPath());
@@ -41,7 +40,7 @@ bool UiFocusTest::startBabbling()
            orvane().waitFor(Role::label, u"Thinking…"_s);
 }
 
-// Blindly: without looking where the focus is.
+// Types without checking the focus.
 bool UiFocusTest::typedTextArrives()
 {
     type(u"What next?"_s);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// The history: the newest content stays in sight, and clearing it waits for the end of a task.
+// The history: the newest content stays visible; clearing works only between tasks.
 #include "ui/support/Pointer.h"
 #include "ui/support/ScriptedModel.h"
 #include "ui/support/UiTest.h"
@@ -43,7 +43,7 @@ void UiHistoryTest::theNewestLineIsInSight()
     ScriptedModel::writeAnswering(R"({"action":"done","message":"All is well."})", orvane().modelPath());
     QVERIFY(orvane().startShown());
     QVERIFY(orvane().waitFor(Role::label, u"Try"_s));
-    constexpr int tasks = 12; // more than the window holds
+    constexpr int tasks = 12; // more than fit into the window
     for (int task = 1; task <= tasks; ++task) {
         const QString text = u"Question %1?"_s.arg(task);
         QVERIFY(send(text));
@@ -52,7 +52,7 @@ void UiHistoryTest::theNewestLineIsInSight()
     }
     QVERIFY(!isInSight(u"Question 1?"_s));
 
-    // The user looks at what was before.
+    // Scrolls back.
     QVERIFY(orvane().window());
     Pointer::moveTo(Pointer::areaOf(orvane().window()->identifier).center());
     for (int notch = 0; notch < 40 && !isInSight(u"Question 1?"_s); ++notch)

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Alt+Space, the system-wide hot key, where the window manager leaves it to others and where it does not.
+// The global hot key Alt+Space, free and owned by the window manager.
 #include "ui/support/UiTest.h"
 
 #include "Desktop/Linux/HotKeys/LinuxHotKeys.h"
@@ -13,14 +13,14 @@ namespace {
 
 const QString hotKey = u"alt+space"_s;
 
-// Takes the key away from the window manager, by its own settings.
+// Removes the key from the window manager's settings.
 void freeTheKey()
 {
     QProcess::execute(u"xfconf-query"_s, {u"--channel"_s, u"xfce4-keyboard-shortcuts"_s, u"--property"_s,
                                           u"/xfwm4/custom/<Alt>space"_s, u"--reset"_s});
 }
 
-// Whether a program could have the key at this moment.
+// Whether the key can be grabbed now.
 bool isFree()
 {
     constexpr std::uint16_t spaceBar = 49;
@@ -46,7 +46,7 @@ private Q_SLOTS:
     void itSummonsAWindowThatWasClosed();
 };
 
-// The first function: the others change the window manager's settings for good.
+// Must run first: later tests change the window manager's settings permanently.
 void UiHotKeyTest::whereItIsTakenNothingBreaks()
 {
     QVERIFY(!isFree());
@@ -64,7 +64,7 @@ void UiHotKeyTest::itHidesAndSummons()
     VERIFY_SOON(isFree());
     QVERIFY(orvane().startShown());
     for (int round = 0; round < 3; ++round) {
-        VERIFY_SOON(!isFree()); // registered by now
+        VERIFY_SOON(!isFree()); // grabbed by now
         Screen::pressKey(hotKey);
         QVERIFY(orvane().waitForHidden());
         QVERIFY(orvane().isRunning());
@@ -72,7 +72,7 @@ void UiHotKeyTest::itHidesAndSummons()
         QVERIFY(orvane().waitForActive());
         QVERIFY(orvane().waitForFocus(u"Tell your computer what to do…"_s));
     }
-    // The key went to nobody else.
+    // Nothing else received the key.
     QCOMPARE(orvane().fieldText(), QString());
 }
 
@@ -89,7 +89,7 @@ void UiHotKeyTest::itBringsTheWindowOverAnotherApplication()
     QVERIFY(orvane().waitForFocus(u"Tell your computer what to do…"_s));
     type(u"over it"_s);
     QVERIFY(orvane().waitForFieldText(u"over it"_s));
-    // And back: what was in front before has the keyboard again.
+    // And back: the application from before has the focus again.
     Screen::pressKey(hotKey);
     QVERIFY(orvane().waitForHidden());
     VERIFY_SOON(Screen::activeClass() == "Mousepad"_L1);

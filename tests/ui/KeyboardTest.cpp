@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Everything can be reached without a pointer and told apart without eyes: the Tab key comes to every
-// control, and every control says what it is.
+// The window without a pointer or eyes: every control is reachable by the Tab key and has an accessible name.
 #include "ui/support/ScriptedModel.h"
 #include "ui/support/UiTest.h"
 
@@ -54,8 +53,7 @@ bool UiKeyboardTest::show(int content)
     return true;
 }
 
-// What the user can do something with, by role and name. (The state that says so is of no use: Qt gives it to
-// every label.)
+// The controls by role and name. (The focusable state is useless here: Qt sets it on every label.)
 QSet<QString> UiKeyboardTest::controls()
 {
     static const QSet<QString> roles{Role::button, Role::field, Role::picker, u"link"_s, u"list"_s};
@@ -67,7 +65,7 @@ QSet<QString> UiKeyboardTest::controls()
     return found;
 }
 
-// What is shown without saying what it is, by role.
+// Visible elements without a name, by role.
 QStringList UiKeyboardTest::nameless()
 {
     static const QSet<QString> roles{QString(), u"unknown"_s, u"invalid"_s};
@@ -168,7 +166,7 @@ void UiKeyboardTest::theQuestionKeepsTheKeyboard()
     }
     const QSet<QString> buttons{Role::button + u" Cancel"_s, Role::button + u" Allow"_s};
     QCOMPARE(reached, buttons);
-    // The space bar presses what has the focus.
+    // The space bar presses the focused control.
     while (orvane().focused() != Role::button + u" Cancel"_s) {
         Screen::pressKey(u"Tab"_s);
         VERIFY_SOON(!orvane().focused().isEmpty());
@@ -188,7 +186,7 @@ void UiKeyboardTest::theMenuOfModelsWorksByKeyboard()
     QVERIFY(orvane().waitFor(Role::menuItem, modelName));
     Screen::pressKey(u"Down"_s);
     Screen::pressKey(u"Return"_s);
-    // That one is not on this machine.
+    // That model is not installed.
     QVERIFY(orvane().waitFor(Role::button, u"Download Llama 3.2 3B Instruct"_s));
     QVERIFY(orvane().waitForNone(Role::menuItem, modelName));
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// The program ends when it is told to, whatever it is doing, and says so with status 0.
+// Quitting ends the program with status 0, whatever it is doing.
 #include "ui/support/ScriptedModel.h"
 #include "ui/support/UiTest.h"
 

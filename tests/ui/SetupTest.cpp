@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// The way to a model: the setup card, the choice, and a download from a server that the test holds by the
-// hand.
+// The setup card: model choice and a download from a server controlled by the test.
 #include "ui/support/UiTest.h"
 
 #include "Models/Download/LocalHttpServer.h"
@@ -74,7 +73,7 @@ void UiSetupTest::withoutAModelTheCardIsShown()
     QVERIFY(!texts.contains(u"Try"_s));
     QVERIFY(!orvane().shows(Role::button, u"Try again"_s));
     QVERIFY(!orvane().shows(Role::button, u"Cancel"_s));
-    // The footer's menu of models is there once one is loaded.
+    // The footer's model menu appears once a model is loaded.
     QVERIFY(!orvane().shows(Role::button, u"Qwen2.5 1.5B Instruct"_s));
 }
 
@@ -91,7 +90,7 @@ void UiSetupTest::aModelIsChosenWithTheKeyboard()
     QVERIFY(orvane().waitFor(Role::button, u"Download Llama 3.2 3B Instruct"_s));
     QCOMPARE(orvane().find(Role::picker, u"Model"_s)->description, otherChoice);
 
-    // The choice lasts.
+    // The choice is persistent.
     Screen::pressKey(u"ctrl+q"_s);
     QCOMPARE(orvane().waitForEnd(), 0);
     QVERIFY(orvane().startShown());
@@ -130,7 +129,7 @@ void UiSetupTest::aCancelledDownloadCanBeStartedAgain()
     QVERIFY(orvane().waitFor(Role::button, u"Cancel"_s));
     QVERIFY(orvane().press(Role::button, u"Cancel"_s));
     QVERIFY(orvane().waitFor(Role::button, downloadDefault));
-    QVERIFY(!orvane().shows(Role::button, u"Try again"_s)); // silently
+    QVERIFY(!orvane().shows(Role::button, u"Try again"_s)); // no failure is shown
     QVERIFY(!QFile::exists(orvane().modelPath()));
 
     serve(practiceModel());

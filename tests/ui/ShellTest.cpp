@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// One program, one window: hidden, closed, summoned and started once more.
+// One program, one window: hidden, closed, summoned, and started again.
 #include "ui/support/Pointer.h"
 #include "ui/support/ScriptedModel.h"
 #include "ui/support/UiTest.h"
@@ -14,7 +14,7 @@ namespace {
 const QString fieldName = u"Tell your computer what to do…"_s;
 constexpr QRect screenArea(0, 0, 1280, 800);
 
-// The process that other starts of the program turn to.
+// The process id of the running instance.
 qint64 runningInstance()
 {
     return QDBusConnection::sessionBus().interface()->servicePid(u"org.orvane.Orvane"_s).value();
@@ -89,7 +89,7 @@ void UiShellTest::aSecondStartComesOverAnotherApplication()
     QCOMPARE(orvane().startOnceMore(), 0);
     QVERIFY(orvane().waitForActive());
     QVERIFY(orvane().waitForFocus(fieldName));
-    // Once more it stays: only the hot key and its like hide.
+    // A second start does not hide it; only the hot key and `--toggle` do.
     QCOMPARE(orvane().startOnceMore(), 0);
     QVERIFY(orvane().waitForFocus(fieldName));
     QVERIFY(orvane().isActive());
@@ -99,7 +99,7 @@ void UiShellTest::startedInTheBackgroundItIsHidden()
 {
     QVERIFY(orvane().start({u"--background"_s}));
     VERIFY_SOON(runningInstance() == orvane().process());
-    QCOMPARE(orvane().startOnceMore({u"--background"_s}), 0); // answered once the program has come up
+    QCOMPARE(orvane().startOnceMore({u"--background"_s}), 0); // returns once the program is up
     QVERIFY(orvane().isRunning());
     QVERIFY(!orvane().window());
     QCOMPARE(orvane().startOnceMore(), 0);
@@ -108,7 +108,7 @@ void UiShellTest::startedInTheBackgroundItIsHidden()
     VERIFY_SOON(isCentred());
 }
 
-// A broken model that is replaced in time was never looked at.
+// A broken model replaced in time is never examined.
 void UiShellTest::startedInTheBackgroundItLeavesTheModelAlone()
 {
     PrivateDesktop::write(orvane().modelPath(), "no model at all");
@@ -164,7 +164,7 @@ void UiShellTest::aTaskGoesOnWithoutTheWindow()
     QVERIFY(orvane().shows(Role::label, u"Babble"_s));
 }
 
-// The window goes at once; the process ends with the model's reply, which may take much longer.
+// The window closes at once; the process ends with the model's reply, possibly much later.
 void UiShellTest::itCanBeStartedAgainDuringItsEnd()
 {
     constexpr int slowHeadSize = 8192;

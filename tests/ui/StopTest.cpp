@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Stopping a task while the model is in the middle of its reply.
+// Stopping a task in the middle of a reply.
 #include "ui/support/ScriptedModel.h"
 #include "ui/support/UiTest.h"
 
@@ -20,7 +20,7 @@ private:
     bool stopInTheMiddle(const QString &key);
 };
 
-// Stops once the reply has begun to come in: with the key, or else by a press of the button.
+// Stops after the reply has begun: with the key if given, otherwise by pressing the button.
 bool UiStopTest::stopInTheMiddle(const QString &key)
 {
     type(u"Babble"_s);

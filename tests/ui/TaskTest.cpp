@@ -46,7 +46,7 @@ void UiTaskTest::anExampleWaitsInTheField()
     QVERIFY(orvane().press(Role::button, screenshotTask));
     QVERIFY(orvane().waitForFieldText(screenshotTask));
     QVERIFY(orvane().waitForFocus(u"Tell your computer what to do…"_s));
-    QVERIFY(orvane().shows(Role::label, u"Try"_s)); // nothing was started
+    QVERIFY(orvane().shows(Role::label, u"Try"_s)); // no task was started
     QCOMPARE(screenshots(), QStringList());
 
     Screen::pressKey(u"Return"_s);
@@ -54,7 +54,7 @@ void UiTaskTest::anExampleWaitsInTheField()
     QVERIFY(orvane().waitFor(Role::label, u"Taking a screenshot"_s));
     QVERIFY(orvane().waitForEndOfRun());
     QCOMPARE(orvane().fieldText(), QString());
-    QVERIFY(orvane().texts().contains(screenshotTask)); // the heading
+    QVERIFY(orvane().texts().contains(screenshotTask)); // the turn's heading
     QVERIFY(!orvane().shows(Role::label, u"Try"_s));
     QCOMPARE(QImage(PrivateDesktop::home(u"Downloads/"_s + screenshots().first())).size(), QSize(1280, 800));
 }
@@ -145,14 +145,14 @@ void UiTaskTest::whileATaskRunsOnlyStopIsOffered()
     QVERIFY(orvane().shows(Role::button, u"Stop"_s));
     QVERIFY(!orvane().shows(Role::button, u"Send"_s));
     type(u"Not now"_s);
-    // The reply shows as it comes in.
+    // The reply is shown while it streams.
     VERIFY_SOON(orvane().texts().filter(u"abab"_s).size() == 1);
     QVERIFY(orvane().waitForEndOfRun());
     QVERIFY(orvane().shows(Role::label, u"I couldn't work out a plan for that."_s));
     QVERIFY(!orvane().shows(Role::label, u"Thinking…"_s));
     QVERIFY(!orvane().shows(Role::button, u"Stop"_s));
     QVERIFY(orvane().waitForFocus(u"Tell your computer what to do…"_s));
-    // The field took nothing meanwhile.
+    // The field accepted nothing meanwhile.
     QCOMPARE(orvane().fieldText(), QString());
 }
 

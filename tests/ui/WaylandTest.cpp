@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// In a Wayland session the window is there, and says from the start that it can do little.
+// In a Wayland session the window says from the start that hardly any action works.
 #include "applications/support/WaylandSession.h"
 #include "ui/support/UiTest.h"
 

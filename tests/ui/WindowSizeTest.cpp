@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// The window's size: how it comes up, and how small it may get at the user's hands.
+// The window's initial size and minimum size.
 #include "ui/support/Pointer.h"
 #include "ui/support/UiTest.h"
 
@@ -41,7 +41,7 @@ void UiWindowSizeTest::itGrowsAndShrinksAtItsCorner()
     VERIFY_SOON(size().width() > 720 && size().height() > 620);
     dragCorner({-600, -500});
     VERIFY_SOON(size() == QSize(640, 460));
-    // What needs room is still there.
+    // All content is still visible.
     QVERIFY(orvane().shows(Role::button, u"Download Qwen2.5 1.5B Instruct"_s));
     QVERIFY(orvane().shows(Role::label, u"On-device"_s));
     type(u"and typing works"_s);
@@ -50,14 +50,14 @@ void UiWindowSizeTest::itGrowsAndShrinksAtItsCorner()
 
 void UiWindowSizeTest::aClickAtTheEdgeDoesNothing_data()
 {
-    QTest::addColumn<QPoint>("fromCorner"); // at the bottom right
+    QTest::addColumn<QPoint>("fromCorner"); // offset from the bottom right corner
     QTest::newRow("corner") << QPoint(-2, -2);
     QTest::newRow("right edge") << QPoint(-2, -300);
     QTest::newRow("bottom edge") << QPoint(-300, -2);
     QTest::newRow("background") << QPoint(-360, -20);
 }
 
-// The window manager does not hold on to the window after the button has gone up.
+// The window manager must not keep its grab after the button is released.
 void UiWindowSizeTest::aClickAtTheEdgeDoesNothing()
 {
     QFETCH(QPoint, fromCorner);

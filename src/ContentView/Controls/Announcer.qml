@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// Speaks to screen readers: a message that appears is read out, and this one appears anew for each text. Nothing of it
-// is to be seen.
+// Speaks to screen readers: they announce an alert when it becomes visible, so this invisible item is shown anew for
+// each text.
 import QtQuick
 
 Item {

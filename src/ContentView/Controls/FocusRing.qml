@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Shows which control the keyboard acts on.
+// Outline of the control that has the keyboard focus.
 import QtQuick
 
 Rectangle {

@@ -1,18 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
-// Text that comes piece by piece. What is new is put behind what is there, so that what the user has selected stays so.
+// Text that arrives in pieces. New text is appended so that the user's selection is kept.
 import QtQuick
 
 SelectableText {
     id: growing
 
     required property string source
-    property string shown: "" // what of the source is in the document
+    property string shown: "" // the part of the source already in the document
 
     function append(more: string) {
         const anchor = cursorPosition === selectionStart ? selectionEnd : selectionStart;
         const position = cursorPosition;
         insert(length, more);
-        // A selection that reaches the end would grow with it.
+        // A selection that reaches the end would grow with the text.
         if (anchor !== position)
             select(anchor, position);
     }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// The help text that appears beside a control under a resting mouse pointer.
+// A tooltip.
 import QtQuick
 import QtQuick.Controls.Basic
 

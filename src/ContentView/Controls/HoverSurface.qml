@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Marks a control that the pointer is over, or that is held down.
+// Background of a hovered or pressed control.
 import QtQuick
 
 Rectangle {

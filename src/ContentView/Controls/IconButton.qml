@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// A button that is only a symbol; its text is for screen readers.
+// A button with a symbol; its text is for screen readers.
 import QtQuick
 
 PaletteButton {

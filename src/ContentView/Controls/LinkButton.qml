@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// A button that looks like a link, with a symbol in front of it where one is given.
+// A button that looks like a link, with an optional symbol before the text.
 import QtQuick
 
 PaletteButton {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// What all our buttons have in common: Return presses like the space bar does, a screen reader can press, and the
-// keyboard focus can be seen. A click leaves the focus where it is: who presses a button goes on typing in the field.
+// Base of all buttons: Return presses like the space bar, screen readers can press, the keyboard focus is visible. A
+// click leaves the focus where it is, so that the user can go on typing.
 import QtQuick
 import QtQuick.Controls.Basic
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// A menu that looks like the window. The keyboard focus goes back to where it was before.
+// A menu in the window's style. On closing, it restores the keyboard focus.
 import QtQuick
 import QtQuick.Controls.Basic
 
@@ -21,7 +21,7 @@ Menu {
             focusedBefore.forceActiveFocus(Qt.PopupFocusReason);
     }
 
-    // A menu is no item and takes no name for screen readers; the item that shows it does.
+    // Menu is not an Item and has no Accessible properties; its popup item has.
     Component.onCompleted: contentItem.parent.Accessible.name = title
 
     padding: 5

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// A row of a menu: a tick where it is the current choice, and the keys that do the same. It takes no room while it is
-// not offered.
+// A menu row with an optional tick and shortcut text. Takes no space unless offered.
 import QtQuick
 import QtQuick.Controls.Basic
 import QtQuick.Layouts
@@ -8,7 +7,7 @@ import QtQuick.Layouts
 MenuItem {
     id: item
 
-    property bool choice: false // one of several, of which one is current
+    property bool choice: false // one of a set of alternatives
     property bool current: false
     property string keys: ""
     property bool offered: true
@@ -60,7 +59,7 @@ MenuItem {
         }
     }
 
-    // Only tells how this desktop writes the keys; the window listens to them.
+    // Only formats the shortcut for this desktop; the window handles the key.
     Shortcut {
         id: shortcut
 

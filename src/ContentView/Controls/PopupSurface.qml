@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// What menus lie on.
+// Background of menus and popups.
 import QtQuick
 
 Item {

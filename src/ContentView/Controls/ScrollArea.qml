@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Content that scrolls when it is taller than the room for it.
+// Content that scrolls if taller than the area.
 import QtQuick
 import QtQuick.Controls.Basic
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// Scrolls a view by wheel, touch and keys. The view itself takes no mouse, so that dragging its background moves the
-// window as it does everywhere else.
+// Scrolls a view by wheel, touch and keys. The view itself is not interactive, so that dragging its background moves
+// the window.
 import QtQuick
 
 Item {
@@ -10,7 +10,7 @@ Item {
     readonly property real step: 48
     readonly property real page: Math.max(step, view.height - step)
 
-    // The user has begun to scroll.
+    // Emitted when the user scrolls.
     signal scrolled
 
     function scrollBy(distance: real) {

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// Text that can be selected and copied, and that a screen reader takes for what it is: text, not a field. It wraps
-// rather than to hide anything. It takes the keyboard only for what is selected, so that this can be copied: a mere
-// click leaves the keyboard where the user types.
+// Wrapped text that can be selected and copied; static text to screen readers. It takes the keyboard focus only with a
+// selection, so that the selection can be copied; a mere click leaves the focus where it is.
 import QtQuick
 
 TextEdit {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// A shadow that fades out around a rounded card, from plain rectangles: it looks the same without a graphics card.
+// A soft shadow around a rounded card, made of rectangles so that it looks the same in software rendering.
 import QtQuick
 
 Item {
@@ -12,8 +12,7 @@ Item {
     Repeater {
         model: shadow.reach / 2
 
-        // Each lies within the one before and is a little darker; where all of them overlap, inside the card's own
-        // edge, their sum is about the full strength.
+        // Each layer is smaller and darker than the one before; inside the card's edge they add up to about `strength`.
         // qmllint disable unqualified
         Rectangle {
             required property int index

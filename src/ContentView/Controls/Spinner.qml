@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// Says that something goes on. It ticks in eight steps and only while it can be seen: a smooth turn would redraw the
-// window sixty times a second beside a model that needs the processor.
+// Busy indicator. It turns in eight steps, and only while visible: smooth animation would redraw the window sixty times
+// a second while the model needs the CPU.
 import QtQuick
 
 Item {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// A text that stands on the window: shown as it is written, and read out by screen readers.
+// Plain text that screen readers read.
 import QtQuick
 
 Text {

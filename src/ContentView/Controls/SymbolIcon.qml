@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// One of the program's symbols, sharp at any scale of the screen. A picture only: what it means is said elsewhere.
+// One of the program's symbols, rendered at the screen's scale. Decorative: screen readers skip it.
 import QtQuick
 
 Image {

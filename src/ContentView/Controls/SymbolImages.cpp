@@ -10,9 +10,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int standardSize = 24; // where the view asks for none
+constexpr int standardSize = 24; // if the view requests no size
 
-// SVG knows colours without transparency; that is a matter of painting.
+// SVG colours have no alpha; it is applied when painting.
 QByteArray coloured(const QByteArray &svg, const QColor &colour)
 {
     QByteArray result = svg;
@@ -35,7 +35,7 @@ QImage SymbolImages::requestImage(const QString &id, QSize *size, const QSize &r
     image.fill(Qt::transparent);
     QPainter painter(&image);
     QSvgRenderer(coloured(file.readAll(), colour)).render(&painter);
-    // Afterwards, so that shapes that overlap are not darker there.
+    // Applied afterwards, so that overlapping shapes are not darker.
     painter.setCompositionMode(QPainter::CompositionMode_DestinationIn);
     painter.fillRect(image.rect(), QColor(0, 0, 0, colour.alpha()));
     *size = image.size();

@@ -3,9 +3,9 @@
 
 #include <QQuickImageProvider>
 
-// Draws our symbols in the colour that the view asks for: "image://symbol/NAME?RRGGBB" or "?AARRGGBB" is
-// :/symbols/NAME.svg with `currentColor` replaced, at the size asked for. An unknown name gives no image.
-// Called on Qt Quick's image threads; holds no state.
+// Draws the program's symbols: "image://symbol/NAME?RRGGBB" or "?AARRGGBB" is :/symbols/NAME.svg with
+// `currentColor` replaced, at the requested size. Returns a null image for an unknown name. Called on Qt
+// Quick's image threads; stateless.
 class SymbolImages : public QQuickImageProvider
 {
 public:

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// A bordered button with a text; the prominent one is the answer that is meant to be given.
+// A bordered text button; the prominent one is the default answer.
 import QtQuick
 
 PaletteButton {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Colours by what they mean, in light and dark, and the sizes that several views share. The window sets the two switches.
+// Semantic colours in light and dark, and sizes shared by several views. The window sets `dark` and `translucent`.
 pragma Singleton
 import QtQuick
 import Orvane.ContentView
@@ -32,7 +32,7 @@ QtObject {
     readonly property color prominentText: "#ffffff"
     readonly property color track: dark ? "#26ffffff" : "#1a000000"
 
-    // The room that everything keeps from the window's left and right edges.
+    // Horizontal margin of all content in the window.
     readonly property int margin: 24
     readonly property int controlRadius: 8
     readonly property int windowRadius: 14

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// A scroll bar that is there only when there is something to scroll.
+// A scroll bar shown only if there is something to scroll.
 import QtQuick
 import QtQuick.Controls.Basic
 

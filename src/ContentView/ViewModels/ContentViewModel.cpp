@@ -26,7 +26,7 @@ ContentViewModel::ContentViewModel(ModelManager &models, AgentSession &session, 
     connect(&session, &AgentSession::pendingChanged, this, [this] { announce(confirmationReason()); });
     connect(&session, &AgentSession::logEntryAppended, this, &ContentViewModel::announceEntry);
     connect(&session, &AgentSession::logEntryChanged, this, &ContentViewModel::announceFailure);
-    // A task may have switched access on.
+    // A task may have switched accessibility on.
     connect(&session, &AgentSession::logEntryAppended, this, [this] { m_trust = refreshTrust(); });
     connect(&session, &AgentSession::turnFinished, this, &ContentViewModel::announceSummary);
     m_trust = refreshTrust();
@@ -34,7 +34,7 @@ ContentViewModel::ContentViewModel(ModelManager &models, AgentSession &session, 
 
 ContentViewModel::Layer ContentViewModel::layer() const
 {
-    if (m_models.state().kind != ModelManager::State::Kind::loaded)
+    if (m_models.state().kind != ModelManager::State::Kind::Loaded)
         return Setup;
     return m_session.turns().isEmpty() ? Empty : History;
 }
@@ -116,7 +116,7 @@ void ContentViewModel::becameActive()
 
 void ContentViewModel::send()
 {
-    if (m_models.state().kind != ModelManager::State::Kind::loaded)
+    if (m_models.state().kind != ModelManager::State::Kind::Loaded)
         return;
     const QString text = m_input;
     setInput({});
@@ -164,7 +164,7 @@ QCoro::Task<void> ContentViewModel::refreshTrust()
     try {
         trusted = co_await m_desktop.accessibility.isProcessTrusted();
     } catch (const PlatformError &) {
-        // A desktop that cannot even be asked gives no access; the banner says so.
+        // If the desktop cannot be queried, there is no access; the banner says so.
         trusted = false;
     }
     if (!self || m_trusted == trusted)
@@ -179,7 +179,7 @@ QCoro::Task<void> ContentViewModel::askForTrust()
     try {
         co_await m_desktop.accessibility.requestTrust();
     } catch (const PlatformError &) {
-        // What the user sees of it is that the banner stays.
+        // The banner stays.
     }
     if (self)
         co_await refreshTrust();
@@ -198,10 +198,10 @@ void ContentViewModel::announceEntry(int turnIndex, int entryIndex)
     announce(LogEntryAppearance::shownText(m_session.turns()[turnIndex].log[entryIndex]));
 }
 
-// A step that goes well was announced when it began.
+// A successful step was already announced when it began.
 void ContentViewModel::announceFailure(int turnIndex, int entryIndex)
 {
-    if (m_session.turns()[turnIndex].log[entryIndex].kind == LogEntry::Kind::failure)
+    if (m_session.turns()[turnIndex].log[entryIndex].kind == LogEntry::Kind::Failure)
         announceEntry(turnIndex, entryIndex);
 }
 

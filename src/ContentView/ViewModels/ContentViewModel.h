@@ -9,9 +9,9 @@
 #include <QStringList>
 #include <QtQmlIntegration>
 
-// Everything that the main window shows and does: which layer lies in the middle, which texts and symbols,
-// and what a button means. The views only lay it out. Main thread; the model manager, the session and the
-// desktop are not owned and outlive this object.
+// State and commands of the main window: which layer is shown, texts, symbols, and the effect of buttons.
+// Views only lay it out. Thread: main. The model manager, the session and the desktop are not owned and must
+// outlive this object.
 class ContentViewModel : public QObject
 {
     Q_OBJECT
@@ -38,7 +38,7 @@ class ContentViewModel : public QObject
     Q_PROPERTY(QString announcement READ announcement NOTIFY announcementChanged)
 
 public:
-    // What fills the middle of the window.
+    // The content of the window's middle.
     enum Layer { Setup, Empty, History };
     Q_ENUM(Layer)
 
@@ -51,11 +51,11 @@ public:
     void setInput(const QString &input);
     QString placeholder() const;
 
-    // Why this session lets hardly any action work, for as long as it lasts; empty where it lets them.
+    // Why this session allows hardly any action; empty if it allows them. Constant.
     QString obstacle() const { return m_desktop.session.obstacle().value_or(QString()); }
 
-    // Whether this process may operate other applications; taken as given until the desktop has answered, and
-    // where no permission would help.
+    // Whether this process may operate other applications. True until the desktop has answered, and where no
+    // permission would help.
     bool trusted() const { return m_trusted; }
 
     bool isRunning() const { return m_session.isRunning(); }
@@ -63,41 +63,41 @@ public:
     QStringList suggestions() const;
 
     TurnListModel *turns() { return &m_turns; }
-    // With visible marks in the place of what could not be seen.
+    // With visible marks for invisible characters.
     QString status() const;
     QString streamPreview() const;
 
     bool isConfirming() const { return m_session.pending().has_value(); }
     QString confirmationReason() const;
 
-    // Whether the footer offers the models.
+    // Whether the footer offers the model menu.
     bool canChooseModel() const;
     QString modelName() const;
     QStringList modelNames() const;
-    int selectedModel() const { return m_setup.selectedModel(); } // an index of `modelNames`
+    int selectedModel() const { return m_setup.selectedModel(); } // index into `modelNames`
 
     SetupViewModel *setup() { return &m_setup; }
 
-    // What a screen reader says next: the latest step, result or failure, or the question.
+    // Text for screen readers: the latest step, result, failure or question.
     QString announcement() const { return m_announcement; }
 
     // The window is shown for the first time.
     void appear();
-    // The window was summoned: the user wants to type.
+    // The window was summoned; the user wants to type.
     void summoned();
-    // The program has become the active one; the user may come from the system's settings.
+    // The program became active; the user may have changed the system's settings.
     void becameActive();
 
-    // Submits the field's text, if there is a model to plan with; else the text stays.
+    // Submits the field's text if a model is loaded; otherwise keeps the text.
     Q_INVOKABLE void send();
-    // The stop button: also refuses what waits for approval.
+    // Stops the task; also declines a pending confirmation.
     Q_INVOKABLE void stop();
-    // The user's answer to the confirmation.
+    // Answers the confirmation.
     Q_INVOKABLE void resolve(bool approved);
-    // Puts an example into the field; the user sends it.
+    // Puts an example into the command field.
     Q_INVOKABLE void useSuggestion(int suggestion);
     Q_INVOKABLE void grantAccess();
-    // These do nothing while a task runs: it plans with the selected model, and writes into the history.
+    // No effect while a task runs: it uses the selected model and the history.
     Q_INVOKABLE void selectModel(int choice);
     Q_INVOKABLE void clearHistory();
 
@@ -111,7 +111,7 @@ Q_SIGNALS:
     void confirmationChanged();
     void modelNameChanged();
     void announcementChanged();
-    // The command field is to take the keyboard focus.
+    // The command field should take the keyboard focus.
     void focusRequested();
 
 private:

@@ -9,14 +9,14 @@ using Kind = LogEntry::Kind;
 
 QString LogEntryAppearance::shownText(const LogEntry &entry)
 {
-    return entry.kind == Kind::success ? ShownText::lines(entry.text) : ShownText::line(entry.text);
+    return entry.kind == Kind::Success ? ShownText::lines(entry.text) : ShownText::line(entry.text);
 }
 
 LogEntryAppearance::Role LogEntryAppearance::textRole(const LogEntry &entry)
 {
-    if (entry.kind == Kind::success)
+    if (entry.kind == Kind::Success)
         return Primary;
-    if (entry.kind == Kind::failure)
+    if (entry.kind == Kind::Failure)
         return Bad;
     return entry.running ? Primary : Secondary;
 }
@@ -24,15 +24,15 @@ LogEntryAppearance::Role LogEntryAppearance::textRole(const LogEntry &entry)
 QString LogEntryAppearance::symbol(LogEntry::Kind kind)
 {
     switch (kind) {
-    case Kind::step:
+    case Kind::Step:
         return u"checkmark"_s;
-    case Kind::success:
+    case Kind::Success:
         return u"checkmark.circle.fill"_s;
-    case Kind::failure:
+    case Kind::Failure:
         return u"xmark.circle.fill"_s;
-    case Kind::info:
+    case Kind::Info:
         return u"info.circle"_s;
-    case Kind::confirm:
+    case Kind::Confirm:
         return u"hand.raised.fill"_s;
     }
     Q_UNREACHABLE();
@@ -41,14 +41,14 @@ QString LogEntryAppearance::symbol(LogEntry::Kind kind)
 LogEntryAppearance::Role LogEntryAppearance::symbolRole(LogEntry::Kind kind)
 {
     switch (kind) {
-    case Kind::success:
+    case Kind::Success:
         return Good;
-    case Kind::failure:
+    case Kind::Failure:
         return Bad;
-    case Kind::confirm:
+    case Kind::Confirm:
         return Warning;
-    case Kind::step:
-    case Kind::info:
+    case Kind::Step:
+    case Kind::Info:
         return Secondary;
     }
     Q_UNREACHABLE();
@@ -59,15 +59,15 @@ QString LogEntryAppearance::spoken(const LogEntry &entry)
     if (entry.running)
         return u"running"_s;
     switch (entry.kind) {
-    case Kind::step:
+    case Kind::Step:
         return u"carried out"_s;
-    case Kind::success:
+    case Kind::Success:
         return u"done"_s;
-    case Kind::failure:
+    case Kind::Failure:
         return u"failed"_s;
-    case Kind::info:
+    case Kind::Info:
         return u"note"_s;
-    case Kind::confirm:
+    case Kind::Confirm:
         return u"waits for your approval"_s;
     }
     Q_UNREACHABLE();

@@ -6,12 +6,12 @@
 #include <QObject>
 #include <QtQmlIntegration>
 
-// How a line of the log looks: the symbol in front of it, and the colours by their role. Pure functions.
+// Appearance of a log line: its symbol and colour roles. Pure.
 namespace LogEntryAppearance {
 Q_NAMESPACE
 QML_ELEMENT
 
-// What a colour means; the theme gives each role its colour in light and dark.
+// Semantic colours; the theme maps each to a light and a dark one.
 enum Role {
     Primary,
     Secondary,
@@ -21,13 +21,13 @@ enum Role {
 };
 Q_ENUM_NS(Role)
 
-// The entry's text as it comes onto the screen: one line, but for the lines of the model's closing message.
+// The displayed text: one line, except for the model's closing message.
 QString shownText(const LogEntry &entry);
 Role textRole(const LogEntry &entry);
 QString symbol(LogEntry::Kind kind);
 Role symbolRole(LogEntry::Kind kind);
 
-// What the symbol says, for those who cannot see it.
+// The symbol's meaning, for screen readers.
 QString spoken(const LogEntry &entry);
 
 } // namespace LogEntryAppearance

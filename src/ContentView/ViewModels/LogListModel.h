@@ -6,7 +6,7 @@
 #include <QAbstractListModel>
 #include <QtQmlIntegration>
 
-// The log of one turn as a list for the view, oldest line first. Main thread.
+// The log of one turn as a list model, oldest line first. Thread: main.
 class LogListModel : public QAbstractListModel
 {
     Q_OBJECT

@@ -35,16 +35,16 @@ int SetupViewModel::selectedModel() const
 SetupViewModel::Step SetupViewModel::step() const
 {
     switch (m_models.state().kind) {
-    case Kind::needsDownload:
+    case Kind::NeedsDownload:
         return NeedsDownload;
-    case Kind::downloading:
+    case Kind::Downloading:
         return Downloading;
-    case Kind::ready:
-    case Kind::loading:
+    case Kind::Ready:
+    case Kind::Loading:
         return Loading;
-    case Kind::failed:
+    case Kind::Failed:
         return Failed;
-    case Kind::loaded:
+    case Kind::Loaded:
         return Done;
     }
     Q_UNREACHABLE();
@@ -88,7 +88,7 @@ void SetupViewModel::cancel()
 void SetupViewModel::tryAgain()
 {
     m_models.refresh();
-    if (m_models.state().kind == Kind::ready)
+    if (m_models.state().kind == Kind::Ready)
         m_loading = m_models.loadIfNeeded();
     else
         m_models.download();

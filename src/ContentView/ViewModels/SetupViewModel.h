@@ -7,8 +7,8 @@
 #include <QStringList>
 #include <QtQmlIntegration>
 
-// What the setup card shows and does: the choice of a model, its download, and what went wrong. Main thread;
-// the model manager is not owned and outlives this object.
+// State and commands of the setup card: model choice, download, failure. Thread: main. The model manager is
+// not owned and must outlive this object.
 class SetupViewModel : public QObject
 {
     Q_OBJECT
@@ -30,15 +30,15 @@ public:
     explicit SetupViewModel(ModelManager &models, QObject *parent = nullptr);
 
     QString explanation() const;
-    // The catalog, in its order.
+    // The catalog, in order.
     QStringList choices() const;
-    int selectedModel() const; // an index of `choices`
+    int selectedModel() const; // index into `choices`
 
     Step step() const;
     QString downloadLabel() const;
-    double progress() const; // 0.0 to 1.0, of `Downloading`
+    double progress() const; // 0.0 to 1.0, for `Downloading`
     QString progressText() const;
-    QString message() const; // of `Failed`
+    QString message() const; // for `Failed`
 
     Q_INVOKABLE void select(int choice);
     Q_INVOKABLE void download();

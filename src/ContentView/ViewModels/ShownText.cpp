@@ -16,7 +16,7 @@ bool runsRightToLeft(char32_t character)
     return direction == QChar::DirR || direction == QChar::DirAL || direction == QChar::DirAN;
 }
 
-bool partsStretches(char32_t character)
+bool separatesRuns(char32_t character)
 {
     constexpr QStringView marks = u"“”()—\n";
     return character <= 0xFFFF && marks.contains(QChar(static_cast<char16_t>(character)));
@@ -39,25 +39,25 @@ QString ShownText::inOrder(const QString &text)
     if (text.isRightToLeft())
         return text;
     QList<uint> result;
-    qsizetype stretchStart = -1;
-    qsizetype stretchEnd = -1;
-    const auto endStretch = [&] {
-        if (stretchStart < 0)
+    qsizetype runStart = -1;
+    qsizetype runEnd = -1;
+    const auto endRun = [&] {
+        if (runStart < 0)
             return;
-        result.insert(stretchEnd, popDirectionalIsolate);
-        result.insert(stretchStart, firstStrongIsolate);
-        stretchStart = -1;
+        result.insert(runEnd, popDirectionalIsolate);
+        result.insert(runStart, firstStrongIsolate);
+        runStart = -1;
     };
     for (const char32_t character : text.toUcs4()) {
-        if (partsStretches(character))
-            endStretch();
+        if (separatesRuns(character))
+            endRun();
         result.append(character);
         if (!runsRightToLeft(character))
             continue;
-        stretchEnd = result.size();
-        if (stretchStart < 0)
-            stretchStart = stretchEnd - 1;
+        runEnd = result.size();
+        if (runStart < 0)
+            runStart = runEnd - 1;
     }
-    endStretch();
+    endRun();
     return QString::fromUcs4(reinterpret_cast<const char32_t *>(result.constData()), result.size());
 }

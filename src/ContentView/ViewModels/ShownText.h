@@ -3,20 +3,18 @@
 
 #include <QString>
 
-// How texts that quote the model come onto the screen: complete, and in the order in which they are meant.
-// Pure functions.
+// Formats texts that quote the model for display: complete, with bidirectional text isolated. Pure.
 namespace ShownText {
 
-// On one line, with a visible mark for each character that could not be seen. In a sentence of ours, which
-// runs from left to right, a quotation that runs from right to left moves nothing but itself.
+// One line, with visible marks for invisible characters and `inOrder`.
 QString line(const QString &text);
 
-// The same for a text with lines and tabs of its own.
+// The same for multi-line text; line feeds and tabs are kept.
 QString lines(const QString &text);
 
-// The text with every stretch that runs from right to left kept from reordering what stands around it, by
-// isolates (U+2068, U+2069). Quotation marks, brackets and dashes part one stretch from the next. A text that
-// begins from right to left is not ours, and stays as it is.
+// Isolates each right-to-left run (U+2068, U+2069) so that it does not reorder the surrounding left-to-right
+// sentence. Quotation marks, brackets, dashes and line feeds separate runs. A text whose first strong
+// character is right-to-left is returned unchanged.
 QString inOrder(const QString &text);
 
 } // namespace ShownText

@@ -62,7 +62,7 @@ void TurnListModel::clear()
     beginResetModel();
     m_commands.clear();
     m_summaries.clear();
-    // The view lets go of them when the reset is over.
+    // The view releases them after the reset.
     for (LogListModel *log : std::exchange(m_logs, {}))
         log->deleteLater();
     endResetModel();

@@ -7,8 +7,8 @@
 #include <QAbstractListModel>
 #include <QtQmlIntegration>
 
-// The session's turns as a list for the view, oldest first, each with its log as a list of its own. Follows
-// the session, line by line. Main thread; the session is not owned and outlives this object.
+// The session's turns as a list model, oldest first, each with a list model of its log. Follows the session's
+// signals. Thread: main. The session is not owned and must outlive this object.
 class TurnListModel : public QAbstractListModel
 {
     Q_OBJECT
@@ -16,7 +16,7 @@ class TurnListModel : public QAbstractListModel
     QML_UNCREATABLE("Made by the content view model")
 
 public:
-    // The summary is empty unless it says something that the last line of the log does not.
+    // The summary is empty if it equals the last log line.
     enum Role { CommandRole = Qt::UserRole, LogRole, SummaryRole };
 
     explicit TurnListModel(const AgentSession &session, QObject *parent = nullptr);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// The row at the top: what is going on, the field for the task, and the button that starts or stops it.
+// The top row: status symbol, command field, and the button that sends or stops a task.
 import QtQuick
 import QtQuick.Controls.Basic
 import QtQuick.Layouts
@@ -10,16 +10,16 @@ FocusScope {
 
     required property ContentViewModel content
     readonly property alias field: field
-    property alias keepsSelection: field.persistentSelection // while something else has the focus
+    property alias keepsSelection: field.persistentSelection // while another item has the focus
 
-    // A right click in the field.
+    // Emitted on a right click in the field.
     signal menuRequested
 
     function focusField() {
         field.forceActiveFocus();
     }
 
-    // Writes a character into the field that nothing else in the window had a use for.
+    // Types a character that no other item handled into the field.
     function typeKey(event: KeyEvent) {
         const isCommand = event.modifiers & (Qt.ControlModifier | Qt.MetaModifier);
         const isCharacter = event.text >= " " && event.text !== "\x7f";
@@ -32,7 +32,7 @@ FocusScope {
 
     implicitHeight: 76
 
-    // A button that goes leaves the keyboard to the field.
+    // A hidden button must not keep the focus.
     Connections {
         target: bar.content
         function onIsRunningChanged() {
@@ -71,7 +71,7 @@ FocusScope {
             selectByMouse: true
             clip: true
             background: null
-            // A cursor that does not blink: the idle window wakes nobody up.
+            // A blinking cursor would wake up the idle process.
             // qmllint disable unqualified
             cursorDelegate: Rectangle {
                 width: 2
@@ -82,12 +82,12 @@ FocusScope {
             // qmllint enable unqualified
             Accessible.role: Accessible.EditableText
             Accessible.name: placeholderText
-            // Screen readers are not told that it is disabled.
+            // Qt does not report a disabled field to screen readers.
             Accessible.readOnly: !enabled
             onTextChanged: bar.content.input = text
             onAccepted: bar.content.send()
 
-            // Before the field itself, which would give its selection up.
+            // Handles right clicks before the field does, which would clear its selection.
             MouseArea {
                 anchors.fill: parent
                 acceptedButtons: Qt.RightButton
@@ -99,7 +99,7 @@ FocusScope {
             }
         }
 
-        // Two buttons that take turns: a key that was meant for the one cannot press the other.
+        // Two buttons, so that a key meant for one cannot press the other.
         IconButton {
             Layout.preferredWidth: 36
             Layout.preferredHeight: 36

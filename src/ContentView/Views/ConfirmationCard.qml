@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// The question whether a risky action may be carried out. While it is up it holds the keyboard focus: Return allows,
-// Escape refuses, and Tab goes round between its buttons.
+// Asks whether a risky action may be carried out. While shown, it holds the keyboard focus: Return allows, Escape
+// declines, Tab cycles through the buttons.
 import QtQuick
 import QtQuick.Layouts
 
@@ -25,7 +25,7 @@ FocusScope {
     Keys.onBacktabPressed: allowButton.forceActiveFocus(Qt.BacktabFocusReason)
     Keys.onPressed: event => scroll.pressKey(event)
 
-    // A Return key that is still held from before is no answer.
+    // An auto-repeated Return, held since before the question, is no answer.
     function allowByKey(event: KeyEvent) {
         if (!event.isAutoRepeat)
             answered(true);
@@ -49,7 +49,7 @@ FocusScope {
         border.color: Theme.edge
     }
 
-    // What lies behind is not to be pressed.
+    // Blocks clicks on items behind the card.
     MouseArea {
         anchors.fill: parent
         hoverEnabled: true

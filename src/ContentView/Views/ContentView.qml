@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Everything in the window: the command bar, what the middle shows, and the footer; the question about a risky action
-// lies over the middle.
+// The window's content: command bar, middle layer, footer, and the confirmation card over the middle.
 import QtQuick
 import QtQuick.Controls.Basic
 import QtQuick.Layouts
@@ -14,7 +13,7 @@ FocusScope {
     signal hideRequested
     signal quitRequested
 
-    // The field is where the user types next, save that a question comes first.
+    // Focuses the confirmation card if there is a question, otherwise the command field.
     function takeFocus() {
         if (content.isConfirming)
             card.forceActiveFocus();
@@ -35,7 +34,7 @@ FocusScope {
     focus: true
     Keys.onPressed: event => commandBar.typeKey(event)
 
-    // The question can be answered from wherever the focus has got to; the card has its own keys.
+    // Lets the question be answered wherever the focus is; the card handles its own keys.
     Shortcut {
         sequences: ["Return", "Enter"]
         autoRepeat: false
@@ -56,7 +55,7 @@ FocusScope {
             root.takeFocus();
         }
         function onConfirmationChanged() {
-            // A question comes before everything else that takes keys.
+            // A question takes precedence over an open menu.
             menu.close();
             root.takeFocus();
         }
@@ -68,7 +67,7 @@ FocusScope {
         }
     }
 
-    // The reply goes at the end of a task, and must not take the keyboard along with what is selected in it.
+    // The live reply disappears when the task ends; if its selection had the focus, the focus returns to the field.
     Timer {
         id: reclaiming
 
@@ -118,7 +117,7 @@ FocusScope {
             Layout.fillWidth: true
             Layout.fillHeight: true
 
-            // Nothing behind the question can be used before it is answered.
+            // Nothing behind the question is usable until it is answered.
             Item {
                 anchors.fill: parent
                 enabled: !root.content.isConfirming
@@ -157,7 +156,7 @@ FocusScope {
                 visible: enabled || opacity > 0
                 onAnswered: allowed => root.content.resolve(allowed)
 
-                // The question stays readable while the card fades out.
+                // Keeps the question readable while the card fades out.
                 Binding on reason  {
                     when: root.content.isConfirming
                     value: root.content.confirmationReason

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// What the window can do besides its tasks, and what can be done with the text of the field that it was opened on.
+// The window's menu, with editing commands if opened on a text field.
 import QtQuick
 import QtQuick.Controls.Basic
 import Orvane.ContentView
@@ -8,7 +8,7 @@ PaletteMenu {
     id: menu
 
     required property ContentViewModel content
-    property TextField field: null // none where the menu is that of the window alone
+    property TextField field: null // null if not opened on a field
 
     signal hideRequested
     signal quitRequested

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// How far the download is, and the way to end it.
+// Download progress and a cancel button.
 import QtQuick
 import QtQuick.Controls.Basic
 import QtQuick.Layouts

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Nothing was asked yet: four tasks to begin with.
+// Shown before the first task: four suggestions.
 import QtQuick
 import QtQuick.Layouts
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// The row at the bottom: the permission that is missing, the models, and where all of it runs.
+// The bottom row: missing permission, model menu, and the on-device badge.
 import QtQuick
 import QtQuick.Layouts
 import Orvane.ContentView

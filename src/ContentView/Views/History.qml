@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// All tasks of this session, oldest first, and the running one's live status after them. It keeps the newest content
-// in sight: with each change of the turns or the status it scrolls there, and it stays there while that grows.
+// All tasks of this session, oldest first, and the running task's live status. Scrolls to the end on changes and stays
+// there while content grows, unless the user scrolls.
 import QtQuick
 import QtQuick.Controls.Basic
 import Orvane.ContentView
@@ -17,8 +17,8 @@ Item {
         later.restart();
     }
 
-    // The list only guesses the heights of what it has not laid out. So it goes to the end first, to learn where that
-    // is, and what remains of the way there is at most one page. What changes on the way is caught up with afterwards.
+    // The list estimates the heights of items it has not laid out. So jump to the end first to learn its position, then
+    // animate the last page. Later changes are caught up with afterwards.
     function scrollToEnd() {
         if (!following || bar.pressed || movement.running)
             return;
@@ -62,7 +62,7 @@ Item {
         }
     }
 
-    // The list must have laid out a change before it can be scrolled to; several changes at once are one.
+    // The list must lay out a change before scrolling; several changes are handled at once.
     Timer {
         id: later
 

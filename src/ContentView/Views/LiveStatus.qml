@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// What the running task is doing now, and the model's reply as it comes in. Takes no room but its bottom padding while
-// nothing runs.
+// The running task's status and the model's streaming reply. Only its bottom padding takes space while idle.
 import QtQuick
 
 Item {

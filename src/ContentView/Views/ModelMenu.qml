@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// The footer's menu of models: the name of the selected one, and a list above it.
+// The footer's model menu: the selected model's name and a popup list above it.
 import QtQuick
 import QtQml.Models
 

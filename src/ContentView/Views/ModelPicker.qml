@@ -11,7 +11,7 @@ ComboBox {
 
     signal chosen(int index)
 
-    // Opens when the key is let go, because the release would close a list that the press had opened.
+    // Opens on key release: a popup opened on the press would be closed by the release.
     function releaseKey(event: KeyEvent) {
         event.accepted = !popup.visible && (event.key === Qt.Key_Return || event.key === Qt.Key_Enter);
         if (event.accepted && !event.isAutoRepeat)
@@ -30,7 +30,7 @@ ComboBox {
     Accessible.description: displayText
     Accessible.onPressAction: popup.open()
     Keys.onReleased: event => releaseKey(event)
-    // What is selected is decided elsewhere: a choice that was not followed must not stay on show.
+    // The view model decides the selection; a rejected choice must not stay displayed.
     onActivated: index => {
         chosen(index);
         currentIndex = Qt.binding(() => selected);
@@ -114,7 +114,7 @@ ComboBox {
         y: picker.height + 4
         width: picker.width
         padding: 4
-        // A popup is no item and takes no name for screen readers; the item that shows it does.
+        // Popup is not an Item and has no Accessible properties; its popup item has.
         Component.onCompleted: contentItem.parent.Accessible.name = "Model"
 
         contentItem: ListView {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// What keeps most tasks from working in this session, under the command bar for as long as the window lives.
+// Says why most tasks cannot work in this session; always shown under the command bar then.
 import QtQuick
 import QtQuick.Layouts
 import Orvane.ContentView

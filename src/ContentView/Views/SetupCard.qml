@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// The way to a model: which one, its download, and what went wrong. Shown until a model is loaded.
+// Model choice, download and failure; shown until a model is loaded.
 import QtQuick
 import QtQuick.Layouts
 import Orvane.ContentView

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Why there is no model, and the way to try again.
+// Why there is no model, and a button to try again.
 import QtQuick
 import QtQuick.Layouts
 

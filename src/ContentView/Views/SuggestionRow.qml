@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// An example task; pressing it puts the text into the command field.
+// An example task; pressing it fills the command field.
 import QtQuick
 import QtQuick.Layouts
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// One task: what the user asked for, what became of it line by line, and a closing word where there is one.
+// One task: the command, its log, and an optional summary.
 import QtQuick
 import Orvane.ContentView
 

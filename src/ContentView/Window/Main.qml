@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// The program's one window: without a frame, moved by its background and resized at its edges. What closing it means,
-// where it is shown and how it looks is the program's business.
+// The main window: frameless, moved by its background, resized at its edges. The program decides what closing does,
+// where the window appears and how it looks.
 import QtQuick
 import Orvane.ContentView
 
@@ -11,9 +11,9 @@ Window {
     property bool dark: false
     property bool translucent: false
     property bool resizable: true
-    // Tells the desktop what lies in the window's corners; see WindowStyler.
+    // Read by WindowStyler to shape the window's corners.
     readonly property int cornerRadius: Theme.windowRadius
-    // Of the title bar that the desktop lays over the window's top; the frame is the desktop's then.
+    // Height of the desktop's title bar over the window's top; if positive, the frame is the desktop's.
     property int titleBarHeight: 0
     readonly property bool hasFrame: titleBarHeight > 0
 
@@ -38,7 +38,7 @@ Window {
     }
 
     Shortcut {
-        // Not the standard key: some desktops know none.
+        // StandardKey.Quit is undefined on some desktops.
         sequence: "Ctrl+Q"
         onActivated: Qt.quit()
     }
@@ -58,7 +58,7 @@ Window {
         onActivated: view.openMenu()
     }
 
-    // Only where nothing shines through can the corners be round; a window without transparency keeps them square.
+    // Round corners need transparency; an opaque window keeps them square.
     Rectangle {
         anchors.fill: parent
         radius: window.translucent && !window.hasFrame && window.visibility === Window.Windowed ? Theme.windowRadius : 0

@@ -12,11 +12,11 @@ std::unique_ptr<QQuickWindow> MainWindow::make(QQmlEngine &engine, ContentViewMo
 {
     engine.addImportPath(u"qrc:/qt/qml"_s);
     engine.addImageProvider(u"symbol"_s, new SymbolImages);
-    // So that the background may be translucent; a window cannot get an alpha channel later.
+    // Allows a translucent background; the alpha channel cannot be added later.
     QQuickWindow::setDefaultAlphaBuffer(true);
     properties.insert(u"content"_s, QVariant::fromValue(&content));
     QQmlComponent component(&engine);
-    // The import makes the types known that the views take for granted.
+    // The import registers the types that the views use.
     component.setData("import Orvane.ContentView\nMain {}", QUrl());
     std::unique_ptr<QObject> object;
     if (component.isReady())

@@ -8,12 +8,11 @@
 
 #include <memory>
 
-// Makes the program's one window out of its views. Main thread; the program has to import the QML plugin of
-// Orvane.ContentView.
+// Creates the main window. Thread: main. The program must import the QML plug-in Orvane.ContentView.
 namespace MainWindow {
 
-// A window, not shown yet, that uses the engine and the content as long as it lives. Null when the views
-// cannot be loaded; why is in Qt's log then. `properties` are those of the window, such as "dark".
+// Returns a hidden window that uses `engine` and `content`, which must outlive it; or null if the views
+// cannot be loaded, with the reason in Qt's log. `properties` are the window's, such as "dark".
 std::unique_ptr<QQuickWindow> make(QQmlEngine &engine, ContentViewModel &content, QVariantMap properties);
 
 } // namespace MainWindow

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-// One side or corner of a window by which it is resized.
+// A resize handle at one side or corner of a window.
 import QtQuick
 
 WindowGrip {
-    required property int edge // one or two of Qt's edges
+    required property int edge // one or two Qt::Edge flags
     required property Window window
 
     readonly property bool atLeft: edge & Qt.LeftEdge

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// The edges of a window without a frame: dragging one of them resizes the window.
+// Resize handles for a frameless window.
 import QtQuick
 
 Item {
@@ -29,7 +29,7 @@ Item {
         window: edges.window
     }
 
-    // The corners come last and so lie over the ends of the sides.
+    // Corners come last, to lie above the ends of the sides.
     ResizeEdge {
         edge: Qt.LeftEdge | Qt.TopEdge
         window: edges.window

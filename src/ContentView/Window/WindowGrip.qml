@@ -1,16 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
-// Where the window can be taken hold of. The window manager is to take over only once the pointer moves: after a mere
-// click it would come too late and hold on to the window. (A drag handler is no help: it would take hold once more when
-// the window manager lets go.)
+// A drag area. The window manager takes over only once the pointer moves: after a mere click, its grab would come after
+// the release and never end. (DragHandler does not work: it grabs again when the window manager lets go.)
 import QtQuick
 
 MouseArea {
-    // How far the pointer moves before it counts.
+    // Distance in pixels before a move counts as a drag.
     property int slack: 10
     property point start
     property bool isPulled: false
 
-    // Once for each press.
+    // Emitted once per press.
     signal pulled
 
     acceptedButtons: Qt.LeftButton

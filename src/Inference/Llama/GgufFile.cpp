@@ -27,15 +27,15 @@ constexpr quint32 mostDimensions = 4;
 constexpr quint32 mostLayers = 512;
 constexpr quint64 longestName = 65535;
 
-// The least that one entry takes in the file: a tensor's name length, dimension count, one size, type and
-// offset; a key's length, its value's type and one byte.
+// The smallest possible entries. A tensor: name length, dimension count, one dimension, type, offset. A
+// value: key length, type, one byte.
 constexpr quint64 leastTensorBytes = 8 + 4 + 8 + 4 + 8;
 constexpr quint64 leastValueBytes = 8 + 4 + 1;
 
 std::optional<quint64> fixedSize(quint32 type)
 {
     switch (type) {
-    case 0: // unsigned and signed bytes, truth values
+    case 0: // unsigned and signed bytes, booleans
     case 1:
     case 7:
         return 1;
@@ -55,8 +55,8 @@ std::optional<quint64> fixedSize(quint32 type)
     }
 }
 
-// At least one, so that every tensor has a place; of types that the library does not know, it will say so
-// itself. Nothing when there is no such number.
+// Size of a tensor's data, at least 1 so that its offset is checked; nothing on overflow. Unknown types are
+// left to llama.cpp to report.
 std::optional<quint64> tensorBytes(quint32 type, quint64 elements)
 {
     if (type >= GGML_TYPE_COUNT || ggml_blck_size(ggml_type(type)) <= 0)
@@ -68,8 +68,7 @@ std::optional<quint64> tensorBytes(quint32 type, quint64 elements)
     return std::max<quint64>(bytes, 1);
 }
 
-// Reads a file from its start to the end of its tensor list. The first thing found wrong is kept; what is
-// read after that is nought.
+// Reads a file from its start to the end of the tensor list. Keeps the first fault; later reads return 0.
 class Examination
 {
 public:
@@ -117,7 +116,7 @@ private:
         if (bytes > remaining())
             refuse(Verdict::CutShort);
         else
-            m_file.skip(static_cast<qint64>(bytes)); // a seek would throw away what is read ahead
+            m_file.skip(static_cast<qint64>(bytes)); // unlike seek, keeps the read-ahead buffer
     }
 
     QByteArray string(quint64 longest)
@@ -160,7 +159,7 @@ private:
             refuse(Verdict::Malformed);
     }
 
-    // The loader aborts on a count of layers that it does not expect.
+    // llama.cpp aborts on an implausible layer count.
     void checkNumber(const QByteArray &key, quint32 value)
     {
         if (key == "general.alignment" && std::has_single_bit(value))
@@ -178,7 +177,7 @@ private:
             return key == "tokenizer.ggml.tokens" ? readTokens(count) : skipStrings(count);
         const std::optional<quint64> size = fixedSize(type);
         if (!size)
-            refuse(Verdict::Malformed); // arrays of arrays are in no model either
+            refuse(Verdict::Malformed); // no model contains nested arrays
         else if (count > remaining() / *size)
             refuse(Verdict::CutShort);
         else
@@ -191,7 +190,7 @@ private:
             skip(number<quint64>());
     }
 
-    // The loader aborts on a vocabulary in which a token stands twice; empty ones it names itself.
+    // llama.cpp aborts on duplicate tokens; it renames empty ones.
     void readTokens(quint64 count)
     {
         QSet<QByteArray> tokens;
@@ -222,7 +221,7 @@ private:
         m_end = std::max(m_end, end);
     }
 
-    // Every tensor must lie inside the file.
+    // Every tensor must lie within the file.
     void checkData()
     {
         if (!isGood() || m_tensorCount == 0)
@@ -239,7 +238,7 @@ private:
     quint64 m_tensorCount = 0;
     quint64 m_valueCount = 0;
     bool m_hasArchitecture = false;
-    quint64 m_end = 0; // of the tensor that ends last, from the beginning of the data
+    quint64 m_end = 0; // largest end offset of a tensor, relative to the start of the data
     quint32 m_alignment = defaultAlignment;
 };
 

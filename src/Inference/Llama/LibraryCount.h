@@ -5,8 +5,8 @@
 
 #include <limits>
 
-// A length as llama.cpp's interface takes it: a signed 32-bit number. A length beyond that range is a mistake
-// of the program (no conversation comes near it), so it ends the process instead of being cut. Any thread.
+// Converts a length to the signed 32-bit type of llama.cpp's API. A length out of range is a programming
+// error and aborts; no conversation comes near it. Any thread.
 inline qint32 libraryCount(qint64 length)
 {
     if (length < 0 || length > std::numeric_limits<qint32>::max())

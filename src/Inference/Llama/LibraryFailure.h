@@ -5,8 +5,7 @@
 
 #include <exception>
 
-// The library throws through its C interface where a vocabulary is broken; every such failure of a call is
-// the error that the call's bad return value would be.
+// Runs a llama.cpp call and turns exceptions into an InferenceError. The C API throws on a broken vocabulary.
 template <typename Call>
 auto reported(InferenceError::Code failure, Call call)
 {

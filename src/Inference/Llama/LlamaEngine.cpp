@@ -43,8 +43,7 @@ LlamaEngine::~LlamaEngine()
 {
     m_end.request_stop();
     m_queue->finish();
-    // A model that nobody unloaded is left to the end of the process: this is not the thread on which
-    // llama.cpp may be entered.
+    // A model still loaded is leaked to the end of the process: llama.cpp must not be called on this thread.
     static_cast<void>(m_ctx.release());
     static_cast<void>(m_model.release());
 }
@@ -80,28 +79,28 @@ void LlamaEngine::loadModel(const QString &path)
     const GgufFile::Verdict verdict = GgufFile::examine(path);
     if (verdict != GgufFile::Verdict::Plausible) {
         qCWarning(engineLog).noquote() << "Not loaded:" << path << GgufFile::explanation(verdict);
-        throw InferenceError(InferenceError::Code::loadFailed);
+        throw InferenceError(InferenceError::Code::LoadFailed);
     }
 
     llama_model_params modelParameters = llama_model_default_params();
     modelParameters.n_gpu_layers = LlamaLimits::gpuLayers;
-    // Who quits need not wait until gigabytes are read.
+    // Quitting must not wait until gigabytes are read.
     modelParameters.progress_callback = [](float, void *end) {
         return !static_cast<std::stop_source *>(end)->stop_requested();
     };
     modelParameters.progress_callback_user_data = &m_end;
     LlamaModel model(llama_model_load_from_file(QFile::encodeName(path).constData(), modelParameters));
     if (!model)
-        throw InferenceError(InferenceError::Code::loadFailed);
+        throw InferenceError(InferenceError::Code::LoadFailed);
 
     llama_context_params contextParameters = llama_context_default_params();
     contextParameters.n_ctx = contextSize;
     contextParameters.n_batch = LlamaLimits::batchSize;
     LlamaContext context(llama_init_from_model(model.get(), contextParameters));
     if (!context)
-        throw InferenceError(InferenceError::Code::contextFailed);
+        throw InferenceError(InferenceError::Code::ContextFailed);
 
-    // Nor until the call in progress is through.
+    // Quitting interrupts a running llama_decode, too.
     const auto hasEnded = [](void *end) { return static_cast<std::stop_source *>(end)->stop_requested(); };
     llama_set_abort_callback(context.get(), hasEnded, &m_end);
 
@@ -128,14 +127,14 @@ QString LlamaEngine::run(const QList<ChatMessage> &messages, int maxTokens,
 {
     const llama_vocab *const loaded = vocab();
     if (!loaded)
-        throw InferenceError(InferenceError::Code::notLoaded);
+        throw InferenceError(InferenceError::Code::NotLoaded);
 
     std::vector<qint32> tokens = prompt(messages);
     if (std::exchange(m_isEvaluatingAhead, false))
         m_promptCache.keep();
     m_queue->post([this] { keepPrompt(); });
-    // The queue runs outside of any task, so nobody's cancellation is heard: a generation that has started
-    // runs to its end, as long as there is an engine.
+    // Cancelling the awaiting task has no effect here: a generation runs to its end unless the engine is
+    // destroyed.
     return LlamaGeneration::run(m_ctx.get(), loaded, m_promptCache, std::move(tokens), maxTokens, onToken,
                                 m_end.get_token());
 }
@@ -158,19 +157,19 @@ void LlamaEngine::evaluateAhead()
 {
     if (!vocab())
         return;
-    forNobody([this] {
+    runSpeculatively([this] {
         m_promptCache.begin(m_ctx.get(), ContextFitting::fitted(prompt(m_beginning), 0));
         m_isEvaluatingAhead = true;
         m_queue->post([this] { evaluateAheadChunk(); });
     });
 }
 
-// Hands itself in again behind whatever was asked for meanwhile: nobody waits for more than a chunk.
+// Re-posts itself behind other queued jobs, so that nothing waits for more than one chunk.
 void LlamaEngine::evaluateAheadChunk()
 {
     if (!m_isEvaluatingAhead || m_end.stop_requested())
         return;
-    forNobody([this] {
+    runSpeculatively([this] {
         if (m_promptCache.needsTrial())
             m_promptCache.tryOut();
         else
@@ -182,26 +181,26 @@ void LlamaEngine::evaluateAheadChunk()
     });
 }
 
-// After a reply has been handed over, while the action is being carried out.
+// Runs after the reply is delivered, while the action is carried out.
 void LlamaEngine::keepPrompt()
 {
     m_isEvaluatingAhead = false;
     if (!m_ctx || m_end.stop_requested())
         return;
-    forNobody([this] {
+    runSpeculatively([this] {
         m_promptCache.keep();
         if (m_promptCache.needsTrial())
             m_promptCache.tryOut();
     });
 }
 
-// Work that nobody waits for may fail, for want of memory as well: the next prompt is then evaluated in full.
-void LlamaEngine::forNobody(const std::function<void()> &work)
+// Speculative work may fail, also for lack of memory; the next prompt is then evaluated in full.
+void LlamaEngine::runSpeculatively(const std::function<void()> &work)
 {
     try {
         return work();
     } catch (const InferenceError &) {
-        // Whoever asks for a reply is told the same.
+        // A request for a reply will report the same error.
     } catch (const std::exception &error) {
         qCWarning(engineLog, "What was done ahead of need is dropped: %s", error.what());
     }

@@ -14,65 +14,63 @@
 
 struct llama_vocab;
 
-// Runs one local GGUF model through llama.cpp. Every call of the library is made on the serial queue
-// "llama.engine", in the order in which loads, unloads and generations were asked for; so generations queue
-// up behind each other, and a generation that has started runs to its end.
+// Runs a local GGUF model through llama.cpp. All library calls are made on the serial queue "llama.engine",
+// in the order of the loads, unloads and generations requested.
 //
-// The operations are called on the main thread; the awaited ones resume there. The destructor waits for what
-// is queued, and makes a load or a generation in progress end early. It does not free a loaded model: whoever
-// owns the engine calls `unload` first, and the queue then carries that out before the engine is gone.
+// Thread: main; awaited operations resume there. The destructor drains the queue; a running load or
+// generation ends early. It does not free a loaded model: the owner calls `unload` first.
 class LlamaEngine final : public InferenceEngine
 {
 public:
-    // The context length in tokens.
+    // Context length in tokens.
     static constexpr quint32 contextSize = ContextFitting::contextSize;
 
-    // Every conversation is expected to begin with these messages: once a model is loaded they are evaluated
-    // ahead, whenever there is nothing else to do.
+    // `beginning` is the common start of all conversations: after a model is loaded, it is evaluated ahead
+    // while the engine is idle.
     explicit LlamaEngine(QList<ChatMessage> beginning = {});
     ~LlamaEngine() override;
 
     bool isLoaded() const override;
 
-    // Frees the model held before it looks at the new file, so after a failure none is loaded. Throws
-    // InferenceError loadFailed or contextFailed; loadFailed as well when the engine is destroyed meanwhile.
+    // Frees the current model first, so after a failure none is loaded. Throws InferenceError LoadFailed or
+    // ContextFailed; LoadFailed also if the engine is destroyed meanwhile.
     QCoro::Task<void> load(QString path) override;
 
     void unload() override;
 
     // Calls `onToken` on the queue's thread; it must be quick and never wait for the main thread. Throws
-    // InferenceError notLoaded, tokenizeFailed, contextFailed or decodeFailed; the model stays loaded.
-    // Cancelling whoever awaits it does not stop it; destroying the engine does, before the next token.
+    // InferenceError NotLoaded, TokenizeFailed, ContextFailed or DecodeFailed; the model stays loaded.
+    // Cancelling the awaiting task does not stop it; destroying the engine does, before the next token.
     QCoro::Task<QString> generate(QList<ChatMessage> messages, int maxTokens,
                                   std::function<void(QString)> onToken) override;
 
 private:
-    // On the queue only, all of them.
+    // Thread for all of these: the queue.
     void loadModel(const QString &path);
     void freeAll();
     QString run(const QList<ChatMessage> &messages, int maxTokens,
                 const std::function<void(QString)> &onToken);
-    // None when no model is loaded, or it has no vocabulary.
+    // Null if no model is loaded, or it has no vocabulary.
     const llama_vocab *vocab() const;
     std::vector<qint32> prompt(const QList<ChatMessage> &messages) const;
     void evaluateAhead();
     void evaluateAheadChunk();
     void keepPrompt();
-    void forNobody(const std::function<void()> &work);
+    void runSpeculatively(const std::function<void()> &work);
     void setLoaded(bool loaded);
 
     const QList<ChatMessage> m_beginning;
 
-    // Touched on the queue only.
+    // Accessed on the queue only.
     LlamaModel m_model;
     LlamaContext m_ctx;
     ControlTokens m_controlTokens;
     LlamaPromptCache m_promptCache;
     bool m_isEvaluatingAhead = false;
 
-    mutable std::mutex m_lock; // guards m_loaded, the one thing that other threads read
+    mutable std::mutex m_lock; // guards m_loaded, the only state that other threads read
     bool m_loaded = false;
 
-    std::stop_source m_end; // of the engine itself: the user quits
+    std::stop_source m_end; // requested by the destructor
     std::unique_ptr<SerialQueue> m_queue;
 };

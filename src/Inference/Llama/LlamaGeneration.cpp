@@ -35,7 +35,7 @@ Sampler makeSampler()
 {
     Sampler chain(llama_sampler_chain_init(llama_sampler_chain_default_params()));
     if (!chain)
-        throw InferenceError(Code::contextFailed);
+        throw InferenceError(Code::ContextFailed);
     llama_sampler_chain_add(chain.get(), llama_sampler_init_top_k(topK));
     llama_sampler_chain_add(chain.get(), llama_sampler_init_temp(temperature));
     llama_sampler_chain_add(chain.get(), llama_sampler_init_dist(QRandomGenerator::system()->generate()));
@@ -46,11 +46,11 @@ Sampler makeSampler()
 void decode(llama_context *context, llama_token token)
 {
     const auto decodeToken = [&] { return llama_decode(context, llama_batch_get_one(&token, 1)); };
-    if (reported(Code::decodeFailed, decodeToken) != 0)
-        throw InferenceError(Code::decodeFailed);
+    if (reported(Code::DecodeFailed, decodeToken) != 0)
+        throw InferenceError(Code::DecodeFailed);
 }
 
-// False when it was cancelled.
+// Evaluates the prompt; false if cancelled.
 bool evaluate(LlamaPromptCache &memory, const std::stop_token &cancellation)
 {
     while (!memory.isEvaluated()) {
@@ -61,7 +61,7 @@ bool evaluate(LlamaPromptCache &memory, const std::stop_token &cancellation)
     return true;
 }
 
-// The bytes of a token; none for a special token and for one longer than the buffer.
+// The bytes of a token; empty for a special token or one longer than the buffer.
 QByteArrayView piece(const llama_vocab *vocab, llama_token token, std::array<char, pieceBytes> &buffer)
 {
     buffer.fill('\0');

@@ -11,13 +11,13 @@ class LlamaPromptCache;
 struct llama_context;
 struct llama_vocab;
 
-// One reply of the model, from the prompt's tokens to the last token. On the engine's queue only.
+// Generates one reply. Thread: the engine's queue.
 namespace LlamaGeneration {
 
-// Fits the prompt into the context, and samples at most `maxTokens` tokens; starts from an empty context
-// memory and a fresh random seed, so that no generation sees another (`memory` spares work, and changes no
-// bit). `onToken` gets each piece of whole text as it comes. Throws InferenceError tokenizeFailed,
-// contextFailed or decodeFailed; the context stays usable.
+// Fits the prompt into the context and samples at most `maxTokens` tokens. Starts from an empty KV cache and
+// a fresh random seed, so generations are independent; `memory` saves work without changing a bit of the
+// result. `onToken` receives each piece of complete text. Throws InferenceError TokenizeFailed, ContextFailed
+// or DecodeFailed; the context stays usable.
 QString run(llama_context *context, const llama_vocab *vocab, LlamaPromptCache &memory,
             std::vector<qint32> prompt, int maxTokens, const std::function<void(QString)> &onToken,
             const std::stop_token &cancellation);

@@ -6,7 +6,7 @@
 struct llama_model;
 struct llama_context;
 
-// Owned handles of llama.cpp's objects, for headers that must not know the library. A context must be gone
+// Owning handles of llama.cpp objects, for headers that must not include the library. Destroy a context
 // before its model.
 struct LlamaModelDeleter
 {

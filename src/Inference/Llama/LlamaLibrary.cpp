@@ -13,8 +13,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Where the back ends are, if they are plug-ins; empty if they are parts of the library. Left to itself, an
-// older library loads none, and a newer one those in the current folder as well, whoever put them there.
+// The folder of the plug-in back ends; empty if they are linked in. By default an older llama.cpp loads none,
+// and a newer one also those in the current folder, where anyone may have put them.
 constexpr std::string_view backEndFolder = ORVANE_LLAMA_BACK_ENDS;
 
 void loadBackEnds()
@@ -43,9 +43,9 @@ QString described(ggml_backend_dev_t device)
 void LlamaLibrary::prepareEnvironment()
 {
     constexpr std::array<std::pair<const char *, const char *>, 2> settings{{
-        // How long, in milliseconds, an OpenMP thread spins before it sleeps.
+        // OpenMP spin time in milliseconds.
         {"KMP_BLOCKTIME", "200"},
-        // ggml handles uncaught exceptions; without this it forks a debugger to print a backtrace.
+        // Otherwise ggml's terminate handler forks a debugger to print a backtrace.
         {"GGML_NO_BACKTRACE", "1"},
     }};
     for (const auto &[name, value] : settings) {

@@ -4,26 +4,26 @@
 #include <QString>
 #include <QStringList>
 
-// The llama.cpp that we are linked with: making it ready, and what it says of itself.
+// Initialises llama.cpp and describes it.
 namespace LlamaLibrary {
 
 struct Description
 {
-    QString build;       // its version, and the commit where that is known
-    QStringList devices; // what a loaded model would run on, as the makers call it; the processor is one
+    QString build;       // version, and commit if known
+    QStringList devices; // what a model would run on, the CPU included
 };
 
-// Sets in the environment what the library would set itself when it is made ready, and what keeps it from
-// forking a debugger. Other threads read the environment without a lock, GLib's for example, and would crash:
-// so this comes before there are any. Later calls change nothing.
+// Sets the environment variables that llama.cpp would set itself, and one that keeps it from forking a
+// debugger. Must be called before other threads exist, because libraries such as GLib read the environment
+// without a lock. Idempotent.
 void prepareEnvironment();
 
-// Makes the library ready: where its back ends are plug-ins, as in distributions' packages, loads them, once
-// for the process. Before anything else is asked of the library; on any thread but the main one.
+// Initialises the library and, once per process, loads plug-in back ends as used by distributions. Call it
+// before any other llama.cpp function. Thread: any but main.
 void initialise();
 
-// Looks for the devices, which may take moments and may get stuck in a graphics driver: not for the main
-// thread. At no time while an engine loads or generates.
+// Enumerates devices, which may hang in a graphics driver. Thread: any but main. Not while an engine loads or
+// generates.
 Description describe();
 
 } // namespace LlamaLibrary

@@ -3,13 +3,13 @@
 
 #include <QtGlobal>
 
-// The fixed sizes with which models are run.
+// Fixed sizes for running models.
 namespace LlamaLimits {
 
-// Most tokens in one call of llama_decode.
+// Maximum tokens per llama_decode call.
 inline constexpr quint32 batchSize = 512;
 
-// Layers handed to the graphics processor where there is one: more than any model has.
+// Layers offloaded to the GPU if there is one; more than any model has.
 inline constexpr qint32 gpuLayers = 99;
 
 } // namespace LlamaLimits

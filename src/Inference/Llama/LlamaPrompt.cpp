@@ -13,8 +13,8 @@ namespace {
 
 constexpr qint64 spareTokens = 16;
 
-// Some files mark their turn markers as ordinary added tokens. Those are told from added words by their
-// brackets and by standing in the chat template.
+// Some files declare their turn markers as ordinary added tokens. Unlike added words, these are bracketed and
+// occur in the chat template.
 bool isTemplateMarker(const QString &text, const QString &chatTemplate)
 {
     const bool bracketed =
@@ -29,7 +29,7 @@ ControlTokens LlamaPrompt::controlTokens(const llama_model *model)
     const QString chatTemplate = QString::fromUtf8(llama_model_chat_template(model, nullptr));
     const llama_vocab *const vocab = llama_model_get_vocab(model);
     if (llama_vocab_type(vocab) == LLAMA_VOCAB_TYPE_NONE)
-        return {}; // asking such a vocabulary for its tokens ends the process
+        return {}; // querying tokens of such a vocabulary aborts
 
     QStringList texts;
     for (llama_token token = 0; token < llama_vocab_n_tokens(vocab); ++token) {
@@ -70,9 +70,9 @@ std::vector<qint32> LlamaPrompt::tokenized(const llama_vocab *vocab, const QStri
         return llama_tokenize(vocab, text.constData(), bytes, tokens.data(),
                               libraryCount(qint64(tokens.size())), addSpecial, parseSpecial);
     };
-    const qint32 count = reported(InferenceError::Code::tokenizeFailed, tokenize);
+    const qint32 count = reported(InferenceError::Code::TokenizeFailed, tokenize);
     if (count < 1)
-        throw InferenceError(InferenceError::Code::tokenizeFailed);
+        throw InferenceError(InferenceError::Code::TokenizeFailed);
     tokens.resize(static_cast<size_t>(count));
     return tokens;
 }

@@ -12,18 +12,18 @@
 struct llama_model;
 struct llama_vocab;
 
-// What a loaded model says about prompts. On the engine's queue.
+// Prompt rendering and tokenisation with a loaded model. Thread: the engine's queue.
 namespace LlamaPrompt {
 
-// The control-token texts of the model's vocabulary. Walks the whole vocabulary: read once after loading.
+// Control token texts of the model's vocabulary. Scans the whole vocabulary: call once per load.
 ControlTokens controlTokens(const llama_model *model);
 
-// The prompt of the conversation by the model's own chat template (ChatML without one), with no content able
-// to stand for a control token. Never fails.
+// The prompt in the model's chat template (ChatML if it has none), with control tokens in the contents
+// broken. Never fails.
 QString render(const QList<ChatMessage> &messages, const llama_model *model,
                const ControlTokens &controlTokens);
 
-// The prompt's tokens, the marks of turns among them. Throws InferenceError tokenizeFailed.
+// The prompt's tokens, special tokens included. Throws InferenceError TokenizeFailed.
 std::vector<qint32> tokenized(const llama_vocab *vocab, const QString &prompt);
 
 } // namespace LlamaPrompt

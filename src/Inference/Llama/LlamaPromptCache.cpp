@@ -14,7 +14,7 @@
 
 namespace {
 
-// For those who ask for it (QT_LOGGING_RULES="orvane.prompt*=true"): nothing of it concerns a user.
+// Enabled by QT_LOGGING_RULES="orvane.prompt*=true"; for developers only.
 Q_LOGGING_CATEGORY(promptLog, "orvane.prompt", QtWarningMsg)
 
 using Code = InferenceError::Code;
@@ -34,7 +34,7 @@ std::span<const float> lastScores(llama_context *context)
     return {llama_get_logits_ith(context, lastPosition), static_cast<size_t>(llama_vocab_n_tokens(vocab))};
 }
 
-// The tokens with which messages end, as replies do.
+// The end-of-generation tokens, which end messages.
 std::vector<qint32> messageEnds(const llama_vocab *vocab)
 {
     std::vector<qint32> ends;
@@ -81,10 +81,10 @@ void LlamaPromptCache::keep()
         return;
     if (m_reuse.keptCount() > 0 && m_reuse.keptCount() == m_reused &&
         m_reuse.wholeChunks(evaluated()) == m_reused)
-        return; // the copy is what was put back, and no whole chunk has come to it
+        return; // the copy is still current: no whole chunk has been added
     m_reuse.keep(evaluated());
     bool isKept = forgetBehindTheKept();
-    // A state grows with its tokens.
+    // The state's size grows with its tokens; shorten it until it fits.
     for (size_t bytes = 0; isKept && (bytes = stateBytes()) > m_mostBytes; isKept = forgetBehindTheKept())
         m_reuse.keep(evaluated().first(m_reuse.keptCount() * m_mostBytes / bytes));
     if (!isKept)
@@ -129,7 +129,7 @@ void LlamaPromptCache::tryOut()
     }
 }
 
-// As a prompt is evaluated, copied, put back in part and continued.
+// Mirrors real use: evaluate, copy, restore partly, continue.
 bool LlamaPromptCache::isTheSameAfterPuttingBack()
 {
     const std::span<qint32> first = std::span(m_prompt).first(trialTokens);
@@ -159,7 +159,7 @@ void LlamaPromptCache::take(Copy &copy) const
 {
     const size_t bytes = stateBytes();
     if (bytes > copy.bytes || bytes < copy.bytes / 2) {
-        copy = {}; // first, so that there are never two
+        copy = {}; // free first, so that two buffers never coexist
         copy.data = std::make_unique_for_overwrite<quint8[]>(bytes);
     }
     copy.bytes = llama_state_seq_get_data(m_context, copy.data.get(), bytes, sequence);
@@ -171,7 +171,7 @@ bool LlamaPromptCache::putBack(const Copy &copy, size_t count) const
     const auto end = static_cast<llama_pos>(count);
     const bool isBack = llama_state_seq_set_data(m_context, copy.data.get(), copy.bytes, sequence) > 0 &&
                         llama_memory_seq_rm(memory, sequence, end, toTheEnd) &&
-                        // A model that attends to the last tokens only keeps no more than those.
+                        // A sliding-window model keeps the last tokens only.
                         llama_memory_seq_pos_min(memory, sequence) == 0 &&
                         llama_memory_seq_pos_max(memory, sequence) == end - 1;
     if (!isBack)
@@ -181,14 +181,14 @@ bool LlamaPromptCache::putBack(const Copy &copy, size_t count) const
 
 void LlamaPromptCache::decode(std::span<qint32> part)
 {
-    // A model that only embeds text keeps no memory; the library would encode the batch and leave no scores.
+    // An embedding model has no KV cache; llama_decode would encode and leave no logits.
     if (!llama_get_memory(m_context))
-        throw InferenceError(Code::decodeFailed);
+        throw InferenceError(Code::DecodeFailed);
     const auto decodePart = [this, part] {
         return llama_decode(m_context, llama_batch_get_one(part.data(), libraryCount(qint64(part.size()))));
     };
-    if (reported(Code::decodeFailed, decodePart) != 0)
-        throw InferenceError(Code::decodeFailed);
+    if (reported(Code::DecodeFailed, decodePart) != 0)
+        throw InferenceError(Code::DecodeFailed);
 }
 
 void LlamaPromptCache::forget()

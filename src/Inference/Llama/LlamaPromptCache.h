@@ -9,69 +9,68 @@
 
 struct llama_context;
 
-// Evaluates prompts, and does not evaluate again what it knows already. In a task each prompt begins with the
-// one before it; on a processor the evaluation is what the user waits for.
+// Evaluates prompts and reuses the KV cache of the previous one. In a task each prompt begins with the one
+// before it, and on a CPU the user mostly waits for prompt evaluation.
 //
-// Every prompt still starts from a cleared context memory. What is put back into it is a copy on the host of
-// the state that the last prompt left, cut to the longest beginning that both share in whole chunks. Prompts
-// are always evaluated in the same chunks, so the scores are the same bits as without the copy. That is tried
-// once with each model and machine before it is relied upon, with so few tokens that it holds nobody up;
-// where it does not hold, or a context cannot forget the end of a prompt, nothing is ever put back.
+// Every prompt starts from a cleared KV cache. The state after the last prompt, copied to the host, is
+// restored up to the last common chunk boundary. Prompts are always evaluated in the same chunks, so the
+// logits are bit-identical with and without the copy. A short trial verifies this once per loaded model; if
+// it fails, or the context cannot truncate a sequence, nothing is ever restored.
 //
-// On the engine's queue only. The context must be the same one until `reset`.
+// Thread: the engine's queue. The context must stay the same until `reset`.
 class LlamaPromptCache
 {
 public:
-    // Tokens evaluated in one call of the library, at most: whoever asks for a reply while the beginning is
-    // being evaluated waits for one call. docs/benchmarks.md has the figures.
+    // Maximum tokens per llama_decode call, which bounds the delay that evaluation ahead causes. Figures:
+    // docs/benchmarks.md.
     static constexpr size_t longestChunk = 256;
 
-    // Bytes of the copy, at most. Of a longer prompt the beginning is kept, and the rest is evaluated again.
-    // Enough for twelve steps with each model of the catalog; docs/benchmarks.md has the figures.
+    // Maximum size of the copy in bytes. Of a longer prompt only the beginning is kept. Enough for twelve
+    // steps with each catalog model. Figures: docs/benchmarks.md.
     static constexpr size_t mostKeptBytes = size_t(256) << 20;
 
-    // Tokens whose state a trial puts back, and as many again that it evaluates behind them, twice.
+    // Tokens that the trial restores; it evaluates as many again after them, twice.
     static constexpr size_t trialTokens = 16;
 
     explicit LlamaPromptCache(size_t mostBytes = mostKeptBytes) : m_mostBytes(mostBytes) {}
 
-    // How prompts like the given one are cut into chunks for the context's model.
+    // Chunk boundaries for prompts like the given one, with the context's model.
     static PromptReuse reuseFor(const llama_context *context, std::span<const qint32> prompt);
 
-    // Gives everything back; for another context.
+    // Frees everything; required before using another context.
     void reset();
 
-    // Clears the context's memory, puts back what is known of the prompt, and makes it the current one.
+    // Clears the KV cache, restores the known part of the prompt, and makes the prompt current.
     void begin(llama_context *context, std::vector<qint32> prompt);
 
     bool isEvaluated() const { return m_evaluated == m_prompt.size(); }
 
-    // Evaluates the current prompt's next chunk. Throws InferenceError decodeFailed.
+    // Evaluates the next chunk of the current prompt. Throws InferenceError DecodeFailed.
     void evaluateChunk();
 
-    // Copies the state of what is evaluated of the current prompt, as far as it may; what the context's
-    // memory holds behind that is lost. Does nothing without enough memory, or where it is of no use.
+    // Copies the state of the evaluated whole chunks, up to the size limit, and truncates the KV cache to
+    // them. Drops the copy if memory is short; does nothing after a failed trial.
     void keep();
 
-    // Whether what is kept may come to use; false once a trial has failed.
+    // False once a trial has failed.
     bool canReuse() const { return m_trust != Trust::Refused; }
 
-    // Whether it has yet to be tried that putting back changes no bit of the scores, and can be tried now.
+    // Whether the trial is still to be run and the current prompt is long enough for it.
     bool needsTrial() const;
 
-    // Tries it with the first tokens of the current prompt, of which nothing is evaluated afterwards. What is
-    // kept stays. Throws InferenceError decodeFailed.
+    // Runs the trial with the first tokens of the current prompt, none of which count as evaluated
+    // afterwards. The copy is kept. Throws InferenceError DecodeFailed.
     void tryOut();
 
-    // Tokens of the current prompt that were put back rather than evaluated.
+    // Tokens of the current prompt that were restored rather than evaluated.
     size_t reusedCount() const { return m_reused; }
-    // Bytes of the copy.
+    // Size of the copy in bytes.
     size_t keptBytes() const { return m_kept.bytes; }
 
 private:
     enum class Trust { Untried, Proven, Refused };
 
-    // A context's state on the host.
+    // A sequence state on the host.
     struct Copy
     {
         std::unique_ptr<quint8[]> data;
@@ -79,12 +78,12 @@ private:
     };
 
     void clearMemory() const;
-    // False when nothing is to be kept, or the context cannot forget what stands behind it.
+    // Truncates the KV cache to the kept tokens. False if none are kept or the context cannot truncate.
     bool forgetBehindTheKept() const;
     size_t stateBytes() const;
     // Throws std::bad_alloc.
     void take(Copy &copy) const;
-    // False, with an empty memory, when the context does not take the first `count` tokens back.
+    // Restores the first `count` tokens. On failure returns false and clears the KV cache.
     bool putBack(const Copy &copy, size_t count) const;
     void decode(std::span<qint32> part);
     bool isTheSameAfterPuttingBack();
@@ -94,7 +93,7 @@ private:
     size_t m_mostBytes;
     llama_context *m_context = nullptr;
     std::vector<qint32> m_prompt;
-    size_t m_evaluated = 0; // of the prompt, those put back included
+    size_t m_evaluated = 0; // tokens of the prompt, restored ones included
     size_t m_reused = 0;
 
     PromptReuse m_reuse{longestChunk};

@@ -30,7 +30,7 @@ OwnedCString copied(const QString &text)
     return copy;
 }
 
-// The conversation as llama.cpp takes it, with the memory that its pointers lead to.
+// The conversation in llama.cpp's form; owns the strings.
 class Chat
 {
 public:

@@ -10,23 +10,23 @@
 
 struct llama_chat_message;
 
-// Turns a conversation into the one text that a model is fed. Pure but for the call of `Apply`; any thread.
+// Renders a conversation as a prompt. Pure except for calling `Apply`; any thread.
 namespace PromptTemplate {
 
-// Renders `count` messages into `buffer` of `size` bytes, the opening of an assistant's turn at the end.
-// Gives the number of bytes that the whole rendering needs (it may exceed `size`), or a negative number when
-// no template could be applied. This is llama_chat_apply_template with its template already given.
+// Renders `count` messages and the opening of the assistant's turn into `buffer` of `size` bytes. Returns the
+// bytes required (possibly more than `size`), or a negative number if the template is not supported:
+// llama_chat_apply_template with the template bound.
 using Apply = std::function<qint32(const llama_chat_message *chat, size_t count, char *buffer, qint32 size)>;
 
-// The prompt of this conversation; ChatML when `apply` cannot render it. Never fails: what makes it
-// impossible (no memory, a conversation of more than a gigabyte) ends the process.
+// The prompt; falls back to ChatML if `apply` fails. Never throws: lack of memory or a conversation over a
+// gigabyte aborts.
 QString render(const QList<ChatMessage> &messages, const Apply &apply) noexcept;
 
-// The bytes that are offered to the first call of `apply`: twice the content's UTF-8 and 64 for each
-// message's markers.
+// Buffer size for the first call of `apply`: twice the contents' UTF-8 bytes plus 64 for each message's
+// markers.
 qint32 bufferSize(const QList<ChatMessage> &messages);
 
-// The rendering for models without a template of their own.
+// Rendering for models without a chat template.
 QString chatML(const QList<ChatMessage> &messages);
 
 } // namespace PromptTemplate

@@ -4,6 +4,6 @@
 #include <QString>
 #include <QUrl>
 
-// The file name under which a download of `url` is kept: the last component of its path, or "model.gguf" when
-// that is none. Never leads out of a folder. On any thread.
+// The file name for a download of `url`: the last component of its path, or "model.gguf" if that is unusable.
+// Never contains a path separator. Any thread.
 QString downloadName(const QUrl &url);

@@ -9,25 +9,25 @@
 
 #include <optional>
 
-// What is to be fetched.
+// A file to download.
 struct DownloadRequest
 {
     QUrl url;
-    // How large the file is about, in bytes; 0 when nobody knows. Only used to refuse what cannot fit.
+    // Approximate size in bytes; 0 if unknown. Used only to refuse downloads that cannot fit.
     qint64 approximateSize = 0;
-    // What the file has to be, where that is known.
+    // The verified size and digest, if known.
     std::optional<VerifiedFile> verified = {};
 };
 
-// A transfer that came to its end with an answer of the server.
+// A transfer for which the server sent an answer.
 struct FinishedDownload
 {
     quint64 task = 0;
-    // None when the answer was not an HTTP one.
+    // Empty for a non-HTTP answer.
     std::optional<int> httpStatus;
-    // Where the content lies. Empty for a status of 400 and above.
+    // Path of the content; empty if the status is 400 or above.
     QString temporaryFile;
-    // The URL that was asked for, before any redirect.
+    // The requested URL, before redirects.
     QUrl originalUrl;
 };
 
@@ -41,34 +41,34 @@ struct DownloadError
     QString message; // one sentence
 };
 
-// The three callbacks of a download session. All are called on the session's own thread, one at a time.
+// Callbacks of a download session, called one at a time on the session's thread.
 class DownloadDelegate
 {
 public:
     virtual ~DownloadDelegate() = default;
 
-    // `written` bytes of `expected` are there; `expected` is 0 or less when the size is unknown.
+    // `written` of `expected` bytes have arrived; `expected` is 0 or negative if unknown.
     virtual void downloadProgressed(quint64 task, qint64 written, qint64 expected) = 0;
-    // Before this returns, the temporary file must be moved away, or be removed if it is good for nothing.
-    // One that stays is kept for the next download of the same URL.
+    // Must move the temporary file away, or remove it if unusable, before returning. Otherwise the next
+    // download of the same URL continues it.
     virtual void downloadFinished(const FinishedDownload &download) = 0;
-    // The last callback of every task, after `downloadFinished` where there is one.
+    // The last callback of every task, after `downloadFinished` if that was called.
     virtual void downloadEnded(quint64 task, const std::optional<DownloadError> &error) = 0;
 };
 
-// Fetches files in the background. Its operations are called on the main thread and return at once.
+// Downloads files in the background. Thread: main; no operation blocks.
 class DownloadSession
 {
 public:
-    // After the destructor has returned, no callback is running and none comes.
+    // No callback runs after the destructor returns.
     virtual ~DownloadSession() = default;
 
-    // Called once, before the first download; the delegate outlives the session.
+    // Call once, before the first download. The delegate must outlive the session.
     virtual void setDelegate(DownloadDelegate *delegate) = 0;
 
-    // Starts a download and gives the number by which its callbacks name it, which is never used again.
+    // Starts a download and returns its task number, which is never reused.
     virtual quint64 start(const DownloadRequest &request) = 0;
 
-    // The task then ends with the code `cancelled`, unless it has ended already.
+    // Ends the task with the code `cancelled`, unless it has already ended.
     virtual void cancel(quint64 task) = 0;
 };

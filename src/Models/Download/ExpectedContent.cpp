@@ -5,10 +5,10 @@ using namespace Qt::StringLiterals;
 
 ExpectedContent::ExpectedContent(const std::optional<VerifiedFile> &known) : m_known(known)
 {
-    forgetWhatWasHeard();
+    discardAnnounced();
 }
 
-void ExpectedContent::hear(const ResponseHead &head)
+void ExpectedContent::adopt(const ResponseHead &head)
 {
     if (m_size == 0)
         m_size = head.size.value_or(0);
@@ -16,7 +16,7 @@ void ExpectedContent::hear(const ResponseHead &head)
         m_sha256 = head.sha256;
 }
 
-void ExpectedContent::forgetWhatWasHeard()
+void ExpectedContent::discardAnnounced()
 {
     m_size = m_known ? m_known->size : 0;
     m_sha256 = m_known ? m_known->sha256 : QByteArray();

@@ -9,25 +9,25 @@
 
 #include <optional>
 
-// What the content of a download has to be: what is known of it beforehand, or else what the server
-// announces. One thread at a time.
+// The expected size and digest of a download: verified beforehand, or else announced by the server. Not
+// thread-safe.
 class ExpectedContent
 {
 public:
     explicit ExpectedContent(const std::optional<VerifiedFile> &known);
 
-    // Takes over what an answer announces. The first to speak is the one that was asked; who it redirects to
-    // only stores the bytes.
-    void hear(const ResponseHead &head);
-    // For another request of the same file.
-    void forgetWhatWasHeard();
+    // Adopts what a response announces. The first response counts: servers it redirects to only deliver the
+    // bytes.
+    void adopt(const ResponseHead &head);
+    // Discards announced values, before another request of the same file.
+    void discardAnnounced();
 
-    // Of the whole file; 0 when unknown.
+    // Size of the whole file; 0 if unknown.
     qint64 size() const { return m_size; }
-    // Whether this many bytes are more than there should be.
+    // Whether `size` is more than expected.
     bool isExceededBy(qint64 size) const { return m_size > 0 && size > m_size; }
 
-    // What is wrong with an answer, or with the whole content: one sentence, or nothing.
+    // What contradicts the expectation, in a response or in the whole content: one sentence, or empty.
     QString faultOf(const ResponseHead &head) const;
     QString faultOf(qint64 size, const QByteArray &sha256) const;
 

@@ -10,7 +10,7 @@
 
 using namespace Qt::StringLiterals;
 
-// The transfers that are under way, in the session's thread.
+// The running transfers. Thread: the session's.
 class HttpDownloadWorker : public QObject
 {
 public:
@@ -21,7 +21,7 @@ public:
 
     ~HttpDownloadWorker() override
     {
-        // Before the network that they use.
+        // Transfers must be destroyed before their network access manager.
         qDeleteAll(m_transfers);
     }
 
@@ -45,7 +45,7 @@ public:
 private:
     const TransferOptions m_options;
     DownloadDelegate &m_delegate;
-    QNetworkAccessManager *m_network = nullptr; // made in the thread that uses it
+    QNetworkAccessManager *m_network = nullptr; // created in the thread that uses it
     QHash<quint64, HttpTransfer *> m_transfers;
 };
 

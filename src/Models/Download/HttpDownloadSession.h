@@ -11,23 +11,23 @@
 
 class HttpDownloadWorker;
 
-// The download session that speaks HTTP and HTTPS, in a thread of its own that starts with the first
-// download. Servers' certificates are verified. A download that ends early leaves its part in the downloads
-// folder, and the next one of the same URL continues it. Two processes never write the same file.
+// Downloads over HTTP and HTTPS in its own thread, which starts with the first download. Server certificates
+// are verified. An interrupted download leaves a partial file, which the next download of the same URL
+// continues. A lock file keeps two processes from writing the same file.
 class HttpDownloadSession : public DownloadSession
 {
 public:
-    // Unfinished downloads lie in `downloadsDirectory`.
+    // Partial files are kept in `downloadsDirectory`.
     explicit HttpDownloadSession(const QString &downloadsDirectory);
     explicit HttpDownloadSession(const TransferOptions &options);
-    // Ends what is in flight without a callback, and joins the thread.
+    // Ends running transfers without a callback, and joins the thread.
     ~HttpDownloadSession() override;
 
     void setDelegate(DownloadDelegate *delegate) override;
     quint64 start(const DownloadRequest &request) override;
     void cancel(quint64 task) override;
 
-    // The bytes that the user may still write into a folder; negative when unknown.
+    // Bytes the user may still write in `folder`; negative if unknown.
     static qint64 freeSpace(const QString &folder);
 
 private:

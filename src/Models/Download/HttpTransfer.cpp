@@ -61,17 +61,17 @@ void HttpTransfer::cancel()
         end(DownloadError{DownloadError::cancelled, u"The download was cancelled."_s});
 }
 
-// Finds out what is there to continue and whether the rest can fit; ends the transfer when it cannot begin.
+// Checks what can be continued and whether the rest fits; ends the transfer if it cannot begin.
 bool HttpTransfer::prepare()
 {
     switch (m_partial->lock()) {
-    case PartialFile::Lock::heldByAnother:
+    case PartialFile::Lock::HeldByAnother:
         fail(u"Another running copy of the application is already downloading this model."_s);
         return false;
-    case PartialFile::Lock::impossible:
+    case PartialFile::Lock::Impossible:
         fail(u"Couldn't write to the downloads folder."_s);
         return false;
-    case PartialFile::Lock::taken:
+    case PartialFile::Lock::Taken:
         break;
     }
     m_continuing = m_partial->canContinue(m_request.url);
@@ -103,7 +103,7 @@ void HttpTransfer::send(const QUrl &url)
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
     request.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
     request.setTransferTimeout(static_cast<int>(m_options.silenceLimit.count()));
-    // Sizes, ranges and digests are those of the file as it is.
+    // Sizes, ranges and digests refer to the unencoded file.
     request.setRawHeader("Accept-Encoding", "identity");
     if (m_continuing) {
         request.setRawHeader("Range", "bytes=" + QByteArray::number(m_partial->size()) + "-");
@@ -122,7 +122,7 @@ void HttpTransfer::takeHead()
     if (m_receiving || status == 0)
         return;
     const ResponseHead head = ResponseHead::parsed(status, m_reply->rawHeaderPairs());
-    m_expected.hear(head);
+    m_expected.adopt(head);
 
     if (head.isRedirect())
         follow(head);
@@ -168,7 +168,7 @@ void HttpTransfer::takeWhole(const ResponseHead &head)
     fits(m_expected.size());
 }
 
-// Ends the transfer when what comes is another file than it should be; nothing of it is worth keeping.
+// Ends the transfer if the server offers a different file; none of it is worth keeping.
 bool HttpTransfer::isAnswerAsExpected(const ResponseHead &head)
 {
     const QString fault = m_expected.faultOf(head);
@@ -189,12 +189,12 @@ void HttpTransfer::takeRest(const ResponseHead &head)
     fits(m_expected.size());
 }
 
-// What is there belongs to another file than the server has now: begins again from the first byte.
+// The partial content belongs to another version of the file: start over from the first byte.
 void HttpTransfer::sendWithoutRange()
 {
     releaseReply();
     m_continuing = false;
-    m_expected.forgetWhatWasHeard();
+    m_expected.discardAnnounced();
     m_partial->remove();
     send(m_options.addressOf(m_request.url));
 }
@@ -213,7 +213,7 @@ void HttpTransfer::takeBody()
     m_reports.due();
 }
 
-// What goes on behind its end is not the file, and might never end.
+// More bytes than expected: not the file, and possibly endless.
 void HttpTransfer::cutOff()
 {
     m_partial->remove();
@@ -222,12 +222,12 @@ void HttpTransfer::cutOff()
 
 void HttpTransfer::takeEnd()
 {
-    // An answer without a body may come to its end together with its head.
+    // A response without a body may finish together with its header.
     const QNetworkReply *reply = m_reply;
     takeHead();
     if (m_reply != reply)
         return;
-    // What came before a connection broke need not be sent again.
+    // Keep what arrived before the connection broke.
     takeBody();
     if (!m_partial)
         return;
@@ -242,11 +242,11 @@ void HttpTransfer::takeEnd()
     m_reports.stop();
     m_delegate.downloadFinished({m_task, okStatus, m_partial->path(), m_request.url});
     if (!QFile::exists(m_partial->path()))
-        m_partial->remove(); // the record of what was taken away
+        m_partial->remove(); // the record of the moved file
     end(std::nullopt);
 }
 
-// Ends the transfer when the content is not what it should be. What is too short can be continued.
+// Ends the transfer if the content is not as expected. Content that is too short can be continued.
 bool HttpTransfer::isAsExpected()
 {
     const qint64 size = m_partial->size();
@@ -268,7 +268,7 @@ void HttpTransfer::releaseReply()
     QNetworkReply *reply = std::exchange(m_reply, nullptr);
     if (!reply)
         return;
-    // Its end closes the connection.
+    // Deleting the reply closes the connection.
     reply->disconnect(this);
     reply->deleteLater();
 }
@@ -288,7 +288,7 @@ void HttpTransfer::end(const std::optional<DownloadError> &error)
 {
     releaseReply();
     m_reports.stop();
-    // Before the delegate hears of it, so that the next download finds the file free.
+    // Release the lock before the callback, so that the next download finds the file free.
     m_partial.reset();
     m_delegate.downloadEnded(m_task, error);
     Q_EMIT ended();

@@ -14,15 +14,15 @@
 
 #include <stop_token>
 
-// One download over HTTP, from its request to its end. Continues an interrupted one where the server still
-// has the same file, follows redirects to secure addresses only, and hands over only content of the known or
-// announced size and digest. Lives on the session's thread and calls the delegate there.
+// One HTTP download from request to end. Continues a partial file if the server still has the same version,
+// follows redirects to secure addresses only, and delivers only content of the expected size and digest.
+// Lives on the session's thread and calls the delegate there.
 class HttpTransfer : public QObject
 {
     Q_OBJECT
 
 public:
-    // `network` and `delegate` outlive the transfer. A stop asked for interrupts the work before the request.
+    // `network` and `delegate` must outlive the transfer. `stop` interrupts the work before the request.
     HttpTransfer(quint64 task, const DownloadRequest &request, const TransferOptions &options,
                  const std::stop_token &stop, QNetworkAccessManager &network, DownloadDelegate &delegate,
                  QObject *parent);
@@ -32,7 +32,7 @@ public:
     void cancel();
 
 Q_SIGNALS:
-    // After the delegate's last callback.
+    // Emitted after the delegate's last callback.
     void ended();
 
 private:
@@ -62,7 +62,7 @@ private:
     QNetworkAccessManager &m_network;
     DownloadDelegate &m_delegate;
 
-    std::optional<PartialFile> m_partial; // none once the transfer has ended
+    std::optional<PartialFile> m_partial; // empty once the transfer has ended
     QNetworkReply *m_reply = nullptr;
     PacedReports m_reports{
         [this] { m_delegate.downloadProgressed(m_task, m_partial->size(), m_expected.size()); }};

@@ -7,7 +7,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// The library's texts end with or without a full stop.
+// Qt's error texts may or may not end with a full stop.
 QString ended(const QString &text)
 {
     const QString line = Text::cleaned(text).trimmed();

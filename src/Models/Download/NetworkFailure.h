@@ -4,6 +4,5 @@
 #include <QNetworkReply>
 #include <QString>
 
-// The sentence that tells the user why a transfer broke off; on any thread. `detail` is the network library's
-// own text for it.
+// The user-visible sentence for a failed transfer. `detail` is Qt's error text. Any thread.
 QString networkFailureSentence(QNetworkReply::NetworkError error, const QString &detail);

@@ -5,16 +5,16 @@
 
 #include <functional>
 
-// Reports how a fast transfer goes without flooding the main thread: some twenty times a second, the last
-// time for what came last. Lives on one thread.
+// Throttles progress reports to about twenty a second, so that a fast transfer does not flood the main
+// thread. The latest state is always reported. Not thread-safe.
 class PacedReports
 {
 public:
     explicit PacedReports(std::function<void()> doReport);
 
-    // There is something to report: now, or when the pause after the last report is over.
+    // Reports now, or once the interval since the last report has passed.
     void due();
-    // Nothing is reported any more.
+    // Cancels a pending report.
     void stop() { m_pause.stop(); }
 
 private:

@@ -34,7 +34,7 @@ PartialFile::Origin PartialFile::Origin::of(const QUrl &url, const ResponseHead 
 
 QByteArray PartialFile::Origin::validator() const
 {
-    // A weak tag does not promise the same bytes.
+    // A weak tag does not promise identical bytes.
     const bool strong = !entityTag.isEmpty() && !entityTag.startsWith("W/");
     return strong ? entityTag : lastModified;
 }
@@ -43,7 +43,7 @@ PartialFile::PartialFile(const QString &folder, const QString &name)
     : m_recordPath(folder + u'/' + name + u".json"_s), m_content(folder + u'/' + name + u".partial"_s),
       m_lock(folder + u'/' + name + u".lock"_s)
 {
-    // A download can take hours: a lock grows stale only by the end of the process that holds it.
+    // A download can take hours: the lock is stale only once its process has ended.
     m_lock.setStaleLockTime(0);
 }
 
@@ -51,8 +51,8 @@ PartialFile::Lock PartialFile::lock()
 {
     QDir().mkpath(QFileInfo(m_recordPath).path());
     if (m_lock.tryLock(0))
-        return Lock::taken;
-    return m_lock.error() == QLockFile::LockFailedError ? Lock::heldByAnother : Lock::impossible;
+        return Lock::Taken;
+    return m_lock.error() == QLockFile::LockFailedError ? Lock::HeldByAnother : Lock::Impossible;
 }
 
 bool PartialFile::canContinue(const QUrl &url) const
@@ -82,7 +82,7 @@ bool PartialFile::isContinuedBy(const ResponseHead &head) const
 
 bool PartialFile::startOver(const Origin &origin)
 {
-    // A crash in between leaves content without a record, which nobody continues.
+    // A crash in between leaves content without a record, which is never continued.
     remove();
     m_hash.reset();
     QSaveFile file(m_recordPath);
@@ -110,7 +110,7 @@ bool PartialFile::continueAtEnd(const std::stop_token &stop)
 bool PartialFile::write(const QByteArray &bytes)
 {
     m_hash.addData(bytes);
-    // A disk that fills up takes a part first, and says only then why it takes no more.
+    // A full disk accepts part of the bytes first and reports the error only on the next write.
     for (qint64 done = 0; done < bytes.size();) {
         const qint64 taken = m_content.write(bytes.constData() + done, bytes.size() - done);
         if (taken <= 0)
@@ -122,7 +122,7 @@ bool PartialFile::write(const QByteArray &bytes)
 
 bool PartialFile::finish()
 {
-    // A name must never stand for content that a power cut can still take away.
+    // The file must survive a power cut before it gets its final name.
     const bool safe = ::fsync(m_content.handle()) == 0;
     m_content.close();
     return safe;

@@ -12,13 +12,12 @@
 
 #include <stop_token>
 
-// An unfinished download on disk: its content, a small record of what it is a part of, and a lock that only
-// one process holds. Content and record stay when the object goes, so that a later download can continue.
-// Used on the session's thread.
+// An unfinished download on disk: its content, a record of its origin, and a lock held by one process.
+// Content and record outlive the object, so that a later download can continue. Thread: the session's.
 class PartialFile
 {
 public:
-    // What the content is the beginning of.
+    // Identifies the file that the content is the beginning of.
     struct Origin
     {
         QUrl url;
@@ -26,10 +25,10 @@ public:
         QByteArray lastModified;
         qint64 length = 0; // of the whole file; 0 when unknown
 
-        // Of what an answer brings to a request for `url`.
+        // The origin described by a response to a request for `url`.
         static Origin of(const QUrl &url, const ResponseHead &head);
 
-        // By which a server can tell whether it still has the same file; empty when it cannot.
+        // The validator for If-Range requests; empty if there is none.
         QByteArray validator() const;
     };
 
@@ -39,29 +38,29 @@ public:
     QString path() const { return m_content.fileName(); }
     QString errorString() const { return m_content.errorString(); }
 
-    enum class Lock { taken, heldByAnother, impossible };
+    enum class Lock { Taken, HeldByAnother, Impossible };
     Lock lock();
 
-    // True when there is something that a download of `url` can continue; `origin` then says what it is.
+    // Whether a download of `url` can continue this content; `origin` then describes it.
     bool canContinue(const QUrl &url) const;
     Origin origin() const;
-    // Whether a partial answer goes on where the content ends, and is of the same file.
+    // Whether a partial response starts where the content ends and belongs to the same file.
     bool isContinuedBy(const ResponseHead &head) const;
 
-    // Each opens the content for writing: with nothing in it, or at its end. Continuing reads what is there,
-    // for the digest, until it is asked to stop; of a whole file it takes away the last byte, so that there
-    // is something to ask for, and the server can say whether it is still the same file. False on failure.
+    // Open the content for writing, empty or at its end; false on failure or stop. Continuing hashes the
+    // existing content until a stop is requested. From complete content it removes the last byte, so that a
+    // range remains to be requested and the server can validate it.
     bool startOver(const Origin &origin);
     bool continueAtEnd(const std::stop_token &stop);
 
-    // The bytes that are there.
+    // Bytes stored so far.
     qint64 size() const { return m_content.size(); }
     bool write(const QByteArray &bytes);
-    // Brings all that was written onto the disk, and closes the content.
+    // Flushes the content to disk (fsync) and closes it.
     bool finish();
     QByteArray sha256() const { return m_hash.result(); }
 
-    // Removes the content and the record, where they still are.
+    // Removes the content and the record if they exist.
     void remove();
 
 private:

@@ -26,7 +26,7 @@ QByteArray ifSha256(const QByteArray &bytes)
     return bytes.size() == QCryptographicHash::hashLength(QCryptographicHash::Sha256) ? bytes : QByteArray();
 }
 
-// "sha-256=:BASE64:" of a list of digests; the older header leaves out the colons.
+// Finds "sha-256=:BASE64:" in a list of digests; the older header omits the colons.
 QByteArray digestInList(const QByteArray &list)
 {
     for (const QByteArray &item : list.split(',')) {
@@ -41,7 +41,7 @@ QByteArray digestInList(const QByteArray &list)
     return {};
 }
 
-// Model hosts name the digest of a large file as a quoted tag of 64 hexadecimal digits.
+// Model hosts give a large file's digest as a quoted entity tag of 64 hexadecimal digits.
 QByteArray digestInTag(const QByteArray &tag)
 {
     QByteArray digits = tag.trimmed();
@@ -55,7 +55,7 @@ QByteArray digest(int status, const Fields &fields)
     QList<QByteArray> found = {digestInTag(fields.value("x-linked-etag")),
                                digestInList(fields.value("repr-digest")),
                                digestInList(fields.value("digest"))};
-    // This one covers only what the answer carries.
+    // Content-Digest covers only the bytes of this response.
     if (status == okStatus)
         found.append(digestInList(fields.value("content-digest")));
     found.removeAll(QByteArray());

@@ -8,8 +8,8 @@
 
 #include <optional>
 
-// The part of a server's answer that decides what becomes of a download. A plain value made of the status and
-// the headers by a pure function; what cannot be read counts as not said.
+// The parts of an HTTP response header that matter for a download. A plain value; unreadable fields count as
+// absent.
 struct ResponseHead
 {
     using Headers = QList<QPair<QByteArray, QByteArray>>;
@@ -17,12 +17,12 @@ struct ResponseHead
     int status = 0;
     QByteArray entityTag;
     QByteArray lastModified;
-    QByteArray location; // of a redirect
-    // The size of the whole file.
+    QByteArray location; // redirect target
+    // Size of the whole file.
     std::optional<qint64> size;
-    // The first byte that a partial answer carries.
+    // Offset of the first byte of a partial response.
     std::optional<qint64> firstByte;
-    // The SHA-256 of the whole file (32 bytes), or empty.
+    // SHA-256 of the whole file (32 bytes), or empty.
     QByteArray sha256;
 
     static ResponseHead parsed(int status, const Headers &headers);

@@ -3,9 +3,9 @@
 
 #include <QUrl>
 
-// Whether nobody on the way can change what comes from this address: it is reached over HTTPS, or on this
-// very computer. By the address alone; on any thread.
+// Whether the URL is safe from tampering in transit: HTTPS, or HTTP on the loopback interface. Looks at the
+// URL only. Any thread.
 bool isSecureAddress(const QUrl &url);
 
-// Whether a redirect leads to such an address, and to one that is reached no less safely than before.
+// Whether the target of a redirect is secure, and no less so than its origin.
 bool isSafeRedirect(const QUrl &from, const QUrl &to);

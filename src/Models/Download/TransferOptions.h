@@ -8,19 +8,19 @@
 #include <functional>
 #include <optional>
 
-// How downloads over HTTP are carried out. A plain value.
+// Options of HTTP downloads. A plain value.
 struct TransferOptions
 {
-    // Where unfinished downloads lie; made when it is needed.
+    // Folder for partial files; created on demand.
     QString downloadsDirectory;
-    // How long a server may stay silent.
+    // How long the server may send nothing.
     std::chrono::milliseconds silenceLimit = std::chrono::seconds(60);
-    // The bytes that are free in a folder; negative when unknown. Called on the session's thread.
+    // Free bytes in a folder; negative if unknown. Called on the session's thread.
     std::function<qint64(const QString &folder)> freeSpace;
-    // A server that holds the same files under the same paths, asked instead of each file's own. Has to be a
-    // secure address, or downloads fail.
+    // A server with the same files under the same paths, used instead of each file's own. Downloads fail if
+    // its address is not secure.
     std::optional<QUrl> mirror = {};
 
-    // Where a file is fetched from.
+    // The URL from which `file` is downloaded.
     QUrl addressOf(const QUrl &file) const;
 };

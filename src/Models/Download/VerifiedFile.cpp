@@ -5,7 +5,7 @@
 
 std::optional<VerifiedFile> VerifiedFile::named(const QString &fileName)
 {
-    // One line a file, as `scripts/verified-files` prints it on a machine that has downloaded the models:
+    // One line per file, as `scripts/verified-files` prints it on a machine that has the models:
     //     {u"file.gguf"_s, {SIZE, QByteArray::fromHex("SHA-256")}},
     // Neither of the catalog's two files has been verified yet.
     static const QHash<QString, VerifiedFile> files = {};

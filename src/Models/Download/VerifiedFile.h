@@ -7,13 +7,13 @@
 
 #include <optional>
 
-// What a file of the catalog is, to the byte, because somebody has fetched and checked it once. A download of
-// such a file is held to this, whatever a server announces. A plain value, usable from any thread.
+// Size and digest of a catalog file, verified by hand. A download must match them, whatever the server
+// announces. A plain value; any thread.
 struct VerifiedFile
 {
     qint64 size = 0;   // in bytes
     QByteArray sha256; // 32 bytes
 
-    // Nothing for a file that nobody has verified yet: then what its server announces has to do.
+    // Nothing for a file not yet verified; the server's announcement is used then.
     static std::optional<VerifiedFile> named(const QString &fileName);
 };

@@ -19,7 +19,7 @@ ActivityReport::~ActivityReport()
 
 void ActivityReport::update()
 {
-    const bool isDownloading = m_models.state().kind == ModelManager::State::Kind::downloading;
+    const bool isDownloading = m_models.state().kind == ModelManager::State::Kind::Downloading;
     setAtWork(isDownloading || m_session.isRunning());
 }
 

@@ -7,8 +7,8 @@
 
 #include <QObject>
 
-// Tells the desktop that the program is at work while a task or a download runs: neither is to slow down when
-// the window is out of sight. Main thread; nothing is owned, and everything outlives this object.
+// Reports a running task or download to the desktop, so that the program is not slowed down while its window
+// is hidden. Thread: main. Nothing is owned; all arguments must outlive this object.
 class ActivityReport : public QObject
 {
     Q_OBJECT

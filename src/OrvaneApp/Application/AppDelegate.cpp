@@ -37,7 +37,7 @@ bool AppDelegate::eventFilter(QObject *object, QEvent *event)
 {
     if (object != qApp || event->type() != QEvent::Quit)
         return QObject::eventFilter(object, event);
-    // Left to itself, the application would ask the windows first, and ours only hides.
+    // The default handling would close the windows first, and ours only hides.
     QCoreApplication::exit();
     return true;
 }

@@ -6,8 +6,8 @@
 
 #include <QObject>
 
-// Answers the desktop for the application: what happens once it has started, when its window is closed, and
-// when it is started once more. Main thread; the services are not owned and outlive this object.
+// Handles application events: start, closing of the window, further starts. Thread: main. The services are
+// not owned and must outlive this object.
 class AppDelegate : public QObject
 {
     Q_OBJECT
@@ -18,17 +18,16 @@ public:
     AppDelegate(const Shell &shell, ProgramInstance &instance, QObject *parent = nullptr);
     ~AppDelegate() override;
 
-    // The window is made: the hot key is registered and, unless the start is to be hidden, the window comes
-    // to the front.
+    // Call once the window exists: registers the hot key and, unless hidden, brings the window forward.
     void applicationDidFinishLaunching(StartUp startUp);
 
-    // The process goes on without its window, so that the hot key keeps working.
+    // The process outlives its window so that the hot key keeps working.
     bool applicationShouldTerminateAfterLastWindowClosed() const { return false; }
 
-    // Another start of the program, or a click on its icon in a dock: the window comes back.
+    // Another start of the program, or a click on its Dock icon: shows the window.
     void applicationShouldHandleReopen(const QString &activationToken);
 
-    // The desktop's request to quit, from a menu or at the end of its session, is followed.
+    // Handles quit requests from a menu or the session's end.
     bool eventFilter(QObject *object, QEvent *event) override;
 
 private:

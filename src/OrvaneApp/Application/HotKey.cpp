@@ -9,7 +9,7 @@ namespace {
 constexpr std::uint16_t spaceBar = 49;
 constexpr HotKeyIdentifier identifier{fourCharacterCode("ORVN"), 1};
 
-// Menus and the like belong to another window.
+// Excludes menus and other windows that belong to a window.
 bool canBecomeMain(const QWindow &window)
 {
     return window.type() == Qt::Window && !window.transientParent();
@@ -38,7 +38,7 @@ void HotKey::release()
 QCoro::Task<void> HotKey::acquire(HotKeys &hotKeys)
 {
     const std::function<void()> pressed = [] {
-        // Off the event handler's back, which only notes the key.
+        // Deferred: the event handler must return at once.
         QMetaObject::invokeMethod(
             &shared(), [] { summon(); }, Qt::QueuedConnection);
     };

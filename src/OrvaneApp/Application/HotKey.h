@@ -7,8 +7,8 @@
 #include <QObject>
 #include <QString>
 
-// The program's global hot key, Option+Space, and what it does: it summons the window or hides it. The one
-// shared instance lives as long as the process. Main thread.
+// The global hot key, Option+Space, which shows or hides the window. A singleton for the life of the process.
+// Thread: main.
 class HotKey : public QObject
 {
     Q_OBJECT
@@ -16,20 +16,19 @@ class HotKey : public QObject
 public:
     static HotKey &shared();
 
-    // Registers the key. Where it is taken, the program runs without one. Both services are used until
-    // `release`.
+    // Registers the key; without effect if another program owns it. Both services are used until `release`.
     void registerHotKey(HotKeys &hotKeys, WindowStyler &styler);
-    // Gives the key back and forgets the services, which may go then.
+    // Releases the key; the services may be destroyed afterwards.
     void release();
 
-    // Hides the program's windows if the user is in one of them, else brings them forward.
+    // Hides the program's windows if one has the focus, otherwise brings them forward.
     static void summon(const QString &activationToken = QString());
 
-    // Brings the windows forward, wherever the user is.
+    // Brings the windows forward.
     static void bringForward(const QString &activationToken = QString());
 
 Q_SIGNALS:
-    // The window has been brought forward: the user wants to type.
+    // Emitted after the window was brought forward: the user wants to type.
     void summonPalette();
 
 private:

@@ -18,7 +18,7 @@ OrvaneApp::OrvaneApp(ModelManager &models, const Desktop &desktop, const Shell &
       m_activityReport(models, m_session, shell.activity), m_content(models, m_session, desktop),
       m_delegate(shell, instance)
 {
-    // Not the application's `quit`: that asks the windows first, and ours only hides.
+    // Not QCoreApplication::quit, which closes the windows first, and ours only hides.
     connect(&m_engine, &QQmlEngine::quit, qApp, [] { QCoreApplication::exit(); });
 }
 
@@ -41,8 +41,8 @@ void OrvaneApp::loadWindow()
     if (!m_window)
         throw PlatformError(u"The window's views cannot be loaded; is this installation complete?"_s);
     m_window->installEventFilter(this);
-    // Once the window is on its way to the screen. One that waits in the background may wait for days, and
-    // takes no memory for a model meanwhile.
+    // Load the model only when the window is shown: a start in the background may last for days and should
+    // not hold the model in memory.
     connect(m_window.get(), &QWindow::visibleChanged, &m_content, &ContentViewModel::appear,
             Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));
     m_shell.windowStyler.style(*m_window);
@@ -67,7 +67,7 @@ bool OrvaneApp::eventFilter(QObject *object, QEvent *event)
 {
     if (object != m_window.get() || event->type() != QEvent::Close)
         return QObject::eventFilter(object, event);
-    // Closing hides: the process stays, and with it the hot key and a task that runs.
+    // Hide only, so that the hot key and a running task survive.
     m_window->hide();
     event->ignore();
     return true;

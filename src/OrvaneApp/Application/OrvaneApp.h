@@ -11,8 +11,8 @@
 
 #include <memory>
 
-// The application with its window: one model manager, one session and one window for the life of the process.
-// Main thread; the model manager and the services are not owned and outlive this object.
+// The application with its session and window. Thread: main. The model manager and the services are not owned
+// and must outlive this object.
 class OrvaneApp : public QObject
 {
     Q_OBJECT
@@ -22,7 +22,7 @@ public:
               QObject *parent = nullptr);
     ~OrvaneApp() override;
 
-    // Makes the window and puts it to work. Throws PlatformError when the interface cannot be loaded.
+    // Creates the window. Throws PlatformError if the views cannot be loaded.
     void start(AppDelegate::StartUp startUp);
 
     AgentSession &session() { return m_session; }

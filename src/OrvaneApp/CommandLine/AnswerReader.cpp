@@ -47,7 +47,7 @@ void AnswerReader::readMore()
     std::array<char, 256> buffer{};
     const ssize_t count = read(m_descriptor, buffer.data(), buffer.size());
     if (count <= 0) {
-        // Nobody is there any more.
+        // End of input: nobody can answer.
         cancel();
         Q_EMIT answered(false);
         return;

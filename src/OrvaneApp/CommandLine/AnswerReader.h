@@ -8,8 +8,7 @@
 #include <memory>
 #include <optional>
 
-// Reads the user's yes or no from a terminal while the event loop goes on. Main thread; the descriptor is not
-// owned.
+// Reads a yes or no from a terminal without blocking. Thread: main. The descriptor is not owned.
 class AnswerReader : public QObject
 {
     Q_OBJECT
@@ -18,20 +17,20 @@ public:
     explicit AnswerReader(int descriptor, QObject *parent = nullptr);
     ~AnswerReader() override;
 
-    // Whether there is a person to ask.
+    // Whether the descriptor is a terminal.
     bool canAsk() const;
 
-    // Begins to wait for an answer. What was typed before the question is no answer to it and is dropped.
+    // Starts waiting for an answer; discards input typed before.
     void start();
     void cancel();
 
-    // "y" or "yes", "n" or "no" in any letter case; anything else is no answer.
+    // "y" or "yes", "n" or "no" in any letter case; otherwise nothing.
     static std::optional<bool> meaning(const QByteArray &line);
 
 Q_SIGNALS:
-    // Exactly one of these for each `start`, unless it is cancelled.
+    // Exactly one of these is emitted for each `start`, unless cancelled.
     void answered(bool yes);
-    // The user has typed something else and is to be asked again.
+    // Other input; the question should be repeated.
     void notUnderstood();
 
 private:

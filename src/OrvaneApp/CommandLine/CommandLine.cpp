@@ -14,7 +14,7 @@ namespace {
 using Parsed = std::variant<CommandLine, CommandLine::WrongUse>;
 using Command = CommandLine::Command;
 
-// The arguments, sorted into words and options.
+// The arguments as words and options.
 struct Words
 {
     QStringList words;

@@ -8,29 +8,29 @@
 
 #include <variant>
 
-// What the user asks for on the command line. A plain value.
+// The parsed command line. A plain value.
 struct CommandLine
 {
     enum class Command { Help, Version, Do, ListModels, DownloadModel, SelectModel, Doctor, Window };
 
-    // How the window comes up, or what becomes of the one that is there.
+    // How the window opens, or what happens to a running instance.
     enum class Opening { Shown, Hidden, Toggled };
 
     Command command = Command::Help;
-    QString helpText = {}; // of Help
-    QString task = {};     // of Do
-    // Of SelectModel and DownloadModel: of the catalog, or empty for the selected model.
+    QString helpText = {}; // for Help
+    QString task = {};     // for Do
+    // For SelectModel and DownloadModel: a catalog id; empty for the selected model.
     QString modelIdentifier = {};
-    Opening opening = Opening::Shown;                         // of Window
-    DoctorReport::Format format = DoctorReport::Format::Text; // of Doctor
+    Opening opening = Opening::Shown;                         // for Window
+    DoctorReport::Format format = DoctorReport::Format::Text; // for Doctor
     bool verbose = false;
 
-    // The arguments cannot be understood: one sentence, and where to read more.
+    // A command line that cannot be parsed: one sentence and a pointer to the help.
     struct WrongUse
     {
         QString message;
     };
 
-    // The arguments after the program's name. A pure function.
+    // Parses the arguments after the program's name. Pure.
     static std::variant<CommandLine, WrongUse> parse(const QStringList &arguments);
 };

@@ -11,7 +11,7 @@ namespace {
 
 const QString question = u"Allow this? (y/n)"_s;
 
-// How a line of the log looks when it is complete.
+// Mark and style of a completed log line.
 struct Look
 {
     QString mark;
@@ -21,15 +21,15 @@ struct Look
 Look lookOf(LogEntry::Kind kind)
 {
     switch (kind) {
-    case LogEntry::Kind::step:
+    case LogEntry::Kind::Step:
         return {u"✓"_s, Terminal::Style::Plain};
-    case LogEntry::Kind::success:
+    case LogEntry::Kind::Success:
         return {u"✓"_s, Terminal::Style::Good};
-    case LogEntry::Kind::failure:
+    case LogEntry::Kind::Failure:
         return {u"✗"_s, Terminal::Style::Bad};
-    case LogEntry::Kind::info:
+    case LogEntry::Kind::Info:
         return {u"•"_s, Terminal::Style::Dim};
-    case LogEntry::Kind::confirm:
+    case LogEntry::Kind::Confirm:
         return {u"?"_s, Terminal::Style::Asking};
     }
     Q_UNREACHABLE();
@@ -55,7 +55,7 @@ void DoCommand::interrupt()
 {
     m_isInterrupted = true;
     if (m_session.pending())
-        m_terminal.line(QString()); // ends the line of the question
+        m_terminal.line(QString()); // ends the question's line
     m_answers.cancel();
     m_session.stop();
     m_terminal.line(u"Stopping before the next step; Ctrl+C again quits at once."_s, Terminal::Style::Dim);
@@ -69,7 +69,7 @@ QCoro::Task<void> DoCommand::begin(QString task)
     if (!self)
         co_return;
     m_terminal.hideProgress();
-    if (m_models.state().kind != ModelManager::State::Kind::loaded) {
+    if (m_models.state().kind != ModelManager::State::Kind::Loaded) {
         reportNotReady(m_models, m_terminal);
         Q_EMIT finished(ExitStatus::notReady);
     } else if (m_isInterrupted) {
@@ -93,7 +93,7 @@ void DoCommand::watchSession()
 
 void DoCommand::showProgress()
 {
-    // While the question stands, the line belongs to the answer.
+    // While a question is open, its line is the answer's.
     if (m_session.pending())
         return;
     if (m_session.status().isEmpty())
@@ -118,7 +118,7 @@ void DoCommand::ask()
         return;
     m_terminal.hideProgress();
     m_terminal.line(u"? "_s + pending->action.title(), Terminal::Style::Asking);
-    // What the model wrote stands behind a bar, so that it cannot pass for a line of ours.
+    // Behind a bar, so that the model's text cannot pass for the program's.
     m_terminal.block(pending->shownReason(), u"  │ "_s);
     if (m_answers.canAsk() && m_terminal.isInteractive()) {
         awaitAnswer();
@@ -130,7 +130,7 @@ void DoCommand::ask()
 
 void DoCommand::awaitAnswer()
 {
-    // In this order, since what is typed before the reader starts counts as typed before the question.
+    // In this order: the reader discards input typed before it starts.
     m_answers.start();
     m_terminal.prompt(question);
 }
@@ -155,15 +155,15 @@ int DoCommand::exitStatus(const Turn &turn)
 {
     if (turn.log.isEmpty() || !turn.summary)
         return ExitStatus::endedOtherwise;
-    // A closing text without success: the user has refused.
-    return turn.log.constLast().kind == LogEntry::Kind::success ? ExitStatus::done : ExitStatus::declined;
+    // A summary without success means the user declined.
+    return turn.log.constLast().kind == LogEntry::Kind::Success ? ExitStatus::done : ExitStatus::declined;
 }
 
 void DoCommand::reportNotReady(const ModelManager &models, Terminal &terminal)
 {
     const ModelManager::State state = models.state();
     const QString name = models.selected().name;
-    if (state.kind == ModelManager::State::Kind::failed)
+    if (state.kind == ModelManager::State::Kind::Failed)
         terminal.error(u"%1 can't be used: %2"_s.arg(name, state.message));
     else
         terminal.error(u"%1 isn't on this machine yet."_s.arg(name));

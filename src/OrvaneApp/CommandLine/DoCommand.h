@@ -9,8 +9,8 @@
 #include <QObject>
 #include <QString>
 
-// `orvane do`: has the session carry out one task, shows its steps as they come, and asks before the risky
-// ones. Main thread; nothing is owned.
+// `orvane do`: runs one task in a session, prints its steps, and asks before risky ones. Thread: main;
+// nothing is owned.
 class DoCommand : public QObject
 {
     Q_OBJECT
@@ -20,16 +20,16 @@ public:
               QObject *parent = nullptr);
     ~DoCommand() override;
 
-    // Returns at once; `finished` tells the end. Once in the object's life.
+    // Asynchronous; ends with `finished`. Call once.
     void start(const QString &task);
 
-    // The user wants it to stop: it does so before the next step.
+    // Stops before the next step.
     void interrupt();
 
-    // How a finished turn ended.
+    // The exit status for a finished turn.
     static int exitStatus(const Turn &turn);
 
-    // Says that the selected model cannot be used, and how to get it.
+    // Prints that the selected model is unusable, and how to get it.
     static void reportNotReady(const ModelManager &models, Terminal &terminal);
 
 Q_SIGNALS:

@@ -35,7 +35,7 @@ QCoro::Task<void> DoctorCommand::examine(DoctorReport::Format format)
 {
     const QPointer<DoctorCommand> self(this);
     const LocalModel selected = m_models.selected();
-    // All three begin now.
+    // The three checks run concurrently.
     const auto examiningDesktop = m_diagnosis.examine();
     const auto examiningModel =
         ReadinessChecks::model(selected, m_models.directory() + u'/' + selected.fileName);

@@ -12,23 +12,23 @@
 
 #include <functional>
 
-// `orvane doctor`: has the desktop, the model file and llama.cpp examined, all at the same time, and reports.
-// Main thread; nothing is owned.
+// `orvane doctor`: checks the desktop, the model file and llama.cpp concurrently, and prints a report.
+// Thread: main; nothing is owned.
 class DoctorCommand : public QObject
 {
     Q_OBJECT
 
 public:
-    // `describeLlama` is called on a thread of its own.
+    // `describeLlama` is called on its own thread.
     DoctorCommand(const ModelManager &models, Diagnosis &diagnosis,
                   std::function<LlamaLibrary::Description()> describeLlama, Terminal &terminal,
                   QObject *parent = nullptr);
     ~DoctorCommand() override;
 
-    // Returns at once; `finished` tells the end. Once in the object's life.
+    // Asynchronous; ends with `finished`. Call once.
     void start(DoctorReport::Format format);
 
-    // The user does not want to wait.
+    // Stops waiting.
     void interrupt();
 
 Q_SIGNALS:

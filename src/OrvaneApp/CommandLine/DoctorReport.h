@@ -4,14 +4,14 @@
 #include "Desktop/Diagnosis.h"
 #include "OrvaneApp/CommandLine/Terminal.h"
 
-// What `orvane doctor` makes of its checks. Pure but for the writing.
+// Prints the checks of `orvane doctor` and derives the exit status.
 namespace DoctorReport {
 
 enum class Format { Text, Json };
 
 void write(const QList<DiagnosticCheck> &checks, Format format, Terminal &terminal);
 
-// Done; or notReady when only the model is missing, and desktopUnfit when anything else is that actions need.
+// `done`; `notReady` if only the model is missing; `desktopUnfit` if any other check that actions need fails.
 int exitStatus(const QList<DiagnosticCheck> &checks);
 
 } // namespace DoctorReport

@@ -41,7 +41,7 @@ void DownloadCommand::interrupt()
         return;
     disconnect(&m_models, nullptr, this, nullptr);
     m_terminal.hideProgress();
-    if (m_models.state().kind == ModelManager::State::Kind::downloading) {
+    if (m_models.state().kind == ModelManager::State::Kind::Downloading) {
         m_models.cancelDownload();
         m_terminal.line(u"Stopped. The same command goes on where it was."_s);
     }
@@ -53,24 +53,24 @@ void DownloadCommand::showState()
     using Kind = ModelManager::State::Kind;
     const ModelManager::State state = m_models.state();
     switch (state.kind) {
-    case Kind::downloading:
+    case Kind::Downloading:
         showProgress(state.progress);
         break;
-    case Kind::ready:
-    case Kind::loading:
+    case Kind::Ready:
+    case Kind::Loading:
         m_terminal.showProgress(u"Trying it out…"_s);
         break;
-    case Kind::loaded:
+    case Kind::Loaded:
         m_terminal.hideProgress();
         m_terminal.line(u"✓ %1 is ready."_s.arg(m_models.selected().name), Terminal::Style::Good);
         end(ExitStatus::done);
         break;
-    case Kind::failed:
+    case Kind::Failed:
         m_terminal.hideProgress();
         m_terminal.error(state.message);
         end(ExitStatus::endedOtherwise);
         break;
-    case Kind::needsDownload:
+    case Kind::NeedsDownload:
         break;
     }
 }

@@ -7,8 +7,8 @@
 #include <QObject>
 #include <QString>
 
-// `orvane models download`: gets the selected model, in place of a file that can't be used if there is one,
-// and shows how far it is. Main thread, which looks into that file; nothing is owned.
+// `orvane models download`: downloads the selected model, replacing an unusable file, and shows progress.
+// Thread: main, on which it reads that file's metadata; nothing is owned.
 class DownloadCommand : public QObject
 {
     Q_OBJECT
@@ -16,13 +16,13 @@ class DownloadCommand : public QObject
 public:
     DownloadCommand(ModelManager &models, Terminal &terminal, QObject *parent = nullptr);
 
-    // Returns at once; `finished` tells the end. Once in the object's life.
+    // Asynchronous; ends with `finished`. Call once.
     void start();
 
-    // The user wants it to stop. What has been fetched is kept for the next time.
+    // Stops the download; the partial file is kept.
     void interrupt();
 
-    // "[#####---------------] 25% of ~986 MB", the percentage truncated; `width` is the number of cells.
+    // "[#####---------------] 25% of ~986 MB"; the percentage is truncated, `width` is the number of cells.
     static QString bar(double progress, int width, qint64 sizeMB);
 
 Q_SIGNALS:
@@ -35,6 +35,6 @@ private:
 
     ModelManager &m_models;
     Terminal &m_terminal;
-    int m_lastTenth = 0; // the last tenth that was said where there is no bar
+    int m_lastTenth = 0; // the last tenth printed when there is no progress bar
     bool m_hasEnded = false;
 };

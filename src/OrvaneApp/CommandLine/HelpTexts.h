@@ -3,7 +3,7 @@
 
 #include <QString>
 
-// What `--help` says; each text ends with a line break.
+// Output of `--help`; each text ends with a line break.
 namespace HelpTexts {
 
 QString general();

@@ -4,14 +4,13 @@
 #include "Models/ModelManager.h"
 #include "OrvaneApp/CommandLine/Terminal.h"
 
-// `orvane models` and `orvane models select`: what takes moments, and is done at once. Each gives the exit
-// status.
+// `orvane models` and `orvane models select`. Synchronous; return the exit status.
 namespace ModelsCommand {
 
-// The catalog: what is selected, and what is on this machine.
+// Lists the catalog, marking the selected model and those on this machine.
 int list(const ModelManager &models, Terminal &terminal);
 
-// The choice lasts; the model is loaded when it is first needed.
+// Stores the choice; the model is loaded on first use.
 int select(ModelManager &models, const LocalModel &model, Terminal &terminal);
 
 } // namespace ModelsCommand

@@ -11,18 +11,18 @@
 #include <functional>
 #include <optional>
 
-// What planning needs, apart from the desktop: a model file, and llama.cpp to run it. Main thread, which
-// waits for neither the disk nor a graphics driver; what does not answer within two seconds is a finding.
+// Checks what planning needs apart from the desktop: the model file and llama.cpp. Thread: main, which does
+// not block on the disk or a graphics driver; no answer within two seconds is reported as broken.
 namespace ReadinessChecks {
 
 inline const QString modelIdentifier = QStringLiteral("model");
 
-// The selected model, whose file belongs at `path`. The file is looked at, not loaded.
+// Checks the selected model's file at `path` without loading it.
 QCoro::Task<DiagnosticCheck> model(LocalModel model, QString path);
 
 QCoro::Task<DiagnosticCheck> engine(std::function<LlamaLibrary::Description()> describe);
 
-// What each answer means; without one there was none in time. Pure functions.
+// Interpret the results; nothing means a timeout. Pure.
 struct ModelFile
 {
     bool exists = false;

@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::array watchedSignals{SIGINT, SIGTERM};
 
-// A signal handler may do next to nothing; what it writes here wakes the event loop.
+// A signal handler may call async-signal-safe functions only; writing here wakes the event loop.
 volatile std::sig_atomic_t writeEnd = -1;
 
 extern "C" void noteSignal(int)
@@ -47,7 +47,7 @@ SignalWatcher::SignalWatcher(QObject *parent) : QObject(parent)
 
     struct sigaction action = {};
     action.sa_handler = noteSignal;
-    // The handler goes with the first signal: the second one has its ordinary effect, even if we hang.
+    // SA_RESETHAND: a second signal has its default effect, even if the program hangs.
     action.sa_flags = static_cast<int>(SA_RESETHAND | SA_RESTART);
     for (const int number : watchedSignals)
         sigaction(number, &action, nullptr);

@@ -6,9 +6,8 @@
 
 #include <memory>
 
-// Turns the first Ctrl+C (or the first request of the system to end) into a signal on the main thread; a
-// second one of the same kind ends the program at once, whatever it is doing. One object a process, on the
-// main thread.
+// Emits a Qt signal for the first SIGINT or SIGTERM; a second one of the same kind ends the process at once.
+// One instance per process. Thread: main.
 class SignalWatcher : public QObject
 {
     Q_OBJECT

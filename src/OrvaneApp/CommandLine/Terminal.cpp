@@ -17,7 +17,7 @@ const QString spinnerFrames = u"⠋⠙⠹⠸⠼⠴⠦⠧⠇⠏"_s;
 constexpr auto spinnerPace = 100ms;
 
 constexpr auto eraseLine = "\r\x1b[K";
-// What is wider than the window is cut by the terminal instead of flowing into the next line.
+// Without wrapping, the terminal cuts off what is too wide for the line.
 constexpr auto wrapOff = "\x1b[?7l";
 constexpr auto wrapOn = "\x1b[?7h";
 
@@ -38,7 +38,7 @@ QByteArray codeOf(Terminal::Style style)
     Q_UNREACHABLE();
 }
 
-// The end of the text, of at most so many characters, with a mark where something is left out.
+// The last `count` characters, with an ellipsis if text was omitted.
 QString lastCharacters(const QString &text, qsizetype count)
 {
     if (count <= 1)
@@ -134,7 +134,7 @@ void Terminal::draw()
     const QString spinner = spinnerFrames.mid(m_frame % spinnerFrames.size(), 1) + u' ';
     const qsizetype room = m_traits.columns - m_progressText.size() - spinner.size() - 3;
     const QString detail = lastCharacters(m_progressDetail, room);
-    // In one piece, so that whatever ends the program leaves the terminal as it was.
+    // One write, so that an interrupted program leaves the terminal in its normal state.
     QByteArray frame = eraseLine + QByteArray(wrapOff) + (spinner + m_progressText).toUtf8();
     if (!detail.isEmpty())
         frame += "  " + styled(detail, Style::Dim);

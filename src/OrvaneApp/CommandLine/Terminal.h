@@ -6,20 +6,20 @@
 #include <QString>
 #include <QTimer>
 
-// What the place that the output goes to can do.
+// Capabilities of the output.
 struct TerminalTraits
 {
-    bool interactive = false; // a person watches, and a line can be overwritten
+    bool interactive = false; // a terminal that can overwrite a line
     bool colours = false;
     int columns = 80;
 
-    // Of standard output: a terminal that understands escapes; colours unless NO_COLOR is set.
+    // Those of standard output; coloured unless NO_COLOR is set.
     static TerminalTraits ofStandardOutput();
 };
 
-// Shows lines, and on a terminal below them one line of progress that moves and goes away. Whatever a model
-// or a window title says, no control character reaches the terminal: a line has a visible mark in its place,
-// so that the user misses nothing of what is executed. Main thread. The devices are not owned.
+// Prints lines and, on a terminal, a transient progress line below them. No control character from a model or
+// window title reaches the terminal: lines show a visible mark instead, so the user sees all of what is
+// executed. Thread: main. The devices are not owned.
 class Terminal : public QObject
 {
     Q_OBJECT
@@ -32,20 +32,20 @@ public:
 
     bool isInteractive() const { return m_traits.interactive; }
 
-    // One line, whatever the text holds.
+    // Prints exactly one line.
     void line(const QString &text, Style style = Style::Plain);
 
-    // A text of several lines: each becomes a line of its own behind `prefix`. Tabs stay.
+    // Prints each line of the text after `prefix`. Tabs are kept.
     void block(const QString &text, const QString &prefix);
 
-    // One line on the error output.
+    // Prints one line to the error output.
     void error(const QString &text);
 
-    // A question; the cursor stays behind it.
+    // Prints a question and leaves the cursor after it.
     void prompt(const QString &text);
 
-    // The line of progress: a spinner, the text, and dimmed what fits of the end of `detail`. Nothing where
-    // nobody watches. Stays, moving, until it is hidden; lines go above it.
+    // Shows the progress line: a spinner, the text, and as much of the end of `detail` as fits, dimmed. Does
+    // nothing on a non-interactive output. Stays until hidden; lines are printed above it.
     void showProgress(const QString &text, const QString &detail = QString());
     void hideProgress();
 

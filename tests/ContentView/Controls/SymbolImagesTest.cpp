@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// The colours of the pixels that are painted at all.
+// The colours of opaque pixels.
 QSet<QRgb> solidColours(const QImage &image)
 {
     QSet<QRgb> result;

@@ -73,7 +73,7 @@ TestCase {
         }
     }
 
-    // Also where the worst shines through: white behind the dark window, black behind the light one.
+    // Also over the worst background: white behind the dark window, black behind the light one.
     function test_translucentTextIsLegible() {
         Theme.translucent = true;
         for (const dark of [false, true]) {

@@ -14,7 +14,7 @@ using ModelFile = SessionBench::ModelFile;
 
 namespace {
 
-// The model of the window, over a session whose model is loaded already.
+// The window's view model, over a session with a loaded model.
 class WindowBench : public SessionBench
 {
 public:
@@ -52,9 +52,9 @@ private Q_SLOTS:
 
     void aRunningTaskChangesTheSymbolAndShowsItsStatus();
     void theReplyShowsWhileItIsWritten();
-    void stoppingRefusesWhatWaitsForApproval();
+    void stoppingDeclinesAPendingStep();
     void theConfirmationShowsTheReason();
-    void whatCannotBeSeenIsMarkedWhereverItIsShown();
+    void invisibleCharactersAreMarkedEverywhere();
     void aScriptIsShownInItsLines();
     void anAnswerTakesTheConfirmationAway_data();
     void anAnswerTakesTheConfirmationAway();
@@ -200,7 +200,7 @@ void ContentViewModelTest::theReplyShowsWhileItIsWritten()
     QVERIFY(seen.contains(done(u"Done."_s)));
 }
 
-void ContentViewModelTest::stoppingRefusesWhatWaitsForApproval()
+void ContentViewModelTest::stoppingDeclinesAPendingStep()
 {
     WindowBench bench;
     QVERIFY(bench.waitUntilLoaded());
@@ -228,7 +228,7 @@ void ContentViewModelTest::theConfirmationShowsTheReason()
     QVERIFY(!bench.content.confirmationReason().isEmpty());
 }
 
-void ContentViewModelTest::whatCannotBeSeenIsMarkedWhereverItIsShown()
+void ContentViewModelTest::invisibleCharactersAreMarkedEverywhere()
 {
     WindowBench bench;
     QVERIFY(bench.waitUntilLoaded());
@@ -240,7 +240,7 @@ void ContentViewModelTest::whatCannotBeSeenIsMarkedWhereverItIsShown()
     QCOMPARE(bench.content.confirmationReason(), u"Quit %1 — unsaved work could be lost"_s.arg(shown));
     QCOMPARE(bench.content.announcement(), bench.content.confirmationReason());
     QCOMPARE(bench.content.status(), u"Waiting for approval: Closing %1"_s.arg(shown));
-    // What is carried out is what the model wrote.
+    // The action executed has the model's original text.
     QCOMPARE(bench.session->pending()->action.args[u"app"_s], u"Mail\u202E\u200B\u2028x"_s);
     const TurnListModel &turns = *bench.content.turns();
     QCOMPARE(turns.index(0).data(TurnListModel::CommandRole).toString(), u"quit⟨U+202E⟩ Mail"_s);

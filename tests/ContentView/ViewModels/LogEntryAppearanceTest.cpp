@@ -25,11 +25,11 @@ void LogEntryAppearanceTest::eachKindHasItsSymbol_data()
     QTest::addColumn<Kind>("kind");
     QTest::addColumn<QString>("symbol");
     QTest::addColumn<LogEntryAppearance::Role>("role");
-    QTest::newRow("step") << Kind::step << u"checkmark"_s << LogEntryAppearance::Secondary;
-    QTest::newRow("success") << Kind::success << u"checkmark.circle.fill"_s << LogEntryAppearance::Good;
-    QTest::newRow("failure") << Kind::failure << u"xmark.circle.fill"_s << LogEntryAppearance::Bad;
-    QTest::newRow("info") << Kind::info << u"info.circle"_s << LogEntryAppearance::Secondary;
-    QTest::newRow("confirm") << Kind::confirm << u"hand.raised.fill"_s << LogEntryAppearance::Warning;
+    QTest::newRow("step") << Kind::Step << u"checkmark"_s << LogEntryAppearance::Secondary;
+    QTest::newRow("success") << Kind::Success << u"checkmark.circle.fill"_s << LogEntryAppearance::Good;
+    QTest::newRow("failure") << Kind::Failure << u"xmark.circle.fill"_s << LogEntryAppearance::Bad;
+    QTest::newRow("info") << Kind::Info << u"info.circle"_s << LogEntryAppearance::Secondary;
+    QTest::newRow("confirm") << Kind::Confirm << u"hand.raised.fill"_s << LogEntryAppearance::Warning;
 }
 
 void LogEntryAppearanceTest::eachKindHasItsSymbol()
@@ -45,11 +45,11 @@ void LogEntryAppearanceTest::textIsColouredByKindAndWhetherItRuns_data()
     QTest::addColumn<LogEntryAppearance::Role>("running");
     QTest::addColumn<LogEntryAppearance::Role>("complete");
     using namespace LogEntryAppearance;
-    QTest::newRow("step") << Kind::step << Primary << Secondary;
-    QTest::newRow("success") << Kind::success << Primary << Primary;
-    QTest::newRow("failure") << Kind::failure << Bad << Bad;
-    QTest::newRow("info") << Kind::info << Primary << Secondary;
-    QTest::newRow("confirm") << Kind::confirm << Primary << Secondary;
+    QTest::newRow("step") << Kind::Step << Primary << Secondary;
+    QTest::newRow("success") << Kind::Success << Primary << Primary;
+    QTest::newRow("failure") << Kind::Failure << Bad << Bad;
+    QTest::newRow("info") << Kind::Info << Primary << Secondary;
+    QTest::newRow("confirm") << Kind::Confirm << Primary << Secondary;
 }
 
 void LogEntryAppearanceTest::textIsColouredByKindAndWhetherItRuns()
@@ -62,7 +62,7 @@ void LogEntryAppearanceTest::textIsColouredByKindAndWhetherItRuns()
 void LogEntryAppearanceTest::everyLineSaysHowItStands()
 {
     QStringList said;
-    for (const Kind kind : {Kind::step, Kind::success, Kind::failure, Kind::info, Kind::confirm}) {
+    for (const Kind kind : {Kind::Step, Kind::Success, Kind::Failure, Kind::Info, Kind::Confirm}) {
         said.append(LogEntryAppearance::spoken({.kind = kind}));
         QCOMPARE(LogEntryAppearance::spoken({.kind = kind, .running = true}), u"running"_s);
     }
@@ -72,10 +72,10 @@ void LogEntryAppearanceTest::everyLineSaysHowItStands()
 
 void LogEntryAppearanceTest::onlyAClosingMessageHasLinesOfItsOwn()
 {
-    for (const Kind kind : {Kind::step, Kind::failure, Kind::info, Kind::confirm})
+    for (const Kind kind : {Kind::Step, Kind::Failure, Kind::Info, Kind::Confirm})
         QCOMPARE(LogEntryAppearance::shownText({.text = u"a\nb\u200B"_s, .kind = kind}),
                  u"a⟨U+000A⟩b⟨U+200B⟩"_s);
-    QCOMPARE(LogEntryAppearance::shownText({.text = u"a\nb\u200B"_s, .kind = Kind::success}),
+    QCOMPARE(LogEntryAppearance::shownText({.text = u"a\nb\u200B"_s, .kind = Kind::Success}),
              u"a\nb⟨U+200B⟩"_s);
 }
 

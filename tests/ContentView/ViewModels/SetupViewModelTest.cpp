@@ -116,7 +116,7 @@ void SetupViewModelTest::aFailureShowsItsMessage()
 {
     SessionBench bench;
     const SetupViewModel setup(bench.models);
-    bench.engine->loadError = InferenceError(InferenceError::Code::loadFailed);
+    bench.engine->loadError = InferenceError(InferenceError::Code::LoadFailed);
     const QCoro::Task<void> loading = bench.models.loadIfNeeded();
     QTRY_COMPARE(setup.step(), SetupViewModel::Failed);
     QCOMPARE(setup.message(), bench.engine->loadError->errorDescription());
@@ -140,7 +140,7 @@ void SetupViewModelTest::tryingAgainLoadsAFileThatIsThere()
 {
     SessionBench bench;
     SetupViewModel setup(bench.models);
-    bench.engine->loadError = InferenceError(InferenceError::Code::loadFailed);
+    bench.engine->loadError = InferenceError(InferenceError::Code::LoadFailed);
     const QCoro::Task<void> loading = bench.models.loadIfNeeded();
     QTRY_COMPARE(setup.step(), SetupViewModel::Failed);
     bench.engine->loadError.reset();
@@ -157,14 +157,14 @@ void SetupViewModelTest::tryingAgainReplacesAFileThatIsNoModel()
     QVERIFY(broken.open(QIODevice::WriteOnly));
     broken.write("no model at all");
     broken.close();
-    bench.engine->loadError = InferenceError(InferenceError::Code::loadFailed);
+    bench.engine->loadError = InferenceError(InferenceError::Code::LoadFailed);
     const QCoro::Task<void> loading = bench.models.loadIfNeeded();
     QTRY_COMPARE(setup.step(), SetupViewModel::Failed);
     QCOMPARE(setup.message(), u"Couldn't load the model file."_s);
     setup.tryAgain();
     QCOMPARE(setup.step(), SetupViewModel::Downloading);
     QCOMPARE(bench.downloads->started.size(), 1);
-    QVERIFY(broken.exists()); // until there is a better one
+    QVERIFY(broken.exists()); // kept until a download replaces it
 }
 
 QTEST_GUILESS_MAIN(SetupViewModelTest)

@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString shalom = u"\u05E9\u05DC\u05D5\u05DD"_s; // from right to left
+const QString shalom = u"\u05E9\u05DC\u05D5\u05DD"_s; // right-to-left
 const QString olam = u"\u05E2\u05D5\u05DC\u05DD"_s;
 
 QString withoutIsolates(QString text)
@@ -18,7 +18,7 @@ QString withoutIsolates(QString text)
     return text.remove(QChar(0x2068)).remove(QChar(0x2069));
 }
 
-// Where the parts stand in the line, by the places behind their first characters; each occurs once.
+// The horizontal positions of the parts after their first characters; each part occurs once.
 QList<qreal> places(const QString &text, const QStringList &parts)
 {
     QTextLayout layout(text);
@@ -38,15 +38,15 @@ class ShownTextTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void whatCannotBeSeenIsMarked_data();
-    void whatCannotBeSeenIsMarked();
+    void invisibleCharactersAreMarked_data();
+    void invisibleCharactersAreMarked();
     void quotationsStayWhereTheyAreQuoted_data();
     void quotationsStayWhereTheyAreQuoted();
     void otherTextsStayAsTheyAre_data();
     void otherTextsStayAsTheyAre();
 };
 
-void ShownTextTest::whatCannotBeSeenIsMarked_data()
+void ShownTextTest::invisibleCharactersAreMarked_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("line");
@@ -59,7 +59,7 @@ void ShownTextTest::whatCannotBeSeenIsMarked_data()
     QTest::newRow("paragraph") << u"a\u2029b"_s << u"a⟨U+2029⟩b"_s << u"a⟨U+2029⟩b"_s;
 }
 
-void ShownTextTest::whatCannotBeSeenIsMarked()
+void ShownTextTest::invisibleCharactersAreMarked()
 {
     QFETCH(QString, text);
     QTEST(ShownText::line(text), "line");

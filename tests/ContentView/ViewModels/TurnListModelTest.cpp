@@ -32,7 +32,7 @@ class TurnListModelTest : public QObject
 private Q_SLOTS:
     void turnsAppearOldestFirst();
     void linesAppearAndChangeInPlace();
-    void aModelMadeLaterShowsWhatThereIs();
+    void aModelMadeLaterShowsExistingTurns();
     void aSummaryShowsWhereTheLastLineDoesNotSayIt_data();
     void aSummaryShowsWhereTheLastLineDoesNotSayIt();
     void clearingTheHistoryEmptiesTheList();
@@ -70,7 +70,7 @@ void TurnListModelTest::linesAppearAndChangeInPlace()
     QVERIFY(!changes.isEmpty());
 }
 
-void TurnListModelTest::aModelMadeLaterShowsWhatThereIs()
+void TurnListModelTest::aModelMadeLaterShowsExistingTurns()
 {
     SessionBench bench;
     bench.engine->replies = {done(u"Done."_s)};

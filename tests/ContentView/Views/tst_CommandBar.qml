@@ -176,7 +176,7 @@ Item {
             return test_buttonByKeys_data();
         }
 
-        // Whoever presses it once more while the task has begun already means nothing by it.
+        // A second key press after the task has begun is an accident.
         function test_theKeyThatSendsNeverStops(data) {
             test_buttonByKeys(data);
             bar.content.isRunning = true;

@@ -158,7 +158,7 @@ Item {
                 }];
         }
 
-        // The text scrolls inside the card; the buttons stay where they can be pressed.
+        // The text scrolls inside the card; the buttons stay visible.
         function test_longReasons(data) {
             card.reason = data.reason;
             tryCompare(card, "height", root.height - 32);

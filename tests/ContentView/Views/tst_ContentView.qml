@@ -50,7 +50,7 @@ Item {
             content.isRunning = true;
         }
 
-        // The names of what Tab visits, until it comes round.
+        // The names of the tab stops, until they repeat.
         function tabStops(): var {
             let names = [];
             field().forceActiveFocus(Qt.TabFocusReason);
@@ -371,7 +371,7 @@ Item {
             compare(content.calls, ["stop"]);
         }
 
-        // A task of one line that can be selected.
+        // A task with one selectable line.
         function showHistory(): Item {
             content.layer = ContentViewModel.History;
             content.turns.add("Open Finder").add("success", "Opened Finder.", false);
@@ -543,7 +543,7 @@ Item {
             return test_tabOrder_data();
         }
 
-        // Nothing overlaps and nothing leaves the window at its smallest.
+        // At the minimum size nothing overlaps or leaves the window.
         function test_smallestWindow(data) {
             root.width = 640;
             root.height = 460;

@@ -47,7 +47,7 @@ Item {
             return item === null ? Infinity : item.mapToItem(history, 0, item.height).y;
         }
 
-        // The newest content is at the bottom and nothing lies below it.
+        // The view is at its end, with the text at the bottom.
         function verifyAtEnd(text: string) {
             tryVerify(() => history.view.atYEnd && endOf(text) <= history.height && endOf(text) > history.height - 60, 3000, text + " is at the bottom");
         }

@@ -69,7 +69,7 @@ Item {
                 }];
         }
 
-        // Each state shows its own things only, below one another and in the middle.
+        // Each state shows only its own items, stacked and centred.
         function test_order(data) {
             card.setup.progressText = "37% of ~986 MB";
             card.setup.message = "No connection.";

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// The window's model with values that a test sets, noting what the view asks for.
+// A mock with settable values that records the view's calls.
 import QtQml
 
 QtObject {

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
-// Lines for one turn, made from what a test says about them.
+// A turn's log, built by the test.
 import QtQml.Models
 
 ListModel {
     id: model
 
-    // The lines that there can be; `running` comes with `step` and `confirm`.
+    // All kinds of lines; `running` is used with `step` and `confirm`.
     function line(kind: string, text: string, running: bool): var {
         const kinds = {
             "step": ["checkmark", LogEntryAppearance.Secondary, LogEntryAppearance.Secondary, "carried out"],

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Turns, made from what a test says about them.
+// Turns, built by the test.
 import QtQml
 import QtQml.Models
 
@@ -11,7 +11,7 @@ ListModel {
         }
     }
 
-    // Adds a turn and answers its log.
+    // Appends a turn and returns its log.
     function add(command: string): LogListModel {
         const log = logs.createObject(model) as LogListModel;
         append({

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-// What the tests of the views share: finding things the way a user or a screen reader does.
+// Helpers for view tests that find items as a user or a screen reader does.
 import QtQuick
 import QtTest
 
 TestCase {
     id: test
 
-    // All visible items below `root`, outermost first.
+    // All visible items in `root`, outermost first.
     function visibleItems(root: Item): var {
         if (!root.visible)
             return [];
@@ -16,17 +16,17 @@ TestCase {
         return items;
     }
 
-    // The visible item that a screen reader calls so, or null.
+    // The visible item with this accessible name, or null.
     function named(root: Item, name: string): Item {
         return visibleItems(root).find(item => !item.Accessible.ignored && item.Accessible.name === name) ?? null;
     }
 
-    // The visible item that shows this text, or null.
+    // The visible item with this text, or null.
     function showing(root: Item, text: string): Item {
         return visibleItems(root).find(item => item.textFormat !== undefined && item.text === text) ?? null;
     }
 
-    // The visible pictures of a symbol.
+    // The visible images of a symbol.
     function symbols(root: Item, name: string): var {
         return visibleItems(root).filter(item => item.source !== undefined && item.source.toString().startsWith("image://symbol/" + name + "?"));
     }
@@ -35,7 +35,7 @@ TestCase {
         return visibleItems(root).filter(item => item.phase !== undefined);
     }
 
-    // What can be operated and reached by the Tab key.
+    // The enabled controls reachable by the Tab key.
     function controls(root: Item): var {
         return visibleItems(root).filter(item => item.activeFocusOnTab && item.enabled);
     }

@@ -13,8 +13,8 @@
 
 #include <optional>
 
-// An engine with the real library behind it, and the small things that its tests keep asking for. Used on the
-// test's main thread; unloads before it goes, as the program does.
+// An engine with the real library, and helpers for its tests. Thread: main. Unloads before destruction, as
+// the program does.
 class EngineFixture
 {
 public:
@@ -29,7 +29,7 @@ public:
 
     QString filePath(const QString &name) const { return m_folder.filePath(name); }
 
-    // Each model in a file of its own: the engine may be reading the last one until this one is loaded.
+    // Each model gets its own file: the engine may still be reading the previous one.
     void load(const TinyModel &model)
     {
         const QString path = filePath(QStringLiteral("model-%1.gguf").arg(++m_models));
@@ -42,7 +42,7 @@ public:
         return {{ChatMessage::Role::User, content}};
     }
 
-    // The reply to one short message; the pieces in which it came are in `pieces`.
+    // The reply to one short message; its pieces are in `pieces`.
     QString reply(int maxTokens, const QString &content = QStringLiteral("Hi"))
     {
         pieces.clear();
@@ -58,7 +58,7 @@ public:
         };
     }
 
-    // The code of the failure with which this work ends; nothing if it succeeds.
+    // The error code thrown by `work`, or nothing.
     template <typename Work>
     static std::optional<InferenceError::Code> failureOf(Work work)
     {
@@ -77,5 +77,5 @@ public:
 private:
     QTemporaryDir m_folder;
     int m_models = 0;
-    std::optional<LlamaEngine> m_engine; // once the library's log is taken over
+    std::optional<LlamaEngine> m_engine; // created after the log callback is installed
 };

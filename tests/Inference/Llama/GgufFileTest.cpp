@@ -16,7 +16,7 @@ constexpr quint32 typeUnsigned32 = 4;
 constexpr quint32 typeString = 8;
 constexpr quint32 typeArray = 9;
 
-// Writes the bytes of a model file, field by field.
+// Builds the bytes of a model file, field by field.
 class Bytes
 {
 public:
@@ -71,7 +71,7 @@ private:
     QDataStream m_stream{&m_bytes, QIODevice::WriteOnly};
 };
 
-// A small file in which everything fits together.
+// A small consistent file.
 QByteArray goodFile(quint32 version = 3)
 {
     return Bytes()
@@ -88,7 +88,7 @@ QByteArray goodFile(quint32 version = 3)
 
 } // namespace
 
-// What is seen of a model file before the library gets it.
+// The check of a model file before llama.cpp loads it.
 class GgufFileTest : public QObject
 {
     Q_OBJECT

@@ -17,7 +17,7 @@ namespace {
 
 const QString processSizePath = u"/proc/self/statm"_s;
 
-// A model that says one letter.
+// A model whose reply is one letter.
 TinyModel modelSaying(char letter)
 {
     TinyModel model;
@@ -25,7 +25,7 @@ TinyModel modelSaying(char letter)
     return model;
 }
 
-// Takes the process's memory away beyond what it uses now and this much more.
+// Limits the process's memory to its current use plus `bytes`.
 class MemoryLimit
 {
 public:
@@ -52,8 +52,7 @@ private:
     rlimit m_before = {};
 };
 
-// Says when the library begins to speak of what it does, and makes that slow, so that something can come in
-// between.
+// Signals the library's first log message and delays the messages, so that a test can act during a load.
 class SlowLibraryLog
 {
 public:
@@ -148,16 +147,16 @@ private Q_SLOTS:
         QVERIFY(file.open(QFile::WriteOnly));
         QCOMPARE(file.write(bytes), bytes.size());
         file.close();
-        QCOMPARE(loadFailure(fixture, path), Code::loadFailed);
+        QCOMPARE(loadFailure(fixture, path), Code::LoadFailed);
         QVERIFY(!fixture.engine().isLoaded());
-        QCOMPARE(fixture.failureOf([&] { fixture.reply(10); }), Code::notLoaded);
+        QCOMPARE(fixture.failureOf([&] { fixture.reply(10); }), Code::NotLoaded);
     }
 
     void aMissingFileLeavesNothingLoaded()
     {
         EngineFixture fixture;
         fixture.load(modelSaying('a'));
-        QCOMPARE(loadFailure(fixture, fixture.filePath(u"missing.gguf"_s)), Code::loadFailed);
+        QCOMPARE(loadFailure(fixture, fixture.filePath(u"missing.gguf"_s)), Code::LoadFailed);
         QVERIFY(!fixture.engine().isLoaded());
     }
 
@@ -167,13 +166,13 @@ private Q_SLOTS:
         const QString path = fixture.filePath(u"missing.gguf"_s);
         const QString message = u"Not loaded: "_s + path + u" The file cannot be read."_s;
         QTest::ignoreMessage(QtWarningMsg, qPrintable(message));
-        QCOMPARE(loadFailure(fixture, path), Code::loadFailed);
+        QCOMPARE(loadFailure(fixture, path), Code::LoadFailed);
     }
 
     void aLoadAfterAFailureSucceeds()
     {
         EngineFixture fixture;
-        QCOMPARE(loadFailure(fixture, u"/"_s), Code::loadFailed);
+        QCOMPARE(loadFailure(fixture, u"/"_s), Code::LoadFailed);
         fixture.load(modelSaying('a'));
         QCOMPARE(fixture.reply(10), u"a"_s);
     }
@@ -188,12 +187,12 @@ private Q_SLOTS:
         EngineFixture fixture;
         fixture.load(modelSaying('a'));
         TinyModel model = modelSaying('b');
-        model.setHeadSize(8192); // 128 MiB of context memory
+        model.setHeadSize(8192); // 128 MiB of KV cache
         const QString path = fixture.filePath(u"wide.gguf"_s);
         model.write(path);
         {
             const MemoryLimit limit(rlim_t(100) << 20);
-            QCOMPARE(loadFailure(fixture, path), Code::contextFailed);
+            QCOMPARE(loadFailure(fixture, path), Code::ContextFailed);
         }
         QVERIFY(!fixture.engine().isLoaded());
         Awaited::result(fixture.engine().load(path));
@@ -206,11 +205,11 @@ private Q_SLOTS:
         TinyModel model;
         model.setVocabulary(TinyModel::Vocabulary::None);
         fixture.load(model);
-        QCOMPARE(fixture.failureOf([&] { fixture.reply(10); }), Code::notLoaded);
+        QCOMPARE(fixture.failureOf([&] { fixture.reply(10); }), Code::NotLoaded);
     }
 
-    // As when the user quits while gigabytes are being read.
-    void anEngineThatGoesEndsItsLoadEarly()
+    // As when the user quits during a load of gigabytes.
+    void destructionEndsALoadEarly()
     {
         const QString path = m_folder.filePath(u"model.gguf"_s);
         modelSaying('a').write(path);
@@ -219,7 +218,7 @@ private Q_SLOTS:
         QCoro::Task<void> load = engine->load(path);
         log.waitForAMessage();
         engine.reset();
-        QCOMPARE(EngineFixture::failureOf([&] { Awaited::result(std::move(load)); }), Code::loadFailed);
+        QCOMPARE(EngineFixture::failureOf([&] { Awaited::result(std::move(load)); }), Code::LoadFailed);
     }
 
     void unloadReturnsAtOnceAndReleasesInItsTurn()
@@ -228,7 +227,7 @@ private Q_SLOTS:
         fixture.load(modelSaying('a'));
         fixture.engine().unload();
         QTRY_VERIFY(!fixture.engine().isLoaded());
-        QCOMPARE(fixture.failureOf([&] { fixture.reply(10); }), Code::notLoaded);
+        QCOMPARE(fixture.failureOf([&] { fixture.reply(10); }), Code::NotLoaded);
         fixture.engine().unload();
         fixture.load(modelSaying('b'));
         QCOMPARE(fixture.reply(10), u"b"_s);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// What the engine knows of earlier prompts, and evaluates ahead of need, is not to be seen from outside.
+// Prompt reuse and evaluation ahead do not change the engine's observable behaviour.
 #include "Inference/Llama/EngineFixture.h"
 
 #include <QTest>
@@ -10,7 +10,7 @@ namespace {
 
 constexpr int promptTokens = 1000;
 
-// Says "n", but nothing when it sees an "X".
+// Replies "n", or nothing if the prompt contains an "X".
 TinyModel modelWatchingX()
 {
     TinyModel model;
@@ -46,7 +46,7 @@ class LlamaEngineReuseTest : public QObject
 private Q_SLOTS:
     void everyPromptIsAnsweredByItself_data()
     {
-        QTest::addColumn<QList<int>>("watchedAt"); // one prompt after the other; -1: nowhere
+        QTest::addColumn<QList<int>>("watchedAt"); // one per prompt; -1: none
         QTest::newRow("the end differs") << QList<int>{-1, 990, -1, 990, 989};
         QTest::newRow("the middle differs") << QList<int>{500, -1, 510, -1, -1};
         QTest::newRow("the start differs") << QList<int>{-1, 0, -1, 0, -1};
@@ -73,26 +73,26 @@ private Q_SLOTS:
         QCOMPARE(fixture.reply(8, letters(promptTokens, 700)), QString());
     }
 
-    void aTaskThatComesAtOnceIsAnsweredByItself()
+    void aTaskRightAfterTheLoadIsAnsweredByItself()
     {
         const QList<ChatMessage> beginning = systemSays(letters(promptTokens));
         EngineFixture fixture(beginning);
-        fixture.load(modelWatchingX()); // the evaluation ahead has just begun
+        fixture.load(modelWatchingX()); // evaluation ahead has just begun
         QCOMPARE(reply(fixture, beginning + EngineFixture::userSays(u"b"_s)), u"n"_s);
         QCOMPARE(reply(fixture, beginning + EngineFixture::userSays(u"X"_s)), QString());
     }
 
-    void aConversationThatBeginsOtherwiseDoesNotSeeTheExpectedBeginning()
+    void anotherBeginningDoesNotSeeTheExpectedOne()
     {
         EngineFixture fixture(systemSays(letters(promptTokens, 300)));
         fixture.load(modelWatchingX());
-        QTest::qWait(50); // whether it is done by now or not
+        QTest::qWait(50); // whether or not it has finished
         QCOMPARE(reply(fixture, EngineFixture::userSays(letters(promptTokens))), u"n"_s);
         QCOMPARE(reply(fixture, systemSays(letters(promptTokens, 300)) + EngineFixture::userSays(u"b"_s)),
                  QString());
     }
 
-    void anotherModelMayBeLoadedInTheMiddleOfIt()
+    void anotherModelMayBeLoadedDuringEvaluationAhead()
     {
         EngineFixture fixture(systemSays(letters(promptTokens)));
         fixture.load(modelWatchingX());
@@ -102,24 +102,24 @@ private Q_SLOTS:
         QCOMPARE(reply(fixture, EngineFixture::userSays(letters(promptTokens, 10))), u"o"_s);
     }
 
-    void itEndsWithAnUnload()
+    void evaluationAheadEndsWithAnUnload()
     {
         EngineFixture fixture(systemSays(letters(promptTokens)));
         fixture.load(modelWatchingX());
         fixture.engine().unload();
-        QCOMPARE(EngineFixture::failureOf([&] { fixture.reply(8); }), InferenceError::Code::notLoaded);
+        QCOMPARE(EngineFixture::failureOf([&] { fixture.reply(8); }), InferenceError::Code::NotLoaded);
         QVERIFY(!fixture.engine().isLoaded());
     }
 
-    // Whatever the engine is doing at that moment.
-    void theEngineMayGoAtAnyTime_data()
+    // Destroys the engine at various moments.
+    void theEngineMayBeDestroyedAtAnyTime_data()
     {
         QTest::addColumn<int>("wait"); // ms
         for (const int wait : {0, 1, 3, 10, 30})
             QTest::addRow("after %d ms", wait) << wait;
     }
 
-    void theEngineMayGoAtAnyTime()
+    void theEngineMayBeDestroyedAtAnyTime()
     {
         QFETCH(int, wait);
         const QList<ChatMessage> beginning = systemSays(letters(3000));
@@ -134,17 +134,17 @@ private Q_SLOTS:
         QCoreApplication::processEvents();
     }
 
-    void aBeginningThatNoModelCanTakeIsNoFailure()
+    void aBeginningThatCannotBeEvaluatedIsNoFailure()
     {
-        TinyModel model; // keeps no memory of a prompt
+        TinyModel model; // has no KV cache
         model.setArchitecture(TinyModel::Architecture::Embedding);
         EngineFixture fixture(systemSays(letters(promptTokens)));
         fixture.load(model);
         QVERIFY(fixture.engine().isLoaded());
-        QCOMPARE(EngineFixture::failureOf([&] { fixture.reply(1); }), InferenceError::Code::decodeFailed);
+        QCOMPARE(EngineFixture::failureOf([&] { fixture.reply(1); }), InferenceError::Code::DecodeFailed);
     }
 
-    void aModelThatCannotForgetTheEndOfAPromptIsAnsweredInFull()
+    void aModelThatCannotTruncateAPromptIsEvaluatedInFull()
     {
         TinyModel model;
         model.setArchitecture(TinyModel::Architecture::Recurrent);

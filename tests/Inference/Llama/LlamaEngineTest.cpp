@@ -13,11 +13,11 @@ namespace {
 
 constexpr auto byteToken = &TinyModel::byteToken;
 
-// The default rendering around one user's message; every byte of it is a token here.
+// The default rendering around one user message; each byte is one token.
 const QString opening = u"<|im_start|>user\n"_s;
 const QString closing = u"<|im_end|>\n<|im_start|>assistant\n"_s;
 
-// A message whose prompt has this many tokens, with one watched "X" at this place of it (none: -1).
+// A message whose prompt has this many tokens, with a watched "X" at one position (-1: none).
 QString messageForPrompt(int tokens, int watchedAt = -1)
 {
     QString content(tokens - opening.size() - closing.size(), u'a');
@@ -26,7 +26,7 @@ QString messageForPrompt(int tokens, int watchedAt = -1)
     return content;
 }
 
-// Says "n", but nothing when it sees an "X".
+// Replies "n", or nothing if the prompt contains an "X".
 TinyModel modelWatchingX()
 {
     TinyModel model;
@@ -35,7 +35,7 @@ TinyModel modelWatchingX()
     return model;
 }
 
-// Says "ab" over and over.
+// Replies "ab" endlessly.
 TinyModel endlessModel()
 {
     TinyModel model;
@@ -46,7 +46,7 @@ TinyModel endlessModel()
 
 } // namespace
 
-// Generating replies with the real library and models whose replies are known.
+// Generation with the real library and models with known replies.
 class LlamaEngineTest : public QObject
 {
     Q_OBJECT
@@ -91,13 +91,13 @@ private Q_SLOTS:
 
     void withoutTokensToGenerateThePromptIsNotDecoded()
     {
-        // This kind of model cannot answer: decoding a prompt shows at once.
+        // Such a model cannot generate: decoding a prompt fails.
         EngineFixture fixture;
         TinyModel model;
         model.setArchitecture(TinyModel::Architecture::Embedding);
         fixture.load(model);
         QCOMPARE(fixture.reply(0), QString());
-        QCOMPARE(fixture.failureOf([&] { fixture.reply(1); }), Code::decodeFailed);
+        QCOMPARE(fixture.failureOf([&] { fixture.reply(1); }), Code::DecodeFailed);
         QVERIFY(fixture.engine().isLoaded());
     }
 
@@ -187,10 +187,10 @@ private Q_SLOTS:
     {
         EngineFixture fixture;
         fixture.load(modelWatchingX());
-        QCOMPARE(fixture.failureOf([&] { fixture.reply(4040, messageForPrompt(57)); }), Code::tokenizeFailed);
+        QCOMPARE(fixture.failureOf([&] { fixture.reply(4040, messageForPrompt(57)); }), Code::TokenizeFailed);
         QCOMPARE(fixture.reply(4040, messageForPrompt(56)), u"n"_s);
         QCOMPARE(fixture.failureOf([&] { fixture.reply(4040, messageForPrompt(5000)); }),
-                 Code::tokenizeFailed);
+                 Code::TokenizeFailed);
         QVERIFY(fixture.engine().isLoaded());
     }
 
@@ -200,7 +200,7 @@ private Q_SLOTS:
         fixture.load(modelWatchingX());
         QCOMPARE(fixture.reply(10, u"X"_s), QString());
         QCOMPARE(fixture.reply(10, u"Y"_s), u"n"_s);
-        // Two such prompts have no room in one context.
+        // Two such prompts do not fit into one context.
         QCOMPARE(fixture.reply(10, messageForPrompt(4000)), u"n"_s);
         QCOMPARE(fixture.reply(10, messageForPrompt(4000)), u"n"_s);
     }
@@ -231,18 +231,18 @@ private Q_SLOTS:
         fixture.engine().unload();
         QCoro::Task<QString> after =
             fixture.engine().generate(fixture.userSays(u"Hi"_s), 100, fixture.collect());
-        QCOMPARE(fixture.failureOf([&] { Awaited::result(std::move(after)); }), Code::notLoaded);
+        QCOMPARE(fixture.failureOf([&] { Awaited::result(std::move(after)); }), Code::NotLoaded);
         QCOMPARE(Awaited::result(std::move(before)), u"ab"_s.repeated(50));
     }
 
-    void anEngineThatGoesEndsItsReplyEarly()
+    void destructionEndsAReplyEarly()
     {
         QString text;
         QSemaphore begun;
         {
             EngineFixture fixture;
             fixture.load(endlessModel());
-            // Slow enough for the end to come in the middle.
+            // Slow enough to end the engine in the middle.
             const auto collect = [&text, &begun](const QString &piece) {
                 text += piece;
                 begun.release();
@@ -272,8 +272,7 @@ private Q_SLOTS:
         QCOMPARE(drawn.size(), 40);
     }
 
-    // At temperature 1 the lesser token would come up some eighteen times in a thousand; at 0.2 once in half
-    // a million.
+    // At temperature 1 the less likely token would be drawn about 18 times in 1,000; at 0.2 once in 500,000.
     void theTemperatureFavoursTheLikelierToken()
     {
         EngineFixture fixture;

@@ -14,7 +14,7 @@ class LlamaLibraryTest : public QObject
 {
     Q_OBJECT
 
-    QProcessEnvironment m_environment; // before the library is made ready
+    QProcessEnvironment m_environment; // before initialisation
 
 private Q_SLOTS:
     void initTestCase()
@@ -23,7 +23,7 @@ private Q_SLOTS:
         m_environment = QProcessEnvironment::systemEnvironment();
     }
 
-    // Where the library would look for plug-ins by itself. First, since they are loaded once.
+    // The library's default plug-in folder. Must run first, since back ends are loaded once.
     void nothingOfTheCurrentFolderIsLoaded()
     {
         const QFile plugIn(QStringLiteral(ORVANE_LLAMA_BACK_ENDS "/libggml-blas.so"));
@@ -39,8 +39,8 @@ private Q_SLOTS:
         QCOMPARE(devices.removeDuplicates(), 0);
     }
 
-    // Other threads read it meanwhile.
-    void makingReadyLeavesTheEnvironmentAlone()
+    // Other threads may be reading the environment.
+    void initialisingLeavesTheEnvironmentAlone()
     {
         LlamaLibrary::describe();
         QCOMPARE(QProcessEnvironment::systemEnvironment(), m_environment);
@@ -51,12 +51,12 @@ private Q_SLOTS:
         const LlamaLibrary::Description description = LlamaLibrary::describe();
         static const QRegularExpression version(u"^ggml \\d+\\.\\d+\\.\\d+(, commit \\S+)?$"_s);
         QVERIFY2(version.match(description.build).hasMatch(), qPrintable(description.build));
-        // There is always a processor to compute on.
+        // The CPU is always a device.
         const QStringList processors = description.devices.filter(u"CPU"_s);
         QVERIFY2(!processors.isEmpty(), qPrintable(description.devices.join(u'\n')));
     }
 
-    void askingAgainSaysTheSame()
+    void describingTwiceGivesTheSame()
     {
         const LlamaLibrary::Description first = LlamaLibrary::describe();
         const LlamaLibrary::Description second = LlamaLibrary::describe();

@@ -25,14 +25,13 @@ void say(ggml_log_level level, const char *text)
 
 } // namespace
 
-// What becomes of the library's messages.
+// Filtering of the library's log.
 class LlamaLogTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    // The library reads it without a lock, on whichever thread has something to
-    // say.
+    // The library reads the callback without a lock, on any thread.
     void theLibrarysLogIsTakenOverOnce()
     {
         LlamaLog::keep(Kept::Errors);

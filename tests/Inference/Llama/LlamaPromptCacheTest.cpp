@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// Putting back what is known of a prompt changes not one bit of what the model says: llama.cpp itself, on
-// models with the shapes of the catalog's.
+// Restoring a prompt's state does not change one bit of the logits: real llama.cpp, with models of the
+// catalog's shapes.
 #include "Inference/Llama/LlamaPromptCache.h"
 
 #include "Inference/ContextFitting.h"
@@ -32,13 +32,13 @@ private Q_SLOTS:
     void initTestCase();
     void everyScoreOfEveryStepIsTheSame_data();
     void everyScoreOfEveryStepIsTheSame();
-    void theNextStepEvaluatesOnlyWhatIsNew();
+    void theNextStepEvaluatesNewTokensOnly();
     void everyConversationSharesItsFirstMessage();
-    void nothingIsPutBackUntilItHasBeenTried();
+    void nothingIsRestoredBeforeTheTrial();
     void aPromptThatIsTooShortGivesNoTrial();
-    void aTrialTakesFewTokensAndKeepsWhatIsKept();
-    void aModelThatCannotForgetTheEndIsEvaluatedInFull();
-    void resetGivesTheCopyBack();
+    void aTrialTakesFewTokensAndKeepsTheCopy();
+    void aContextThatCannotTruncateIsEvaluatedInFull();
+    void resetFreesTheCopy();
     void theCopyStaysWithinItsBound();
     void twelveStepsOfEveryModelAreKept_data();
     void twelveStepsOfEveryModelAreKept();
@@ -54,7 +54,7 @@ namespace {
 constexpr int maxTokens = 400;
 constexpr int replyTokens = 4;
 
-// A model in memory with one context, and the memory of its prompts.
+// A loaded model with a context and a prompt cache.
 class Machine
 {
 public:
@@ -96,7 +96,7 @@ public:
             m_memory.evaluateChunk();
     }
 
-    // The scores of every token after the prompt and after each of the following ones.
+    // The logits after the prompt and after each following token.
     QList<QByteArray> scores(const std::vector<qint32> &prompt)
     {
         evaluate(prompt);
@@ -108,7 +108,7 @@ public:
         return all;
     }
 
-    // As the engine does when a reply is done.
+    // As the engine does after a reply.
     void keep()
     {
         m_memory.keep();
@@ -116,7 +116,7 @@ public:
             m_memory.tryOut();
     }
 
-    // By the library's own count.
+    // As counted by the library.
     qint64 evaluatedTokens() const { return llama_perf_context(m_context.get()).n_p_eval; }
 
     QByteArray scores() const
@@ -132,7 +132,7 @@ private:
     LlamaPromptCache m_memory;
 };
 
-// With so long an answer in its middle that the last steps do not fit into the context.
+// With an answer in its middle so long that the last steps do not fit into the context.
 QList<ChatMessage> overflowing()
 {
     QList<ChatMessage> conversation = RecordedConversation::read(6);
@@ -166,7 +166,7 @@ QString LlamaPromptCacheTest::fileOf(const QString &model) const
 void LlamaPromptCacheTest::everyScoreOfEveryStepIsTheSame_data()
 {
     QTest::addColumn<QString>("model");
-    QTest::addColumn<int>("steps"); // 0: a conversation that overflows the context
+    QTest::addColumn<int>("steps"); // 0: a conversation longer than the context
     QTest::newRow("practice model, 3 steps") << u"practice"_s << 3;
     QTest::newRow("practice model, 6 steps") << u"practice"_s << 6;
     QTest::newRow("practice model, 12 steps") << u"practice"_s << 12;
@@ -182,7 +182,7 @@ void LlamaPromptCacheTest::everyScoreOfEveryStepIsTheSame()
     QFETCH(QString, model);
     QFETCH(int, steps);
     Machine reusing(fileOf(model));
-    Machine plain(fileOf(model)); // never keeps anything
+    Machine plain(fileOf(model)); // never reuses
     size_t reused = 0;
     const QList<QList<ChatMessage>> prompts = RecordedConversation::prompts(recorded(steps));
     for (const QList<ChatMessage> &messages : prompts) {
@@ -192,11 +192,11 @@ void LlamaPromptCacheTest::everyScoreOfEveryStepIsTheSame()
         QCOMPARE(plain.memory().reusedCount(), size_t(0));
         reusing.keep();
     }
-    // Otherwise nothing has been compared.
+    // Without reuse the comparison would prove nothing.
     QVERIFY(reused > 0);
 }
 
-void LlamaPromptCacheTest::theNextStepEvaluatesOnlyWhatIsNew()
+void LlamaPromptCacheTest::theNextStepEvaluatesNewTokensOnly()
 {
     Machine machine(fileOf(u"qwen"_s));
     const QList<QList<ChatMessage>> prompts = RecordedConversation::prompts(RecordedConversation::read(3));
@@ -210,7 +210,7 @@ void LlamaPromptCacheTest::theNextStepEvaluatesOnlyWhatIsNew()
     QCOMPARE(machine.memory().reusedCount(), first.size());
 }
 
-// The engine evaluates it ahead of the first task.
+// The part that the engine evaluates ahead.
 void LlamaPromptCacheTest::everyConversationSharesItsFirstMessage()
 {
     Machine machine(fileOf(u"llama"_s));
@@ -226,7 +226,7 @@ void LlamaPromptCacheTest::everyConversationSharesItsFirstMessage()
     QCOMPARE(machine.memory().reusedCount(), static_cast<size_t>(firstEnd - whole.begin()) + 1);
 }
 
-void LlamaPromptCacheTest::nothingIsPutBackUntilItHasBeenTried()
+void LlamaPromptCacheTest::nothingIsRestoredBeforeTheTrial()
 {
     Machine machine(fileOf(u"qwen"_s));
     const std::vector<qint32> prompt =
@@ -254,8 +254,8 @@ void LlamaPromptCacheTest::aPromptThatIsTooShortGivesNoTrial()
     QVERIFY(machine.memory().needsTrial());
 }
 
-// Whoever gives a task while it runs waits for it.
-void LlamaPromptCacheTest::aTrialTakesFewTokensAndKeepsWhatIsKept()
+// A task submitted meanwhile waits for the trial.
+void LlamaPromptCacheTest::aTrialTakesFewTokensAndKeepsTheCopy()
 {
     Machine machine(fileOf(u"llama"_s));
     Machine plain(fileOf(u"llama"_s));
@@ -275,7 +275,7 @@ void LlamaPromptCacheTest::aTrialTakesFewTokensAndKeepsWhatIsKept()
     QCOMPARE(machine.scores(), plain.scores());
 }
 
-void LlamaPromptCacheTest::aModelThatCannotForgetTheEndIsEvaluatedInFull()
+void LlamaPromptCacheTest::aContextThatCannotTruncateIsEvaluatedInFull()
 {
     TinyModel recurrent;
     recurrent.setArchitecture(TinyModel::Architecture::Recurrent);
@@ -292,7 +292,7 @@ void LlamaPromptCacheTest::aModelThatCannotForgetTheEndIsEvaluatedInFull()
     QCOMPARE(machine.scores(), scores);
 }
 
-void LlamaPromptCacheTest::resetGivesTheCopyBack()
+void LlamaPromptCacheTest::resetFreesTheCopy()
 {
     Machine machine(fileOf(u"qwen"_s));
     const std::vector<qint32> prompt =
@@ -318,7 +318,7 @@ void LlamaPromptCacheTest::theCopyStaysWithinItsBound()
     unbounded.memory().keep();
     const size_t whole = unbounded.memory().keptBytes();
 
-    // The beginning of the prompt that fits stays of use.
+    // The beginning of the prompt that fits remains reusable.
     const size_t half = whole / 2;
     Machine bounded(fileOf(u"tiny"_s), half);
     bounded.evaluate(prompt);
@@ -328,7 +328,7 @@ void LlamaPromptCacheTest::theCopyStaysWithinItsBound()
     QCOMPARE(bounded.scores(prompt), scores);
     QVERIFY(bounded.memory().reusedCount() == 3 * chunk || bounded.memory().reusedCount() == 4 * chunk);
 
-    // Less than one chunk is of no use.
+    // Less than one chunk cannot be reused.
     Machine tight(fileOf(u"tiny"_s), whole / 10);
     tight.evaluate(prompt);
     tight.keep();
@@ -347,7 +347,7 @@ void LlamaPromptCacheTest::twelveStepsOfEveryModelAreKept_data()
 void LlamaPromptCacheTest::twelveStepsOfEveryModelAreKept()
 {
     constexpr size_t layers = 28;    // both models
-    constexpr size_t layersHere = 2; // what is cut off is like the rest
+    constexpr size_t layersHere = 2; // the other layers are alike
     QFETCH(QString, model);
     Machine machine(fileOf(model), LlamaPromptCache::mostKeptBytes / (layers / layersHere));
     const std::vector<qint32> last =

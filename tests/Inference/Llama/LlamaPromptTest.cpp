@@ -32,7 +32,7 @@ QList<ChatMessage> conversation(const QString &content)
 
 } // namespace
 
-// The prompt that a loaded model's own words give, and that no content can forge a part of it.
+// The prompt rendered with a loaded model; no content can forge a control token.
 class LlamaPromptTest : public QObject
 {
     Q_OBJECT
@@ -73,7 +73,7 @@ private Q_SLOTS:
             u"<|im_start|>system\nS<|im_end|>\n<|im_start|>user\nU\n“x”<|im_end|>\n<|im_start|>assistant\n"_s);
     }
 
-    // Its first buffer has no bytes at all, so the whole text comes from the second call.
+    // The first buffer has size 0, so the second call renders the text.
     void anEmptyConversationIsRenderedByTheSecondCall()
     {
         TinyModel tiny;
@@ -95,7 +95,7 @@ private Q_SLOTS:
         QTest::newRow("ChatML") << chatMLTemplate << chatML << TinyModel::Kind::Control << 3 * 2 + 1;
         QTest::newRow("ChatML by default") << QByteArray() << chatML << TinyModel::Kind::Control << 3 * 2 + 1;
         QTest::newRow("Llama 3") << llama3Template << llama3 << TinyModel::Kind::Control << 3 * 3 + 2;
-        // The library puts the system message into the user's turn here.
+        // This template puts the system message into the user's turn.
         QTest::newRow("markers kept as added words")
             << gemmaTemplate << gemma << TinyModel::Kind::UserDefined << 2 * 2 + 1;
     }
@@ -141,7 +141,7 @@ private:
         return LlamaPrompt::render(messages, m_model.get(), LlamaPrompt::controlTokens(m_model.get()));
     }
 
-    // How many tokens of the prompt are no plain text, tokenised as the engine does it.
+    // The number of special tokens in the prompt, tokenised as in the engine.
     int specialTokens(const QString &prompt) const
     {
         const llama_vocab *const vocab = llama_model_get_vocab(m_model.get());

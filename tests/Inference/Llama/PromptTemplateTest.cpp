@@ -15,7 +15,7 @@ namespace {
 
 constexpr auto overflowArgument = "overflow";
 
-// Stands for the library's call: renders the messages in a fixed notation, and counts how often it was asked.
+// Replaces the library call: renders messages in a fixed notation and counts calls.
 struct ScriptedTemplate
 {
     QByteArray rendering;
@@ -43,7 +43,7 @@ const QList<ChatMessage> conversation = {{ChatMessage::Role::System, u"Rules."_s
 
 } // namespace
 
-// The one text that a conversation becomes.
+// Rendering of a conversation.
 class PromptTemplateTest : public QObject
 {
     Q_OBJECT

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Downloads one file and says on its output how it goes, so that a test can have a second process, and kill
-// it:
+// Downloads one file and prints its progress, as a second process for tests, which may kill it:
 //     DownloadProcess URL DOWNLOADS_DIRECTORY
 #include "Models/Download/HttpDownloadSession.h"
 

@@ -52,7 +52,7 @@ QByteArray sha256(const QByteArray &content)
 
 } // namespace
 
-// Downloads over real HTTP, from a server on this machine.
+// Downloads over real HTTP from a local server.
 class HttpDownloadSessionTest : public QObject
 {
     Q_OBJECT
@@ -161,7 +161,7 @@ void HttpDownloadSessionTest::newSession(const TransferOptions &options)
     m_session->setDelegate(m_delegate.get());
 }
 
-// Downloads to the end, whatever it is.
+// Downloads until the last callback, whatever the outcome.
 void HttpDownloadSessionTest::download(const QString &path, qint64 approximateSize)
 {
     const qsizetype before = m_delegate->endCount();
@@ -169,7 +169,7 @@ void HttpDownloadSessionTest::download(const QString &path, qint64 approximateSi
     QTRY_COMPARE(m_delegate->endCount(), before + 1);
 }
 
-// Leaves the first part of the resource behind, and the resource whole on the server.
+// Leaves a partial download of the resource, which the server then offers in full.
 void HttpDownloadSessionTest::interruptedDownload(Resource resource)
 {
     resource.dropAfter = firstPart;
@@ -229,7 +229,7 @@ void HttpDownloadSessionTest::progressNamesTheAnnouncedLength()
 void HttpDownloadSessionTest::progressWithoutALengthNamesNone()
 {
     Resource resource = model();
-    resource.length = Resource::Length::unknown;
+    resource.length = Resource::Length::Unknown;
     resource.holdAfter = modelSize / 2;
     m_server->set(u"/model.gguf"_s, resource);
     m_session->start({m_server->url(u"/model.gguf"_s), 0});
@@ -460,7 +460,7 @@ void HttpDownloadSessionTest::changedFileSentAsAPartStartsOver()
     Resource changed = model();
     changed.content = someContent(2);
     changed.entityTag = "\"version-2\"";
-    changed.ranges = Resource::Ranges::sentUnasked;
+    changed.ranges = Resource::Ranges::SentUnasked;
     m_server->set(u"/model.gguf"_s, changed);
     download();
     QCOMPARE(m_server->requests().size(), 3);
@@ -471,7 +471,7 @@ void HttpDownloadSessionTest::changedFileSentAsAPartStartsOver()
 void HttpDownloadSessionTest::wholeAnswerToARangeRequestStartsOver()
 {
     Resource resource = model();
-    resource.ranges = Resource::Ranges::ignored;
+    resource.ranges = Resource::Ranges::Ignored;
     interruptedDownload(resource);
     download();
     QCOMPARE(requestHeader(1, "range"), "bytes=100000-");
@@ -482,7 +482,7 @@ void HttpDownloadSessionTest::wholeAnswerToARangeRequestStartsOver()
 void HttpDownloadSessionTest::refusedRangeStartsOver()
 {
     Resource resource = model();
-    resource.ranges = Resource::Ranges::refused;
+    resource.ranges = Resource::Ranges::Refused;
     interruptedDownload(resource);
     download();
     QCOMPARE(requestHeader(1, "range"), "bytes=100000-");
@@ -560,7 +560,7 @@ void HttpDownloadSessionTest::downloadShorterThanTheRedirectSaidIsAFailure()
     redirect.headers = {{"Location", "/storage"}, {"X-Linked-Size", "300500"}};
     m_server->set(u"/model.gguf"_s, redirect);
     Resource storage = model();
-    storage.length = Resource::Length::unknown;
+    storage.length = Resource::Length::Unknown;
     m_server->set(u"/storage"_s, storage);
     download();
     QCOMPARE(m_delegate->record().finished.size(), 0);
@@ -589,8 +589,8 @@ void HttpDownloadSessionTest::bodyLongerThanAnnouncedIsCutOffAtOnce()
     redirect.headers = {{"Location", "/storage"}, {"X-Linked-Size", "200000"}};
     m_server->set(u"/model.gguf"_s, redirect);
     Resource endless = model();
-    endless.length = Resource::Length::unknown;
-    endless.holdAfter = 200'001; // and the connection stays open
+    endless.length = Resource::Length::Unknown;
+    endless.holdAfter = 200'001; // the connection stays open
     m_server->set(u"/storage"_s, endless);
     download();
     QCOMPARE(m_delegate->lastMessage(), u"The download has the wrong size: more than 200000 bytes."_s);
@@ -602,7 +602,7 @@ void HttpDownloadSessionTest::answerOfAnotherSizeThanKnownIsRefused()
 {
     Resource page;
     page.content = "<html>Please log in</html>";
-    page.holdAfter = 0; // its head is enough
+    page.holdAfter = 0; // the header suffices
     m_server->set(u"/model.gguf"_s, page);
     m_session->start({m_server->url(u"/model.gguf"_s), 0, VerifiedFile{modelSize, sha256(someContent())}});
     QTRY_COMPARE(m_delegate->endCount(), 1);
@@ -739,7 +739,7 @@ void HttpDownloadSessionTest::partAlreadyThereCountsForTheFreeSpace()
 
 void HttpDownloadSessionTest::failedWriteIsReported()
 {
-    // A limit on the size of files stands in for a disk that fills up midway.
+    // A file size limit simulates a disk that fills up.
     rlimit unlimited;
     QCOMPARE(getrlimit(RLIMIT_FSIZE, &unlimited), 0);
     rlimit limited = unlimited;

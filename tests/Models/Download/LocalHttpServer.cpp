@@ -37,7 +37,7 @@ struct Answer
     QList<LocalHttpServer::Header> headers;
 };
 
-// What the request gets of the resource, by its range if it names one.
+// The answer to a request, partial if it names a range.
 Answer answerTo(const LocalHttpServer::Request &request, const LocalHttpServer::Resource &resource)
 {
     using Ranges = LocalHttpServer::Resource::Ranges;
@@ -45,8 +45,8 @@ Answer answerTo(const LocalHttpServer::Request &request, const LocalHttpServer::
     const QByteArray condition = request.headers.value("if-range");
     const bool unchanged = condition == resource.entityTag || condition == resource.lastModified;
     const bool partial =
-        resource.ranges == Ranges::sentUnasked || (resource.ranges == Ranges::supported && unchanged);
-    if (!range.isEmpty() && resource.ranges == Ranges::refused)
+        resource.ranges == Ranges::SentUnasked || (resource.ranges == Ranges::Supported && unchanged);
+    if (!range.isEmpty() && resource.ranges == Ranges::Refused)
         return {416, {}, {}};
     if (range.isEmpty() || !partial || resource.status != 200)
         return {resource.status, resource.content, {}};
@@ -136,7 +136,7 @@ void LocalHttpServer::answer(QTcpSocket *socket, const Request &request)
         headers.append({"ETag", resource.entityTag});
     if (!resource.lastModified.isEmpty())
         headers.append({"Last-Modified", resource.lastModified});
-    if (resource.length == Resource::Length::announced) {
+    if (resource.length == Resource::Length::Announced) {
         const qint64 length = resource.announcedLength < 0 ? answer.body.size() : resource.announcedLength;
         headers.append({"Content-Length", QByteArray::number(length)});
     }

@@ -14,8 +14,8 @@
 
 #include <memory>
 
-// A small HTTP server on this machine that answers as each test tells it, one request a connection. Lives on
-// the main thread and answers from its event loop.
+// A small local HTTP server with scripted answers, one request per connection. Lives on the main thread and
+// answers from its event loop.
 class LocalHttpServer : public QObject
 {
     Q_OBJECT
@@ -23,7 +23,7 @@ class LocalHttpServer : public QObject
 public:
     using Header = QPair<QByteArray, QByteArray>;
 
-    // What the server has under a path, and how it misbehaves.
+    // A resource and the server's scripted misbehaviour.
     struct Resource
     {
         QByteArray content;
@@ -31,27 +31,27 @@ public:
         QByteArray entityTag;
         QByteArray lastModified;
         QList<Header> headers;
-        enum class Length { announced, unknown } length = Length::announced;
-        qint64 announcedLength = -1; // instead of the true one
-        enum class Ranges { supported, ignored, refused, sentUnasked } ranges = Ranges::supported;
-        qint64 dropAfter = -1; // closes the connection after so many bytes of the body
-        qint64 holdAfter = -1; // sends no more than so many bytes of the body until `release`
+        enum class Length { Announced, Unknown } length = Length::Announced;
+        qint64 announcedLength = -1; // overrides the true length
+        enum class Ranges { Supported, Ignored, Refused, SentUnasked } ranges = Ranges::Supported;
+        qint64 dropAfter = -1; // closes the connection after this many bytes of the body
+        qint64 holdAfter = -1; // sends at most this many bytes of the body until `release`
     };
 
     struct Request
     {
         QString path;
-        QHash<QByteArray, QByteArray> headers; // by lower-cased name
+        QHash<QByteArray, QByteArray> headers; // keys in lower case
     };
 
     LocalHttpServer();
-    // Over TLS, with the key and certificate of the configuration.
+    // Over TLS, with the configuration's key and certificate.
     explicit LocalHttpServer(const QSslConfiguration &tls);
 
     QUrl url(const QString &path) const;
     void set(const QString &path, const Resource &resource) { m_resources.insert(path, resource); }
 
-    // Sends the rest of what is held, or so many bytes more of it, at once.
+    // Sends the rest of held bodies, or `bytes` more of them.
     void release();
     void release(qint64 bytes);
 

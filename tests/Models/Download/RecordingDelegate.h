@@ -13,8 +13,8 @@
 #include <mutex>
 #include <optional>
 
-// Notes what a download session reports, and takes what it brings; read on the main thread while the
-// session's thread writes.
+// Records the callbacks of a download session and removes finished files. Written on the session's thread,
+// read on the main thread.
 class RecordingDelegate : public DownloadDelegate
 {
 public:
@@ -22,12 +22,12 @@ public:
     {
         QList<QPair<qint64, qint64>> progress;
         QList<FinishedDownload> finished;
-        QByteArray content; // of the last finished download
+        QByteArray content; // of the latest finished download
         QList<std::optional<DownloadError>> ends;
         QList<const QThread *> threads;
     };
 
-    // Otherwise they stay where they are, as when they cannot be moved.
+    // If false, finished files stay in place, as if they could not be moved.
     std::atomic<bool> takesFiles = true;
 
     Record record() const

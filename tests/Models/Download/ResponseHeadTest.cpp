@@ -4,7 +4,7 @@
 #include <QCryptographicHash>
 #include <QTest>
 
-// What is read out of a server's answer.
+// Parsing of response headers.
 class ResponseHeadTest : public QObject
 {
     Q_OBJECT
@@ -14,7 +14,7 @@ private Q_SLOTS:
     void readsTheAnnouncedDigest();
     void readsSizeAndFirstByte_data();
     void readsSizeAndFirstByte();
-    void isARedirectOnlyWithAPlaceToGo();
+    void aRedirectNeedsALocation();
 };
 
 void ResponseHeadTest::readsTheAnnouncedDigest_data()
@@ -89,7 +89,7 @@ void ResponseHeadTest::readsSizeAndFirstByte()
     QCOMPARE(head.firstByte.value_or(-1), firstByte);
 }
 
-void ResponseHeadTest::isARedirectOnlyWithAPlaceToGo()
+void ResponseHeadTest::aRedirectNeedsALocation()
 {
     QVERIFY(ResponseHead::parsed(302, {{"Location", "https://example.org/file"}}).isRedirect());
     QVERIFY(ResponseHead::parsed(308, {{"location", "/file"}}).isRedirect());

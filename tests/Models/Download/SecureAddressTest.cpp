@@ -5,7 +5,7 @@
 
 using namespace Qt::StringLiterals;
 
-// From where models may come.
+// Addresses that models may be downloaded from.
 class SecureAddressTest : public QObject
 {
     Q_OBJECT

@@ -17,7 +17,7 @@ using Resource = LocalHttpServer::Resource;
 
 namespace {
 
-// The test's server has a certificate of its own making, for 127.0.0.1, that nobody else vouches for.
+// The self-signed certificate of the test server, for 127.0.0.1.
 QSslCertificate serverCertificate()
 {
     return QSslCertificate::fromPath(QFINDTESTDATA("data/test-server.crt")).value(0);
@@ -35,7 +35,7 @@ QSslConfiguration serverConfiguration()
 
 } // namespace
 
-// Downloads over TLS: with whom the session speaks and with whom it does not.
+// Certificate checks and redirects over TLS.
 class TlsDownloadTest : public QObject
 {
     Q_OBJECT

@@ -19,11 +19,11 @@ namespace {
 
 constexpr std::uint16_t spaceBar = 49;
 
-// What the journal has of the program's work.
+// Journal entries about the program's activity.
 const QString atWork = u"at work: A task or a download is running."_s;
 const QString atRest = u"at rest"_s;
 
-// The whole application, with its real window, on a scripted model and a recorded desktop.
+// The whole application with its real window, on a scripted model and a recording desktop.
 class ApplicationBench : public SessionBench
 {
 public:
@@ -43,9 +43,9 @@ public:
     }
     bool waitUntilLoaded()
     {
-        return QTest::qWaitFor([this] { return models.state().kind == ModelManager::State::Kind::loaded; });
+        return QTest::qWaitFor([this] { return models.state().kind == ModelManager::State::Kind::Loaded; });
     }
-    // The press is answered on a later turn of the event loop.
+    // The key press is handled on a later event loop iteration.
     bool pressHotKey() { return shell.hotKeys.press(spaceBar, HotKeyModifier::Option); }
     QStringList work() const
     {
@@ -69,7 +69,7 @@ private:
     }
 };
 
-// The user goes to another application: no window of ours has the keyboard focus, and ours stays where it is.
+// Switches to another application: no window of the program has the focus, and its own stays visible.
 bool leaveTheApplication()
 {
     {

@@ -17,7 +17,7 @@ private Q_SLOTS:
     void wordsAreUnderstood();
     void anAnswerIsReadFromTheTerminal();
     void anAnswerMayComeInPieces();
-    void whatWasTypedBeforeTheQuestionIsNoAnswer();
+    void inputBeforeTheQuestionIsNoAnswer();
     void anythingElseIsAskedAgain();
     void aTerminalThatGoesAwayMeansNo();
     void nothingIsReadAfterCancelling();
@@ -79,7 +79,7 @@ void AnswerReaderTest::anAnswerMayComeInPieces()
     QCOMPARE(answered.constFirst().constFirst().toBool(), true);
 }
 
-void AnswerReaderTest::whatWasTypedBeforeTheQuestionIsNoAnswer()
+void AnswerReaderTest::inputBeforeTheQuestionIsNoAnswer()
 {
     PseudoTerminal terminal;
     AnswerReader reader(terminal.descriptor());
@@ -125,7 +125,7 @@ void AnswerReaderTest::nothingIsReadAfterCancelling()
     reader.start();
     reader.cancel();
     QVERIFY(terminal.type("y\n"));
-    // A reader that still listened would hear of it together with this one.
+    // If the cancelled reader still listened, it would receive this input as well.
     AnswerReader other(terminal.descriptor());
     QSignalSpy heard(&other, &AnswerReader::answered);
     other.start();

@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// "orvane" and what follows it, split at blanks.
+// Parses the words after "orvane", split at blanks.
 std::variant<CommandLine, CommandLine::WrongUse> parsed(const QString &arguments)
 {
     return CommandLine::parse(arguments.split(u' ', Qt::SkipEmptyParts));
@@ -24,8 +24,8 @@ class CommandLineTest : public QObject
 private Q_SLOTS:
     void commandsAreUnderstood_data();
     void commandsAreUnderstood();
-    void theTaskIsWhatFollowsDo_data();
-    void theTaskIsWhatFollowsDo();
+    void theWordsAfterDoAreTheTask_data();
+    void theWordsAfterDoAreTheTask();
     void modelsAreFoundByTheirIdentifier();
     void helpIsAboutTheCommand_data();
     void helpIsAboutTheCommand();
@@ -73,7 +73,7 @@ void CommandLineTest::commandsAreUnderstood()
     QCOMPARE(static_cast<int>(std::get<CommandLine>(result).command), command);
 }
 
-void CommandLineTest::theTaskIsWhatFollowsDo_data()
+void CommandLineTest::theWordsAfterDoAreTheTask_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QString>("task");
@@ -84,7 +84,7 @@ void CommandLineTest::theTaskIsWhatFollowsDo_data()
     QTest::newRow("the name of a command") << QStringList{u"do"_s, u"models"_s} << u"models"_s;
 }
 
-void CommandLineTest::theTaskIsWhatFollowsDo()
+void CommandLineTest::theWordsAfterDoAreTheTask()
 {
     QFETCH(QStringList, arguments);
     QFETCH(QString, task);

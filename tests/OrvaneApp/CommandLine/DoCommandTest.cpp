@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// One run of the command: on a scripted session, with a person at a terminal or without one.
+// One run of the command on a scripted session, with or without a terminal.
 class CommandBench
 {
 public:
@@ -39,7 +39,7 @@ public:
 
     bool isAsking() const { return terminal.output().endsWith(u"Allow this? (y/n) "_s); }
 
-    // The exit status, or -1 when the command does not end.
+    // The exit status, or -1 on a timeout.
     int waitForEnd()
     {
         return !ended.isEmpty() || ended.wait() ? ended.constFirst().constFirst().toInt() : -1;
@@ -65,7 +65,7 @@ private Q_SLOTS:
     void stepsAreShownAsTheyCome();
     void aTerminalShowsTheSameLines();
     void theReplyIsShownWhileItIsWritten();
-    void whatTheModelWritesIsShownAndHarmless();
+    void theModelsTextIsShownAndHarmless();
     void theQuestionHidesNothing();
     void aRunWithoutSuccessEndsWithOne();
     void withoutATerminalTheAnswerIsNo();
@@ -116,7 +116,7 @@ void DoCommandTest::theReplyIsShownWhileItIsWritten()
     QCOMPARE(bench.terminal.screen(), u"✓ Typed.\n"_s);
 }
 
-void DoCommandTest::whatTheModelWritesIsShownAndHarmless()
+void DoCommandTest::theModelsTextIsShownAndHarmless()
 {
     CommandBench bench(Person::Absent);
     bench.start(u"Type"_s,
@@ -250,7 +250,7 @@ void DoCommandTest::interruptingWhileTheModelLoads()
 void DoCommandTest::aModelThatCannotBeUsedIsReported()
 {
     CommandBench bench(Person::Absent);
-    bench.session.engine->loadError = InferenceError(InferenceError::Code::loadFailed);
+    bench.session.engine->loadError = InferenceError(InferenceError::Code::LoadFailed);
     bench.start(u"Type 1"_s, {});
     QCOMPARE(bench.waitForEnd(), ExitStatus::notReady);
     QCOMPARE(bench.terminal.errors(),

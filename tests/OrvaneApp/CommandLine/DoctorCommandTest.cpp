@@ -25,7 +25,7 @@ Q_DECLARE_METATYPE(QList<DiagnosticCheck>)
 
 namespace {
 
-// A desktop that the test makes up.
+// Scripted checks of the desktop.
 class ScriptedDiagnosis : public Diagnosis
 {
 public:
@@ -47,7 +47,7 @@ private:
 
 const LlamaLibrary::Description onProcessor{u"ggml 1.2.3"_s, {u"CPU (A processor)"_s}};
 
-// The command with the real model manager over a folder of its own.
+// The command with the real model manager and a folder of its own.
 class DoctorBench
 {
 public:
@@ -67,7 +67,7 @@ public:
         QCOMPARE(file.write(content), content.size());
     }
 
-    // The exit status, or -1 when it does not end.
+    // The exit status, or -1 on a timeout.
     int run(Format format = Format::Text)
     {
         const auto describe = [description = llama] { return description; };
@@ -77,7 +77,7 @@ public:
         return !ended.isEmpty() || ended.wait(20'000) ? ended.constFirst().constFirst().toInt() : -1;
     }
 
-    // Of the last run as JSON.
+    // The last run's report as JSON.
     QJsonObject report() const { return QJsonDocument::fromJson(terminal.output().toUtf8()).object(); }
     QJsonObject check(const QString &identifier) const
     {
@@ -122,9 +122,9 @@ private Q_SLOTS:
     void textFromTheDesktopStaysOnItsLine();
     void theModelFileIsLookedAt_data();
     void theModelFileIsLookedAt();
-    void whatLlamaComputesOnIsSaid();
+    void theDevicesOfLlamaAreNamed();
     void aLibraryThatIsStuckIsNotWaitedFor();
-    void nothingMovesInJson();
+    void jsonShowsNoProgress();
     void anInterruptionEndsItAtOnce();
 };
 
@@ -271,7 +271,7 @@ void DoctorCommandTest::theModelFileIsLookedAt()
     QCOMPARE(without.check(u"model"_s)[u"advice"_s], QJsonValue(u"Get it with: orvane models download"_s));
 }
 
-void DoctorCommandTest::whatLlamaComputesOnIsSaid()
+void DoctorCommandTest::theDevicesOfLlamaAreNamed()
 {
     DoctorBench bench;
     bench.llama = {u"ggml 1.2.3, commit abc"_s, {u"Vulkan0 (A card)"_s, u"CPU"_s}};
@@ -304,7 +304,7 @@ void DoctorCommandTest::aLibraryThatIsStuckIsNotWaitedFor()
     QCOMPARE(bench.check(u"model"_s)[u"state"_s], QJsonValue(u"works"_s));
 }
 
-void DoctorCommandTest::nothingMovesInJson()
+void DoctorCommandTest::jsonShowsNoProgress()
 {
     DoctorBench bench(TerminalBench::colourful);
     bench.diagnosis.checks = {needed().broken(u"No."_s, u"Do."_s)};

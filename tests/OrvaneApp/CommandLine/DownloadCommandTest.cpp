@@ -19,7 +19,7 @@ namespace {
 
 constexpr qint64 modelSize = 1'000'000;
 
-// The real manager and the real download session, with a server on this machine.
+// The real model manager and download session, with a local server.
 class DownloadBench
 {
 public:
@@ -40,7 +40,7 @@ public:
         manager.select(model);
     }
 
-    // Runs the command to its end; the exit status, or -1 when it does not end.
+    // Runs the command; its exit status, or -1 on a timeout.
     int run()
     {
         DownloadCommand command(manager, terminal.terminal);
@@ -54,7 +54,7 @@ public:
     QTemporaryDir folder;
     ModelStorage storage;
     LocalHttpServer server;
-    LocalHttpServer::Resource held; // a model of which the server sends one half only
+    LocalHttpServer::Resource held; // the server sends only half of it
     TerminalBench terminal;
     LocalModel model;
     ModelManager manager;
@@ -72,7 +72,7 @@ private Q_SLOTS:
     void aModelThatIsThereIsNotDownloadedAgain();
     void aFileThatIsNoModelIsReplaced();
     void aFailureIsSaidAndEndsWithOne();
-    void whatWasInterruptedGoesOn();
+    void anInterruptedDownloadContinues();
     void theBarIsFilledAndThePercentageTruncated_data();
     void theBarIsFilledAndThePercentageTruncated();
     void theListSaysWhatIsSelectedAndPresent();
@@ -87,7 +87,7 @@ void DownloadCommandTest::theModelIsDownloadedAndTriedOut()
     const QString output = bench.terminal.output();
     QVERIFY2(output.startsWith(u"Downloading Local Model (~1 MB)\n"_s), qPrintable(output));
     QVERIFY2(output.endsWith(u"✓ Local Model is ready.\n"_s), qPrintable(output));
-    // Sparse: at most one line for each tenth.
+    // At most one line for each tenth.
     QVERIFY2(output.count(u"% of ~1 MB\n"_s) <= 10, qPrintable(output));
     QVERIFY(!output.contains(u'␍'));
 }
@@ -140,7 +140,7 @@ void DownloadCommandTest::aFailureIsSaidAndEndsWithOne()
     QCOMPARE(bench.terminal.errors(), u"orvane: Download failed (HTTP 404).\n"_s);
 }
 
-void DownloadCommandTest::whatWasInterruptedGoesOn()
+void DownloadCommandTest::anInterruptedDownloadContinues()
 {
     DownloadBench bench;
     bench.server.set(u"/local.gguf"_s, bench.held);

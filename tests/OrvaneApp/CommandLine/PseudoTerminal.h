@@ -8,7 +8,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-// A terminal of which the test is the person: what is typed here is read there.
+// A pseudo-terminal with the test as its user.
 class PseudoTerminal
 {
 public:
@@ -26,7 +26,7 @@ public:
     PseudoTerminal(const PseudoTerminal &) = delete;
     PseudoTerminal &operator=(const PseudoTerminal &) = delete;
 
-    // The side that a program has as its standard input.
+    // The side used as a program's standard input.
     int descriptor() const { return m_program; }
 
     bool type(const QByteArray &text)

@@ -36,7 +36,7 @@ private Q_SLOTS:
         QSignalSpy interrupted(&watcher, &SignalWatcher::interrupted);
         QVERIFY(!hasItsOrdinaryEffect(number));
         QCOMPARE(std::raise(number), 0);
-        // Told by the event loop, not by the handler.
+        // Emitted from the event loop, not from the signal handler.
         QCOMPARE(interrupted.size(), 0);
         QTRY_COMPARE(interrupted.size(), 1);
         QVERIFY(hasItsOrdinaryEffect(number));

@@ -10,7 +10,7 @@
 class TerminalBench
 {
 public:
-    // A file or a pipe, a terminal without colours, and one with them.
+    // A file or pipe, a terminal without colours, and one with colours.
     static constexpr TerminalTraits plain{};
     static constexpr TerminalTraits colourless{.interactive = true, .colours = false, .columns = 60};
     static constexpr TerminalTraits colourful{.interactive = true, .colours = true, .columns = 60};
@@ -21,11 +21,11 @@ public:
         errorDevice.open(QIODevice::WriteOnly);
     }
 
-    // All that was written, with escapes readable: "␛" in place of the escape character, "␍" of a return.
+    // All output, with control characters made readable: "␛" for escape, "␍" for carriage return.
     QString output() const { return readable(outputDevice.data()); }
     QString errors() const { return readable(errorDevice.data()); }
 
-    // What stands on the screen of an interactive terminal: without the lines of progress that were erased.
+    // The screen of an interactive terminal, without erased progress lines.
     QString screen() const
     {
         QString result;

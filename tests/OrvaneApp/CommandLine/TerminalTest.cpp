@@ -84,7 +84,7 @@ void TerminalTest::progressIsForTerminals()
     TerminalBench colourful(TerminalBench::colourful);
     colourful.terminal.showProgress(u"Thinking…"_s, u"{\"action\""_s);
     QCOMPARE(colourful.output(), u"␍␛[K␛[?7l⠋ Thinking…  ␛[2m{\"action\"␛[0m␛[?7h"_s);
-    // It moves by itself.
+    // The spinner advances by itself.
     QTRY_VERIFY(colourful.output().contains(u"⠙ Thinking…"_s));
     colourful.terminal.hideProgress();
     QVERIFY(colourful.output().endsWith(u"␍␛[K"_s));
@@ -104,7 +104,7 @@ void TerminalTest::theEndOfALongDetailIsShown()
 {
     TerminalBench bench(TerminalBench::colourless);
     bench.terminal.showProgress(u"Thinking…"_s, QString(100, u'x') + u"the end"_s);
-    // 60 columns: the spinner and its blank, nine of the text, two blanks, and one to spare.
+    // 60 columns: the spinner and a blank, nine for the text, two blanks, and one spare.
     QCOMPARE(bench.output(), u"␍␛[K␛[?7l⠋ Thinking…  …%1the end␛[?7h"_s.arg(QString(38, u'x')));
 }
 

@@ -13,7 +13,7 @@ namespace {
 
 using Application = std::shared_ptr<AtspiApplication>;
 
-// What is asked of each element, in this order.
+// The properties read of each element, in this order.
 enum Question { Role, Name, Description, States, Area, Children, QuestionCount };
 
 QList<QDBusMessage> questions(const AtspiReference &object)
@@ -76,7 +76,7 @@ QCoro::Task<QList<AccessibleElement>> walk(Application application)
     co_return found;
 }
 
-// Errors are caught inside the coroutines: waiting for one that throws would never end.
+// Errors are caught inside the coroutines: QCoro::waitFor never returns if a task throws.
 QCoro::Task<QList<AccessibleElement>> walkOrNothing(Application application)
 {
     try {
@@ -126,7 +126,7 @@ QCoro::Task<Application> findOrNone(std::shared_ptr<AtspiBus> bus, qint64 proces
 
 AccessibleProgram::AccessibleProgram(qint64 process) : m_process(process) {}
 
-// Each walk has so much time and no more, so each needs an application of its own.
+// The time budget is per application object, so each walk needs a new one.
 std::shared_ptr<AtspiApplication> AccessibleProgram::application()
 {
     if (!m_found)

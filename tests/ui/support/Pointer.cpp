@@ -49,7 +49,7 @@ void Pointer::wheelUp()
     xdotool({u"click"_s, u"4"_s});
 }
 
-// The window manager takes the pointer over a moment after the button has gone down; later steps reach it.
+// The window manager grabs the pointer a moment after the press; later steps are then seen by it.
 void Pointer::drag(QPoint from, QPoint to)
 {
     constexpr int steps = 20;

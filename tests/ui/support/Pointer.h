@@ -4,7 +4,7 @@
 #include <QPoint>
 #include <QRect>
 
-// The mouse pointer on the private desktop, and where windows lie for it. Main thread.
+// The mouse pointer on the private desktop, and window positions. Thread: main.
 namespace Pointer {
 
 void moveTo(QPoint position);
@@ -13,10 +13,10 @@ void doubleClick(QPoint position);
 void rightClick(QPoint position);
 void wheelUp(); // one notch
 
-// Presses the left button there, moves on to the other place in steps as a hand does, and lets go.
+// Drags with the left button in several steps.
 void drag(QPoint from, QPoint to);
 
-// The window's place on the screen, without anything that the window manager puts round it.
+// The window's area on the screen without decorations.
 QRect areaOf(quint32 window);
 
 } // namespace Pointer

@@ -4,14 +4,14 @@
 #include <QByteArray>
 #include <QString>
 
-// Model files whose replies are known, for the program's real engine.
+// Model files with known replies, for the program's real engine.
 namespace ScriptedModel {
 
-// Answers every time with this text, so that a run ends at its second step as a repetition.
+// Always gives this reply, so that a run ends at its second step as a repetition.
 void writeAnswering(const QByteArray &reply, const QString &path);
 
-// Says "abab…", which is no plan, as long as it may. Every token costs a pass over all weights, whose number
-// grows with the head's size: at 4,096 a reply takes a second or two.
+// Replies "abab…", which is not a plan, up to the token limit. Each token costs a pass over all weights,
+// whose number grows with `headSize`: at 4,096 a reply takes one or two seconds.
 void writeBabbling(const QString &path, int headSize = 4096);
 
 } // namespace ScriptedModel

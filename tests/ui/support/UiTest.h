@@ -10,8 +10,8 @@
 
 #include <optional>
 
-// What all tests of the window have in common: each function drives a program of its own on an empty private
-// desktop. Where one fails, a picture of the screen and what the window said are kept.
+// Base of all window tests: each function drives a new program on an empty private desktop. On failure, a
+// screenshot and the window's texts are saved.
 class UiTest : public QObject
 {
     Q_OBJECT
@@ -19,10 +19,10 @@ class UiTest : public QObject
 protected:
     WindowDriver &orvane() { return *m_driver; }
 
-    // Puts a program that has not been started in the place of the last one.
+    // Replaces the program by one not yet started.
     void startAfresh();
 
-    // Types the text with real keys into whatever has the focus.
+    // Types with real keys into the focused control.
     void type(const QString &text);
 
 private Q_SLOTS:
@@ -35,5 +35,5 @@ private:
     std::optional<WindowDriver> m_driver;
 };
 
-// Waits for a condition within a test's patience.
+// Waits for a condition, up to the test timeout.
 #define VERIFY_SOON(condition) QVERIFY(QTest::qWaitFor([&] { return (condition); }, PrivateDesktop::patience))

@@ -228,7 +228,7 @@ bool WindowDriver::waitForFieldText(const QString &text)
 
 bool WindowDriver::waitForEndOfRun()
 {
-    constexpr int longestRun = 240'000; // milliseconds
+    constexpr int longestRun = 240'000; // ms
     return QTest::qWaitFor([this] { return shows(Role::button, u"Send"_s); }, longestRun);
 }
 

@@ -11,10 +11,9 @@
 #include <memory>
 #include <optional>
 
-// The built program with its window, driven as a person would: looked at and pressed through the
-// accessibility bus, with real keys. It has a folder of its own for models and settings, and the private
-// desktop's home. Whatever waits gives up after a test's patience. Main thread; ends the program when it
-// goes.
+// The built program with its window, read and pressed through the accessibility bus and with real keys. Has
+// its own folder for models and settings, and the private desktop's home. Every wait has a timeout. Thread:
+// main; the destructor ends the program.
 class WindowDriver
 {
 public:
@@ -23,63 +22,61 @@ public:
     WindowDriver(const WindowDriver &) = delete;
     WindowDriver &operator=(const WindowDriver &) = delete;
 
-    // For starts from now on.
+    // Takes effect at the next start.
     void setVariable(const QString &name, const QString &value) { m_environment.insert(name, value); }
 
-    // Where the program looks for the default model; the folder exists.
+    // Path of the default model; its folder exists.
     QString modelPath() const;
     void installPracticeModel();
 
-    // Starts the program; `startShown` waits until its window is up, has the keyboard, and is being watched
-    // for standstills.
+    // `startShown` waits until the window is visible, focused, and watched for standstills.
     bool start(const QStringList &arguments = {});
     bool startShown();
-    // Waits until there is a window, shown or not, and the program answers.
+    // Waits until the window exists, shown or hidden, and the program responds.
     bool waitForWindow();
     qint64 process() const { return m_program->processId(); }
     bool isRunning() const { return m_program && m_program->state() == QProcess::Running; }
     void signal(int number) const;
 
-    // How many milliseconds the program's event loop stood still since its window came up, one line for each
-    // time; empty is right.
+    // The event loop's standstills since the window came up in milliseconds, one per line; should be empty.
     QByteArray standstills() const;
 
-    // Waits for the end by itself: the exit status, or none when it does not end, or not of its own will.
+    // The exit status, or nothing on a timeout or a crash.
     std::optional<int> waitForEnd();
 
-    // Starts the program once more and waits for the end of that process; its exit status.
+    // Starts a second process, waits for its end and returns its exit status.
     std::optional<int> startOnceMore(const QStringList &arguments = {});
 
-    // What a person sees: what is shown, at this moment.
+    // The visible elements at this moment.
     QList<AccessibleElement> shown();
     std::optional<AccessibleElement> find(const QString &role, const QString &name);
     bool shows(const QString &role, const QString &name) { return find(role, name).has_value(); }
     bool waitFor(const QString &role, const QString &name);
     bool waitForNone(const QString &role, const QString &name);
-    QStringList texts(); // the labels', top to bottom as the tree has them
-    // Role and name of what has the keyboard focus.
+    QStringList texts(); // of labels, in tree order
+    // Role and name of the focused element.
     QString focused();
     bool waitForFocus(const QString &name);
-    // All of it in lines, for a test's message.
+    // All visible elements as lines, for failure messages.
     QString described();
 
-    // Waits for the control, then presses it; false when it does not come or refuses.
+    // Waits for the control and presses it; false if it does not appear or refuses.
     bool press(const QString &role, const QString &name);
-    // The same with the mouse, whether or not the control does anything.
+    // The same with the mouse, whether or not the control reacts.
     bool click(const QString &role, const QString &name);
 
-    // What stands in the command field.
+    // The command field's text.
     QString fieldText();
     bool waitForFieldText(const QString &text);
 
-    // Waits, longer than for anything else, until no task runs any more: the model may be slow.
+    // Waits until no task runs, with a longer timeout for slow models.
     bool waitForEndOfRun();
 
-    // The program's window as the window manager knows it, none while it is hidden.
+    // The window as known to the window manager; nothing while hidden.
     std::optional<ScreenWindow> window() const;
     bool isActive() const;
     bool waitForActive() const;
-    // Waits until the program itself has noticed that another one is in front.
+    // Waits until the program has noticed that another one is active.
     bool waitForInactive();
     bool waitForHidden() const;
 
@@ -94,7 +91,7 @@ private:
     std::optional<AccessibleProgram> m_accessible;
 };
 
-// The names that the accessibility protocol has for the roles of our controls.
+// AT-SPI names of the roles used.
 namespace Role {
 
 inline const QString button = QStringLiteral("push button");

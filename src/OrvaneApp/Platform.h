@@ -4,7 +4,7 @@
 #include "Desktop/Desktop.h"
 #include "Desktop/Diagnosis.h"
 #include "Desktop/ProgramInstance.h"
-#include "Desktop/Shell.h"
+#include "Desktop/Shell/Shell.h"
 
 #include <memory>
 #include <optional>

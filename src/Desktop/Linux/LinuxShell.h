@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "Desktop/Shell.h"
+#include "Desktop/Shell/Shell.h"
 #include "Desktop/SystemClock.h"
 
 #include <memory>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "Desktop/HotKeys.h"
+#include "Desktop/Shell/HotKeys.h"
 
 // Hot keys of the Carbon event manager, each for this program alone. A key that another program has for
 // itself alone is that program's. Main thread.

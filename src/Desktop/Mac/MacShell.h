@@ -6,7 +6,7 @@
 #include "Desktop/Mac/Window/MacMenuBar.h"
 #include "Desktop/Mac/Window/MacProgramActivity.h"
 #include "Desktop/Mac/Window/MacWindowStyler.h"
-#include "Desktop/Shell.h"
+#include "Desktop/Shell/Shell.h"
 
 // What the desktop offers to our own window: owns the services. Made and destroyed on the main thread, after
 // the application object and before it respectively.

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "Agent/AgentSession.h"
-#include "Desktop/ProgramActivity.h"
+#include "Desktop/Shell/ProgramActivity.h"
 #include "Models/ModelManager.h"
 
 #include <QObject>

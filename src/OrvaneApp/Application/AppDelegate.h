@@ -2,7 +2,7 @@
 #pragma once
 
 #include "Desktop/ProgramInstance.h"
-#include "Desktop/Shell.h"
+#include "Desktop/Shell/Shell.h"
 
 #include <QObject>
 

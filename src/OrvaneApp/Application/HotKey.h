@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "Desktop/HotKeys.h"
-#include "Desktop/WindowStyler.h"
+#include "Desktop/Shell/HotKeys.h"
+#include "Desktop/Shell/WindowStyler.h"
 
 #include <QObject>
 #include <QString>

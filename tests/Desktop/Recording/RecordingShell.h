@@ -3,7 +3,7 @@
 
 #include "Desktop/ProgramInstance.h"
 #include "Desktop/Recording/RecordingJournal.h"
-#include "Desktop/Shell.h"
+#include "Desktop/Shell/Shell.h"
 
 #include <QList>
 #include <QPointer>

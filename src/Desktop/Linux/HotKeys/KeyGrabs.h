@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "Desktop/HotKeys.h"
+#include "Desktop/Shell/HotKeys.h"
 
 #include <QList>
 

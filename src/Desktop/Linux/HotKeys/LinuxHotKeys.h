@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "Desktop/HotKeys.h"
 #include "Desktop/Linux/X11/Display.h"
+#include "Desktop/Shell/HotKeys.h"
 
 class X11HotKeys;
 

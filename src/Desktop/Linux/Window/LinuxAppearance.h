@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "Desktop/Appearance.h"
 #include "Desktop/Linux/Window/AppearanceFacts.h"
 #include "Desktop/Linux/Window/SettingsPortal.h"
 #include "Desktop/Linux/X11/Display.h"
 #include "Desktop/MainThreadCalls.h"
+#include "Desktop/Shell/Appearance.h"
 
 // The theme according to the desktop portal, the XSETTINGS daemon, GTK's settings and the application
 // palette. Requires the application object. Thread: main.

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "Desktop/WindowStyler.h"
+#include "Desktop/Shell/WindowStyler.h"
 
 // Styles the window on Wayland, where only the compositor places windows, and on any other platform without
 // X11. Thread: main.

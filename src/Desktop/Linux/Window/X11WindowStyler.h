@@ -4,7 +4,7 @@
 #include "Desktop/Clock.h"
 #include "Desktop/Linux/X11/Display.h"
 #include "Desktop/MainThreadCalls.h"
-#include "Desktop/WindowStyler.h"
+#include "Desktop/Shell/WindowStyler.h"
 
 #include <QPointer>
 #include <QWindow>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "Desktop/Appearance.h"
+#include "Desktop/Shell/Appearance.h"
 
 #include <memory>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "Desktop/MenuBar.h"
+#include "Desktop/Shell/MenuBar.h"
 
 #include <memory>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "Desktop/ProgramActivity.h"
+#include "Desktop/Shell/ProgramActivity.h"
 
 #include <memory>
 

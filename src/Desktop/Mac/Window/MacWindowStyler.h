@@ -2,7 +2,7 @@
 #pragma once
 
 #include "Desktop/Mac/Applications/MacActivation.h"
-#include "Desktop/WindowStyler.h"
+#include "Desktop/Shell/WindowStyler.h"
 
 // The window in AppKit: an ordinary window whose title bar cannot be seen, over the material that blurs what
 // lies behind it. Main thread, with the application object there.

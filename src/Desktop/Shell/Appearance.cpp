@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "Desktop/Appearance.h"
+#include "Desktop/Shell/Appearance.h"
 
 void Appearance::setDark(bool isDark)
 {

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "Desktop/Appearance.h"
-#include "Desktop/HotKeys.h"
-#include "Desktop/MenuBar.h"
-#include "Desktop/ProgramActivity.h"
-#include "Desktop/WindowStyler.h"
+#include "Desktop/Shell/Appearance.h"
+#include "Desktop/Shell/HotKeys.h"
+#include "Desktop/Shell/MenuBar.h"
+#include "Desktop/Shell/ProgramActivity.h"
+#include "Desktop/Shell/WindowStyler.h"
 
 // The services used by our own window, passed explicitly and copied freely. Their owner keeps them alive
 // longer than the window.

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "Desktop/WindowStyler.h"
+#include "Desktop/Shell/WindowStyler.h"
 
 void WindowStyler::setCompositing(bool isCompositing)
 {

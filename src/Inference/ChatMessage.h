@@ -10,7 +10,8 @@ struct ChatMessage
 {
     enum class Role { System, User, Assistant };
 
-    // "system", "user", "assistant"; from text, exactly these three and nothing else.
+    // "system", "user", "assistant"; from text, exactly these three and nothing else. Orvane itself only
+    // writes them; whoever reads a stored conversation needs the way back.
     static QString rawValue(Role role);
     static std::optional<Role> roleFromRawValue(const QString &text);
 

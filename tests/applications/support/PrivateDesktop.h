@@ -32,8 +32,10 @@ bool open(const QString &program, const QStringList &arguments, const QString &c
 // gone. False when that takes too long.
 bool clear();
 
-// Sends a signal to the process of the windows of that class.
-void signalApplication(const QString &className, int signal);
+// Makes the application with the windows of that class hang, and lets it go on. False when it has no window,
+// or cannot be stopped.
+bool freezeApplication(const QString &className);
+void thawApplication(const QString &className);
 
 // Whether a process of that identifier is there and has not ended.
 bool isRunning(qint64 process);

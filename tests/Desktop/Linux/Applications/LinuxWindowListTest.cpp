@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // The list of windows on a real desktop.
 #include "Desktop/Linux/LinuxBench.h"
+#include "Support/Awaited.h"
 
 #include <QRasterWindow>
 #include <QTest>
@@ -17,7 +18,7 @@ private:
     QStringList titles()
     {
         QStringList result;
-        for (const WindowDescription &window : QCoro::waitFor(m_bench.windowList.onScreenWindows()))
+        for (const WindowDescription &window : Awaited::result(m_bench.windowList.onScreenWindows()))
             result.append(window.name.value_or(QString()));
         return result;
     }
@@ -43,8 +44,8 @@ private Q_SLOTS:
     {
         const auto editor = LinuxBench::start(u"mousepad"_s);
         QVERIFY(m_bench.waitForActive(u"Mousepad"_s));
-        const auto windows = QCoro::waitFor(m_bench.windowList.onScreenWindows());
-        const auto application = QCoro::waitFor(m_bench.workspace.frontmostApplication());
+        const auto windows = Awaited::result(m_bench.windowList.onScreenWindows());
+        const auto application = Awaited::result(m_bench.workspace.frontmostApplication());
         QCOMPARE(windows.size(), 1);
         QCOMPARE(windows[0].layer, 0);
         QCOMPARE(windows[0].ownerProcessIdentifier, editor->processId());
@@ -58,7 +59,7 @@ private Q_SLOTS:
         own.setTitle(u"Palette"_s);
         own.show();
         QVERIFY(m_bench.waitForActive(u"Palette"_s));
-        const auto windows = QCoro::waitFor(m_bench.windowList.onScreenWindows());
+        const auto windows = Awaited::result(m_bench.windowList.onScreenWindows());
         QCOMPARE(windows.size(), 1);
         QCOMPARE(windows[0].ownerProcessIdentifier, m_bench.windowList.ownProcessIdentifier());
     }

@@ -4,6 +4,7 @@
 #include "Desktop/Linux/LinuxScreenCapture.h"
 #include "Desktop/Linux/Window/LinuxDisplay.h"
 #include "Desktop/Linux/XServer.h"
+#include "Support/Awaited.h"
 
 #include <QElapsedTimer>
 #include <QTemporaryDir>
@@ -108,8 +109,8 @@ private Q_SLOTS:
     void withoutAWindowManagerTheListIsEmpty()
     {
         LinuxBench bench;
-        QVERIFY(QCoro::waitFor(bench.windowList.onScreenWindows()).isEmpty());
-        QVERIFY(!QCoro::waitFor(bench.workspace.frontmostApplication()));
+        QVERIFY(Awaited::result(bench.windowList.onScreenWindows()).isEmpty());
+        QVERIFY(!Awaited::result(bench.workspace.frontmostApplication()));
     }
 
     void aServerThatDiesIsAClearFailureOfEveryService()
@@ -123,7 +124,7 @@ private Q_SLOTS:
         const RunningApplication receiver;
         for (int round = 0; round < 2; ++round) {
             QVERIFY(errorOfSnapshot(bench).contains(u"X server"));
-            QVERIFY(QCoro::waitFor(bench.windowList.onScreenWindows()).isEmpty());
+            QVERIFY(Awaited::result(bench.windowList.onScreenWindows()).isEmpty());
             QVERIFY(!LinuxBench::errorOf(bench.keyboard.post({key}, 0us, receiver)).isEmpty());
             QVERIFY(!LinuxBench::errorOf(capture.capture(folder.filePath(u"x.png"_s))).isEmpty());
         }

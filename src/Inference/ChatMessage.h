@@ -10,7 +10,8 @@ struct ChatMessage
 {
     enum class Role { System, User, Assistant };
 
-    // Role names: "system", "user", "assistant". Any other text has no role.
+    // Role names: "system", "user", "assistant". Any other text has no role. Orvane itself only writes them;
+    // readers of a stored conversation need the inverse.
     static QString rawValue(Role role);
     static std::optional<Role> roleFromRawValue(const QString &text);
 

@@ -30,7 +30,7 @@ struct LocalModel
     friend bool operator==(const LocalModel &, const LocalModel &) = default;
 };
 
-// Hashes all six fields.
+// Hashes all six fields, so that an entry can be a key as well.
 size_t qHash(const LocalModel &model, size_t seed = 0) noexcept;
 
 template <>
@@ -40,6 +40,7 @@ struct std::hash<LocalModel>
 };
 
 // The encoding has exactly the six field names as keys, in the order of declaration. Decoding throws
-// nlohmann::json::exception when a key is missing or has a value of another type.
+// nlohmann::json::exception when a key is missing or has a value of another type. Orvane itself stores no
+// entry but the id of the one chosen; this is the format for whoever does.
 void to_json(nlohmann::ordered_json &json, const LocalModel &model);
 void from_json(const nlohmann::ordered_json &json, LocalModel &model);

@@ -451,6 +451,7 @@ void AgentSessionTest::aSlotThatDestroysTheSessionEndsTheProgram()
         const rlimit noCoreFile{0, 0};
         setrlimit(RLIMIT_CORE, &noCoreFile);
         signal(SIGABRT, SIG_DFL);
+        alarm(60); // one that hangs ends with another signal
         SessionBench bench;
         const auto destroy = [&bench] { bench.session.reset(); };
         connect(bench.session.get(), &AgentSession::turnAppended, this, destroy);

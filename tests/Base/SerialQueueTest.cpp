@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Base/SerialQueue.h"
+#include "Support/Awaited.h"
 
 #include <QCoroTask>
 #include <QSemaphore>
@@ -93,30 +94,30 @@ void SerialQueueTest::jobsRunOnTheNamedThread()
 void SerialQueueTest::resultsComeBack()
 {
     SerialQueue queue(u"test"_s);
-    QCOMPARE(QCoro::waitFor(sumOfTwoJobs(queue)), 42);
+    QCOMPARE(Awaited::result(sumOfTwoJobs(queue)), 42);
 }
 
 void SerialQueueTest::theCallerResumesOnItsOwnThread()
 {
     SerialQueue queue(u"test"_s);
-    QCOMPARE(QCoro::waitFor(threadAfterAJob(queue)), QThread::currentThread());
+    QCOMPARE(Awaited::result(threadAfterAJob(queue)), QThread::currentThread());
 }
 
 void SerialQueueTest::anExceptionOfAJobReachesTheCaller()
 {
     SerialQueue queue(u"test"_s);
     const auto nothing = queue.run([] { throw std::runtime_error("nothing to give"); });
-    QCOMPARE(QCoro::waitFor(failureOf(nothing)), u"nothing to give"_s);
+    QCOMPARE(Awaited::result(failureOf(nothing)), u"nothing to give"_s);
     const auto number = queue.run([]() -> int { throw std::runtime_error("no number"); });
-    QCOMPARE(QCoro::waitFor(failureOf(number)), u"no number"_s);
+    QCOMPARE(Awaited::result(failureOf(number)), u"no number"_s);
 }
 
 void SerialQueueTest::theQueueGoesOnAfterAFailure()
 {
     SerialQueue queue(u"test"_s);
     const auto failure = queue.run([] { throw std::runtime_error("broken"); });
-    QCOMPARE(QCoro::waitFor(failureOf(failure)), u"broken"_s);
-    QCOMPARE(QCoro::waitFor(sumOfTwoJobs(queue)), 42);
+    QCOMPARE(Awaited::result(failureOf(failure)), u"broken"_s);
+    QCOMPARE(Awaited::result(sumOfTwoJobs(queue)), 42);
 }
 
 void SerialQueueTest::theQueueGoesOnAfterAFailureThatNobodyWaitsFor()
@@ -124,7 +125,7 @@ void SerialQueueTest::theQueueGoesOnAfterAFailureThatNobodyWaitsFor()
     SerialQueue queue(u"test.queue"_s);
     QTest::ignoreMessage(QtCriticalMsg, "A job of \"test.queue\" failed: std::bad_alloc");
     queue.post([] { throw std::bad_alloc(); });
-    QCOMPARE(QCoro::waitFor(sumOfTwoJobs(queue)), 42);
+    QCOMPARE(Awaited::result(sumOfTwoJobs(queue)), 42);
 }
 
 void SerialQueueTest::destructionFinishesQueuedJobs()

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Files.h"
 #include "Desktop/PlatformError.h"
+#include "Support/Awaited.h"
 
 #include <QDir>
 #include <QFile>
@@ -24,7 +25,7 @@ QCoro::Task<QString> outcomeOf(QCoro::Task<void> task)
 
 QString outcome(QCoro::Task<void> task)
 {
-    return QCoro::waitFor(outcomeOf(std::move(task)));
+    return Awaited::result(outcomeOf(std::move(task)));
 }
 
 } // namespace
@@ -87,7 +88,7 @@ void FilesTest::aFolderIsListedOneLevelDeepWithoutHiddenEntries()
     addFile(u"a/x.txt"_s);
     addFile(u"a/.hidden"_s);
     addFile(u"a/b/deep.txt"_s);
-    const auto listing = QCoro::waitFor(m_files->contentsOfDirectory(path(u"a"_s)));
+    const auto listing = Awaited::result(m_files->contentsOfDirectory(path(u"a"_s)));
     QVERIFY(listing);
     QStringList names;
     for (const FolderEntry &entry : *listing)
@@ -100,7 +101,7 @@ void FilesTest::danglingLinksAreListed()
 {
     QVERIFY(QDir(m_home->path()).mkdir(u"a"_s));
     QVERIFY(QFile::link(path(u"nowhere"_s), path(u"a/link"_s)));
-    const auto listing = QCoro::waitFor(m_files->contentsOfDirectory(path(u"a"_s)));
+    const auto listing = Awaited::result(m_files->contentsOfDirectory(path(u"a"_s)));
     QVERIFY(listing);
     QCOMPARE(listing->size(), 1);
     QCOMPARE(listing->first().name, u"link"_s);
@@ -114,7 +115,7 @@ void FilesTest::modificationDatesAreThoseOfTheDisk()
     QFile file(path(u"a/x"_s));
     QVERIFY(file.open(QIODevice::ReadWrite));
     QVERIFY(file.setFileTime(date, QFileDevice::FileModificationTime));
-    const auto listing = QCoro::waitFor(m_files->contentsOfDirectory(path(u"a"_s)));
+    const auto listing = Awaited::result(m_files->contentsOfDirectory(path(u"a"_s)));
     QVERIFY(listing);
     QCOMPARE(listing->first().modificationDate, std::optional(date));
 }
@@ -130,15 +131,15 @@ void FilesTest::onlyFoldersCanBeListed()
 {
     QFETCH(QString, name);
     addFile(u"file"_s);
-    QVERIFY(!QCoro::waitFor(m_files->contentsOfDirectory(path(name))));
+    QVERIFY(!Awaited::result(m_files->contentsOfDirectory(path(name))));
 }
 
 void FilesTest::existsForFilesAndFolders()
 {
     addFile(u"file"_s);
-    QVERIFY(QCoro::waitFor(m_files->exists(path(u"file"_s))));
-    QVERIFY(QCoro::waitFor(m_files->exists(path(u"data"_s))));
-    QVERIFY(!QCoro::waitFor(m_files->exists(path(u"none"_s))));
+    QVERIFY(Awaited::result(m_files->exists(path(u"file"_s))));
+    QVERIFY(Awaited::result(m_files->exists(path(u"data"_s))));
+    QVERIFY(!Awaited::result(m_files->exists(path(u"none"_s))));
 }
 
 void FilesTest::missingParentFoldersAreCreated()
@@ -208,9 +209,9 @@ void FilesTest::wellKnownFoldersResolveToUserFolders()
         return name.startsWith(u'/') || name.isEmpty() ? (name.isEmpty() ? home.path() : name)
                                                        : home.filePath(name);
     };
-    QCOMPARE(QCoro::waitFor(files.located(inHome(path))), inHome(place));
+    QCOMPARE(Awaited::result(files.located(inHome(path))), inHome(place));
     Files plain(home.path());
-    QCOMPARE(QCoro::waitFor(plain.located(inHome(path))), inHome(path));
+    QCOMPARE(Awaited::result(plain.located(inHome(path))), inHome(path));
 }
 
 void FilesTest::trashingMovesTheItemAway_data()

@@ -237,7 +237,7 @@ void DoctorTest::anApplicationHangs()
 {
     QVERIFY(PrivateDesktop::open(u"mousepad"_s, {}, u"Mousepad"_s));
     QVERIFY(!perform("read_ui").hasFailed);
-    PrivateDesktop::signalApplication(u"Mousepad"_s, SIGSTOP);
+    QVERIFY(PrivateDesktop::freezeApplication(u"Mousepad"_s));
     const Doctor::Report report = Doctor::consult();
     QVERIFY2(report.status == 0, qPrintable(report.text));
     QCOMPARE(report.finding(u"applications"_s), u"These aren't responding: “Mousepad”."_s);

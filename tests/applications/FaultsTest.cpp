@@ -72,7 +72,7 @@ void FaultsTest::anApplicationThatHangs()
 {
     QFETCH(bool, reads);
     QVERIFY(PrivateDesktop::open(u"mousepad"_s, {}, u"Mousepad"_s));
-    PrivateDesktop::signalApplication(u"Mousepad"_s, SIGSTOP);
+    QVERIFY(PrivateDesktop::freezeApplication(u"Mousepad"_s));
     const Outcome outcome = reads ? perform("read_ui") : perform("click", {{"label", u"Save"_s}});
     QVERIFY2(outcome.hasFailed && isOneClearLine(outcome.line), qPrintable(outcome.line));
     QVERIFY2(outcome.duration < bound, qPrintable(u"%1 ms"_s.arg(outcome.duration.count())));
@@ -82,12 +82,12 @@ void FaultsTest::anApplicationThatHangs()
 void FaultsTest::anApplicationThatHangsIsStillAskedToQuit()
 {
     QVERIFY(PrivateDesktop::open(u"mousepad"_s, {}, u"Mousepad"_s));
-    PrivateDesktop::signalApplication(u"Mousepad"_s, SIGSTOP);
+    QVERIFY(PrivateDesktop::freezeApplication(u"Mousepad"_s));
     const Outcome outcome = perform("quit_app", {{"app", u"Mousepad"_s}});
     QCOMPARE(outcome.line, u"Asked Mousepad to quit (it may be waiting on a save prompt)."_s);
     QVERIFY2(outcome.duration < bound, qPrintable(u"%1 ms"_s.arg(outcome.duration.count())));
     QVERIFY(Screen::shows(u"Mousepad"_s));
-    PrivateDesktop::signalApplication(u"Mousepad"_s, SIGCONT);
+    PrivateDesktop::thawApplication(u"Mousepad"_s);
     VERIFY_EFFECT(!Screen::shows(u"Mousepad"_s), outcome);
 }
 

@@ -5,6 +5,7 @@
 #include "applications/support/DesktopTest.h"
 #include "applications/support/HardText.h"
 #include "applications/support/LocalSite.h"
+#include "applications/support/TextFields.h"
 
 using namespace Qt::StringLiterals;
 
@@ -53,10 +54,7 @@ void KeyboardsTest::init()
 
 void KeyboardsTest::textArrivesInAnEditor_data()
 {
-    QTest::addColumn<QString>("program");
-    QTest::addColumn<QString>("windowClass");
-    QTest::newRow("GTK") << u"mousepad"_s << u"Mousepad"_s;
-    QTest::newRow("Qt") << u"featherpad"_s << u"FeatherPad"_s;
+    TextFields::addEditors();
 }
 
 void KeyboardsTest::textArrivesInAnEditor()
@@ -64,9 +62,7 @@ void KeyboardsTest::textArrivesInAnEditor()
     QFETCH(QString, program);
     QFETCH(QString, windowClass);
     const QString path = PrivateDesktop::home(u"Documents/keyboards.txt"_s);
-    PrivateDesktop::write(path, "nothing typed yet");
-    QVERIFY(PrivateDesktop::open(program, {path}, windowClass));
-    QVERIFY(QTest::qWaitFor([] { return Screen::showsTitle(u"keyboards.txt"_s); }, PrivateDesktop::patience));
+    QVERIFY(TextFields::openFile(path, "nothing typed yet", program, windowClass));
     setLayouts(u"de"_s, u"us"_s);
     const QByteArray physical = KeyboardDevices::map(m_keyboards.physical);
     for (const QString &text : {plainText, HardText::ofRound(1)}) {
@@ -75,13 +71,7 @@ void KeyboardsTest::textArrivesInAnEditor()
         const Outcome typed = perform("type_text", {{"text", text}});
         QVERIFY2(!typed.hasFailed, qPrintable(typed.line));
         QVERIFY(!perform("press_key", {{"key", u"s"_s}, {"modifiers", u"command"_s}}).hasFailed);
-        QString arrived;
-        const auto isThere = [&] {
-            arrived = QString::fromUtf8(PrivateDesktop::read(path));
-            return arrived == text || arrived == text + u'\n';
-        };
-        QVERIFY2(QTest::qWaitFor(isThere, PrivateDesktop::patience),
-                 qPrintable(HardText::difference(text, arrived)));
+        QCOMPARE(TextFields::differenceInFile(path, text), QString());
     }
     QCOMPARE(KeyboardDevices::map(m_keyboards.physical), physical);
 }
@@ -89,9 +79,7 @@ void KeyboardsTest::textArrivesInAnEditor()
 void KeyboardsTest::textArrivesInAWebPage()
 {
     LocalSite site;
-    site.setPage(u"/notes"_s, u"Notes"_s,
-                 u"<textarea rows='20' cols='80' autofocus onfocus=\"report('ready')\" "
-                 "oninput=\"report(this.value)\"></textarea>"_s);
+    TextFields::addPage(site);
     const Outcome page = perform("open_url", {{"url", site.address(u"/notes"_s)}});
     VERIFY_EFFECT(site.report() == "ready"_L1 && Browser::isActive(), page);
     setLayouts(u"us"_s, u"fr"_s);
@@ -103,9 +91,7 @@ void KeyboardsTest::textArrivesInAWebPage()
 void KeyboardsTest::theUserGoesOnInTheLanguageThatWasSwitchedOn()
 {
     const QString path = PrivateDesktop::home(u"Documents/language.txt"_s);
-    PrivateDesktop::write(path, "");
-    QVERIFY(PrivateDesktop::open(u"mousepad"_s, {path}, u"Mousepad"_s));
-    QVERIFY(QTest::qWaitFor([] { return Screen::showsTitle(u"language.txt"_s); }, PrivateDesktop::patience));
+    QVERIFY(TextFields::openFile(path, "", u"mousepad"_s, u"Mousepad"_s));
     KeyboardDevices::setLayout(m_keyboards.physical, u"de,ru"_s, u"grp:toggle"_s);
     m_keyboards.pressPhysicalKey(rightAlternateKey);
     const QByteArray map = KeyboardDevices::map(m_keyboards.master);

@@ -3,6 +3,7 @@
 #include "applications/support/DesktopTest.h"
 #include "applications/support/HardText.h"
 #include "applications/support/LocalSite.h"
+#include "applications/support/TextFields.h"
 
 using namespace Qt::StringLiterals;
 
@@ -34,10 +35,7 @@ Outcome TypingTest::type(const QString &text)
 
 void TypingTest::arrivesInAnEditor_data()
 {
-    QTest::addColumn<QString>("program");
-    QTest::addColumn<QString>("windowClass");
-    QTest::newRow("GTK") << u"mousepad"_s << u"Mousepad"_s;
-    QTest::newRow("Qt") << u"featherpad"_s << u"FeatherPad"_s;
+    TextFields::addEditors();
 }
 
 void TypingTest::arrivesInAnEditor()
@@ -45,32 +43,22 @@ void TypingTest::arrivesInAnEditor()
     QFETCH(QString, program);
     QFETCH(QString, windowClass);
     const QString path = PrivateDesktop::home(u"Documents/typed.txt"_s);
-    PrivateDesktop::write(path, "nothing typed yet");
-    QVERIFY(PrivateDesktop::open(program, {path}, windowClass));
-    QVERIFY(QTest::qWaitFor([] { return Screen::showsTitle(u"typed.txt"_s); }, PrivateDesktop::patience));
+    QVERIFY(TextFields::openFile(path, "nothing typed yet", program, windowClass));
     for (int round = 0; round < rounds; ++round) {
         const QString text = HardText::ofRound(round);
         const Outcome outcome = type(text);
         QVERIFY2(!outcome.hasFailed, qPrintable(outcome.line));
         const Outcome saved = perform("press_key", {{"key", u"s"_s}, {"modifiers", u"command"_s}});
         QVERIFY2(!saved.hasFailed, qPrintable(saved.line));
-        // Editors may append a line break when saving.
-        QString arrived;
-        const auto isThere = [&] {
-            arrived = QString::fromUtf8(PrivateDesktop::read(path));
-            return arrived == text || arrived == text + u'\n';
-        };
-        QVERIFY2(QTest::qWaitFor(isThere, PrivateDesktop::patience),
-                 qPrintable(u"round %1: %2"_s.arg(round).arg(HardText::difference(text, arrived))));
+        const QString difference = TextFields::differenceInFile(path, text);
+        QVERIFY2(difference.isEmpty(), qPrintable(u"round %1: %2"_s.arg(round).arg(difference)));
     }
 }
 
 void TypingTest::arrivesInAWebPage()
 {
     LocalSite site;
-    site.setPage(u"/notes"_s, u"Notes"_s,
-                 u"<textarea rows='20' cols='80' autofocus onfocus=\"report('ready')\" "
-                 "oninput=\"report(this.value)\"></textarea>"_s);
+    TextFields::addPage(site);
     const Outcome page = perform("open_url", {{"url", site.address(u"/notes"_s)}});
     VERIFY_EFFECT(site.report() == "ready"_L1 && Browser::isActive(), page);
     for (int round = 0; round < rounds; ++round) {

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // The global hot key Alt+Space, free and owned by the window manager.
+#include "Support/Awaited.h"
 #include "ui/support/UiTest.h"
 
 #include "Desktop/Linux/HotKeys/LinuxHotKeys.h"
@@ -16,8 +17,9 @@ const QString hotKey = u"alt+space"_s;
 // Removes the key from the window manager's settings.
 void freeTheKey()
 {
-    QProcess::execute(u"xfconf-query"_s, {u"--channel"_s, u"xfce4-keyboard-shortcuts"_s, u"--property"_s,
-                                          u"/xfwm4/custom/<Alt>space"_s, u"--reset"_s});
+    QProcess::execute(u"timeout"_s,
+                      {u"20"_s, u"xfconf-query"_s, u"--channel"_s, u"xfce4-keyboard-shortcuts"_s,
+                       u"--property"_s, u"/xfwm4/custom/<Alt>space"_s, u"--reset"_s});
 }
 
 // Whether the key can be grabbed now.
@@ -30,7 +32,7 @@ bool isFree()
     LinuxHotKeys hotKeys(&display);
     const HotKeyModifiers option = HotKeyModifier::Option;
     const std::function<void()> nothing = [] {};
-    return QCoro::waitFor(hotKeys.registerHotKey(spaceBar, option, identifier, nothing)) != nullptr;
+    return Awaited::result(hotKeys.registerHotKey(spaceBar, option, identifier, nothing)) != nullptr;
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/LinuxBench.h"
+#include "Support/Awaited.h"
 
 #include <QTest>
 
@@ -43,7 +44,7 @@ LinuxBench::Program LinuxBench::start(const QString &program, const QStringList 
 
 X11Snapshot LinuxBench::snapshot()
 {
-    return QCoro::waitFor(display.snapshot());
+    return Awaited::result(display.snapshot());
 }
 
 bool LinuxBench::waitForActive(const QString &partOfTitle)
@@ -76,24 +77,25 @@ bool LinuxBench::waitForNoWindow(const QString &partOfTitle)
 
 void LinuxBench::bringForward(const X11Window &window)
 {
-    QCoro::waitFor(display.bringForward(window));
+    Awaited::result(display.bringForward(window));
 }
 
 QString LinuxBench::post(const QList<KeyStroke> &strokes, std::chrono::microseconds pause)
 {
-    const auto front = QCoro::waitFor(workspace.frontmostApplication());
+    const auto front = Awaited::result(workspace.frontmostApplication());
     return errorOf(keyboard.post(strokes, pause, front));
 }
 
 QString LinuxBench::errorOf(QCoro::Task<void> task)
 {
-    return QCoro::waitFor(caught(std::move(task)));
+    return Awaited::result(caught(std::move(task)));
 }
 
 QByteArray LinuxBench::output(const QString &program, const QStringList &arguments)
 {
     QProcess process;
     process.start(program, arguments);
-    process.waitForFinished(patience);
+    if (!process.waitForFinished(patience))
+        qWarning("%s did not end: %s", qPrintable(program), qPrintable(process.errorString()));
     return process.readAllStandardOutput();
 }

@@ -3,6 +3,7 @@
 #include "Desktop/Linux/LinuxScreenCapture.h"
 #include "Desktop/Linux/LinuxBench.h"
 #include "Desktop/Linux/XServer.h"
+#include "Support/Awaited.h"
 
 #include <QDir>
 #include <QGuiApplication>
@@ -52,7 +53,7 @@ private Q_SLOTS:
         const QString path = folder.filePath(u"Screenshot 1.png"_s);
         const QPoint middle = window.mapToGlobal(QPoint(100, 100));
         const auto colourInPicture = [this, &path, &middle] {
-            QCoro::waitFor(m_capture.capture(path));
+            Awaited::result(m_capture.capture(path));
             return QColor(QImage(path, "PNG").pixel(middle));
         };
         QTRY_COMPARE(colourInPicture(), QColor(200, 30, 60));
@@ -65,7 +66,7 @@ private Q_SLOTS:
     {
         const QTemporaryDir folder;
         const QString path = folder.filePath(u"missing/Screenshot.png"_s);
-        QCoro::waitFor(m_capture.capture(path));
+        Awaited::result(m_capture.capture(path));
         QVERIFY(!QFileInfo::exists(path));
         QVERIFY(QDir(folder.path()).isEmpty());
     }
@@ -79,7 +80,7 @@ private Q_SLOTS:
         const rlimit small{100, usual.rlim_max};
         const QTemporaryDir folder;
         setrlimit(RLIMIT_FSIZE, &small);
-        QCoro::waitFor(m_capture.capture(folder.filePath(u"Screenshot.png"_s)));
+        Awaited::result(m_capture.capture(folder.filePath(u"Screenshot.png"_s)));
         setrlimit(RLIMIT_FSIZE, &usual);
         QVERIFY(QDir(folder.path()).isEmpty());
     }

@@ -3,6 +3,7 @@
 #include "Desktop/Linux/LinuxShell.h"
 #include "Desktop/Linux/Hands.h"
 #include "Desktop/Linux/LinuxBench.h"
+#include "Support/Awaited.h"
 
 #include <QGuiApplication>
 #include <QRasterWindow>
@@ -19,8 +20,8 @@ constexpr HotKeyIdentifier identifier{fourCharacterCode("ORVN"), 1};
 
 std::shared_ptr<HotKeyReference> registerKey(LinuxShell &shell, std::function<void()> pressed)
 {
-    return QCoro::waitFor(shell.shell().hotKeys.registerHotKey(letterK, HotKeyModifier::Option, identifier,
-                                                               std::move(pressed)));
+    return Awaited::result(shell.shell().hotKeys.registerHotKey(letterK, HotKeyModifier::Option, identifier,
+                                                                std::move(pressed)));
 }
 
 } // namespace

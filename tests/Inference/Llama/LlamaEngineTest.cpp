@@ -250,7 +250,7 @@ private Q_SLOTS:
             };
             QCoro::Task<QString> dropped =
                 fixture.engine().generate(fixture.userSays(u"Hi"_s), 3000, collect);
-            begun.acquire();
+            QVERIFY(begun.tryAcquire(1, Awaited::timeoutMilliseconds));
         }
         QVERIFY(!text.isEmpty());
         QVERIFY(text.size() < 3000);

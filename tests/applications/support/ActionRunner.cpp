@@ -3,6 +3,7 @@
 
 #include "Actions/Executor.h"
 #include "Desktop/Linux/LinuxDesktop.h"
+#include "Support/Awaited.h"
 #include "Support/StandstillWatch.h"
 
 #include <QElapsedTimer>
@@ -49,7 +50,7 @@ Outcome ActionRunner::perform(const char *action, Arguments arguments)
     if (!parsed)
         qFatal("“%s” is no action", action);
     const StandstillWatch watch;
-    Outcome outcome = QCoro::waitFor(carryOut(*parsed, m_desktop->desktop()));
+    Outcome outcome = Awaited::result(carryOut(*parsed, m_desktop->desktop()));
     outcome.standstill = watch.longest();
     return outcome;
 }

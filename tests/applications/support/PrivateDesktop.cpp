@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "applications/support/PrivateDesktop.h"
 
+#include "Support/Freezing.h"
 #include "applications/support/Screen.h"
 
 #include <QDir>
@@ -93,10 +94,16 @@ bool PrivateDesktop::clear()
     return QTest::qWaitFor(isClear, patience);
 }
 
-void PrivateDesktop::signalApplication(const QString &className, int signal)
+bool PrivateDesktop::freezeApplication(const QString &className)
+{
+    const QList<ScreenWindow> windows = Screen::windowsOf(className);
+    return !windows.isEmpty() && Freezing::freeze(windows.first().process);
+}
+
+void PrivateDesktop::thawApplication(const QString &className)
 {
     for (const ScreenWindow &window : Screen::windowsOf(className))
-        ::kill(static_cast<pid_t>(window.process), signal);
+        ::kill(static_cast<pid_t>(window.process), SIGCONT);
 }
 
 // A zombie's command line is empty.

@@ -31,8 +31,10 @@ bool open(const QString &program, const QStringList &arguments, const QString &c
 // timeout.
 bool clear();
 
-// Sends a signal to the processes that own windows of this class.
-void signalApplication(const QString &className, int signal);
+// Freezes the application that owns windows of this class, and resumes it. `freezeApplication` returns false
+// if there is no such window, or the process cannot be stopped.
+bool freezeApplication(const QString &className);
+void thawApplication(const QString &className);
 
 // Whether the process exists and isn't a zombie.
 bool isRunning(qint64 process);

@@ -1,10 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "applications/support/Screen.h"
 
+#include "applications/support/PrivateDesktop.h"
+
+#include <QDeadlineTimer>
 #include <QProcess>
 #include <QStringList>
 
+#include <poll.h>
 #include <xcb/xcb_ewmh.h>
+#include <xcb/xcbext.h>
 
 #include <algorithm>
 #include <cstdlib>
@@ -44,8 +49,7 @@ public:
     {
         constexpr std::uint32_t mostWords = 4096;
         const auto cookie = xcb_get_property(m_connection, 0, window, name, XCB_ATOM_ANY, 0, mostWords);
-        const std::unique_ptr<xcb_get_property_reply_t, decltype(&std::free)> reply(
-            xcb_get_property_reply(m_connection, cookie, nullptr), &std::free);
+        const auto reply = answer<xcb_get_property_reply_t>(cookie);
         if (!reply)
             return {};
         return {static_cast<const char *>(xcb_get_property_value(reply.get())),
@@ -72,17 +76,13 @@ public:
 
     bool exists(xcb_window_t window)
     {
-        const std::unique_ptr<xcb_get_window_attributes_reply_t, decltype(&std::free)> reply(
-            xcb_get_window_attributes_reply(m_connection, xcb_get_window_attributes(m_connection, window),
-                                            nullptr),
-            &std::free);
-        return reply != nullptr;
+        const auto cookie = xcb_get_window_attributes(m_connection, window);
+        return answer<xcb_get_window_attributes_reply_t>(cookie) != nullptr;
     }
 
     bool hasFrame(xcb_window_t window)
     {
-        const std::unique_ptr<xcb_query_tree_reply_t, decltype(&std::free)> reply(
-            xcb_query_tree_reply(m_connection, xcb_query_tree(m_connection, window), nullptr), &std::free);
+        const auto reply = answer<xcb_query_tree_reply_t>(xcb_query_tree(m_connection, window));
         return reply && reply->parent != root();
     }
 
@@ -90,8 +90,7 @@ public:
     {
         const auto cookie = xcb_grab_keyboard(m_connection, 0, root(), XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC,
                                               XCB_GRAB_MODE_ASYNC);
-        const std::unique_ptr<xcb_grab_keyboard_reply_t, decltype(&std::free)> reply(
-            xcb_grab_keyboard_reply(m_connection, cookie, nullptr), &std::free);
+        const auto reply = answer<xcb_grab_keyboard_reply_t>(cookie);
         xcb_ungrab_keyboard(m_connection, XCB_CURRENT_TIME);
         xcb_flush(m_connection);
         return reply && reply->status == XCB_GRAB_STATUS_ALREADY_GRABBED;
@@ -99,8 +98,7 @@ public:
 
     bool isAKeyPressed()
     {
-        const std::unique_ptr<xcb_query_keymap_reply_t, decltype(&std::free)> reply(
-            xcb_query_keymap_reply(m_connection, xcb_query_keymap(m_connection), nullptr), &std::free);
+        const auto reply = answer<xcb_query_keymap_reply_t>(xcb_query_keymap(m_connection));
         return reply && std::ranges::any_of(reply->keys, [](std::uint8_t keys) { return keys != 0; });
     }
 
@@ -109,8 +107,7 @@ public:
         const xcb_setup_t *const setup = xcb_get_setup(m_connection);
         const auto count = static_cast<std::uint8_t>(setup->max_keycode - setup->min_keycode + 1);
         const auto cookie = xcb_get_keyboard_mapping(m_connection, setup->min_keycode, count);
-        const std::unique_ptr<xcb_get_keyboard_mapping_reply_t, decltype(&std::free)> reply(
-            xcb_get_keyboard_mapping_reply(m_connection, cookie, nullptr), &std::free);
+        const auto reply = answer<xcb_get_keyboard_mapping_reply_t>(cookie);
         QSet<int> keys;
         if (!reply)
             return keys;
@@ -126,6 +123,26 @@ public:
     const xcb_ewmh_connection_t &atoms() const { return m_ewmh; }
 
 private:
+    // The reply to a request; none when the server answers with an error. A server that does not answer at
+    // all, as while another client has grabbed it, ends the test program.
+    template <typename Reply, typename Cookie>
+    std::unique_ptr<Reply, decltype(&std::free)> answer(Cookie cookie)
+    {
+        constexpr int pace = 50; // ms
+        const QDeadlineTimer deadline(PrivateDesktop::patience);
+        void *reply = nullptr;
+        xcb_generic_error_t *error = nullptr;
+        xcb_flush(m_connection);
+        while (xcb_poll_for_reply(m_connection, cookie.sequence, &reply, &error) == 0) {
+            if (deadline.hasExpired())
+                qFatal("The private desktop's X server has not answered for %d ms", PrivateDesktop::patience);
+            pollfd socket{xcb_get_file_descriptor(m_connection), POLLIN, 0};
+            ::poll(&socket, 1, pace);
+        }
+        std::free(error);
+        return {static_cast<Reply *>(reply), &std::free};
+    }
+
     xcb_window_t root() const { return m_ewmh.screens[0]->root; }
 
     xcb_connection_t *m_connection;

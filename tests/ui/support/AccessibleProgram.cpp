@@ -4,6 +4,7 @@
 #include "Desktop/Linux/Atspi/Finder.h"
 #include "Desktop/Linux/Atspi/Press.h"
 #include "Desktop/PlatformError.h"
+#include "Support/Awaited.h"
 
 #include <QDBusArgument>
 
@@ -130,24 +131,24 @@ AccessibleProgram::AccessibleProgram(qint64 process) : m_process(process) {}
 std::shared_ptr<AtspiApplication> AccessibleProgram::application()
 {
     if (!m_found)
-        m_found = QCoro::waitFor(findOrNone(m_bus, m_process));
+        m_found = Awaited::result(findOrNone(m_bus, m_process));
     return m_found ? std::make_shared<AtspiApplication>(*m_found) : nullptr;
 }
 
 QList<AccessibleElement> AccessibleProgram::elements()
 {
     const Application found = application();
-    return found ? QCoro::waitFor(walkOrNothing(found)) : QList<AccessibleElement>();
+    return found ? Awaited::result(walkOrNothing(found)) : QList<AccessibleElement>();
 }
 
 bool AccessibleProgram::press(const AccessibleElement &element)
 {
     const Application found = application();
-    return found && QCoro::waitFor(pressOrFalse(found, element.reference));
+    return found && Awaited::result(pressOrFalse(found, element.reference));
 }
 
 QString AccessibleProgram::contents(const AccessibleElement &field)
 {
     const Application found = application();
-    return found ? QCoro::waitFor(contentsOrNothing(found, field.reference)) : QString();
+    return found ? Awaited::result(contentsOrNothing(found, field.reference)) : QString();
 }

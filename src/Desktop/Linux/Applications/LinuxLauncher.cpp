@@ -4,10 +4,11 @@
 #include "Desktop/Linux/Applications/DesktopEntries.h"
 #include "Desktop/Linux/Applications/EntryLauncher.h"
 #include "Desktop/Linux/Applications/LinuxApplications.h"
+#include "Desktop/Linux/DBus/DBusReply.h"
 #include "Desktop/Linux/Processes/RunningProcess.h"
 
 #include <QCoreApplication>
-#include <QCoroDBusPendingCall>
+#include <QCoroFuture>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCall>
@@ -97,7 +98,8 @@ QCoro::Task<bool> LinuxLauncher::runsInBackground(Launch launch)
     // A D-Bus activatable application's well-known name is its entry id.
     const QString name = QFileInfo(launch.application.location).completeBaseName();
     const QDBusPendingCall call = QDBusConnection::sessionBus().asyncCall(hasOwner(name), busLimit);
-    const QDBusMessage answer = co_await call;
+    const QFuture<QDBusMessage> reply = DBusReply::of(call);
+    const QDBusMessage answer = co_await reply;
     co_return answer.type() == QDBusMessage::ReplyMessage &&answer.arguments().value(0).toBool();
 }
 

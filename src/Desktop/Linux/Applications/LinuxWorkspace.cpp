@@ -4,10 +4,11 @@
 #include "Desktop/Linux/Applications/ApplicationRoles.h"
 #include "Desktop/Linux/Applications/DesktopEntries.h"
 #include "Desktop/Linux/Applications/LinuxApplications.h"
+#include "Desktop/Linux/DBus/DBusReply.h"
 #include "Desktop/Linux/Processes/RunningProcess.h"
 
 #include <QCoreApplication>
-#include <QCoroDBusPendingCall>
+#include <QCoroFuture>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCall>
@@ -221,7 +222,8 @@ QCoro::Task<void> LinuxWorkspace::reveal(QString path)
 {
     constexpr int limit = 5000; // the file browser may have to start
     const QDBusPendingCall call = QDBusConnection::sessionBus().asyncCall(showItems(path), limit);
-    const QDBusMessage answer = co_await call;
+    const QFuture<QDBusMessage> reply = DBusReply::of(call);
+    const QDBusMessage answer = co_await reply;
     if (answer.type() == QDBusMessage::ReplyMessage)
         co_return;
     const QString folder = urlOf(QFileInfo(path).absolutePath());

@@ -7,9 +7,10 @@
 #include "Desktop/Linux/Atspi/Finder.h"
 #include "Desktop/Linux/Atspi/Tree.h"
 #include "Desktop/Linux/Atspi/Workarounds.h"
+#include "Desktop/Linux/DBus/DBusReply.h"
 #include "Desktop/PlatformError.h"
 
-#include <QCoroDBusPendingCall>
+#include <QCoroFuture>
 #include <QDBusError>
 
 #include <utility>
@@ -34,7 +35,8 @@ QCoro::Task<QDBusMessage> cacheItems(QDBusConnection connection,
 {
     const QDBusPendingCall pending = connection.asyncCall(
         Atspi::getItems(application->root().service), static_cast<int>(AtspiApplication::callLimit.count()));
-    co_return co_await pending;
+    const QFuture<QDBusMessage> reply = DBusReply::of(pending);
+    co_return co_await reply;
 }
 
 // Fetches the application's object cache. A timeout isn't an error: the application may have very many

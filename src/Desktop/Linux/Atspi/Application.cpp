@@ -2,11 +2,11 @@
 #include "Desktop/Linux/Atspi/Application.h"
 
 #include "Desktop/Linux/Atspi/Bus.h"
+#include "Desktop/Linux/DBus/DBusReply.h"
 #include "Desktop/PlatformError.h"
 
 #include <QCoroFuture>
 #include <QDBusError>
-#include <QDBusPendingCallWatcher>
 #include <QElapsedTimer>
 #include <QPromise>
 
@@ -102,12 +102,9 @@ void Batch::send(qsizetype position)
     const qint64 sentAt = m_clock.elapsed();
     const QDBusPendingCall pending =
         m_bus.asyncCall(m_calls.at(position), static_cast<int>(m_limits.call.count()));
-    auto *watcher = new QDBusPendingCallWatcher(pending);
-    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, watcher,
-                     [self = shared_from_this(), position, sentAt](QDBusPendingCallWatcher *finished) {
-                         finished->deleteLater();
-                         self->accept(position, finished->reply(), sentAt);
-                     });
+    DBusReply::deliver(pending, [self = shared_from_this(), position, sentAt](const QDBusMessage &reply) {
+        self->accept(position, reply, sentAt);
+    });
 }
 
 void Batch::accept(qsizetype position, const QDBusMessage &reply, qint64 sentAt)

@@ -2,9 +2,10 @@
 #include "Desktop/Linux/Atspi/Bus.h"
 
 #include "Desktop/Linux/Atspi/Application.h"
+#include "Desktop/Linux/DBus/DBusReply.h"
 #include "Desktop/PlatformError.h"
 
-#include <QCoroDBusPendingCall>
+#include <QCoroFuture>
 #include <QCoroTimer>
 #include <QDeadlineTimer>
 #include <QUuid>
@@ -51,7 +52,8 @@ void close(AtspiBus &bus, const QString &name)
 QCoro::Task<bool> leadsTo(QDBusConnection connection, AtspiReference root)
 {
     const QDBusPendingCall pending = connection.asyncCall(Atspi::getApplication(root), firstAnswerLimit);
-    const QDBusMessage answer = co_await pending;
+    const QFuture<QDBusMessage> reply = DBusReply::of(pending);
+    const QDBusMessage answer = co_await reply;
     co_return Atspi::reference(answer).service == root.service;
 }
 
@@ -134,8 +136,8 @@ QCoro::Task<QDBusMessage> AtspiBus::askLauncher(QDBusMessage call)
     const auto self = shared_from_this();
     auto job = [] { return QDBusConnection::sessionBus(); };
     const QDBusConnection session = co_await m_worker.run(job);
-    const QDBusPendingCall pending = session.asyncCall(call, launcherLimit);
-    const QDBusMessage reply = co_await pending;
+    const QFuture<QDBusMessage> answer = DBusReply::of(session.asyncCall(call, launcherLimit));
+    const QDBusMessage reply = co_await answer;
     if (reply.type() != QDBusMessage::ReplyMessage)
         throw unreachable();
     co_return reply;
@@ -172,8 +174,8 @@ QCoro::Task<void> AtspiBus::wakeCaches(QDBusConnection bus)
     const QVariantList event{u"window:desktop-destroy"_s};
     for (const QString &method : {u"DeregisterEvent"_s, u"RegisterEvent"_s}) {
         const QDBusMessage call = Atspi::call(registry, Atspi::registryInterface, method, event);
-        const QDBusPendingCall pending = bus.asyncCall(call, registryLimit);
-        const QDBusMessage reply = co_await pending;
+        const QFuture<QDBusMessage> answer = DBusReply::of(bus.asyncCall(call, registryLimit));
+        const QDBusMessage reply = co_await answer;
         if (reply.type() != QDBusMessage::ReplyMessage)
             qWarning("Accessible trees will be read slowly: %s", qUtf8Printable(reply.errorMessage()));
     }

@@ -6,6 +6,7 @@
 #include "Desktop/Linux/Atspi/Application.h"
 #include "Desktop/Linux/Atspi/Workarounds.h"
 #include "Desktop/Linux/Processes/ProcessSandbox.h"
+#include "Desktop/Linux/Processes/RunningProcess.h"
 #include "Desktop/PlatformError.h"
 
 #include <QCoroFuture>
@@ -18,21 +19,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QByteArray processFile(qint64 processIdentifier, const char *name)
-{
-    QFile file(u"/proc/%1/%2"_s.arg(processIdentifier).arg(QLatin1String(name)));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-// 0 if the process has ended.
-qint64 parentProcess(qint64 processIdentifier)
-{
-    // "pid (name) state parent …"; the name may contain any characters, including brackets and blanks.
-    const QByteArray state = processFile(processIdentifier, "stat");
-    const QList<QByteArray> fields = state.mid(state.lastIndexOf(')') + 2).split(' ');
-    return fields.value(1).toLongLong();
-}
 
 bool isDescendant(qint64 processIdentifier, qint64 ancestor)
 {
@@ -153,8 +139,9 @@ QCoro::Task<std::optional<AtspiReference>> Atspi::findApplication(QDBusConnectio
 
 QString Atspi::processName(qint64 processIdentifier)
 {
-    const QString name = QString::fromUtf8(processFile(processIdentifier, "comm"));
-    const QString cleaned = Text::trimmed(Text::cleaned(name));
+    QFile file(u"/proc/%1/comm"_s.arg(processIdentifier));
+    const QByteArray name = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    const QString cleaned = Text::trimmed(Text::cleaned(QString::fromUtf8(name)));
     return cleaned.isEmpty() ? u"The application"_s : cleaned;
 }
 

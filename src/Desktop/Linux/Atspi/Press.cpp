@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/Atspi/Press.h"
 
-#include <QCoroDBusPendingCall>
+#include "Desktop/Linux/DBus/DBusReply.h"
+
+#include <QCoroFuture>
 #include <QCoroTimer>
 #include <QDBusError>
 #include <QStringList>
@@ -76,7 +78,8 @@ QCoro::Task<bool> Atspi::press(std::shared_ptr<AtspiApplication> application, At
         co_return false;
     const QDBusPendingCall pending = application->bus().asyncCall(
         doAction(press.object, press.action), static_cast<int>(AtspiApplication::callLimit.count()));
-    const QDBusMessage reply = co_await pending;
+    const QFuture<QDBusMessage> answer = DBusReply::of(pending);
+    const QDBusMessage reply = co_await answer;
     if (reply.type() == QDBusMessage::ReplyMessage)
         co_return truth(reply);
     const QDBusError::ErrorType error = QDBusError(reply).type();

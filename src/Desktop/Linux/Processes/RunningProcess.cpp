@@ -3,16 +3,32 @@
 
 #include <QByteArray>
 #include <QFile>
+#include <QList>
 
 using namespace Qt::StringLiterals;
 
-bool isRunningProcess(qint64 process)
+namespace {
+
+// The fields after the name: state, parent, …; empty if the process does not exist.
+QList<QByteArray> statusFields(qint64 process)
 {
     QFile file(u"/proc/%1/stat"_s.arg(process));
     if (process <= 0 || !file.open(QIODevice::ReadOnly))
-        return false;
+        return {};
     // "pid (name) state parent …"; the name may contain any characters, including brackets and blanks.
     const QByteArray line = file.readAll();
-    const QByteArray state = line.mid(line.lastIndexOf(')') + 2, 1);
+    return line.mid(line.lastIndexOf(')') + 2).split(' ');
+}
+
+} // namespace
+
+bool isRunningProcess(qint64 process)
+{
+    const QByteArray state = statusFields(process).value(0);
     return !state.isEmpty() && state != "Z" && state != "X";
+}
+
+qint64 parentProcess(qint64 process)
+{
+    return statusFields(process).value(1).toLongLong();
 }

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/Session/LinuxProgramInstance.h"
 
+#include "Desktop/Linux/DBus/DBusReply.h"
+
 #include <QCoreApplication>
-#include <QCoroDBusPendingCall>
+#include <QCoroFuture>
 #include <QDBusError>
 #include <QUuid>
 
@@ -91,8 +93,8 @@ QCoro::Task<LinuxProgramInstance::Name> LinuxProgramInstance::requestName()
     QDBusMessage call =
         QDBusMessage::createMethodCall(daemon, u"/org/freedesktop/DBus"_s, daemon, u"RequestName"_s);
     call.setArguments({QString(busName), doNotQueue});
-    const QDBusPendingCall pending = bus().asyncCall(call, busLimit);
-    const QDBusMessage reply = co_await pending;
+    const QFuture<QDBusMessage> answer = DBusReply::of(bus().asyncCall(call, busLimit));
+    const QDBusMessage reply = co_await answer;
     const bool isTaken =
         reply.type() == QDBusMessage::ReplyMessage && reply.arguments().value(0).toUInt() == ownedByAnother;
     co_return isTaken ? Name::Taken : Name::Ours;
@@ -118,8 +120,8 @@ QCoro::Task<LinuxProgramInstance::Delivery> LinuxProgramInstance::deliver(Instan
     if (request == InstanceRequest::Nothing)
         co_return Delivery::Taken;
     const QDBusMessage message = messageFor(request);
-    const QDBusPendingCall pending = bus().asyncCall(message, instanceLimit);
-    const QDBusMessage reply = co_await pending;
+    const QFuture<QDBusMessage> answer = DBusReply::of(bus().asyncCall(message, instanceLimit));
+    const QDBusMessage reply = co_await answer;
     if (reply.type() == QDBusMessage::ReplyMessage)
         co_return Delivery::Taken;
     const bool isSilent = QDBusError(reply).type() == QDBusError::NoReply;

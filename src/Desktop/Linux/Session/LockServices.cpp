@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/Session/LockServices.h"
 
-#include <QCoroDBusPendingCall>
+#include "Desktop/Linux/DBus/DBusReply.h"
+
+#include <QCoroFuture>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusObjectPath>
@@ -40,8 +42,8 @@ QCoro::Task<QVariant> answerTo(Question question, QDBusConnection (*connect)(), 
     call.setAutoStartService(false);
     try {
         const QDBusConnection bus = co_await worker.run(connect);
-        const QDBusPendingCall pending = bus.asyncCall(call, limit);
-        const QDBusMessage reply = co_await pending;
+        const QFuture<QDBusMessage> answer = DBusReply::of(bus.asyncCall(call, limit));
+        const QDBusMessage reply = co_await answer;
         if (reply.type() == QDBusMessage::ReplyMessage)
             co_return reply.arguments().value(0);
     } catch (const PlatformError &) {

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/Window/SettingsPortal.h"
 
-#include <QCoroDBusPendingCall>
+#include "Desktop/Linux/DBus/DBusReply.h"
+
+#include <QCoroFuture>
 #include <QDBusMessage>
 #include <QPointer>
 #include <QUuid>
@@ -67,7 +69,8 @@ QCoro::Task<void> SettingsPortal::follow()
     QDBusMessage question = QDBusMessage::createMethodCall(service, path, interface, u"Read"_s);
     question.setArguments({appearanceGroup, colorSchemeKey});
     const QDBusPendingCall pending = QDBusConnection(m_connectionName).asyncCall(question, limit);
-    const QDBusMessage answer = co_await pending;
+    const QFuture<QDBusMessage> reply = DBusReply::of(pending);
+    const QDBusMessage answer = co_await reply;
     // A change signal received in the meantime is newer than this reply.
     if (self && answer.type() == QDBusMessage::ReplyMessage && !m_colorScheme)
         setColorScheme(answer.arguments().value(0));

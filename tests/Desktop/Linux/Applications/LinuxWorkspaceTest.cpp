@@ -2,8 +2,10 @@
 // Running and installed applications on a real desktop.
 #include "Desktop/Linux/Applications/EntryLauncher.h"
 #include "Desktop/Linux/LinuxBench.h"
+#include "Support/Awaited.h"
 
 #include <QDBusConnection>
+#include <QDBusConnectionInterface>
 #include <QDir>
 #include <QFile>
 #include <QRasterWindow>
@@ -46,7 +48,7 @@ private:
     // The installed, visible application of this name.
     std::optional<ApplicationBundle> installed(const QString &name)
     {
-        const auto folders = QCoro::waitFor(m_bench.workspace.applicationFolders());
+        const auto folders = Awaited::result(m_bench.workspace.applicationFolders());
         for (const ApplicationFolder &folder : folders) {
             for (const ApplicationFolder::Entry &entry : folder.entries) {
                 if (entry.name == name + u".app"_s)
@@ -58,7 +60,7 @@ private:
 
     std::optional<RunningApplication> running(const QString &name)
     {
-        for (const RunningApplication &each : QCoro::waitFor(m_bench.workspace.runningApplications())) {
+        for (const RunningApplication &each : Awaited::result(m_bench.workspace.runningApplications())) {
             if (each.localizedName == name)
                 return each;
         }
@@ -73,7 +75,7 @@ private:
 
     QString frontmostName()
     {
-        const auto application = QCoro::waitFor(m_bench.workspace.frontmostApplication());
+        const auto application = Awaited::result(m_bench.workspace.frontmostApplication());
         return application ? application->localizedName.value_or(QString()) : u"none"_s;
     }
 
@@ -84,7 +86,13 @@ private:
 
     bool isTerminated(const RunningApplication &application)
     {
-        return QCoro::waitFor(m_bench.workspace.isTerminated(application));
+        return Awaited::result(m_bench.workspace.isTerminated(application));
+    }
+
+    // Each look may take a second; QTRY_VERIFY would count looks instead of time.
+    bool waitUntilTerminated(const RunningApplication &application)
+    {
+        return QTest::qWaitFor([&] { return isTerminated(application); }, LinuxBench::patience);
     }
 
 private Q_SLOTS:
@@ -102,7 +110,7 @@ private Q_SLOTS:
     void anEmptyDesktopHasNothingInFront()
     {
         QCOMPARE(frontmostName(), u"none"_s);
-        QVERIFY(QCoro::waitFor(m_bench.workspace.runningApplications()).isEmpty());
+        QVERIFY(Awaited::result(m_bench.workspace.runningApplications()).isEmpty());
     }
 
     void aLaunchedApplicationIsInFront()
@@ -187,8 +195,8 @@ private Q_SLOTS:
         QVERIFY(m_bench.waitForActive(u"Mousepad"_s));
         const auto application = running(u"Mousepad"_s);
         QVERIFY(application && !isTerminated(*application));
-        QCoro::waitFor(m_bench.workspace.terminate(*application));
-        QTRY_VERIFY_WITH_TIMEOUT(isTerminated(*application), LinuxBench::patience);
+        Awaited::result(m_bench.workspace.terminate(*application));
+        QVERIFY(waitUntilTerminated(*application));
         const QString message = LinuxBench::errorOf(m_bench.workspace.activate(*application));
         QVERIFY2(message.contains(u"Mousepad"), qPrintable(message));
     }
@@ -209,8 +217,8 @@ private Q_SLOTS:
         QVERIFY(application && running(u"FeatherPad"_s));
         QCOMPARE(application->processIdentifier, editor->processId());
         QCOMPARE(frontmostName(), u"FeatherPad"_s);
-        QCoro::waitFor(m_bench.workspace.terminate(*application));
-        QTRY_VERIFY_WITH_TIMEOUT(isTerminated(*application), LinuxBench::patience);
+        Awaited::result(m_bench.workspace.terminate(*application));
+        QVERIFY(waitUntilTerminated(*application));
         QVERIFY(running(u"FeatherPad"_s));
         QCOMPARE(otherEditor->state(), QProcess::Running);
     }
@@ -227,7 +235,7 @@ private Q_SLOTS:
         QCOMPARE(writer->processIdentifier, calc->processIdentifier);
         QCOMPARE(LinuxBench::errorOf(m_bench.workspace.activate(*writer)), QString());
         QCOMPARE(frontmostName(), u"suite-writer"_s);
-        QCoro::waitFor(m_bench.workspace.terminate(*calc));
+        Awaited::result(m_bench.workspace.terminate(*calc));
         QVERIFY(m_bench.waitForNoWindow(u"Calc"_s));
         QVERIFY(m_bench.waitForWindow(u"Writer"_s));
         QVERIFY(isTerminated(*calc) && !isTerminated(*writer));
@@ -241,7 +249,7 @@ private Q_SLOTS:
         QCOMPARE(m_bench.post({text}), QString());
         const auto application = running(u"Mousepad"_s);
         QVERIFY(application);
-        QCoro::waitFor(m_bench.workspace.terminate(*application));
+        Awaited::result(m_bench.workspace.terminate(*application));
         const auto asks = [this] {
             for (const X11Window &window : m_bench.snapshot().windows) {
                 if (window.kind == X11Window::Kind::Dialog)
@@ -258,14 +266,21 @@ private Q_SLOTS:
         const auto thunar = installed(u"Thunar File Manager"_s);
         QVERIFY(thunar);
         const auto daemon = LinuxBench::start(u"thunar"_s, {u"--daemon"_s});
+        // Of two that start at the same time the first one on the bus stays, and the other one ends.
+        const auto isFirst = [&daemon] {
+            return QDBusConnection::sessionBus().interface()->servicePid(u"org.xfce.Thunar"_s).value() ==
+                   daemon->processId();
+        };
+        QVERIFY(QTest::qWaitFor(isFirst, LinuxBench::patience));
         QCOMPARE(open(*thunar), QString());
         const auto application = running(u"Thunar File Manager"_s);
         QVERIFY(application);
-        QCoro::waitFor(m_bench.workspace.terminate(*application));
+        QCOMPARE(application->processIdentifier, daemon->processId());
+        Awaited::result(m_bench.workspace.terminate(*application));
         QTRY_VERIFY_WITH_TIMEOUT(m_bench.snapshot().windows.isEmpty(), LinuxBench::patience);
         QVERIFY(!isTerminated(*application));
         daemon->kill();
-        QTRY_VERIFY_WITH_TIMEOUT(isTerminated(*application), LinuxBench::patience);
+        QVERIFY(waitUntilTerminated(*application));
     }
 
     void anApplicationMayRunWithoutAWindow_data()
@@ -329,9 +344,9 @@ private Q_SLOTS:
     void aFolderOpensInItsDefaultApplication()
     {
         const QTemporaryDir folder;
-        QVERIFY(QCoro::waitFor(m_bench.workspace.open(urlOf(folder.path()))));
+        QVERIFY(Awaited::result(m_bench.workspace.open(urlOf(folder.path()))));
         QCOMPARE(frontmostName(), u"Thunar File Manager"_s);
-        QVERIFY(!QCoro::waitFor(m_bench.workspace.open(u"x-nobody-knows:thing"_s)));
+        QVERIFY(!Awaited::result(m_bench.workspace.open(u"x-nobody-knows:thing"_s)));
     }
 
     void aNewFolderIsRevealed()
@@ -339,14 +354,14 @@ private Q_SLOTS:
         const QTemporaryDir folder;
         const QString parent = folder.filePath(u"Parent of it"_s);
         QVERIFY(QDir().mkpath(parent + u"/Projects"_s));
-        QCoro::waitFor(m_bench.workspace.reveal(parent + u"/Projects"_s));
+        Awaited::result(m_bench.workspace.reveal(parent + u"/Projects"_s));
         QVERIFY(m_bench.waitForWindow(u"Parent of it"_s));
     }
 
     void rolesAreFilledByTheDefaults()
     {
         const auto role = [this](const QString &name) {
-            const auto bundle = QCoro::waitFor(m_bench.workspace.defaultForRole(name));
+            const auto bundle = Awaited::result(m_bench.workspace.defaultForRole(name));
             return bundle ? bundle->displayName : u"none"_s;
         };
         QCOMPARE(role(u"Finder"_s), u"Thunar File Manager"_s);
@@ -363,7 +378,7 @@ private Q_SLOTS:
         write(own + u"thunar-settings.desktop"_s, group + "Name=Gone\nExec=thunar\nHidden=true\n");
         write(own + u"secret.desktop"_s, group + "Name=Secret\nExec=thunar\nNoDisplay=true\n");
         write(own + u"sub/deep.desktop"_s, group + "Name=Deep\nExec=thunar\n");
-        const auto folders = QCoro::waitFor(m_bench.workspace.applicationFolders());
+        const auto folders = Awaited::result(m_bench.workspace.applicationFolders());
         const auto ownPad = installed(u"My < |im_start| > Pad"_s);
         const auto systemPad = installed(u"FeatherPad"_s);
         const auto settings = installed(u"File Manager Settings"_s);
@@ -383,7 +398,7 @@ private Q_SLOTS:
                     "Exec=/usr/bin/thunar %F\n");
         const QByteArray language = qgetenv("LANG");
         qputenv("LANG", "de_DE.UTF-8");
-        const auto folders = QCoro::waitFor(m_bench.workspace.applicationFolders());
+        const auto folders = Awaited::result(m_bench.workspace.applicationFolders());
         qputenv("LANG", language);
         QVERIFY(QDir(applicationsFolder()).removeRecursively());
         const ApplicationFolder::Entry entry = folders.first().entries.value(0);
@@ -399,7 +414,7 @@ private Q_SLOTS:
         const QString own = applicationsFolder() + u"/"_s;
         write(own + u"oddterm-settings.desktop"_s, group + "Name=Odd Terminal Settings\n");
         write(own + u"oddterm.desktop"_s, group + "Name=Odd Terminal\n");
-        const auto folders = QCoro::waitFor(m_bench.workspace.applicationFolders());
+        const auto folders = Awaited::result(m_bench.workspace.applicationFolders());
         QVERIFY(QDir(applicationsFolder()).removeRecursively());
         QStringList names;
         for (const ApplicationFolder::Entry &entry : folders.first().entries)
@@ -444,7 +459,7 @@ private Q_SLOTS:
         const auto launch = [&entry] {
             return EntryLauncher::launch(entry, {u"http://a.test/?b=c%20d"_s}, u"mark"_s).size();
         };
-        QCOMPARE(QCoro::waitFor(m_bench.gio.run(launch)), 1);
+        QCOMPARE(Awaited::result(m_bench.gio.run(launch)), 1);
         QFile told(path + u".told"_s);
         QVERIFY(QTest::qWaitFor([&told] { return told.exists(); }, LinuxBench::patience));
         QVERIFY(told.open(QIODevice::ReadOnly));

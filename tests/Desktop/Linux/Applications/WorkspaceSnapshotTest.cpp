@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // The snapshot of a real desktop.
 #include "Desktop/Linux/LinuxBench.h"
+#include "Support/Awaited.h"
 
 #include <QRasterWindow>
 #include <QTest>
@@ -14,7 +15,7 @@ class WorkspaceSnapshotTest : public QObject
 private:
     LinuxBench m_bench;
 
-    QList<WindowDescription> windows() { return QCoro::waitFor(m_bench.workspace.snapshot()).windows; }
+    QList<WindowDescription> windows() { return Awaited::result(m_bench.workspace.snapshot()).windows; }
 
     QStringList titles()
     {
@@ -46,7 +47,7 @@ private Q_SLOTS:
         const auto editor = LinuxBench::start(u"mousepad"_s);
         QVERIFY(m_bench.waitForActive(u"Mousepad"_s));
         const auto windows = this->windows();
-        const auto application = QCoro::waitFor(m_bench.workspace.snapshot()).frontmost;
+        const auto application = Awaited::result(m_bench.workspace.snapshot()).frontmost;
         QCOMPARE(windows.size(), 1);
         QCOMPARE(windows[0].layer, 0);
         QCOMPARE(windows[0].ownerProcessIdentifier, editor->processId());

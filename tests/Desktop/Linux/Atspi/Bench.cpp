@@ -2,6 +2,7 @@
 #include "Desktop/Linux/Atspi/Bench.h"
 
 #include "Desktop/PlatformError.h"
+#include "Support/Awaited.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -71,7 +72,7 @@ AtspiBench::Program AtspiBench::start(const QString &program, const QStringList 
 
 AtspiBench::Tree AtspiBench::tree(const QProcess &program)
 {
-    return QCoro::waitFor(treeOrNone(&accessibility, program.processId()));
+    return Awaited::result(treeOrNone(&accessibility, program.processId()));
 }
 
 QCoro::Task<AtspiBench::Walk> AtspiBench::walk(Tree tree, qsizetype most)
@@ -113,7 +114,7 @@ QStringList AtspiBench::labels(const QProcess &program, const QString &role)
     const Tree found = tree(program);
     if (!found)
         return labels;
-    for (const AccessibilityAttributes &attributes : QCoro::waitFor(walk(found)).attributes) {
+    for (const AccessibilityAttributes &attributes : Awaited::result(walk(found)).attributes) {
         if (attributes.role == role)
             labels.append(label(attributes));
     }
@@ -130,11 +131,11 @@ bool AtspiBench::press(const QProcess &program, const QString &role, const QStri
     const Tree found = tree(program);
     if (!found)
         return false;
-    const Walk whole = QCoro::waitFor(walk(found));
+    const Walk whole = Awaited::result(walk(found));
     for (qsizetype i = 0; i < whole.elements.size(); ++i) {
         const AccessibilityAttributes &attributes = whole.attributes.at(i);
         if (attributes.role == role && label(attributes) == wanted)
-            return QCoro::waitFor(found->press(whole.elements.at(i)));
+            return Awaited::result(found->press(whole.elements.at(i)));
     }
     return false;
 }

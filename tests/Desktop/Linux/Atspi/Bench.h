@@ -6,6 +6,7 @@
 #include "Desktop/Linux/Atspi/NodeByNode.h"
 #include "Desktop/Linux/Typing/LinuxKeyboard.h"
 #include "Desktop/SystemClock.h"
+#include "Support/Awaited.h"
 
 #include <QCoroTask>
 #include <QList>
@@ -88,5 +89,5 @@ QCoro::Task<void> withoutResult(QCoro::Task<Result> task)
 template <typename Result>
 QString AtspiBench::errorOf(QCoro::Task<Result> task)
 {
-    return QCoro::waitFor(AtspiBenchDetails::caught(AtspiBenchDetails::withoutResult(std::move(task))));
+    return Awaited::result(AtspiBenchDetails::caught(AtspiBenchDetails::withoutResult(std::move(task))));
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Web pages in browsers, the largest trees.
 #include "Desktop/Linux/Atspi/Bench.h"
+#include "Support/Awaited.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -71,7 +72,7 @@ void AtspiBrowserTest::aPageIsReadAndPressed()
     QVERIFY(m_bench.labels(*process, u"AXStaticText"_s).contains(u"Fruit"_s));
     QVERIFY(m_bench.labels(*process, u"AXTextField"_s).contains(u"Code"_s));
 
-    const auto whole = QCoro::waitFor(AtspiBench::walk(m_bench.tree(*process)));
+    const auto whole = Awaited::result(AtspiBench::walk(m_bench.tree(*process)));
     bool hasBasket = false;
     for (const AccessibilityAttributes &attributes : whole.attributes) {
         hasBasket = hasBasket || (attributes.title == u"Basket"_s && attributes.value == u"pears"_s);

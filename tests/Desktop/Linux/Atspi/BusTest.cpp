@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // The accessibility permission, and the loss of the accessibility bus.
 #include "Desktop/Linux/Atspi/Bench.h"
+#include "Support/Awaited.h"
 
 #include <QDBusVariant>
 #include <QTest>
@@ -49,19 +50,19 @@ private:
 void AtspiBusTest::trustRequiresTheSwitchAndTheKeys()
 {
     setEnabled(true);
-    QVERIFY(QCoro::waitFor(m_bench.accessibility.isProcessTrusted()));
+    QVERIFY(Awaited::result(m_bench.accessibility.isProcessTrusted()));
     m_bench.hasKeys = false;
-    QVERIFY(!QCoro::waitFor(m_bench.accessibility.isProcessTrusted()));
+    QVERIFY(!Awaited::result(m_bench.accessibility.isProcessTrusted()));
     m_bench.hasKeys = true;
     setEnabled(false);
-    QVERIFY(!QCoro::waitFor(m_bench.accessibility.isProcessTrusted()));
+    QVERIFY(!Awaited::result(m_bench.accessibility.isProcessTrusted()));
 }
 
 void AtspiBusTest::requestingTrustEnablesAccessibility()
 {
     setEnabled(false);
-    QCoro::waitFor(m_bench.accessibility.requestTrust());
-    QVERIFY(QCoro::waitFor(m_bench.accessibility.isProcessTrusted()));
+    Awaited::result(m_bench.accessibility.requestTrust());
+    QVERIFY(Awaited::result(m_bench.accessibility.isProcessTrusted()));
 }
 
 void AtspiBusTest::theLauncherIsWaitedFor()
@@ -72,8 +73,8 @@ void AtspiBusTest::theLauncherIsWaitedFor()
     ::kill(process, SIGKILL);
     QTRY_COMPARE_WITH_TIMEOUT(processOf(QDBusConnection::sessionBus(), launcher.service), 0,
                               AtspiBench::patience);
-    QCoro::waitFor(m_bench.accessibility.requestTrust());
-    QVERIFY(QCoro::waitFor(m_bench.accessibility.isProcessTrusted()));
+    Awaited::result(m_bench.accessibility.requestTrust());
+    QVERIFY(Awaited::result(m_bench.accessibility.isProcessTrusted()));
 }
 
 void AtspiBusTest::aLostBusIsReported()
@@ -100,7 +101,7 @@ void AtspiBusTest::aRestartedBusIsFound()
         ::kill(process, SIGKILL);
     const auto trusted = [&] {
         setEnabled(true);
-        return QCoro::waitFor(m_bench.accessibility.isProcessTrusted());
+        return Awaited::result(m_bench.accessibility.isProcessTrusted());
     };
     QTRY_VERIFY_WITH_TIMEOUT(trusted(), AtspiBench::patience);
     const auto editor = m_bench.start(u"featherpad"_s);

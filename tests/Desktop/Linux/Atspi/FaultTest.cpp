@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Applications that hang or crash while being read cause a clear error and never block the event loop.
 #include "Desktop/Linux/Atspi/Bench.h"
+#include "Support/Freezing.h"
 #include "Support/StandstillWatch.h"
 
 #include <QTest>
@@ -55,7 +56,7 @@ void AtspiFaultTest::aHungApplicationIsNamed()
     QFETCH(QString, program);
     const auto process = m_bench.start(program);
     QVERIFY(m_bench.waitForLabel(*process, u"AXButton"_s, u"Undo"_s));
-    signalTo(*process, SIGSTOP);
+    QVERIFY(Freezing::freeze(process->processId()));
     const StandstillWatch watch;
     const QString error = AtspiBench::errorOf(m_bench.accessibility.applicationTree(process->processId()));
     QVERIFY2(error.endsWith(u"” isn't responding."_s), qPrintable(error));
@@ -79,7 +80,7 @@ void AtspiFaultTest::anApplicationHungDuringTheWalkIsNamed()
     const auto process = m_bench.start(program);
     QVERIFY(m_bench.waitForLabel(*process, u"AXButton"_s, u"Undo"_s));
     const AtspiBench::Tree tree = m_bench.tree(*process);
-    signalTo(*process, SIGSTOP);
+    QVERIFY(Freezing::freeze(process->processId()));
     const StandstillWatch watch;
     const QString error = AtspiBench::errorOf(AtspiBench::walk(tree));
     QVERIFY2(error.endsWith(u"” isn't responding."_s), qPrintable(error));
@@ -91,7 +92,7 @@ void AtspiFaultTest::aPressOnAHungApplicationTimesOut()
     const auto process = m_bench.start(u"mousepad"_s);
     QVERIFY(m_bench.waitForLabel(*process, u"AXButton"_s, u"Undo"_s));
     const AtspiBench::Tree tree = m_bench.tree(*process);
-    signalTo(*process, SIGSTOP);
+    QVERIFY(Freezing::freeze(process->processId()));
     const StandstillWatch watch;
     const QString error = AtspiBench::errorOf(tree->press(tree->root()));
     QVERIFY2(error.endsWith(u"” isn't responding."_s), qPrintable(error));
@@ -103,8 +104,8 @@ void AtspiFaultTest::anApplicationKilledDuringTheWalkHasQuit()
     const auto process = m_bench.start(u"featherpad"_s);
     QVERIFY(m_bench.waitForLabel(*process, u"AXButton"_s, u"Undo"_s));
     const AtspiBench::Tree tree = m_bench.tree(*process);
-    // Stopped before it is killed, so that the traversal is certainly in progress.
-    signalTo(*process, SIGSTOP);
+    // A frozen process cannot reply any more, so that the traversal is certainly in progress.
+    QVERIFY(Freezing::freeze(process->processId()));
     QCoro::Task<AtspiBench::Walk> walk = AtspiBench::walk(tree);
     signalTo(*process, SIGKILL);
     const QString error = AtspiBench::errorOf(std::move(walk));

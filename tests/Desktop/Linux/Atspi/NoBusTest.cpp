@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // A desktop without a session bus.
 #include "Desktop/Linux/Atspi/Bench.h"
+#include "Support/Awaited.h"
 
 #include <QTest>
 
@@ -26,7 +27,7 @@ void AtspiNoBusTest::initTestCase()
 
 void AtspiNoBusTest::nothingIsTrusted()
 {
-    QVERIFY(!QCoro::waitFor(m_bench.accessibility.isProcessTrusted()));
+    QVERIFY(!Awaited::result(m_bench.accessibility.isProcessTrusted()));
 }
 
 void AtspiNoBusTest::theErrorSaysWhatToDo()

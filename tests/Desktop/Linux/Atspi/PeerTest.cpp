@@ -5,6 +5,8 @@
 #include "Desktop/Linux/Atspi/Bench.h"
 #include "Desktop/Linux/Atspi/Bus.h"
 #include "Desktop/Linux/Atspi/Finder.h"
+#include "Support/Awaited.h"
+#include "Support/Freezing.h"
 
 #include <QDir>
 #include <QFile>
@@ -66,7 +68,7 @@ QDBusMessage anyQuestion(const Application &application)
 QList<AtspiReference> windowsOf(const Application &application)
 {
     return Atspi::references(
-        QCoro::waitFor(AtspiApplication::exchange(application, {anyQuestion(application)})).constFirst());
+        Awaited::result(AtspiApplication::exchange(application, {anyQuestion(application)})).constFirst());
 }
 
 qsizetype openDescriptors(qint64 process)
@@ -111,7 +113,7 @@ Application AtspiPeerTest::applicationOf(const QProcess &program)
 {
     if (!m_bench.waitForLabel(program, u"AXButton"_s, u"Undo"_s))
         return nullptr;
-    return QCoro::waitFor(createApplication(m_bus, program.processId()));
+    return Awaited::result(createApplication(m_bus, program.processId()));
 }
 
 Application AtspiPeerTest::stoppedApplicationOf(const QProcess &program)
@@ -119,9 +121,8 @@ Application AtspiPeerTest::stoppedApplicationOf(const QProcess &program)
     const Application application = applicationOf(program);
     if (!application)
         return application;
-    application->setPeer(QCoro::waitFor(AtspiPeer::open(m_bus, application)));
-    ::kill(static_cast<pid_t>(program.processId()), SIGSTOP);
-    return application;
+    application->setPeer(Awaited::result(AtspiPeer::open(m_bus, application)));
+    return Freezing::freeze(program.processId()) ? application : nullptr;
 }
 
 void AtspiPeerTest::anAddressMayOnlyNameASocket_data()
@@ -168,7 +169,7 @@ void AtspiPeerTest::aPeerRepliesLikeTheBus()
     const Application application = applicationOf(*process);
     QVERIFY(application);
     const QList<AtspiReference> overTheBus = windowsOf(application);
-    const std::shared_ptr<AtspiPeer> peer = QCoro::waitFor(AtspiPeer::open(m_bus, application));
+    const std::shared_ptr<AtspiPeer> peer = Awaited::result(AtspiPeer::open(m_bus, application));
     QVERIFY(peer);
     application->setPeer(peer);
     QCOMPARE(application->queryConnection().name(), peer->connection().name());
@@ -189,7 +190,7 @@ void AtspiPeerTest::withoutAPeerTheBusIsUsed()
     const auto process = AtspiBench::start(program);
     const Application application = applicationOf(*process);
     QVERIFY(application);
-    QVERIFY(!QCoro::waitFor(AtspiPeer::open(m_bus, application)));
+    QVERIFY(!Awaited::result(AtspiPeer::open(m_bus, application)));
     QVERIFY(!windowsOf(application).isEmpty());
 }
 
@@ -197,7 +198,7 @@ void AtspiPeerTest::anAddressThatStartsAProgramIsRejected()
 {
     const QTemporaryDir folder;
     const QString trace = folder.filePath(u"started"_s);
-    QVERIFY(!QCoro::waitFor(peerOffered(m_bus, u"unixexec:path=/usr/bin/touch,argv1="_s + trace)));
+    QVERIFY(!Awaited::result(peerOffered(m_bus, u"unixexec:path=/usr/bin/touch,argv1="_s + trace)));
     QVERIFY(!QFileInfo::exists(trace));
 }
 
@@ -216,7 +217,7 @@ void AtspiPeerTest::anUnresponsiveAddressIsRejected()
     QLocalServer server;
     if (listens)
         QVERIFY(server.listen(path));
-    QVERIFY(!QCoro::waitFor(peerOffered(m_bus, u"unix:path="_s + path)));
+    QVERIFY(!Awaited::result(peerOffered(m_bus, u"unix:path="_s + path)));
 }
 
 void AtspiPeerTest::anotherApplicationsAddressIsRejected()
@@ -226,10 +227,11 @@ void AtspiPeerTest::anotherApplicationsAddressIsRejected()
     QVERIFY(application);
     const QList<QDBusMessage> question{
         Atspi::call(application->root(), Atspi::applicationInterface, u"GetApplicationBusAddress"_s)};
-    const QDBusMessage reply = QCoro::waitFor(AtspiApplication::exchange(application, question)).constFirst();
+    const QDBusMessage reply =
+        Awaited::result(AtspiApplication::exchange(application, question)).constFirst();
     const QString address = Atspi::text(reply).value_or(QString());
     QVERIFY(Atspi::isSocketAddress(address));
-    QVERIFY(!QCoro::waitFor(peerOffered(m_bus, address)));
+    QVERIFY(!Awaited::result(peerOffered(m_bus, address)));
 }
 
 void AtspiPeerTest::callsThatChangeStateUseTheBus()
@@ -241,7 +243,7 @@ void AtspiPeerTest::callsThatChangeStateUseTheBus()
     application->setPeer(std::make_shared<AtspiPeer>(m_bus, QDBusConnection(u"never connected"_s)));
     QVERIFY(
         !AtspiBench::errorOf(AtspiApplication::exchange(application, {anyQuestion(application)})).isEmpty());
-    const QDBusMessage reply = QCoro::waitFor(AtspiApplication::act(application, anyQuestion(application)));
+    const QDBusMessage reply = Awaited::result(AtspiApplication::act(application, anyQuestion(application)));
     QCOMPARE(reply.type(), QDBusMessage::ReplyMessage);
 }
 

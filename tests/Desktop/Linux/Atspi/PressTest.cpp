@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Presses, judged by their effect.
 #include "Desktop/Linux/Atspi/Bench.h"
+#include "Support/Awaited.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -45,7 +46,7 @@ private:
 qsizetype AtspiPressTest::windows(const QProcess &program)
 {
     const AtspiBench::Tree tree = m_bench.tree(program);
-    return QCoro::waitFor(tree->read({tree->root()})).constFirst().children.size();
+    return Awaited::result(tree->read({tree->root()})).constFirst().children.size();
 }
 
 void AtspiPressTest::theCalculatorAddsWhatIsPressed()
@@ -85,7 +86,7 @@ void AtspiPressTest::aWrappedButtonIsPressed()
     const auto calculator = m_bench.start(u"gnome-calculator"_s);
     QVERIFY(m_bench.waitForLabel(*calculator, u"AXButton"_s, u"="_s));
     const auto elements = [&] {
-        return QCoro::waitFor(AtspiBench::walk(m_bench.tree(*calculator))).elements.size();
+        return Awaited::result(AtspiBench::walk(m_bench.tree(*calculator))).elements.size();
     };
     const qsizetype before = elements();
     QVERIFY(m_bench.press(*calculator, u"AXButton"_s, u"Mode selection"_s));
@@ -127,7 +128,7 @@ void AtspiPressTest::anApplicationRespondsDuringAMenuItemsDialog()
     QVERIFY(m_bench.waitForLabel(*editor, u"AXMenuItem"_s, u"Open..."_s));
     QVERIFY(m_bench.press(*editor, u"AXMenuItem"_s, u"Open..."_s));
     QVERIFY(m_bench.waitForLabel(*editor, u"AXButton"_s, u"Cancel"_s));
-    QCoro::waitFor(m_bench.strikeKey(editor->processId(), tabKey));
+    Awaited::result(m_bench.strikeKey(editor->processId(), tabKey));
     QVERIFY(m_bench.press(*editor, u"AXButton"_s, u"Cancel"_s));
     QTRY_COMPARE_WITH_TIMEOUT(windows(*editor), 1, AtspiBench::patience);
 }
@@ -144,7 +145,7 @@ void AtspiPressTest::anApplicationRespondsDuringAButtonsDialog()
     const auto pressesSave = [&] { return m_bench.press(*editor, u"AXButton"_s, u"Save"_s); };
     QVERIFY(QTest::qWaitFor(pressesSave, AtspiBench::patience));         // disabled until the folder is read
     QVERIFY(m_bench.waitForLabel(*editor, u"AXButton"_s, u"Replace"_s)); // it prompts, since the file exists
-    QCoro::waitFor(m_bench.strikeKey(editor->processId(), tabKey));
+    Awaited::result(m_bench.strikeKey(editor->processId(), tabKey));
     QVERIFY(m_bench.press(*editor, u"AXButton"_s, u"Replace"_s));
     QTRY_COMPARE_WITH_TIMEOUT(windows(*editor), 1, AtspiBench::patience);
 }
@@ -154,11 +155,11 @@ void AtspiPressTest::aButtonLeavesTheFocusWhereItWas()
     const auto editor = m_bench.start(u"mousepad"_s);
     QVERIFY(m_bench.waitForLabel(*editor, u"AXMenuItem"_s, u"Toolbar"_s));
     QVERIFY(m_bench.press(*editor, u"AXMenuItem"_s, u"Toolbar"_s));
-    QCoro::waitFor(m_bench.strikeKey(editor->processId(), letterKey));
+    Awaited::result(m_bench.strikeKey(editor->processId(), letterKey));
     QVERIFY(m_bench.waitForLabel(*editor, u"AXTextField"_s, u"a"_s));
     QVERIFY(m_bench.press(*editor, u"AXButton"_s, u"Undo"_s));
-    QCoro::waitFor(m_bench.strikeKey(editor->processId(), letterKey));
-    QCoro::waitFor(m_bench.strikeKey(editor->processId(), letterKey));
+    Awaited::result(m_bench.strikeKey(editor->processId(), letterKey));
+    Awaited::result(m_bench.strikeKey(editor->processId(), letterKey));
     QVERIFY2(m_bench.waitForLabel(*editor, u"AXTextField"_s, u"aa"_s),
              qPrintable(m_bench.labels(*editor, u"AXTextField"_s).join(u" | ")));
 }
@@ -167,7 +168,7 @@ void AtspiPressTest::aButtonThatQuitsItsApplicationCountsAsPressed()
 {
     const auto editor = m_bench.start(u"mousepad"_s);
     QVERIFY(m_bench.waitForLabel(*editor, u"AXMenuItem"_s, u"Quit"_s));
-    QCoro::waitFor(m_bench.strikeKey(editor->processId(), letterKey));
+    Awaited::result(m_bench.strikeKey(editor->processId(), letterKey));
     QVERIFY(m_bench.waitForLabel(*editor, u"AXTextField"_s, u"a"_s));
     QVERIFY(m_bench.press(*editor, u"AXMenuItem"_s, u"Quit"_s));
     QVERIFY(m_bench.waitForLabel(*editor, u"AXButton"_s, u"Don't Save"_s));
@@ -196,7 +197,7 @@ void AtspiPressTest::anElementWithoutAPressActionIsNotPressed()
     const auto editor = m_bench.start(u"mousepad"_s);
     QVERIFY(m_bench.waitForLabel(*editor, u"AXButton"_s, u"Undo"_s));
     const AtspiBench::Tree tree = m_bench.tree(*editor);
-    QVERIFY(!QCoro::waitFor(tree->press(tree->root())));
+    QVERIFY(!Awaited::result(tree->press(tree->root())));
 }
 
 QTEST_GUILESS_MAIN(AtspiPressTest)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // A session bus that accepts connections but never replies.
 #include "Desktop/Linux/Atspi/Bench.h"
+#include "Support/Awaited.h"
 #include "Support/StandstillWatch.h"
 
 #include <QLocalServer>
@@ -29,7 +30,7 @@ void AtspiSilentBusTest::aSilentBusNeverBlocksTheEventLoop()
 
     AtspiBench bench;
     const StandstillWatch watch;
-    QVERIFY(!QCoro::waitFor(bench.accessibility.isProcessTrusted()));
+    QVERIFY(!Awaited::result(bench.accessibility.isProcessTrusted()));
     QCOMPARE(AtspiBench::errorOf(bench.accessibility.applicationTree(1)),
              u"The accessibility service doesn't answer."_s);
     QVERIFY2(watch.longest() <= StandstillWatch::limit, qPrintable(QString::number(watch.longest().count())));

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Finding and reading the trees of GTK 3, Qt and GTK 4 applications.
 #include "Desktop/Linux/Atspi/Bench.h"
+#include "Support/Awaited.h"
 
 #include <QTemporaryFile>
 #include <QTest>
@@ -81,7 +82,7 @@ void AtspiTreeTest::anElementThatNoLongerExistsIsEmpty()
     QTRY_COMPARE_WITH_TIMEOUT(tabs(), 2, AtspiBench::patience);
 
     const AtspiBench::Tree tree = m_bench.tree(*process);
-    const AtspiBench::Walk walk = QCoro::waitFor(AtspiBench::walk(tree));
+    const AtspiBench::Walk walk = Awaited::result(AtspiBench::walk(tree));
     AccessibilityElement last = tree->root();
     for (qsizetype i = 0; i < walk.elements.size(); ++i) {
         if (walk.attributes.at(i).role == "AXTab"_L1)
@@ -90,11 +91,11 @@ void AtspiTreeTest::anElementThatNoLongerExistsIsEmpty()
     QVERIFY(m_bench.press(*process, u"AXMenuItem"_s, u"Close"_s));
     QTRY_COMPARE_WITH_TIMEOUT(tabs(), 1, AtspiBench::patience);
 
-    const AccessibilityAttributes gone = QCoro::waitFor(tree->read({last})).constFirst();
+    const AccessibilityAttributes gone = Awaited::result(tree->read({last})).constFirst();
     QCOMPARE(gone.role, QString());
     QVERIFY(!gone.title && !gone.description && !gone.value && !gone.help);
     QVERIFY(gone.children.isEmpty());
-    QVERIFY(!QCoro::waitFor(tree->press(last)));
+    QVERIFY(!Awaited::result(tree->press(last)));
 }
 
 void AtspiTreeTest::aProcessWithoutATreeIsNamedInTheError()

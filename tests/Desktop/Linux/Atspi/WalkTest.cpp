@@ -3,6 +3,7 @@
 // as the reference implementation, for every toolkit, on the same live tree.
 #include "Actions/Operations/AccessibilityWalk.h"
 #include "Desktop/Linux/Atspi/Bench.h"
+#include "Support/Awaited.h"
 
 #include <QDir>
 #include <QFile>
@@ -135,7 +136,7 @@ void AtspiWalkTest::compareWalks(const QProcess &process)
         // Retry: an application that is still building its window may change in between.
         const auto same = [&] {
             const AtspiBench::Tree tree = m_bench.tree(process);
-            const QList<WalkedNode> seen = tree ? QCoro::waitFor(walked(tree, limits)) : QList<WalkedNode>();
+            const QList<WalkedNode> seen = tree ? Awaited::result(walked(tree, limits)) : QList<WalkedNode>();
             different = difference(seen, plain.walk(process.processId(), limits.elements, limits.depth));
             count = seen.size();
             return different.isEmpty();

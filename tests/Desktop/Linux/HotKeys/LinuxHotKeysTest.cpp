@@ -5,6 +5,7 @@
 #include "Desktop/Linux/Hands.h"
 #include "Desktop/Linux/LinuxBench.h"
 #include "Desktop/Linux/XServer.h"
+#include "Support/Awaited.h"
 
 #include <QTest>
 
@@ -33,14 +34,14 @@ struct Program
 
     bool registerKey()
     {
-        reference = QCoro::waitFor(
+        reference = Awaited::result(
             hotKeys.registerHotKey(spaceBar, HotKeyModifier::Option, identifier, [this] { ++presses; }));
         return reference != nullptr;
     }
 
     bool registerMark()
     {
-        markReference = QCoro::waitFor(hotKeys.registerHotKey(
+        markReference = Awaited::result(hotKeys.registerHotKey(
             letterK, HotKeyModifier::Option, {identifier.signature, 2}, [this] { ++marks; }));
         return markReference != nullptr;
     }
@@ -217,7 +218,8 @@ private Q_SLOTS:
     void withoutAnXServerRegistrationFails()
     {
         LinuxHotKeys hotKeys(nullptr);
-        QVERIFY(!QCoro::waitFor(hotKeys.registerHotKey(spaceBar, HotKeyModifier::Option, identifier, [] {})));
+        QVERIFY(
+            !Awaited::result(hotKeys.registerHotKey(spaceBar, HotKeyModifier::Option, identifier, [] {})));
     }
 
     void aHungServerFailsRegistration()

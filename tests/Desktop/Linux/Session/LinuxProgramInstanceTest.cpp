@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 // The single running instance, on a real session bus.
 #include "Desktop/Linux/Session/LinuxProgramInstance.h"
+#include "Desktop/Linux/DBus/DBusReply.h"
 #include "Desktop/PlatformError.h"
 #include "Support/Awaited.h"
 
-#include <QCoroDBusPendingCall>
+#include <QCoroFuture>
 #include <QDBusVirtualObject>
 #include <QElapsedTimer>
 #include <QSignalSpy>
@@ -44,7 +45,7 @@ std::unique_ptr<LinuxProgramInstance> startedWith(const QByteArray &token, const
     return instance;
 }
 
-QCoro::Task<QDBusMessage> reply(QDBusPendingCall pending)
+QCoro::Task<QDBusMessage> reply(QFuture<QDBusMessage> pending)
 {
     co_return co_await pending;
 }
@@ -94,8 +95,7 @@ private:
         QDBusMessage call = QDBusMessage::createMethodCall(u"org.orvane.Orvane"_s, u"/org/orvane/Orvane"_s,
                                                            u"org.freedesktop.Application"_s, method);
         call.setArguments(arguments);
-        const QDBusPendingCall pending = bus.asyncCall(call);
-        return Awaited::result(reply(pending));
+        return Awaited::result(reply(DBusReply::of(bus.asyncCall(call))));
     }
 
 private Q_SLOTS:

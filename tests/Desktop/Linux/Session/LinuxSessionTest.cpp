@@ -233,7 +233,7 @@ void LinuxSessionTest::anOpenMenuIsNoLock()
         return Awaited::result(
             m_bench.display.run([this] { return X11Grabs::isKeyboardTaken(m_bench.display.connection()); }));
     };
-    QProcess::execute(u"xdotool"_s, {u"key"_s, u"alt+f"_s});
+    QProcess::execute(u"timeout"_s, {u"20"_s, u"xdotool"_s, u"key"_s, u"alt+f"_s});
     QVERIFY(QTest::qWaitFor(isGrabbed, LinuxBench::patience));
     QVERIFY(!isLocked());
 }

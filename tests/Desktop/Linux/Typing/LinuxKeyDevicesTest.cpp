@@ -3,6 +3,7 @@
 #include "Desktop/Linux/LinuxBench.h"
 #include "Desktop/Linux/Typing/X11KeySymbols.h"
 #include "Desktop/Linux/Typing/XtestKeyboard.h"
+#include "Support/Awaited.h"
 #include "Support/KeyboardDevices.h"
 
 #include <QTest>
@@ -123,7 +124,7 @@ private Q_SLOTS:
         QVERIFY(physical.contains("ssharp") && !sending.contains("ssharp"));
 
         const QList<KeyStroke> strokes(60, text(u"жук"_s));
-        const auto front = QCoro::waitFor(m_bench.workspace.frontmostApplication());
+        const auto front = Awaited::result(m_bench.workspace.frontmostApplication());
         QCoro::Task<void> typing = m_bench.keyboard.post(strokes, 15ms, front);
         const auto areSymbolsLent = [&] { return KeyboardDevices::map(m_keyboards->sending) != sending; };
         QVERIFY(QTest::qWaitFor(areSymbolsLent, LinuxBench::patience));
@@ -160,7 +161,7 @@ private Q_SLOTS:
     {
         setLayouts(u"de"_s, u"us"_s);
         const QByteArray physical = KeyboardDevices::map(m_keyboards->physical);
-        const auto front = QCoro::waitFor(m_bench.workspace.frontmostApplication());
+        const auto front = Awaited::result(m_bench.workspace.frontmostApplication());
         QCoro::Task<void> typing = m_bench.keyboard.post({text(u"yyy"_s), text(u"zzz"_s)}, 300ms, front);
         const auto isTyping = [&] { return KeyboardDevices::map(m_keyboards->master) != physical; };
         QVERIFY(QTest::qWaitFor(isTyping, LinuxBench::patience));

@@ -3,6 +3,7 @@
 #include "Desktop/Linux/LinuxBench.h"
 #include "Desktop/Linux/Typing/X11Keyboard.h"
 #include "Desktop/Linux/Typing/X11Typist.h"
+#include "Support/Awaited.h"
 
 #include <QAbstractNativeEventFilter>
 #include <QFile>
@@ -145,7 +146,7 @@ private:
     bool isModifierDown()
     {
         const auto look = [this] { return X11Keyboard(m_bench.display.connection()).isModifierHeld(); };
-        return QCoro::waitFor(m_bench.display.run(look));
+        return Awaited::result(m_bench.display.run(look));
     }
 
     static bool isCapsLockOn()
@@ -278,7 +279,7 @@ private Q_SLOTS:
     {
         const auto editor = LinuxBench::start(u"mousepad"_s);
         QVERIFY(m_bench.waitForActive(u"Mousepad"_s));
-        const auto judged = QCoro::waitFor(m_bench.workspace.frontmostApplication());
+        const auto judged = Awaited::result(m_bench.workspace.frontmostApplication());
         startReceiver();
         const QString message = LinuxBench::errorOf(m_bench.keyboard.post({text(u"x"_s)}, 0us, judged));
         QCOMPARE(message, u"“Mousepad” is no longer in front, so no keys were sent."_s);
@@ -297,7 +298,7 @@ private Q_SLOTS:
         const std::optional<X11Window> calc = m_bench.waitForWindow(u"Calc"_s);
         const std::optional<X11Window> writer = m_bench.waitForWindow(u"Writer"_s);
         m_bench.bringForward(*writer);
-        const auto judged = QCoro::waitFor(m_bench.workspace.frontmostApplication());
+        const auto judged = Awaited::result(m_bench.workspace.frontmostApplication());
         m_bench.bringForward(*calc);
         const QString message = LinuxBench::errorOf(m_bench.keyboard.post({text(u"x"_s)}, 0us, judged));
         QVERIFY2(message.endsWith(u"is no longer in front, so no keys were sent."_s), qPrintable(message));
@@ -310,7 +311,7 @@ private Q_SLOTS:
         startReceiver();
         const QByteArray before = keyMap();
         const QList<KeyStroke> longText(400, text(u"Aé"_s));
-        const auto front = QCoro::waitFor(m_bench.workspace.frontmostApplication());
+        const auto front = Awaited::result(m_bench.workspace.frontmostApplication());
         QCoro::Task<void> typing = m_bench.keyboard.post(longText, 15ms, front);
         QVERIFY(!receivedUntil("release c9").isEmpty());
         OwnWindow other;

@@ -2,6 +2,7 @@
 // The window on a real desktop: its style, activation and position.
 #include "Desktop/Linux/Window/X11WindowStyler.h"
 #include "Desktop/Linux/LinuxBench.h"
+#include "Support/Awaited.h"
 
 #include <QRasterWindow>
 #include <QScreen>
@@ -85,7 +86,7 @@ private:
         ours.identifier = std::uint32_t(m_window->winId());
         ours.process = QCoreApplication::applicationPid();
         const auto ask = [this, ours] { return m_bench.display.windows().hasKeys(ours); };
-        return QCoro::waitFor(m_bench.display.run(ask));
+        return Awaited::result(m_bench.display.run(ask));
     }
 
     std::optional<X11Window> found()
@@ -101,7 +102,7 @@ private:
             const X11Connection &connection = m_bench.display.connection();
             connection.sendToManager(connection.root(), connection.atoms()._NET_CURRENT_DESKTOP, {number, 0});
         };
-        QCoro::waitFor(m_bench.display.run(ask));
+        Awaited::result(m_bench.display.run(ask));
         QTRY_VERIFY_WITH_TIMEOUT(currentDesktop() == QByteArray::number(number), LinuxBench::patience);
     }
 

@@ -4,6 +4,7 @@
 #include "Desktop/Linux/LinuxScreenCapture.h"
 #include "Desktop/Linux/Window/LinuxDisplay.h"
 #include "Desktop/Linux/XServer.h"
+#include "Support/Awaited.h"
 
 #include <QElapsedTimer>
 #include <QTemporaryDir>
@@ -108,7 +109,7 @@ private Q_SLOTS:
     void withoutAWindowManagerTheListIsEmpty()
     {
         LinuxBench bench;
-        const WorkspaceSnapshot snapshot = QCoro::waitFor(bench.workspace.snapshot());
+        const WorkspaceSnapshot snapshot = Awaited::result(bench.workspace.snapshot());
         QVERIFY(snapshot.windows.isEmpty());
         QVERIFY(!snapshot.frontmost);
     }

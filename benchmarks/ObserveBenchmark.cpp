@@ -4,6 +4,7 @@
 #include "Actions/Executor.h"
 #include "Desktop/Linux/LinuxBench.h"
 #include "Desktop/Linux/LinuxDesktop.h"
+#include "Support/Awaited.h"
 
 #include <benchmark/benchmark.h>
 
@@ -60,7 +61,7 @@ void observe(benchmark::State &state)
     LinuxDesktop desktop;
     QString seen;
     for ([[maybe_unused]] auto round : state)
-        seen = QCoro::waitFor(Executor::observe(desktop.desktop()));
+        seen = Awaited::result(Executor::observe(desktop.desktop()));
     state.counters["characters"] = static_cast<double>(seen.size());
 }
 

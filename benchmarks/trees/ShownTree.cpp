@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "trees/ShownTree.h"
+#include "Support/Awaited.h"
 
 #include <QFile>
 #include <QStandardPaths>
@@ -183,7 +184,7 @@ QString ShownTree::file(const QString &name, const QString &contents) const
 QList<WalkedNode> ShownTree::readInBulk(qsizetype most)
 {
     const AtspiBench::Tree tree = m_bench.tree(*m_program);
-    return tree ? AtspiBench::nodes(QCoro::waitFor(AtspiBench::walk(tree, most))) : QList<WalkedNode>();
+    return tree ? AtspiBench::nodes(Awaited::result(AtspiBench::walk(tree, most))) : QList<WalkedNode>();
 }
 
 QList<WalkedNode> ShownTree::readNodeByNode(qsizetype most)

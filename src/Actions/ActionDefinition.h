@@ -10,33 +10,32 @@
 #include <QString>
 #include <QStringView>
 
-// Everything the program has to say about one kind of action but how risky it is (see Safety). Each family of
-// actions defines its own, in Families.
+// The definition of one kind of action, except its risk (see Safety). `Families` contains the definitions.
 struct ActionDefinition
 {
-    // Whether the action works on whatever application is frontmost when it is carried out, so that the focus
-    // has to be where it was when the action was chosen.
+    // Whether the action works on the frontmost application, so that the application that was frontmost when
+    // the action was chosen must be frontmost again.
     enum class Focus {
         NotNeeded,
         Needed,
-        NeededUnlessAppIsNamed, // by its argument "app", which then comes to the front itself
+        NeededUnlessAppIsNamed, // in the argument "app"; that application is then brought to the front
     };
 
-    // What the session must allow for the action to work.
+    // What the session must permit.
     enum class Reach {
-        WholeSession, // its windows, keys or screen, if only to see what came of the action
+        WholeSession, // its windows, keys or screen, at least to observe the action's effect
         FilesAlone,
     };
 
-    // What the user sees of the action. Any thread.
+    // The title shown to the user. Any thread.
     using Title = QString (*)(const AgentAction &action);
 
-    // Carries the action out on its target and gives the result line; see Executor::run. Main thread.
+    // Performs the action on its target and returns the result line; see Executor::run. Thread: main.
     using Handler = QCoro::Task<QString> (*)(AgentAction action, ActionTarget target, Desktop desktop);
 
     QStringView name; // as the model writes it
     Title title = nullptr;
-    Handler run = nullptr; // null: not carried out on the desktop
+    Handler run = nullptr; // null if the desktop is not involved
     Focus focus = Focus::NotNeeded;
     Reach reach = Reach::WholeSession;
 
@@ -47,5 +46,5 @@ struct ActionDefinition
 // Any thread.
 const ActionDefinition &definitionOf(ActionKind kind);
 
-// Nothing for an action of a name that the program does not know. Any thread.
+// Returns null for an unknown name. Any thread.
 const ActionDefinition *definitionOf(const AgentAction &action);

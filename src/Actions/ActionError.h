@@ -4,8 +4,8 @@
 #include "Base/LocalizedError.h"
 #include "Base/Text.h"
 
-// A failure that an action detects itself: one complete English sentence, made one harmless line whatever the
-// texts that were put into it.
+// A failure detected by an action: one English sentence, cleaned to a single line because it may quote other
+// texts.
 class ActionError : public LocalizedError
 {
 public:

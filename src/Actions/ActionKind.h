@@ -7,11 +7,10 @@
 #include <cstddef>
 #include <optional>
 
-// Everything that the model can ask for. A `switch` over the kinds has no default, so that a kind that was
-// forgotten does not compile.
+// The kinds of actions. A `switch` over them has no `default`, so that a missing kind fails to compile.
 enum class ActionKind {
     OpenApp,
-    FocusApp, // a second name of OpenApp, which the model is not told
+    FocusApp, // alias of OpenApp, not in the prompt
     QuitApp,
     OpenUrl,
     WebSearch,
@@ -27,10 +26,10 @@ enum class ActionKind {
     ListWindows,
     ReadUi,
     AppleScript,
-    Done, // ends the task; the agent loop's business. The last kind
+    Done, // ends the task; handled by the agent loop. Must be last
 };
 
-// Every kind once, in the order of the enumeration.
+// All kinds, in enum order.
 inline constexpr auto allActionKinds = [] {
     std::array<ActionKind, static_cast<std::size_t>(ActionKind::Done) + 1> kinds{};
     for (std::size_t i = 0; i < kinds.size(); ++i)
@@ -38,5 +37,5 @@ inline constexpr auto allActionKinds = [] {
     return kinds;
 }();
 
-// Nothing for a name that the program does not know. Any thread.
+// Returns nothing for an unknown name. Any thread.
 std::optional<ActionKind> kindOf(const AgentAction &action);

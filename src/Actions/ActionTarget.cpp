@@ -20,7 +20,7 @@ QCoro::Task<std::optional<ActionTarget::Control>> controlIn(RunningApplication a
     co_return co_await Controls::findControl(tree, label);
 }
 
-// Without the permission nothing is looked for; the action itself asks for it.
+// Finds nothing without the permission; the action itself requests it.
 QCoro::Task<std::optional<ActionTarget::Control>> controlFor(AgentAction action, ActionTarget found,
                                                              Desktop desktop)
 {

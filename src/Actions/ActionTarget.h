@@ -11,12 +11,13 @@
 #include <memory>
 #include <optional>
 
-// What an action acts upon, found before the policy judges the action: so what was judged is what is done,
-// whatever starts, ends or comes to the front in the meantime. Empty where the action acts on nothing of the
-// kind, or nothing was found. Main thread.
+// The objects that an action affects, found before the policy judges it, so that the action affects exactly
+// what was judged even if applications start, end or come to the front in between. Members are empty if
+// irrelevant to the action or not found. Thread: main.
 struct ActionTarget
 {
-    // A control of the frontmost application. `label` is its own, of which the action may name a part only.
+    // A control of the frontmost application. `label` is its own label; the action may contain only part of
+    // it.
     struct Control
     {
         std::shared_ptr<AccessibilityTree> tree;
@@ -24,18 +25,18 @@ struct ActionTarget
         QString label;
     };
 
-    std::optional<RunningApplication> frontmost; // gets the keys, or has the control
-    std::optional<RunningApplication> quitting;  // is asked to quit
-    std::optional<Control> control;              // is pressed
-    std::exception_ptr failure;                  // why not everything could be looked for
+    std::optional<RunningApplication> frontmost; // receives the keys or has the control
+    std::optional<RunningApplication> quitting;  // to be asked to quit
+    std::optional<Control> control;              // to be pressed
+    std::exception_ptr failure;                  // why the search was incomplete
 
-    // Looks for the action's target without changing anything. Never throws; a failure is the action's own.
+    // Finds the action's target without side effects. Never throws; stores a failure for the action to
+    // report.
     static QCoro::Task<ActionTarget> find(AgentAction action, Desktop desktop);
 
-    // Looks for the target once more, after the user has taken the time to approve the action: gives the
-    // focus back to the application that was in front, and looks for the control again. Throws ActionError
-    // when either has gone, or the control is neither the one that was judged nor called what the action
-    // calls it.
+    // Finds the target again after the user's approval: returns the focus to the application that was
+    // frontmost and searches for the control again. Throws ActionError if the application has ended, or if
+    // the control found is neither the judged one nor has exactly the label in the action.
     static QCoro::Task<ActionTarget> findApproved(AgentAction action, ActionTarget judged, Desktop desktop);
 
     // Throws the failure, if there is one.

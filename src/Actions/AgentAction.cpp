@@ -18,13 +18,13 @@ namespace {
 
 using Json = nlohmann::json;
 
-// Deeper nesting than this is no action, only an attempt to exhaust us.
+// Deeper nesting is only an attempt to exhaust the stack.
 constexpr int deepestNesting = 512;
 
-// Whole numbers below this are written out; beyond it the digits would not be exact anyway.
+// Integers below this are written out; above, their digits would be inexact.
 constexpr double largestWrittenOut = 1e21;
 
-// From the first opening brace to the one that closes it; braces inside strings do not count.
+// The text from the first opening brace to its closing one, ignoring braces in strings.
 std::optional<QString> firstObject(const QString &text)
 {
     const qsizetype start = text.indexOf(u'{');
@@ -46,7 +46,7 @@ std::optional<QString> firstObject(const QString &text)
     return std::nullopt;
 }
 
-// The decoded object; nothing when it is not strictly valid or too deep.
+// Returns nothing if the object is not strictly valid or is nested too deeply.
 std::optional<Json> decodedObject(const QString &text)
 {
     QStringEncoder encoder(QStringEncoder::Utf8, QStringEncoder::Flag::Stateless);
@@ -88,7 +88,7 @@ std::optional<QString> joined(const Json &array)
     return texts.join(u'+');
 }
 
-// A member's value as the text of an argument; nothing for values that have no such text.
+// A member's value as an argument's text, or nothing if its type has none.
 std::optional<QString> flattened(const Json &value)
 {
     switch (value.type()) {
@@ -109,7 +109,7 @@ std::optional<QString> flattened(const Json &value)
     }
 }
 
-// The key that names the action: the first of the three that is there, whatever its value.
+// The key that names the action: the first of the three that is present, whatever its value.
 const char *namingKey(const Json &object)
 {
     for (const char *key : {"action", "name", "tool"}) {
@@ -119,8 +119,8 @@ const char *namingKey(const Json &object)
     return nullptr;
 }
 
-// Moves the members of a nested argument object up, where they do not hide one that is there already. The
-// nested object stays behind as a null, under its own key.
+// Moves the members of a nested argument object to the top level, without overwriting existing members. The
+// nested object stays as null under its key.
 void mergeNestedArguments(Json &object)
 {
     for (const char *key : {"args", "parameters"}) {
@@ -134,7 +134,7 @@ void mergeNestedArguments(Json &object)
     }
 }
 
-// "name" is an argument of its own (a new folder's) wherever another key names the action.
+// If another key names the action, "name" is an ordinary argument (such as a new folder's name).
 bool isArgument(const std::string &key, const std::string &naming)
 {
     return key != naming && key != "action" && key != "tool";

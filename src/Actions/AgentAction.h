@@ -7,23 +7,21 @@
 
 #include <optional>
 
-// One step that the model asks for: the action's name and its arguments. A plain value, made by `parse` and
-// never changed afterwards; usable on any thread.
+// One step requested by the model: the name and arguments of an action. An immutable value created by
+// `parse`, usable from any thread.
 struct AgentAction
 {
-    QUuid id;                    // new with every successful parse
-    QString name;                // lower-cased, "open_app"
-    QMap<QString, QString> args; // keys and values as the model wrote them; numbers and lists as text
+    QUuid id;                    // new for each parse
+    QString name;                // lower case, such as "open_app"
+    QMap<QString, QString> args; // unchanged; numbers and lists as text
 
-    // The first JSON object in the model's reply, whatever stands around it. Nothing when the reply holds no
-    // complete, strictly valid object that names an action. Unknown names and keys are accepted. Never
-    // throws.
+    // Parses the first JSON object in the reply, ignoring any text around it. Returns nothing if there is no
+    // complete, strictly valid object that names an action. Accepts unknown names and keys. Never throws.
     static std::optional<AgentAction> parse(const QString &text);
 
-    // The argument without white space at both ends; one that is missing or blank is absent.
+    // The argument, trimmed; nothing if it is missing or blank.
     std::optional<QString> arg(const QString &key) const;
 
-    // The label of the action, with the arguments as the model wrote them: whoever shows it marks what cannot
-    // be seen in it.
+    // The action's label. Quotes the arguments unchanged; the view must mark invisible characters.
     QString title() const;
 };

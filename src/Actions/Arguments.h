@@ -5,17 +5,17 @@
 
 #include <QString>
 
-// The arguments of an action, as those who carry it out or show it read them. Any thread.
+// Reads the arguments of an action. Any thread.
 namespace Arguments {
 
-// Throws ActionError, which says what is missing ("Missing app name.").
+// Throws ActionError if the argument is missing; `what` names it in the message ("Missing app name.").
 QString required(const AgentAction &action, const QString &key, const QString &what);
 
-// The first of the arguments that is there, else the fallback.
+// The first argument that is present, or the fallback.
 QString firstOf(const AgentAction &action, const QString &key, const QString &otherKey,
                 const QString &fallback);
 
-// The argument, else the fallback.
+// The argument, or the fallback.
 QString shown(const AgentAction &action, const QString &key, const QString &fallback = {});
 
 } // namespace Arguments

@@ -21,6 +21,6 @@ QCoro::Task<QString> Executor::run(AgentAction action, ActionTarget target, Desk
         throw ActionError(u"Unknown action “%1”."_s.arg(action.name));
     co_await SessionGate::requireSessionFor(action, desktop);
     const QString line = co_await definition->run(action, target, desktop);
-    // Paths, file names and the model's own words may hold anything; the result is one harmless line.
+    // Paths, file names and the model's words may contain any characters.
     co_return Text::cleaned(line);
 }

@@ -8,21 +8,21 @@
 #include <QCoroTask>
 #include <QString>
 
-// Carries out actions on the desktop. Stateless; main thread. `Families` has one file for each family of
-// actions, `Operations` what they are made of.
+// Performs actions on the desktop. Stateless. Thread: main. `Families` has one file per family of actions,
+// `Operations` their building blocks.
 namespace Executor {
 
-// Carries out one action on its target, already approved where the policy asks for that, and gives its result
-// in one line of English for the model. Throws ActionError for what it detects itself, beginning with a
-// session that does not allow the action, and passes PlatformError on. "done" is the caller's business and
-// unknown here. What was done before a failure stays done.
+// Performs an action on its target and returns the result for the model, one line of English. The caller has
+// obtained any approval the policy demands, and handles "done", which is unknown here. Throws ActionError,
+// also if the session doesn't permit the action; passes PlatformError on. A failed action's completed effects
+// are not undone.
 QCoro::Task<QString> run(AgentAction action, ActionTarget target, Desktop desktop);
 
-// The same on the target that it has now.
+// The same on the action's current target.
 QCoro::Task<QString> run(AgentAction action, Desktop desktop);
 
-// Which application is in front and which windows are open, in one line. Never throws: what cannot be found
-// out, as on a locked screen, is "unknown" or "none".
+// The frontmost application and the open windows, in one line. Never throws: unavailable parts, as on a
+// locked screen, are "unknown" or "none".
 QCoro::Task<QString> observe(Desktop desktop);
 
 } // namespace Executor

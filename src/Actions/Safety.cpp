@@ -45,7 +45,7 @@ QString keyOfArgument(const AgentAction &action, const QString &name)
     return Text::comparisonKey(action.arg(name).value_or(QString()));
 }
 
-// The frontmost application's name as it is; empty when there is none.
+// The frontmost application's unmodified name, or empty.
 QString frontName(const ActionTarget &target)
 {
     return target.frontmost ? target.frontmost->localizedName.value_or(QString()) : QString();
@@ -126,7 +126,7 @@ Risk openURL(const AgentAction &action, const ActionTarget &)
     return Risk::safe();
 }
 
-// None for what never asks.
+// Null for actions that never need confirmation.
 Rule ruleFor(ActionKind kind)
 {
     switch (kind) {

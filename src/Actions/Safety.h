@@ -11,7 +11,7 @@
 
 #include <optional>
 
-// What the policy says of an action: run it now, or ask the user first and give this reason.
+// The policy's verdict on an action: run it now, or confirm it with the user first.
 struct Risk
 {
     enum class Kind { Safe, Confirm };
@@ -20,24 +20,24 @@ struct Risk
     static Risk confirm(const QString &reason) { return {Kind::Confirm, reason}; }
 
     Kind kind = Kind::Safe;
-    // Of Confirm only. It quotes the arguments as the model wrote them, whatever they hold; a script stands
-    // on lines of its own below the heading.
+    // For Confirm: the question for the user. Quotes the arguments unchanged; a script follows its heading on
+    // lines of its own.
     QString reason;
 
     friend bool operator==(const Risk &, const Risk &) = default;
 };
 
-// The fixed policy that every action passes before it is carried out. Stateless; nothing here fails.
+// The fixed policy that every action passes before it runs. Stateless; never throws.
 namespace Safety {
 
-// Names, as compared, of the applications that may be quit without asking. Safe from any thread.
+// The comparison keys of the applications that may be quit without confirmation. Any thread.
 const QSet<QString> &quitSafe();
 
-// The policy itself: a pure function, given what the action would act upon. Where an action calls that by
-// another name, both names are judged, and the user sees both.
+// The policy for an action on a known target. A pure function. If the target's own name differs from the one
+// in the action, both are judged, and the question shows both.
 Risk assess(const AgentAction &action, const ActionTarget &target);
 
-// The same, with what the action would act upon now. Main thread.
+// The same on the action's current target. Thread: main.
 QCoro::Task<Risk> assess(AgentAction action, Desktop desktop);
 
 } // namespace Safety

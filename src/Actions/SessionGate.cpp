@@ -16,8 +16,8 @@ QCoro::Task<void> SessionGate::requireUnlocked(Desktop desktop)
 QCoro::Task<void> SessionGate::requireSessionFor(AgentAction action, Desktop desktop)
 {
     co_await requireUnlocked(desktop);
-    // What is done to files shows on the disk. The effect of any other action shows in the windows only, and
-    // would be taken for granted where these are out of reach.
+    // Effects on files are visible on the disk. Any other action's effect is visible only in windows; if
+    // these are inaccessible, the model would assume success.
     const ActionDefinition *definition = definitionOf(action);
     const bool isWithFilesAlone = definition && definition->reach == ActionDefinition::Reach::FilesAlone;
     const std::optional<QString> obstacle = desktop.session.obstacle();

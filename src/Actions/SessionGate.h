@@ -7,14 +7,14 @@
 #include <QCoroTask>
 #include <QString>
 
-// The gate before every action: whether the user's session allows it. Main thread.
+// Checks whether the user's session permits an action. Thread: main.
 namespace SessionGate {
 
 // Throws ActionError while the screen is locked.
 QCoro::Task<void> requireUnlocked(Desktop desktop);
 
-// Throws ActionError while the screen is locked; and where the session's windows, keys and screen are out of
-// reach, for every action that does not work on files alone.
+// Throws ActionError if the screen is locked, or if the session's windows, keys and screen are inaccessible
+// and the action needs more than files.
 QCoro::Task<void> requireSessionFor(AgentAction action, Desktop desktop);
 
 } // namespace SessionGate

@@ -6,15 +6,15 @@
 #include <QCoroTask>
 #include <QString>
 
-// The permission to operate other applications. Main thread.
+// The permission to operate other applications. Thread: main.
 namespace Trust {
 
-// The gate before keys and controls: without the Accessibility permission, asks for it, and throws
-// ActionError with this message unless asking was enough.
+// Required before sending keys or using controls. Without the Accessibility permission, requests it, and
+// throws ActionError(refusal) if it is still missing afterwards.
 QCoro::Task<void> requireTrust(QString refusal, Desktop desktop);
 
-// Before a task: switches accessibility on where it is off and nobody has to be asked, and tells whether it
-// did. A desktop that cannot is not an error yet: the steps that need it say what is wrong.
+// Called before a task. Enables accessibility if it is off and no user consent is needed; returns whether it
+// did. Failures are ignored: the steps that need accessibility report them.
 QCoro::Task<bool> switchAccessibilityOn(Desktop desktop);
 
 } // namespace Trust

@@ -10,8 +10,8 @@
 #include "Desktop/Session.h"
 #include "Desktop/Workspace.h"
 
-// The desktop that the actions work on: one reference a service, passed explicitly and freely copied. Whoever
-// makes the services keeps them alive longer than every action.
+// The desktop services, one reference each; passed explicitly and copied freely. The services must outlive
+// every action.
 struct Desktop
 {
     Session &session;

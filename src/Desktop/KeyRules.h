@@ -8,23 +8,22 @@
 #include <chrono>
 #include <optional>
 
-// The rules under which every platform's keyboard sends keys.
+// Rules for sending keys on every platform.
 namespace KeyRules {
 
-// Throws PlatformError when there is no receiver, or another application is in front. Callable from any
-// thread.
+// Throws PlatformError if there is no receiver or another application is in front. Any thread.
 void requireInFront(const std::optional<RunningApplication> &receiver,
                     const std::optional<RunningApplication> &frontmost);
 
-// How long keys wait for the user to release the modifier keys, which would turn them into shortcuts. Made
-// when the wait begins; used on one thread.
+// Bounds the wait for the user to release modifier keys, which would turn text into shortcuts. Create it when
+// the wait begins; use it on one thread.
 class ModifierPatience
 {
 public:
-    // Between two looks at the modifier keys.
+    // The polling interval.
     static constexpr std::chrono::milliseconds interval{5};
 
-    // Throws PlatformError half a second after the wait began. `consequence` ends the sentence: "no keys were
+    // Throws PlatformError once half a second has passed. `consequence` completes the message: "no keys were
     // sent".
     void requireTimeLeft(const QString &consequence) const;
 

@@ -12,7 +12,7 @@
 #include <cstdint>
 #include <optional>
 
-// Modifier keys, with the mask values of the event flags.
+// Modifier keys. The values are the macOS event flag masks.
 enum class EventFlag : std::uint32_t {
     Shift = 0x20000,
     Control = 0x40000,
@@ -22,8 +22,8 @@ enum class EventFlag : std::uint32_t {
 Q_DECLARE_FLAGS(EventFlags, EventFlag)
 Q_DECLARE_OPERATORS_FOR_FLAGS(EventFlags)
 
-// One key going down and up. With `text`, the key is only a carrier (code 0, no flags) and the text is typed
-// literally, whatever the layout, line breaks included.
+// Pressing and releasing one key. If `text` is not empty, it is typed literally, including line breaks,
+// whatever the layout; `virtualKey` is then 0, without flags.
 struct KeyStroke
 {
     std::uint16_t virtualKey = 0; // macOS virtual key code (ANSI layout)
@@ -33,18 +33,17 @@ struct KeyStroke
     friend bool operator==(const KeyStroke &, const KeyStroke &) = default;
 };
 
-// The synthetic keyboard. Main thread.
+// The synthetic keyboard. Thread: main.
 class Keyboard
 {
 public:
     virtual ~Keyboard() = default;
 
-    // Posts the strokes in order to the receiver, which is the frontmost application as it was found before,
-    // waiting `pause` after each. Everything is looked up before the first key goes out; modifiers that the
-    // user still holds are waited for; whatever is pressed is released on every way out. The frontmost
-    // application is looked at once more right before the first key. Throws PlatformError, with nothing
-    // posted, when a text cannot be typed at all, when another application is in front than the receiver,
-    // when there is no receiver, or when keys cannot be sent.
+    // Posts the strokes in order, with `pause` after each, to the receiver: the frontmost application as
+    // found earlier. Resolves everything before the first key, waits until the user has released all
+    // modifiers, and always releases pressed keys. Throws PlatformError, with nothing posted, if there is no
+    // receiver or it is no longer frontmost right before the first key, if a text cannot be typed, or if keys
+    // cannot be sent.
     virtual QCoro::Task<void> post(QList<KeyStroke> strokes, std::chrono::microseconds pause,
                                    std::optional<RunningApplication> receiver) = 0;
 };

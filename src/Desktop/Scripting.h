@@ -6,21 +6,21 @@
 
 #include <optional>
 
-// How a script ended. Texts are cleaned.
+// The outcome of a script. Texts are cleaned.
 struct ScriptOutcome
 {
     enum class Ending {
-        NotCreated, // the platform made no script of the source, and nothing ran
-        Failed,     // it did not compile, or failed while it ran
+        NotCreated, // the platform rejected the source; nothing ran
+        Failed,     // compilation or execution failed
         Succeeded,
     };
 
     Ending ending = Ending::Succeeded;
-    // After success the result where it is a text; after a failure the platform's message where there is one.
+    // On success, the result if it is a text; on failure, the platform's message if there is one.
     std::optional<QString> text;
 };
 
-// Runs scripts written by the model. Main thread; a script may take seconds.
+// Runs scripts written by the model. A script may take seconds. Thread: main.
 class Scripting
 {
 public:

@@ -7,9 +7,8 @@
 
 #include <optional>
 
-// An application on disk. `location` means something to the backend only (a bundle's path, a desktop entry's
-// path); `displayName` is what the user knows it by. Two values with the same location are the same
-// application.
+// An application on disk. Only the backend interprets `location` (the path of a bundle or desktop entry),
+// which identifies the application; `displayName` is the name shown to the user.
 struct ApplicationBundle
 {
     QString location;
@@ -21,13 +20,13 @@ struct ApplicationBundle
     }
 };
 
-// What an application answers to besides its name in the user's language; empty where there is nothing else.
-// Platforms whose applications have one name only leave this out.
+// The application's names besides the one in the user's language; empty if there are none. Unused on
+// platforms where an application has only one name.
 struct ApplicationNames
 {
-    QString english;    // the name before it was translated
-    QString identifier; // of its desktop entry: "org.xfce.mousepad"
-    QString program;    // "mousepad"
+    QString english;    // untranslated name
+    QString identifier; // desktop entry id, such as "org.xfce.mousepad"
+    QString program;    // program name, such as "mousepad"
 };
 
 // A snapshot of a running application.
@@ -36,20 +35,20 @@ struct RunningApplication
     qint64 processIdentifier = 0;
     std::optional<QString> localizedName;
     std::optional<ApplicationBundle> bundle;
-    // False for background and menu-bar-only processes, which the user does not think of as applications.
+    // False for background and menu-bar-only processes, which users don't regard as applications.
     bool isRegular = true;
-    // Tells the applications of one process apart, for the backend only; empty: the process is one
+    // Distinguishes several applications in one process, for the backend only; empty if the process is one
     // application.
     QString part = {};
     ApplicationNames otherNames = {};
 
-    // Whether both are one application. Without a part, the other one is its whole process.
+    // Whether both are the same application. If `other` has no part, it stands for the whole process.
     bool isPartOf(const RunningApplication &other) const
     {
         return processIdentifier == other.processIdentifier && (other.part.isEmpty() || part == other.part);
     }
 
-    // For sentences to the user.
+    // The name for messages to the user.
     QString shownName() const { return localizedName.value_or(QStringLiteral("The application")); }
 };
 
@@ -62,15 +61,15 @@ struct WindowDescription
     std::optional<QString> name;
 };
 
-// What the user sees of the applications at one moment.
+// The applications as visible to the user at one moment.
 struct WorkspaceSnapshot
 {
     std::optional<RunningApplication> frontmost; // see Workspace::frontmostApplication
     QList<WindowDescription> windows;            // on the screen, front to back, without desktop elements
 };
 
-// One application folder, as listed. Entry names end in ".app" where they stand for an application, on every
-// platform, so that the scanning rule is the same everywhere.
+// The content of an application folder. On every platform, entries that are applications have names ending in
+// ".app".
 struct ApplicationFolder
 {
     struct Entry
@@ -83,9 +82,8 @@ struct ApplicationFolder
     QList<Entry> entries;
 };
 
-// The applications of the desktop, running and installed, and what opens what.
-// Called on the main thread; every answer is bounded in time. Names are cleaned text. Failures:
-// PlatformError.
+// Running and installed applications, and default handlers. All operations are bounded in time. Names are
+// cleaned. Throws PlatformError. Thread: main.
 class Workspace
 {
 public:
@@ -94,38 +92,38 @@ public:
     // In the platform's order.
     virtual QCoro::Task<QList<RunningApplication>> runningApplications() = 0;
 
-    // The application that the user works with. Our own window is a palette and never the answer: while it is
-    // active, this is the application that was active before it. None while no application is active.
+    // The application the user works with; nothing if none is active. While this program's own window, a
+    // palette, is active, this is the application that was active before it.
     virtual QCoro::Task<std::optional<RunningApplication>> frontmostApplication() = 0;
 
-    // The frontmost application and the windows, both read at the same moment.
+    // The frontmost application and the windows, read at the same moment.
     virtual QCoro::Task<WorkspaceSnapshot> snapshot() = 0;
 
-    // Brings a running application back to the front and waits (bounded) until it is. Throws when it is gone.
+    // Brings a running application to the front and waits (bounded) until it is. Throws if the application
+    // has ended.
     virtual QCoro::Task<void> activate(RunningApplication application) = 0;
 
-    // The polite request, the same as choosing Quit; never a forced end. Whether it is followed is not told.
+    // Asks the application to quit, like its Quit command; never kills it. The outcome is not reported.
     virtual QCoro::Task<void> terminate(RunningApplication application) = 0;
     virtual QCoro::Task<bool> isTerminated(RunningApplication application) = 0;
 
-    // The application folders in the order of precedence; unreadable ones are left out.
+    // The application folders by precedence, without unreadable ones.
     virtual QCoro::Task<QList<ApplicationFolder>> applicationFolders() = 0;
 
-    // The user's default application for the role that a well-known name stands for ("finder" → the
-    // application that opens folders), or none if the name is no role here. `name` in any letter case.
+    // The user's default application for the role with this well-known name, case-insensitive ("finder" → the
+    // application that opens folders). Nothing if the name is not a role on this platform.
     virtual QCoro::Task<std::optional<ApplicationBundle>> defaultForRole(QString name) = 0;
 
-    // Opens, or brings forward, the application. Throws when the platform cannot start it.
+    // Opens the application or brings it to the front. Throws if the platform cannot start it.
     virtual QCoro::Task<void> openApplication(ApplicationBundle application) = 0;
 
-    // The default handler opens the URL, which reaches it letter for letter; false when there is no handler
-    // or it failed. A file's URL has the scheme "file". URLs are in ASCII,
-    // their scheme in lower case.
+    // Opens the URL, unchanged, with its default handler. Returns false if there is none or it failed. URLs
+    // are ASCII with a lower-case scheme; files have the scheme "file".
     virtual QCoro::Task<bool> open(QString url) = 0;
 
-    // The given application opens the URL and comes to the front. Throws when the platform cannot.
+    // Opens the URL with the given application, which comes to the front. Throws on failure.
     virtual QCoro::Task<void> open(QString url, ApplicationBundle application) = 0;
 
-    // Shows the file or folder, selected, in the file browser. A failure is silent.
+    // Selects the file or folder in the file browser. Failures are ignored.
     virtual QCoro::Task<void> reveal(QString path) = 0;
 };

@@ -11,7 +11,7 @@ namespace {
 
 const QString permissionMissing = u"Error: "_s + PlatformWords::current().controlsRefusal;
 
-// A desktop with one application in front and its tree.
+// A desktop with one application, which is frontmost, and its tree.
 struct ControlsBench : ActionBench
 {
     ControlsBench() : application(desktop.workspace.start(u"Editor"_s))

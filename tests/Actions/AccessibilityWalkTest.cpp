@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Actions/Operations/AccessibilityWalk.h"
 #include "Desktop/Recording/RecordingAccessibility.h"
+#include "Support/Awaited.h"
 
 #include <QQueue>
 #include <QRandomGenerator>
@@ -13,8 +14,8 @@ class AccessibilityWalkTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void aLevelAtATimeVisitsWhatOneAtATimeVisits_data();
-    void aLevelAtATimeVisitsWhatOneAtATimeVisits();
+    void visitsTheSameElementsAsOneAtATime_data();
+    void visitsTheSameElementsAsOneAtATime();
     void aTreeIsReadALevelAtATime();
     void theElementLimitIsExact();
     void theDepthLimitIsExact();
@@ -23,24 +24,24 @@ private Q_SLOTS:
     void aVisitorStopsTheWalk();
 
 private:
-    // The elements that a walk visits, in order, until the stop.
+    // The elements visited, in order, until the walk stops.
     static QList<int> visited(const RecordedTree &recorded, WalkLimits limits, qsizetype stopAfter)
     {
         RecordingJournal journal;
         RecordingAccessibility accessibility(journal);
         accessibility.trees.insert(1, recorded);
-        const auto tree = QCoro::waitFor(accessibility.applicationTree(1));
+        const auto tree = Awaited::result(accessibility.applicationTree(1));
         QList<int> order;
         const WalkVisitor visitor = [&order, stopAfter](AccessibilityElement element,
                                                         const AccessibilityAttributes &) {
             order.append(element);
             return order.size() == stopAfter ? WalkStep::Stop : WalkStep::Continue;
         };
-        QCoro::waitFor(walkBreadthFirst(tree, limits, visitor));
+        Awaited::result(walkBreadthFirst(tree, limits, visitor));
         return order;
     }
 
-    // The rule itself: a queue, one element at a time.
+    // The reference: a queue, one element at a time.
     static QList<int> visitedOneAtATime(const RecordedTree &tree, WalkLimits limits, qsizetype stopAfter)
     {
         QList<int> order;
@@ -59,7 +60,7 @@ private:
         return order;
     }
 
-    // Any shape: broad, deep, empty, and with edges that lead back or to the same element twice.
+    // Random shapes: broad, deep, empty, and with edges back or repeatedly to the same element.
     static RecordedTree randomTree(quint32 seed)
     {
         QRandomGenerator random(seed);
@@ -74,14 +75,14 @@ private:
     }
 };
 
-void AccessibilityWalkTest::aLevelAtATimeVisitsWhatOneAtATimeVisits_data()
+void AccessibilityWalkTest::visitsTheSameElementsAsOneAtATime_data()
 {
     QTest::addColumn<quint32>("seed");
     for (quint32 seed = 1; seed <= 400; ++seed)
         QTest::addRow("tree %u", seed) << seed;
 }
 
-void AccessibilityWalkTest::aLevelAtATimeVisitsWhatOneAtATimeVisits()
+void AccessibilityWalkTest::visitsTheSameElementsAsOneAtATime()
 {
     QFETCH(quint32, seed);
     QRandomGenerator random(seed + 1'000'000);
@@ -102,11 +103,11 @@ void AccessibilityWalkTest::aTreeIsReadALevelAtATime()
             recorded.add(group, {u"AXButton"_s, u"x"_s});
     }
     accessibility.trees.insert(1, recorded);
-    const auto tree = QCoro::waitFor(accessibility.applicationTree(1));
+    const auto tree = Awaited::result(accessibility.applicationTree(1));
     const WalkVisitor visitor = [](AccessibilityElement, const AccessibilityAttributes &) {
         return WalkStep::Continue;
     };
-    QCoro::waitFor(walkBreadthFirst(tree, {1000, 10}, visitor));
+    Awaited::result(walkBreadthFirst(tree, {1000, 10}, visitor));
     QCOMPARE(accessibility.requests, 3);
     QCOMPARE(accessibility.elementsRead, 111);
 }
@@ -127,7 +128,7 @@ void AccessibilityWalkTest::theDepthLimitIsExact()
     int last = 0;
     for (int i = 0; i < 5; ++i)
         last = tree.add(last, {u"AXGroup"_s, std::nullopt});
-    // Children are taken from depths 0 to 2, so depth 3 is the last to be visited.
+    // Children are visited for depths 0 to 2, so depth 3 is the last.
     QCOMPARE(visited(tree, {100, 2}, -1), (QList<int>{0, 1, 2, 3}));
 }
 
@@ -148,11 +149,11 @@ void AccessibilityWalkTest::aHugeLevelIsReadAsFarAsTheBudgetGoes()
     for (int i = 0; i < 100'000; ++i)
         recorded.add(0, {u"AXButton"_s, u"x"_s});
     accessibility.trees.insert(1, recorded);
-    const auto tree = QCoro::waitFor(accessibility.applicationTree(1));
+    const auto tree = Awaited::result(accessibility.applicationTree(1));
     const WalkVisitor visitor = [](AccessibilityElement, const AccessibilityAttributes &) {
         return WalkStep::Continue;
     };
-    QCoro::waitFor(walkBreadthFirst(tree, {1500, 9}, visitor));
+    Awaited::result(walkBreadthFirst(tree, {1500, 9}, visitor));
     QCOMPARE(accessibility.elementsRead, 1500);
 }
 

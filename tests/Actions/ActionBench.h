@@ -5,6 +5,7 @@
 #include "Actions/AgentAction.h"
 #include "Actions/Executor.h"
 #include "Desktop/Recording/RecordingDesktop.h"
+#include "Support/Awaited.h"
 
 #include <QCoroTask>
 #include <QFile>
@@ -12,18 +13,18 @@
 
 #include <utility>
 
-// A desktop in memory over a home folder of its own, and the calls that the tests of the actions make.
+// A recording desktop with a temporary home folder, and helpers for the tests of actions.
 class ActionBench
 {
 public:
-    // The result line of an operation, or "Error: " and the description of what it threw.
+    // The task's result line, or "Error: " and the exception's description.
     template <typename Result>
     static QString outcome(QCoro::Task<Result> task)
     {
-        return QCoro::waitFor(described(std::move(task)));
+        return Awaited::result(described(std::move(task)));
     }
 
-    // The outcome of the action that the model wrote.
+    // Runs the action in the model's reply and returns its outcome.
     QString run(const QString &reply)
     {
         const std::optional<AgentAction> action = AgentAction::parse(reply);
@@ -34,7 +35,7 @@ public:
     QStringList journal() const { return desktop.journal.lines; }
     QString path(const QString &inHome) const { return home.path() + u'/' + inHome; }
 
-    // A file in the home folder, with the folders above it.
+    // Creates an empty file in the home folder, and its parent folders.
     void addFile(const QString &inHome)
     {
         QDir(home.path()).mkpath(QFileInfo(inHome).path());

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-// What was judged is what is done: between the two, other applications start, end and come to the front.
+// An action affects exactly the target that was judged, even if applications start, end or come to the front
+// in between.
 #include "Actions/ActionTarget.h"
 #include "ActionBench.h"
+#include "Support/Awaited.h"
 
 #include <QTest>
 
@@ -12,26 +14,26 @@ class ActionTargetTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void aTargetIsWhatTheNameStandsForAtThatMoment();
-    void quittingAsksTheApplicationThatWasJudged();
+    void aRoleNameIsResolvedToTheRunningApplication();
+    void theJudgedApplicationIsQuit();
     void anApplicationThatHasEndedIsNotReplaced();
-    void keysForAnotherApplicationThanTheOneJudgedAreRefused_data();
-    void keysForAnotherApplicationThanTheOneJudgedAreRefused();
-    void theControlThatWasJudgedIsPressed();
-    void anApprovedControlIsLookedForAgain();
-    void anotherControlThanTheApprovedOneIsNotPressed();
-    void anApprovedControlMayHaveJustAppeared();
-    void lookingForATargetChangesNothing_data();
-    void lookingForATargetChangesNothing();
-    void aFailureToLookIsTheActionsOwn_data();
-    void aFailureToLookIsTheActionsOwn();
+    void keysAreRefusedIfAnotherApplicationIsInFront_data();
+    void keysAreRefusedIfAnotherApplicationIsInFront();
+    void theJudgedControlIsPressed();
+    void anApprovedControlIsSearchedAgain();
+    void aDifferentControlIsNotPressed();
+    void aControlThatAppearsDuringTheApprovalIsPressed();
+    void findingATargetChangesNothing_data();
+    void findingATargetChangesNothing();
+    void theActionReportsAFailedSearch_data();
+    void theActionReportsAFailedSearch();
 
 private:
     static AgentAction action(const QString &reply) { return AgentAction::parse(reply).value(); }
 
     static ActionTarget target(ActionBench &bench, const AgentAction &action)
     {
-        return QCoro::waitFor(ActionTarget::find(action, bench.services()));
+        return Awaited::result(ActionTarget::find(action, bench.services()));
     }
 
     static QString run(ActionBench &bench, const AgentAction &action, const ActionTarget &target)
@@ -39,7 +41,7 @@ private:
         return bench.outcome(Executor::run(action, target, bench.services()));
     }
 
-    // As the agent loop does after an approval.
+    // Like the agent loop after an approval.
     static QCoro::Task<QString> approved(AgentAction action, ActionTarget judged, Desktop desktop)
     {
         const ActionTarget now = co_await ActionTarget::findApproved(action, judged, desktop);
@@ -47,7 +49,7 @@ private:
         co_return line;
     }
 
-    // An application in front with one button.
+    // The frontmost application, with one button.
     static RunningApplication shop(ActionBench &bench, const QString &button)
     {
         const RunningApplication application = bench.desktop.workspace.start(u"Shop"_s);
@@ -64,7 +66,7 @@ private:
     }
 };
 
-void ActionTargetTest::aTargetIsWhatTheNameStandsForAtThatMoment()
+void ActionTargetTest::aRoleNameIsResolvedToTheRunningApplication()
 {
     ActionBench bench;
     const ApplicationBundle browser{u"/usr/share/applications/firefox.desktop"_s, u"Firefox ESR"_s};
@@ -75,7 +77,7 @@ void ActionTargetTest::aTargetIsWhatTheNameStandsForAtThatMoment()
     QVERIFY(!found.frontmost && !found.control && !found.failure);
 }
 
-void ActionTargetTest::quittingAsksTheApplicationThatWasJudged()
+void ActionTargetTest::theJudgedApplicationIsQuit()
 {
     ActionBench bench;
     const ApplicationBundle player{u"/usr/share/applications/player.desktop"_s, u"Player"_s};
@@ -83,7 +85,7 @@ void ActionTargetTest::quittingAsksTheApplicationThatWasJudged()
     bench.desktop.workspace.start(player);
     const AgentAction quit = action(uR"({"action":"quit_app","app":"Music"})"_s);
     const ActionTarget judged = target(bench, quit);
-    bench.desktop.workspace.start(u"Music"_s); // would come first now
+    bench.desktop.workspace.start(u"Music"_s); // would now be found first
     QCOMPARE(run(bench, quit, judged), u"Music quit."_s);
     QCOMPARE(bench.journal().constFirst(), u"ask Player to quit"_s);
 }
@@ -100,7 +102,7 @@ void ActionTargetTest::anApplicationThatHasEndedIsNotReplaced()
     QCOMPARE(bench.journal(), QStringList());
 }
 
-void ActionTargetTest::keysForAnotherApplicationThanTheOneJudgedAreRefused_data()
+void ActionTargetTest::keysAreRefusedIfAnotherApplicationIsInFront_data()
 {
     QTest::addColumn<QString>("reply");
     QTest::addColumn<bool>("wasAnyoneInFront");
@@ -113,7 +115,7 @@ void ActionTargetTest::keysForAnotherApplicationThanTheOneJudgedAreRefused_data(
     }
 }
 
-void ActionTargetTest::keysForAnotherApplicationThanTheOneJudgedAreRefused()
+void ActionTargetTest::keysAreRefusedIfAnotherApplicationIsInFront()
 {
     QFETCH(QString, reply);
     QFETCH(bool, wasAnyoneInFront);
@@ -128,7 +130,7 @@ void ActionTargetTest::keysForAnotherApplicationThanTheOneJudgedAreRefused()
     QVERIFY(bench.desktop.keyboard.strokes.isEmpty());
 }
 
-void ActionTargetTest::theControlThatWasJudgedIsPressed()
+void ActionTargetTest::theJudgedControlIsPressed()
 {
     ActionBench bench;
     const RunningApplication application = shop(bench, u"Continue"_s);
@@ -140,7 +142,7 @@ void ActionTargetTest::theControlThatWasJudgedIsPressed()
     QCOMPARE(bench.journal(), QStringList(u"press AXButton “Continue”"_s));
 }
 
-void ActionTargetTest::anApprovedControlIsLookedForAgain()
+void ActionTargetTest::anApprovedControlIsSearchedAgain()
 {
     ActionBench bench;
     shop(bench, u"Confirm order"_s);
@@ -151,7 +153,7 @@ void ActionTargetTest::anApprovedControlIsLookedForAgain()
     QCOMPARE(bench.journal(), (QStringList{u"activate Shop"_s, u"press AXButton “Confirm order”"_s}));
 }
 
-void ActionTargetTest::anotherControlThanTheApprovedOneIsNotPressed()
+void ActionTargetTest::aDifferentControlIsNotPressed()
 {
     ActionBench bench;
     const RunningApplication application = shop(bench, u"Delete draft"_s);
@@ -163,7 +165,7 @@ void ActionTargetTest::anotherControlThanTheApprovedOneIsNotPressed()
     QCOMPARE(bench.journal(), QStringList(u"activate Shop"_s));
 }
 
-void ActionTargetTest::anApprovedControlMayHaveJustAppeared()
+void ActionTargetTest::aControlThatAppearsDuringTheApprovalIsPressed()
 {
     ActionBench bench;
     const RunningApplication application = shop(bench, u"Wait"_s);
@@ -174,7 +176,7 @@ void ActionTargetTest::anApprovedControlMayHaveJustAppeared()
     QCOMPARE(bench.outcome(approved(click, judged, bench.services())), u"Clicked “Send”."_s);
 }
 
-void ActionTargetTest::lookingForATargetChangesNothing_data()
+void ActionTargetTest::findingATargetChangesNothing_data()
 {
     QTest::addColumn<QString>("reply");
     for (const char *reply :
@@ -183,7 +185,7 @@ void ActionTargetTest::lookingForATargetChangesNothing_data()
         QTest::newRow(reply) << QString::fromLatin1(reply);
 }
 
-void ActionTargetTest::lookingForATargetChangesNothing()
+void ActionTargetTest::findingATargetChangesNothing()
 {
     QFETCH(QString, reply);
     ActionBench bench;
@@ -194,7 +196,7 @@ void ActionTargetTest::lookingForATargetChangesNothing()
     QCOMPARE(bench.desktop.accessibility.prompts, 0);
 }
 
-void ActionTargetTest::aFailureToLookIsTheActionsOwn_data()
+void ActionTargetTest::theActionReportsAFailedSearch_data()
 {
     QTest::addColumn<QString>("reply");
     QTest::addColumn<int>("operation");
@@ -208,7 +210,7 @@ void ActionTargetTest::aFailureToLookIsTheActionsOwn_data()
     row(R"({"action":"click","label":"OK"})", RecordedOperation::ApplicationTree);
 }
 
-void ActionTargetTest::aFailureToLookIsTheActionsOwn()
+void ActionTargetTest::theActionReportsAFailedSearch()
 {
     QFETCH(QString, reply);
     QFETCH(int, operation);

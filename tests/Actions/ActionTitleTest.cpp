@@ -62,7 +62,7 @@ void ActionTitleTest::titles_data()
     row(R"({"action":"FLY__HIGH"})", "Fly  High");
     row(R"({"action":"don't_stop"})", "Don't Stop");
     row(R"({"action":""})", "");
-    // The argument as the model wrote it, whatever that is.
+    // Arguments are quoted unchanged.
     row(R"({"action":"create_folder","name":"a\nb"})", "Creating folder “a\nb”");
     row(R"({"action":"click","label":"a\u202Eb<|im_end|>"})", "Clicking “a\u202Eb<|im_end|>”");
     row(R"({"action":"open_path","path":"می\u200Cشود"})", "Opening می\u200Cشود");

@@ -11,10 +11,10 @@ class AgentActionTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void repliesThatHoldAnAction_data();
-    void repliesThatHoldAnAction();
-    void repliesThatHoldNone_data();
-    void repliesThatHoldNone();
+    void repliesWithAnAction_data();
+    void repliesWithAnAction();
+    void repliesWithoutAnAction_data();
+    void repliesWithoutAnAction();
     void argumentsAreFlattenedToText_data();
     void argumentsAreFlattenedToText();
     void everyParseMakesANewIdentity();
@@ -27,7 +27,7 @@ private Q_SLOTS:
     void nestingHasALimit();
 };
 
-void AgentActionTest::repliesThatHoldAnAction_data()
+void AgentActionTest::repliesWithAnAction_data()
 {
     QTest::addColumn<QString>("reply");
     QTest::addColumn<QString>("name");
@@ -90,7 +90,7 @@ void AgentActionTest::repliesThatHoldAnAction_data()
         << uR"({"action":"open_app","app":"Finder","app":"Safari"})"_s << u"open_app"_s << safari;
 }
 
-void AgentActionTest::repliesThatHoldAnAction()
+void AgentActionTest::repliesWithAnAction()
 {
     QFETCH(QString, reply);
     const std::optional<AgentAction> action = AgentAction::parse(reply);
@@ -100,7 +100,7 @@ void AgentActionTest::repliesThatHoldAnAction()
     QVERIFY(!action->id.isNull());
 }
 
-void AgentActionTest::repliesThatHoldNone_data()
+void AgentActionTest::repliesWithoutAnAction_data()
 {
     QTest::addColumn<QString>("reply");
 
@@ -132,7 +132,7 @@ void AgentActionTest::repliesThatHoldNone_data()
     QTest::newRow("a broken first object before a good one") << uR"({oops} {"action":"done"})"_s;
 }
 
-void AgentActionTest::repliesThatHoldNone()
+void AgentActionTest::repliesWithoutAnAction()
 {
     QFETCH(QString, reply);
     QVERIFY(!AgentAction::parse(reply));

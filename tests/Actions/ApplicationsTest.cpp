@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Actions/Operations/Applications.h"
 #include "ActionBench.h"
+#include "Support/Awaited.h"
 
 #include <QTest>
 
@@ -21,12 +22,12 @@ private Q_SLOTS:
     void theEarlierFolderWinsForAnExactName();
     void aRunningApplicationWinsOverEveryInstalledOne();
     void aRunningApplicationWithoutABundleIsLookedUpOnDisk();
-    void theDefaultForARoleRunsUnderTheRolesName();
+    void aRoleNameFindsTheRunningDefault();
     void anExactNameComesBeforeTheRole();
     void theRoleComesBeforeAPartialMatch();
-    void anAliasIsResolvedBeforeTheRoleIsAsked();
-    void allNamesOfAnApplicationCountInTheirOrder_data();
-    void allNamesOfAnApplicationCountInTheirOrder();
+    void anAliasIsResolvedBeforeTheRole();
+    void allNamesOfAnApplicationAreTriedInOrder_data();
+    void allNamesOfAnApplicationAreTriedInOrder();
     void launchingOpensSettlesAndNamesTheApplication();
     void launchingARunningApplicationBringsItForward();
     void launchingAnUnknownApplicationFails();
@@ -35,13 +36,13 @@ private Q_SLOTS:
 private:
     static QString runningName(ActionBench &bench, const QString &name)
     {
-        const auto application = QCoro::waitFor(Applications::running(name, bench.services()));
+        const auto application = Awaited::result(Applications::running(name, bench.services()));
         return application ? application->localizedName.value_or(u"(no name)"_s) : QString();
     }
 
     static QString location(ActionBench &bench, const QString &name)
     {
-        const auto bundle = QCoro::waitFor(Applications::appURL(name, bench.services()));
+        const auto bundle = Awaited::result(Applications::appURL(name, bench.services()));
         return bundle ? bundle->location : QString();
     }
 };
@@ -75,7 +76,7 @@ void ApplicationsTest::runningApplicationsAreFoundByName_data()
     QTest::newRow("through an alias") << browsers << u"chrome"_s << u"Google Chrome"_s;
     QTest::newRow("through an alias in upper case") << browsers << u"BRAVE"_s << u"Brave Browser"_s;
     QTest::newRow("the first that contains the name") << browsers << u"google"_s << u"Google Chrome Canary"_s;
-    QTest::newRow("what was typed is contained, not what it stands for")
+    QTest::newRow("the text itself is contained, not its alias")
         << QStringList{u"Finder"_s, u"Xcode"_s} << u"code"_s << u"Xcode"_s;
     QTest::newRow("the alias alone is not contained")
         << QStringList{u"My Visual Studio Code Fork"_s} << u"vscode"_s << QString();
@@ -174,7 +175,7 @@ void ApplicationsTest::aRunningApplicationWithoutABundleIsLookedUpOnDisk()
     QCOMPARE(location(bench, u"Notes"_s), u"/System/Applications/Notes.app"_s);
 }
 
-void ApplicationsTest::theDefaultForARoleRunsUnderTheRolesName()
+void ApplicationsTest::aRoleNameFindsTheRunningDefault()
 {
     ActionBench bench;
     const ApplicationBundle browser{u"/usr/share/applications/files.desktop"_s, u"Files"_s};
@@ -209,7 +210,7 @@ void ApplicationsTest::theRoleComesBeforeAPartialMatch()
     QCOMPARE(runningName(bench, u"Mail"_s), u"Post"_s);
 }
 
-void ApplicationsTest::anAliasIsResolvedBeforeTheRoleIsAsked()
+void ApplicationsTest::anAliasIsResolvedBeforeTheRole()
 {
     ActionBench bench;
     const ApplicationBundle control{u"/usr/share/applications/control.desktop"_s, u"Control"_s};
@@ -217,7 +218,7 @@ void ApplicationsTest::anAliasIsResolvedBeforeTheRoleIsAsked()
     QCOMPARE(location(bench, u"settings"_s), control.location);
 }
 
-void ApplicationsTest::allNamesOfAnApplicationCountInTheirOrder_data()
+void ApplicationsTest::allNamesOfAnApplicationAreTriedInOrder_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("found");
@@ -231,11 +232,11 @@ void ApplicationsTest::allNamesOfAnApplicationCountInTheirOrder_data()
     QTest::newRow("an exact program before a part of a name") << u"tex"_s << u"Satz"_s;
     QTest::newRow("a part of the English name") << u"text ed"_s << u"Texteditor"_s;
     QTest::newRow("a part in the user's language before one in English") << u"note"_s << u"Notes"_s;
-    QTest::newRow("whose an application is is no name of it") << u"gnome"_s << u"Rechner"_s; // by its program
-    QTest::newRow("nor is the beginning of an identifier") << u"xfce"_s << QString();
+    QTest::newRow("an identifier's first part is not a name") << u"gnome"_s << u"Rechner"_s; // by its program
+    QTest::newRow("the beginning of an identifier is not a name") << u"xfce"_s << QString();
 }
 
-void ApplicationsTest::allNamesOfAnApplicationCountInTheirOrder()
+void ApplicationsTest::allNamesOfAnApplicationAreTriedInOrder()
 {
     QFETCH(QString, name);
     ActionBench bench;
@@ -249,7 +250,7 @@ void ApplicationsTest::allNamesOfAnApplicationCountInTheirOrder()
     add(u"Rechner"_s, {u"Calculator"_s, u"org.gnome.Calculator"_s, u"gnome-calculator"_s});
     add(u"Notes"_s, {u"Remarks"_s, u"remarks"_s, u"remarks"_s});
     add(u"Satz"_s, {u"Typesetting"_s, u"typesetting"_s, u"tex"_s});
-    const auto bundle = QCoro::waitFor(Applications::appURL(name, bench.services()));
+    const auto bundle = Awaited::result(Applications::appURL(name, bench.services()));
     QTEST(bundle ? bundle->displayName : QString(), "found");
 
     for (const ApplicationFolder::Entry &entry : std::as_const(workspace.folders.first().entries)) {

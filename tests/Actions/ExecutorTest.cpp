@@ -19,14 +19,14 @@ private Q_SLOTS:
     void unknownActionsFail();
     void actionsAndWhatTheyDo_data();
     void actionsAndWhatTheyDo();
-    void quittingAnApplicationThatFollows();
-    void quittingAnApplicationThatWaits();
+    void quittingAnApplication();
+    void quittingAnApplicationThatShowsASavePrompt();
     void quittingAnApplicationThatIsNotRunning();
     void aNewTabNeedsThePermissionAfterTheLaunch();
     void creatingAFolder_data();
     void creatingAFolder();
     void creatingAFolderThatExistsIsNoError();
-    void creatingAFolderWhereAFileStandsPassesTheErrorThrough();
+    void creatingAFolderOverAFilePassesTheErrorThrough();
     void screenshotsAreNamedAfterTheTime_data();
     void screenshotsAreNamedAfterTheTime();
     void aScreenshotsNameHasTheUsersDigits();
@@ -36,12 +36,12 @@ private Q_SLOTS:
     void openingAPathThatDoesNotExist();
     void trashingAFile();
     void trashingAFileThatDoesNotExist();
-    void whatIsPutIntoALineAddsNoLine_data();
-    void whatIsPutIntoALineAddsNoLine();
+    void aResultIsAlwaysOneLine_data();
+    void aResultIsAlwaysOneLine();
     void actionsOnWhateverIsFrontmost_data();
     void actionsOnWhateverIsFrontmost();
-    void theFocusGoesBack();
-    void theFocusCannotGoBackToAnApplicationThatHasEnded();
+    void theFocusReturns();
+    void theFocusCannotReturnToAnEndedApplication();
     void aRefusedActivationPassesThrough();
 };
 
@@ -82,7 +82,7 @@ void ExecutorTest::missingArgumentsFailBeforeAnythingIsTouched()
 void ExecutorTest::unknownActionsFail_data()
 {
     QTest::addColumn<QString>("name");
-    QTest::newRow("done is the caller's business") << u"done"_s;
+    QTest::newRow("\"done\" is left to the caller") << u"done"_s;
     QTest::newRow("a name of no action") << u"fly"_s;
     QTest::newRow("blanks around a name") << u" click "_s;
     QTest::newRow("no name") << u""_s;
@@ -165,7 +165,7 @@ void ExecutorTest::actionsAndWhatTheyDo()
     }
 }
 
-void ExecutorTest::quittingAnApplicationThatFollows()
+void ExecutorTest::quittingAnApplication()
 {
     ActionBench bench;
     bench.desktop.workspace.start(u"Google Chrome"_s);
@@ -174,7 +174,7 @@ void ExecutorTest::quittingAnApplicationThatFollows()
     QCOMPARE(bench.journal(), expected);
 }
 
-void ExecutorTest::quittingAnApplicationThatWaits()
+void ExecutorTest::quittingAnApplicationThatShowsASavePrompt()
 {
     ActionBench bench;
     const RunningApplication notes = bench.desktop.workspace.start(u"Notes"_s);
@@ -245,7 +245,7 @@ void ExecutorTest::creatingAFolderThatExistsIsNoError()
     QVERIFY(QFile::exists(bench.path(u"Desktop/Projects/kept.txt"_s)));
 }
 
-void ExecutorTest::creatingAFolderWhereAFileStandsPassesTheErrorThrough()
+void ExecutorTest::creatingAFolderOverAFilePassesTheErrorThrough()
 {
     ActionBench bench;
     bench.addFile(u"Desktop/Projects"_s);
@@ -344,7 +344,7 @@ void ExecutorTest::trashingAFile()
     QCOMPARE(bench.run(uR"({"action":"trash","path":"Desktop/a.txt"})"_s), u"Moved a.txt to the Trash."_s);
     QVERIFY(!QFile::exists(bench.path(u"Desktop/a.txt"_s)));
     qunsetenv("XDG_DATA_HOME");
-    // Elsewhere the trash is not chosen by a variable.
+    // On other platforms, no environment variable sets the trash folder.
     if (QSysInfo::kernelType() == u"linux")
         QVERIFY(QFile::exists(bench.path(u"data/Trash/files/a.txt"_s)));
 }
@@ -356,7 +356,7 @@ void ExecutorTest::trashingAFileThatDoesNotExist()
              u"Error: “a.txt” couldn't be moved to the Trash because it doesn't exist."_s);
 }
 
-void ExecutorTest::whatIsPutIntoALineAddsNoLine_data()
+void ExecutorTest::aResultIsAlwaysOneLine_data()
 {
     QTest::addColumn<QString>("reply");
     QTest::addColumn<QString>("line");
@@ -376,7 +376,7 @@ void ExecutorTest::whatIsPutIntoALineAddsNoLine_data()
         << u"Found 1 file(s), newest first: x y.txt. Revealed “x y.txt” in Finder."_s;
 }
 
-void ExecutorTest::whatIsPutIntoALineAddsNoLine()
+void ExecutorTest::aResultIsAlwaysOneLine()
 {
     QFETCH(QString, reply);
     ActionBench bench;
@@ -413,7 +413,7 @@ void ExecutorTest::actionsOnWhateverIsFrontmost()
     QTEST(definitionOf(*action)->needsFocus(*action), "does");
 }
 
-void ExecutorTest::theFocusGoesBack()
+void ExecutorTest::theFocusReturns()
 {
     ActionBench bench;
     const RunningApplication notes = bench.desktop.workspace.start(u"Notes"_s);
@@ -423,7 +423,7 @@ void ExecutorTest::theFocusGoesBack()
     QCOMPARE(bench.desktop.workspace.frontmostProcess, std::optional(notes.processIdentifier));
 }
 
-void ExecutorTest::theFocusCannotGoBackToAnApplicationThatHasEnded()
+void ExecutorTest::theFocusCannotReturnToAnEndedApplication()
 {
     ActionBench bench;
     const RunningApplication notes = bench.desktop.workspace.start(u"Notes"_s);

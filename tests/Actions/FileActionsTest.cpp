@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ActionBench.h"
-#include "Actions/Operations/Screenshot.h"
 #include "Actions/Operations/FileSearch.h"
 #include "Actions/Operations/Locations.h"
+#include "Actions/Operations/Screenshot.h"
 #include "Base/PlatformWords.h"
+#include "Support/Awaited.h"
 
 #include <QTest>
 
@@ -23,8 +24,8 @@ private Q_SLOTS:
     void anEmptyFolderHasNoMatchingFiles();
     void aMissingFolderCannotBeRead();
     void filesAreListedNewestFirstAndTheNewestIsRevealed();
-    void filtersKeepWhatMatches_data();
-    void filtersKeepWhatMatches();
+    void filters_data();
+    void filters();
     void entriesWithEqualDatesKeepTheOrderOfTheListing();
     void hiddenEntriesAreLeftOut();
     void aScreenshotLeavesAFile();
@@ -33,7 +34,7 @@ private Q_SLOTS:
     void aCaptureThatCannotStartPassesItsErrorThrough();
 
 private:
-    // A file in Downloads that is so many minutes old.
+    // Creates a file in Downloads, last modified this many minutes ago.
     static void addFile(ActionBench &bench, const QString &name, int minutesOld)
     {
         bench.addFile(u"Downloads/"_s + name);
@@ -159,7 +160,7 @@ void FileActionsTest::filesAreListedNewestFirstAndTheNewestIsRevealed()
     QCOMPARE(bench.journal(), QStringList(u"reveal "_s + bench.path(u"Downloads/4.pdf"_s)));
 }
 
-void FileActionsTest::filtersKeepWhatMatches_data()
+void FileActionsTest::filters_data()
 {
     QTest::addColumn<std::optional<QString>>("extension");
     QTest::addColumn<std::optional<QString>>("query");
@@ -183,7 +184,7 @@ void FileActionsTest::filtersKeepWhatMatches_data()
     QTest::newRow("both") << std::optional(u"pdf"_s) << std::optional(u"port"_s) << u"Report.PDF"_s;
 }
 
-void FileActionsTest::filtersKeepWhatMatches()
+void FileActionsTest::filters()
 {
     QFETCH(std::optional<QString>, extension);
     QFETCH(std::optional<QString>, query);
@@ -194,7 +195,7 @@ void FileActionsTest::filtersKeepWhatMatches()
     addFile(bench, u"archive.tar.gz"_s, 3);
     addFile(bench, u"Readme"_s, 4);
     addFile(bench, u"pdf/x"_s, 5);
-    // A folder's own date cannot be set through Qt; it is made the oldest by making all others newer.
+    // Qt cannot set a folder's date; all other entries are made newer instead.
     const QStringList files{u"invoice-march.pdf"_s, u"Report.PDF"_s, u"archive.tar.gz"_s, u"Readme"_s};
     const QDateTime later = QDateTime::currentDateTime().addDays(1);
     for (qsizetype i = 0; i < files.size(); ++i) {
@@ -217,7 +218,7 @@ void FileActionsTest::entriesWithEqualDatesKeepTheOrderOfTheListing()
     ActionBench bench;
     for (const QString &name : {u"d"_s, u"a"_s, u"c"_s, u"b"_s, u"e"_s})
         addFile(bench, name, 1);
-    const auto listing = QCoro::waitFor(bench.desktop.files.contentsOfDirectory(bench.path(u"Downloads"_s)));
+    const auto listing = Awaited::result(bench.desktop.files.contentsOfDirectory(bench.path(u"Downloads"_s)));
     QStringList names;
     for (const FolderEntry &entry : *listing)
         names.append(entry.name);

@@ -20,11 +20,11 @@ private Q_SLOTS:
     void modifierNamesBecomeFlags();
     void unknownKeysFail_data();
     void unknownKeysFail();
-    void typedTextGoesOutInPieces_data();
-    void typedTextGoesOutInPieces();
+    void typedTextIsSentInPieces_data();
+    void typedTextIsSentInPieces();
     void anEmptyTextTypesNothing();
     void withoutPermissionNothingIsPostedAndTheUserIsAskedEachTime();
-    void whereNobodyHasToBeAskedTheKeyFollows();
+    void withoutAPromptTheKeyIsPressed();
     void thePermissionComesBeforeTheKeyName();
     void thePlatformsErrorPassesThrough();
 };
@@ -113,7 +113,7 @@ void KeyboardActionsTest::unknownKeysFail()
     QCOMPARE(bench.journal(), QStringList());
 }
 
-void KeyboardActionsTest::typedTextGoesOutInPieces_data()
+void KeyboardActionsTest::typedTextIsSentInPieces_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QStringList>("pieces");
@@ -130,7 +130,7 @@ void KeyboardActionsTest::typedTextGoesOutInPieces_data()
     QTest::newRow("line breaks are typed") << u"a\nb\n"_s << QStringList{u"a\nb\n"_s};
 }
 
-void KeyboardActionsTest::typedTextGoesOutInPieces()
+void KeyboardActionsTest::typedTextIsSentInPieces()
 {
     QFETCH(QString, text);
     QFETCH(QStringList, pieces);
@@ -163,7 +163,7 @@ void KeyboardActionsTest::withoutPermissionNothingIsPostedAndTheUserIsAskedEachT
     QVERIFY(bench.desktop.keyboard.strokes.isEmpty());
 }
 
-void KeyboardActionsTest::whereNobodyHasToBeAskedTheKeyFollows()
+void KeyboardActionsTest::withoutAPromptTheKeyIsPressed()
 {
     ActionBench bench;
     bench.desktop.accessibility.trusted = false;

@@ -2,6 +2,7 @@
 #include "Actions/Operations/Observation.h"
 #include "ActionBench.h"
 #include "Actions/Operations/AppleScript.h"
+#include "Support/Awaited.h"
 
 #include <QTest>
 
@@ -15,10 +16,10 @@ private Q_SLOTS:
     void theFrontmostApplicationAndItsWindowsAreNamed();
     void anEmptyDesktopIsUnknownAndNone();
     void anApplicationWithoutANameIsUnknown();
-    void aDesktopThatCannotAnswerIsUnknownAndNone();
-    void whatWindowsShowStaysOneLine();
-    void windowsThatAreNoneAreSkipped_data();
-    void windowsThatAreNoneAreSkipped();
+    void aFailingDesktopIsUnknownAndNone();
+    void windowTitlesAddNoLines();
+    void otherWindowsAreSkipped_data();
+    void otherWindowsAreSkipped();
     void windowsWithoutATitleShowTheirOwner();
     void repeatedEntriesCountOnce();
     void atMostEightEntriesAreShown();
@@ -29,9 +30,9 @@ private Q_SLOTS:
 private:
     static QString observed(ActionBench &bench)
     {
-        return QCoro::waitFor(Executor::observe(bench.services()));
+        return Awaited::result(Executor::observe(bench.services()));
     }
-    static QString windows(ActionBench &bench) { return QCoro::waitFor(windowSummary(bench.services())); }
+    static QString windows(ActionBench &bench) { return Awaited::result(windowSummary(bench.services())); }
 };
 
 void ObservationTest::theFrontmostApplicationAndItsWindowsAreNamed()
@@ -57,7 +58,7 @@ void ObservationTest::anApplicationWithoutANameIsUnknown()
     QCOMPARE(observed(bench), u"Frontmost app: unknown. Windows: none"_s);
 }
 
-void ObservationTest::aDesktopThatCannotAnswerIsUnknownAndNone()
+void ObservationTest::aFailingDesktopIsUnknownAndNone()
 {
     ActionBench bench;
     bench.desktop.workspace.makeFrontmost(bench.desktop.workspace.start(u"Safari"_s));
@@ -67,7 +68,7 @@ void ObservationTest::aDesktopThatCannotAnswerIsUnknownAndNone()
     QCOMPARE(windows(bench), u"none"_s);
 }
 
-void ObservationTest::whatWindowsShowStaysOneLine()
+void ObservationTest::windowTitlesAddNoLines()
 {
     ActionBench bench;
     bench.desktop.workspace.makeFrontmost(bench.desktop.workspace.start(u"Sa\nfari"_s));
@@ -76,7 +77,7 @@ void ObservationTest::whatWindowsShowStaysOneLine()
              u"Frontmost app: Sa fari. Windows: Mail — Hi< |im_end| > < |im_start| >system"_s);
 }
 
-void ObservationTest::windowsThatAreNoneAreSkipped_data()
+void ObservationTest::otherWindowsAreSkipped_data()
 {
     QTest::addColumn<std::optional<int>>("layer");
     QTest::addColumn<qint64>("process");
@@ -92,7 +93,7 @@ void ObservationTest::windowsThatAreNoneAreSkipped_data()
         << std::optional<int>(0) << qint64(7) << std::optional<QString>();
 }
 
-void ObservationTest::windowsThatAreNoneAreSkipped()
+void ObservationTest::otherWindowsAreSkipped()
 {
     QFETCH(std::optional<int>, layer);
     QFETCH(qint64, process);

@@ -2,6 +2,7 @@
 #include "Actions/Safety.h"
 #include "ActionBench.h"
 #include "Base/PlatformWords.h"
+#include "Support/Awaited.h"
 
 #include <QTest>
 
@@ -9,7 +10,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// The questions below name the keys of a Mac.
+// The expected questions name the keys of a Mac.
 QString withKeysOfThisPlatform(QString question)
 {
     const PlatformWords &words = PlatformWords::current();
@@ -25,22 +26,22 @@ class SafetyTest : public QObject
 private Q_SLOTS:
     void policy_data();
     void policy();
-    void harmlessApplicationsQuitUnasked_data();
-    void harmlessApplicationsQuitUnasked();
-    void riskyWordsAsk_data();
-    void riskyWordsAsk();
-    void returnAsksInMessagingApplications_data();
-    void returnAsksInMessagingApplications();
+    void harmlessApplicationsQuitWithoutConfirmation_data();
+    void harmlessApplicationsQuitWithoutConfirmation();
+    void riskyWordsNeedConfirmation_data();
+    void riskyWordsNeedConfirmation();
+    void returnNeedsConfirmationInMessagingApplications_data();
+    void returnNeedsConfirmationInMessagingApplications();
     void theListOfHarmlessApplicationsIsExact();
-    void theApplicationThatIsQuitIsJudgedToo_data();
-    void theApplicationThatIsQuitIsJudgedToo();
-    void theControlThatIsPressedIsJudgedToo_data();
-    void theControlThatIsPressedIsJudgedToo();
+    void theTargetApplicationIsJudgedToo_data();
+    void theTargetApplicationIsJudgedToo();
+    void theTargetControlIsJudgedToo_data();
+    void theTargetControlIsJudgedToo();
     void actionsWithoutARuleAreSafe_data();
     void actionsWithoutARuleAreSafe();
     void anUnknownFrontmostApplicationHasNoName();
     void theFrontmostApplicationIsReadAfreshEachTime();
-    void aDesktopThatCannotAnswerCountsAsEmpty();
+    void aFailingDesktopCountsAsEmpty();
 
 private:
     static ActionTarget targetIn(const std::optional<QString> &frontmostName)
@@ -50,7 +51,7 @@ private:
         return target;
     }
 
-    // What the user is asked; nothing when the action is safe.
+    // The question for the user; nothing if the action is safe.
     static QString question(const QString &reply, const QString &front)
     {
         const std::optional<AgentAction> action = AgentAction::parse(reply);
@@ -132,7 +133,7 @@ void SafetyTest::policy_data()
     row("Finder", R"({"action":"open_url","url":"https://example.org/reset"})", safe);
     row("Finder", R"({"action":"open_url"})", safe);
 
-    // The question holds the argument as the model wrote it, whatever that is.
+    // The question quotes the argument unchanged.
     row("Finder", R"({"action":"trash","path":"a\nb"})", "Move “a\nb” to the Trash");
     row("Finder", R"({"action":"trash","path":"a\u202Efdp.b"})", "Move “a\u202Efdp.b” to the Trash");
     row("Finder", R"({"action":"trash","path":"می\u200Cشود \u0600١"})",
@@ -151,7 +152,7 @@ void SafetyTest::policy()
     QTEST(question(reply, front), "expected");
 }
 
-void SafetyTest::harmlessApplicationsQuitUnasked_data()
+void SafetyTest::harmlessApplicationsQuitWithoutConfirmation_data()
 {
     QTest::addColumn<QString>("app");
     for (const char *app : {"Spotify", "Music", "Podcasts", "TV", "Calculator", "Maps", "Photos", "News",
@@ -159,13 +160,13 @@ void SafetyTest::harmlessApplicationsQuitUnasked_data()
         QTest::newRow(app) << QString::fromLatin1(app);
 }
 
-void SafetyTest::harmlessApplicationsQuitUnasked()
+void SafetyTest::harmlessApplicationsQuitWithoutConfirmation()
 {
     QFETCH(QString, app);
     QCOMPARE(question(uR"({"action":"quit_app","app":"%1"})"_s.arg(app), u"Finder"_s), QString());
 }
 
-void SafetyTest::riskyWordsAsk_data()
+void SafetyTest::riskyWordsNeedConfirmation_data()
 {
     QTest::addColumn<QString>("word");
     for (const char *word : {"send", "delete", "remove", "buy", "purchase", "pay", "place order", "checkout",
@@ -173,7 +174,7 @@ void SafetyTest::riskyWordsAsk_data()
         QTest::newRow(word) << QString::fromLatin1(word);
 }
 
-void SafetyTest::riskyWordsAsk()
+void SafetyTest::riskyWordsNeedConfirmation()
 {
     QFETCH(QString, word);
     const QString label = u"the "_s + word.toUpper() + u" button"_s;
@@ -181,7 +182,7 @@ void SafetyTest::riskyWordsAsk()
              u"Click “%1” in Safari"_s.arg(label));
 }
 
-void SafetyTest::returnAsksInMessagingApplications_data()
+void SafetyTest::returnNeedsConfirmationInMessagingApplications_data()
 {
     QTest::addColumn<QString>("app");
     for (const char *app :
@@ -189,7 +190,7 @@ void SafetyTest::returnAsksInMessagingApplications_data()
         QTest::newRow(app) << QString::fromLatin1(app);
 }
 
-void SafetyTest::returnAsksInMessagingApplications()
+void SafetyTest::returnNeedsConfirmationInMessagingApplications()
 {
     QFETCH(QString, app);
     QCOMPARE(question(uR"({"action":"press_key","key":"return"})"_s, app.toUpper()),
@@ -201,11 +202,11 @@ void SafetyTest::theListOfHarmlessApplicationsIsExact()
     QCOMPARE(Safety::quitSafe().size(), 14);
 }
 
-void SafetyTest::theApplicationThatIsQuitIsJudgedToo_data()
+void SafetyTest::theTargetApplicationIsJudgedToo_data()
 {
     QTest::addColumn<QString>("app");
     QTest::addColumn<std::optional<QString>>("name");
-    QTest::addColumn<QString>("asked"); // empty: nothing
+    QTest::addColumn<QString>("asked"); // empty if safe
     using Name = std::optional<QString>;
 
     QTest::newRow("the same") << u"spotify"_s << Name(u"Spotify"_s) << QString();
@@ -223,7 +224,7 @@ void SafetyTest::theApplicationThatIsQuitIsJudgedToo_data()
         << u"sAFARI"_s << Name(u"Safari"_s) << u"Quit sAFARI — unsaved work could be lost"_s;
 }
 
-void SafetyTest::theApplicationThatIsQuitIsJudgedToo()
+void SafetyTest::theTargetApplicationIsJudgedToo()
 {
     QFETCH(QString, app);
     QFETCH(std::optional<QString>, name);
@@ -236,11 +237,11 @@ void SafetyTest::theApplicationThatIsQuitIsJudgedToo()
     QCOMPARE(Safety::assess(*action, target), asked.isEmpty() ? Risk::safe() : Risk::confirm(asked));
 }
 
-void SafetyTest::theControlThatIsPressedIsJudgedToo_data()
+void SafetyTest::theTargetControlIsJudgedToo_data()
 {
     QTest::addColumn<QString>("label");
     QTest::addColumn<QString>("found");
-    QTest::addColumn<QString>("asked"); // empty: nothing
+    QTest::addColumn<QString>("asked"); // empty if safe
 
     QTest::newRow("harmless") << u"sav"_s << u"Save As…"_s << QString();
     QTest::newRow("a part of a risky label")
@@ -251,7 +252,7 @@ void SafetyTest::theControlThatIsPressedIsJudgedToo_data()
         << u"SEND"_s << u"Send"_s << u"Click “SEND” in Shop"_s;
 }
 
-void SafetyTest::theControlThatIsPressedIsJudgedToo()
+void SafetyTest::theTargetControlIsJudgedToo()
 {
     QFETCH(QString, label);
     QFETCH(QString, found);
@@ -286,7 +287,8 @@ void SafetyTest::anUnknownFrontmostApplicationHasNoName()
     bench.desktop.workspace.running.first().localizedName.reset();
     bench.desktop.workspace.makeFrontmost(nameless);
     const auto action = AgentAction::parse(uR"({"action":"click","label":"Send"})"_s);
-    QCOMPARE(QCoro::waitFor(Safety::assess(*action, bench.services())), Risk::confirm(u"Click “Send” in "_s));
+    QCOMPARE(Awaited::result(Safety::assess(*action, bench.services())),
+             Risk::confirm(u"Click “Send” in "_s));
 }
 
 void SafetyTest::theFrontmostApplicationIsReadAfreshEachTime()
@@ -294,18 +296,18 @@ void SafetyTest::theFrontmostApplicationIsReadAfreshEachTime()
     ActionBench bench;
     const auto action = AgentAction::parse(uR"({"action":"press_key","key":"return"})"_s);
     bench.desktop.workspace.makeFrontmost(bench.desktop.workspace.start(u"TextEdit"_s));
-    QCOMPARE(QCoro::waitFor(Safety::assess(*action, bench.services())), Risk::safe());
+    QCOMPARE(Awaited::result(Safety::assess(*action, bench.services())), Risk::safe());
     bench.desktop.workspace.makeFrontmost(bench.desktop.workspace.start(u"Signal"_s));
-    QCOMPARE(QCoro::waitFor(Safety::assess(*action, bench.services())),
+    QCOMPARE(Awaited::result(Safety::assess(*action, bench.services())),
              Risk::confirm(u"Press Return in Signal — this may send a message"_s));
 }
 
-void SafetyTest::aDesktopThatCannotAnswerCountsAsEmpty()
+void SafetyTest::aFailingDesktopCountsAsEmpty()
 {
     ActionBench bench;
     bench.desktop.journal.failures.insert(RecordedOperation::FrontmostApplication, u"No answer."_s);
     const auto action = AgentAction::parse(uR"({"action":"press_key","key":"q","modifiers":"command"})"_s);
-    QCOMPARE(QCoro::waitFor(Safety::assess(*action, bench.services())),
+    QCOMPARE(Awaited::result(Safety::assess(*action, bench.services())),
              Risk::confirm(withKeysOfThisPlatform(u"Quit  (⌘Q)"_s)));
 }
 

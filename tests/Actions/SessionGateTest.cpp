@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-// What the user's session allows: nothing while its screen is locked, and only work on files where its
-// windows, keys and screen are out of reach.
+// What the user's session permits: nothing while the screen is locked, and only work on files while windows,
+// keys and screen are inaccessible.
 #include "ActionBench.h"
 #include "Actions/Operations/Applications.h"
+#include "Support/Awaited.h"
 
 #include <QTest>
 
@@ -10,7 +11,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Every action, each with all that it needs to succeed on the bench below.
+// Every action, with everything it needs to succeed on the bench below.
 const QStringList replies{
     uR"({"action":"open_app","app":"Notes"})"_s,
     uR"({"action":"focus_app","app":"Notes"})"_s,
@@ -41,7 +42,7 @@ public:
     SessionBench()
     {
         addFile(u"Downloads/a.txt"_s);
-        qputenv("XDG_DATA_HOME", home.path().toUtf8()); // where the trash is
+        qputenv("XDG_DATA_HOME", home.path().toUtf8()); // the trash's parent folder
         desktop.workspace.install(u"Notes"_s);
         const RunningApplication notes = desktop.workspace.start(u"Notes"_s);
         desktop.workspace.makeFrontmost(notes);
@@ -73,12 +74,12 @@ class SessionGateTest : public QObject
 private Q_SLOTS:
     void aLockedScreenRefusesEveryAction_data() { addRows(replies + repliesAboutFiles); }
     void aLockedScreenRefusesEveryAction();
-    void anObstacleRefusesWhatNeedsTheDesktop_data() { addRows(replies); }
-    void anObstacleRefusesWhatNeedsTheDesktop();
-    void filesAreNoneOfItsBusiness_data() { addRows(repliesAboutFiles); }
-    void filesAreNoneOfItsBusiness();
-    void theFocusDoesNotGoBackBehindALock();
-    void whatIsBehindALockIsNotObserved();
+    void anObstacleRefusesActionsThatNeedTheDesktop_data() { addRows(replies); }
+    void anObstacleRefusesActionsThatNeedTheDesktop();
+    void anObstaclePermitsWorkOnFiles_data() { addRows(repliesAboutFiles); }
+    void anObstaclePermitsWorkOnFiles();
+    void theFocusDoesNotReturnOnALockedScreen();
+    void aLockedScreenIsNotObserved();
 };
 
 void SessionGateTest::aLockedScreenRefusesEveryAction()
@@ -99,7 +100,7 @@ void SessionGateTest::aLockedScreenRefusesEveryAction()
     }
 }
 
-void SessionGateTest::anObstacleRefusesWhatNeedsTheDesktop()
+void SessionGateTest::anObstacleRefusesActionsThatNeedTheDesktop()
 {
     QFETCH(QString, reply);
     SessionBench bench;
@@ -110,7 +111,7 @@ void SessionGateTest::anObstacleRefusesWhatNeedsTheDesktop()
     QVERIFY(!bench.hasChangedFiles());
 }
 
-void SessionGateTest::filesAreNoneOfItsBusiness()
+void SessionGateTest::anObstaclePermitsWorkOnFiles()
 {
     QFETCH(QString, reply);
     SessionBench bench;
@@ -119,7 +120,7 @@ void SessionGateTest::filesAreNoneOfItsBusiness()
     QVERIFY2(!line.startsWith(u"Error: "), qPrintable(line));
 }
 
-void SessionGateTest::theFocusDoesNotGoBackBehindALock()
+void SessionGateTest::theFocusDoesNotReturnOnALockedScreen()
 {
     SessionBench bench;
     bench.desktop.session.locked = true;
@@ -129,10 +130,10 @@ void SessionGateTest::theFocusDoesNotGoBackBehindALock()
     QCOMPARE(bench.journal(), QStringList());
 }
 
-void SessionGateTest::whatIsBehindALockIsNotObserved()
+void SessionGateTest::aLockedScreenIsNotObserved()
 {
     SessionBench bench;
-    const auto observed = [&bench] { return QCoro::waitFor(Executor::observe(bench.services())); };
+    const auto observed = [&bench] { return Awaited::result(Executor::observe(bench.services())); };
     QCOMPARE(observed(), u"Frontmost app: Notes. Windows: Notes — Diary"_s);
     bench.desktop.session.locked = true;
     QCOMPARE(observed(), u"Frontmost app: unknown. Windows: none"_s);

@@ -52,7 +52,7 @@ QCoro::Task<void> settle(QCoro::Task<T> task, std::shared_ptr<Outcome<T>> outcom
     outcome->onSettled();
 }
 
-// Whether it has settled in time.
+// Waits; returns whether the task has settled in time.
 template <typename T>
 bool waitFor(const std::shared_ptr<Outcome<T>> &outcome)
 {

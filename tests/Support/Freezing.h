@@ -7,21 +7,20 @@
 
 #include <csignal>
 
-// Makes an application of the private desktop hang.
+// Simulates a hung application on the private desktop.
 namespace Freezing {
 
-// Whether the X server answers a new client.
+// Whether the X server responds to a new client.
 inline bool doesServerAnswer()
 {
-    constexpr int limit = 5000; // ms: the machine may be busy
+    constexpr int limit = 5000; // ms, generous for a busy machine
     QProcess look;
     look.start(QStringLiteral("xprop"), {QStringLiteral("-root"), QStringLiteral("_NET_ACTIVE_WINDOW")});
     return look.waitForFinished(limit) && look.exitStatus() == QProcess::NormalExit && look.exitCode() == 0;
 }
 
-// Stops the process. GTK grabs the X server for short moments, and an application stopped in one of them
-// would lock everybody else out of the server: it is resumed, and stopped again a little later. False when
-// that never succeeds.
+// Stops the process. GTK grabs the X server for short moments, and an application stopped during one would
+// block all other clients; it is then resumed and stopped again. Returns false if that never succeeds.
 inline bool freeze(qint64 process)
 {
     constexpr int attempts = 20;

@@ -10,7 +10,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// How long a polite request to quit is given before it is looked at.
+// The time an application has to quit before the check.
 constexpr auto quittingTime = 600ms;
 
 QCoro::Task<bool> stillRuns(std::optional<RunningApplication> application, Desktop desktop)

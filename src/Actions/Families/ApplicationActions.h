@@ -7,7 +7,7 @@
 namespace ApplicationActions {
 
 extern const ActionDefinition openApp;
-extern const ActionDefinition focusApp; // a second name of openApp, which the model is not told
+extern const ActionDefinition focusApp; // alias of openApp, not in the prompt
 extern const ActionDefinition quitApp;
 
 } // namespace ApplicationActions

@@ -49,7 +49,7 @@ QCoro::Task<QString> runOpenPath(AgentAction action, ActionTarget, Desktop deskt
     const bool exists = co_await desktop.files.exists(path);
     if (!exists)
         throw ActionError(u"Nothing exists at %1."_s.arg(text));
-    // Whether an application took it is not told: the next observation shows it.
+    // The result is ignored: the next observation shows the effect.
     const QString url = QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded);
     co_await desktop.workspace.open(url);
     co_return u"Opened %1."_s.arg(Locations::lastComponent(path));

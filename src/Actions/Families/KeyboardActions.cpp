@@ -13,7 +13,7 @@ namespace {
 
 QCoro::Task<QString> runTypeText(AgentAction action, ActionTarget target, Desktop desktop)
 {
-    // The raw value: blanks are text too.
+    // Untrimmed: blanks are text too.
     const QString text = action.args.value(u"text"_s);
     if (text.isEmpty())
         throw ActionError(u"Missing text."_s);

@@ -16,7 +16,7 @@ namespace {
 QCoro::Task<QString> runScreenshot(AgentAction action, ActionTarget, Desktop desktop)
 {
     const QString folder = Arguments::firstOf(action, u"save_to"_s, u"folder"_s, u"Downloads"_s);
-    // In the digits of the user's language.
+    // Uses the digits of the user's locale.
     const QString time = QLocale().toString(desktop.clock.now(), u"yyyy-MM-dd 'at' HH.mm.ss"_s);
     const QString parent = co_await FileSearch::locate(folder, desktop);
     const QString path = Locations::pathInside(parent, u"Screenshot %1.png"_s.arg(time));

@@ -3,7 +3,7 @@
 
 #include "Actions/ActionDefinition.h"
 
-// What the screen shows.
+// Screenshots and the list of windows.
 namespace ScreenActions {
 
 extern const ActionDefinition screenshot;

@@ -3,7 +3,7 @@
 
 #include "Actions/ActionDefinition.h"
 
-// Scripts that the model writes.
+// Scripts written by the model.
 namespace ScriptActions {
 
 extern const ActionDefinition appleScript;

@@ -6,6 +6,6 @@
 // The task itself.
 namespace TaskActions {
 
-extern const ActionDefinition done; // ends it; carried out by the agent loop
+extern const ActionDefinition done; // ends it; handled by the agent loop
 
 } // namespace TaskActions

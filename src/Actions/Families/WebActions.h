@@ -3,7 +3,7 @@
 
 #include "Actions/ActionDefinition.h"
 
-// Pages in browsers.
+// Web pages.
 namespace WebActions {
 
 extern const ActionDefinition openUrl;

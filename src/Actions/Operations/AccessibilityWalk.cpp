@@ -15,7 +15,7 @@ QCoro::Task<void> walkBreadthFirst(std::shared_ptr<AccessibilityTree> tree, Walk
         for (qsizetype i = 0; i < level.size(); ++i) {
             if (visit(level.at(i), attributes.at(i)) == WalkStep::Stop)
                 co_return;
-            // What is beyond the budget will never be examined, so it need not be remembered either.
+            // Elements beyond the budget would never be visited.
             if (depth <= limits.depth)
                 next += attributes.at(i).children.first(
                     std::min(attributes.at(i).children.size(), budget - next.size()));

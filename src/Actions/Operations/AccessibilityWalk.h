@@ -8,8 +8,8 @@
 #include <functional>
 #include <memory>
 
-// How far a walk goes: so many elements are examined at most, and children are taken from elements no deeper
-// than this (the root has depth 0).
+// Limits of a walk: the number of elements examined, and the depth of the deepest elements whose children are
+// visited (the root has depth 0).
 struct WalkLimits
 {
     qsizetype elements = 0;
@@ -18,11 +18,11 @@ struct WalkLimits
 
 enum class WalkStep { Continue, Stop };
 
-// Looks at one element of a walk and says whether to go on.
+// Called for each element; returns whether to continue.
 using WalkVisitor = std::function<WalkStep(AccessibilityElement, const AccessibilityAttributes &)>;
 
-// Visits a tree breadth first, exactly as if the elements were read one at a time, but reads a level in one
-// request. A tree with cycles or endless levels costs no more than the limits. Main thread; whatever the
-// visitor refers to must live until the task has ended.
+// Visits a tree breadth first, in the same order as one element at a time, but reads each level in one
+// request. Cycles and unlimited depth are bounded by the limits. Everything the visitor refers to must
+// outlive the task. Thread: main.
 QCoro::Task<void> walkBreadthFirst(std::shared_ptr<AccessibilityTree> tree, WalkLimits limits,
                                    WalkVisitor visit);

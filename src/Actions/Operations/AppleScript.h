@@ -6,6 +6,6 @@
 #include <QCoroTask>
 #include <QString>
 
-// Runs a script that the model wrote to its end, and gives the result line. Throws ActionError when the
-// script fails. Main thread.
+// Runs the model's script to completion and returns the result line. Throws ActionError if the script fails.
+// Thread: main.
 QCoro::Task<QString> appleScript(QString source, Desktop desktop);

@@ -15,10 +15,10 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// How long an application takes to come up and take the focus.
+// The time an application needs to start and take the focus.
 constexpr auto launchSettlingTime = 700ms;
 
-// The name without its alias.
+// The name with aliases resolved.
 QString resolved(const QString &name)
 {
     return Applications::aliases().value(Text::comparisonKey(name), name);
@@ -38,7 +38,7 @@ std::optional<RunningApplication> first(const QList<RunningApplication> &applica
     return found == applications.end() ? std::nullopt : std::optional(*found);
 }
 
-// The kinds of names, in the order in which they count.
+// The kinds of names, by precedence.
 enum class NameKind { UsersLanguage, English, Identifier, Program };
 constexpr std::array nameKinds{NameKind::UsersLanguage, NameKind::English, NameKind::Identifier,
                                NameKind::Program};
@@ -58,7 +58,7 @@ QString nameOf(NameKind kind, const QString &name, const ApplicationNames &other
     return QString();
 }
 
-// An identifier begins with whose it is ("org.gnome."), which says nothing about the application.
+// An identifier begins with the vendor ("org.gnome."), which is not part of the application's name.
 QString lastPart(NameKind kind, const QString &name)
 {
     return kind == NameKind::Identifier ? name.section(u'.', -1) : name;
@@ -82,7 +82,7 @@ std::optional<RunningApplication> named(const QList<RunningApplication> &applica
     return std::nullopt;
 }
 
-// What was typed counts here, not what it is an alias of: "code" finds Xcode.
+// Uses the original text, not the alias: "code" finds Xcode.
 std::optional<RunningApplication> containing(const QList<RunningApplication> &applications,
                                              const QString &typed)
 {
@@ -97,7 +97,7 @@ std::optional<RunningApplication> containing(const QList<RunningApplication> &ap
     return std::nullopt;
 }
 
-// The first entry of the folders, in their order, that stands for an application and has such a name.
+// The first matching application in the folders, in order.
 template <typename Condition>
 std::optional<ApplicationBundle> firstInstalled(const QList<ApplicationFolder> &folders, NameKind kind,
                                                 Condition matches)
@@ -114,7 +114,7 @@ std::optional<ApplicationBundle> firstInstalled(const QList<ApplicationFolder> &
     return std::nullopt;
 }
 
-// What the application folders hold of a name: an exact match in any folder beats every partial one.
+// Matches in all folders: an exact one anywhere precedes every partial one.
 struct InstalledMatches
 {
     std::optional<ApplicationBundle> exact;

@@ -9,33 +9,33 @@
 
 #include <optional>
 
-// From an application's name, as loosely as a person says it, to the application. Main thread; every call
-// looks at the desktop afresh. PlatformError passes through.
+// Finds an application by a loosely worded name. Every call reads the desktop again. Passes PlatformError on.
+// Thread: main.
 namespace Applications {
 
-// Spoken names, in lower case, and the full names that they stand for.
+// Common short names, in lower case, and the full names they stand for.
 const QHash<QString, QString> &aliases();
 
-// The first regular application that has exactly this name (aliases apply); else the one that runs as the
-// user's default for the role of that name; else the first whose name contains the text as it was written.
-// An application's names are, in this order: the one in the user's language, the English one, its
-// identifier, its program's. Each is tried with all applications before the next.
+// Finds a running regular application: the first with exactly this name (after resolving aliases), or else
+// the user's default for the role of that name, or else the first whose name contains the original text. The
+// names of an application are tried in this order, each on all applications: in the user's language, English,
+// identifier, program.
 QCoro::Task<std::optional<RunningApplication>> running(QString name, Desktop desktop);
 
-// Where the application is: the running one's bundle; else the first installed one of exactly this name; else
-// the default for the role of that name; else the first whose name contains it.
+// Finds an application on disk: the bundle of the running one, or else the first installed one with exactly
+// this name, or else the default for the role of that name, or else the first whose name contains it.
 QCoro::Task<std::optional<ApplicationBundle>> appURL(QString name, Desktop desktop);
 
-// The same, for an application that has to be there. Throws ActionError.
+// The same, but throws ActionError if there is none.
 QCoro::Task<ApplicationBundle> foundApplication(QString name, Desktop desktop);
 
-// Opens the application or brings it forward, lets it settle, and gives the name that the user knows it by.
-// Throws ActionError when there is none.
+// Opens the application or brings it to the front, waits for it to settle, and returns its display name.
+// Throws ActionError if there is none.
 QCoro::Task<QString> launch(QString name, Desktop desktop);
 
-// Gives the focus back to the application that was frontmost when a step was assessed: the user may have
-// approved it from another window. Throws ActionError when that application is no longer open, or the screen
-// is locked.
+// Returns the focus to the application that was frontmost when a step was assessed, since the user may have
+// approved the step from another window. Throws ActionError if the application has ended or the screen is
+// locked.
 QCoro::Task<void> returnTo(RunningApplication application, Desktop desktop);
 
 } // namespace Applications

@@ -11,7 +11,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// How long a browser takes to come up and show the new tab.
+// The time a browser needs to start and show the page.
 constexpr auto pageSettlingTime = 1200ms;
 
 } // namespace
@@ -27,7 +27,7 @@ QCoro::Task<QString> Browsing::openURL(QString text, std::optional<QString> app,
         co_await desktop.workspace.open(*url, browser);
         place = browser.displayName;
     } else {
-        // Whether a handler took the address is not told: the next observation shows it.
+        // The result is ignored: the next observation shows the effect.
         co_await desktop.workspace.open(*url);
     }
     co_await desktop.clock.sleep(pageSettlingTime);

@@ -8,12 +8,11 @@
 
 #include <optional>
 
-// Pages in browsers. Main thread.
+// Opens web pages. Thread: main.
 namespace Browsing {
 
-// Opens the address in the named application, or in the default browser, and gives the result line, which
-// names the host alone, as it was written. Throws ActionError for an invalid address or an unknown
-// application; PlatformError passes through.
+// Opens the address in the named application or the default browser. The result line contains only the host,
+// as written. Throws ActionError for an invalid address or an unknown application; passes PlatformError on.
 QCoro::Task<QString> openURL(QString text, std::optional<QString> app, Desktop desktop);
 
 } // namespace Browsing

@@ -37,9 +37,9 @@ const QSet<QString> &readableRoles()
     return roles;
 }
 
-// Looks for the control to press: the first with exactly the wanted label, else the first that contains it.
-// "Close" in a dialog is not the "Close" of the window behind it: of several with exactly that label, one in
-// the window in front is taken before all others, however deep it lies there.
+// Finds the control to press: the first with exactly the wanted label, or else the first that contains it.
+// Exact matches in the front window precede those elsewhere at any depth: a dialog's "Close" is not that of
+// the window behind it.
 class ControlSearch
 {
 public:
@@ -65,7 +65,7 @@ public:
     const std::optional<Match> &match() const { return m_exact ? m_exact : m_partial; }
 
 private:
-    // Whether the element belongs to the window in front; keeps what is still to be visited there.
+    // Whether the element is in the front window; tracks the window's unvisited elements.
     bool followFrontWindow(AccessibilityElement element, const AccessibilityAttributes &attributes)
     {
         if (element == m_tree.root() && m_tree.frontWindow())
@@ -103,7 +103,7 @@ QCoro::Task<void> requireFrontmost(ActionTarget target, Desktop desktop)
         throw ActionError(u"No frontmost app."_s);
 }
 
-// "Button: Save"; nothing for an element that is not worth a line.
+// Returns "Button: Save", or nothing if the element is not readable.
 std::optional<QString> lineFor(const AccessibilityAttributes &element)
 {
     const QString label = Controls::label(element);

@@ -17,7 +17,7 @@ namespace {
 
 constexpr qsizetype mostNames = 5;
 
-// Which entries of a folder are asked for, in the form in which names are compared.
+// Selects folder entries. The texts are comparison keys.
 struct Filter
 {
     std::optional<QString> extension;
@@ -41,7 +41,7 @@ Filter filterFor(const std::optional<QString> &extension, const std::optional<QS
     return filter;
 }
 
-// The kept entries, newest first; those without a date last, and equal dates in the order of the listing.
+// The selected entries, newest first: undated ones last, equal dates in listing order.
 QList<FolderEntry> newestFirst(QList<FolderEntry> entries, const Filter &filter)
 {
     entries.removeIf([&filter](const FolderEntry &entry) { return !filter.keeps(entry); });
@@ -65,7 +65,7 @@ QString foundLine(const QList<FolderEntry> &entries)
 QCoro::Task<QString> FileSearch::locate(QString text, Desktop desktop)
 {
     const QString path = Locations::resolveFolder(text, desktop.files.homeDirectory());
-    // A whole path means exactly that place.
+    // An absolute path is used unchanged.
     if (Text::trimmed(text, u" \t").startsWith(u'/'))
         co_return path;
     co_return co_await desktop.files.located(path);

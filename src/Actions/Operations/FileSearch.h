@@ -8,14 +8,14 @@
 
 #include <optional>
 
-// Finding what lies on the disk. Main thread. PlatformError passes through.
+// Finds files on the disk. Passes PlatformError on. Thread: main.
 namespace FileSearch {
 
-// The path that the text means, as it is on this disk.
+// The existing path that the text refers to on this disk.
 QCoro::Task<QString> locate(QString text, Desktop desktop);
 
-// Lists the folder newest first, reveals the newest match and gives the result line. `extension` and `query`
-// leave out what does not match. Throws ActionError when the folder cannot be read.
+// Lists the folder's entries that match `extension` and `query`, newest first, reveals the newest and returns
+// the result line. Throws ActionError if the folder cannot be read.
 QCoro::Task<QString> findFiles(QString folder, std::optional<QString> extension, std::optional<QString> query,
                                Desktop desktop);
 

@@ -15,7 +15,7 @@ QHash<QString, std::uint16_t> allKeyCodes()
         {u"delete"_s, 51}, {u"backspace"_s, 51}, {u"escape"_s, 53}, {u"esc"_s, 53},
         {u"left"_s, 123},  {u"right"_s, 124},    {u"down"_s, 125},  {u"up"_s, 126},
     };
-    // The keys of one character, at the place of their code; a blank where the code has no such key.
+    // Single-character keys, each at the index of its code; a blank where the code has none.
     const QString characters = u"asdfhgzxcv bqweryt123465=97-80]ou[ip lj'k;\\,/nm."_s;
     for (qsizetype code = 0; code < characters.size(); ++code) {
         if (characters.at(code) != u' ')

@@ -12,8 +12,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// Text goes out in pieces of this many characters, each followed by a pause that lets the receiving
-// application keep up.
+// Text is sent in pieces, with a pause after each so that the receiving application keeps up.
 constexpr qsizetype charactersPerPiece = 20;
 constexpr auto pauseAfterPiece = 15'000us;
 

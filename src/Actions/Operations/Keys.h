@@ -11,25 +11,24 @@
 #include <cstdint>
 #include <optional>
 
-// Keys and typed text for the application that has the focus. Main thread. Without the Accessibility
-// permission, both operations ask the user for it and throw ActionError; PlatformError passes through.
+// Sends keys and text to the focused application. Without the Accessibility permission, requests it and
+// throws ActionError. Passes PlatformError on. Thread: main.
 namespace Keys {
 
-// Key names, in lower case, and their virtual key codes (ANSI layout).
+// Key names in lower case, with their virtual key codes (ANSI layout).
 const QHash<QString, std::uint16_t> &keyCodes();
 
-// The flags of these modifier names, in any letter case; unknown names are ignored.
+// The flags for these modifier names, case-insensitive. Ignores unknown names.
 EventFlags modifierFlags(const QStringList &names);
 
-// Presses one key with these modifiers, in the receiver and in no other application. Throws ActionError for a
-// key that is not in the table.
+// Presses a key with modifiers, in the receiver only. Throws ActionError for an unknown key.
 QCoro::Task<void> keystroke(QString key, QStringList modifiers, std::optional<RunningApplication> receiver,
                             Desktop desktop);
 
-// Types the text literally, line breaks included, into the receiver and no other application.
+// Types the text literally, including line breaks, into the receiver only.
 QCoro::Task<void> typeText(QString text, std::optional<RunningApplication> receiver, Desktop desktop);
 
-// Presses one key in the application that is frontmost now.
+// Presses a key in the current frontmost application.
 QCoro::Task<void> keystroke(QString key, QStringList modifiers, Desktop desktop);
 
 } // namespace Keys

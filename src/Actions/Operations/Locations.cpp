@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// The folders below the home folder that the location words stand for; empty for the home folder itself.
+// The location words, with their paths relative to the home folder.
 const QHash<QString, QString> &locationWords()
 {
     static const QHash<QString, QString> words{
@@ -35,7 +35,7 @@ QString withoutTrailingSlashes(QString path)
 
 QString Locations::resolveFolder(const QString &text, const QString &homeDirectory)
 {
-    // Line breaks are no blanks here: a file name may begin or end with one.
+    // Keeps line breaks: a file name may begin or end with one.
     const QString trimmed = Text::trimmed(text, u" \t");
     QString key = Text::comparisonKey(trimmed);
     key.remove("~/"_L1).remove("my "_L1);
@@ -46,7 +46,7 @@ QString Locations::resolveFolder(const QString &text, const QString &homeDirecto
         return pathInside(homeDirectory, trimmed.mid(1));
     if (trimmed.startsWith(u'/'))
         return withoutTrailingSlashes(trimmed);
-    // "~someone" too: what belongs to another user is never meant.
+    // Includes "~someone": other users' home folders are not supported.
     return pathInside(homeDirectory, trimmed);
 }
 

@@ -3,14 +3,14 @@
 
 #include <QString>
 
-// Places on the disk in the user's words. Pure functions: nothing is looked up. Callable from any thread.
+// Resolves locations given in the user's words. Pure functions without file system access. Any thread.
 namespace Locations {
 
-// The absolute path that the text means: a location word ("my downloads folder"), "~" with what follows, an
-// absolute path, or else a path below the home folder.
+// The absolute path for a location word ("my downloads folder"), "~" and a subpath, an absolute path, or a
+// path relative to the home folder.
 QString resolveFolder(const QString &text, const QString &homeDirectory);
 
-// The path of something inside a folder; a name with "/" in it stands for nested folders.
+// The path of an item in a folder; "/" in the name denotes nested folders.
 QString pathInside(const QString &folder, const QString &name);
 
 // The last component of a path, as shown in a result line.

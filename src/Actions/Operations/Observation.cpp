@@ -41,7 +41,7 @@ QString nameOf(const std::optional<RunningApplication> &application)
     return name.isEmpty() ? u"unknown"_s : name;
 }
 
-// Empty where the desktop does not say: that is an answer here, and has its words.
+// Empty on failure: an observation reports "unknown" and "none".
 QCoro::Task<WorkspaceSnapshot> seenOn(Desktop desktop)
 {
     try {
@@ -61,7 +61,7 @@ QCoro::Task<QString> windowSummary(Desktop desktop)
 
 QCoro::Task<QString> Executor::observe(Desktop desktop)
 {
-    // What lies behind a locked screen is nobody's business, the model's neither.
+    // Windows behind a locked screen are private, also to the model.
     const bool isLocked = co_await desktop.session.isLocked();
     WorkspaceSnapshot snapshot;
     if (!isLocked)

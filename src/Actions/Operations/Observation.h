@@ -6,6 +6,6 @@
 #include <QCoroTask>
 #include <QString>
 
-// The first eight different windows of other programs, front to back: "Safari — News; Mail", or "none", also
-// when the desktop cannot tell. Never throws. Main thread.
+// The first eight distinct windows of other programs, front to back ("Safari — News; Mail"), or "none", even
+// if the desktop doesn't respond. Never throws. Thread: main.
 QCoro::Task<QString> windowSummary(Desktop desktop);

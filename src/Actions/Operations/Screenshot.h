@@ -6,6 +6,6 @@
 #include <QCoroTask>
 #include <QString>
 
-// Captures the whole screen into this file. Throws ActionError when that leaves no file; PlatformError passes
-// through. Main thread.
+// Captures the whole screen to this file. Throws ActionError if no file results; passes PlatformError on.
+// Thread: main.
 QCoro::Task<void> screenshot(QString path, Desktop desktop);

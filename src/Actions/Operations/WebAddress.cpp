@@ -11,8 +11,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// What RFC 3986 allows in a query besides letters, digits and "-._~". "&", "=" and "+" are among it, and so
-// keep the meaning that the search engine gives them.
+// The characters that RFC 3986 allows in a query besides letters, digits and "-._~". "&", "=" and "+" stay
+// unencoded, so the search engine interprets them.
 constexpr char allowedInQuery[] = "!$&'()*+,;=:@/?";
 
 QString percentEncoded(const QString &query)
@@ -34,12 +34,12 @@ std::optional<QString> WebAddress::fromText(const QString &text)
 {
     const QString address = text.contains("://"_L1) ? text : u"https://"_s + text;
     const QUrl url(address, QUrl::StrictMode);
-    // Text such as "//host/?to=a://b" has a host, but nothing that could open it.
+    // "//host/?to=a://b" has a host but no scheme, so nothing could open it.
     if (!url.isValid() || url.scheme().isEmpty() || url.host().isEmpty())
         return std::nullopt;
     if (!isAscii(address))
         return url.toString(QUrl::FullyEncoded);
-    // Desktops look handlers up by the scheme in lower case.
+    // Desktops look up handlers by lower-case scheme.
     return url.scheme() + address.sliced(url.scheme().size());
 }
 

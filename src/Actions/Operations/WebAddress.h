@@ -5,18 +5,18 @@
 
 #include <optional>
 
-// From what the model writes to an address. Pure functions, callable from any thread.
+// Converts the model's text to web addresses. Pure functions. Any thread.
 namespace WebAddress {
 
-// The address that the text means: "https://" is put before one without a scheme, and nothing else is
-// repaired, so "Example.ORG" and "1.2.3" stay as they are; the scheme is in lower case. In ASCII: what lies
-// outside it is encoded. Nothing when the text is no valid address with a host.
+// Parses an address. Prepends "https://" if there is no scheme; otherwise the text stays unchanged
+// ("Example.ORG", "1.2.3"), except that the scheme becomes lower case and non-ASCII characters are encoded.
+// Returns nothing if the text is not a valid address with a host.
 std::optional<QString> fromText(const QString &text);
 
-// The host of such an address, letter for letter as it stands in the text.
+// The host of such an address, exactly as written.
 QString typedHost(const QString &address);
 
-// The address of a web search for these words.
+// The address of a web search for the query.
 QString forSearch(const QString &query);
 
 } // namespace WebAddress

@@ -3,7 +3,7 @@
 
 #include "Desktop/Scripting.h"
 
-// This platform has no such scripts: each fails with a sentence that says so, and nothing runs.
+// AppleScript doesn't exist on Linux: every script fails with a message that says so.
 class LinuxScripting : public Scripting
 {
 public:

@@ -5,14 +5,14 @@
 
 #include <utility>
 
-// Owns one reference to a Core Foundation object, or to none; copies own one each. Any thread.
+// Owns a reference to a Core Foundation object, or is null; each copy owns its own reference. Any thread.
 template <typename Type>
 class CoreFoundationReference
 {
 public:
     CoreFoundationReference() = default;
 
-    // Takes over a reference that the caller owns: what functions with Create or Copy in their names give.
+    // Adopts a reference owned by the caller, from functions with Create or Copy in their names.
     static CoreFoundationReference adopted(Type object)
     {
         CoreFoundationReference reference;
@@ -20,8 +20,7 @@ public:
         return reference;
     }
 
-    // Adds a reference to an object that belongs to somebody else: what functions with Get in their names
-    // give.
+    // Retains an object owned by others, from functions with Get in their names.
     static CoreFoundationReference retained(Type object)
     {
         if (object)

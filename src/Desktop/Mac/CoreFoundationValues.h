@@ -7,16 +7,16 @@
 
 #include <optional>
 
-// What Core Foundation objects of unknown type hold. Each is empty where the object is null or of another
-// type. Pure functions, any thread.
+// Converts Core Foundation objects of unknown type. Returns nothing if the object is null or of another type.
+// Pure functions. Any thread.
 namespace CoreFoundationValues {
 
-// Cleaned: it comes from other applications.
+// The text is cleaned: it comes from other applications.
 std::optional<QString> text(CFTypeRef object);
 
 std::optional<qint64> integer(CFTypeRef object);
 
-// The object itself.
+// Returns the object itself.
 CFArrayRef array(CFTypeRef object);
 
 } // namespace CoreFoundationValues

@@ -13,14 +13,14 @@
 
 #include <QDir>
 
-// The real desktop: owns every service and the threads behind them. Made and destroyed on the main thread;
-// made once, before the first action, and kept until the program ends.
+// The macOS desktop: owns all services and their threads. Create once, before the first action, and destroy
+// at program end. Thread: main.
 class MacDesktop
 {
 public:
     explicit MacDesktop(const QString &homeDirectory = QDir::homePath());
 
-    // References that are good for as long as this object lives.
+    // The references are valid for this object's lifetime.
     Desktop desktop();
 
 private:

@@ -3,8 +3,8 @@
 
 #include "Desktop/Diagnosis.h"
 
-// Examines what macOS lets this process do. Asks for no permission: the system would put the question to the
-// user. Main thread.
+// Checks what macOS permits this process to do. Requests no permission, since the system would prompt the
+// user. Thread: main.
 class MacDiagnosis : public Diagnosis
 {
 public:

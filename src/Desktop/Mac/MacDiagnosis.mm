@@ -49,7 +49,7 @@ QCoro::Task<DiagnosticCheck> screenshot()
                            allowIn(u"Screen Recording"_s));
 }
 
-// The window's process, which has the key for itself.
+// Whether another Orvane process runs, which then holds the hot key.
 bool isOrvaneRunning()
 {
     NSString *const identifier = NSBundle.mainBundle.bundleIdentifier;
@@ -64,7 +64,7 @@ bool isOrvaneRunning()
     return false;
 }
 
-// Whether the system hands the key out shows only to who asks for it. It is given back at once.
+// Only an attempt to register shows whether the key is available; it is released at once.
 QCoro::Task<DiagnosticCheck> hotKey()
 {
     const DiagnosticCheck check{u"hot-key"_s, u"Hot key"_s, DiagnosticCheck::Need::Comfort};

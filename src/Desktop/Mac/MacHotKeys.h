@@ -3,8 +3,8 @@
 
 #include "Desktop/Shell/HotKeys.h"
 
-// Hot keys of the Carbon event manager, each for this program alone. A key that another program has for
-// itself alone is that program's. Main thread.
+// Exclusive hot keys through the Carbon event manager. Registration fails if another program holds the key
+// exclusively. Thread: main.
 class MacHotKeys : public HotKeys
 {
 public:

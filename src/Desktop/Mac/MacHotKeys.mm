@@ -19,7 +19,7 @@ public:
     CarbonHotKey(const CarbonHotKey &) = delete;
     CarbonHotKey &operator=(const CarbonHotKey &) = delete;
 
-    // Once in the object's life; false when the key is another program's.
+    // Call once. Returns false if another program holds the key.
     bool acquire(std::uint16_t virtualKey, HotKeyModifiers modifiers, HotKeyIdentifier identifier)
     {
         m_identifier = {identifier.signature, identifier.number};
@@ -27,7 +27,7 @@ public:
         if (InstallEventHandler(GetApplicationEventTarget(), &CarbonHotKey::handle, 1, &pressedEvent, this,
                                 &m_handler) != noErr)
             return false;
-        // Shared with another program, the key would do two things at once, and no conflict would ever show.
+        // Without exclusivity, two programs could react to the key, and the conflict would go unnoticed.
         return RegisterEventHotKey(virtualKey, modifiers.toInt(), m_identifier, GetApplicationEventTarget(),
                                    kEventHotKeyExclusive, &m_hotKey) == noErr;
     }
@@ -42,7 +42,7 @@ private:
         if (status != noErr || identifier.signature != self->m_identifier.signature ||
             identifier.id != self->m_identifier.id)
             return eventNotHandledErr;
-        // A copy: it may give back this very key.
+        // Copied, since the function may destroy this object.
         const std::function<void()> pressed = self->m_pressed;
         pressed();
         return noErr;

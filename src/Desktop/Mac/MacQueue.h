@@ -6,8 +6,8 @@
 #include <atomic>
 #include <utility>
 
-// A worker thread for calls that may wait for other processes, with a pool for what the frameworks leave to
-// be released later. `run` is called on the main thread. The destructor waits for the job in progress.
+// A worker thread for calls that may wait for other processes, with an autorelease pool per job. The
+// destructor waits for the job in progress. Thread: main, except for `isClosing`.
 class MacQueue
 {
 public:
@@ -17,7 +17,7 @@ public:
     MacQueue(const MacQueue &) = delete;
     MacQueue &operator=(const MacQueue &) = delete;
 
-    // For jobs of many calls, which end early then. Any thread.
+    // Jobs of many calls should return early once this is true. Any thread.
     bool isClosing() const { return m_isClosing; }
 
     // As for BoundedQueue.

@@ -11,7 +11,7 @@ QCoro::Task<bool> MacScreenAccess::isGranted(MacWindowList &windowList)
 {
     if (CGPreflightScreenCaptureAccess())
         co_return true;
-    // Others have seen a no here where the permission was there, mostly for programs in a terminal.
+    // Reported to return false despite the permission, mostly for programs in a terminal.
     const QList<WindowDescription> windows = co_await windowList.onScreenWindows();
     co_return WindowTitles::includeOthers(windows, QCoreApplication::applicationPid());
 }

@@ -5,13 +5,13 @@
 
 #include <QCoroTask>
 
-// The Screen Recording permission. Main thread.
+// The Screen Recording permission. Thread: main.
 namespace MacScreenAccess {
 
-// Asks nobody.
+// Never prompts the user.
 QCoro::Task<bool> isGranted(MacWindowList &windowList);
 
-// Has the system ask the user, and does not wait for the answer.
+// Makes the system prompt the user; doesn't wait for the answer.
 void request();
 
 } // namespace MacScreenAccess

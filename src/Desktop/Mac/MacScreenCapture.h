@@ -4,9 +4,8 @@
 #include "Desktop/Mac/Applications/MacWindowList.h"
 #include "Desktop/ScreenCapture.h"
 
-// Pictures of the screen through the system's own command. Main thread. Without the Screen Recording
-// permission it leaves no file, and has the system ask the user for it.
-// `windowList` outlives this object.
+// Takes screenshots with the system's screencapture command. Without the Screen Recording permission, makes
+// the system prompt the user for it and creates no file. `windowList` must outlive this object. Thread: main.
 class MacScreenCapture : public ScreenCapture
 {
 public:

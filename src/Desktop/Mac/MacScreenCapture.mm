@@ -12,21 +12,21 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// Far more than it takes, on many large screens too.
+// Generous, even for several large screens.
 constexpr auto limit = 30s;
 
-// The command while it runs.
+// The running screencapture command.
 class Command
 {
 public:
-    // Throws PlatformError when it cannot be started.
+    // Throws PlatformError if it cannot be started.
     explicit Command(const QString &path)
     {
         m_task.executableURL = [NSURL fileURLWithPath:@"/usr/sbin/screencapture"];
         m_task.arguments = @[ @"-x", path.toNSString() ];
         const auto ended = m_ended;
         ended->start();
-        // Called on a thread of the platform's; awaiting the future comes back to the main thread.
+        // Called on another thread; awaiting the future returns to the main thread.
         m_task.terminationHandler = ^(NSTask *) {
           ended->finish();
         };
@@ -49,7 +49,7 @@ QCoro::Task<void> MacScreenCapture::capture(QString path)
 {
     const bool isGranted = co_await MacScreenAccess::isGranted(m_windowList);
     if (!isGranted) {
-        // The command would leave a picture all the same, of the desktop without anybody's windows.
+        // Without the permission, the command would capture the desktop without other applications' windows.
         MacScreenAccess::request();
         co_return;
     }

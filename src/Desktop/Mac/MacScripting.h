@@ -3,8 +3,8 @@
 
 #include "Desktop/Scripting.h"
 
-// AppleScript inside our own process. The platform allows it on the main thread only, so the interface stands
-// still until the script, and whatever the user is asked for it, has ended.
+// Runs AppleScript in this process. The platform permits it only on the main thread, so the interface blocks
+// until the script, including its dialogs, has ended.
 class MacScripting : public Scripting
 {
 public:

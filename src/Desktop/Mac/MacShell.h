@@ -8,17 +8,17 @@
 #include "Desktop/Mac/Window/MacWindowStyler.h"
 #include "Desktop/Shell/Shell.h"
 
-// What the desktop offers to our own window: owns the services. Made and destroyed on the main thread, after
-// the application object and before it respectively.
+// Owns the services for the program's own window. Created after the application object and destroyed before
+// it. Thread: main.
 class MacShell
 {
 public:
-    // Makes the program one with a menu bar and a place in the Dock.
+    // Makes this a regular application, with a menu bar and a Dock icon.
     MacShell();
     MacShell(const MacShell &) = delete;
     MacShell &operator=(const MacShell &) = delete;
 
-    // References that are good for as long as this object lives.
+    // The references are valid for this object's lifetime.
     Shell shell();
 
 private:

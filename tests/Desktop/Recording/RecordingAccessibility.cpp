@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// One walk's view of a recorded tree, as it was when the walk began.
+// A snapshot of a recorded tree, for one walk.
 class RecordingTree : public AccessibilityTree
 {
 public:

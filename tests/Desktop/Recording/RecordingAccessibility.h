@@ -6,7 +6,7 @@
 
 #include <QMap>
 
-// One element of a tree built from plain data.
+// An element of a recorded tree.
 struct RecordedElement
 {
     QString role;
@@ -14,30 +14,30 @@ struct RecordedElement
     std::optional<QString> description = std::nullopt;
     std::optional<QString> value = std::nullopt;
     std::optional<QString> help = std::nullopt;
-    QList<AccessibilityElement> children = {}; // positions in the tree
+    QList<AccessibilityElement> children = {}; // indexes into the tree
     bool respondsToPress = true;
 };
 
-// A tree as a list of elements; the first is the application's own.
+// A tree as a list of elements. The first is the application itself.
 struct RecordedTree
 {
     QList<RecordedElement> elements{{QStringLiteral("AXApplication"), std::nullopt}};
     std::optional<AccessibilityElement> frontWindow = std::nullopt;
 
-    // Appends the element as the last child of `parent` and gives its position.
+    // Appends the element as the last child of `parent` and returns its index.
     AccessibilityElement add(AccessibilityElement parent, const RecordedElement &element);
 };
 
-// Accessibility in memory.
+// An in-memory accessibility service.
 class RecordingAccessibility : public Accessibility
 {
 public:
     explicit RecordingAccessibility(RecordingJournal &journal) : m_journal(journal) {}
 
     bool trusted = true;
-    bool trustGivenByUser = true;     // else asking is enough
-    int prompts = 0;                  // how often the user was asked for the permission
-    QMap<qint64, RecordedTree> trees; // by process; an application without one has an empty tree
+    bool trustGivenByUser = true;     // if false, a request is granted at once
+    int prompts = 0;                  // number of permission requests
+    QMap<qint64, RecordedTree> trees; // by process; other applications have an empty tree
     int requests = 0;                 // reads of any number of elements
     qsizetype elementsRead = 0;
 

@@ -6,8 +6,8 @@
 #include "Desktop/Recording/RecordingServices.h"
 #include "Desktop/Recording/RecordingWorkspace.h"
 
-// A whole desktop in memory: scripted and inspected through its members, handed to the actions as a Desktop.
-// For unit tests and dry runs. Files are the real ones below the given home folder. Main thread.
+// An in-memory desktop for unit tests and dry runs, scripted and inspected through its members. Files are
+// real, below the given home folder. Thread: main.
 class RecordingDesktop
 {
 public:
@@ -15,7 +15,7 @@ public:
     RecordingDesktop(const RecordingDesktop &) = delete;
     RecordingDesktop &operator=(const RecordingDesktop &) = delete;
 
-    // Valid as long as this object.
+    // The references are valid for this object's lifetime.
     Desktop services()
     {
         return {session, workspace, accessibility, keyboard, screenCapture, scripting, files, clock};

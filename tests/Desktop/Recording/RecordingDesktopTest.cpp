@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Recording/RecordingDesktop.h"
 #include "Desktop/PlatformError.h"
+#include "Support/Awaited.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -11,7 +12,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// The description of what the task threw, or "done".
+// The exception's description, or "done".
 template <typename Result>
 QCoro::Task<QString> outcomeOf(QCoro::Task<Result> task)
 {
@@ -26,7 +27,7 @@ QCoro::Task<QString> outcomeOf(QCoro::Task<Result> task)
 template <typename Result>
 QString outcome(QCoro::Task<Result> task)
 {
-    return QCoro::waitFor(outcomeOf(std::move(task)));
+    return Awaited::result(outcomeOf(std::move(task)));
 }
 
 } // namespace
@@ -38,24 +39,24 @@ class RecordingDesktopTest : public QObject
 private Q_SLOTS:
     void init();
     void cleanup();
-    void theJournalTellsEverythingInOrder();
-    void whatOnlyReadsLeavesNoLine();
-    void applicationsStartComeForwardAndEnd();
-    void anApplicationThatHasEndedCannotBeActivated();
-    void readingTheDesktopTwiceGivesTheSame();
-    void installedApplicationsStandInTheirFoldersInOrder();
-    void rolesAreAskedForInAnyLetterCase();
-    void treesAreReadManyElementsAtATime();
-    void aWalkSeesTheTreeAsItWasWhenItBegan();
-    void pressesTellWhetherTheElementResponds();
-    void keysForAnApplicationThatIsNotInFrontAreRefused();
-    void keysAreKeptWithTheirPauses();
-    void theClockMovesBySleepsOnly();
-    void picturesAreRealFiles();
+    void theJournalContainsAllChangesInOrder();
+    void readOperationsAddNoLine();
+    void applicationsStartComeToTheFrontAndEnd();
+    void anEndedApplicationCannotBeActivated();
+    void readingTheDesktopDoesNotChangeIt();
+    void installedApplicationsAreListedByFolderInOrder();
+    void rolesAreCaseInsensitive();
+    void severalElementsAreReadAtOnce();
+    void aTreeIsASnapshot();
+    void pressReturnsWhetherTheElementResponds();
+    void keysForABackgroundApplicationAreRefused();
+    void keysAreRecordedWithTheirPauses();
+    void theClockAdvancesOnlyBySleeps();
+    void screenshotsAreRealFiles();
     void textFromOutsideIsCleaned();
     void everyOperationCanFail_data();
     void everyOperationCanFail();
-    void answersMayComeLater();
+    void answersCanBeAsynchronous();
 
 private:
     using Operation = QString (*)(Desktop desktop);
@@ -76,7 +77,7 @@ void RecordingDesktopTest::cleanup()
     m_home.reset();
 }
 
-void RecordingDesktopTest::theJournalTellsEverythingInOrder()
+void RecordingDesktopTest::theJournalContainsAllChangesInOrder()
 {
     const Desktop desktop = m_desktop->services();
     const ApplicationBundle safari = m_desktop->workspace.install(u"Safari"_s);
@@ -109,7 +110,7 @@ void RecordingDesktopTest::theJournalTellsEverythingInOrder()
     QCOMPARE(m_desktop->journal.lines, expected);
 }
 
-void RecordingDesktopTest::whatOnlyReadsLeavesNoLine()
+void RecordingDesktopTest::readOperationsAddNoLine()
 {
     const Desktop desktop = m_desktop->services();
     QCOMPARE(outcome(desktop.workspace.runningApplications()), u"done"_s);
@@ -122,28 +123,28 @@ void RecordingDesktopTest::whatOnlyReadsLeavesNoLine()
     QCOMPARE(m_desktop->journal.lines, QStringList());
 }
 
-void RecordingDesktopTest::applicationsStartComeForwardAndEnd()
+void RecordingDesktopTest::applicationsStartComeToTheFrontAndEnd()
 {
     const Desktop desktop = m_desktop->services();
     const ApplicationBundle notes = m_desktop->workspace.install(u"Notes"_s);
-    QVERIFY(!QCoro::waitFor(desktop.workspace.frontmostApplication()));
+    QVERIFY(!Awaited::result(desktop.workspace.frontmostApplication()));
     QCOMPARE(outcome(desktop.workspace.openApplication(notes)), u"done"_s);
     m_desktop->workspace.makeFrontmost(m_desktop->workspace.start(u"Mail"_s));
     QCOMPARE(outcome(desktop.workspace.openApplication(notes)), u"done"_s);
     QCOMPARE(m_desktop->workspace.running.size(), 2);
-    const auto front = QCoro::waitFor(desktop.workspace.frontmostApplication());
+    const auto front = Awaited::result(desktop.workspace.frontmostApplication());
     QVERIFY(front);
     QCOMPARE(front->localizedName, std::optional(u"Notes"_s));
     m_desktop->workspace.waitingToQuit.insert(front->processIdentifier);
     QCOMPARE(outcome(desktop.workspace.terminate(*front)), u"done"_s);
-    QVERIFY(!QCoro::waitFor(desktop.workspace.isTerminated(*front)));
+    QVERIFY(!Awaited::result(desktop.workspace.isTerminated(*front)));
     m_desktop->workspace.waitingToQuit.clear();
     QCOMPARE(outcome(desktop.workspace.terminate(*front)), u"done"_s);
-    QVERIFY(QCoro::waitFor(desktop.workspace.isTerminated(*front)));
-    QVERIFY(!QCoro::waitFor(desktop.workspace.frontmostApplication()));
+    QVERIFY(Awaited::result(desktop.workspace.isTerminated(*front)));
+    QVERIFY(!Awaited::result(desktop.workspace.frontmostApplication()));
 }
 
-void RecordingDesktopTest::anApplicationThatHasEndedCannotBeActivated()
+void RecordingDesktopTest::anEndedApplicationCannotBeActivated()
 {
     const RunningApplication notes = m_desktop->workspace.start(u"Notes"_s);
     m_desktop->workspace.running.clear();
@@ -151,25 +152,25 @@ void RecordingDesktopTest::anApplicationThatHasEndedCannotBeActivated()
     QCOMPARE(m_desktop->journal.lines, QStringList());
 }
 
-void RecordingDesktopTest::readingTheDesktopTwiceGivesTheSame()
+void RecordingDesktopTest::readingTheDesktopDoesNotChangeIt()
 {
     m_desktop->workspace.install(u"Notes"_s);
     m_desktop->workspace.start(u"Notes"_s);
     m_desktop->workspace.addWindow(u"Notes"_s);
     const Desktop desktop = m_desktop->services();
     for (int i = 0; i < 2; ++i) {
-        QCOMPARE(QCoro::waitFor(desktop.workspace.runningApplications()).size(), 1);
-        QCOMPARE(QCoro::waitFor(desktop.workspace.applicationFolders()).size(), 1);
-        QCOMPARE(QCoro::waitFor(desktop.workspace.snapshot()).windows.size(), 1);
+        QCOMPARE(Awaited::result(desktop.workspace.runningApplications()).size(), 1);
+        QCOMPARE(Awaited::result(desktop.workspace.applicationFolders()).size(), 1);
+        QCOMPARE(Awaited::result(desktop.workspace.snapshot()).windows.size(), 1);
     }
 }
 
-void RecordingDesktopTest::installedApplicationsStandInTheirFoldersInOrder()
+void RecordingDesktopTest::installedApplicationsAreListedByFolderInOrder()
 {
     m_desktop->workspace.install(u"B"_s, u"/one"_s);
     m_desktop->workspace.install(u"A"_s, u"/two"_s);
     m_desktop->workspace.install(u"A"_s, u"/one"_s);
-    const auto folders = QCoro::waitFor(m_desktop->workspace.applicationFolders());
+    const auto folders = Awaited::result(m_desktop->workspace.applicationFolders());
     QStringList locations;
     for (const ApplicationFolder &folder : folders) {
         for (const ApplicationFolder::Entry &entry : folder.entries)
@@ -178,24 +179,24 @@ void RecordingDesktopTest::installedApplicationsStandInTheirFoldersInOrder()
     QCOMPARE(locations, (QStringList{u"/one/B.app"_s, u"/one/A.app"_s, u"/two/A.app"_s}));
 }
 
-void RecordingDesktopTest::rolesAreAskedForInAnyLetterCase()
+void RecordingDesktopTest::rolesAreCaseInsensitive()
 {
     const ApplicationBundle files{u"/x/files.desktop"_s, u"Files"_s};
     m_desktop->workspace.roles.insert(u"finder"_s, files);
-    QCOMPARE(QCoro::waitFor(m_desktop->workspace.defaultForRole(u"FINDER"_s)), std::optional(files));
-    QCOMPARE(QCoro::waitFor(m_desktop->workspace.defaultForRole(u"mail"_s)),
+    QCOMPARE(Awaited::result(m_desktop->workspace.defaultForRole(u"FINDER"_s)), std::optional(files));
+    QCOMPARE(Awaited::result(m_desktop->workspace.defaultForRole(u"mail"_s)),
              std::optional<ApplicationBundle>());
 }
 
-void RecordingDesktopTest::treesAreReadManyElementsAtATime()
+void RecordingDesktopTest::severalElementsAreReadAtOnce()
 {
     RecordedTree recorded;
     const int window = recorded.add(0, {u"AXWindow"_s, u"Main"_s});
     const int button = recorded.add(window, {u"AXButton"_s, u"OK"_s, u"d"_s, u"v"_s, u"h"_s});
     m_desktop->accessibility.trees.insert(7, recorded);
-    const auto tree = QCoro::waitFor(m_desktop->accessibility.applicationTree(7));
+    const auto tree = Awaited::result(m_desktop->accessibility.applicationTree(7));
     const QList<AccessibilityElement> asked{button, tree->root(), window};
-    const auto read = QCoro::waitFor(tree->read(asked));
+    const auto read = Awaited::result(tree->read(asked));
     QCOMPARE(read.size(), 3);
     QCOMPARE(read.at(0).role, u"AXButton"_s);
     QCOMPARE(read.at(0).title, std::optional(u"OK"_s));
@@ -209,29 +210,29 @@ void RecordingDesktopTest::treesAreReadManyElementsAtATime()
     QCOMPARE(m_desktop->accessibility.elementsRead, 3);
 }
 
-void RecordingDesktopTest::aWalkSeesTheTreeAsItWasWhenItBegan()
+void RecordingDesktopTest::aTreeIsASnapshot()
 {
     m_desktop->accessibility.trees.insert(7, RecordedTree());
-    const auto tree = QCoro::waitFor(m_desktop->accessibility.applicationTree(7));
+    const auto tree = Awaited::result(m_desktop->accessibility.applicationTree(7));
     m_desktop->accessibility.trees[7].add(0, {u"AXButton"_s, u"New"_s});
     const QList<AccessibilityElement> root{tree->root()};
-    QCOMPARE(QCoro::waitFor(tree->read(root)).first().children.size(), 0);
+    QCOMPARE(Awaited::result(tree->read(root)).first().children.size(), 0);
 }
 
-void RecordingDesktopTest::pressesTellWhetherTheElementResponds()
+void RecordingDesktopTest::pressReturnsWhetherTheElementResponds()
 {
     RecordedTree recorded;
     const int willing = recorded.add(0, {u"AXButton"_s, u"Yes"_s});
     const int unwilling = recorded.add(0, {u"AXButton"_s, std::nullopt, u"No"_s});
     recorded.elements[unwilling].respondsToPress = false;
     m_desktop->accessibility.trees.insert(7, recorded);
-    const auto tree = QCoro::waitFor(m_desktop->accessibility.applicationTree(7));
-    QVERIFY(QCoro::waitFor(tree->press(willing)));
-    QVERIFY(!QCoro::waitFor(tree->press(unwilling)));
+    const auto tree = Awaited::result(m_desktop->accessibility.applicationTree(7));
+    QVERIFY(Awaited::result(tree->press(willing)));
+    QVERIFY(!Awaited::result(tree->press(unwilling)));
     QCOMPARE(m_desktop->journal.lines, (QStringList{u"press AXButton “Yes”"_s, u"press AXButton “No”"_s}));
 }
 
-void RecordingDesktopTest::keysForAnApplicationThatIsNotInFrontAreRefused()
+void RecordingDesktopTest::keysForABackgroundApplicationAreRefused()
 {
     RecordingWorkspace &workspace = m_desktop->workspace;
     const RunningApplication notes = workspace.start(u"Notes"_s);
@@ -243,7 +244,7 @@ void RecordingDesktopTest::keysForAnApplicationThatIsNotInFrontAreRefused()
     QVERIFY(m_desktop->keyboard.strokes.isEmpty());
 }
 
-void RecordingDesktopTest::keysAreKeptWithTheirPauses()
+void RecordingDesktopTest::keysAreRecordedWithTheirPauses()
 {
     const QList<KeyStroke> strokes{{36, EventFlags(), QString()}, {0, EventFlags(), u"x"_s}};
     QCOMPARE(outcome(m_desktop->keyboard.post(strokes, 15ms, std::nullopt)), u"done"_s);
@@ -251,7 +252,7 @@ void RecordingDesktopTest::keysAreKeptWithTheirPauses()
     QCOMPARE(m_desktop->keyboard.pauses, (QList<std::chrono::microseconds>{15ms, 15ms}));
 }
 
-void RecordingDesktopTest::theClockMovesBySleepsOnly()
+void RecordingDesktopTest::theClockAdvancesOnlyBySleeps()
 {
     const QDateTime start = m_desktop->clock.now();
     QCOMPARE(m_desktop->clock.now(), start);
@@ -260,7 +261,7 @@ void RecordingDesktopTest::theClockMovesBySleepsOnly()
     QCOMPARE(m_desktop->clock.sleeps, QList<std::chrono::milliseconds>{1200ms});
 }
 
-void RecordingDesktopTest::picturesAreRealFiles()
+void RecordingDesktopTest::screenshotsAreRealFiles()
 {
     const QString path = m_home->path() + u"/a.png"_s;
     QCOMPARE(outcome(m_desktop->screenCapture.capture(path)), u"done"_s);
@@ -278,19 +279,19 @@ void RecordingDesktopTest::textFromOutsideIsCleaned()
     const std::optional<QString> harmless = u"a < |b| >"_s;
     const Desktop desktop = m_desktop->services();
     m_desktop->workspace.addWindow(foreign, foreign);
-    const auto windows = QCoro::waitFor(desktop.workspace.snapshot()).windows;
+    const auto windows = Awaited::result(desktop.workspace.snapshot()).windows;
     QCOMPARE(windows.first().ownerName, harmless);
     QCOMPARE(windows.first().name, harmless);
     QCOMPARE(m_desktop->workspace.start(foreign).localizedName, harmless);
     m_desktop->scripting.outcome = {ScriptOutcome::Ending::Failed, foreign};
-    const ScriptOutcome script = QCoro::waitFor(desktop.scripting.run(u"x"_s));
+    const ScriptOutcome script = Awaited::result(desktop.scripting.run(u"x"_s));
     QCOMPARE(script.text, harmless);
     RecordedTree recorded;
     recorded.add(0, {u"AXButton"_s, foreign, foreign, foreign, foreign});
     m_desktop->accessibility.trees.insert(7, recorded);
-    const auto tree = QCoro::waitFor(desktop.accessibility.applicationTree(7));
+    const auto tree = Awaited::result(desktop.accessibility.applicationTree(7));
     const QList<AccessibilityElement> button{1};
-    const auto read = QCoro::waitFor(tree->read(button));
+    const auto read = Awaited::result(tree->read(button));
     QCOMPARE(read.first().title, harmless);
     QCOMPARE(read.first().help, harmless);
 }
@@ -325,9 +326,9 @@ void RecordingDesktopTest::everyOperationCanFail_data()
     row("ask for trust", O::RequestTrust, [](Desktop d) { return outcome(d.accessibility.requestTrust()); });
     row("tree", O::ApplicationTree, [](Desktop d) { return outcome(d.accessibility.applicationTree(1)); });
     row("read", O::ReadElements,
-        [](Desktop d) { return outcome(QCoro::waitFor(d.accessibility.applicationTree(1))->read({0})); });
+        [](Desktop d) { return outcome(Awaited::result(d.accessibility.applicationTree(1))->read({0})); });
     row("press", O::Press,
-        [](Desktop d) { return outcome(QCoro::waitFor(d.accessibility.applicationTree(1))->press(0)); });
+        [](Desktop d) { return outcome(Awaited::result(d.accessibility.applicationTree(1))->press(0)); });
     row("keys", O::PostKeys, [](Desktop d) { return outcome(d.keyboard.post({}, 0us, std::nullopt)); });
     row("snapshot", O::Snapshot, [](Desktop d) { return outcome(d.workspace.snapshot()); });
     row("capture", O::Capture, [](Desktop d) { return outcome(d.screenCapture.capture(QString())); });
@@ -343,7 +344,7 @@ void RecordingDesktopTest::everyOperationCanFail()
     QCOMPARE(m_desktop->journal.lines, QStringList());
 }
 
-void RecordingDesktopTest::answersMayComeLater()
+void RecordingDesktopTest::answersCanBeAsynchronous()
 {
     m_desktop->journal.answersLater = true;
     const QCoro::Task<void> reveal = m_desktop->workspace.reveal(u"/tmp"_s);

@@ -6,7 +6,7 @@
 #include <QString>
 #include <QStringList>
 
-// The operations of the desktop services that can be made to fail.
+// The operations that can be made to fail.
 enum class RecordedOperation {
     RunningApplications,
     FrontmostApplication,
@@ -31,27 +31,26 @@ enum class RecordedOperation {
     ClaimInstance,
 };
 
-// What the services of one recording desktop share: the journal of everything done to the desktop, in order,
-// and the failures that they are told to report. Main thread; outlives the services.
+// State shared by the services of one recording desktop: the journal of all changes, in order, and the
+// failures to simulate. Must outlive the services. Thread: main.
 class RecordingJournal
 {
 public:
-    // One line for everything that changed the desktop or asked the user something. What only reads leaves
-    // no line.
+    // One line per change to the desktop or prompt to the user. Read operations add no line.
     QStringList lines;
 
-    // Appends a line; breaks inside it become blanks.
+    // Appends a line; replaces line breaks in it by blanks.
     void note(const QString &line);
 
-    // Operations that fail from now on, with the platform's message.
+    // Operations that fail, with the platform's message.
     QMap<RecordedOperation, QString> failures;
 
-    // Whether every operation lets the event loop run once before it answers, as a real desktop does.
+    // Whether every operation returns to the event loop once before it finishes, as on a real desktop.
     bool answersLater = false;
 
-    // Lets the event loop run once, if answers come later.
+    // Returns to the event loop once if `answersLater` is set.
     QCoro::Task<void> turn();
 
-    // Every operation begins with this. Throws PlatformError when the operation is to fail.
+    // To be called at the start of every operation. Throws PlatformError if it is to fail.
     QCoro::Task<void> begin(RecordedOperation operation);
 };

@@ -33,7 +33,7 @@ QString described(const KeyStroke &stroke)
     return u"press key %1%2"_s.arg(described(stroke.flags)).arg(stroke.virtualKey);
 }
 
-// One transparent point.
+// One transparent pixel.
 QByteArray smallPicture()
 {
     return QByteArray::fromBase64(

@@ -9,7 +9,7 @@
 #include "Desktop/Scripting.h"
 #include "Desktop/Session.h"
 
-// The services that need a few lines only; each keeps what was done to it and answers as it is told.
+// The simpler services. Each records the calls and returns scripted results.
 
 class RecordingSession : public Session
 {
@@ -34,10 +34,10 @@ public:
     {
     }
 
-    QList<KeyStroke> strokes;                // posted so far, in order
-    QList<std::chrono::microseconds> pauses; // the one after each stroke
+    QList<KeyStroke> strokes;                // posted so far
+    QList<std::chrono::microseconds> pauses; // the pause after each stroke
 
-    // Without a receiver too, where nobody is in front.
+    // Accepts no receiver if no application is frontmost.
     QCoro::Task<void> post(QList<KeyStroke> newStrokes, std::chrono::microseconds pause,
                            std::optional<RunningApplication> receiver) override;
 
@@ -51,7 +51,7 @@ class RecordingScreenCapture : public ScreenCapture
 public:
     explicit RecordingScreenCapture(RecordingJournal &journal) : m_journal(journal) {}
 
-    bool writesFile = true; // a picture of one point, where the folder exists
+    bool writesFile = true; // a one-pixel image, if the folder exists
 
     QCoro::Task<void> capture(QString path) override;
 
@@ -64,7 +64,7 @@ class RecordingScripting : public Scripting
 public:
     explicit RecordingScripting(RecordingJournal &journal) : m_journal(journal) {}
 
-    ScriptOutcome outcome; // of every script that is run
+    ScriptOutcome outcome; // of every script
 
     QCoro::Task<ScriptOutcome> run(QString source) override;
 
@@ -72,7 +72,7 @@ private:
     RecordingJournal &m_journal;
 };
 
-// Stands still but for the sleeps, which take no real time.
+// A clock that advances only by sleeps, which take no real time.
 class RecordingClock : public Clock
 {
 public:

@@ -10,8 +10,8 @@
 
 #include <optional>
 
-// What the desktop offers to our own window, in memory; each service keeps what was done to it and answers as
-// it is told. Main thread.
+// In-memory services for the program's own window. Each records the calls and returns scripted results.
+// Thread: main.
 
 class RecordingHotKeys : public HotKeys
 {
@@ -26,11 +26,11 @@ public:
         std::function<void()> pressed;
     };
 
-    bool isOwnedByAnother = false; // whether every key belongs to another program
+    bool isOwnedByAnother = false; // whether another program holds every key
 
-    // Those whose references live, in the order in which they were registered.
+    // The hot keys with living references, in order of registration.
     QList<HotKey> registered() const;
-    // Presses the key, if it is registered; false if it is not.
+    // Presses the key; returns false if it isn't registered.
     bool press(std::uint16_t virtualKey, HotKeyModifiers modifiers) const;
 
     QCoro::Task<std::shared_ptr<HotKeyReference>> registerHotKey(std::uint16_t virtualKey,
@@ -53,7 +53,7 @@ public:
     using Appearance::setDark;
 };
 
-// Shows and hides windows for real, on whatever platform the application runs; it does not place them.
+// Shows and hides real windows on the application's platform; doesn't place them.
 class RecordingWindowStyler : public WindowStyler
 {
     Q_OBJECT
@@ -63,9 +63,9 @@ public:
 
     QList<QPointer<QWindow>> styled;
     QList<QPointer<QWindow>> broughtForward; // latest last
-    QStringList tokens;                      // one for each window brought forward
+    QStringList tokens;                      // one per window brought forward
     bool canHideApplication = false;
-    int titleBar = 0; // its height
+    int titleBar = 0; // height
 
     using WindowStyler::setCompositing;
     void style(QWindow &window) override;
@@ -77,7 +77,7 @@ private:
     RecordingJournal &m_journal;
 };
 
-// Leaves a line in the journal for each begin and end.
+// Adds a journal line for each begin and end.
 class RecordingProgramActivity : public ProgramActivity
 {
 public:
@@ -98,7 +98,7 @@ public:
     explicit RecordingProgramInstance(RecordingJournal &journal) : m_journal(journal) {}
 
     InstanceStanding standing = InstanceStanding::First;
-    QString token;                          // that this start came with
+    QString token;                          // of this launch
     std::optional<InstanceRequest> request; // of the claim
 
     QCoro::Task<InstanceStanding> claim(InstanceRequest newRequest) override;
@@ -108,7 +108,7 @@ private:
     RecordingJournal &m_journal;
 };
 
-// All of them, handed to the window as a Shell.
+// All services of the program's own window.
 class RecordingShell
 {
 public:
@@ -116,7 +116,7 @@ public:
     RecordingShell(const RecordingShell &) = delete;
     RecordingShell &operator=(const RecordingShell &) = delete;
 
-    // Valid as long as this object.
+    // The references are valid for this object's lifetime.
     Shell services() { return {hotKeys, appearance, windowStyler, menuBar, activity}; }
 
     RecordingJournal journal;

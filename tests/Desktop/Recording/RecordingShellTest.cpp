@@ -21,9 +21,9 @@ private:
     }
 
 private Q_SLOTS:
-    void aFourCharacterCodeIsItsBytes() { QCOMPARE(fourCharacterCode("ORVN"), 0x4F52564Eu); }
+    void aFourCharacterCodeConsistsOfItsBytes() { QCOMPARE(fourCharacterCode("ORVN"), 0x4F52564Eu); }
 
-    void keysArePressedAsLongAsTheirReferencesLive()
+    void hotKeysWorkWhileTheirReferencesLive()
     {
         RecordingShell shell;
         shell.journal.answersLater = true;
@@ -43,7 +43,7 @@ private Q_SLOTS:
         QVERIFY(shell.hotKeys.registered().isEmpty());
     }
 
-    void aKeyOfAnotherProgramGivesNone()
+    void aHotKeyHeldByAnotherProgramIsRefused()
     {
         RecordingShell shell;
         shell.hotKeys.isOwnedByAnother = true;
@@ -52,7 +52,7 @@ private Q_SLOTS:
         QVERIFY(shell.journal.lines.isEmpty());
     }
 
-    void changesAreToldOnce()
+    void changesAreSignalledOnce()
     {
         RecordingShell shell;
         QSignalSpy dark(&shell.appearance, &Appearance::isDarkChanged);
@@ -83,7 +83,7 @@ private Q_SLOTS:
                  (QStringList{u"style window “Orvane”"_s, u"bring window “Orvane” forward"_s}));
     }
 
-    void theInstanceStandsAsItIsTold()
+    void theInstanceReturnsTheScriptedStanding()
     {
         RecordingShell shell;
         RecordingProgramInstance &instance = shell.programInstance;

@@ -60,7 +60,7 @@ std::optional<RunningApplication> RecordingWorkspace::frontmost() const
 QCoro::Task<QList<RunningApplication>> RecordingWorkspace::runningApplications()
 {
     co_await m_journal.begin(RecordedOperation::RunningApplications);
-    // The task moves what is no constant out of where it stands.
+    // A plain `co_return` would move from the member.
     co_return std::as_const(running);
 }
 

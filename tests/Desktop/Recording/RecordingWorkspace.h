@@ -7,17 +7,16 @@
 #include <QMap>
 #include <QSet>
 
-// Applications in memory: what is opened runs and comes to the front, what is quit is gone.
+// In-memory applications: opening one starts it and brings it to the front; quitting ends it.
 class RecordingWorkspace : public Workspace
 {
 public:
     explicit RecordingWorkspace(RecordingJournal &journal) : m_journal(journal) {}
 
-    // Puts an application into a folder (which is added behind the others when it is new).
+    // Installs an application in a folder; a new folder is added last.
     ApplicationBundle install(const QString &name, const QString &folder = QStringLiteral("/Applications"));
 
-    // An application that runs, in the background until it is made frontmost. Process identifiers count up
-    // from 101.
+    // Starts an application in the background. Process identifiers start at 101.
     RunningApplication start(const QString &name);
     RunningApplication start(const ApplicationBundle &bundle);
     void makeFrontmost(const RunningApplication &application);
@@ -26,12 +25,12 @@ public:
     QList<RunningApplication> running;
     std::optional<qint64> frontmostProcess;
     QList<ApplicationFolder> folders;
-    QMap<QString, ApplicationBundle> roles; // by lower-case name, "finder"
-    // On the screen, front to back. `addWindow` adds an ordinary one behind the others.
+    QMap<QString, ApplicationBundle> roles; // by lower-case name, such as "finder"
+    // On the screen, front to back. `addWindow` adds an ordinary one at the back.
     QList<WindowDescription> windows;
     void addWindow(const QString &ownerName, const QString &name = QString());
     QSet<qint64> waitingToQuit; // processes that show a save prompt instead of quitting
-    bool opensURLs = true;      // what the default handler answers
+    bool opensURLs = true;      // whether the default handler succeeds
 
     QCoro::Task<QList<RunningApplication>> runningApplications() override;
     QCoro::Task<std::optional<RunningApplication>> frontmostApplication() override;

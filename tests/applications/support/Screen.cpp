@@ -123,8 +123,8 @@ public:
     const xcb_ewmh_connection_t &atoms() const { return m_ewmh; }
 
 private:
-    // The reply to a request; none when the server answers with an error. A server that does not answer at
-    // all, as while another client has grabbed it, ends the test program.
+    // The reply to a request; null on an error. Terminates the test program if the server doesn't respond,
+    // for example while another client has grabbed it.
     template <typename Reply, typename Cookie>
     std::unique_ptr<Reply, decltype(&std::free)> answer(Cookie cookie)
     {
@@ -172,7 +172,7 @@ QList<ScreenWindow> Screen::windows()
 {
     Observer &observer = Observer::shared();
     QList<ScreenWindow> found;
-    // A window manager that starts while a window is being destroyed may list it for ever.
+    // A window manager that starts while a window is being destroyed may keep listing it.
     for (const quint32 identifier : observer.rootNumbers(observer.atoms()._NET_CLIENT_LIST)) {
         if (observer.exists(identifier))
             found << describedWindow(identifier);

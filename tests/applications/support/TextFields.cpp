@@ -33,7 +33,7 @@ QString TextFields::differenceInFile(const QString &path, const QString &text)
     QString arrived;
     const auto isThere = [&] {
         arrived = QString::fromUtf8(PrivateDesktop::read(path));
-        // Editors may end the last line when they save.
+        // Editors may add a final line break when saving.
         return arrived == text || arrived == text + u'\n';
     };
     return QTest::qWaitFor(isThere, PrivateDesktop::patience) ? QString()

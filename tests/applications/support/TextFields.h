@@ -6,21 +6,22 @@
 
 class LocalSite;
 
-// Text fields of real applications, for a test to type into. Main thread.
+// Text fields of real applications as typing targets. Thread: main.
 namespace TextFields {
 
-// The rows of a test: an editor of each toolkit, in the columns "program" and "windowClass".
+// Adds test rows: an editor of each toolkit, in the columns "program" and "windowClass".
 void addEditors();
 
-// Opens a file with that content in an editor; false when that takes too long.
+// Opens a file with this content in an editor; returns false on timeout.
 bool openFile(const QString &path, const QByteArray &content, const QString &program,
               const QString &windowClass);
 
-// Waits until the file holds the text, as an editor saves it; where the two differ, if it does not.
+// Waits until the file contains the text as saved by an editor. Returns an empty string, or on timeout the
+// first difference.
 QString differenceInFile(const QString &path, const QString &text);
 
-// Adds the page "/notes", which is one text field. It reports "ready" when it gets the focus, and its text
-// whenever that changes.
+// Adds the page "/notes", a single text field. The page reports "ready" when the field gets the focus, and
+// the text on every change.
 void addPage(LocalSite &site);
 
 } // namespace TextFields

@@ -22,7 +22,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// ms: for a process to end after its last window has gone.
+// ms: the time a process has to end after its last window has closed.
 constexpr qint64 farewell = 1000;
 
 QList<ApplicationFolder> folderList()
@@ -49,7 +49,7 @@ std::optional<RunningApplication> frontmostOf(const X11Snapshot &snapshot, const
     return LinuxApplications::ofWindow(*window, snapshot, entries);
 }
 
-// The windows of the current desktop, as the window manager stacks them.
+// The windows on the current desktop, front to back.
 QList<WindowDescription> described(const X11Snapshot &snapshot, const QList<DesktopEntry> &entries)
 {
     QList<WindowDescription> result;
@@ -159,7 +159,7 @@ QCoro::Task<bool> LinuxWorkspace::isTerminated(RunningApplication application)
     const qint64 process = application.processIdentifier;
     if (now.snapshot.windowToShow(process, application.part))
         co_return false;
-    // Of a client elsewhere there is no process to look at.
+    // A client on another computer has no process here.
     if (process < 0 || now.snapshot.windowToShow(process))
         co_return true;
     QElapsedTimer waiting;

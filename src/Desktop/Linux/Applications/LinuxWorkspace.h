@@ -6,11 +6,12 @@
 #include "Desktop/Linux/X11/Display.h"
 #include "Desktop/Workspace.h"
 
-// The applications of an X11 desktop: windows tell which ones run, desktop entries which are installed, and
-// the desktop's library starts them. Main thread. `display`, `gio` and `clock` outlive this object.
+// Applications on an X11 desktop: running ones are found by their windows, installed ones by their desktop
+// entries. `display`, `gio` and `clock` must outlive this object. Thread: main.
 //
-// An application has terminated when it shows no window any more and its process has ended, or belongs to
-// another application that shows one. One that goes on in the background without a window has not.
+// An application counts as terminated if it has no window and its process has ended or belongs to another
+// application that has a window. An application that runs in the background without a window has not
+// terminated.
 class LinuxWorkspace : public Workspace
 {
 public:
@@ -29,14 +30,14 @@ public:
     QCoro::Task<void> open(QString url, ApplicationBundle application) override;
     QCoro::Task<void> reveal(QString path) override;
 
-    // The window of the frontmost application, with its part.
+    // The frontmost application's window, with its part.
     QCoro::Task<std::optional<X11Window>> frontmostWindow();
 
-    // The titles of what the user has in front of the application with this process, the foremost first.
+    // The title of the application's front window, preceded by those of the modal dialogs that block it.
     QCoro::Task<QStringList> titlesInFront(qint64 processIdentifier);
 
 private:
-    // The windows with their parts, and the entries by which these were told.
+    // The windows with their parts, and the desktop entries that determined these.
     struct Windows
     {
         X11Snapshot snapshot;

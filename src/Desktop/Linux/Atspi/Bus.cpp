@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/Atspi/Bus.h"
 
+#include "Desktop/Deadlines.h"
 #include "Desktop/Linux/Atspi/Application.h"
 #include "Desktop/Linux/DBus/DBusReply.h"
 #include "Desktop/PlatformError.h"
@@ -19,8 +20,8 @@ using namespace std::chrono_literals;
 namespace {
 
 // The first call may have to start the service.
-constexpr int launcherLimit = 2000; // ms
-constexpr int registryLimit = 500;  // ms
+constexpr auto launcherLimit = static_cast<int>(Deadlines::answer.count());
+constexpr int registryLimit = 500; // ms
 constexpr auto readyLimit = 5s;
 constexpr auto readyPace = 50ms;
 

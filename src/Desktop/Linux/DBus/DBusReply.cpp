@@ -15,7 +15,7 @@ QFuture<QDBusMessage> DBusReply::of(const QDBusPendingCall &call)
         promise->addResult(reply);
         promise->finish();
     };
-    // The watcher of a call without a connection would stay silent.
+    // A watcher never emits finished() for a call that failed because there was no connection.
     if (call.isFinished())
         settle(call.reply());
     else

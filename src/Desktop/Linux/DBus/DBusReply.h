@@ -9,22 +9,23 @@
 
 class QDBusPendingCallWatcher;
 
-// Replies to calls on D-Bus, each delivered exactly once. Main thread.
+// Delivers replies to D-Bus calls, each exactly once. Thread: main.
 //
-// QDBusPendingCallWatcher can emit finished() twice for a call over a connection that is lost: QtDBus stores
-// the error without the lock under which the watcher looks for it. A coroutine that awaits a QDBusPendingCall
-// directly is then resumed twice, the second time after its frame has been freed. So nobody else awaits or
-// watches such calls.
+// QDBusPendingCallWatcher can emit finished() twice if the connection is lost: QtDBus stores the error
+// without the lock under which the watcher checks for it. A coroutine that awaits a QDBusPendingCall directly
+// would then be resumed again after its frame has been freed. So use only these functions to wait for such
+// calls.
 namespace DBusReply {
 
-// The reply, or the error that the call ended with; to be awaited.
+// The reply or error, to be awaited.
 QFuture<QDBusMessage> of(const QDBusPendingCall &call);
 
-// The same for a receiver, which the event loop calls. The connection was open when the call was sent.
+// The same with a callback, called by the event loop. The connection must have been open when the call was
+// sent.
 using Receiver = std::function<void(const QDBusMessage &reply)>;
 void deliver(const QDBusPendingCall &call, Receiver receiver);
 
-// The same for the call of a watcher, which is deleted afterwards.
+// The same for the watcher's call; deletes the watcher afterwards.
 void deliver(QDBusPendingCallWatcher *watcher, Receiver receiver);
 
 } // namespace DBusReply

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/Diagnosis/BusExamination.h"
 
+#include "Desktop/Deadlines.h"
 #include "Desktop/Linux/Applications/GLibPointers.h"
 #include "Desktop/PlatformError.h"
 
@@ -37,7 +38,7 @@ GObjectPointer<GDBusConnection> connectTo(const QString &address)
 
 QStringList names(GDBusConnection *connection, const char *method)
 {
-    constexpr int limit = 2000; // ms
+    constexpr auto limit = static_cast<int>(Deadlines::answer.count());
     GError *error = nullptr;
     const VariantPointer reply(g_dbus_connection_call_sync(
         connection, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", method, nullptr,

@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/HotKeys/X11HotKeys.h"
 
-// The header uses a C++ keyword as a name.
-#define explicit explicitly
-#include <xcb/xkb.h>
-#undef explicit
+#include "Desktop/Linux/X11/Xkb.h"
+
 #include <xkbcommon/xkbcommon-x11.h>
 
 namespace {

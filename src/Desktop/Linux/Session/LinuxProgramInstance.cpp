@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/Session/LinuxProgramInstance.h"
 
+#include "Desktop/Deadlines.h"
 #include "Desktop/Linux/DBus/DBusReply.h"
 
 #include <QCoreApplication>
@@ -12,7 +13,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int busLimit = 2000;      // ms
+constexpr auto busLimit = static_cast<int>(Deadlines::answer.count());
 constexpr int instanceLimit = 3000; // ms
 constexpr int attempts = 3;
 

@@ -13,7 +13,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// Far more than it takes: a character costs about 2 ms, and at worst 10 ms with its share of a batch.
+// Generous: a character takes about 2 ms, at most 10 ms including its share of a batch.
 std::chrono::milliseconds limitFor(const QList<KeyStroke> &strokes, std::chrono::microseconds pause)
 {
     qsizetype characters = 0;

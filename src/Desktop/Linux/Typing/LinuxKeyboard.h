@@ -7,15 +7,15 @@
 
 #include <functional>
 
-// Sends keys through the X server's XTEST extension. While our own window is active, the application that was
-// in front before gets the focus back first. Main thread. `display` outlives this object.
+// Sends keys through the X server's XTEST extension. If this program's own window is active, the application
+// that was in front before is focused first. `display` must outlive this object. Thread: main.
 //
-// An input method that composes characters (for Chinese, for example) sees the keys as well and may turn them
-// into other text.
+// Input methods that compose characters (for Chinese, for example) also receive the keys and may convert them
+// to other text.
 class LinuxKeyboard : public Keyboard
 {
 public:
-    // Finds the window of the frontmost application, with its part.
+    // Finds the frontmost application's window, with its part.
     using FrontmostWindow = std::function<QCoro::Task<std::optional<X11Window>>()>;
 
     LinuxKeyboard(X11Display &display, FrontmostWindow frontmostWindow);
@@ -23,15 +23,15 @@ public:
     QCoro::Task<void> post(QList<KeyStroke> strokes, std::chrono::microseconds pause,
                            std::optional<RunningApplication> receiver) override;
 
-    // Posts one key without modifiers to the application with this process. Returns whether the application
-    // confirmed within a fifth of a second that it has handled the key. Throws as `post` does.
+    // Presses a key without modifiers in the application with this process. Returns whether the application
+    // confirmed within 200 ms that it has handled the key. Throws like `post`.
     QCoro::Task<bool> strike(std::uint16_t virtualKey, qint64 receiver);
 
-    // Whether the X server takes keys from us at all.
+    // Whether the X server accepts keys from this program.
     QCoro::Task<bool> canSendKeys();
 
 private:
-    // Gives the focus to the receiver's window in front and returns it. Throws PlatformError.
+    // Focuses the receiver's front window and returns it. Throws PlatformError.
     QCoro::Task<X11Window> target(std::optional<RunningApplication> receiver);
 
     // Types on the X thread, then calls `finish` there.

@@ -1,12 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/Typing/SpareKeyNotices.h"
 
-#include <QGuiApplication>
+#include "Desktop/Linux/X11/Xkb.h"
 
-// The header uses a C++ keyword as a name.
-#define explicit explicitly
-#include <xcb/xkb.h>
-#undef explicit
+#include <QGuiApplication>
 
 namespace {
 

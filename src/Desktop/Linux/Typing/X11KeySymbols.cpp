@@ -2,11 +2,7 @@
 #include "Desktop/Linux/Typing/X11KeySymbols.h"
 
 #include "Desktop/Linux/Typing/XtestKeyboard.h"
-
-// The header uses a C++ keyword as a name.
-#define explicit explicitly
-#include <xcb/xkb.h>
-#undef explicit
+#include "Desktop/Linux/X11/Xkb.h"
 
 #include <cstring>
 

@@ -3,11 +3,8 @@
 
 #include "Desktop/Linux/Typing/X11LayoutReader.h"
 #include "Desktop/Linux/Typing/XtestKeyboard.h"
+#include "Desktop/Linux/X11/Xkb.h"
 
-// The header uses a C++ keyword as a name.
-#define explicit explicitly
-#include <xcb/xkb.h>
-#undef explicit
 #include <xcb/xtest.h>
 
 namespace {

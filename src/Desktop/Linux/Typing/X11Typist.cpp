@@ -16,16 +16,16 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// Browsers mix up keys that come faster.
+// Browsers mix up faster keys.
 constexpr auto keyPace = 1ms;
 
-// Applications read the symbols of a key when they get round to it; until then the key must keep them. Some
-// can be asked whether they have, but an input method between them and the keys may not have yet.
+// Applications look up a key's symbols with a delay; until then, the keymap must not change. Some confirm
+// with a ping that they have, but an input method in between may still be behind.
 constexpr auto symbolHold = 180ms;
 constexpr auto slowestApplication = 3000ms;
 constexpr auto firstAnswer = 200ms;
 
-// A menu takes the keyboard before it shows whose it is.
+// A menu grabs the keyboard before its window is visible.
 constexpr auto openingMenu = 300ms;
 
 // `consequence`: see KeyRules::ModifierPatience.
@@ -87,7 +87,7 @@ void X11Typist::typeBatch(X11Keyboard &keyboard, const TypingBatch &batch, std::
 {
     requireSameLayout(keyboard);
     keyboard.lendSymbols(batch.lentSymbols);
-    // Also when typing ends early: what has been typed so far must still be read right.
+    // Also if typing ends early: the keys sent so far must still be read correctly.
     struct Hold
     {
         X11Typist &typist;
@@ -110,7 +110,7 @@ void X11Typist::typeBatch(X11Keyboard &keyboard, const TypingBatch &batch, std::
     }
 }
 
-// Tells whether the application is known to have read everything.
+// Returns whether the application has confirmed that it handled all keys.
 bool X11Typist::holdSymbols() const
 {
     const auto lastKey = std::chrono::steady_clock::now();
@@ -120,8 +120,8 @@ bool X11Typist::holdSymbols() const
     return isHandled;
 }
 
-// Where an application doesn't tell (Qt's tell only the window manager), that is left to the user's next key:
-// it could misread ours.
+// Without confirmation (Qt applications reply only to the window manager), the keymap is left to the user's
+// next key, since the application could misread the sent ones.
 void X11Typist::putBack(const X11UserKeyboard &users) const
 {
     if (users.hasOtherMap() && holdSymbols())
@@ -155,7 +155,7 @@ void X11Typist::requireTarget() const
     requireFreeKeyboard(u"typing was stopped"_s);
 }
 
-// What is typed for one program must never end up in the password field of another.
+// Text for one program must never end up in another's password field.
 void X11Typist::requireFreeKeyboard(const QString &consequence) const
 {
     const auto end = std::chrono::steady_clock::now() + openingMenu;

@@ -10,20 +10,20 @@
 #include <atomic>
 #include <chrono>
 
-// Types strokes into one application, and into no other: made for one sequence of strokes, on the X thread.
+// Types strokes into one application only. Create one per sequence of strokes. Thread: X.
 class X11Typist
 {
 public:
-    // It stops, with an error, once `isStopped` is set or the time limit is over.
+    // Typing stops with an error once `isStopped` is set or the time limit has passed.
     X11Typist(X11Connection &connection, X11Windows &windows, const std::atomic_bool &isStopped,
               std::chrono::milliseconds limit);
 
-    // Types everything, or throws PlatformError: with nothing typed if the target does not have the keys or
-    // something cannot be typed, or part of it when the target loses the keys in the middle.
+    // Types all strokes. Throws PlatformError: with nothing typed if the target doesn't have the focus or
+    // something cannot be typed; with a part typed if the target loses the focus.
     void type(const QList<KeyStroke> &strokes, std::chrono::microseconds pause, const X11Window &target);
 
-    // Waits until the target has handled what was typed, no longer than such a thing may take. False where it
-    // does not tell, as when the keys have closed it.
+    // Waits until the target has handled everything typed. Returns false on timeout or if the target doesn't
+    // reply, for example because the keys have closed it.
     bool waitUntilHandled() const;
 
 private:

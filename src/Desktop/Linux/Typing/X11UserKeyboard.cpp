@@ -2,11 +2,8 @@
 #include "Desktop/Linux/Typing/X11UserKeyboard.h"
 
 #include "Desktop/Linux/Typing/X11KeySymbols.h"
+#include "Desktop/Linux/X11/Xkb.h"
 
-// The protocol's names include a keyword of C++.
-#define explicit explicitly
-#include <xcb/xkb.h>
-#undef explicit
 #include <xcb/xinput.h>
 #include <xcb/xtest.h>
 
@@ -18,7 +15,7 @@ struct Master
     std::uint8_t group = 0;
 };
 
-// Zeros when the server is gone.
+// Zeros if the server is lost.
 Master readMaster(xcb_connection_t *connection)
 {
     const auto cookie = xcb_xkb_get_state(connection, XCB_XKB_ID_USE_CORE_KBD);
@@ -26,7 +23,7 @@ Master readMaster(xcb_connection_t *connection)
     return state ? Master{state->deviceID, state->lockedGroup} : Master();
 }
 
-// The device whose keys the master keyboard has at present; 0 when it is not known.
+// The device whose keymap the master keyboard currently has; 0 if unknown.
 std::uint16_t sourceOf(std::uint16_t master, xcb_connection_t *connection)
 {
     const auto cookie = xcb_input_xi_query_device(connection, master);
@@ -60,8 +57,8 @@ void X11UserKeyboard::putBack() const
     xcb_connection_t *const connection = m_connection.get();
     if (sourceOf(readMaster(connection).device, connection) != m_sending)
         return;
-    // A key that is not down goes up, the lowest one, which no keyboard has: nobody gets that, but the server
-    // changes over to the device first.
+    // Releases a key that isn't pressed: the lowest keycode, which no keyboard has. No client receives the
+    // event, but the server first switches the master to the device.
     const std::uint8_t type =
         xcb_get_extension_data(connection, &xcb_input_id)->first_event + XCB_INPUT_DEVICE_KEY_RELEASE;
     xcb_test_fake_input(connection, type, xcb_get_setup(connection)->min_keycode, XCB_CURRENT_TIME, XCB_NONE,

@@ -3,21 +3,21 @@
 
 #include "Desktop/Linux/X11/Connection.h"
 
-// The keyboard that the last key came from before we send any: applications see its map, in the group that is
-// switched on. Where the device that keys are sent with has another map, they see that one from our first key
-// on, until the user presses a key again; and the group is lost if it has fewer. X thread; remembers what
-// there is when it is made.
+// The keyboard that the user last pressed a key on. Applications see the keymap of the device that sent the
+// last key: if the XTEST keyboard has a different one, they switch to it with the first key sent, until the
+// user presses a key again; and the active group is lost if it doesn't exist there. Remembers the state at
+// construction. Thread: X.
 class X11UserKeyboard
 {
 public:
-    // `sending`: the device that keys are sent with.
+    // `sending`: the device that keys are sent through.
     X11UserKeyboard(const X11Connection &connection, std::uint16_t sending);
 
-    // Whether applications see another map while keys are sent.
+    // Whether applications see a different keymap while keys are sent.
     bool hasOtherMap() const { return m_hasOtherMap; }
 
-    // Lets applications see its map again, in the same group. Keys that they have not read by then, they
-    // would read wrong. Does nothing when the user has pressed a key meanwhile.
+    // Restores the user's keymap and group. Applications would misread sent keys that they have not processed
+    // yet. Does nothing if the user has pressed a key in the meantime.
     void putBack() const;
 
 private:

@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/Window/X11Summons.h"
 
+#include "Desktop/Linux/X11/Ewmh.h"
+
 #include <cstring>
 
 namespace {
-
-constexpr std::uint32_t everyDesktop = 0xFFFFFFFF;
-constexpr std::uint32_t requestedByUserTool =
-    2; // the EWMH source indication that passes focus stealing prevention
 
 std::optional<std::uint32_t> number(const X11Connection &connection, xcb_window_t window, xcb_atom_t property)
 {
@@ -33,9 +31,9 @@ void X11Summons::moveToCurrentDesktop(const X11Connection &connection, std::uint
     const xcb_ewmh_connection_t &atoms = connection.atoms();
     const auto current = number(connection, connection.root(), atoms._NET_CURRENT_DESKTOP);
     const auto present = number(connection, window, atoms._NET_WM_DESKTOP);
-    if (!current || !present || *present == *current || *present == everyDesktop)
+    if (!current || !present || *present == *current || *present == Ewmh::everyDesktop)
         return;
-    connection.sendToManager(window, atoms._NET_WM_DESKTOP, {*current, requestedByUserTool});
+    connection.sendToManager(window, atoms._NET_WM_DESKTOP, {*current, Ewmh::requestedByUserTool});
 }
 
 // The null-terminated message is sent in chunks of 20 bytes; the first one has a different type.

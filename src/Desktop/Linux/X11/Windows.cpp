@@ -3,6 +3,7 @@
 
 #include "Base/Text.h"
 #include "Desktop/Linux/Processes/ProcessSandbox.h"
+#include "Desktop/Linux/X11/Ewmh.h"
 #include "Desktop/Linux/X11/Grabs.h"
 
 #include <QRegularExpression>
@@ -15,9 +16,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr qsizetype longestHistory = 64;
-constexpr std::uint32_t everyDesktop = 0xFFFFFFFF;
-constexpr std::uint32_t requestedByUserTool =
-    2; // the EWMH source indication that passes focus stealing prevention
 
 // Decodes COMPOUND_TEXT: Latin-1 with escape sequences that switch character sets, including to UTF-8.
 QString fromCompoundText(const QByteArray &bytes)
@@ -209,7 +207,7 @@ std::optional<X11Window> X11Windows::described(const Requests &requests, std::ui
     window.isMinimised = states.contains(atoms._NET_WM_STATE_HIDDEN);
     window.belongsInTaskBar = window.isOrdinary() && !states.contains(atoms._NET_WM_STATE_SKIP_TASKBAR);
     window.isOnCurrentDesktop =
-        desktops.isEmpty() || desktops.first() == currentDesktop || desktops.first() == everyDesktop;
+        desktops.isEmpty() || desktops.first() == currentDesktop || desktops.first() == Ewmh::everyDesktop;
     const QList<std::uint32_t> protocols = values(requests.protocols);
     window.canBeClosed = protocols.contains(m_connection.deleteWindowAtom());
     window.answersPings = protocols.contains(atoms._NET_WM_PING);
@@ -324,12 +322,12 @@ void X11Windows::requestActivation(std::uint32_t window)
     const xcb_timestamp_t time = m_connection.serverTime();
     const std::uint32_t active = activeWindow().value_or(XCB_NONE);
     m_connection.sendToManager(window, m_connection.atoms()._NET_ACTIVE_WINDOW,
-                               {requestedByUserTool, time, active});
+                               {Ewmh::requestedByUserTool, time, active});
 }
 
 void X11Windows::requestClose(std::uint32_t window)
 {
     m_connection.requireAlive();
     m_connection.sendToManager(window, m_connection.atoms()._NET_CLOSE_WINDOW,
-                               {m_connection.serverTime(), requestedByUserTool});
+                               {m_connection.serverTime(), Ewmh::requestedByUserTool});
 }

@@ -7,20 +7,20 @@
 #include <functional>
 #include <memory>
 
-// The accessibility service of macOS. Main thread; other applications are asked on a thread of this object's
-// own, since each may keep it waiting, and our own answers on the main thread.
+// The macOS accessibility service. Queries applications on its own thread: each may block, and this program
+// itself responds on the main thread. Thread: main.
 class MacAccessibility : public Accessibility
 {
 public:
     using Activate = std::function<QCoro::Task<void>(qint64 processIdentifier)>;
 
-    // `activate` gives the focus to the application with this process if it does not have it, before its
-    // control is pressed; throws PlatformError when it is gone.
+    // `activate` focuses the application with this process, if necessary, before a control is pressed; throws
+    // PlatformError if it has ended.
     explicit MacAccessibility(Activate activate);
 
     QCoro::Task<bool> isProcessTrusted() override;
 
-    // The system shows its own prompt, and does not wait for the answer.
+    // The system shows a prompt; doesn't wait for the answer.
     QCoro::Task<void> requestTrust() override;
 
     QCoro::Task<std::shared_ptr<AccessibilityTree>> applicationTree(qint64 processIdentifier) override;

@@ -15,7 +15,7 @@ MacAccessibility::MacAccessibility(Activate activate)
     : m_activate(std::move(activate)),
       m_queue(std::make_shared<MacQueue>(u"desktop.accessibility"_s, u"The accessibility service"_s))
 {
-    // Set on this element, it holds for every message that this process sends.
+    // On the system-wide element, the timeout applies to all messages of this process.
     const auto system = CoreFoundationReference<AXUIElementRef>::adopted(AXUIElementCreateSystemWide());
     const std::chrono::duration<float> limit = MacAccessibilityTree::messageLimit;
     AXUIElementSetMessagingTimeout(system.get(), limit.count());

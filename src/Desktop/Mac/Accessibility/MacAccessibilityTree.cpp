@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Positions in the list of what is asked for.
+// Indexes into the requested attributes.
 enum Attribute : CFIndex { Role, Subrole, Title, Description, Value, Help, Children, AttributeCount };
 
 CFArrayRef attributeNames()
@@ -27,7 +27,7 @@ CFArrayRef attributeNames()
     return list.get();
 }
 
-// What one element says of itself; its children are no handles yet.
+// One element's attributes; its children have no handles yet.
 struct Reading
 {
     AXError error = kAXErrorFailure;
@@ -57,7 +57,7 @@ Reading readingOf(const MacAccessibilityTree::Element &element)
     if (reading.error != kAXErrorSuccess || !values || CFArrayGetCount(values.get()) != AttributeCount)
         return reading;
     const auto value = [&values](Attribute each) { return CFArrayGetValueAtIndex(values.get(), each); };
-    // In place of an attribute that is absent there is an object of another type.
+    // An absent attribute is represented by an object of another type.
     reading.attributes.role = CoreFoundationValues::text(value(Role)).value_or(QString());
     reading.attributes.title = CoreFoundationValues::text(value(Title));
     reading.attributes.description = CoreFoundationValues::text(value(Description));
@@ -69,11 +69,11 @@ Reading readingOf(const MacAccessibilityTree::Element &element)
     return reading;
 }
 
-// What one read is to get, and until when.
+// The elements of one read, and its deadline.
 struct Request
 {
     QList<MacAccessibilityTree::Element> elements;
-    qsizetype root = -1; // the position of the application's own element, if it is among them
+    qsizetype root = -1; // index of the application's own element, or -1
     std::chrono::steady_clock::time_point deadline;
 };
 
@@ -82,7 +82,7 @@ PlatformError silence(const QString &name)
     return PlatformError(u"“%1” isn't responding."_s.arg(name));
 }
 
-// What the application as a whole has against being read.
+// The error if the whole application cannot be read.
 PlatformError refusal(AXError error, const QString &name)
 {
     switch (error) {
@@ -98,7 +98,7 @@ PlatformError refusal(AXError error, const QString &name)
     }
 }
 
-// Throws PlatformError when the application as a whole cannot be read.
+// Throws PlatformError if the whole application cannot be read.
 QList<Reading> readingsOf(const Request &request, const QString &name, const MacQueue &queue)
 {
     QList<Reading> readings;
@@ -106,7 +106,7 @@ QList<Reading> readingsOf(const Request &request, const QString &name, const Mac
         if (queue.isClosing() || std::chrono::steady_clock::now() >= request.deadline)
             throw silence(name);
         const Reading reading = readingOf(element);
-        // Taken for an element that has vanished, it would be an application without any controls.
+        // Otherwise it would look like an application without controls.
         if (readings.size() == request.root && reading.error != kAXErrorSuccess)
             throw refusal(reading.error, name);
         readings.append(reading);

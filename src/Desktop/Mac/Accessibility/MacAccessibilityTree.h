@@ -10,8 +10,8 @@
 #include <functional>
 #include <memory>
 
-// The tree of one application for one walk. It keeps the elements met so far, whose positions are the
-// handles. Main thread; the application is asked on the queue.
+// One application's tree during one walk. Stores the elements found; their indexes are the handles. Queries
+// the application on the queue. Thread: main.
 class MacAccessibilityTree : public AccessibilityTree,
                              public std::enable_shared_from_this<MacAccessibilityTree>
 {
@@ -19,15 +19,15 @@ public:
     using Element = CoreFoundationReference<AXUIElementRef>;
     using Activate = std::function<QCoro::Task<void>()>;
 
-    // `name` is for the sentences to the user. `activate` gives the application the focus if it does not have
-    // it; asked for before every press.
+    // `name` is for error messages. `activate` focuses the application if necessary; called before every
+    // press.
     MacAccessibilityTree(Element root, QString name, std::shared_ptr<MacQueue> queue, Activate activate);
 
     AccessibilityElement root() const override { return 0; }
     QCoro::Task<QList<AccessibilityAttributes>> read(QList<AccessibilityElement> elements) override;
     QCoro::Task<bool> press(AccessibilityElement element) override;
 
-    // How long one message may take, and all reading of one walk together.
+    // Timeouts of one message, and of all reads of one walk together.
     static constexpr std::chrono::milliseconds messageLimit{1000};
     static constexpr std::chrono::milliseconds walkLimit{10000};
 

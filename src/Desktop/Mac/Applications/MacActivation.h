@@ -3,7 +3,7 @@
 
 #include <memory>
 
-// Makes the program the active one. Main thread, with the application object there.
+// Activates this program. Needs the application object. Thread: main.
 class MacActivation
 {
 public:
@@ -12,8 +12,7 @@ public:
     MacActivation(const MacActivation &) = delete;
     MacActivation &operator=(const MacActivation &) = delete;
 
-    // In front of whatever application is active now; while the program is still being launched, as soon as
-    // it is.
+    // Activates the program over any other application; if it is still launching, once that has finished.
     void request();
 
 private:

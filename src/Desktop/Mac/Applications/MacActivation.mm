@@ -5,8 +5,7 @@
 
 namespace {
 
-// From macOS 14 on there is a politer call, which leaves another application in front unless that one gives
-// way.
+// Deprecated in macOS 14, but its replacement only activates if the active application yields.
 void activate()
 {
     [NSApp activateIgnoringOtherApps:YES];
@@ -41,7 +40,7 @@ MacActivation::~MacActivation()
 
 void MacActivation::request()
 {
-    // Activated before it has been launched, an application has a menu bar that doesn't answer.
+    // If activated before it has finished launching, an application's menu bar doesn't respond.
     if (NSApp.running)
         activate();
     else

@@ -6,18 +6,18 @@
 Q_FORWARD_DECLARE_OBJC_CLASS(NSRunningApplication);
 Q_FORWARD_DECLARE_OBJC_CLASS(NSURL);
 
-// Translates between AppKit's applications and the seam's. Pure functions.
+// Converts AppKit objects to the types of the desktop interfaces. Pure functions.
 namespace MacApplications {
 
 RunningApplication described(NSRunningApplication *application);
 
-// Known by the last component of its location, without the extension.
+// Its display name is the last component of the path, without the extension.
 ApplicationBundle bundleAt(const QString &path);
 
-// Null when the process has ended, or is no application.
+// Returns nil if the process has ended or isn't an application.
 NSRunningApplication *running(qint64 processIdentifier);
 
-// The five application folders, in their order; those that cannot be read are left out. Reads the disk.
+// The five application folders by precedence, without unreadable ones. Reads the disk.
 QList<ApplicationFolder> folders();
 
 } // namespace MacApplications

@@ -7,8 +7,8 @@
 
 Q_FORWARD_DECLARE_OBJC_CLASS(NSRunningApplication);
 
-// Remembers which application the user worked with before our own, which is a palette and never the subject.
-// Main thread; hears of changes while the main thread's event loop runs.
+// Remembers the application that was active before this program, whose window is a palette and never the
+// user's subject. Receives changes through the main thread's event loop. Thread: main.
 class MacFrontmost
 {
 public:
@@ -17,11 +17,11 @@ public:
     MacFrontmost(const MacFrontmost &) = delete;
     MacFrontmost &operator=(const MacFrontmost &) = delete;
 
-    // Whether our own application is the frontmost one.
+    // Whether this program is frontmost.
     bool isOurs() const;
 
-    // The frontmost application, if any; while that is our own, the one before it, or none when there was
-    // none since this object was made or it has quit.
+    // The frontmost application; if that is this program, the one before it, or nil if that has quit or is
+    // unknown.
     NSRunningApplication *application() const;
 
 private:

@@ -5,7 +5,7 @@
 
 struct MacFrontmost::Memory
 {
-    NSRunningApplication *last = nil; // never our own
+    NSRunningApplication *last = nil; // never this program
     id<NSObject> observation = nil;
 
     void remember(NSRunningApplication *application)

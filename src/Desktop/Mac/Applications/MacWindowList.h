@@ -4,12 +4,12 @@
 #include "Desktop/Mac/MacQueue.h"
 #include "Desktop/Workspace.h"
 
-// The windows on the screen, front to back, as the window server lists them. Main thread. Without the Screen
-// Recording permission the titles of other applications' windows are absent.
+// The windows on the screen, front to back, from the window server. Without the Screen Recording permission,
+// other applications' windows have no titles. Thread: main.
 class MacWindowList
 {
 public:
-    // Bounded; empty when the window server does not answer.
+    // Returns an empty list if the window server doesn't respond in time.
     QCoro::Task<QList<WindowDescription>> onScreenWindows();
 
 private:

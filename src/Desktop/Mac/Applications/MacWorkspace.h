@@ -7,8 +7,8 @@
 #include "Desktop/Mac/MacQueue.h"
 #include "Desktop/Workspace.h"
 
-// The applications as AppKit's workspace knows them; a bundle's location is its path. Main thread, whose
-// event loop keeps the workspace's answers up to date. `clock` and `windowList` outlive this object.
+// Applications through NSWorkspace, whose properties are updated by the main thread's event loop. A bundle's
+// location is its path. `clock` and `windowList` must outlive this object. Thread: main.
 class MacWorkspace : public Workspace
 {
 public:
@@ -22,7 +22,7 @@ public:
     QCoro::Task<bool> isTerminated(RunningApplication application) override;
     QCoro::Task<QList<ApplicationFolder>> applicationFolders() override;
 
-    // None: here the well-known names are those of applications.
+    // Returns nothing: on macOS, the well-known names are application names.
     QCoro::Task<std::optional<ApplicationBundle>> defaultForRole(QString name) override;
 
     QCoro::Task<void> openApplication(ApplicationBundle application) override;
@@ -30,13 +30,13 @@ public:
     QCoro::Task<void> open(QString url, ApplicationBundle application) override;
     QCoro::Task<void> reveal(QString path) override;
 
-    // Whether keys go to this application now; our own window counts as any other.
+    // Whether this application receives the keys; this program counts like any other.
     bool hasKeys(const RunningApplication &application) const;
 
 private:
-    // The one active now, or before our own window; none where there is none but ours.
+    // The active application, or the one active before this program; nothing if unknown.
     std::optional<RunningApplication> activeApplication() const;
-    // Waits until what was opened is in front. Throws PlatformError when it does not come.
+    // Waits until the opened application is in front. Throws PlatformError on timeout.
     QCoro::Task<void> comesForward(ApplicationBundle application, qint64 process);
 
     Clock &m_clock;

@@ -14,7 +14,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// A first start may have the system look the application over, and the user asked about it.
+// On the first start, the system may verify the application and prompt the user.
 constexpr auto openingLimit = 30s;
 
 NSURL *fileUrl(const QString &path)
@@ -29,8 +29,8 @@ NSWorkspaceOpenConfiguration *activatingConfiguration()
     return configuration;
 }
 
-// What a completion handler of the workspace reports. The platform calls the handler on a thread of its own;
-// awaiting the future brings the report to the main thread.
+// The result of a completion handler, which the platform calls on another thread; awaiting the future returns
+// to the main thread.
 class Opening
 {
 public:
@@ -49,8 +49,7 @@ public:
         };
     }
 
-    // The process that has opened. Throws the platform's error; or a sentence of our own when it reports
-    // nothing in time.
+    // Returns the opened process. Throws PlatformError with the platform's message, or on timeout.
     static QCoro::Task<qint64> succeeded(Opening opening, QString name)
     {
         const QFuture<Report> future = opening.m_promise->future();
@@ -74,7 +73,7 @@ private:
     std::shared_ptr<QPromise<Report>> m_promise = std::make_shared<QPromise<Report>>();
 };
 
-// By whatever application opens such addresses; false when it is none.
+// Opens the URL with its default handler; false if it isn't a valid URL.
 bool requestOpening(const QString &url, const Opening &opening)
 {
     NSURL *const address = [NSURL URLWithString:url.toNSString()];
@@ -91,7 +90,7 @@ QString nameOf(const RunningApplication &application)
     return application.localizedName.value_or(u"The application"_s);
 }
 
-// Throws when the application has ended.
+// Throws PlatformError if the application has ended.
 NSRunningApplication *openApplicationFor(const RunningApplication &application)
 {
     NSRunningApplication *const running = MacApplications::running(application.processIdentifier);
@@ -100,8 +99,9 @@ NSRunningApplication *openApplicationFor(const RunningApplication &application)
     return running;
 }
 
-// False when the system refuses at once. From macOS 14 on, one application takes the place over from the
-// other, which has to let it; in the terminal that other one is not we, and nobody asks it.
+// Returns false if the system refuses at once. Since macOS 14, activation is cooperative: the active
+// application must yield. If this program was started from a terminal, the terminal is active and doesn't
+// yield.
 bool requestActivation(NSRunningApplication *application)
 {
     if (@available(macOS 14.0, *)) {
@@ -113,7 +113,7 @@ bool requestActivation(NSRunningApplication *application)
     return [application activateWithOptions:NSApplicationActivateIgnoringOtherApps];
 }
 
-// Whether the application of this process has a place in the Dock, and so in front. One that has ended may
+// Whether the process is a regular application, which can be frontmost. True if it has ended, since it may
 // have handed over to another process.
 bool belongsInFront(qint64 process)
 {
@@ -130,8 +130,8 @@ bool isInFront(const ApplicationBundle &bundle, qint64 process)
     return application.processIdentifier == process || application.bundle == bundle;
 }
 
-// With our window in front and no application active before it, the frontmost application is the one whose
-// window lies behind ours. Windows of programs that are not regular applications (palettes) do not count.
+// The owner of the window behind this program's own, if no other application was active before. Ignores
+// windows of programs that are not regular applications, such as palettes.
 std::optional<RunningApplication> ownerBehindOurs(const QList<WindowDescription> &windows)
 {
     for (const WindowDescription &window : windows) {
@@ -146,7 +146,9 @@ std::optional<RunningApplication> ownerBehindOurs(const QList<WindowDescription>
 
 } // namespace
 
-MacWorkspace::MacWorkspace(Clock &clock, MacWindowList &windowList) : m_clock(clock), m_windowList(windowList) {}
+MacWorkspace::MacWorkspace(Clock &clock, MacWindowList &windowList) : m_clock(clock), m_windowList(windowList)
+{
+}
 
 QCoro::Task<QList<RunningApplication>> MacWorkspace::runningApplications()
 {
@@ -188,7 +190,7 @@ QCoro::Task<void> MacWorkspace::activate(RunningApplication application)
     Foreground::Means means;
     means.hasKeys = [this, target] { return hasKeys(target); };
     means.request = [target] { return requestActivation(openApplicationFor(target)); };
-    // What is refused to us, the system does itself for whoever asks it to open the application.
+    // The system may refuse activation by this program, but activates an application when asked to open it.
     if (target.bundle)
         means.open = [this, target] { return openApplication(*target.bundle); };
     return Foreground::bring(nameOf(target), means, m_clock);
@@ -241,7 +243,7 @@ QCoro::Task<void> MacWorkspace::comesForward(ApplicationBundle application, qint
     means.request = [process] {
         if (NSRunningApplication *opened = MacApplications::running(process))
             requestActivation(opened);
-        return true; // it is on its way even so
+        return true; // the launch activates it in any case
     };
     co_await Foreground::bring(application.displayName, means, m_clock);
 }

@@ -3,12 +3,11 @@
 
 #include "Desktop/Workspace.h"
 
-// What the titles in a list of windows tell about the program's permissions. Pure functions. Takes nothing of
-// macOS.
+// Infers permissions from a list of windows. Pure functions, independent of macOS.
 namespace WindowTitles {
 
-// Whether an application other than the one with this process has a window with a title: macOS gives titles
-// only to who may take pictures of the screen.
+// Whether the list contains the title of another process's application window: macOS omits these without the
+// Screen Recording permission.
 bool includeOthers(const QList<WindowDescription> &windows, qint64 ownProcessIdentifier);
 
 } // namespace WindowTitles

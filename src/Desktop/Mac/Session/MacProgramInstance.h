@@ -5,8 +5,8 @@
 
 #include <memory>
 
-// One running instance, which also answers a click on its icon in the Dock. Main thread; made before the
-// application object, which takes the delegate over that is there by then.
+// The single instance, which also handles a click on its icon in the Dock. Create it before the application
+// object, which adopts the existing delegate. Thread: main.
 class MacProgramInstance : public SocketProgramInstance
 {
     Q_OBJECT

@@ -9,7 +9,7 @@
 
 using namespace Qt::StringLiterals;
 
-// Qt asks the delegate that it has found for whatever that one answers.
+// Qt forwards to an existing delegate the calls that it implements.
 @interface OrvaneApplicationDelegate : NSObject <NSApplicationDelegate>
 @property(nonatomic) std::function<void()> reopened;
 @end
@@ -28,7 +28,7 @@ using namespace Qt::StringLiterals;
 
 struct MacProgramInstance::Delegate
 {
-    // The application keeps only a weak reference.
+    // NSApplication holds a weak reference.
     OrvaneApplicationDelegate *const delegate = [[OrvaneApplicationDelegate alloc] init];
 };
 
@@ -38,7 +38,7 @@ MacProgramInstance::MacProgramInstance()
       m_delegate(std::make_unique<Delegate>())
 {
     m_delegate->delegate.reopened = [this] {
-        // Off the application's back, which waits for the answer.
+        // Deferred, since AppKit waits for the delegate to return.
         QMetaObject::invokeMethod(
             this, [this] { Q_EMIT activated(QString()); }, Qt::QueuedConnection);
     };

@@ -3,7 +3,7 @@
 
 #include "Desktop/Session.h"
 
-// The login session on macOS. Main thread.
+// The login session on macOS. Thread: main.
 class MacSession : public Session
 {
 public:

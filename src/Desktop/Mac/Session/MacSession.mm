@@ -8,7 +8,7 @@
 QCoro::Task<bool> MacSession::isLocked()
 {
     NSDictionary *session = (__bridge_transfer NSDictionary *)CGSessionCopyCurrentDictionary();
-    // Has no value while the screen is not locked.
+    // Absent while the screen is unlocked.
     NSNumber *isLocked = session[@"CGSSessionScreenIsLocked"];
     co_return isLocked.boolValue;
 }

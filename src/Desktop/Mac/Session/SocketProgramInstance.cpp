@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Mac/Session/SocketProgramInstance.h"
 
+#include "Desktop/Deadlines.h"
 #include "Desktop/PlatformError.h"
 
 #include <QCoreApplication>
@@ -21,11 +22,10 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr std::chrono::milliseconds connectionLimit = 2s;
 constexpr std::chrono::milliseconds answerLimit = 3s;
 constexpr int attempts = 3;
 
-// What goes through the socket: one letter each way.
+// The protocol: one letter in each direction.
 constexpr char activateLetter = 'a';
 constexpr char toggleLetter = 't';
 
@@ -49,8 +49,7 @@ SocketProgramInstance::~SocketProgramInstance()
 
 QCoro::Task<InstanceStanding> SocketProgramInstance::claim(InstanceRequest request)
 {
-    // What is under way may hold up the end for a while, and nobody answers then: another start need not wait
-    // for it.
+    // Shutdown may take a while without an event loop; a new start need not wait for it.
     connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this,
             &SocketProgramInstance::leave);
     for (int attempt = 0; attempt < attempts; ++attempt) {
@@ -59,11 +58,11 @@ QCoro::Task<InstanceStanding> SocketProgramInstance::claim(InstanceRequest reque
         const Delivery delivery = co_await deliver(request);
         if (delivery == Delivery::Taken)
             co_return InstanceStanding::Later;
-        // Asked twice, an instance that is only slow would do it twice.
+        // Don't repeat the request: a slow instance would carry it out twice.
         if (delivery == Delivery::Unanswered)
             break;
     }
-    // It may have ended instead of answering.
+    // The instance may have ended instead of replying.
     if (becomeFirst())
         co_return InstanceStanding::First;
     throw PlatformError(u"Orvane is already running, but doesn't answer."_s);
@@ -76,10 +75,10 @@ bool SocketProgramInstance::becomeFirst()
         const QByteArray path = QFile::encodeName(m_folder + u"/instance.lock"_s);
         m_lock = open(path.constData(), O_RDWR | O_CREAT | O_CLOEXEC, S_IRUSR | S_IWUSR);
     }
-    // Where nothing can be locked, instances cannot know of each other.
+    // If locking fails for any other reason, instances can't detect each other.
     if (m_lock != -1 && flock(m_lock, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK)
         return false;
-    // Left by a process that could not clear up.
+    // A crashed process leaves its socket behind.
     QLocalServer::removeServer(socketIn(m_folder));
     m_server.listen(socketIn(m_folder));
     return true;
@@ -101,7 +100,7 @@ QCoro::Task<SocketProgramInstance::Delivery> SocketProgramInstance::deliver(Inst
     auto asynchronous = qCoro(socket);
     socket.connectToServer(socketIn(m_folder));
     if (socket.state() == QLocalSocket::ConnectingState)
-        co_await asynchronous.waitForConnected(connectionLimit);
+        co_await asynchronous.waitForConnected(Deadlines::answer);
     if (socket.state() != QLocalSocket::ConnectedState)
         co_return Delivery::Refused;
     socket.putChar(request == InstanceRequest::Toggle ? toggleLetter : activateLetter);
@@ -123,7 +122,7 @@ void SocketProgramInstance::answer(QLocalSocket &start)
     char letter = 0;
     if (!start.getChar(&letter))
         return;
-    // What is asked for may take longer than the other process waits.
+    // Reply first: the request may take longer than the other process waits.
     start.putChar(letter);
     start.flush();
     if (letter == activateLetter)

@@ -5,15 +5,15 @@
 
 #include <QLocalServer>
 
-// One running instance a user, by a locked file, and a local socket beside it through which later starts hand
-// over what they want. The lock goes with its process, however that ends. Knows no tokens, since desktops
-// with an activation of their own need none. Main thread.
+// A single instance per user, ensured by a file lock. A local socket next to the file receives the requests
+// of later starts. The lock ends with its process, however that ends. There are no activation tokens. Thread:
+// main.
 class SocketProgramInstance : public ProgramInstance
 {
     Q_OBJECT
 
 public:
-    // Keeps both in `folder`, which is made when it is missing; every start has to name the same one.
+    // Creates lock and socket in `folder`, which is created if missing. Every start must use the same folder.
     explicit SocketProgramInstance(const QString &folder);
     ~SocketProgramInstance() override;
     SocketProgramInstance(const SocketProgramInstance &) = delete;

@@ -13,7 +13,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// The flags that cross the seam are the platform's own.
+// EventFlag values equal the platform's.
 static_assert(static_cast<CGEventFlags>(EventFlag::Command) == kCGEventFlagMaskCommand);
 static_assert(static_cast<CGEventFlags>(EventFlag::Shift) == kCGEventFlagMaskShift);
 static_assert(static_cast<CGEventFlags>(EventFlag::Alternate) == kCGEventFlagMaskAlternate);
@@ -29,8 +29,7 @@ void postEvent(const EventSource &source, const KeyStroke &stroke, Direction dir
         CGEventCreateKeyboardEvent(source.get(), stroke.virtualKey, direction == Direction::Down));
     if (!event)
         return;
-    // Also where there are none: a new event has those of the keys that are held, and a text with Command is
-    // a shortcut.
+    // Set even if empty: a new event inherits the flags of held keys, and text with Command is a shortcut.
     CGEventSetFlags(event.get(), static_cast<CGEventFlags>(stroke.flags.toInt()));
     if (!stroke.text.isEmpty())
         CGEventKeyboardSetUnicodeString(event.get(), static_cast<UniCharCount>(stroke.text.size()),
@@ -54,7 +53,7 @@ QCoro::Task<void> MacKeyboard::post(QList<KeyStroke> strokes, std::chrono::micro
 {
     if (strokes.isEmpty())
         co_return;
-    // Without the permission, the system takes the keys and drops them.
+    // Without the permission, the system silently drops the keys.
     if (!AXIsProcessTrusted())
         throw PlatformError(u"macOS doesn't let Orvane press keys: allow it in System Settings, Privacy & "
                             "Security, Accessibility."_s);

@@ -5,13 +5,13 @@
 #include "Desktop/Keyboard.h"
 #include "Desktop/Mac/Applications/MacWorkspace.h"
 
-// Keys through the system's event tap for hardware. Main thread. `workspace` and `clock` outlive this object.
+// Sends keys through the HID event tap. `workspace` and `clock` must outlive this object. Thread: main.
 class MacKeyboard : public Keyboard
 {
 public:
     MacKeyboard(MacWorkspace &workspace, Clock &clock);
 
-    // Between two strokes it looks whether the target is still in front, and throws PlatformError if not.
+    // Throws PlatformError if the target loses the focus between two strokes.
     QCoro::Task<void> post(QList<KeyStroke> strokes, std::chrono::microseconds pause,
                            std::optional<RunningApplication> receiver) override;
 

@@ -5,7 +5,7 @@
 
 namespace {
 
-// Where the piece that begins at `start` ends.
+// The end of the piece that begins at `start`.
 qsizetype endOfPiece(const QString &text, qsizetype start, QTextBoundaryFinder &characters)
 {
     const qsizetype limit = start + TypedText::mostUnits;

@@ -3,15 +3,14 @@
 
 #include "Desktop/Keyboard.h"
 
-// Makes the text of key strokes fit into the keyboard events of macOS. Pure functions. Takes nothing of
-// macOS.
+// Splits the text of key strokes to fit into macOS keyboard events. Pure functions, independent of macOS.
 namespace TypedText {
 
-// The most UTF-16 units that arrive of one event's text; macOS drops the others and says nothing.
+// macOS silently drops an event's text beyond this many UTF-16 units.
 inline constexpr qsizetype mostUnits = 20;
 
-// The same strokes, those with a longer text as several. A text is divided between characters as the user
-// sees them; one that does not fit as a whole, between code points.
+// Splits strokes with longer texts into several, between grapheme clusters; a cluster that doesn't fit is
+// split between code points.
 QList<KeyStroke> fitted(const QList<KeyStroke> &strokes);
 
 } // namespace TypedText

@@ -12,7 +12,7 @@ namespace {
 
 constexpr auto timeBetweenLooks = 10ms;
 
-// Whether the application has the keyboard before the time is over.
+// Whether the application gets the keyboard focus in time.
 QCoro::Task<bool> comes(std::function<bool()> hasKeys, Clock &clock)
 {
     for (auto waited = 0ms; waited < Deadlines::focus; waited += timeBetweenLooks) {

@@ -8,21 +8,20 @@
 
 #include <functional>
 
-// Brings an application to the front, by the means that the system offers. Main thread. Takes nothing of
-// macOS.
+// Brings an application to the front. Independent of macOS. Thread: main.
 namespace Foreground {
 
 struct Means
 {
-    std::function<bool()> hasKeys; // whether the application has the keyboard now
-    std::function<bool()> request; // asks for it; false when that is refused at once
-    // Has the system open the application as if the user did; throws PlatformError when it cannot. Empty
-    // where there is nothing to open.
+    std::function<bool()> hasKeys; // whether the application has the keyboard focus
+    std::function<bool()> request; // requests activation; false if refused at once
+    // Opens the application through the system, as the user would; throws PlatformError on failure. Null if
+    // there is nothing to open.
     std::function<QCoro::Task<void>()> open;
 };
 
-// Asks first, and has it opened where nothing comes of that within a time limit. Throws PlatformError when
-// the application, called `name` in its sentence, is still not in front then.
+// Requests activation; if that has no effect within a time limit, opens the application. Throws PlatformError
+// if it still isn't in front; `name` is for that message.
 QCoro::Task<void> bring(QString name, Means means, Clock &clock);
 
 } // namespace Foreground

@@ -5,7 +5,7 @@
 
 #include <memory>
 
-// Light or dark as the application is drawn by AppKit. Main thread, with the application object there.
+// The application's light or dark appearance in AppKit. Needs the application object. Thread: main.
 class MacAppearance : public Appearance
 {
     Q_OBJECT

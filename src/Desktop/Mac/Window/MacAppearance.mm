@@ -18,7 +18,7 @@ bool isApplicationDark()
 
 } // namespace
 
-// Calls a function each time that AppKit draws the application otherwise.
+// Calls a function on every change of the application's appearance.
 @interface OrvaneAppearanceObserver : NSObject
 @property(nonatomic) std::function<void()> changed;
 @end

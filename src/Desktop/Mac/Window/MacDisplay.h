@@ -3,8 +3,8 @@
 
 namespace MacDisplay {
 
-// Whether this process belongs to a login session with a screen; one that came in over the network does not.
-// Needs no application object, and may be called before there is one.
+// Whether this process belongs to a login session with a screen; false for a network login. Doesn't need the
+// application object.
 bool isPresent();
 
 } // namespace MacDisplay

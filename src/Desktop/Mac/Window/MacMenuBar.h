@@ -5,8 +5,8 @@
 
 #include <memory>
 
-// The menus that stand beside the application's own one, which Qt makes. There is but one window, and so no
-// command for a new one. Main thread, with the application object there; nothing else sets a menu bar.
+// The menus besides the application menu, which Qt creates. Has no command for a new window. Needs the
+// application object; nothing else may set a menu bar. Thread: main.
 class MacMenuBar : public MenuBar
 {
     Q_OBJECT

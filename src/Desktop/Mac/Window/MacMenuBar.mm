@@ -11,8 +11,7 @@
 
 namespace {
 
-// The text fields of the window are Qt's and know these commands by their keys only. Qt calls the command key
-// Control.
+// Qt's text fields accept these commands only as keys. Qt calls the Command key Control.
 void sendKey(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
 {
     QWindow *window = QGuiApplication::focusWindow();
@@ -24,7 +23,7 @@ void sendKey(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
 
 } // namespace
 
-// What the items of our menus call.
+// The target of the menu items' actions.
 @interface OrvaneMenuTarget : NSObject
 @property(nonatomic) std::function<void()> historyCleared;
 - (void)clearHistory:(nullable id)sender;
@@ -92,7 +91,7 @@ NSMenu *addMenu(NSMenu *bar, NSString *title)
     return menu;
 }
 
-// An upper-case key is one with Shift. Without a target, the window that the user is in carries it out.
+// An upper-case key implies Shift. Without a target, the key window handles the action.
 void addItem(NSMenu *menu, NSString *title, SEL action, NSString *key, id target = nil)
 {
     [menu addItemWithTitle:title action:action keyEquivalent:key].target = target;
@@ -127,7 +126,7 @@ struct MacMenuBar::Menus
         NSApp.windowsMenu = windowMenu;
     }
 
-    // Menu items keep only weak references, and do nothing when it is gone.
+    // Menu items hold weak references; without a target they do nothing.
     OrvaneMenuTarget *const target = [[OrvaneMenuTarget alloc] init];
 };
 

@@ -5,8 +5,7 @@
 
 #include <memory>
 
-// Keeps App Nap away while the program is at work. The computer may go to sleep all the same when the user is
-// away. Main thread.
+// Prevents App Nap while the program is working. The idle computer may still sleep. Thread: main.
 class MacProgramActivity : public ProgramActivity
 {
 public:
@@ -20,5 +19,5 @@ public:
 
 private:
     struct Activity;
-    std::unique_ptr<Activity> m_activity; // while one is under way
+    std::unique_ptr<Activity> m_activity; // null while idle
 };

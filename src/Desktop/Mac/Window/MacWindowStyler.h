@@ -4,8 +4,8 @@
 #include "Desktop/Mac/Applications/MacActivation.h"
 #include "Desktop/Shell/WindowStyler.h"
 
-// The window in AppKit: an ordinary window whose title bar cannot be seen, over the material that blurs what
-// lies behind it. Main thread, with the application object there.
+// Styles the window through AppKit: an ordinary window with an invisible title bar, over a material that
+// blurs the background. Needs the application object. Thread: main.
 class MacWindowStyler : public WindowStyler
 {
     Q_OBJECT

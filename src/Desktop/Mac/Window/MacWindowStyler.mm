@@ -11,7 +11,7 @@
 #include <AppKit/AppKit.h>
 #include <objc/runtime.h>
 
-// The material behind the window's content, told from other views by its class.
+// The material behind the window's content; a class of its own so that it can be found.
 @interface OrvaneMaterialView : NSVisualEffectView
 @end
 
@@ -22,7 +22,7 @@ namespace {
 
 NSView *viewOf(const QWindow &window)
 {
-    // What Qt gives as the window's identifier is its view, which Qt goes on owning.
+    // On macOS, winId() is an NSView owned by Qt.
     return (__bridge NSView *)reinterpret_cast<void *>(window.winId());
 }
 
@@ -31,8 +31,8 @@ BOOL answerNo(id, SEL)
     return NO;
 }
 
-// A view that is not opaque counts as background by which the window is moved, with all the controls in it.
-// Which part of ours is background, its views know.
+// AppKit treats a non-opaque view as window background, so dragging any of its controls would move the
+// window. The QML views handle dragging themselves.
 void keepControlsFromMovingTheWindow(NSView *view)
 {
     SEL const question = @selector(mouseDownCanMoveWindow);
@@ -46,11 +46,11 @@ bool isFullScreen(NSWindow *window)
     return window.styleMask & NSWindowStyleMaskFullScreen;
 }
 
-// The window comes to where the user is, not the user to the window: to the Space that is shown, also if that
-// belongs to another application in full screen. For that it must not want a Space of its own.
+// Makes the window appear on the active Space, even if that belongs to a full-screen application. This
+// excludes a full-screen Space of its own.
 void followTheUser(NSWindow *window)
 {
-    // What it is in a Space of its own is not to be taken from it there.
+    // Don't change a full-screen window's behaviour.
     if (isFullScreen(window))
         return;
     NSWindowCollectionBehavior behavior = window.collectionBehavior;
@@ -85,9 +85,8 @@ NSVisualEffectView *materialIn(NSView *frame)
     return material;
 }
 
-// Behind the view, since whatever lies in it would be drawn over what Qt draws. A view that is there already
-// is only put in its place again: when the style changes, AppKit puts the views of a window's frame in order
-// anew.
+// Adds the material as a sibling: a subview would cover Qt's content. An existing material is moved back into
+// place, since AppKit reorders the frame's views when the style changes.
 void putMaterialBehind(NSView *view)
 {
     NSView *const frame = view.superview;
@@ -105,7 +104,7 @@ void dress(const QWindow &window)
     putMaterialBehind(view);
 }
 
-// AppKit centres a window on the screen that it is on.
+// Needed because AppKit centres a window on its current screen.
 void moveToScreenOfPointer(QWindow &window)
 {
     const QScreen *screen = QGuiApplication::screenAt(QCursor::pos());
@@ -122,17 +121,18 @@ MacWindowStyler::MacWindowStyler()
 
 void MacWindowStyler::style(QWindow &window)
 {
-    // A window without a frame would have neither buttons nor shadow.
+    // A frameless window would have neither buttons nor a shadow.
     window.setFlag(Qt::FramelessWindowHint, false);
     QSurfaceFormat format = window.requestedFormat();
     format.setAlphaBufferSize(8);
     window.setFormat(format);
     const auto dressThis = [&window] { dress(window); };
-    new StylingKeeper(window, dressThis); // belongs to the window
+    new StylingKeeper(window, dressThis); // owned by the window
     window.create();
 }
 
-void MacWindowStyler::bringForward(QWindow &window, const QString & /* activation takes no token here */)
+void MacWindowStyler::bringForward(QWindow &window,
+                                   const QString & /* unused: macOS has no activation tokens */)
 {
     m_activation.request();
     moveToScreenOfPointer(window);

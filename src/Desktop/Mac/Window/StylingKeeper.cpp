@@ -23,12 +23,12 @@ bool StylingKeeper::eventFilter(QObject *watched, QEvent *event)
             style();
         break;
     case QEvent::WindowStateChange:
-        // Qt tells of the change after it has set its own style; later is for what it still does then.
+        // Qt sends this event after setting its own style; the deferred call covers later changes.
         style();
         styleLater();
         break;
     case QEvent::Show:
-        // Told of before the native window is shown.
+        // Sent before the native window is shown.
         styleLater();
         break;
     default:

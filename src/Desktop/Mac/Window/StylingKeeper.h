@@ -7,16 +7,15 @@
 
 class QWindow;
 
-// Keeps a styling on a window's native side, beside what Qt sets there. Qt makes the native window, and sets
-// its own style on it again whenever the window's state changes, as when it goes to full screen and comes
-// back. Main thread. Takes nothing of macOS.
+// Keeps a native window styled. Qt creates the native window, and resets its style whenever the window's
+// state changes, for example on entering and leaving full screen. Independent of macOS. Thread: main.
 class StylingKeeper : public QObject
 {
     Q_OBJECT
 
 public:
-    // Belongs to the window. `style` is called, only while there is a native window, at once and whenever the
-    // styling may be gone; so it may find its work done.
+    // Owned by the window. Calls `style` at once and whenever the styling may have been lost, but only while
+    // there is a native window; so `style` must be idempotent.
     StylingKeeper(QWindow &window, std::function<void()> style);
 
     bool eventFilter(QObject *watched, QEvent *event) override;

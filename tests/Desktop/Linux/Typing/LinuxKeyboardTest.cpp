@@ -3,6 +3,7 @@
 #include "Desktop/Linux/LinuxBench.h"
 #include "Desktop/Linux/Typing/X11Keyboard.h"
 #include "Desktop/Linux/Typing/X11Typist.h"
+#include "Desktop/Linux/X11/Xkb.h"
 #include "Support/Awaited.h"
 
 #include <QAbstractNativeEventFilter>
@@ -11,11 +12,6 @@
 #include <QRasterWindow>
 #include <QTemporaryDir>
 #include <QTest>
-
-// The header uses a C++ keyword as a name.
-#define explicit explicitly
-#include <xcb/xkb.h>
-#undef explicit
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;

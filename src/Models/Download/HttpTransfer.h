@@ -44,7 +44,7 @@ private:
     void refuse(int status);
     void takeWhole(const ResponseHead &head);
     void takeRest(const ResponseHead &head);
-    bool isAnswerAsExpected(const ResponseHead &head);
+    bool beginBody(const ResponseHead &head);
     void sendWithoutRange();
     void takeBody();
     void cutOff();
@@ -68,6 +68,7 @@ private:
         [this] { m_delegate.downloadProgressed(m_task, m_partial->size(), m_expected.size()); }};
     bool m_continuing = false;
     bool m_receiving = false;
+    bool m_isEndKnown = false; // the response has announced its size
     int m_redirects = 0;
     ExpectedContent m_expected;
 };

@@ -10,11 +10,15 @@
 #include <QProcess>
 #include <QRandomGenerator>
 #include <QSet>
+#include <QTcpServer>
+#include <QTcpSocket>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QThread>
 
 #include <atomic>
 #include <csignal>
+#include <future>
 #include <memory>
 
 #include <sys/resource.h>
@@ -50,6 +54,50 @@ QByteArray sha256(const QByteArray &content)
     return QCryptographicHash::hash(content, QCryptographicHash::Sha256);
 }
 
+// Closes every connection in the middle of the body, on a thread of its own: the end arrives together with
+// the last bytes, as from a server on another computer.
+class AbruptServer
+{
+public:
+    AbruptServer()
+    {
+        m_thread->start();
+        m_port = m_listening.get_future().get();
+    }
+
+    ~AbruptServer()
+    {
+        m_isOver = true;
+        m_thread->wait();
+    }
+
+    QUrl url(const QString &path) const { return QUrl(u"http://127.0.0.1:%1%2"_s.arg(m_port).arg(path)); }
+
+private:
+    void serve()
+    {
+        QTcpServer listener;
+        listener.listen(QHostAddress::LocalHost);
+        m_listening.set_value(listener.serverPort());
+        while (!m_isOver) {
+            if (!listener.waitForNewConnection(50))
+                continue;
+            const std::unique_ptr<QTcpSocket> client(listener.nextPendingConnection());
+            client->waitForReadyRead();
+            client->write("HTTP/1.1 200 OK\r\nConnection: close\r\nContent-Length: 300000\r\n\r\n");
+            client->write(QByteArray(firstPart, 'x'));
+            client->disconnectFromHost();
+            if (client->state() != QAbstractSocket::UnconnectedState)
+                client->waitForDisconnected();
+        }
+    }
+
+    std::promise<quint16> m_listening; // of the port
+    quint16 m_port = 0;
+    std::atomic<bool> m_isOver = false;
+    std::unique_ptr<QThread> m_thread{QThread::create([this] { serve(); })};
+};
+
 } // namespace
 
 // Downloads over real HTTP from a local server.
@@ -80,6 +128,7 @@ private Q_SLOTS:
     void destructionMidwayLeavesThePartWithoutACallback();
 
     void droppedConnectionFailsAndIsResumed();
+    void everyDroppedConnectionIsReportedAsLost();
     void resumesByDateWhenThereIsNoTag();
     void withoutATagOrADateItStartsOver();
     void weakTagStartsOver();
@@ -392,6 +441,17 @@ void HttpDownloadSessionTest::destructionMidwayLeavesThePartWithoutACallback()
     download();
     QCOMPARE(requestHeader(1, "range"), "bytes=100000-");
     QCOMPARE(m_delegate->record().content, someContent());
+}
+
+// The HTTP library reports some of them as a regular end.
+void HttpDownloadSessionTest::everyDroppedConnectionIsReportedAsLost()
+{
+    AbruptServer server;
+    for (int round = 1; round <= 100; ++round) {
+        m_session->start({server.url(u"/model%1.gguf"_s.arg(round)), 0});
+        QTRY_COMPARE(m_delegate->endCount(), round);
+        QCOMPARE(m_delegate->lastMessage(), u"The connection was lost during the download."_s);
+    }
 }
 
 void HttpDownloadSessionTest::droppedConnectionFailsAndIsResumed()

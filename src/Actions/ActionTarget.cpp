@@ -16,7 +16,7 @@ QCoro::Task<std::optional<ActionTarget::Control>> controlIn(RunningApplication a
                                                             Desktop desktop)
 {
     const std::shared_ptr<AccessibilityTree> tree =
-        co_await desktop.accessibility.applicationTree(application.processIdentifier);
+        co_await desktop.accessibility.applicationTree(application);
     co_return co_await Controls::findControl(tree, label);
 }
 

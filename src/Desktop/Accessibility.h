@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "Desktop/Workspace.h"
+
 #include <QCoroTask>
 #include <QList>
 #include <QString>
@@ -64,7 +66,8 @@ public:
     // and waits for it, a few seconds at most.
     virtual QCoro::Task<void> requestTrust() = 0;
 
-    // Returns the tree of the application with this process identifier. Throws PlatformError if it has none;
-    // the message tells the user what to do.
-    virtual QCoro::Task<std::shared_ptr<AccessibilityTree>> applicationTree(qint64 processIdentifier) = 0;
+    // Returns the application's tree, without the windows of other applications in the same process. Throws
+    // PlatformError if it has none; the message tells the user what to do.
+    virtual QCoro::Task<std::shared_ptr<AccessibilityTree>>
+    applicationTree(RunningApplication application) = 0;
 };

@@ -33,8 +33,8 @@ struct ApplicationNames
 struct RunningApplication
 {
     qint64 processIdentifier = 0;
-    std::optional<QString> localizedName;
-    std::optional<ApplicationBundle> bundle;
+    std::optional<QString> localizedName = {};
+    std::optional<ApplicationBundle> bundle = {};
     // False for background and menu-bar-only processes, which users don't regard as applications.
     bool isRegular = true;
     // Distinguishes several applications in one process, for the backend only; empty if the process is one

@@ -30,7 +30,7 @@ private:
         RecordingJournal journal;
         RecordingAccessibility accessibility(journal);
         accessibility.trees.insert(1, recorded);
-        const auto tree = Awaited::result(accessibility.applicationTree(1));
+        const auto tree = Awaited::result(accessibility.applicationTree({1}));
         QList<int> order;
         const WalkVisitor visitor = [&order, stopAfter](AccessibilityElement element,
                                                         const AccessibilityAttributes &) {
@@ -103,7 +103,7 @@ void AccessibilityWalkTest::aTreeIsReadALevelAtATime()
             recorded.add(group, {u"AXButton"_s, u"x"_s});
     }
     accessibility.trees.insert(1, recorded);
-    const auto tree = Awaited::result(accessibility.applicationTree(1));
+    const auto tree = Awaited::result(accessibility.applicationTree({1}));
     const WalkVisitor visitor = [](AccessibilityElement, const AccessibilityAttributes &) {
         return WalkStep::Continue;
     };
@@ -149,7 +149,7 @@ void AccessibilityWalkTest::aHugeLevelIsReadAsFarAsTheBudgetGoes()
     for (int i = 0; i < 100'000; ++i)
         recorded.add(0, {u"AXButton"_s, u"x"_s});
     accessibility.trees.insert(1, recorded);
-    const auto tree = Awaited::result(accessibility.applicationTree(1));
+    const auto tree = Awaited::result(accessibility.applicationTree({1}));
     const WalkVisitor visitor = [](AccessibilityElement, const AccessibilityAttributes &) {
         return WalkStep::Continue;
     };

@@ -3,7 +3,33 @@
 // toolkit are tested in matrix/.
 #include "applications/support/DesktopTest.h"
 
+#include <QProcess>
+
 using namespace Qt::StringLiterals;
+
+namespace {
+
+bool bringForward(quint32 window)
+{
+    Screen::requestFocus(window);
+    const auto isActive = [window] {
+        const auto active = Screen::activeWindow();
+        return active && active->identifier == window;
+    };
+    return QTest::qWaitFor(isActive, PrivateDesktop::patience);
+}
+
+// Makes the window another application of the same process.
+bool separate(quint32 window)
+{
+    const QStringList arguments{
+        u"-id"_s,      QString::number(window), u"-remove"_s, u"_GTK_APPLICATION_ID"_s,
+        u"-f"_s,       u"WM_CLASS"_s,           u"8s"_s,      u"-set"_s,
+        u"WM_CLASS"_s, u"suite-calc"_s};
+    return QProcess::execute(u"xprop"_s, arguments) == 0;
+}
+
+} // namespace
 
 class ControlsTest : public DesktopTest
 {
@@ -16,6 +42,7 @@ private Q_SLOTS:
     void answersADialog();
     void aDialogOfAMenuIsReadAndAnswered();
     void ofTwoEqualWindowsTheOneInFrontIsMeant();
+    void anApplicationOfASuiteHasOnlyItsOwnControls();
     void closeInADialogInFrontIsTheDialogs();
     void saysThatThereIsNoSuchControl();
 
@@ -90,15 +117,6 @@ void ControlsTest::ofTwoEqualWindowsTheOneInFrontIsMeant()
     const Outcome opened = perform("click", {{"label", u"New Window"_s}});
     VERIFY_EFFECT(Screen::windowsOf(m_windowClass).size() == 2, opened);
     const quint32 second = Screen::windowsOf(m_windowClass).value(1).identifier;
-    const auto bringForward = [](quint32 window) {
-        Screen::requestFocus(window);
-        return QTest::qWaitFor(
-            [window] {
-                const auto active = Screen::activeWindow();
-                return active && active->identifier == window;
-            },
-            PrivateDesktop::patience);
-    };
     QVERIFY(bringForward(letter));
     const Outcome saved = perform("click", {{"label", u"Save"_s}});
     VERIFY_EFFECT(PrivateDesktop::read(m_path).startsWith("Dear reader"), saved);
@@ -106,6 +124,29 @@ void ControlsTest::ofTwoEqualWindowsTheOneInFrontIsMeant()
     const Outcome closed = perform("click", {{"label", u"Close"_s}});
     VERIFY_EFFECT(Screen::windowsOf(m_windowClass).size() == 1, closed);
     QCOMPARE(Screen::windowsOf(m_windowClass).value(0).identifier, letter);
+}
+
+// As in an office suite: one process, several applications, each with its own dialogs.
+void ControlsTest::anApplicationOfASuiteHasOnlyItsOwnControls()
+{
+    if (m_windowClass != u"Mousepad"_s)
+        QSKIP("Here each window is a process of its own.");
+    const quint32 letter = Screen::windowsOf(m_windowClass).value(0).identifier;
+    const Outcome opened = perform("click", {{"label", u"New Window"_s}});
+    VERIFY_EFFECT(Screen::windowsOf(m_windowClass).size() == 2, opened);
+    QVERIFY(separate(Screen::windowsOf(m_windowClass).value(1).identifier));
+    const Outcome about = perform("click", {{"label", u"About"_s}});
+    VERIFY_EFFECT(Screen::showsTitle(u"About Mousepad"_s), about);
+    const Outcome controls = perform("read_ui");
+    QVERIFY2(controls.line.contains(u"Credits"_s), qPrintable(controls.line));
+
+    QVERIFY(bringForward(letter));
+    const Outcome othersControl = perform("click", {{"label", u"Credits"_s}});
+    QCOMPARE(othersControl.line, u"Couldn't find a control labelled “Credits”."_s);
+    const Outcome ownControls = perform("read_ui");
+    QVERIFY2(!ownControls.line.contains(u"Credits"_s), qPrintable(ownControls.line));
+    const Outcome saved = perform("click", {{"label", u"Save"_s}});
+    VERIFY_EFFECT(PrivateDesktop::read(m_path).startsWith("Dear reader"), saved);
 }
 
 void ControlsTest::closeInADialogInFrontIsTheDialogs()

@@ -147,7 +147,7 @@ QCoro::Task<std::shared_ptr<AccessibilityTree>> Controls::frontWindowRoot(Action
                                                                           Desktop desktop)
 {
     co_await requireFrontmost(target, desktop);
-    co_return co_await desktop.accessibility.applicationTree(target.frontmost->processIdentifier);
+    co_return co_await desktop.accessibility.applicationTree(*target.frontmost);
 }
 
 QCoro::Task<std::optional<ActionTarget::Control>>

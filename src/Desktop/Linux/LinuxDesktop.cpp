@@ -16,19 +16,20 @@ QCoro::Task<bool> LinuxDesktop::canSendKeys()
     return m_keyboard.canSendKeys();
 }
 
-QCoro::Task<void> LinuxDesktop::activate(qint64 processIdentifier)
+QCoro::Task<void> LinuxDesktop::activate(RunningApplication application)
 {
-    RunningApplication application;
-    application.processIdentifier = processIdentifier;
     return m_workspace.activate(application);
 }
 
-QCoro::Task<bool> LinuxDesktop::strikeKey(qint64 processIdentifier, std::uint16_t virtualKey)
+QCoro::Task<bool> LinuxDesktop::strikeKey(RunningApplication application, std::uint16_t virtualKey)
 {
-    return m_keyboard.strike(virtualKey, processIdentifier);
+    return m_keyboard.strike(virtualKey, application);
 }
 
-QCoro::Task<QStringList> LinuxDesktop::titlesInFront(qint64 processIdentifier)
+QCoro::Task<AtspiTitles> LinuxDesktop::titles(RunningApplication application)
 {
-    return m_workspace.titlesInFront(processIdentifier);
+    const X11Snapshot now = co_await m_workspace.windows();
+    const qint64 process = application.processIdentifier;
+    co_return AtspiTitles{now.titlesInFront(process, application.part),
+                          now.foreignTitles(process, application.part)};
 }

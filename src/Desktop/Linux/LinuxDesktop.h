@@ -27,9 +27,9 @@ public:
 private:
     // AtspiEnvironment, implemented by the other services.
     QCoro::Task<bool> canSendKeys() override;
-    QCoro::Task<void> activate(qint64 processIdentifier) override;
-    QCoro::Task<bool> strikeKey(qint64 processIdentifier, std::uint16_t virtualKey) override;
-    QCoro::Task<QStringList> titlesInFront(qint64 processIdentifier) override;
+    QCoro::Task<void> activate(RunningApplication application) override;
+    QCoro::Task<bool> strikeKey(RunningApplication application, std::uint16_t virtualKey) override;
+    QCoro::Task<AtspiTitles> titles(RunningApplication application) override;
 
     const SessionType m_type = Sessions::typeWith(Sessions::displayServer());
     SystemClock m_clock;

@@ -84,10 +84,10 @@ QCoro::Task<void> RecordingAccessibility::requestTrust()
 }
 
 QCoro::Task<std::shared_ptr<AccessibilityTree>>
-RecordingAccessibility::applicationTree(qint64 processIdentifier)
+RecordingAccessibility::applicationTree(RunningApplication application)
 {
     co_await m_journal.begin(RecordedOperation::ApplicationTree);
     const std::shared_ptr<AccessibilityTree> tree =
-        std::make_shared<RecordingTree>(trees.value(processIdentifier), *this, m_journal);
+        std::make_shared<RecordingTree>(trees.value(application.processIdentifier), *this, m_journal);
     co_return tree;
 }

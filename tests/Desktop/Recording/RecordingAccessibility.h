@@ -44,7 +44,7 @@ public:
     QCoro::Task<bool> isProcessTrusted() override;
     bool isTrustGivenByUser() const override { return trustGivenByUser; }
     QCoro::Task<void> requestTrust() override;
-    QCoro::Task<std::shared_ptr<AccessibilityTree>> applicationTree(qint64 processIdentifier) override;
+    QCoro::Task<std::shared_ptr<AccessibilityTree>> applicationTree(RunningApplication application) override;
 
 private:
     RecordingJournal &m_journal;

@@ -118,7 +118,7 @@ void RecordingDesktopTest::readOperationsAddNoLine()
     QCOMPARE(outcome(desktop.workspace.applicationFolders()), u"done"_s);
     QCOMPARE(outcome(desktop.workspace.defaultForRole(u"mail"_s)), u"done"_s);
     QCOMPARE(outcome(desktop.accessibility.isProcessTrusted()), u"done"_s);
-    QCOMPARE(outcome(desktop.accessibility.applicationTree(5)), u"done"_s);
+    QCOMPARE(outcome(desktop.accessibility.applicationTree({5})), u"done"_s);
     QCOMPARE(outcome(desktop.workspace.snapshot()), u"done"_s);
     QCOMPARE(m_desktop->journal.lines, QStringList());
 }
@@ -194,7 +194,7 @@ void RecordingDesktopTest::severalElementsAreReadAtOnce()
     const int window = recorded.add(0, {u"AXWindow"_s, u"Main"_s});
     const int button = recorded.add(window, {u"AXButton"_s, u"OK"_s, u"d"_s, u"v"_s, u"h"_s});
     m_desktop->accessibility.trees.insert(7, recorded);
-    const auto tree = Awaited::result(m_desktop->accessibility.applicationTree(7));
+    const auto tree = Awaited::result(m_desktop->accessibility.applicationTree({7}));
     const QList<AccessibilityElement> asked{button, tree->root(), window};
     const auto read = Awaited::result(tree->read(asked));
     QCOMPARE(read.size(), 3);
@@ -213,7 +213,7 @@ void RecordingDesktopTest::severalElementsAreReadAtOnce()
 void RecordingDesktopTest::aTreeIsASnapshot()
 {
     m_desktop->accessibility.trees.insert(7, RecordedTree());
-    const auto tree = Awaited::result(m_desktop->accessibility.applicationTree(7));
+    const auto tree = Awaited::result(m_desktop->accessibility.applicationTree({7}));
     m_desktop->accessibility.trees[7].add(0, {u"AXButton"_s, u"New"_s});
     const QList<AccessibilityElement> root{tree->root()};
     QCOMPARE(Awaited::result(tree->read(root)).first().children.size(), 0);
@@ -226,7 +226,7 @@ void RecordingDesktopTest::pressReturnsWhetherTheElementResponds()
     const int unwilling = recorded.add(0, {u"AXButton"_s, std::nullopt, u"No"_s});
     recorded.elements[unwilling].respondsToPress = false;
     m_desktop->accessibility.trees.insert(7, recorded);
-    const auto tree = Awaited::result(m_desktop->accessibility.applicationTree(7));
+    const auto tree = Awaited::result(m_desktop->accessibility.applicationTree({7}));
     QVERIFY(Awaited::result(tree->press(willing)));
     QVERIFY(!Awaited::result(tree->press(unwilling)));
     QCOMPARE(m_desktop->journal.lines, (QStringList{u"press AXButton “Yes”"_s, u"press AXButton “No”"_s}));
@@ -289,7 +289,7 @@ void RecordingDesktopTest::textFromOutsideIsCleaned()
     RecordedTree recorded;
     recorded.add(0, {u"AXButton"_s, foreign, foreign, foreign, foreign});
     m_desktop->accessibility.trees.insert(7, recorded);
-    const auto tree = Awaited::result(desktop.accessibility.applicationTree(7));
+    const auto tree = Awaited::result(desktop.accessibility.applicationTree({7}));
     const QList<AccessibilityElement> button{1};
     const auto read = Awaited::result(tree->read(button));
     QCOMPARE(read.first().title, harmless);
@@ -324,11 +324,11 @@ void RecordingDesktopTest::everyOperationCanFail_data()
     row("reveal", O::Reveal, [](Desktop d) { return outcome(d.workspace.reveal(u"/"_s)); });
     row("trust", O::IsProcessTrusted, [](Desktop d) { return outcome(d.accessibility.isProcessTrusted()); });
     row("ask for trust", O::RequestTrust, [](Desktop d) { return outcome(d.accessibility.requestTrust()); });
-    row("tree", O::ApplicationTree, [](Desktop d) { return outcome(d.accessibility.applicationTree(1)); });
+    row("tree", O::ApplicationTree, [](Desktop d) { return outcome(d.accessibility.applicationTree({1})); });
     row("read", O::ReadElements,
-        [](Desktop d) { return outcome(Awaited::result(d.accessibility.applicationTree(1))->read({0})); });
+        [](Desktop d) { return outcome(Awaited::result(d.accessibility.applicationTree({1}))->read({0})); });
     row("press", O::Press,
-        [](Desktop d) { return outcome(Awaited::result(d.accessibility.applicationTree(1))->press(0)); });
+        [](Desktop d) { return outcome(Awaited::result(d.accessibility.applicationTree({1}))->press(0)); });
     row("keys", O::PostKeys, [](Desktop d) { return outcome(d.keyboard.post({}, 0us, std::nullopt)); });
     row("snapshot", O::Snapshot, [](Desktop d) { return outcome(d.workspace.snapshot()); });
     row("capture", O::Capture, [](Desktop d) { return outcome(d.screenCapture.capture(QString())); });

@@ -92,29 +92,35 @@ LinuxWorkspace::LinuxWorkspace(X11Display &display, BoundedQueue &gio, Clock &cl
 {
 }
 
-QCoro::Task<LinuxWorkspace::Windows> LinuxWorkspace::windows()
+QCoro::Task<LinuxWorkspace::WindowsAndEntries> LinuxWorkspace::windowsAndEntries()
 {
     const X11Snapshot snapshot = co_await m_display.snapshot();
     const QList<DesktopEntry> entries = co_await m_gio.run(&DesktopEntries::all);
-    co_return Windows{LinuxApplications::withParts(snapshot, entries), entries};
+    co_return WindowsAndEntries{LinuxApplications::withParts(snapshot, entries), entries};
 }
 
 QCoro::Task<QList<RunningApplication>> LinuxWorkspace::runningApplications()
 {
-    const Windows now = co_await windows();
+    const WindowsAndEntries now = co_await windowsAndEntries();
     co_return LinuxApplications::running(now.snapshot, now.entries);
 }
 
 QCoro::Task<std::optional<RunningApplication>> LinuxWorkspace::frontmostApplication()
 {
-    const Windows now = co_await windows();
+    const WindowsAndEntries now = co_await windowsAndEntries();
     co_return frontmostOf(now.snapshot, now.entries);
+}
+
+QCoro::Task<X11Snapshot> LinuxWorkspace::windows()
+{
+    const WindowsAndEntries now = co_await windowsAndEntries();
+    co_return now.snapshot;
 }
 
 QCoro::Task<std::optional<X11Window>> LinuxWorkspace::frontmostWindow()
 {
-    const Windows now = co_await windows();
-    const X11Window *window = now.snapshot.frontmost(QCoreApplication::applicationPid());
+    const X11Snapshot now = co_await windows();
+    const X11Window *window = now.frontmost(QCoreApplication::applicationPid());
     if (!window)
         co_return std::nullopt;
     co_return *window;
@@ -122,7 +128,7 @@ QCoro::Task<std::optional<X11Window>> LinuxWorkspace::frontmostWindow()
 
 QCoro::Task<WorkspaceSnapshot> LinuxWorkspace::snapshot()
 {
-    const Windows now = co_await windows();
+    const WindowsAndEntries now = co_await windowsAndEntries();
     WorkspaceSnapshot snapshot;
     snapshot.frontmost = frontmostOf(now.snapshot, now.entries);
     snapshot.windows = described(now.snapshot, now.entries);
@@ -131,7 +137,7 @@ QCoro::Task<WorkspaceSnapshot> LinuxWorkspace::snapshot()
 
 QCoro::Task<void> LinuxWorkspace::activate(RunningApplication application)
 {
-    const Windows now = co_await windows();
+    const WindowsAndEntries now = co_await windowsAndEntries();
     const X11Window *window = now.snapshot.windowToShow(application.processIdentifier, application.part);
     if (!window)
         throw PlatformError(u"%1 has no window any more."_s.arg(application.shownName()));
@@ -139,15 +145,9 @@ QCoro::Task<void> LinuxWorkspace::activate(RunningApplication application)
     co_await m_display.bringForward(shown);
 }
 
-QCoro::Task<QStringList> LinuxWorkspace::titlesInFront(qint64 processIdentifier)
-{
-    const X11Snapshot snapshot = co_await m_display.snapshot();
-    co_return snapshot.titlesInFront(processIdentifier);
-}
-
 QCoro::Task<void> LinuxWorkspace::terminate(RunningApplication application)
 {
-    const Windows now = co_await windows();
+    const WindowsAndEntries now = co_await windowsAndEntries();
     const QList<X11Window> closed =
         now.snapshot.windowsToClose(application.processIdentifier, application.part);
     co_await m_display.close(closed);
@@ -155,7 +155,7 @@ QCoro::Task<void> LinuxWorkspace::terminate(RunningApplication application)
 
 QCoro::Task<bool> LinuxWorkspace::isTerminated(RunningApplication application)
 {
-    const Windows now = co_await windows();
+    const WindowsAndEntries now = co_await windowsAndEntries();
     const qint64 process = application.processIdentifier;
     if (now.snapshot.windowToShow(process, application.part))
         co_return false;
@@ -188,7 +188,7 @@ QCoro::Task<std::optional<ApplicationBundle>> LinuxWorkspace::defaultForRole(QSt
 
 QCoro::Task<void> LinuxWorkspace::openApplication(ApplicationBundle application)
 {
-    const Windows now = co_await windows();
+    const WindowsAndEntries now = co_await windowsAndEntries();
     if (const X11Window *window = LinuxApplications::windowToShow(application, now.snapshot, now.entries)) {
         const X11Window shown = *window;
         co_await m_display.bringForward(shown);

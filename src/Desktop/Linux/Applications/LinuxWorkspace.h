@@ -30,20 +30,20 @@ public:
     QCoro::Task<void> open(QString url, ApplicationBundle application) override;
     QCoro::Task<void> reveal(QString path) override;
 
+    // All windows, with their parts.
+    QCoro::Task<X11Snapshot> windows();
+
     // The frontmost application's window, with its part.
     QCoro::Task<std::optional<X11Window>> frontmostWindow();
 
-    // The title of the application's front window, preceded by those of the modal dialogs that block it.
-    QCoro::Task<QStringList> titlesInFront(qint64 processIdentifier);
-
 private:
     // The windows with their parts, and the desktop entries that determined these.
-    struct Windows
+    struct WindowsAndEntries
     {
         X11Snapshot snapshot;
         QList<DesktopEntry> entries;
     };
-    QCoro::Task<Windows> windows();
+    QCoro::Task<WindowsAndEntries> windowsAndEntries();
 
     X11Display &m_display;
     BoundedQueue &m_gio;

@@ -81,25 +81,27 @@ QCoro::Task<void> AtspiAccessibility::requestTrust()
     co_await bus->enable();
 }
 
-QCoro::Task<std::shared_ptr<AccessibilityTree>> AtspiAccessibility::applicationTree(qint64 processIdentifier)
+QCoro::Task<std::shared_ptr<AccessibilityTree>>
+AtspiAccessibility::applicationTree(RunningApplication application)
 {
     const auto bus = m_bus;
     AtspiEnvironment &environment = m_environment;
     const auto wokenPages = m_wokenPages;
-    const QString processName = Atspi::processName(processIdentifier);
+    const qint64 process = application.processIdentifier;
+    const QString processName = Atspi::processName(process);
     const QDBusConnection connection = co_await bus->connection();
-    const std::optional<AtspiReference> root = co_await Atspi::findApplication(connection, processIdentifier);
+    const std::optional<AtspiReference> root = co_await Atspi::findApplication(connection, process);
     if (!root)
         throw unregistered(processName);
-    const auto application = co_await AtspiApplication::create(connection, *root, processName);
-    application->setPeer(co_await AtspiPeer::open(bus, application));
-    const auto cache = co_await fetchCache(bus, application);
-    if (Atspi::loadsPagesLazily(application->toolkit()) && !wokenPages->contains(root->service)) {
-        if (co_await Atspi::wakePages(application, cache))
+    const auto found = co_await AtspiApplication::create(connection, *root, processName);
+    found->setPeer(co_await AtspiPeer::open(bus, found));
+    const auto cache = co_await fetchCache(bus, found);
+    if (Atspi::loadsPagesLazily(found->toolkit()) && !wokenPages->contains(root->service)) {
+        if (co_await Atspi::wakePages(found, cache))
             wokenPages->insert(root->service);
     }
-    if (co_await Atspi::hidesControls(application, cache))
-        throw hidden(application->name());
-    const QStringList titles = co_await environment.titlesInFront(processIdentifier);
-    co_return std::make_shared<AtspiTree>(application, cache, environment, processIdentifier, titles);
+    if (co_await Atspi::hidesControls(found, cache))
+        throw hidden(found->name());
+    const AtspiTitles titles = co_await environment.titles(application);
+    co_return std::make_shared<AtspiTree>(found, cache, environment, application, titles);
 }

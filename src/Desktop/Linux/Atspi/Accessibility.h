@@ -27,7 +27,7 @@ public:
     bool isTrustGivenByUser() const override { return false; }
     QCoro::Task<void> requestTrust() override;
 
-    QCoro::Task<std::shared_ptr<AccessibilityTree>> applicationTree(qint64 processIdentifier) override;
+    QCoro::Task<std::shared_ptr<AccessibilityTree>> applicationTree(RunningApplication application) override;
 
 private:
     AtspiEnvironment &m_environment;

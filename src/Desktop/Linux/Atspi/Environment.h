@@ -1,12 +1,22 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "Desktop/Workspace.h"
+
 #include <QCoroTask>
 #include <QStringList>
 
 #include <cstdint>
 
-// What AT-SPI needs from the other desktop services. Applications are identified by process. Thread: main.
+// Titles that tell an application's windows apart: AT-SPI knows processes, but neither the order of windows
+// nor which application of the process they belong to.
+struct AtspiTitles
+{
+    QStringList inFront; // see X11Snapshot::titlesInFront
+    QStringList foreign; // see X11Snapshot::foreignTitles
+};
+
+// What AT-SPI needs from the other desktop services. Thread: main.
 class AtspiEnvironment
 {
 public:
@@ -17,12 +27,11 @@ public:
 
     // Gives the application the focus if it doesn't have it; called before every press. Throws PlatformError
     // if the application no longer exists.
-    virtual QCoro::Task<void> activate(qint64 processIdentifier) = 0;
+    virtual QCoro::Task<void> activate(RunningApplication application) = 0;
 
     // Sends a key (a macOS virtual key code) to the application, which must be frontmost. Returns whether it
     // has confirmed handling the key. Throws PlatformError if the key can't be sent.
-    virtual QCoro::Task<bool> strikeKey(qint64 processIdentifier, std::uint16_t virtualKey) = 0;
+    virtual QCoro::Task<bool> strikeKey(RunningApplication application, std::uint16_t virtualKey) = 0;
 
-    // The titles of the application's front windows, frontmost first (see X11Snapshot::titlesInFront).
-    virtual QCoro::Task<QStringList> titlesInFront(qint64 processIdentifier) = 0;
+    virtual QCoro::Task<AtspiTitles> titles(RunningApplication application) = 0;
 };

@@ -2,12 +2,10 @@
 #include "Desktop/Linux/Atspi/Tree.h"
 
 #include "Base/Text.h"
-#include "Desktop/Linux/Atspi/Environment.h"
 #include "Desktop/Linux/Atspi/Press.h"
 #include "Desktop/Linux/Atspi/Workarounds.h"
 
 #include <algorithm>
-#include <numeric>
 #include <optional>
 #include <utility>
 
@@ -21,12 +19,18 @@ std::optional<QString> present(const QString &text)
 // More than a user has open; sorting more isn't worth the calls.
 constexpr qsizetype mostWindows = 128;
 
-qsizetype rankOf(const QString &name, const QStringList &titles)
+// The position of the window's title, or the number of titles if it has none of them.
+qsizetype rankOf(const Atspi::WindowState &window, const QStringList &titles)
 {
-    const auto isNamed = [&name](const QString &title) {
-        return !title.isEmpty() && Text::trimmed(title) == Text::trimmed(name);
+    const auto isNamed = [&window](const QString &title) {
+        return !title.isEmpty() && Text::trimmed(title) == Text::trimmed(window.name);
     };
     return std::find_if(titles.cbegin(), titles.cend(), isNamed) - titles.cbegin();
+}
+
+bool hasTitleIn(const Atspi::WindowState &window, const QStringList &titles)
+{
+    return rankOf(window, titles) < titles.size();
 }
 
 // An application's windows, front windows first.
@@ -37,11 +41,11 @@ struct OrderedWindows
 };
 
 QCoro::Task<OrderedWindows> orderedWindows(std::shared_ptr<AtspiApplication> application,
-                                           QList<AtspiReference> windows, QStringList titles)
+                                           QList<AtspiReference> windows, AtspiTitles titles)
 {
-    OrderedWindows result{windows, false};
-    if (windows.size() < 2 || windows.size() > mostWindows)
-        co_return result;
+    const bool isAlone = windows.size() < 2 && titles.foreign.isEmpty();
+    if (isAlone || windows.isEmpty() || windows.size() > mostWindows)
+        co_return OrderedWindows{windows, false};
     QList<QDBusMessage> calls;
     for (const AtspiReference &window : windows) {
         calls.append(Atspi::getName(window));
@@ -55,19 +59,21 @@ QCoro::Task<OrderedWindows> orderedWindows(std::shared_ptr<AtspiApplication> app
         standings.append({name, Atspi::hasState(replies.at(2 * i + 1), AtspiState::Active)});
     }
     const QList<qsizetype> positions = Atspi::frontFirst(standings, titles);
-    for (qsizetype i = 0; i < positions.size(); ++i)
-        result.windows[i] = windows.at(positions.at(i));
-    result.isFirstInFront = Atspi::isInFront(standings.at(positions.constFirst()), titles);
+    OrderedWindows result;
+    for (const qsizetype position : positions)
+        result.windows.append(windows.at(position));
+    result.isFirstInFront =
+        !positions.isEmpty() && Atspi::isInFront(standings.at(positions.constFirst()), titles);
     co_return result;
 }
 
 } // namespace
 
 AtspiTree::AtspiTree(std::shared_ptr<AtspiApplication> application, std::shared_ptr<const AtspiCache> cache,
-                     AtspiEnvironment &environment, qint64 processIdentifier, QStringList titles)
+                     AtspiEnvironment &environment, RunningApplication owner, AtspiTitles titles)
     : m_application(std::move(application)), m_cache(std::move(cache)),
-      m_outline(std::make_shared<AtspiOutline>()), m_environment(environment),
-      m_processIdentifier(processIdentifier), m_titles(std::move(titles))
+      m_outline(std::make_shared<AtspiOutline>()), m_environment(environment), m_owner(std::move(owner)),
+      m_titles(std::move(titles))
 {
     m_objects.append(Object{m_application->root(), AtspiRole::Invalid});
 }
@@ -126,21 +132,24 @@ QCoro::Task<bool> AtspiTree::press(AccessibilityElement element)
 {
     const auto self = shared_from_this();
     const AtspiReference object = m_objects.at(element).reference;
-    co_await m_environment.activate(m_processIdentifier);
+    co_await m_environment.activate(m_owner);
     const std::optional<bool> byKey =
-        co_await Atspi::pressWithKey(m_application, object, m_environment, m_processIdentifier);
+        co_await Atspi::pressWithKey(m_application, object, m_environment, m_owner);
     if (byKey)
         co_return *byKey;
     co_return co_await Atspi::press(m_application, object);
 }
 
-QList<qsizetype> Atspi::frontFirst(const QList<WindowState> &windows, const QStringList &titles)
+QList<qsizetype> Atspi::frontFirst(const QList<WindowState> &windows, const AtspiTitles &titles)
 {
-    QList<qsizetype> positions(windows.size());
-    std::iota(positions.begin(), positions.end(), 0);
+    QList<qsizetype> positions;
+    for (qsizetype i = 0; i < windows.size(); ++i) {
+        if (!hasTitleIn(windows.at(i), titles.foreign))
+            positions.append(i);
+    }
     const auto isBefore = [&](qsizetype left, qsizetype right) {
-        const qsizetype leftRank = rankOf(windows.at(left).name, titles);
-        const qsizetype rightRank = rankOf(windows.at(right).name, titles);
+        const qsizetype leftRank = rankOf(windows.at(left), titles.inFront);
+        const qsizetype rightRank = rankOf(windows.at(right), titles.inFront);
         if (leftRank != rightRank)
             return leftRank < rightRank;
         return windows.at(left).isActive && !windows.at(right).isActive;
@@ -149,7 +158,7 @@ QList<qsizetype> Atspi::frontFirst(const QList<WindowState> &windows, const QStr
     return positions;
 }
 
-bool Atspi::isInFront(const WindowState &window, const QStringList &titles)
+bool Atspi::isInFront(const WindowState &window, const AtspiTitles &titles)
 {
-    return window.isActive || rankOf(window.name, titles) < titles.size();
+    return window.isActive || hasTitleIn(window, titles.inFront);
 }

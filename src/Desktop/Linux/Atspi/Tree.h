@@ -4,26 +4,24 @@
 #include "Desktop/Accessibility.h"
 #include "Desktop/Linux/Atspi/Application.h"
 #include "Desktop/Linux/Atspi/Bulk.h"
+#include "Desktop/Linux/Atspi/Environment.h"
 #include "Desktop/Linux/Atspi/Reader.h"
 
 #include <QCoroTask>
 #include <QList>
-#include <QStringList>
 
 #include <memory>
 #include <optional>
-
-class AtspiEnvironment;
 
 // The AT-SPI tree of one application. Element handles are indices into the list of objects seen so far. Holds
 // the cache fetched at construction. Thread: main.
 class AtspiTree : public AccessibilityTree, public std::enable_shared_from_this<AtspiTree>
 {
 public:
-    // `environment` must outlive every press. `titles` are those of the application's front windows,
-    // frontmost first; these windows come first among the root's children.
+    // `environment` must outlive every press. The root's children are the application's windows,
+    // those in front first.
     AtspiTree(std::shared_ptr<AtspiApplication> application, std::shared_ptr<const AtspiCache> cache,
-              AtspiEnvironment &environment, qint64 processIdentifier, QStringList titles);
+              AtspiEnvironment &environment, RunningApplication owner, AtspiTitles titles);
 
     AccessibilityElement root() const override { return 0; }
     std::optional<AccessibilityElement> frontWindow() const override { return m_frontWindow; }
@@ -44,8 +42,8 @@ private:
     std::shared_ptr<const AtspiCache> m_cache;
     std::shared_ptr<AtspiOutline> m_outline;
     AtspiEnvironment &m_environment;
-    qint64 m_processIdentifier;
-    QStringList m_titles;
+    RunningApplication m_owner;
+    AtspiTitles m_titles;
     QList<Object> m_objects;
     std::optional<AccessibilityElement> m_frontWindow;
 };
@@ -59,11 +57,11 @@ struct WindowState
     bool isActive = false;
 };
 
-// Sorts the windows and returns their indices: first those with one of the titles, in the order of the
-// titles, then the rest; among equals the active one first, otherwise stable. A pure function.
-QList<qsizetype> frontFirst(const QList<WindowState> &windows, const QStringList &titles);
+// Returns the indices of the application's windows, without foreign ones: first the windows in front, in the
+// order of their titles, then the rest; among equals the active one first, otherwise stable. A pure function.
+QList<qsizetype> frontFirst(const QList<WindowState> &windows, const AtspiTitles &titles);
 
-// Whether the window has one of the titles or is active. A pure function.
-bool isInFront(const WindowState &window, const QStringList &titles);
+// Whether the window has the title of a window in front or is active. A pure function.
+bool isInFront(const WindowState &window, const AtspiTitles &titles);
 
 } // namespace Atspi

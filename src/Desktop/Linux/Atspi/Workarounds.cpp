@@ -108,12 +108,12 @@ QCoro::Task<bool> choose(Application application, AtspiReference item)
 }
 
 QCoro::Task<std::optional<bool>> pressItem(Application application, AtspiReference item,
-                                           AtspiEnvironment &environment, qint64 process)
+                                           AtspiEnvironment &environment, RunningApplication receiver)
 {
     const bool isChosen = co_await choose(application, item);
     if (!isChosen)
         co_return std::nullopt;
-    co_await environment.strikeKey(process, returnKey);
+    co_await environment.strikeKey(receiver, returnKey);
     co_return true;
 }
 
@@ -151,14 +151,14 @@ QCoro::Task<void> returnFocus(Application application, AtspiReference before, At
 }
 
 QCoro::Task<std::optional<bool>> pressButton(Application application, AtspiReference button,
-                                             AtspiEnvironment &environment, qint64 process)
+                                             AtspiEnvironment &environment, RunningApplication receiver)
 {
     const AtspiReference before = co_await focused(application);
     const double windows = co_await windowCount(application);
     const bool hasFocus = co_await takeFocus(application, button);
     if (!hasFocus)
         co_return std::nullopt;
-    const bool isHandled = co_await environment.strikeKey(process, spaceKey);
+    const bool isHandled = co_await environment.strikeKey(receiver, spaceKey);
     // A key still in flight would reach the element that gets the focus back.
     if (before.isNull() || before == button || !isHandled)
         co_return true;
@@ -213,7 +213,7 @@ QList<AtspiReading> readingsOf(const QList<AtspiReference> &objects)
 
 QCoro::Task<std::optional<bool>> Atspi::pressWithKey(std::shared_ptr<AtspiApplication> application,
                                                      AtspiReference object, AtspiEnvironment &environment,
-                                                     qint64 processIdentifier)
+                                                     RunningApplication receiver)
 {
     if (!actsInsideMessages(application->toolkit()))
         co_return std::nullopt;
@@ -225,8 +225,8 @@ QCoro::Task<std::optional<bool>> Atspi::pressWithKey(std::shared_ptr<AtspiApplic
     if (!hasState(states, AtspiState::Sensitive))
         co_return false;
     if (isButton)
-        co_return co_await pressButton(application, object, environment, processIdentifier);
-    co_return co_await pressItem(application, object, environment, processIdentifier);
+        co_return co_await pressButton(application, object, environment, receiver);
+    co_return co_await pressItem(application, object, environment, receiver);
 }
 
 QCoro::Task<bool> Atspi::wakePages(std::shared_ptr<AtspiApplication> application,

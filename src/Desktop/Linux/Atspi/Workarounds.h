@@ -3,6 +3,7 @@
 
 #include "Desktop/Linux/Atspi/Application.h"
 #include "Desktop/Linux/Atspi/Bulk.h"
+#include "Desktop/Workspace.h"
 
 #include <QCoroTask>
 
@@ -23,7 +24,7 @@ namespace Atspi {
 // needs its press action. Throws PlatformError if the key can't be sent.
 QCoro::Task<std::optional<bool>> pressWithKey(std::shared_ptr<AtspiApplication> application,
                                               AtspiReference object, AtspiEnvironment &environment,
-                                              qint64 processIdentifier);
+                                              RunningApplication receiver);
 
 // For Firefox: queries its pages' texts and actions, and polls briefly until there are any. Returns false if
 // there are none, for example without an open page. Needed once per browser process.

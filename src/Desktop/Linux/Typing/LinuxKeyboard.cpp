@@ -74,11 +74,9 @@ QCoro::Task<void> LinuxKeyboard::post(QList<KeyStroke> strokes, std::chrono::mic
     co_await type(strokes, pause, window, finish);
 }
 
-QCoro::Task<bool> LinuxKeyboard::strike(std::uint16_t virtualKey, qint64 receiver)
+QCoro::Task<bool> LinuxKeyboard::strike(std::uint16_t virtualKey, RunningApplication receiver)
 {
-    RunningApplication application;
-    application.processIdentifier = receiver;
-    const X11Window window = co_await target(application);
+    const X11Window window = co_await target(receiver);
     KeyStroke stroke;
     stroke.virtualKey = virtualKey;
     const QList<KeyStroke> strokes{stroke};

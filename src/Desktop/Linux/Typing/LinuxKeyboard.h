@@ -23,9 +23,9 @@ public:
     QCoro::Task<void> post(QList<KeyStroke> strokes, std::chrono::microseconds pause,
                            std::optional<RunningApplication> receiver) override;
 
-    // Presses a key without modifiers in the application with this process. Returns whether the application
-    // confirmed within 200 ms that it has handled the key. Throws like `post`.
-    QCoro::Task<bool> strike(std::uint16_t virtualKey, qint64 receiver);
+    // Presses a key without modifiers in the application, which must be frontmost. Returns whether the
+    // application confirmed within 200 ms that it has handled the key. Throws like `post`.
+    QCoro::Task<bool> strike(std::uint16_t virtualKey, RunningApplication receiver);
 
     // Whether the X server accepts keys from this program.
     QCoro::Task<bool> canSendKeys();

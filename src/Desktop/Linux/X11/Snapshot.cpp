@@ -68,9 +68,9 @@ const X11Window *X11Snapshot::windowToShow(qint64 process, const QString &part) 
     return hidden;
 }
 
-QStringList X11Snapshot::titlesInFront(qint64 process) const
+QStringList X11Snapshot::titlesInFront(qint64 process, const QString &part) const
 {
-    const X11Window *front = windowToShow(process);
+    const X11Window *front = windowToShow(process, part);
     if (!front)
         return {};
     QStringList titles{front->title};
@@ -80,6 +80,18 @@ QStringList X11Snapshot::titlesInFront(qint64 process) const
             titles.prepend(window.title);
     }
     return titles;
+}
+
+QStringList X11Snapshot::foreignTitles(qint64 process, const QString &part) const
+{
+    QStringList own;
+    QStringList foreign;
+    for (const X11Window &window : windows) {
+        if (window.process == process)
+            (window.isOf(process, part) ? own : foreign).append(window.title);
+    }
+    foreign.removeIf([&own](const QString &title) { return own.contains(title); });
+    return foreign;
 }
 
 QList<X11Window> X11Snapshot::windowsToClose(qint64 process, const QString &part) const

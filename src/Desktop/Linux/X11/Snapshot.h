@@ -70,7 +70,10 @@ struct X11Snapshot
     const X11Window *windowToShow(qint64 process, const QString &part = {}) const;
 
     // The title of the application's front window, preceded by those of the modal dialogs that block it.
-    QStringList titlesInFront(qint64 process) const;
+    QStringList titlesInFront(qint64 process, const QString &part = {}) const;
+
+    // The titles that only the process's other applications have; none if `part` is empty.
+    QStringList foreignTitles(qint64 process, const QString &part) const;
 
     // The windows to close to quit the application: its main windows, or the others if it has none.
     QList<X11Window> windowsToClose(qint64 process, const QString &part = {}) const;

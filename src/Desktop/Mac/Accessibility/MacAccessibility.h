@@ -23,7 +23,7 @@ public:
     // The system shows a prompt; doesn't wait for the answer.
     QCoro::Task<void> requestTrust() override;
 
-    QCoro::Task<std::shared_ptr<AccessibilityTree>> applicationTree(qint64 processIdentifier) override;
+    QCoro::Task<std::shared_ptr<AccessibilityTree>> applicationTree(RunningApplication application) override;
 
 private:
     Activate m_activate;

@@ -38,16 +38,16 @@ QCoro::Task<void> MacAccessibility::requestTrust()
     co_return;
 }
 
-QCoro::Task<std::shared_ptr<AccessibilityTree>> MacAccessibility::applicationTree(qint64 processIdentifier)
+QCoro::Task<std::shared_ptr<AccessibilityTree>>
+MacAccessibility::applicationTree(RunningApplication application)
 {
-    NSRunningApplication *application = MacApplications::running(processIdentifier);
-    if (!application)
+    const qint64 process = application.processIdentifier;
+    NSRunningApplication *running = MacApplications::running(process);
+    if (!running)
         throw PlatformError(u"The application has quit."_s);
-    const QString name = MacApplications::described(application).localizedName.value_or(u"The application"_s);
+    const QString name = MacApplications::described(running).localizedName.value_or(u"The application"_s);
     const auto root = CoreFoundationReference<AXUIElementRef>::adopted(
-        AXUIElementCreateApplication(static_cast<pid_t>(processIdentifier)));
-    const auto activateThis = [activate = m_activate, processIdentifier] {
-        return activate(processIdentifier);
-    };
+        AXUIElementCreateApplication(static_cast<pid_t>(process)));
+    const auto activateThis = [activate = m_activate, process] { return activate(process); };
     co_return std::make_shared<MacAccessibilityTree>(root, name, m_queue, activateThis);
 }

@@ -22,7 +22,8 @@ void end(QProcess *process)
 QCoro::Task<AtspiBench::Tree> treeOrNone(AtspiAccessibility *accessibility, qint64 processIdentifier)
 {
     try {
-        co_return co_await accessibility->applicationTree(processIdentifier);
+        const RunningApplication application{processIdentifier};
+        co_return co_await accessibility->applicationTree(application);
     } catch (const PlatformError &) {
         co_return AtspiBench::Tree();
     }
@@ -30,7 +31,7 @@ QCoro::Task<AtspiBench::Tree> treeOrNone(AtspiAccessibility *accessibility, qint
 
 } // namespace
 
-QCoro::Task<bool> AtspiBench::strikeKey(qint64 processIdentifier, std::uint16_t virtualKey)
+QCoro::Task<bool> AtspiBench::strikeKey(RunningApplication application, std::uint16_t virtualKey)
 {
     if (!m_keyboard)
         m_keyboard = std::make_unique<RealKeyboard>();
@@ -39,14 +40,14 @@ QCoro::Task<bool> AtspiBench::strikeKey(qint64 processIdentifier, std::uint16_t 
     bool isInFront = false;
     while (!isInFront && !waiting.hasExpired(patience)) {
         const X11Snapshot snapshot = co_await m_keyboard->display.snapshot();
-        isInFront = snapshot.active() && snapshot.active()->process == processIdentifier;
+        isInFront = snapshot.active() && snapshot.active()->process == application.processIdentifier;
     }
-    co_return co_await m_keyboard->keyboard.strike(virtualKey, processIdentifier);
+    co_return co_await m_keyboard->keyboard.strike(virtualKey, application);
 }
 
-QCoro::Task<QStringList> AtspiBench::titlesInFront(qint64)
+QCoro::Task<AtspiTitles> AtspiBench::titles(RunningApplication)
 {
-    co_return QStringList();
+    co_return AtspiTitles();
 }
 
 QCoro::Task<bool> AtspiBench::canSendKeys()
@@ -54,9 +55,9 @@ QCoro::Task<bool> AtspiBench::canSendKeys()
     co_return hasKeys;
 }
 
-QCoro::Task<void> AtspiBench::activate(qint64 processIdentifier)
+QCoro::Task<void> AtspiBench::activate(RunningApplication application)
 {
-    activations.append(processIdentifier);
+    activations.append(application.processIdentifier);
     co_return;
 }
 

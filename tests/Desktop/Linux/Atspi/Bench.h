@@ -50,10 +50,10 @@ public:
     bool press(const QProcess &program, const QString &role, const QString &label);
 
     QCoro::Task<bool> canSendKeys() override;
-    QCoro::Task<void> activate(qint64 processIdentifier) override; // only records it
+    QCoro::Task<void> activate(RunningApplication application) override; // only records it
     // Waits until the application is frontmost, then sends a real key.
-    QCoro::Task<bool> strikeKey(qint64 processIdentifier, std::uint16_t virtualKey) override;
-    QCoro::Task<QStringList> titlesInFront(qint64 processIdentifier) override;
+    QCoro::Task<bool> strikeKey(RunningApplication application, std::uint16_t virtualKey) override;
+    QCoro::Task<AtspiTitles> titles(RunningApplication application) override;
 
     // The message of the task's PlatformError; empty if it succeeds.
     template <typename Result>

@@ -90,7 +90,7 @@ void AtspiBusTest::aLostBusIsReported()
     QTRY_COMPARE_WITH_TIMEOUT(AtspiBench::errorOf(AtspiBench::walk(tree)),
                               u"The desktop's accessibility service has stopped."_s, AtspiBench::patience);
     // The launcher may start a new bus, without the application, or exit with the old one.
-    QVERIFY(!AtspiBench::errorOf(m_bench.accessibility.applicationTree(editor->processId())).isEmpty());
+    QVERIFY(!AtspiBench::errorOf(m_bench.accessibility.applicationTree({editor->processId()})).isEmpty());
 }
 
 void AtspiBusTest::aRestartedBusIsFound()

@@ -58,7 +58,7 @@ void AtspiFaultTest::aHungApplicationIsNamed()
     QVERIFY(m_bench.waitForLabel(*process, u"AXButton"_s, u"Undo"_s));
     QVERIFY(Freezing::freeze(process->processId()));
     const StandstillWatch watch;
-    const QString error = AtspiBench::errorOf(m_bench.accessibility.applicationTree(process->processId()));
+    const QString error = AtspiBench::errorOf(m_bench.accessibility.applicationTree({process->processId()}));
     QVERIFY2(error.endsWith(u"” isn't responding."_s), qPrintable(error));
     // The kernel truncates long process names.
     QVERIFY2(error.startsWith(u"“"_s + program.first(8)), qPrintable(error));

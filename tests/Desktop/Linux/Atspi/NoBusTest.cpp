@@ -34,7 +34,7 @@ void AtspiNoBusTest::theErrorSaysWhatToDo()
 {
     const QString sentence = u"The desktop's accessibility service can't be reached. Install at-spi2-core, "
                              "then log in again."_s;
-    QCOMPARE(AtspiBench::errorOf(m_bench.accessibility.applicationTree(1)), sentence);
+    QCOMPARE(AtspiBench::errorOf(m_bench.accessibility.applicationTree({1})), sentence);
     QCOMPARE(AtspiBench::errorOf(m_bench.accessibility.requestTrust()), sentence);
 }
 

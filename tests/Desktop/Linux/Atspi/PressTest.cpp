@@ -128,7 +128,7 @@ void AtspiPressTest::anApplicationRespondsDuringAMenuItemsDialog()
     QVERIFY(m_bench.waitForLabel(*editor, u"AXMenuItem"_s, u"Open..."_s));
     QVERIFY(m_bench.press(*editor, u"AXMenuItem"_s, u"Open..."_s));
     QVERIFY(m_bench.waitForLabel(*editor, u"AXButton"_s, u"Cancel"_s));
-    Awaited::result(m_bench.strikeKey(editor->processId(), tabKey));
+    Awaited::result(m_bench.strikeKey({editor->processId()}, tabKey));
     QVERIFY(m_bench.press(*editor, u"AXButton"_s, u"Cancel"_s));
     QTRY_COMPARE_WITH_TIMEOUT(windows(*editor), 1, AtspiBench::patience);
 }
@@ -145,7 +145,7 @@ void AtspiPressTest::anApplicationRespondsDuringAButtonsDialog()
     const auto pressesSave = [&] { return m_bench.press(*editor, u"AXButton"_s, u"Save"_s); };
     QVERIFY(QTest::qWaitFor(pressesSave, AtspiBench::patience));         // disabled until the folder is read
     QVERIFY(m_bench.waitForLabel(*editor, u"AXButton"_s, u"Replace"_s)); // it prompts, since the file exists
-    Awaited::result(m_bench.strikeKey(editor->processId(), tabKey));
+    Awaited::result(m_bench.strikeKey({editor->processId()}, tabKey));
     QVERIFY(m_bench.press(*editor, u"AXButton"_s, u"Replace"_s));
     QTRY_COMPARE_WITH_TIMEOUT(windows(*editor), 1, AtspiBench::patience);
 }
@@ -155,11 +155,11 @@ void AtspiPressTest::aButtonLeavesTheFocusWhereItWas()
     const auto editor = m_bench.start(u"mousepad"_s);
     QVERIFY(m_bench.waitForLabel(*editor, u"AXMenuItem"_s, u"Toolbar"_s));
     QVERIFY(m_bench.press(*editor, u"AXMenuItem"_s, u"Toolbar"_s));
-    Awaited::result(m_bench.strikeKey(editor->processId(), letterKey));
+    Awaited::result(m_bench.strikeKey({editor->processId()}, letterKey));
     QVERIFY(m_bench.waitForLabel(*editor, u"AXTextField"_s, u"a"_s));
     QVERIFY(m_bench.press(*editor, u"AXButton"_s, u"Undo"_s));
-    Awaited::result(m_bench.strikeKey(editor->processId(), letterKey));
-    Awaited::result(m_bench.strikeKey(editor->processId(), letterKey));
+    Awaited::result(m_bench.strikeKey({editor->processId()}, letterKey));
+    Awaited::result(m_bench.strikeKey({editor->processId()}, letterKey));
     QVERIFY2(m_bench.waitForLabel(*editor, u"AXTextField"_s, u"aa"_s),
              qPrintable(m_bench.labels(*editor, u"AXTextField"_s).join(u" | ")));
 }
@@ -168,7 +168,7 @@ void AtspiPressTest::aButtonThatQuitsItsApplicationCountsAsPressed()
 {
     const auto editor = m_bench.start(u"mousepad"_s);
     QVERIFY(m_bench.waitForLabel(*editor, u"AXMenuItem"_s, u"Quit"_s));
-    Awaited::result(m_bench.strikeKey(editor->processId(), letterKey));
+    Awaited::result(m_bench.strikeKey({editor->processId()}, letterKey));
     QVERIFY(m_bench.waitForLabel(*editor, u"AXTextField"_s, u"a"_s));
     QVERIFY(m_bench.press(*editor, u"AXMenuItem"_s, u"Quit"_s));
     QVERIFY(m_bench.waitForLabel(*editor, u"AXButton"_s, u"Don't Save"_s));

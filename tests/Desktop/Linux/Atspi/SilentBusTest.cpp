@@ -31,7 +31,7 @@ void AtspiSilentBusTest::aSilentBusNeverBlocksTheEventLoop()
     AtspiBench bench;
     const StandstillWatch watch;
     QVERIFY(!Awaited::result(bench.accessibility.isProcessTrusted()));
-    QCOMPARE(AtspiBench::errorOf(bench.accessibility.applicationTree(1)),
+    QCOMPARE(AtspiBench::errorOf(bench.accessibility.applicationTree({1})),
              u"The accessibility service doesn't answer."_s);
     QVERIFY2(watch.longest() <= StandstillWatch::limit, qPrintable(QString::number(watch.longest().count())));
     // Unblock the worker, so that the test can exit.

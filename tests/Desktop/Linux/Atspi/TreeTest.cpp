@@ -101,7 +101,7 @@ void AtspiTreeTest::anElementThatNoLongerExistsIsEmpty()
 void AtspiTreeTest::aProcessWithoutATreeIsNamedInTheError()
 {
     const auto process = m_bench.start(u"sleep"_s, {u"1000"_s});
-    QCOMPARE(AtspiBench::errorOf(m_bench.accessibility.applicationTree(process->processId())),
+    QCOMPARE(AtspiBench::errorOf(m_bench.accessibility.applicationTree({process->processId()})),
              u"“sleep” doesn't show its controls. Quit it, then let Orvane open it."_s);
 }
 
@@ -110,7 +110,7 @@ void AtspiTreeTest::aBrowserThatHidesItsControlsIsReported()
     const auto process = m_bench.start(
         u"chromium"_s, {u"--no-sandbox"_s, u"--no-first-run"_s, u"--disable-gpu"_s, u"about:blank"_s});
     const auto error = [&] {
-        return AtspiBench::errorOf(m_bench.accessibility.applicationTree(process->processId()));
+        return AtspiBench::errorOf(m_bench.accessibility.applicationTree({process->processId()}));
     };
     QTRY_COMPARE_WITH_TIMEOUT(error(),
                               u"“Chromium” doesn't show its controls. Start it with "

@@ -12,7 +12,7 @@ class AtspiWindowOrderTest : public QObject
 
 private:
     // The prefix "*" marks the active window.
-    static QStringList sorted(const QStringList &names, const QStringList &titles)
+    static QStringList sorted(const QStringList &names, const AtspiTitles &titles)
     {
         QList<Atspi::WindowState> windows;
         for (const QString &name : names)
@@ -49,16 +49,24 @@ private Q_SLOTS:
     {
         QFETCH(QStringList, windows);
         QFETCH(QStringList, titles);
-        QTEST(sorted(windows, titles), "order");
+        QTEST(sorted(windows, {titles, {}}), "order");
+    }
+
+    void windowsOfOtherApplicationsAreLeftOut()
+    {
+        const QStringList windows{u"*Sums"_s, u"Letter "_s, u"Dialog"_s};
+        QCOMPARE(sorted(windows, {{u"Letter"_s}, {u"Sums"_s}}), (QStringList{u"Letter "_s, u"Dialog"_s}));
+        QCOMPARE(sorted(windows, {{}, {u"Sums"_s, u"Letter"_s, u"Dialog"_s}}), QStringList());
+        QCOMPARE(sorted({u""_s}, {{}, {u""_s}}), QStringList{u""_s}); // nothing tells whose it is
     }
 
     void aTitleOrTheActiveStateMakesAFrontWindow()
     {
-        const QStringList titles{u"a"_s};
+        const AtspiTitles titles{{u"a"_s}, {}};
         QVERIFY(Atspi::isInFront({u"a"_s, false}, titles));
         QVERIFY(Atspi::isInFront({u"b"_s, true}, titles));
         QVERIFY(!Atspi::isInFront({u"b"_s, false}, titles));
-        QVERIFY(!Atspi::isInFront({u""_s, false}, {u""_s}));
+        QVERIFY(!Atspi::isInFront({u""_s, false}, {{u""_s}, {}}));
     }
 };
 

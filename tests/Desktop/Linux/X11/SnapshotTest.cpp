@@ -87,6 +87,26 @@ private Q_SLOTS:
         QCOMPARE(snapshot.titlesInFront(999), QStringList());
     }
 
+    void titlesOnlyOtherApplicationsOfTheProcessHaveAreForeign()
+    {
+        X11Snapshot snapshot;
+        const QList<std::pair<QString, QString>> titles{{u"writer"_s, u"Letter"_s},
+                                                        {u"calc"_s, u"Sums"_s},
+                                                        {u"writer"_s, u"Save"_s},
+                                                        {u"calc"_s, u"Save"_s}};
+        for (const auto &[part, title] : titles) {
+            X11Window each = window(static_cast<std::uint32_t>(snapshot.windows.size() + 1), editor);
+            each.part = part;
+            each.title = title;
+            snapshot.windows.append(each);
+        }
+        snapshot.recentlyActivated = {2, 1};
+        QCOMPARE(snapshot.foreignTitles(editor, u"writer"_s), QStringList{u"Sums"_s});
+        QCOMPARE(snapshot.foreignTitles(editor, u"calc"_s), QStringList{u"Letter"_s});
+        QCOMPARE(snapshot.foreignTitles(editor, QString()), QStringList());
+        QCOMPARE(snapshot.titlesInFront(editor, u"writer"_s), QStringList{u"Letter"_s});
+    }
+
     void theWindowUsedLastIsShown()
     {
         X11Snapshot snapshot = desktop();

@@ -28,7 +28,7 @@ QCoro::Task<bool> LinuxDesktop::strikeKey(RunningApplication application, std::u
 
 QCoro::Task<AtspiTitles> LinuxDesktop::titles(RunningApplication application)
 {
-    const X11Snapshot now = co_await m_workspace.windows();
+    const WindowSnapshot now = co_await m_workspace.windows();
     const qint64 process = application.processIdentifier;
     co_return AtspiTitles{now.titlesInFront(process, application.part),
                           now.foreignTitles(process, application.part)};

@@ -13,9 +13,9 @@ void end(QProcess *process)
     delete process;
 }
 
-const X11Window *findTitle(const X11Snapshot &snapshot, const QString &part)
+const DesktopWindow *findTitle(const WindowSnapshot &snapshot, const QString &part)
 {
-    for (const X11Window &window : snapshot.windows) {
+    for (const DesktopWindow &window : snapshot.windows) {
         if (window.title.contains(part))
             return &window;
     }
@@ -42,7 +42,7 @@ LinuxBench::Program LinuxBench::start(const QString &program, const QStringList 
     return process;
 }
 
-X11Snapshot LinuxBench::snapshot()
+WindowSnapshot LinuxBench::snapshot()
 {
     return Awaited::result(display.snapshot());
 }
@@ -50,19 +50,19 @@ X11Snapshot LinuxBench::snapshot()
 bool LinuxBench::waitForActive(const QString &partOfTitle)
 {
     const auto isActive = [this, &partOfTitle] {
-        const X11Snapshot now = snapshot();
-        const X11Window *active = now.active();
+        const WindowSnapshot now = snapshot();
+        const DesktopWindow *active = now.active();
         return active && active->title.contains(partOfTitle);
     };
     return QTest::qWaitFor(isActive, patience);
 }
 
-std::optional<X11Window> LinuxBench::waitForWindow(const QString &partOfTitle)
+std::optional<DesktopWindow> LinuxBench::waitForWindow(const QString &partOfTitle)
 {
-    std::optional<X11Window> found;
+    std::optional<DesktopWindow> found;
     const auto look = [this, &partOfTitle, &found] {
-        const X11Snapshot now = snapshot();
-        if (const X11Window *window = findTitle(now, partOfTitle))
+        const WindowSnapshot now = snapshot();
+        if (const DesktopWindow *window = findTitle(now, partOfTitle))
             found = *window;
         return found.has_value();
     };
@@ -75,7 +75,7 @@ bool LinuxBench::waitForNoWindow(const QString &partOfTitle)
     return QTest::qWaitFor(isGone, patience);
 }
 
-void LinuxBench::bringForward(const X11Window &window)
+void LinuxBench::bringForward(const DesktopWindow &window)
 {
     Awaited::result(display.bringForward(window));
 }

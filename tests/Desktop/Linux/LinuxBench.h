@@ -24,15 +24,15 @@ public:
     static Program start(const QString &program, const QStringList &arguments = {});
 
     // The current windows, oldest first.
-    X11Snapshot snapshot();
+    WindowSnapshot snapshot();
 
     // Waits until a window whose title contains the text is active.
     bool waitForActive(const QString &partOfTitle);
     // Waits for a window whose title contains the text; nothing on timeout.
-    std::optional<X11Window> waitForWindow(const QString &partOfTitle);
+    std::optional<DesktopWindow> waitForWindow(const QString &partOfTitle);
     bool waitForNoWindow(const QString &partOfTitle);
 
-    void bringForward(const X11Window &window);
+    void bringForward(const DesktopWindow &window);
 
     // Posts the strokes to the frontmost application. Returns the error message, as `errorOf` does.
     QString post(const QList<KeyStroke> &strokes, std::chrono::microseconds pause = {});

@@ -33,7 +33,7 @@ bool isOfSandbox(const DesktopEntry &entry, const QString &sandbox)
     return entry.identifier == sandbox || entry.flatpak == sandbox || isOfSnap;
 }
 
-const DesktopEntry *entryOfSandbox(const QList<DesktopEntry> &entries, const X11Window &window)
+const DesktopEntry *entryOfSandbox(const QList<DesktopEntry> &entries, const DesktopWindow &window)
 {
     const auto isOwn = [&window](const DesktopEntry &entry) { return isOfSandbox(entry, window.sandbox); };
     const auto isMain = [&window](const DesktopEntry &entry) { return entry.identifier == window.sandbox; };
@@ -50,7 +50,7 @@ const DesktopEntry *entryOfSandbox(const QList<DesktopEntry> &entries, const X11
 
 } // namespace
 
-const DesktopEntry *entryOfWindow(const QList<DesktopEntry> &entries, const X11Window &window)
+const DesktopEntry *entryOfWindow(const QList<DesktopEntry> &entries, const DesktopWindow &window)
 {
     if (!window.sandbox.isEmpty()) {
         if (const DesktopEntry *entry = entryOfSandbox(entries, window))

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "Desktop/Linux/X11/Snapshot.h"
+#include "Desktop/Linux/WindowSystem/WindowSnapshot.h"
 
 #include <QList>
 #include <QString>
@@ -29,4 +29,4 @@ const DesktopEntry *entryOfWindow(const QList<DesktopEntry> &entries, const QStr
 
 // Finds a window's entry by all its properties, or returns null. Precedence: the entries of its sandboxed
 // application (the one that matches WM_CLASS, if any), then the entry id set on the window, then WM_CLASS.
-const DesktopEntry *entryOfWindow(const QList<DesktopEntry> &entries, const X11Window &window);
+const DesktopEntry *entryOfWindow(const QList<DesktopEntry> &entries, const DesktopWindow &window);

@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-RunningApplication described(const X11Window &window, const QList<DesktopEntry> &entries)
+RunningApplication described(const DesktopWindow &window, const QList<DesktopEntry> &entries)
 {
     RunningApplication application;
     application.processIdentifier = window.process;
@@ -30,12 +30,12 @@ RunningApplication described(const X11Window &window, const QList<DesktopEntry> 
 }
 
 // The main window of a (nested) dialog; a main window itself.
-const X11Window &mainWindow(const X11Window &window, const X11Snapshot &snapshot)
+const DesktopWindow &mainWindow(const DesktopWindow &window, const WindowSnapshot &snapshot)
 {
     constexpr int mostSteps = 8; // WM_TRANSIENT_FOR may be cyclic
-    const X11Window *main = &window;
+    const DesktopWindow *main = &window;
     for (int step = 0; step < mostSteps; ++step) {
-        const X11Window *next = snapshot.find(main->transientFor);
+        const DesktopWindow *next = snapshot.find(main->transientFor);
         if (!next || next->process != window.process)
             break;
         main = next;
@@ -43,7 +43,7 @@ const X11Window &mainWindow(const X11Window &window, const X11Snapshot &snapshot
     return *main;
 }
 
-QString partOf(const X11Window &window, const QList<DesktopEntry> &entries)
+QString partOf(const DesktopWindow &window, const QList<DesktopEntry> &entries)
 {
     if (const DesktopEntry *entry = entryOfWindow(entries, window))
         return entry->path;
@@ -52,16 +52,16 @@ QString partOf(const X11Window &window, const QList<DesktopEntry> &entries)
 
 } // namespace
 
-X11Snapshot LinuxApplications::withParts(X11Snapshot snapshot, const QList<DesktopEntry> &entries)
+WindowSnapshot LinuxApplications::withParts(WindowSnapshot snapshot, const QList<DesktopEntry> &entries)
 {
-    const X11Snapshot windows = snapshot;
+    const WindowSnapshot windows = snapshot;
     QHash<qint64, QString> firstPart; // by process, for its windows without an entry or class
-    for (X11Window &window : snapshot.windows) {
+    for (DesktopWindow &window : snapshot.windows) {
         window.part = partOf(mainWindow(window, windows), entries);
         if (!window.part.isEmpty() && !firstPart.contains(window.process))
             firstPart.insert(window.process, window.part);
     }
-    for (X11Window &window : snapshot.windows) {
+    for (DesktopWindow &window : snapshot.windows) {
         if (window.part.isEmpty())
             window.part = firstPart.value(window.process);
     }
@@ -82,11 +82,11 @@ ApplicationNames LinuxApplications::namesOf(const DesktopEntry &entry)
     return {entry.englishName, entry.identifier, isItself ? entry.executable : QString()};
 }
 
-QList<RunningApplication> LinuxApplications::running(const X11Snapshot &snapshot,
+QList<RunningApplication> LinuxApplications::running(const WindowSnapshot &snapshot,
                                                      const QList<DesktopEntry> &entries)
 {
     QList<RunningApplication> result;
-    for (const X11Window &window : snapshot.windows) {
+    for (const DesktopWindow &window : snapshot.windows) {
         const auto isSame = [&window](const RunningApplication &each) {
             return window.isOf(each.processIdentifier, each.part);
         };
@@ -96,27 +96,31 @@ QList<RunningApplication> LinuxApplications::running(const X11Snapshot &snapshot
     return result;
 }
 
-RunningApplication LinuxApplications::ofWindow(const X11Window &window, const X11Snapshot &snapshot,
+RunningApplication LinuxApplications::ofWindow(const DesktopWindow &window, const WindowSnapshot &snapshot,
                                                const QList<DesktopEntry> &entries)
 {
-    const auto isSame = [&window](const X11Window &each) { return each.isOf(window.process, window.part); };
+    const auto isSame = [&window](const DesktopWindow &each) {
+        return each.isOf(window.process, window.part);
+    };
     const auto first = std::find_if(snapshot.windows.cbegin(), snapshot.windows.cend(), isSame);
-    const X11Window &known = first == snapshot.windows.cend() ? window : *first;
+    const DesktopWindow &known = first == snapshot.windows.cend() ? window : *first;
     RunningApplication application = described(mainWindow(known, snapshot), entries);
     application.isRegular =
         std::any_of(snapshot.windows.cbegin(), snapshot.windows.cend(),
-                    [&isSame](const X11Window &each) { return isSame(each) && each.belongsInTaskBar; });
+                    [&isSame](const DesktopWindow &each) { return isSame(each) && each.belongsInTaskBar; });
     return application;
 }
 
-const X11Window *LinuxApplications::windowToShow(const ApplicationBundle &bundle, const X11Snapshot &snapshot,
-                                                 const QList<DesktopEntry> &entries)
+const DesktopWindow *LinuxApplications::windowToShow(const ApplicationBundle &bundle,
+                                                     const WindowSnapshot &snapshot,
+                                                     const QList<DesktopEntry> &entries)
 {
     // If several processes run the application, take the oldest.
     for (const RunningApplication &application : running(snapshot, entries)) {
         if (!application.isRegular || application.bundle != bundle)
             continue;
-        if (const X11Window *window = snapshot.windowToShow(application.processIdentifier, application.part))
+        if (const DesktopWindow *window =
+                snapshot.windowToShow(application.processIdentifier, application.part))
             return window;
     }
     return nullptr;

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "Desktop/Linux/Applications/DesktopEntry.h"
-#include "Desktop/Linux/X11/Snapshot.h"
+#include "Desktop/Linux/WindowSystem/WindowSnapshot.h"
 #include "Desktop/Workspace.h"
 
 #include <optional>
@@ -13,18 +13,18 @@
 namespace LinuxApplications {
 
 // Sets `part` of every window. A dialog has the part of its main window.
-X11Snapshot withParts(X11Snapshot snapshot, const QList<DesktopEntry> &entries);
+WindowSnapshot withParts(WindowSnapshot snapshot, const QList<DesktopEntry> &entries);
 
 // The running applications, in the order of their first windows. Here and below, `snapshot` must have parts.
-QList<RunningApplication> running(const X11Snapshot &snapshot, const QList<DesktopEntry> &entries);
+QList<RunningApplication> running(const WindowSnapshot &snapshot, const QList<DesktopEntry> &entries);
 
 // The application of one of the snapshot's windows.
-RunningApplication ofWindow(const X11Window &window, const X11Snapshot &snapshot,
+RunningApplication ofWindow(const DesktopWindow &window, const WindowSnapshot &snapshot,
                             const QList<DesktopEntry> &entries);
 
 // The window to bring to the front for this application, or null.
-const X11Window *windowToShow(const ApplicationBundle &bundle, const X11Snapshot &snapshot,
-                              const QList<DesktopEntry> &entries);
+const DesktopWindow *windowToShow(const ApplicationBundle &bundle, const WindowSnapshot &snapshot,
+                                  const QList<DesktopEntry> &entries);
 
 ApplicationBundle bundleOf(const DesktopEntry &entry);
 

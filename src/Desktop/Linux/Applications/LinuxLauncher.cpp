@@ -14,7 +14,6 @@
 #include <QDBusPendingCall>
 #include <QElapsedTimer>
 #include <QFileInfo>
-#include <QSysInfo>
 
 #include <algorithm>
 
@@ -39,18 +38,10 @@ QDBusMessage hasOwner(const QString &name)
     return call;
 }
 
-QString startupIdentifier(int number, std::uint32_t time)
-{
-    return u"orvane-%1-%2-%3_TIME%4"_s.arg(QCoreApplication::applicationPid())
-        .arg(QSysInfo::machineHostName())
-        .arg(number)
-        .arg(time);
-}
-
 } // namespace
 
-LinuxLauncher::LinuxLauncher(X11Display &display, BoundedQueue &gio, Clock &clock)
-    : m_display(display), m_gio(gio), m_clock(clock)
+LinuxLauncher::LinuxLauncher(WindowSystem &windowSystem, BoundedQueue &gio, Clock &clock)
+    : m_windowSystem(windowSystem), m_gio(gio), m_clock(clock)
 {
 }
 
@@ -59,12 +50,11 @@ QCoro::Task<LinuxLauncher::Launch> LinuxLauncher::start(ApplicationBundle applic
     Launch launch;
     launch.application = application;
     launch.entries = co_await m_gio.run(&DesktopEntries::all);
-    const X11Snapshot before = co_await m_display.snapshot();
+    const WindowSnapshot before = co_await m_windowSystem.snapshot();
     launch.before = LinuxApplications::withParts(before, launch.entries);
     launch.wasRunning =
         LinuxApplications::windowToShow(application, launch.before, launch.entries) != nullptr;
-    const std::uint32_t time = co_await m_display.serverTime();
-    launch.startupIdentifier = startupIdentifier(++m_launches, time);
+    launch.startupIdentifier = co_await m_windowSystem.startupIdentifier();
     const QString identifier = launch.startupIdentifier;
     const auto job = [application, urls, identifier] {
         return EntryLauncher::launch(application.location, urls, identifier);
@@ -73,10 +63,10 @@ QCoro::Task<LinuxLauncher::Launch> LinuxLauncher::start(ApplicationBundle applic
     co_return launch;
 }
 
-const X11Window *LinuxLauncher::newWindow(const X11Snapshot &now, const Launch &launch, Accept accept)
+const DesktopWindow *LinuxLauncher::newWindow(const WindowSnapshot &now, const Launch &launch, Accept accept)
 {
     for (const std::uint32_t identifier : now.stacking) {
-        const X11Window *window = now.find(identifier);
+        const DesktopWindow *window = now.find(identifier);
         if (!window || !window->isOrdinary() || launch.before.find(identifier))
             continue;
         if (launch.processes.contains(window->process) ||
@@ -109,25 +99,25 @@ QCoro::Task<void> LinuxLauncher::open(ApplicationBundle application, QStringList
     QElapsedTimer elapsed;
     elapsed.start();
     while (!elapsed.hasExpired(launch.wasRunning ? newWindowPatience : startPatience)) {
-        const X11Snapshot now = co_await m_display.snapshot();
+        const WindowSnapshot now = co_await m_windowSystem.snapshot();
         const Accept accept = elapsed.hasExpired(unidentifiedPatience) ? Accept::Unidentified : Accept::Own;
-        if (const X11Window *window = newWindow(now, launch, accept)) {
-            const X11Window shown = *window;
-            co_await m_display.bringForward(shown);
+        if (const DesktopWindow *window = newWindow(now, launch, accept)) {
+            const DesktopWindow shown = *window;
+            co_await m_windowSystem.bringForward(shown);
             co_return;
         }
         co_await m_clock.sleep(20ms);
     }
     // A running application may show the URL in an existing window.
-    const X11Snapshot last = co_await m_display.snapshot();
-    const X11Snapshot now = LinuxApplications::withParts(last, launch.entries);
-    const X11Window *window = LinuxApplications::windowToShow(application, now, launch.entries);
+    const WindowSnapshot last = co_await m_windowSystem.snapshot();
+    const WindowSnapshot now = LinuxApplications::withParts(last, launch.entries);
+    const DesktopWindow *window = LinuxApplications::windowToShow(application, now, launch.entries);
     if (!window) {
         const bool runs = co_await runsInBackground(launch);
         if (runs)
             co_return;
         throw PlatformError(u"“%1” was started but shows no window."_s.arg(application.displayName));
     }
-    const X11Window shown = *window;
-    co_await m_display.bringForward(shown);
+    const DesktopWindow shown = *window;
+    co_await m_windowSystem.bringForward(shown);
 }

@@ -4,15 +4,15 @@
 #include "Desktop/BoundedQueue.h"
 #include "Desktop/Clock.h"
 #include "Desktop/Linux/Applications/DesktopEntry.h"
-#include "Desktop/Linux/X11/Display.h"
+#include "Desktop/Linux/WindowSystem/WindowSystem.h"
 #include "Desktop/Workspace.h"
 
-// Starts applications and brings their windows to the front, so that subsequent keys reach them. `display`,
-// `gio` and `clock` must outlive this object. Thread: main.
+// Starts applications and brings their windows to the front, so that subsequent keys reach them.
+// `windowSystem`, `gio` and `clock` must outlive this object. Thread: main.
 class LinuxLauncher
 {
 public:
-    LinuxLauncher(X11Display &display, BoundedQueue &gio, Clock &clock);
+    LinuxLauncher(WindowSystem &windowSystem, BoundedQueue &gio, Clock &clock);
 
     // Starts the application with the URLs, if any, and returns once its window is in front, or after ten
     // seconds if it runs without a window (in the tray). Throws PlatformError if it can't be started or isn't
@@ -25,7 +25,7 @@ private:
     {
         ApplicationBundle application;
         QList<DesktopEntry> entries;
-        X11Snapshot before;
+        WindowSnapshot before;
         QString startupIdentifier;
         QList<qint64> processes;
         bool wasRunning = false;
@@ -35,10 +35,9 @@ private:
     // Whether the launched process is running, or the application's well-known name has an owner.
     static QCoro::Task<bool> runsInBackground(Launch launch);
     enum class Accept { Own, Unidentified };
-    static const X11Window *newWindow(const X11Snapshot &now, const Launch &launch, Accept accept);
+    static const DesktopWindow *newWindow(const WindowSnapshot &now, const Launch &launch, Accept accept);
 
-    X11Display &m_display;
+    WindowSystem &m_windowSystem;
     BoundedQueue &m_gio;
     Clock &m_clock;
-    int m_launches = 0;
 };

@@ -41,19 +41,20 @@ QList<ApplicationFolder> folderList()
     return result;
 }
 
-std::optional<RunningApplication> frontmostOf(const X11Snapshot &snapshot, const QList<DesktopEntry> &entries)
+std::optional<RunningApplication> frontmostOf(const WindowSnapshot &snapshot,
+                                              const QList<DesktopEntry> &entries)
 {
-    const X11Window *window = snapshot.frontmost(QCoreApplication::applicationPid());
+    const DesktopWindow *window = snapshot.frontmost(QCoreApplication::applicationPid());
     if (!window)
         return std::nullopt;
     return LinuxApplications::ofWindow(*window, snapshot, entries);
 }
 
 // The windows on the current desktop, front to back.
-QList<WindowDescription> described(const X11Snapshot &snapshot, const QList<DesktopEntry> &entries)
+QList<WindowDescription> described(const WindowSnapshot &snapshot, const QList<DesktopEntry> &entries)
 {
     QList<WindowDescription> result;
-    for (const X11Window &window : snapshot.frontToBack()) {
+    for (const DesktopWindow &window : snapshot.frontToBack()) {
         if (!window.isOnScreen())
             continue;
         WindowDescription description;
@@ -87,14 +88,14 @@ QDBusMessage showItems(const QString &path)
 
 } // namespace
 
-LinuxWorkspace::LinuxWorkspace(X11Display &display, BoundedQueue &gio, Clock &clock)
-    : m_display(display), m_gio(gio), m_clock(clock), m_launcher(display, gio, clock)
+LinuxWorkspace::LinuxWorkspace(WindowSystem &windowSystem, BoundedQueue &gio, Clock &clock)
+    : m_windowSystem(windowSystem), m_gio(gio), m_clock(clock), m_launcher(windowSystem, gio, clock)
 {
 }
 
 QCoro::Task<LinuxWorkspace::WindowsAndEntries> LinuxWorkspace::windowsAndEntries()
 {
-    const X11Snapshot snapshot = co_await m_display.snapshot();
+    const WindowSnapshot snapshot = co_await m_windowSystem.snapshot();
     const QList<DesktopEntry> entries = co_await m_gio.run(&DesktopEntries::all);
     co_return WindowsAndEntries{LinuxApplications::withParts(snapshot, entries), entries};
 }
@@ -111,16 +112,16 @@ QCoro::Task<std::optional<RunningApplication>> LinuxWorkspace::frontmostApplicat
     co_return frontmostOf(now.snapshot, now.entries);
 }
 
-QCoro::Task<X11Snapshot> LinuxWorkspace::windows()
+QCoro::Task<WindowSnapshot> LinuxWorkspace::windows()
 {
     const WindowsAndEntries now = co_await windowsAndEntries();
     co_return now.snapshot;
 }
 
-QCoro::Task<std::optional<X11Window>> LinuxWorkspace::frontmostWindow()
+QCoro::Task<std::optional<DesktopWindow>> LinuxWorkspace::frontmostWindow()
 {
-    const X11Snapshot now = co_await windows();
-    const X11Window *window = now.frontmost(QCoreApplication::applicationPid());
+    const WindowSnapshot now = co_await windows();
+    const DesktopWindow *window = now.frontmost(QCoreApplication::applicationPid());
     if (!window)
         co_return std::nullopt;
     co_return *window;
@@ -138,19 +139,19 @@ QCoro::Task<WorkspaceSnapshot> LinuxWorkspace::snapshot()
 QCoro::Task<void> LinuxWorkspace::activate(RunningApplication application)
 {
     const WindowsAndEntries now = co_await windowsAndEntries();
-    const X11Window *window = now.snapshot.windowToShow(application.processIdentifier, application.part);
+    const DesktopWindow *window = now.snapshot.windowToShow(application.processIdentifier, application.part);
     if (!window)
         throw PlatformError(u"%1 has no window any more."_s.arg(application.shownName()));
-    const X11Window shown = *window;
-    co_await m_display.bringForward(shown);
+    const DesktopWindow shown = *window;
+    co_await m_windowSystem.bringForward(shown);
 }
 
 QCoro::Task<void> LinuxWorkspace::terminate(RunningApplication application)
 {
     const WindowsAndEntries now = co_await windowsAndEntries();
-    const QList<X11Window> closed =
+    const QList<DesktopWindow> closed =
         now.snapshot.windowsToClose(application.processIdentifier, application.part);
-    co_await m_display.close(closed);
+    co_await m_windowSystem.close(closed);
 }
 
 QCoro::Task<bool> LinuxWorkspace::isTerminated(RunningApplication application)
@@ -189,9 +190,10 @@ QCoro::Task<std::optional<ApplicationBundle>> LinuxWorkspace::defaultForRole(QSt
 QCoro::Task<void> LinuxWorkspace::openApplication(ApplicationBundle application)
 {
     const WindowsAndEntries now = co_await windowsAndEntries();
-    if (const X11Window *window = LinuxApplications::windowToShow(application, now.snapshot, now.entries)) {
-        const X11Window shown = *window;
-        co_await m_display.bringForward(shown);
+    if (const DesktopWindow *window =
+            LinuxApplications::windowToShow(application, now.snapshot, now.entries)) {
+        const DesktopWindow shown = *window;
+        co_await m_windowSystem.bringForward(shown);
         co_return;
     }
     const QStringList nothing;

@@ -3,11 +3,11 @@
 
 #include "Desktop/BoundedQueue.h"
 #include "Desktop/Linux/Applications/LinuxLauncher.h"
-#include "Desktop/Linux/X11/Display.h"
+#include "Desktop/Linux/WindowSystem/WindowSystem.h"
 #include "Desktop/Workspace.h"
 
-// Applications on an X11 desktop: running ones are found by their windows, installed ones by their desktop
-// entries. `display`, `gio` and `clock` must outlive this object. Thread: main.
+// Applications on a Linux desktop: running ones are found by their windows, installed ones by their desktop
+// entries. `windowSystem`, `gio` and `clock` must outlive this object. Thread: main.
 //
 // An application counts as terminated if it has no window and its process has ended or belongs to another
 // application that has a window. An application that runs in the background without a window has not
@@ -15,7 +15,7 @@
 class LinuxWorkspace : public Workspace
 {
 public:
-    LinuxWorkspace(X11Display &display, BoundedQueue &gio, Clock &clock);
+    LinuxWorkspace(WindowSystem &windowSystem, BoundedQueue &gio, Clock &clock);
 
     QCoro::Task<QList<RunningApplication>> runningApplications() override;
     QCoro::Task<std::optional<RunningApplication>> frontmostApplication() override;
@@ -31,21 +31,21 @@ public:
     QCoro::Task<void> reveal(QString path) override;
 
     // All windows, with their parts.
-    QCoro::Task<X11Snapshot> windows();
+    QCoro::Task<WindowSnapshot> windows();
 
     // The frontmost application's window, with its part.
-    QCoro::Task<std::optional<X11Window>> frontmostWindow();
+    QCoro::Task<std::optional<DesktopWindow>> frontmostWindow();
 
 private:
     // The windows with their parts, and the desktop entries that determined these.
     struct WindowsAndEntries
     {
-        X11Snapshot snapshot;
+        WindowSnapshot snapshot;
         QList<DesktopEntry> entries;
     };
     QCoro::Task<WindowsAndEntries> windowsAndEntries();
 
-    X11Display &m_display;
+    WindowSystem &m_windowSystem;
     BoundedQueue &m_gio;
     Clock &m_clock;
     LinuxLauncher m_launcher;

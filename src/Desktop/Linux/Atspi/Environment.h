@@ -12,8 +12,8 @@
 // nor which application of the process they belong to.
 struct AtspiTitles
 {
-    QStringList inFront; // see X11Snapshot::titlesInFront
-    QStringList foreign; // see X11Snapshot::foreignTitles
+    QStringList inFront; // see WindowSnapshot::titlesInFront
+    QStringList foreign; // see WindowSnapshot::foreignTitles
 };
 
 // What AT-SPI needs from the other desktop services. Thread: main.

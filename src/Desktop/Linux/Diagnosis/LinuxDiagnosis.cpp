@@ -65,7 +65,8 @@ Registry readRegistry()
             {true, DesktopEntries::defaultForType(u"inode/directory"_s)}};
 }
 
-QList<RunningApplication> openApplications(const X11Snapshot &windows, const QList<DesktopEntry> &installed)
+QList<RunningApplication> openApplications(const WindowSnapshot &windows,
+                                           const QList<DesktopEntry> &installed)
 {
     QList<RunningApplication> result = LinuxApplications::running(windows, installed);
     result.removeIf([](const RunningApplication &application) { return !application.isRegular; });

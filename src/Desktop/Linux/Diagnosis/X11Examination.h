@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "Desktop/Linux/X11/Snapshot.h"
+#include "Desktop/Linux/WindowSystem/WindowSnapshot.h"
 
 #include <QSize>
 #include <QString>
@@ -18,7 +18,7 @@ struct X11Examination
     bool isHotKeyFree = false; // whether Alt+Space can be grabbed
     QSize picture;             // the screenshot's size; empty if the capture failed
     QString accessibilityBus;  // its address; empty if it isn't running
-    X11Snapshot windows;
+    WindowSnapshot windows;
 
     // Connects to $DISPLAY. Throws PlatformError if there is no X server or it is lost. May block
     // indefinitely: run it on a thread that can be abandoned.

@@ -23,7 +23,7 @@ std::chrono::milliseconds limitFor(const QList<KeyStroke> &strokes, std::chrono:
     return 5s + characters * 50ms + 2 * pauses;
 }
 
-std::optional<RunningApplication> ownerOf(const std::optional<X11Window> &window)
+std::optional<RunningApplication> ownerOf(const std::optional<DesktopWindow> &window)
 {
     if (!window)
         return std::nullopt;
@@ -40,16 +40,16 @@ LinuxKeyboard::LinuxKeyboard(X11Display &display, FrontmostWindow frontmostWindo
 {
 }
 
-QCoro::Task<X11Window> LinuxKeyboard::target(std::optional<RunningApplication> receiver)
+QCoro::Task<DesktopWindow> LinuxKeyboard::target(std::optional<RunningApplication> receiver)
 {
-    const std::optional<X11Window> window = co_await m_frontmostWindow();
+    const std::optional<DesktopWindow> window = co_await m_frontmostWindow();
     KeyRules::requireInFront(receiver, ownerOf(window));
     co_await m_display.bringForward(*window);
     co_return *window;
 }
 
 template <typename Finish>
-auto LinuxKeyboard::type(QList<KeyStroke> strokes, std::chrono::microseconds pause, X11Window receiver,
+auto LinuxKeyboard::type(QList<KeyStroke> strokes, std::chrono::microseconds pause, DesktopWindow receiver,
                          Finish finish)
 {
     const std::chrono::milliseconds limit = limitFor(strokes, pause);
@@ -69,14 +69,14 @@ QCoro::Task<void> LinuxKeyboard::post(QList<KeyStroke> strokes, std::chrono::mic
 {
     if (strokes.isEmpty())
         co_return;
-    const X11Window window = co_await target(receiver);
+    const DesktopWindow window = co_await target(receiver);
     const auto finish = [](const X11Typist &) {};
     co_await type(strokes, pause, window, finish);
 }
 
 QCoro::Task<bool> LinuxKeyboard::strike(std::uint16_t virtualKey, RunningApplication receiver)
 {
-    const X11Window window = co_await target(receiver);
+    const DesktopWindow window = co_await target(receiver);
     KeyStroke stroke;
     stroke.virtualKey = virtualKey;
     const QList<KeyStroke> strokes{stroke};

@@ -16,7 +16,7 @@ class LinuxKeyboard : public Keyboard
 {
 public:
     // Finds the frontmost application's window, with its part.
-    using FrontmostWindow = std::function<QCoro::Task<std::optional<X11Window>>()>;
+    using FrontmostWindow = std::function<QCoro::Task<std::optional<DesktopWindow>>()>;
 
     LinuxKeyboard(X11Display &display, FrontmostWindow frontmostWindow);
 
@@ -32,11 +32,12 @@ public:
 
 private:
     // Focuses the receiver's front window and returns it. Throws PlatformError.
-    QCoro::Task<X11Window> target(std::optional<RunningApplication> receiver);
+    QCoro::Task<DesktopWindow> target(std::optional<RunningApplication> receiver);
 
     // Types on the X thread, then calls `finish` there.
     template <typename Finish>
-    auto type(QList<KeyStroke> strokes, std::chrono::microseconds pause, X11Window receiver, Finish finish);
+    auto type(QList<KeyStroke> strokes, std::chrono::microseconds pause, DesktopWindow receiver,
+              Finish finish);
 
     X11Display &m_display;
     FrontmostWindow m_frontmostWindow;

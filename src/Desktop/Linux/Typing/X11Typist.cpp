@@ -54,7 +54,7 @@ X11Typist::X11Typist(X11Connection &connection, X11Windows &windows, const std::
 }
 
 void X11Typist::type(const QList<KeyStroke> &strokes, std::chrono::microseconds pause,
-                     const X11Window &target)
+                     const DesktopWindow &target)
 {
     m_target = target;
     X11Keyboard keyboard(m_connection);

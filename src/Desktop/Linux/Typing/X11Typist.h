@@ -3,8 +3,8 @@
 
 #include "Desktop/Keyboard.h"
 #include "Desktop/Linux/Typing/TypingPlan.h"
+#include "Desktop/Linux/WindowSystem/WindowSnapshot.h"
 #include "Desktop/Linux/X11/Connection.h"
-#include "Desktop/Linux/X11/Snapshot.h"
 #include "Desktop/Linux/X11/Windows.h"
 
 #include <atomic>
@@ -20,7 +20,7 @@ public:
 
     // Types all strokes. Throws PlatformError: with nothing typed if the target doesn't have the focus or
     // something cannot be typed; with a part typed if the target loses the focus.
-    void type(const QList<KeyStroke> &strokes, std::chrono::microseconds pause, const X11Window &target);
+    void type(const QList<KeyStroke> &strokes, std::chrono::microseconds pause, const DesktopWindow &target);
 
     // Waits until the target has handled everything typed. Returns false on timeout or if the target doesn't
     // reply, for example because the keys have closed it.
@@ -39,6 +39,6 @@ private:
     const std::atomic_bool &m_isStopped;
     std::chrono::steady_clock::time_point m_deadline;
     QHash<ModifierKey, std::uint8_t> m_modifierCodes;
-    X11Window m_target;
+    DesktopWindow m_target;
     bool m_tellsWhenHandled = false;
 };

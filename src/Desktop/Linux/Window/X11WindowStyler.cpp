@@ -142,7 +142,7 @@ QCoro::Task<void> X11WindowStyler::summon(QPointer<QWindow> window, QString acti
     window->show();
     window->raise();
 
-    const std::optional<X11Window> ours = co_await managed(window, wanted);
+    const std::optional<DesktopWindow> ours = co_await managed(window, wanted);
     if (!self || !window || summons != m_summons || !window->isVisible())
         co_return;
     // The window manager may have placed the new window elsewhere.
@@ -165,21 +165,21 @@ QCoro::Task<std::optional<QPoint>> X11WindowStyler::pointer()
 }
 
 // Waits until the window manager manages the window. Nothing on timeout, or without a window manager.
-QCoro::Task<std::optional<X11Window>> X11WindowStyler::managed(QPointer<QWindow> window, Wanted wanted)
+QCoro::Task<std::optional<DesktopWindow>> X11WindowStyler::managed(QPointer<QWindow> window, Wanted wanted)
 {
     const QPointer<X11WindowStyler> self(this);
     QElapsedTimer elapsed;
     elapsed.start();
     while (self && window && window->isVisible() && !elapsed.hasExpired(patience)) {
         const auto identifier = std::uint32_t(window->winId());
-        X11Snapshot snapshot;
+        WindowSnapshot snapshot;
         try {
             snapshot = co_await m_display.snapshot();
         } catch (const PlatformError &) {
             // The X server doesn't respond: don't wait.
             co_return std::nullopt;
         }
-        const X11Window *found = snapshot.find(identifier);
+        const DesktopWindow *found = snapshot.find(identifier);
         if (found && window && (wanted == Wanted::Managed || window->isExposed()))
             co_return *found;
         if (self)
@@ -188,7 +188,7 @@ QCoro::Task<std::optional<X11Window>> X11WindowStyler::managed(QPointer<QWindow>
     co_return std::nullopt;
 }
 
-QCoro::Task<void> X11WindowStyler::activate(X11Window window, QString activationToken)
+QCoro::Task<void> X11WindowStyler::activate(DesktopWindow window, QString activationToken)
 {
     const QPointer<X11WindowStyler> self(this);
     const QByteArray token = activationToken.toUtf8();

@@ -39,8 +39,8 @@ private:
     QCoro::Task<void> summon(QPointer<QWindow> window, QString activationToken);
     QCoro::Task<std::optional<QPoint>> pointer();
     enum class Wanted { Managed, ManagedAndMapped };
-    QCoro::Task<std::optional<X11Window>> managed(QPointer<QWindow> window, Wanted wanted);
-    QCoro::Task<void> activate(X11Window window, QString activationToken);
+    QCoro::Task<std::optional<DesktopWindow>> managed(QPointer<QWindow> window, Wanted wanted);
+    QCoro::Task<void> activate(DesktopWindow window, QString activationToken);
 
     X11Display &m_display;
     Clock &m_clock;

@@ -3,8 +3,10 @@
 
 #include "Desktop/Deadlines.h"
 
+#include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QSemaphore>
+#include <QSysInfo>
 
 using namespace Qt::StringLiterals;
 
@@ -59,12 +61,12 @@ void X11Display::post(std::function<void()> job)
     });
 }
 
-QCoro::Task<X11Snapshot> X11Display::snapshot()
+QCoro::Task<WindowSnapshot> X11Display::snapshot()
 {
     return run([this] { return windows().snapshot(); });
 }
 
-QCoro::Task<void> X11Display::bringForward(X11Window window)
+QCoro::Task<void> X11Display::bringForward(DesktopWindow window)
 {
     enum class Standing { Waiting, Active, HasKeys };
     const auto standing = [this, window] {
@@ -97,15 +99,20 @@ QCoro::Task<void> X11Display::bringForward(X11Window window)
         throw PlatformError(u"The window “%1” didn't come to the front."_s.arg(window.title));
 }
 
-QCoro::Task<void> X11Display::close(QList<X11Window> windows)
+QCoro::Task<void> X11Display::close(QList<DesktopWindow> windows)
 {
     return run([this, windows] {
-        for (const X11Window &window : windows)
+        for (const DesktopWindow &window : windows)
             m_server->windows.requestClose(window.identifier);
     });
 }
 
-QCoro::Task<std::uint32_t> X11Display::serverTime()
+QCoro::Task<QString> X11Display::startupIdentifier()
 {
-    return run([this]() -> std::uint32_t { return connection().serverTime(); });
+    const auto serverTime = [this]() -> std::uint32_t { return connection().serverTime(); };
+    const std::uint32_t time = co_await run(serverTime);
+    co_return u"orvane-%1-%2-%3_TIME%4"_s.arg(QCoreApplication::applicationPid())
+        .arg(QSysInfo::machineHostName())
+        .arg(++m_launches)
+        .arg(time);
 }

@@ -3,6 +3,7 @@
 
 #include "Desktop/BoundedQueue.h"
 #include "Desktop/Clock.h"
+#include "Desktop/Linux/WindowSystem/WindowSystem.h"
 #include "Desktop/Linux/X11/Connection.h"
 #include "Desktop/Linux/X11/Windows.h"
 
@@ -16,28 +17,22 @@
 // The main thread's interface to the X server: owns the connection and the only thread that uses it. Every
 // operation is asynchronous and has a timeout. Throws PlatformError if the server doesn't respond or there is
 // an obstacle. Thread: main.
-class X11Display
+class X11Display : public WindowSystem
 {
 public:
     // Connects; throws PlatformError. With an obstacle it never connects, and every operation throws
     // PlatformError with that text. `clock` must outlive this object.
     explicit X11Display(Clock &clock, const std::optional<QString> &obstacle = std::nullopt);
     // Waits up to a second for the job in progress.
-    ~X11Display();
+    ~X11Display() override;
     X11Display(const X11Display &) = delete;
     X11Display &operator=(const X11Display &) = delete;
 
-    QCoro::Task<X11Snapshot> snapshot();
-
-    // Activates the window and waits until its application has the keyboard focus. Throws if the window no
-    // longer exists or isn't active within Deadlines::focus.
-    QCoro::Task<void> bringForward(X11Window window);
-
-    // Sends each window a close request.
-    QCoro::Task<void> close(QList<X11Window> windows);
-
-    // The server's timestamp. Launched applications need it to pass focus stealing prevention.
-    QCoro::Task<std::uint32_t> serverTime();
+    QCoro::Task<WindowSnapshot> snapshot() override;
+    QCoro::Task<void> bringForward(DesktopWindow window) override;
+    QCoro::Task<void> close(QList<DesktopWindow> windows) override;
+    // Contains the server's time, with which a window passes focus stealing prevention.
+    QCoro::Task<QString> startupIdentifier() override;
 
     // Runs the job on the X thread. It may use `connection`, `windows` and `isClosing`, and should return
     // early once `isClosing` is set.
@@ -67,6 +62,7 @@ private:
     const std::optional<QString> m_obstacle;
     std::unique_ptr<Server> m_server; // null with an obstacle
     std::atomic_bool m_isClosing = false;
+    int m_launches = 0;
     // Declared last: its thread must end before the members it uses are destroyed.
     BoundedQueue m_queue{QStringLiteral("desktop.x11"), QStringLiteral("The X server")};
 };

@@ -90,12 +90,12 @@ std::optional<std::uint32_t> X11Windows::activeWindow() const
     return values.first();
 }
 
-X11Snapshot X11Windows::snapshot()
+WindowSnapshot X11Windows::snapshot()
 {
     m_connection.requireAlive();
     drainEvents();
     const xcb_ewmh_connection_t &atoms = m_connection.atoms();
-    X11Snapshot result;
+    WindowSnapshot result;
     result.activeWindow = activeWindow();
     remember(result.activeWindow);
     result.recentlyActivated = m_recentlyActivated;
@@ -123,9 +123,9 @@ X11Snapshot X11Windows::snapshot()
 
 // A window manager may list and activate a new window before updating the stacking order: assume it is on
 // top.
-void X11Windows::addToStacking(X11Snapshot &snapshot)
+void X11Windows::addToStacking(WindowSnapshot &snapshot)
 {
-    for (const X11Window &window : std::as_const(snapshot.windows)) {
+    for (const DesktopWindow &window : std::as_const(snapshot.windows)) {
         if (!snapshot.stacking.contains(window.identifier))
             snapshot.stacking.prepend(window.identifier);
     }
@@ -170,10 +170,10 @@ QString X11Windows::applicationIdentifier(const Requests &requests) const
     return name.endsWith(suffix) ? name.chopped(suffix.size()) : name;
 }
 
-void X11Windows::addSandboxes(X11Snapshot &snapshot)
+void X11Windows::addSandboxes(WindowSnapshot &snapshot)
 {
     QHash<qint64, QString> known;
-    for (X11Window &window : snapshot.windows) {
+    for (DesktopWindow &window : snapshot.windows) {
         if (window.process > 0 && !known.contains(window.process)) {
             const auto sandbox = ProcessSandbox::of(window.process);
             known.insert(window.process, sandbox ? sandbox->application : QString());
@@ -182,14 +182,15 @@ void X11Windows::addSandboxes(X11Snapshot &snapshot)
     }
 }
 
-std::optional<X11Window> X11Windows::described(const Requests &requests, std::uint32_t currentDesktop) const
+std::optional<DesktopWindow> X11Windows::described(const Requests &requests,
+                                                   std::uint32_t currentDesktop) const
 {
     const xcb_ewmh_connection_t &atoms = m_connection.atoms();
     const auto values = [this](xcb_get_property_cookie_t cookie) {
         const auto property = m_connection.read(cookie);
         return property ? property->values() : QList<std::uint32_t>();
     };
-    X11Window window;
+    DesktopWindow window;
     window.identifier = requests.window;
     const auto title = m_connection.read(requests.title);
     const auto oldTitle = m_connection.read(requests.oldTitle);
@@ -218,15 +219,15 @@ std::optional<X11Window> X11Windows::described(const Requests &requests, std::ui
     return hasVanished ? std::nullopt : std::optional(window);
 }
 
-X11Window::Kind X11Windows::kindOf(const QList<std::uint32_t> &types, bool isTransient) const
+DesktopWindow::Kind X11Windows::kindOf(const QList<std::uint32_t> &types, bool isTransient) const
 {
     const xcb_ewmh_connection_t &atoms = m_connection.atoms();
     // Types are listed in order of preference; the first known one counts.
     for (const std::uint32_t type : types) {
         if (type == atoms._NET_WM_WINDOW_TYPE_NORMAL)
-            return X11Window::Kind::Application;
+            return DesktopWindow::Kind::Application;
         if (type == atoms._NET_WM_WINDOW_TYPE_DIALOG || type == atoms._NET_WM_WINDOW_TYPE_UTILITY)
-            return X11Window::Kind::Dialog;
+            return DesktopWindow::Kind::Dialog;
         const QList<xcb_atom_t> shell{
             atoms._NET_WM_WINDOW_TYPE_DESKTOP,    atoms._NET_WM_WINDOW_TYPE_DOCK,
             atoms._NET_WM_WINDOW_TYPE_TOOLBAR,    atoms._NET_WM_WINDOW_TYPE_MENU,
@@ -235,9 +236,9 @@ X11Window::Kind X11Windows::kindOf(const QList<std::uint32_t> &types, bool isTra
             atoms._NET_WM_WINDOW_TYPE_COMBO,      atoms._NET_WM_WINDOW_TYPE_NOTIFICATION,
             atoms._NET_WM_WINDOW_TYPE_DND};
         if (shell.contains(type))
-            return X11Window::Kind::Shell;
+            return DesktopWindow::Kind::Shell;
     }
-    return isTransient ? X11Window::Kind::Dialog : X11Window::Kind::Application;
+    return isTransient ? DesktopWindow::Kind::Dialog : DesktopWindow::Kind::Application;
 }
 
 // A crashed window manager leaves the property on the root window, but not the window it refers to.
@@ -255,7 +256,7 @@ std::optional<QString> X11Windows::windowManager() const
     return name ? QString::fromUtf8(name->bytes) : QString();
 }
 
-bool X11Windows::isActive(const X11Window &window) const
+bool X11Windows::isActive(const DesktopWindow &window) const
 {
     const std::optional<std::uint32_t> active = activeWindow();
     if (!active || *active == window.identifier)
@@ -266,7 +267,7 @@ bool X11Windows::isActive(const X11Window &window) const
 }
 
 // Applications that share a process differ in WM_CLASS, but their dialogs may not have it.
-bool X11Windows::isOfSamePart(std::uint32_t active, const X11Window &window) const
+bool X11Windows::isOfSamePart(std::uint32_t active, const DesktopWindow &window) const
 {
     if (m_connection.property(active, XCB_ATOM_WM_TRANSIENT_FOR))
         return true;
@@ -274,7 +275,7 @@ bool X11Windows::isOfSamePart(std::uint32_t active, const X11Window &window) con
     return other.instance == window.instance && other.name == window.className;
 }
 
-bool X11Windows::hasKeys(const X11Window &window) const
+bool X11Windows::hasKeys(const DesktopWindow &window) const
 {
     m_connection.requireAlive();
     if (!isActive(window))
@@ -292,13 +293,13 @@ bool X11Windows::belongToSameClient(std::uint32_t one, std::uint32_t other) cons
     return m_clients.clientOf(one) == m_clients.clientOf(other);
 }
 
-bool X11Windows::isKeyboardGrabbedFrom(const X11Window &window) const
+bool X11Windows::isKeyboardGrabbedFrom(const DesktopWindow &window) const
 {
     return X11Grabs::isKeyboardTaken(m_connection) && !hasOpenMenu(window);
 }
 
 // Menus are override-redirect windows.
-bool X11Windows::hasOpenMenu(const X11Window &window) const
+bool X11Windows::hasOpenMenu(const DesktopWindow &window) const
 {
     xcb_connection_t *const connection = m_connection.get();
     const X11Reply<xcb_query_tree_reply_t> tree(

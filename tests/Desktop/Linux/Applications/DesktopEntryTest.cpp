@@ -117,7 +117,7 @@ private Q_SLOTS:
         QFETCH(QString, sandbox);
         QFETCH(QString, applicationIdentifier);
         QFETCH(QString, className);
-        X11Window window;
+        DesktopWindow window;
         window.sandbox = sandbox;
         window.applicationIdentifier = applicationIdentifier;
         window.className = className;

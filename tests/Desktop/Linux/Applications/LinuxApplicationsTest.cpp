@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Which application a window belongs to, and its name.
 #include "Desktop/Linux/Applications/LinuxApplications.h"
-#include "Desktop/Linux/X11/SampleDesktop.h"
+#include "Desktop/Linux/WindowSystem/SampleDesktop.h"
 
 #include <QTest>
 
@@ -11,9 +11,9 @@ using namespace SampleDesktop;
 namespace {
 
 // A window of an office suite, which is a single process.
-X11Window suite(std::uint32_t identifier, const QString &className)
+DesktopWindow suite(std::uint32_t identifier, const QString &className)
 {
-    X11Window result = window(identifier, 600);
+    DesktopWindow result = window(identifier, 600);
     result.className = className;
     return result;
 }
@@ -37,7 +37,7 @@ class LinuxApplicationsTest : public QObject
 private Q_SLOTS:
     void anApplicationIsAProcessInTheOrderOfItsFirstWindow()
     {
-        X11Snapshot snapshot = desktop();
+        WindowSnapshot snapshot = desktop();
         snapshot.windows[2].className = u"Mousepad"_s;
         DesktopEntry entry;
         entry.identifier = u"org.xfce.mousepad"_s;
@@ -57,7 +57,7 @@ private Q_SLOTS:
 
     void withoutAnEntryTheClassIsTheName()
     {
-        X11Snapshot snapshot = desktop();
+        WindowSnapshot snapshot = desktop();
         snapshot.windows[1].instance = u"xterm"_s;
         snapshot.windows[1].className = u"XTerm"_s;
         const auto application = LinuxApplications::ofWindow(snapshot.windows[1], snapshot, {});
@@ -67,11 +67,11 @@ private Q_SLOTS:
 
     void oneProcessWithSeveralClassesIsSeveralApplications()
     {
-        X11Snapshot snapshot;
+        WindowSnapshot snapshot;
         snapshot.windows = {suite(1, u"libreoffice-writer"_s), suite(2, u"libreoffice-calc"_s),
                             suite(3, u"Soffice"_s), suite(4, QString()), suite(5, u"libreoffice-writer"_s)};
         snapshot.windows[2].transientFor = 2;
-        snapshot.windows[2].kind = X11Window::Kind::Dialog;
+        snapshot.windows[2].kind = DesktopWindow::Kind::Dialog;
         snapshot.stacking = {5, 4, 3, 2, 1};
         const QList<DesktopEntry> entries{suiteEntry(u"writer"_s), suiteEntry(u"calc"_s)};
         snapshot = LinuxApplications::withParts(snapshot, entries);

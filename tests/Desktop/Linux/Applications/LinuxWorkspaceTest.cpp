@@ -98,8 +98,8 @@ private:
 private Q_SLOTS:
     void cleanup()
     {
-        const X11Snapshot snapshot = m_bench.snapshot();
-        for (const X11Window &window : snapshot.windows) {
+        const WindowSnapshot snapshot = m_bench.snapshot();
+        for (const DesktopWindow &window : snapshot.windows) {
             if (window.process > 0 && window.process != QCoreApplication::applicationPid())
                 LinuxBench::output(u"kill"_s, {u"-9"_s, QString::number(window.process)});
         }
@@ -208,7 +208,7 @@ private Q_SLOTS:
         QVERIFY(m_bench.waitForActive(u"Mousepad"_s));
         const auto otherEditor = LinuxBench::start(u"featherpad"_s);
         QTRY_COMPARE_WITH_TIMEOUT(frontmostName(), u"FeatherPad"_s, LinuxBench::patience);
-        for (const X11Window &window : m_bench.snapshot().windows) {
+        for (const DesktopWindow &window : m_bench.snapshot().windows) {
             const QString identifier = QString::number(window.identifier);
             LinuxBench::output(u"xprop"_s, {u"-id"_s, identifier, u"-f"_s, u"_NET_WM_PID"_s, u"32c"_s,
                                             u"-set"_s, u"_NET_WM_PID"_s, u"2"_s});
@@ -251,8 +251,8 @@ private Q_SLOTS:
         QVERIFY(application);
         Awaited::result(m_bench.workspace.terminate(*application));
         const auto asks = [this] {
-            for (const X11Window &window : m_bench.snapshot().windows) {
-                if (window.kind == X11Window::Kind::Dialog)
+            for (const DesktopWindow &window : m_bench.snapshot().windows) {
+                if (window.kind == DesktopWindow::Kind::Dialog)
                     return true;
             }
             return false;

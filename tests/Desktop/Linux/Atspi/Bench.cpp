@@ -39,7 +39,7 @@ QCoro::Task<bool> AtspiBench::strikeKey(RunningApplication application, std::uin
     waiting.start();
     bool isInFront = false;
     while (!isInFront && !waiting.hasExpired(patience)) {
-        const X11Snapshot snapshot = co_await m_keyboard->display.snapshot();
+        const WindowSnapshot snapshot = co_await m_keyboard->display.snapshot();
         isInFront = snapshot.active() && snapshot.active()->process == application.processIdentifier;
     }
     co_return co_await m_keyboard->keyboard.strike(virtualKey, application);
@@ -151,10 +151,10 @@ QCoro::Task<QString> AtspiBenchDetails::caught(QCoro::Task<void> task)
     co_return QString();
 }
 
-QCoro::Task<std::optional<X11Window>> AtspiBench::RealKeyboard::frontmostWindow()
+QCoro::Task<std::optional<DesktopWindow>> AtspiBench::RealKeyboard::frontmostWindow()
 {
-    const X11Snapshot snapshot = co_await display.snapshot();
-    const X11Window *window = snapshot.frontmost(QCoreApplication::applicationPid());
+    const WindowSnapshot snapshot = co_await display.snapshot();
+    const DesktopWindow *window = snapshot.frontmost(QCoreApplication::applicationPid());
     if (!window)
         co_return std::nullopt;
     co_return *window;

@@ -71,7 +71,7 @@ private:
         X11Display display{clock};
         LinuxKeyboard keyboard{display, [this] { return frontmostWindow(); }};
 
-        QCoro::Task<std::optional<X11Window>> frontmostWindow();
+        QCoro::Task<std::optional<DesktopWindow>> frontmostWindow();
     };
     std::unique_ptr<RealKeyboard> m_keyboard;
 };

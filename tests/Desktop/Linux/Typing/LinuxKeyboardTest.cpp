@@ -291,8 +291,8 @@ private Q_SLOTS:
         QVERIFY(m_bench.waitForWindow(u"Writer"_s) && m_bench.waitForActive(u"Calc"_s));
         LinuxBench::output(u"xprop"_s, {u"-name"_s, u"Calc"_s, u"-f"_s, u"WM_CLASS"_s, u"8s"_s, u"-set"_s,
                                         u"WM_CLASS"_s, u"suite-calc"_s});
-        const std::optional<X11Window> calc = m_bench.waitForWindow(u"Calc"_s);
-        const std::optional<X11Window> writer = m_bench.waitForWindow(u"Writer"_s);
+        const std::optional<DesktopWindow> calc = m_bench.waitForWindow(u"Calc"_s);
+        const std::optional<DesktopWindow> writer = m_bench.waitForWindow(u"Writer"_s);
         m_bench.bringForward(*writer);
         const auto judged = Awaited::result(m_bench.workspace.frontmostApplication());
         m_bench.bringForward(*calc);

@@ -68,7 +68,7 @@ private:
     void startOther()
     {
         m_other = LinuxBench::start(QString::fromLatin1(KEY_RECEIVER), {u"Other application"_s});
-        const std::optional<X11Window> window = m_bench.waitForWindow(u"Other application"_s);
+        const std::optional<DesktopWindow> window = m_bench.waitForWindow(u"Other application"_s);
         QVERIFY(window);
         m_bench.bringForward(*window);
         LinuxBench::output(u"xdotool"_s, {u"key"_s, u"x"_s});
@@ -82,17 +82,17 @@ private:
 
     bool hasKeys()
     {
-        X11Window ours;
+        DesktopWindow ours;
         ours.identifier = std::uint32_t(m_window->winId());
         ours.process = QCoreApplication::applicationPid();
         const auto ask = [this, ours] { return m_bench.display.windows().hasKeys(ours); };
         return Awaited::result(m_bench.display.run(ask));
     }
 
-    std::optional<X11Window> found()
+    std::optional<DesktopWindow> found()
     {
-        const X11Snapshot now = m_bench.snapshot();
-        const X11Window *window = now.find(std::uint32_t(m_window->winId()));
+        const WindowSnapshot now = m_bench.snapshot();
+        const DesktopWindow *window = now.find(std::uint32_t(m_window->winId()));
         return window ? std::optional(*window) : std::nullopt;
     }
 

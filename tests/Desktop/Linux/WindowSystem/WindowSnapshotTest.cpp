@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // The window rules: which is frontmost, which to show, which to close.
-#include "Desktop/Linux/X11/Snapshot.h"
-#include "Desktop/Linux/X11/SampleDesktop.h"
+#include "Desktop/Linux/WindowSystem/WindowSnapshot.h"
+#include "Desktop/Linux/WindowSystem/SampleDesktop.h"
 
 #include <QTest>
 
@@ -10,29 +10,29 @@ using namespace SampleDesktop;
 
 namespace {
 
-std::uint32_t frontmost(const X11Snapshot &snapshot)
+std::uint32_t frontmost(const WindowSnapshot &snapshot)
 {
-    const X11Window *found = snapshot.frontmost(own);
+    const DesktopWindow *found = snapshot.frontmost(own);
     return found ? found->identifier : 0;
 }
 
 } // namespace
 
-class X11SnapshotTest : public QObject
+class WindowSnapshotTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void theActiveWindowIsInFront()
     {
-        X11Snapshot snapshot = desktop();
+        WindowSnapshot snapshot = desktop();
         snapshot.activeWindow = 4;
         QCOMPARE(frontmost(snapshot), 4u);
     }
 
     void withoutAnActiveWindowNoneIsFrontmost()
     {
-        X11Snapshot snapshot = desktop();
+        WindowSnapshot snapshot = desktop();
         snapshot.recentlyActivated = {4, 2};
         snapshot.activeWindow.reset();
         QCOMPARE(frontmost(snapshot), 0u);
@@ -42,7 +42,7 @@ private Q_SLOTS:
 
     void withAnActivePanelNoneIsFrontmost()
     {
-        X11Snapshot snapshot = desktop();
+        WindowSnapshot snapshot = desktop();
         snapshot.recentlyActivated = {5, 4, 2};
         snapshot.activeWindow = 5;
         QCOMPARE(frontmost(snapshot), 0u);
@@ -50,7 +50,7 @@ private Q_SLOTS:
 
     void ourOwnWindowYieldsToThePreviousOne()
     {
-        X11Snapshot snapshot = desktop();
+        WindowSnapshot snapshot = desktop();
         snapshot.recentlyActivated = {1, 5, 4, 2};
         QCOMPARE(frontmost(snapshot), 4u);
     }
@@ -59,7 +59,7 @@ private Q_SLOTS:
 
     void onlyWindowsOnScreenAreFrontmost()
     {
-        X11Snapshot snapshot = desktop();
+        WindowSnapshot snapshot = desktop();
         snapshot.recentlyActivated = {1, 77, 3, 2, 4};
         snapshot.windows[3].isMinimised = true;
         snapshot.windows[2].isOnCurrentDesktop = false;
@@ -68,15 +68,15 @@ private Q_SLOTS:
 
     void anEmptyDesktopHasNoFrontmostWindow()
     {
-        X11Snapshot snapshot = desktop();
-        snapshot.windows = {window(5, 500, X11Window::Kind::Shell), window(1, own)};
+        WindowSnapshot snapshot = desktop();
+        snapshot.windows = {window(5, 500, DesktopWindow::Kind::Shell), window(1, own)};
         QCOMPARE(frontmost(snapshot), 0u);
     }
 
     void aModalDialogIsInFrontOfItsWindow()
     {
-        X11Snapshot snapshot = desktop();
-        for (X11Window &window : snapshot.windows)
+        WindowSnapshot snapshot = desktop();
+        for (DesktopWindow &window : snapshot.windows)
             window.title = u"window %1"_s.arg(window.identifier);
         snapshot.recentlyActivated = {2, 3};
         QCOMPARE(snapshot.titlesInFront(editor), QStringList{u"window 2"_s});
@@ -89,13 +89,13 @@ private Q_SLOTS:
 
     void titlesOnlyOtherApplicationsOfTheProcessHaveAreForeign()
     {
-        X11Snapshot snapshot;
+        WindowSnapshot snapshot;
         const QList<std::pair<QString, QString>> titles{{u"writer"_s, u"Letter"_s},
                                                         {u"calc"_s, u"Sums"_s},
                                                         {u"writer"_s, u"Save"_s},
                                                         {u"calc"_s, u"Save"_s}};
         for (const auto &[part, title] : titles) {
-            X11Window each = window(static_cast<std::uint32_t>(snapshot.windows.size() + 1), editor);
+            DesktopWindow each = window(static_cast<std::uint32_t>(snapshot.windows.size() + 1), editor);
             each.part = part;
             each.title = title;
             snapshot.windows.append(each);
@@ -109,14 +109,14 @@ private Q_SLOTS:
 
     void theWindowUsedLastIsShown()
     {
-        X11Snapshot snapshot = desktop();
+        WindowSnapshot snapshot = desktop();
         snapshot.recentlyActivated = {4, 2, 3};
         QCOMPARE(snapshot.windowToShow(editor)->identifier, 2u);
     }
 
     void aMinimisedWindowIsShownWhenThereIsNoOther()
     {
-        X11Snapshot snapshot = desktop();
+        WindowSnapshot snapshot = desktop();
         snapshot.windows[1].isMinimised = true;
         QCOMPARE(snapshot.windowToShow(browser)->identifier, 4u);
         QCOMPARE(snapshot.windowToShow(999), nullptr);
@@ -124,7 +124,7 @@ private Q_SLOTS:
 
     void quittingClosesMainWindowsBeforeDialogs()
     {
-        X11Snapshot snapshot = desktop();
+        WindowSnapshot snapshot = desktop();
         QCOMPARE(snapshot.windowsToClose(editor).size(), 1);
         QCOMPARE(snapshot.windowsToClose(editor).first().identifier, 2u);
         snapshot.windows.removeAt(2);
@@ -133,11 +133,11 @@ private Q_SLOTS:
 
     void aWindowWithoutDeleteProtocolIsNeverClosed()
     {
-        X11Snapshot snapshot = desktop();
+        WindowSnapshot snapshot = desktop();
         snapshot.windows[1].canBeClosed = false;
         QVERIFY(snapshot.windowsToClose(browser).isEmpty());
     }
 };
 
-QTEST_GUILESS_MAIN(X11SnapshotTest)
-#include "SnapshotTest.moc"
+QTEST_GUILESS_MAIN(WindowSnapshotTest)
+#include "WindowSnapshotTest.moc"

@@ -9,8 +9,9 @@
 #include <cstdint>
 #include <optional>
 
-// A managed window. All texts are cleaned except the WM_CLASS strings, which are only compared.
-struct X11Window
+// A window of an application. All texts are cleaned except `instance` and `className`, which are only
+// compared.
+struct DesktopWindow
 {
     enum class Kind {
         Application, // an ordinary window
@@ -19,13 +20,13 @@ struct X11Window
     };
 
     std::uint32_t identifier = 0;
-    // As the server reports it; if unknown, minus the client identifier (see X11Clients).
+    // As the window system reports it; if unknown, a negative number that tells applications apart.
     qint64 process = 0;
     // The application within the process, once determined.
     QString part;
     QString title;
-    QString instance;               // first string of WM_CLASS
-    QString className;              // second string
+    QString instance;               // on X11, the first string of WM_CLASS
+    QString className;              // the second string of WM_CLASS, or the Wayland app_id
     QString sandbox;                // the process's sandboxed application: a desktop entry id
     QString applicationIdentifier;  // the desktop entry id set on the window
     QString startupIdentifier;      // of the launch that led to this window, if set
@@ -35,7 +36,7 @@ struct X11Window
     bool isModal = false;
     bool isOnCurrentDesktop = true;
     bool belongsInTaskBar = true;
-    bool canBeClosed = true; // supports WM_DELETE_WINDOW
+    bool canBeClosed = true; // takes close requests
     bool answersPings = false;
 
     bool isOf(qint64 owner, const QString &ownersPart) const
@@ -46,28 +47,28 @@ struct X11Window
     bool isOnScreen() const { return isOrdinary() && !isMinimised && isOnCurrentDesktop; }
 };
 
-// A snapshot of the window manager's state, and the rules that depend on it alone. A plain value, usable on
+// A snapshot of the window system's state, and the rules that depend on it alone. A plain value, usable on
 // any thread.
-struct X11Snapshot
+struct WindowSnapshot
 {
-    QList<X11Window> windows;               // oldest first
+    QList<DesktopWindow> windows;           // oldest first
     QList<std::uint32_t> stacking;          // front to back
     QList<std::uint32_t> recentlyActivated; // latest first
     std::optional<std::uint32_t> activeWindow;
 
-    const X11Window *find(std::uint32_t identifier) const;
-    const X11Window *active() const;
+    const DesktopWindow *find(std::uint32_t identifier) const;
+    const DesktopWindow *active() const;
 
     // All windows, front to back.
-    QList<X11Window> frontToBack() const;
+    QList<DesktopWindow> frontToBack() const;
 
     // The window the user works with: the active one, or null if no application window is active. If the
     // active window belongs to `ownProcess`, the one active before it, or else the topmost.
-    const X11Window *frontmost(qint64 ownProcess) const;
+    const DesktopWindow *frontmost(qint64 ownProcess) const;
 
     // The application's window to bring to the front: the most recently used, visible ones preferred. An
     // empty `part` means the whole process.
-    const X11Window *windowToShow(qint64 process, const QString &part = {}) const;
+    const DesktopWindow *windowToShow(qint64 process, const QString &part = {}) const;
 
     // The title of the application's front window, preceded by those of the modal dialogs that block it.
     QStringList titlesInFront(qint64 process, const QString &part = {}) const;
@@ -76,7 +77,7 @@ struct X11Snapshot
     QStringList foreignTitles(qint64 process, const QString &part) const;
 
     // The windows to close to quit the application: its main windows, or the others if it has none.
-    QList<X11Window> windowsToClose(qint64 process, const QString &part = {}) const;
+    QList<DesktopWindow> windowsToClose(qint64 process, const QString &part = {}) const;
 
 private:
     // The active window, then the recently active ones, latest first, then the rest front to back.

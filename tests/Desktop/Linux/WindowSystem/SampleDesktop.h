@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "Desktop/Linux/X11/Snapshot.h"
+#include "Desktop/Linux/WindowSystem/WindowSnapshot.h"
 
 // A small sample desktop for tests of the window rules.
 namespace SampleDesktop {
@@ -10,10 +10,10 @@ inline constexpr qint64 own = 100;
 inline constexpr qint64 editor = 200;
 inline constexpr qint64 browser = 300;
 
-inline X11Window window(std::uint32_t identifier, qint64 process,
-                        X11Window::Kind kind = X11Window::Kind::Application)
+inline DesktopWindow window(std::uint32_t identifier, qint64 process,
+                            DesktopWindow::Kind kind = DesktopWindow::Kind::Application)
 {
-    X11Window result;
+    DesktopWindow result;
     result.identifier = identifier;
     result.process = process;
     result.kind = kind;
@@ -22,11 +22,11 @@ inline X11Window window(std::uint32_t identifier, qint64 process,
 }
 
 // Our palette (1) over an editor's window (2) and dialog (3), a browser (4) and the desktop's background (5).
-inline X11Snapshot desktop()
+inline WindowSnapshot desktop()
 {
-    X11Snapshot snapshot;
-    snapshot.windows = {window(5, 500, X11Window::Kind::Shell), window(4, browser), window(2, editor),
-                        window(3, editor, X11Window::Kind::Dialog), window(1, own)};
+    WindowSnapshot snapshot;
+    snapshot.windows = {window(5, 500, DesktopWindow::Kind::Shell), window(4, browser), window(2, editor),
+                        window(3, editor, DesktopWindow::Kind::Dialog), window(1, own)};
     snapshot.stacking = {1, 3, 2, 4, 5};
     snapshot.activeWindow = 1;
     return snapshot;

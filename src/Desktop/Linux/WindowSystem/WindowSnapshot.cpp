@@ -1,32 +1,32 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "Desktop/Linux/X11/Snapshot.h"
+#include "Desktop/Linux/WindowSystem/WindowSnapshot.h"
 
 #include <algorithm>
 
-const X11Window *X11Snapshot::find(std::uint32_t identifier) const
+const DesktopWindow *WindowSnapshot::find(std::uint32_t identifier) const
 {
-    const auto window = std::find_if(windows.cbegin(), windows.cend(), [identifier](const X11Window &each) {
-        return each.identifier == identifier;
-    });
+    const auto window =
+        std::find_if(windows.cbegin(), windows.cend(),
+                     [identifier](const DesktopWindow &each) { return each.identifier == identifier; });
     return window == windows.cend() ? nullptr : &*window;
 }
 
-const X11Window *X11Snapshot::active() const
+const DesktopWindow *WindowSnapshot::active() const
 {
     return activeWindow ? find(*activeWindow) : nullptr;
 }
 
-QList<X11Window> X11Snapshot::frontToBack() const
+QList<DesktopWindow> WindowSnapshot::frontToBack() const
 {
-    QList<X11Window> result;
+    QList<DesktopWindow> result;
     for (const std::uint32_t identifier : stacking) {
-        if (const X11Window *window = find(identifier))
+        if (const DesktopWindow *window = find(identifier))
             result.append(*window);
     }
     return result;
 }
 
-QList<std::uint32_t> X11Snapshot::byRecency() const
+QList<std::uint32_t> WindowSnapshot::byRecency() const
 {
     QList<std::uint32_t> result;
     if (activeWindow)
@@ -40,24 +40,24 @@ QList<std::uint32_t> X11Snapshot::byRecency() const
     return result;
 }
 
-const X11Window *X11Snapshot::frontmost(qint64 ownProcess) const
+const DesktopWindow *WindowSnapshot::frontmost(qint64 ownProcess) const
 {
-    const X11Window *activeNow = active();
+    const DesktopWindow *activeNow = active();
     if (!activeNow || activeNow->process != ownProcess)
         return activeNow && activeNow->isOnScreen() ? activeNow : nullptr;
     for (const std::uint32_t identifier : byRecency()) {
-        const X11Window *window = find(identifier);
+        const DesktopWindow *window = find(identifier);
         if (window && window->isOnScreen() && window->process != ownProcess)
             return window;
     }
     return nullptr;
 }
 
-const X11Window *X11Snapshot::windowToShow(qint64 process, const QString &part) const
+const DesktopWindow *WindowSnapshot::windowToShow(qint64 process, const QString &part) const
 {
-    const X11Window *hidden = nullptr;
+    const DesktopWindow *hidden = nullptr;
     for (const std::uint32_t identifier : byRecency()) {
-        const X11Window *window = find(identifier);
+        const DesktopWindow *window = find(identifier);
         if (!window || !window->isOf(process, part) || !window->isOrdinary())
             continue;
         if (window->isOnScreen())
@@ -68,13 +68,13 @@ const X11Window *X11Snapshot::windowToShow(qint64 process, const QString &part) 
     return hidden;
 }
 
-QStringList X11Snapshot::titlesInFront(qint64 process, const QString &part) const
+QStringList WindowSnapshot::titlesInFront(qint64 process, const QString &part) const
 {
-    const X11Window *front = windowToShow(process, part);
+    const DesktopWindow *front = windowToShow(process, part);
     if (!front)
         return {};
     QStringList titles{front->title};
-    for (const X11Window &window : windows) {
+    for (const DesktopWindow &window : windows) {
         const bool blocks = window.isModal && window.transientFor == front->identifier && window.isOnScreen();
         if (blocks && window.process == process)
             titles.prepend(window.title);
@@ -82,11 +82,11 @@ QStringList X11Snapshot::titlesInFront(qint64 process, const QString &part) cons
     return titles;
 }
 
-QStringList X11Snapshot::foreignTitles(qint64 process, const QString &part) const
+QStringList WindowSnapshot::foreignTitles(qint64 process, const QString &part) const
 {
     QStringList own;
     QStringList foreign;
-    for (const X11Window &window : windows) {
+    for (const DesktopWindow &window : windows) {
         if (window.process == process)
             (window.isOf(process, part) ? own : foreign).append(window.title);
     }
@@ -94,14 +94,14 @@ QStringList X11Snapshot::foreignTitles(qint64 process, const QString &part) cons
     return foreign;
 }
 
-QList<X11Window> X11Snapshot::windowsToClose(qint64 process, const QString &part) const
+QList<DesktopWindow> WindowSnapshot::windowsToClose(qint64 process, const QString &part) const
 {
-    QList<X11Window> main;
-    QList<X11Window> others;
-    for (const X11Window &window : windows) {
+    QList<DesktopWindow> main;
+    QList<DesktopWindow> others;
+    for (const DesktopWindow &window : windows) {
         if (!window.isOf(process, part) || !window.isOrdinary() || !window.canBeClosed)
             continue;
-        if (window.kind == X11Window::Kind::Application)
+        if (window.kind == DesktopWindow::Kind::Application)
             main.append(window);
         else
             others.append(window);

@@ -610,7 +610,7 @@ STEPS: Dict[str, Callable[[Setting], Step]] = {
     "read_ui": read_ui,
 }
 WEIGHTS = {
-    "open_app": 9,
+    "open_app": 14,
     "quit_app": 8,
     "open_url": 9,
     "web_search": 10,
@@ -626,9 +626,9 @@ WEIGHTS = {
     "list_windows": 4,
     "read_ui": 4,
     "finder_folder": 7,
-    "app_then": 17,
-    "two": 20,
-    "three": 28,
+    "app_then": 20,
+    "two": 44,
+    "three": 40,
     "unsupported": 8,
     "too_long": 9,
 }

@@ -23,7 +23,7 @@ _WORDING = frozenset(
 class TrainingValues:
     """Values without held-out words."""
 
-    ANY_SCRIPT = 0.3  # share of the phrases with words beyond ASCII
+    ANY_SCRIPT = 0.5  # share of the phrases with words beyond ASCII
 
     def __init__(self, pieces: Sequence[str] = ()) -> None:
         self._pieces = [piece for piece in pieces if piece.isalpha()]

@@ -5,6 +5,7 @@
 
 #include <QSemaphore>
 
+#include <sys/resource.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -32,6 +33,14 @@ Duration stolenSoFar()
         counters >> count;
     const Duration::rep perTick = Duration(std::chrono::seconds(1)).count() / ::sysconf(_SC_CLK_TCK);
     return Duration(ticks.back() * perTick);
+}
+
+// How often the process has waited for one of its pages, such as code that the kernel had dropped.
+long pagesReadSoFar()
+{
+    rusage usage{};
+    ::getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_majflt;
 }
 
 // The kernel counts how long a thread ran and how long it waited to run. The remaining time it slept or its
@@ -80,18 +89,23 @@ StandstillWatch::Duration StandstillWatch::sleepBeforeAnswer(const std::stop_tok
     {
         QSemaphore isThere;
         Duration slept{};
+        long pagesRead = 0;
     };
     const auto answer = std::make_shared<Answer>();
     const auto reply = [answer, mainThread = m_mainThread] {
         answer->slept = sleptSoFar(mainThread);
+        answer->pagesRead = pagesReadSoFar();
         answer->isThere.release();
     };
     QMetaObject::invokeMethod(&m_receiver, reply, Qt::QueuedConnection);
     const ProcessorWaits waitsBefore;
+    const long pagesBefore = pagesReadSoFar();
     const Duration before = sleptSoFar(m_mainThread);
     constexpr int patience = 10; // ms
     while (!answer->isThere.tryAcquire(1, patience))
         if (end.stop_requested())
             return Duration::zero();
+    if (answer->pagesRead != pagesBefore)
+        return Duration::zero();
     return answer->slept - before - ProcessorWaits().since(waitsBefore);
 }

@@ -10,8 +10,9 @@
 #include <thread>
 
 // Detects when the main thread's event loop stands still because the thread sleeps in a blocking call. Time
-// spent running, waiting for a CPU, or waiting for a thread that waits for a CPU does not count, so a slow or
-// busy machine alone is no standstill. Linux. Create and destroy it on the main thread.
+// spent running, waiting for a CPU, or waiting for a thread that waits for a CPU does not count, and neither
+// does a sleep during which the process's own pages were read from the disk, so a slow or busy machine alone
+// is no standstill. Linux. Create and destroy it on the main thread.
 class StandstillWatch
 {
 public:

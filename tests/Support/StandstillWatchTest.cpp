@@ -1,15 +1,21 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Support/StandstillWatch.h"
 
+#include <QDir>
 #include <QElapsedTimer>
 #include <QSemaphore>
+#include <QTemporaryFile>
 #include <QTest>
 #include <QTimer>
 
+#include <fcntl.h>
 #include <sched.h>
+#include <sys/resource.h>
+#include <unistd.h>
 
 #include <ctime>
 
+using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 class StandstillWatchTest : public QObject
@@ -22,6 +28,7 @@ private Q_SLOTS:
     void shortSleepsAreNoStandstill();
     void workIsNoStandstill();
     void waitingForAPreemptedThreadIsNoStandstill();
+    void waitingForPagesFromTheDiskIsNoStandstill();
 };
 
 void StandstillWatchTest::anIdleEventLoopIsNoStandstill()
@@ -108,6 +115,34 @@ void StandstillWatchTest::waitingForAPreemptedThreadIsNoStandstill()
     QTRY_VERIFY_WITH_TIMEOUT(isDone, 60'000);
     QTest::qWait(50);
     QVERIFY(isPlaced);
+    QVERIFY2(watch.longest() <= StandstillWatch::limit, qPrintable(QString::number(watch.longest().count())));
+}
+
+// A slow disk, simulated: besides the sleep, pages that are not in memory are touched.
+void StandstillWatchTest::waitingForPagesFromTheDiskIsNoStandstill()
+{
+    constexpr qsizetype size = 4 << 20;
+    QTemporaryFile file(QDir::currentPath() + u"/StandstillWatchTest-XXXXXX"_s);
+    QVERIFY(file.open() && file.write(QByteArray(size, 'x')) == size && file.flush());
+    QVERIFY(::fsync(file.handle()) == 0);
+    QVERIFY(::posix_fadvise(file.handle(), 0, 0, POSIX_FADV_DONTNEED) == 0);
+    const uchar *content = file.map(0, size);
+    QVERIFY(content);
+    rusage before{};
+    rusage after{};
+    const StandstillWatch watch;
+    bool isDone = false;
+    QTimer::singleShot(20, this, [&] {
+        std::this_thread::sleep_for(200ms);
+        ::getrusage(RUSAGE_SELF, &before);
+        for (qsizetype i = 0; i < size; i += 4096)
+            isDone = content[i] == 'x';
+        ::getrusage(RUSAGE_SELF, &after);
+    });
+    QTRY_VERIFY(isDone);
+    QTest::qWait(50);
+    if (after.ru_majflt == before.ru_majflt)
+        QSKIP("This file system keeps its pages in memory.");
     QVERIFY2(watch.longest() <= StandstillWatch::limit, qPrintable(QString::number(watch.longest().count())));
 }
 

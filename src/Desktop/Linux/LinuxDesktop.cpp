@@ -7,13 +7,13 @@ LinuxDesktop::LinuxDesktop(const QString &homeDirectory) : m_files(homeDirectory
 
 Desktop LinuxDesktop::desktop()
 {
-    return {m_session,       m_workspace, m_accessibility, m_keyboard,
-            m_screenCapture, m_scripting, m_files,         m_clock};
+    return {m_session,   m_workspace, m_accessibility, m_display->keyboard(), m_display->screenCapture(),
+            m_scripting, m_files,     m_clock};
 }
 
 QCoro::Task<bool> LinuxDesktop::canSendKeys()
 {
-    return m_keyboard.canSendKeys();
+    return m_display->keyboard().canSendKeys();
 }
 
 QCoro::Task<void> LinuxDesktop::activate(RunningApplication application)
@@ -23,7 +23,7 @@ QCoro::Task<void> LinuxDesktop::activate(RunningApplication application)
 
 QCoro::Task<bool> LinuxDesktop::strikeKey(RunningApplication application, std::uint16_t virtualKey)
 {
-    return m_keyboard.strike(virtualKey, application);
+    return m_display->keyboard().strike(virtualKey, application);
 }
 
 QCoro::Task<AtspiTitles> LinuxDesktop::titles(RunningApplication application)

@@ -40,6 +40,7 @@ private Q_SLOTS:
     void anApplicationIsQuit();
     void theScreenIsCaptured();
     void withoutAWindowNothingIsTyped();
+    void whatChromiumWouldCutIsNotTyped();
     void aTaskIsCarriedOut();
 
 private:
@@ -161,6 +162,21 @@ void SwayTest::withoutAWindowNothingIsTyped()
     const Outcome outcome = m_runner->perform("type_text", {{"text", u"secret"_s}});
     QVERIFY(outcome.hasFailed);
     QCOMPARE(outcome.line, u"No application is in front to receive the keys."_s);
+}
+
+void SwayTest::whatChromiumWouldCutIsNotTyped()
+{
+    PrivateDesktop::start(u"chromium"_s, {u"--no-sandbox"_s, u"--no-first-run"_s, u"--disable-gpu"_s,
+                                          u"--ozone-platform=wayland"_s, u"about:blank"_s});
+    const auto isInFront = [] {
+        const auto window = Sway::focused();
+        return window && window->applicationIdentifier.contains("chromium"_L1);
+    };
+    QVERIFY2(QTest::qWaitFor(isInFront, PrivateDesktop::patience), qPrintable(Sway::described()));
+    const Outcome outcome = m_runner->perform("type_text", {{"text", u"party 🎉"_s}});
+    QVERIFY2(outcome.hasFailed &&
+                 outcome.line.endsWith(u"may not take the character “🎉”, so nothing was typed."_s),
+             qPrintable(outcome.line));
 }
 
 void SwayTest::aTaskIsCarriedOut()

@@ -14,13 +14,11 @@
 
 namespace {
 
-using FrontmostWindow = ReceiverKeyboard::FrontmostWindow;
-
 class X11Services : public DisplayServices
 {
 public:
-    X11Services(Clock &clock, const FrontmostWindow &frontmostWindow, const std::optional<QString> &obstacle)
-        : m_obstacle(obstacle), m_display(clock, obstacle), m_keyboard(m_display, frontmostWindow)
+    X11Services(Clock &clock, const KeyboardEnvironment &environment, const std::optional<QString> &obstacle)
+        : m_obstacle(obstacle), m_display(clock, obstacle), m_keyboard(m_display, environment.frontmostWindow)
     {
     }
 
@@ -41,9 +39,10 @@ class WaylandServices : public DisplayServices
 {
 public:
     WaylandServices(std::unique_ptr<WaylandConnection> connection, Clock &clock,
-                    const FrontmostWindow &frontmostWindow)
+                    const KeyboardEnvironment &environment)
         : m_connection(std::move(connection)), m_windows(*m_connection, clock),
-          m_keyboard(*m_connection, m_windows, frontmostWindow, clock)
+          m_keyboard(*m_connection, m_windows, environment.frontmostWindow, environment.takesEveryCharacter,
+                     clock)
     {
     }
 
@@ -65,12 +64,13 @@ std::unique_ptr<WaylandConnection> compositorOf(SessionType type)
 
 } // namespace
 
-std::unique_ptr<DisplayServices> DisplayServices::connect(Clock &clock, FrontmostWindow frontmostWindow)
+std::unique_ptr<DisplayServices> DisplayServices::connect(Clock &clock,
+                                                          const KeyboardEnvironment &environment)
 {
     const SessionType type = Sessions::typeWith(Sessions::displayServer());
     if (std::unique_ptr<WaylandConnection> compositor = compositorOf(type))
-        return std::make_unique<WaylandServices>(std::move(compositor), clock, frontmostWindow);
-    return std::make_unique<X11Services>(clock, frontmostWindow, Sessions::obstacle(type));
+        return std::make_unique<WaylandServices>(std::move(compositor), clock, environment);
+    return std::make_unique<X11Services>(clock, environment, Sessions::obstacle(type));
 }
 
 std::optional<QString> DisplayServices::obstacleInEnvironment()

@@ -11,6 +11,13 @@
 
 class X11Display;
 
+// What the keyboard asks of other services.
+struct KeyboardEnvironment
+{
+    ReceiverKeyboard::FrontmostWindow frontmostWindow;
+    std::function<QCoro::Task<bool>(RunningApplication)> takesEveryCharacter; // beyond U+FFFF
+};
+
 // The services that depend on the display: those of the X server, or of the Wayland compositor if it offers
 // all that actions need. In any other Wayland session there is an obstacle: every operation throws
 // PlatformError with it, and nothing is ever sent to Xwayland. Thread: main.
@@ -20,10 +27,8 @@ public:
     virtual ~DisplayServices() = default;
 
     // Connects. Throws PlatformError if there is no display. Blocks up to two seconds, as does
-    // `obstacleInEnvironment`. `clock` must outlive the services; `frontmostWindow` is called by the
-    // keyboard.
-    static std::unique_ptr<DisplayServices> connect(Clock &clock,
-                                                    ReceiverKeyboard::FrontmostWindow frontmostWindow);
+    // `obstacleInEnvironment`. `clock` must outlive the services.
+    static std::unique_ptr<DisplayServices> connect(Clock &clock, const KeyboardEnvironment &environment);
 
     // The obstacle in the environment's session, if there is one.
     static std::optional<QString> obstacleInEnvironment();

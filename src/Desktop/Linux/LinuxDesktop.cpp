@@ -33,3 +33,16 @@ QCoro::Task<AtspiTitles> LinuxDesktop::titles(RunningApplication application)
     co_return AtspiTitles{now.titlesInFront(process, application.part),
                           now.foreignTitles(process, application.part)};
 }
+
+KeyboardEnvironment LinuxDesktop::keyboardEnvironment()
+{
+    return {[this] { return m_workspace.frontmostWindow(); },
+            [this](RunningApplication application) { return takesEveryCharacter(application); }};
+}
+
+// An application that doesn't answer may be based on Chromium, which by default isn't registered.
+QCoro::Task<bool> LinuxDesktop::takesEveryCharacter(RunningApplication application)
+{
+    const AtspiToolkit toolkit = co_await m_accessibility.toolkitOf(application);
+    co_return toolkit != AtspiToolkit::Chromium &&toolkit != AtspiToolkit::Other;
+}

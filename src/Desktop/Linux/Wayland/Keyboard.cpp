@@ -82,6 +82,18 @@ QList<std::span<const PlannedKey>> chunksOf(const TypingBatch &batch)
     return chunks;
 }
 
+// The first character beyond U+FFFF; empty if there is none.
+QString firstBeyondBasicPlane(const QList<KeyStroke> &strokes)
+{
+    for (const KeyStroke &stroke : strokes) {
+        for (qsizetype i = 0; i + 1 < stroke.text.size(); ++i) {
+            if (stroke.text.at(i).isHighSurrogate())
+                return stroke.text.mid(i, 2);
+        }
+    }
+    return {};
+}
+
 std::uint32_t now()
 {
     const auto time = std::chrono::steady_clock::now().time_since_epoch();
@@ -96,9 +108,10 @@ bool WaylandKeyboard::isOfferedBy(const WaylandConnection &connection)
 }
 
 WaylandKeyboard::WaylandKeyboard(WaylandConnection &connection, WindowSystem &windowSystem,
-                                 FrontmostWindow frontmostWindow, Clock &clock)
+                                 FrontmostWindow frontmostWindow, TakesEveryCharacter takesEveryCharacter,
+                                 Clock &clock)
     : m_connection(connection), m_windowSystem(windowSystem), m_frontmostWindow(std::move(frontmostWindow)),
-      m_clock(clock)
+      m_takesEveryCharacter(std::move(takesEveryCharacter)), m_clock(clock)
 {
     const WaylandObject<zwp_virtual_keyboard_manager_v1, zwp_virtual_keyboard_manager_v1_destroy> manager(
         connection.bind<zwp_virtual_keyboard_manager_v1>(zwp_virtual_keyboard_manager_v1_interface, 1));
@@ -121,6 +134,8 @@ QCoro::Task<void> WaylandKeyboard::post(QList<KeyStroke> strokes, std::chrono::m
         co_return;
     const QList<TypingBatch> batches = planKeyChunks(strokes);
     co_await waitUntilKnown();
+    if (receiver)
+        co_await requireCharactersTaken(strokes, *receiver);
     const DesktopWindow window = co_await target(m_windowSystem, m_frontmostWindow, receiver);
     // The compositor may have replaced the keymap, as sway does when it reloads its settings.
     m_lentSymbols.reset();
@@ -158,6 +173,18 @@ QCoro::Task<bool> WaylandKeyboard::canSendKeys()
     } catch (const PlatformError &) {
         co_return false;
     }
+}
+
+QCoro::Task<void> WaylandKeyboard::requireCharactersTaken(QList<KeyStroke> strokes,
+                                                          RunningApplication receiver)
+{
+    const QString character = firstBeyondBasicPlane(strokes);
+    if (character.isEmpty())
+        co_return;
+    const bool isTaken = co_await m_takesEveryCharacter(receiver);
+    if (!isTaken)
+        throw PlatformError(u"“%1” may not take the character “%2”, so nothing was typed."_s.arg(
+            receiver.shownName(), character));
 }
 
 QCoro::Task<void> WaylandKeyboard::waitUntilKnown()

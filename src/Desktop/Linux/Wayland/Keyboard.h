@@ -25,11 +25,14 @@ struct zwp_virtual_keyboard_v1;
 class WaylandKeyboard : public ReceiverKeyboard
 {
 public:
+    // Whether the application takes characters beyond U+FFFF. Chromium cuts them to 16 bits.
+    using TakesEveryCharacter = std::function<QCoro::Task<bool>(RunningApplication)>;
+
     static bool isOfferedBy(const WaylandConnection &connection);
 
     // The compositor must offer the protocol.
     WaylandKeyboard(WaylandConnection &connection, WindowSystem &windowSystem,
-                    FrontmostWindow frontmostWindow, Clock &clock);
+                    FrontmostWindow frontmostWindow, TakesEveryCharacter takesEveryCharacter, Clock &clock);
     ~WaylandKeyboard() override;
     WaylandKeyboard(const WaylandKeyboard &) = delete;
     WaylandKeyboard &operator=(const WaylandKeyboard &) = delete;
@@ -44,6 +47,7 @@ public:
 
 private:
     QCoro::Task<void> waitUntilKnown();
+    QCoro::Task<void> requireCharactersTaken(QList<KeyStroke> strokes, RunningApplication receiver);
     QCoro::Task<bool> isActive(DesktopWindow window);
     void send(std::span<const PlannedKey> keys, const QHash<std::uint8_t, std::uint32_t> &lentSymbols);
     void setKeymap(const QHash<std::uint8_t, std::uint32_t> &lentSymbols);
@@ -54,6 +58,7 @@ private:
     WaylandConnection &m_connection;
     WindowSystem &m_windowSystem;
     FrontmostWindow m_frontmostWindow;
+    TakesEveryCharacter m_takesEveryCharacter;
     Clock &m_clock;
     zwp_virtual_keyboard_v1 *m_keyboard = nullptr;
     QElapsedTimer m_age;

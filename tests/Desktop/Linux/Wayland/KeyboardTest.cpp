@@ -122,11 +122,13 @@ private Q_SLOTS:
     void keysNeverReachAnotherApplicationThanTheirReceiver();
     void withoutAnApplicationInFrontNothingIsSent();
     void untypableTextSendsNoKeys();
+    void charactersThatTheApplicationCutsAreNotSent();
     void typingStopsWhenAnotherApplicationGetsTheFocus();
     void keysCanBeSent();
 
 private:
     QCoro::Task<std::optional<DesktopWindow>> frontmostWindow();
+    QCoro::Task<bool> takesEveryCharacter() { co_return m_takesEveryCharacter; }
     std::optional<RunningApplication> frontmostApplication();
     QString titleInFront();
     void startReceiver();
@@ -137,7 +139,9 @@ private:
     SystemClock m_clock;
     WaylandConnection m_connection;
     WaylandToplevels m_windows{m_connection, m_clock};
-    WaylandKeyboard m_keyboard{m_connection, m_windows, [this] { return frontmostWindow(); }, m_clock};
+    bool m_takesEveryCharacter = true;
+    WaylandKeyboard m_keyboard{m_connection, m_windows, [this] { return frontmostWindow(); },
+                               [this](RunningApplication) { return takesEveryCharacter(); }, m_clock};
     QProcess m_receiver;
 };
 
@@ -329,6 +333,19 @@ void KeyboardTest::untypableTextSendsNoKeys()
     QCOMPARE(post({text(u"abc"_s), text(u"def\x1b"_s)}), refusal);
     QCOMPARE(post({key(36)}), QString());
     QCOMPARE(textIn(receivedUntilReturn()), u"\r"_s);
+}
+
+void KeyboardTest::charactersThatTheApplicationCutsAreNotSent()
+{
+    startReceiver();
+    m_takesEveryCharacter = false;
+    const QString refusal = post({text(u"ab"_s), text(u"c🎉"_s)});
+    const QString accepted = post({text(u"漢"_s), text(u"\n"_s)});
+    m_takesEveryCharacter = true;
+    QVERIFY2(refusal.endsWith(u"may not take the character “🎉”, so nothing was typed."_s),
+             qPrintable(refusal));
+    QCOMPARE(accepted, QString());
+    QCOMPARE(textIn(receivedUntilReturn()), u"漢\r"_s);
 }
 
 void KeyboardTest::typingStopsWhenAnotherApplicationGetsTheFocus()

@@ -10,12 +10,17 @@ function(orvane_add_library NAME)
   target_link_libraries(${NAME} PUBLIC ${ARG_PUBLIC} PRIVATE orvane_options ${ARG_PRIVATE})
 endfunction()
 
-# orvane_add_test(NAME LABEL <unit|engine|desktop|ui|slow> SOURCES ... LIBRARIES ... [ARGUMENTS ...] [TIMEOUT s])
-# A Qt Test program. Tests labelled desktop, ui or slow run in a private desktop session.
+# orvane_add_test(NAME LABEL <unit|engine|desktop|ui|slow> SOURCES ... LIBRARIES ... [ARGUMENTS ...] [TIMEOUT s]
+#                 [SESSION <x11|sway|labwc>])
+# A Qt Test program. Tests labelled desktop, ui or slow run in a private desktop session, on X11 unless SESSION says
+# otherwise.
 function(orvane_add_test NAME)
-  cmake_parse_arguments(ARG "" "LABEL;TIMEOUT" "SOURCES;LIBRARIES;ARGUMENTS" ${ARGN})
+  cmake_parse_arguments(ARG "" "LABEL;SESSION;TIMEOUT" "SOURCES;LIBRARIES;ARGUMENTS" ${ARGN})
   if(NOT ARG_LABEL MATCHES "^(unit|engine|desktop|ui|slow)$")
     message(FATAL_ERROR "orvane_add_test(${NAME}): unknown label '${ARG_LABEL}'")
+  endif()
+  if(NOT ARG_SESSION)
+    set(ARG_SESSION x11)
   endif()
   if(NOT ARG_TIMEOUT)
     set(ARG_TIMEOUT 120)
@@ -25,7 +30,8 @@ function(orvane_add_test NAME)
   target_link_libraries(${NAME} PRIVATE orvane_options Qt6::Test ${ARG_LIBRARIES})
   if(ARG_LABEL MATCHES "^(desktop|ui|slow)$")
     add_test(NAME ${NAME}
-      COMMAND "${PROJECT_SOURCE_DIR}/tests/applications/private-session" $<TARGET_FILE:${NAME}> ${ARG_ARGUMENTS})
+      COMMAND "${PROJECT_SOURCE_DIR}/tests/applications/private-session" --session ${ARG_SESSION}
+              $<TARGET_FILE:${NAME}> ${ARG_ARGUMENTS})
   else()
     add_test(NAME ${NAME} COMMAND ${NAME} ${ARG_ARGUMENTS})
   endif()

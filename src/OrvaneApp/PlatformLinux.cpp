@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/Diagnosis/LinuxDiagnosis.h"
+#include "Desktop/Linux/DisplayServices.h"
 #include "Desktop/Linux/LinuxDesktop.h"
 #include "Desktop/Linux/LinuxShell.h"
 #include "Desktop/Linux/Session/LinuxProgramInstance.h"
-#include "Desktop/Linux/Session/SessionType.h"
 #include "Desktop/Linux/Window/LinuxDisplay.h"
 #include "OrvaneApp/Platform.h"
 
@@ -38,7 +38,7 @@ bool Platform::prepareDisplay()
 
 std::optional<QString> Platform::sessionObstacle()
 {
-    return Sessions::obstacle(Sessions::typeWith(Sessions::displayServer()));
+    return DisplayServices::obstacleInEnvironment();
 }
 
 std::unique_ptr<DesktopServices> Platform::connectToDesktop()

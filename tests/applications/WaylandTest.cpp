@@ -19,7 +19,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString sentence = u"Orvane can't see or operate a Wayland desktop yet: log out, and choose an X11 "
+const QString sentence = u"Orvane can't see or operate this Wayland desktop yet: log out, and choose an X11 "
                          "(“Xorg”) session on the login screen."_s;
 
 // An active window that records all its events (xev). Keys sent by xdotool prove that it receives events, and
@@ -174,7 +174,7 @@ void WaylandTest::theDoctorSaysIt()
     QVERIFY2(report.status == 4, qPrintable(report.text));
     QCOMPARE(report.identifiers(), QStringList({u"session"_s, u"model"_s, u"llama"_s}));
     QCOMPARE(report.state(u"session"_s), u"broken"_s);
-    QCOMPARE(report.finding(u"session"_s), u"Orvane can't see or operate a Wayland desktop yet."_s);
+    QCOMPARE(report.finding(u"session"_s), u"Orvane can't see or operate this Wayland desktop yet."_s);
     QVERIFY2(report.advice(u"session"_s).contains(u"X11"_s), qPrintable(report.text));
 }
 

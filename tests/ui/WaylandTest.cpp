@@ -27,8 +27,9 @@ void UiWaylandTest::init()
 void UiWaylandTest::theWindowSaysItFromTheStart()
 {
     QVERIFY(orvane().start());
-    QVERIFY(orvane().waitFor(Role::label, u"Orvane can't see or operate a Wayland desktop yet: log out, and "
-                                          "choose an X11 (“Xorg”) session on the login screen."_s));
+    QVERIFY(orvane().waitFor(Role::label,
+                             u"Orvane can't see or operate this Wayland desktop yet: log out, and "
+                             "choose an X11 (“Xorg”) session on the login screen."_s));
     QVERIFY(orvane().isRunning());
 }
 

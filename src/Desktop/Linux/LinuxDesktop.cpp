@@ -7,13 +7,13 @@ LinuxDesktop::LinuxDesktop(const QString &homeDirectory) : m_files(homeDirectory
 
 Desktop LinuxDesktop::desktop()
 {
-    return {m_session,       m_workspace, m_accessibility, m_keyboard,
-            m_screenCapture, m_scripting, m_files,         m_clock};
+    return {m_session,   m_workspace, m_accessibility, m_display->keyboard(), m_display->screenCapture(),
+            m_scripting, m_files,     m_clock};
 }
 
 QCoro::Task<bool> LinuxDesktop::canSendKeys()
 {
-    return m_keyboard.canSendKeys();
+    return m_display->keyboard().canSendKeys();
 }
 
 QCoro::Task<void> LinuxDesktop::activate(RunningApplication application)
@@ -23,7 +23,7 @@ QCoro::Task<void> LinuxDesktop::activate(RunningApplication application)
 
 QCoro::Task<bool> LinuxDesktop::strikeKey(RunningApplication application, std::uint16_t virtualKey)
 {
-    return m_keyboard.strike(virtualKey, application);
+    return m_display->keyboard().strike(virtualKey, application);
 }
 
 QCoro::Task<AtspiTitles> LinuxDesktop::titles(RunningApplication application)
@@ -32,4 +32,17 @@ QCoro::Task<AtspiTitles> LinuxDesktop::titles(RunningApplication application)
     const qint64 process = application.processIdentifier;
     co_return AtspiTitles{now.titlesInFront(process, application.part),
                           now.foreignTitles(process, application.part)};
+}
+
+KeyboardEnvironment LinuxDesktop::keyboardEnvironment()
+{
+    return {[this] { return m_workspace.frontmostWindow(); },
+            [this](RunningApplication application) { return takesEveryCharacter(application); }};
+}
+
+// An application that doesn't answer may be based on Chromium, which by default isn't registered.
+QCoro::Task<bool> LinuxDesktop::takesEveryCharacter(RunningApplication application)
+{
+    const AtspiToolkit toolkit = co_await m_accessibility.toolkitOf(application);
+    co_return toolkit != AtspiToolkit::Chromium &&toolkit != AtspiToolkit::Other;
 }

@@ -5,10 +5,9 @@
 #include "Desktop/Linux/Applications/LinuxWorkspace.h"
 #include "Desktop/Linux/Atspi/Accessibility.h"
 #include "Desktop/Linux/Atspi/Environment.h"
-#include "Desktop/Linux/LinuxScreenCapture.h"
+#include "Desktop/Linux/DisplayServices.h"
 #include "Desktop/Linux/LinuxScripting.h"
 #include "Desktop/Linux/Session/LinuxSession.h"
-#include "Desktop/Linux/Typing/LinuxKeyboard.h"
 #include "Desktop/SystemClock.h"
 
 #include <QDir>
@@ -31,14 +30,14 @@ private:
     QCoro::Task<bool> strikeKey(RunningApplication application, std::uint16_t virtualKey) override;
     QCoro::Task<AtspiTitles> titles(RunningApplication application) override;
 
-    const SessionType m_type = Sessions::typeWith(Sessions::displayServer());
+    KeyboardEnvironment keyboardEnvironment();
+    QCoro::Task<bool> takesEveryCharacter(RunningApplication application);
+
     SystemClock m_clock;
     BoundedQueue m_gio{QStringLiteral("desktop.gio"), QStringLiteral("The desktop's application registry")};
-    X11Display m_display{m_clock, Sessions::obstacle(m_type)};
-    LinuxSession m_session{m_display, m_type};
-    LinuxWorkspace m_workspace{m_display, m_gio, m_clock};
-    LinuxKeyboard m_keyboard{m_display, [this] { return m_workspace.frontmostWindow(); }};
-    LinuxScreenCapture m_screenCapture{m_display};
+    std::unique_ptr<DisplayServices> m_display = DisplayServices::connect(m_clock, keyboardEnvironment());
+    LinuxSession m_session{m_display->x11(), m_display->obstacle()};
+    LinuxWorkspace m_workspace{m_display->windows(), m_gio, m_clock};
     LinuxScripting m_scripting;
     AtspiAccessibility m_accessibility{*this};
     Files m_files;

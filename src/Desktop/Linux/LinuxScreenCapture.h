@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "Desktop/BoundedQueue.h"
+#include "Desktop/Linux/Pictures/PictureFile.h"
 #include "Desktop/Linux/X11/Display.h"
 #include "Desktop/ScreenCapture.h"
 
@@ -16,5 +16,5 @@ public:
 
 private:
     X11Display &m_display;
-    BoundedQueue m_writer{QStringLiteral("desktop.capture"), QStringLiteral("The disk")};
+    PictureFile m_file;
 };

@@ -30,6 +30,37 @@ PlatformError hidden(const QString &name)
                          "--force-renderer-accessibility, or let Orvane open it."_s.arg(name));
 }
 
+bool hasProcess(const RunningApplication &application)
+{
+    return application.processIdentifier > 0;
+}
+
+QString nameOf(const RunningApplication &application)
+{
+    return hasProcess(application) ? Atspi::processName(application.processIdentifier)
+                                   : application.shownName();
+}
+
+QCoro::Task<std::optional<AtspiReference>> rootOf(QDBusConnection connection, RunningApplication application,
+                                                  AtspiTitles titles)
+{
+    if (hasProcess(application))
+        co_return co_await Atspi::findApplication(connection, application.processIdentifier);
+    if (titles.inFront.isEmpty() || titles.inFront.constFirst().isEmpty())
+        co_return std::nullopt;
+    co_return co_await Atspi::findApplicationWithWindow(connection, titles.inFront.constFirst());
+}
+
+QCoro::Task<std::shared_ptr<AtspiApplication>> registered(QDBusConnection connection,
+                                                          RunningApplication application, AtspiTitles titles)
+{
+    const QString name = nameOf(application);
+    const std::optional<AtspiReference> root = co_await rootOf(connection, application, titles);
+    if (!root)
+        throw unregistered(name);
+    co_return co_await AtspiApplication::create(connection, *root, name);
+}
+
 QCoro::Task<QDBusMessage> cacheItems(QDBusConnection connection,
                                      std::shared_ptr<AtspiApplication> application)
 {
@@ -87,21 +118,31 @@ AtspiAccessibility::applicationTree(RunningApplication application)
     const auto bus = m_bus;
     AtspiEnvironment &environment = m_environment;
     const auto wokenPages = m_wokenPages;
-    const qint64 process = application.processIdentifier;
-    const QString processName = Atspi::processName(process);
     const QDBusConnection connection = co_await bus->connection();
-    const std::optional<AtspiReference> root = co_await Atspi::findApplication(connection, process);
-    if (!root)
-        throw unregistered(processName);
-    const auto found = co_await AtspiApplication::create(connection, *root, processName);
+    const AtspiTitles titles = co_await environment.titles(application);
+    const auto found = co_await registered(connection, application, titles);
+    const QString service = found->root().service;
     found->setPeer(co_await AtspiPeer::open(bus, found));
     const auto cache = co_await fetchCache(bus, found);
-    if (Atspi::loadsPagesLazily(found->toolkit()) && !wokenPages->contains(root->service)) {
+    if (Atspi::loadsPagesLazily(found->toolkit()) && !wokenPages->contains(service)) {
         if (co_await Atspi::wakePages(found, cache))
-            wokenPages->insert(root->service);
+            wokenPages->insert(service);
     }
     if (co_await Atspi::hidesControls(found, cache))
         throw hidden(found->name());
-    const AtspiTitles titles = co_await environment.titles(application);
     co_return std::make_shared<AtspiTree>(found, cache, environment, application, titles);
+}
+
+QCoro::Task<AtspiToolkit> AtspiAccessibility::toolkitOf(RunningApplication application)
+{
+    const auto bus = m_bus;
+    AtspiEnvironment &environment = m_environment;
+    try {
+        const QDBusConnection connection = co_await bus->connection();
+        const AtspiTitles titles = co_await environment.titles(application);
+        const auto found = co_await registered(connection, application, titles);
+        co_return found->toolkit();
+    } catch (const PlatformError &) {
+        co_return AtspiToolkit::Other;
+    }
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Desktop/Accessibility.h"
+#include "Desktop/Linux/Atspi/Toolkits.h"
 
 #include <QCoroTask>
 #include <QSet>
@@ -28,6 +29,9 @@ public:
     QCoro::Task<void> requestTrust() override;
 
     QCoro::Task<std::shared_ptr<AccessibilityTree>> applicationTree(RunningApplication application) override;
+
+    // The toolkit of the application; Other if it isn't registered or doesn't respond. Never throws.
+    QCoro::Task<AtspiToolkit> toolkitOf(RunningApplication application);
 
 private:
     AtspiEnvironment &m_environment;

@@ -76,6 +76,52 @@ QCoro::Task<AtspiReference> richest(QDBusConnection bus, QList<AtspiReference> c
     co_return candidates.at(most - replies.cbegin());
 }
 
+// What an application reports of its windows with one title.
+struct Claim
+{
+    AtspiReference application;
+    bool isActive = false;
+};
+
+// The windows of each application, in the same order; none for an application that doesn't answer.
+QCoro::Task<QList<QList<AtspiReference>>> windowsOf(QDBusConnection bus, QList<AtspiReference> applications)
+{
+    QList<QDBusMessage> calls;
+    for (const AtspiReference &application : applications)
+        calls.append(Atspi::getChildren(application));
+    QList<QList<AtspiReference>> windows;
+    if (calls.isEmpty())
+        co_return windows;
+    const QList<QDBusMessage> replies = co_await Atspi::exchangeAtOnce(bus, QString(), calls);
+    for (const QDBusMessage &reply : replies)
+        windows.append(Atspi::references(reply));
+    co_return windows;
+}
+
+// Whether one of the application's windows has the title, and whether it is active.
+QCoro::Task<std::optional<Claim>> claimOf(QDBusConnection bus, AtspiReference application,
+                                          QList<AtspiReference> windows, QString title)
+{
+    QList<QDBusMessage> calls;
+    for (const AtspiReference &window : windows) {
+        calls.append(Atspi::getName(window));
+        calls.append(Atspi::getState(window));
+    }
+    if (calls.isEmpty())
+        co_return std::nullopt;
+    const QList<QDBusMessage> replies = co_await Atspi::exchangeAtOnce(bus, QString(), calls);
+    std::optional<Claim> claim;
+    for (qsizetype i = 0; i < windows.size(); ++i) {
+        const QString name =
+            Atspi::label(Atspi::text(replies.at(2 * i)).value_or(QString()), AtspiToolkit::Other);
+        if (Text::trimmed(name) != title)
+            continue;
+        const bool isActive = Atspi::hasState(replies.at(2 * i + 1), AtspiState::Active);
+        claim = Claim{application, isActive || (claim && claim->isActive)};
+    }
+    co_return claim;
+}
+
 // The results of concurrent queries; Silent until answered.
 struct Survey
 {
@@ -135,6 +181,29 @@ QCoro::Task<std::optional<AtspiReference>> Atspi::findApplication(QDBusConnectio
     if (candidates.size() == 1)
         co_return candidates.constFirst();
     co_return co_await richest(bus, candidates);
+}
+
+QCoro::Task<std::optional<AtspiReference>> Atspi::findApplicationWithWindow(QDBusConnection bus,
+                                                                            QString title)
+{
+    const QList<AtspiReference> applications = co_await registeredApplications(bus);
+    const QList<QList<AtspiReference>> windows = co_await windowsOf(bus, applications);
+    QList<AtspiReference> all;
+    QList<AtspiReference> active;
+    for (qsizetype i = 0; i < windows.size(); ++i) {
+        const std::optional<Claim> claim =
+            co_await claimOf(bus, applications.at(i), windows.at(i), Text::trimmed(title));
+        if (!claim)
+            continue;
+        all.append(claim->application);
+        if (claim->isActive)
+            active.append(claim->application);
+    }
+    for (const QList<AtspiReference> &candidates : {all, active}) {
+        if (candidates.size() == 1)
+            co_return candidates.constFirst();
+    }
+    co_return std::nullopt;
 }
 
 QString Atspi::processName(qint64 processIdentifier)

@@ -26,6 +26,11 @@ namespace Atspi {
 // isn't registered. Throws PlatformError if the registry doesn't respond. Thread: main.
 QCoro::Task<std::optional<AtspiReference>> findApplication(QDBusConnection bus, qint64 processIdentifier);
 
+// Finds the application of a window by the window's title, for window systems that don't report processes:
+// the only one with a window of this title, or else the one whose window is active. Nothing if there is none,
+// or if it is ambiguous. Throws PlatformError if the registry doesn't respond. Thread: main.
+QCoro::Task<std::optional<AtspiReference>> findApplicationWithWindow(QDBusConnection bus, QString title);
+
 // What the applications of these processes expose, in the same order. Has no side effects, except that it may
 // start the registry. Returns after `limit` at the latest. Never throws. Thread: main.
 QCoro::Task<QList<AtspiDisclosure>> disclosures(QDBusConnection bus, QList<qint64> processes,

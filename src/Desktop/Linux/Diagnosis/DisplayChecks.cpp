@@ -16,8 +16,10 @@ DiagnosticCheck DisplayChecks::session(const Session &session, Server server)
 {
     const DiagnosticCheck check{u"session"_s, u"Session"_s};
     const QString openTerminal = u"Start Orvane in a terminal on the desktop."_s;
+    if (session.type == SessionType::Wayland && session.isCompositorComplete)
+        return check.working(u"Wayland, with a compositor that Orvane can work with."_s);
     if (session.type == SessionType::Wayland)
-        return check.broken(u"Orvane can't see or operate a Wayland desktop yet."_s,
+        return check.broken(u"Orvane can't see or operate this Wayland desktop yet."_s,
                             u"Log out, and choose the X11 (“Xorg”) session on the login screen."_s);
     if (server == Server::Silent)
         return check.broken(u"The X server of display %1 doesn't answer."_s.arg(session.display),

@@ -5,15 +5,17 @@
 #include "Desktop/Linux/Diagnosis/X11Examination.h"
 #include "Desktop/Linux/Session/SessionType.h"
 
-// Turns what was found out about the X server into check results. Pure functions.
+// Turns what was found out about the display into check results. Pure functions.
 namespace DisplayChecks {
 
 struct Session
 {
     QString display; // the value of $DISPLAY
     SessionType type = SessionType::None;
+    bool isCompositorComplete = false; // on Wayland, whether it offers everything that actions need
 };
 
+// The X server.
 enum class Server { Answers, Unreachable, Silent };
 
 DiagnosticCheck session(const Session &session, Server server);

@@ -6,6 +6,7 @@
 #include "Desktop/Linux/Applications/LinuxApplications.h"
 #include "Desktop/Linux/Diagnosis/AccessibilityExamination.h"
 #include "Desktop/Linux/Diagnosis/DisplayChecks.h"
+#include "Desktop/Linux/Diagnosis/WaylandChecks.h"
 #include "Desktop/Linux/Session/LinuxProgramInstance.h"
 
 using namespace Qt::StringLiterals;
@@ -106,6 +107,17 @@ QList<DiagnosticCheck> checksOf(const Answers &answers)
     };
 }
 
+QList<DiagnosticCheck> waylandChecks(const DisplayChecks::Session &session, const WaylandOffer &offer,
+                                     const std::optional<BusExamination> &sessionBus,
+                                     const Registry &registry)
+{
+    QList<DiagnosticCheck> checks{DisplayChecks::session(session, DisplayChecks::Server::Unreachable)};
+    checks += WaylandChecks::ways(offer);
+    checks += {ServiceChecks::browser(registry.browser), ServiceChecks::fileManager(registry.fileManager),
+               ServiceChecks::showFiles(sessionBus)};
+    return checks;
+}
+
 } // namespace
 
 QCoro::Task<QList<DiagnosticCheck>> LinuxDiagnosis::examine()
@@ -116,7 +128,15 @@ QCoro::Task<QList<DiagnosticCheck>> LinuxDiagnosis::examine()
     const auto reading = AbandonableJob::run(u"doctor.gio"_s, &readRegistry);
 
     const DisplayAnswer display = co_await askingDisplay;
-    const DisplayChecks::Session session{qEnvironmentVariable("DISPLAY"), display.sessionType()};
+    DisplayChecks::Session session{qEnvironmentVariable("DISPLAY"), display.sessionType()};
+    const WaylandOffer offer =
+        session.type == SessionType::Wayland ? WaylandOffer::ofEnvironment() : WaylandOffer();
+    session.isCompositorComplete = offer.isComplete();
+    if (offer.isComplete()) {
+        const std::optional<BusExamination> sessionBus = co_await askingBus;
+        const std::optional<Registry> registry = co_await reading;
+        co_return waylandChecks(session, offer, sessionBus, registry.value_or(Registry()));
+    }
     if (!display.examination || session.type == SessionType::Wayland) {
         const QList<DiagnosticCheck> nothingElse{DisplayChecks::session(session, display.server)};
         co_return nothingElse;

@@ -3,11 +3,9 @@
 
 #include "Desktop/Linux/X11/Grabs.h"
 
-LinuxSession::LinuxSession(X11Display &display, SessionType type) : m_display(display), m_type(type) {}
-
-std::optional<QString> LinuxSession::obstacle() const
+LinuxSession::LinuxSession(X11Display *display, const std::optional<QString> &obstacle)
+    : m_display(display), m_obstacle(obstacle)
 {
-    return Sessions::obstacle(m_type);
 }
 
 QCoro::Task<bool> LinuxSession::isLocked()
@@ -22,9 +20,11 @@ QCoro::Task<bool> LinuxSession::isLocked()
 
 QCoro::Task<bool> LinuxSession::isScreenTaken()
 {
-    const auto look = [this] { return X11Grabs::isScreenLocked(m_display.connection()); };
+    if (!m_display)
+        co_return false;
+    const auto look = [this] { return X11Grabs::isScreenLocked(m_display->connection()); };
     try {
-        co_return co_await m_display.run(look);
+        co_return co_await m_display->run(look);
     } catch (const PlatformError &) {
         // Without a responding X server, nothing is locked.
         co_return false;

@@ -7,19 +7,20 @@
 #include "Desktop/Session.h"
 
 // The session on Linux. Screen locks are detected through the desktop's D-Bus services and, on X11, by grabs
-// and windows, since many lockers have no service. `display` must outlive this object. Thread: main.
+// and windows, since many lockers have no service. Thread: main.
 class LinuxSession : public Session
 {
 public:
-    LinuxSession(X11Display &display, SessionType type);
+    // `display` is the X server of an X11 session, otherwise null; it must outlive this object.
+    LinuxSession(X11Display *display, const std::optional<QString> &obstacle);
 
-    std::optional<QString> obstacle() const override;
+    std::optional<QString> obstacle() const override { return m_obstacle; }
     QCoro::Task<bool> isLocked() override;
 
 private:
     QCoro::Task<bool> isScreenTaken();
 
-    X11Display &m_display;
-    const SessionType m_type;
+    X11Display *m_display;
+    const std::optional<QString> m_obstacle;
     LockServices m_services;
 };

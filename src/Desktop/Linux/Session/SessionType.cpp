@@ -33,6 +33,6 @@ std::optional<QString> Sessions::obstacle(SessionType type)
 {
     if (type != SessionType::Wayland)
         return std::nullopt;
-    return u"Orvane can't see or operate a Wayland desktop yet: log out, and choose an X11 "
+    return u"Orvane can't see or operate this Wayland desktop yet: log out, and choose an X11 "
            "(“Xorg”) session on the login screen."_s;
 }

@@ -8,7 +8,7 @@
 #include <cstdint>
 #include <optional>
 
-// The modifier keys used for typing on X11.
+// The modifier keys used for typing.
 enum class ModifierKey : std::uint8_t {
     Shift = 1,
     Control = 2,

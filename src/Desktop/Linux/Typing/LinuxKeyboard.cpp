@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/Typing/LinuxKeyboard.h"
 
-#include "Desktop/KeyRules.h"
 #include "Desktop/Linux/Typing/X11Keyboard.h"
 #include "Desktop/Linux/Typing/X11Typist.h"
 
@@ -23,29 +22,11 @@ std::chrono::milliseconds limitFor(const QList<KeyStroke> &strokes, std::chrono:
     return 5s + characters * 50ms + 2 * pauses;
 }
 
-std::optional<RunningApplication> ownerOf(const std::optional<DesktopWindow> &window)
-{
-    if (!window)
-        return std::nullopt;
-    RunningApplication owner;
-    owner.processIdentifier = window->process;
-    owner.part = window->part;
-    return owner;
-}
-
 } // namespace
 
 LinuxKeyboard::LinuxKeyboard(X11Display &display, FrontmostWindow frontmostWindow)
     : m_display(display), m_frontmostWindow(std::move(frontmostWindow))
 {
-}
-
-QCoro::Task<DesktopWindow> LinuxKeyboard::target(std::optional<RunningApplication> receiver)
-{
-    const std::optional<DesktopWindow> window = co_await m_frontmostWindow();
-    KeyRules::requireInFront(receiver, ownerOf(window));
-    co_await m_display.bringForward(*window);
-    co_return *window;
 }
 
 template <typename Finish>
@@ -69,14 +50,14 @@ QCoro::Task<void> LinuxKeyboard::post(QList<KeyStroke> strokes, std::chrono::mic
 {
     if (strokes.isEmpty())
         co_return;
-    const DesktopWindow window = co_await target(receiver);
+    const DesktopWindow window = co_await target(m_display, m_frontmostWindow, receiver);
     const auto finish = [](const X11Typist &) {};
     co_await type(strokes, pause, window, finish);
 }
 
 QCoro::Task<bool> LinuxKeyboard::strike(std::uint16_t virtualKey, RunningApplication receiver)
 {
-    const DesktopWindow window = co_await target(receiver);
+    const DesktopWindow window = co_await target(m_display, m_frontmostWindow, receiver);
     KeyStroke stroke;
     stroke.virtualKey = virtualKey;
     const QList<KeyStroke> strokes{stroke};

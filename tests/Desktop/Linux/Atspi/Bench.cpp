@@ -47,7 +47,7 @@ QCoro::Task<bool> AtspiBench::strikeKey(RunningApplication application, std::uin
 
 QCoro::Task<AtspiTitles> AtspiBench::titles(RunningApplication)
 {
-    co_return AtspiTitles();
+    co_return windowTitles;
 }
 
 QCoro::Task<bool> AtspiBench::canSendKeys()

@@ -60,6 +60,7 @@ public:
     static QString errorOf(QCoro::Task<Result> task);
 
     bool hasKeys = true;
+    AtspiTitles windowTitles; // of every application
     QList<qint64> activations;
     AtspiAccessibility accessibility{*this};
 

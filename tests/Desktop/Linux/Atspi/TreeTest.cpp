@@ -8,6 +8,20 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+// The title of the visible window of this class, from the X server.
+QString titleOf(const QString &windowClass)
+{
+    QProcess search;
+    search.start(u"xdotool"_s,
+                 {u"search"_s, u"--onlyvisible"_s, u"--class"_s, windowClass, u"getwindowname"_s});
+    search.waitForFinished();
+    return QString::fromUtf8(search.readAllStandardOutput()).trimmed();
+}
+
+} // namespace
+
 class AtspiTreeTest : public QObject
 {
     Q_OBJECT
@@ -19,6 +33,7 @@ private Q_SLOTS:
     void aWindowOfAChildProcessBelongsToItsParent();
     void anElementThatNoLongerExistsIsEmpty();
     void aProcessWithoutATreeIsNamedInTheError();
+    void anApplicationOfUnknownProcessIsFoundByItsWindow();
     void aBrowserThatHidesItsControlsIsReported();
 
 private:
@@ -103,6 +118,27 @@ void AtspiTreeTest::aProcessWithoutATreeIsNamedInTheError()
     const auto process = m_bench.start(u"sleep"_s, {u"1000"_s});
     QCOMPARE(AtspiBench::errorOf(m_bench.accessibility.applicationTree({process->processId()})),
              u"“sleep” doesn't show its controls. Quit it, then let Orvane open it."_s);
+}
+
+void AtspiTreeTest::anApplicationOfUnknownProcessIsFoundByItsWindow()
+{
+    const auto editor = m_bench.start(u"mousepad"_s);
+    const auto other = m_bench.start(u"featherpad"_s);
+    QVERIFY(m_bench.waitForLabel(*editor, u"AXMenuItem"_s, u"Word Wrap"_s));
+    QVERIFY(m_bench.waitForLabel(*other, u"AXTab"_s, u"Untitled"_s));
+    const RunningApplication unknown{-7, u"Editor"_s};
+    m_bench.windowTitles.inFront = {titleOf(u"mousepad"_s)};
+    const AtspiBench::Tree tree = Awaited::result(m_bench.accessibility.applicationTree(unknown));
+    const AtspiBench::Walk found = Awaited::result(AtspiBench::walk(tree));
+    const auto isWordWrap = [](const AccessibilityAttributes &each) {
+        return AtspiBench::label(each) == "Word Wrap"_L1;
+    };
+    QVERIFY(std::any_of(found.attributes.cbegin(), found.attributes.cend(), isWordWrap));
+
+    m_bench.windowTitles.inFront = {u"A title that no window has"_s};
+    QCOMPARE(AtspiBench::errorOf(m_bench.accessibility.applicationTree(unknown)),
+             u"“Editor” doesn't show its controls. Quit it, then let Orvane open it."_s);
+    m_bench.windowTitles.inFront.clear();
 }
 
 void AtspiTreeTest::aBrowserThatHidesItsControlsIsReported()

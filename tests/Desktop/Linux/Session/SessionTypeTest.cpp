@@ -55,7 +55,7 @@ private Q_SLOTS:
         QVERIFY(!Sessions::obstacle(SessionType::X11));
         QVERIFY(!Sessions::obstacle(SessionType::None));
         QCOMPARE(Sessions::obstacle(SessionType::Wayland),
-                 u"Orvane can't see or operate a Wayland desktop yet: log out, and choose an X11 (“Xorg”) "
+                 u"Orvane can't see or operate this Wayland desktop yet: log out, and choose an X11 (“Xorg”) "
                  "session on the login screen."_s);
     }
 };

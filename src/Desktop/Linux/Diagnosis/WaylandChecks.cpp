@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Linux/Diagnosis/WaylandChecks.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+DiagnosticCheck way(const DiagnosticCheck &check, bool isOffered, const QString &protocol)
+{
+    if (isOffered)
+        return check.working(u"Through %1."_s.arg(protocol));
+    return check.absent(u"The compositor doesn't offer %1."_s.arg(protocol),
+                        u"Use sway or labwc, or an X11 (“Xorg”) session from the login screen."_s);
+}
+
+} // namespace
+
+QList<DiagnosticCheck> WaylandChecks::ways(const WaylandOffer &offer)
+{
+    const DiagnosticCheck hotKey{u"hot-key"_s, u"Hot key"_s, DiagnosticCheck::Need::Comfort};
+    return {
+        way({u"windows"_s, u"Windows"_s}, offer.windows, u"wlr-foreign-toplevel-management"_s),
+        way({u"keyboard"_s, u"Keyboard"_s}, offer.keys, u"virtual-keyboard"_s),
+        way({u"screenshot"_s, u"Screenshots"_s}, offer.pictures, u"wlr-screencopy"_s),
+        hotKey.limited(u"Compositors of this kind leave all keys to their own configuration."_s,
+                       u"In the compositor's configuration, give a key of your choice to the command: "
+                       "orvane --toggle"_s),
+    };
+}

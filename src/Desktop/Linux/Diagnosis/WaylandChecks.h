@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "Desktop/Diagnosis.h"
+#include "Desktop/Linux/Wayland/Compositor.h"
+
+#include <QList>
+
+// Turns what a Wayland compositor offers into check results. Pure functions.
+namespace WaylandChecks {
+
+// The way for each kind of operation, and what to do where there is none.
+QList<DiagnosticCheck> ways(const WaylandOffer &offer);
+
+} // namespace WaylandChecks

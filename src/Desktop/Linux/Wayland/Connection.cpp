@@ -1,0 +1,180 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Linux/Wayland/Connection.h"
+
+#include "Desktop/BoundedQueue.h"
+#include "Desktop/Deadlines.h"
+#include "Desktop/PlatformError.h"
+
+#include <QElapsedTimer>
+#include <QPromise>
+
+#include <algorithm>
+#include <cerrno>
+
+#include <poll.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString silent = u"The Wayland compositor doesn't answer."_s;
+
+// A request whose answer is awaited. Shared by the callback and the one who waits, in whichever order they
+// end.
+using Answer = std::shared_ptr<QPromise<void>>;
+
+bool isReadable(int descriptor, int milliseconds)
+{
+    pollfd question{descriptor, POLLIN, 0};
+    return poll(&question, 1, milliseconds) > 0;
+}
+
+// Dispatches events until `isDone`, at most as long as a request may take. Only for construction.
+template <typename Condition>
+bool dispatchUntil(wl_display *display, Condition isDone)
+{
+    QElapsedTimer elapsed;
+    elapsed.start();
+    while (!isDone()) {
+        const auto left = static_cast<int>(Deadlines::answer.count() - elapsed.elapsed());
+        while (wl_display_prepare_read(display) != 0)
+            wl_display_dispatch_pending(display);
+        wl_display_flush(display);
+        if (left <= 0 || !isReadable(wl_display_get_fd(display), left)) {
+            wl_display_cancel_read(display);
+            return false;
+        }
+        if (wl_display_read_events(display) < 0 || wl_display_dispatch_pending(display) < 0)
+            return false;
+    }
+    return true;
+}
+
+} // namespace
+
+WaylandConnection::WaylandConnection() : m_display(wl_display_connect(nullptr))
+{
+    if (!m_display)
+        throw PlatformError(u"The Wayland compositor can't be reached."_s);
+    learnGlobals();
+    m_seat.reset(bind<wl_seat>(wl_seat_interface, 5));
+    const int descriptor = wl_display_get_fd(m_display.get());
+    m_reading = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read);
+    QObject::connect(m_reading.get(), &QSocketNotifier::activated, m_reading.get(), [this] { read(); });
+    m_writing = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Write);
+    m_writing->setEnabled(false);
+    QObject::connect(m_writing.get(), &QSocketNotifier::activated, m_writing.get(), [this] { flush(); });
+    flush();
+}
+
+WaylandConnection::~WaylandConnection() = default;
+
+void WaylandConnection::learnGlobals()
+{
+    static constexpr wl_registry_listener registryListener{&addGlobal, &removeGlobal};
+    m_registry.reset(wl_display_get_registry(m_display.get()));
+    wl_registry_add_listener(m_registry.get(), &registryListener, this);
+    bool isAnswered = false;
+    static constexpr wl_callback_listener listener{[](void *data, wl_callback *callback, std::uint32_t) {
+        *static_cast<bool *>(data) = true;
+        wl_callback_destroy(callback);
+    }};
+    wl_callback_add_listener(wl_display_sync(m_display.get()), &listener, &isAnswered);
+    if (!dispatchUntil(m_display.get(), [&isAnswered] { return isAnswered; }))
+        throw PlatformError(silent);
+}
+
+void WaylandConnection::addGlobal(void *data, wl_registry *, std::uint32_t name, const char *interface,
+                                  std::uint32_t version)
+{
+    static_cast<WaylandConnection *>(data)->m_globals.append({name, QByteArray(interface), version});
+}
+
+void WaylandConnection::removeGlobal(void *data, wl_registry *, std::uint32_t name)
+{
+    static_cast<WaylandConnection *>(data)->m_globals.removeIf(
+        [name](const Global &global) { return global.name == name; });
+}
+
+const WaylandConnection::Global *WaylandConnection::find(const wl_interface &interface) const
+{
+    const auto found = std::find_if(m_globals.cbegin(), m_globals.cend(), [&interface](const Global &global) {
+        return global.interface == interface.name;
+    });
+    return found == m_globals.cend() ? nullptr : &*found;
+}
+
+bool WaylandConnection::offers(const wl_interface &interface, std::uint32_t version) const
+{
+    const Global *global = find(interface);
+    return global && global->version >= version;
+}
+
+void *WaylandConnection::bindGlobal(const wl_interface &interface, std::uint32_t version) const
+{
+    const Global *global = find(interface);
+    if (!global)
+        return nullptr;
+    const std::uint32_t common = std::min({version, global->version, std::uint32_t(interface.version)});
+    return wl_registry_bind(m_registry.get(), global->name, &interface, common);
+}
+
+void WaylandConnection::read()
+{
+    while (wl_display_prepare_read(m_display.get()) != 0) {
+        dispatch();
+        if (m_isLost)
+            return;
+    }
+    if (!isReadable(wl_display_get_fd(m_display.get()), 0))
+        wl_display_cancel_read(m_display.get());
+    else
+        wl_display_read_events(m_display.get());
+    dispatch();
+    flush();
+}
+
+void WaylandConnection::dispatch()
+{
+    wl_display_dispatch_pending(m_display.get());
+    if (wl_display_get_error(m_display.get()) == 0)
+        return;
+    m_isLost = true;
+    m_reading->setEnabled(false);
+    m_writing->setEnabled(false);
+}
+
+void WaylandConnection::flush()
+{
+    const bool isFull = wl_display_flush(m_display.get()) < 0 && errno == EAGAIN;
+    m_writing->setEnabled(isFull && !m_isLost);
+}
+
+void WaylandConnection::requireConnection() const
+{
+    if (m_isLost)
+        throw PlatformError(u"The Wayland compositor has closed the connection."_s);
+}
+
+void WaylandConnection::answer(void *data, wl_callback *callback, std::uint32_t)
+{
+    const std::unique_ptr<Answer> answer(static_cast<Answer *>(data));
+    (*answer)->finish();
+    wl_callback_destroy(callback);
+}
+
+QCoro::Task<void> WaylandConnection::roundTrip()
+{
+    requireConnection();
+    static constexpr wl_callback_listener listener{&answer};
+    const Answer answer = std::make_shared<QPromise<void>>();
+    answer->start();
+    wl_callback *callback = wl_display_sync(m_display.get());
+    wl_callback_add_listener(callback, &listener, new Answer(answer));
+    flush();
+    const QFuture<bool> finished = finishedWithin(answer->future(), Deadlines::answer);
+    const bool isAnswered = co_await finished;
+    if (!isAnswered)
+        throw PlatformError(silent);
+    requireConnection();
+}

@@ -1,0 +1,224 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Linux/Wayland/Toplevels.h"
+
+#include "Base/Text.h"
+#include "Desktop/Deadlines.h"
+#include "Desktop/Linux/Wayland/Object.h"
+#include "Desktop/PlatformError.h"
+
+#include <QElapsedTimer>
+#include <QGuiApplication>
+
+#include <algorithm>
+
+#include <wlr-foreign-toplevel-management-unstable-v1-client-protocol.h>
+
+using namespace Qt::StringLiterals;
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr std::uint32_t managerVersion = 3; // from 3 on a dialog has its parent
+
+bool contains(wl_array *states, std::uint32_t state)
+{
+    const auto *first = static_cast<const std::uint32_t *>(states->data);
+    const auto *last = first + states->size / sizeof(std::uint32_t);
+    return std::find(first, last, state) != last;
+}
+
+} // namespace
+
+// A window as announced so far. The compositor sends changes in groups that end with "done".
+struct WaylandToplevels::Toplevel
+{
+    WaylandToplevels *owner = nullptr;
+    WaylandObject<zwlr_foreign_toplevel_handle_v1, zwlr_foreign_toplevel_handle_v1_destroy> handle;
+    std::uint32_t identifier = 0;
+    QString title;
+    QString applicationIdentifier;
+    std::uint32_t parent = 0;
+    bool isActivated = false;
+    bool isMinimised = false;
+    bool isAnnounced = false; // completely, once
+};
+
+// The protocol's callbacks.
+struct WaylandToplevels::Listener
+{
+    using Handle = zwlr_foreign_toplevel_handle_v1;
+    using Manager = zwlr_foreign_toplevel_manager_v1;
+
+    static Toplevel &of(void *data) { return *static_cast<Toplevel *>(data); }
+
+    static void toplevel(void *data, Manager *, Handle *handle)
+    {
+        static_cast<WaylandToplevels *>(data)->add(handle);
+    }
+    static void finished(void *data, Manager *)
+    {
+        static_cast<WaylandToplevels *>(data)->m_manager = nullptr;
+    }
+
+    static void title(void *data, Handle *, const char *text)
+    {
+        of(data).title = Text::cleaned(QString::fromUtf8(text));
+    }
+    static void applicationIdentifier(void *data, Handle *, const char *text)
+    {
+        of(data).applicationIdentifier = QString::fromUtf8(text);
+    }
+    static void outputEnter(void *, Handle *, wl_output *) {}
+    static void outputLeave(void *, Handle *, wl_output *) {}
+    static void state(void *data, Handle *, wl_array *states)
+    {
+        Toplevel &toplevel = of(data);
+        toplevel.isActivated = contains(states, ZWLR_FOREIGN_TOPLEVEL_HANDLE_V1_STATE_ACTIVATED);
+        toplevel.isMinimised = contains(states, ZWLR_FOREIGN_TOPLEVEL_HANDLE_V1_STATE_MINIMIZED);
+        if (toplevel.isActivated)
+            toplevel.owner->remember(toplevel);
+    }
+    static void done(void *data, Handle *) { of(data).isAnnounced = true; }
+    static void closed(void *data, Handle *) { of(data).owner->remove(&of(data)); }
+    static void parent(void *data, Handle *, Handle *parent)
+    {
+        of(data).parent = parent ? of(zwlr_foreign_toplevel_handle_v1_get_user_data(parent)).identifier : 0;
+    }
+
+    static constexpr zwlr_foreign_toplevel_manager_v1_listener manager{&toplevel, &finished};
+    static constexpr zwlr_foreign_toplevel_handle_v1_listener handle{
+        &title, &applicationIdentifier, &outputEnter, &outputLeave, &state, &done, &closed, &parent};
+};
+
+bool WaylandToplevels::isOfferedBy(const WaylandConnection &connection)
+{
+    return connection.seat() && connection.offers(zwlr_foreign_toplevel_manager_v1_interface);
+}
+
+WaylandToplevels::WaylandToplevels(WaylandConnection &connection, Clock &clock)
+    : m_connection(connection), m_clock(clock),
+      m_manager(connection.bind<zwlr_foreign_toplevel_manager_v1>(zwlr_foreign_toplevel_manager_v1_interface,
+                                                                  managerVersion))
+{
+    zwlr_foreign_toplevel_manager_v1_add_listener(m_manager, &Listener::manager, this);
+    m_connection.flush();
+}
+
+WaylandToplevels::~WaylandToplevels()
+{
+    m_toplevels.clear();
+    if (m_manager)
+        zwlr_foreign_toplevel_manager_v1_destroy(m_manager);
+}
+
+void WaylandToplevels::add(zwlr_foreign_toplevel_handle_v1 *handle)
+{
+    auto toplevel = std::make_unique<Toplevel>();
+    toplevel->owner = this;
+    toplevel->handle.reset(handle);
+    toplevel->identifier = ++m_lastIdentifier;
+    zwlr_foreign_toplevel_handle_v1_add_listener(handle, &Listener::handle, toplevel.get());
+    m_toplevels.push_back(std::move(toplevel));
+}
+
+void WaylandToplevels::remove(const Toplevel *toplevel)
+{
+    m_recentlyActivated.removeAll(toplevel->identifier);
+    std::erase_if(m_toplevels, [toplevel](const auto &each) { return each.get() == toplevel; });
+}
+
+void WaylandToplevels::remember(const Toplevel &toplevel)
+{
+    m_recentlyActivated.removeAll(toplevel.identifier);
+    m_recentlyActivated.prepend(toplevel.identifier);
+}
+
+WaylandToplevels::Toplevel *WaylandToplevels::find(std::uint32_t identifier) const
+{
+    const auto found = std::find_if(m_toplevels.cbegin(), m_toplevels.cend(), [identifier](const auto &each) {
+        return each->identifier == identifier;
+    });
+    return found == m_toplevels.cend() ? nullptr : found->get();
+}
+
+// Negative: not a process, but one number for each application.
+qint64 WaylandToplevels::processOf(const QString &applicationIdentifier)
+{
+    if (!applicationIdentifier.isEmpty() && applicationIdentifier == QGuiApplication::desktopFileName())
+        return QCoreApplication::applicationPid();
+    if (!m_applications.contains(applicationIdentifier))
+        m_applications.insert(applicationIdentifier, -1 - m_applications.size());
+    return m_applications.value(applicationIdentifier);
+}
+
+DesktopWindow WaylandToplevels::described(const Toplevel &toplevel)
+{
+    DesktopWindow window;
+    window.identifier = toplevel.identifier;
+    window.process = processOf(toplevel.applicationIdentifier);
+    window.title = toplevel.title;
+    window.className = toplevel.applicationIdentifier;
+    window.applicationIdentifier = toplevel.applicationIdentifier;
+    window.transientFor = toplevel.parent;
+    window.kind = toplevel.parent ? DesktopWindow::Kind::Dialog : DesktopWindow::Kind::Application;
+    window.isMinimised = toplevel.isMinimised;
+    return window;
+}
+
+QCoro::Task<WindowSnapshot> WaylandToplevels::snapshot()
+{
+    co_await m_connection.roundTrip();
+    WindowSnapshot snapshot;
+    snapshot.recentlyActivated = m_recentlyActivated;
+    snapshot.stacking = m_recentlyActivated;
+    for (const std::unique_ptr<Toplevel> &toplevel : m_toplevels) {
+        if (!toplevel->isAnnounced)
+            continue;
+        snapshot.windows.append(described(*toplevel));
+        if (toplevel->isActivated)
+            snapshot.activeWindow = toplevel->identifier;
+        if (!snapshot.stacking.contains(toplevel->identifier))
+            snapshot.stacking.append(toplevel->identifier);
+    }
+    co_return snapshot;
+}
+
+QCoro::Task<void> WaylandToplevels::bringForward(DesktopWindow window)
+{
+    QElapsedTimer elapsed;
+    elapsed.start();
+    qint64 nextRequest = 0;
+    while (!elapsed.hasExpired(Deadlines::focus.count())) {
+        co_await m_connection.roundTrip();
+        const Toplevel *toplevel = find(window.identifier);
+        if (!toplevel)
+            throw PlatformError(u"The window “%1” is gone."_s.arg(window.title));
+        if (toplevel->isActivated)
+            co_return;
+        if (elapsed.elapsed() >= nextRequest) {
+            zwlr_foreign_toplevel_handle_v1_activate(toplevel->handle.get(), m_connection.seat());
+            m_connection.flush();
+            nextRequest = elapsed.elapsed() + 500;
+            continue;
+        }
+        co_await m_clock.sleep(5ms);
+    }
+    throw PlatformError(u"The window “%1” didn't come to the front."_s.arg(window.title));
+}
+
+QCoro::Task<void> WaylandToplevels::close(QList<DesktopWindow> windows)
+{
+    co_await m_connection.roundTrip();
+    for (const DesktopWindow &window : windows) {
+        if (const Toplevel *toplevel = find(window.identifier))
+            zwlr_foreign_toplevel_handle_v1_close(toplevel->handle.get());
+    }
+    m_connection.flush();
+}
+
+QCoro::Task<QString> WaylandToplevels::startupIdentifier()
+{
+    // Compositors of this kind give new windows the focus anyway, and don't report it.
+    co_return u"orvane-%1-%2"_s.arg(QCoreApplication::applicationPid()).arg(++m_launches);
+}

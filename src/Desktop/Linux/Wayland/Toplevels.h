@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "Desktop/Clock.h"
+#include "Desktop/Linux/Wayland/Connection.h"
+#include "Desktop/Linux/WindowSystem/WindowSystem.h"
+
+#include <QHash>
+
+#include <memory>
+#include <vector>
+
+struct zwlr_foreign_toplevel_handle_v1;
+struct zwlr_foreign_toplevel_manager_v1;
+
+// The windows of a compositor with the protocol wlr-foreign-toplevel-management. The protocol reports neither
+// processes nor the stacking order: windows with the same application identifier count as one application,
+// and the order is that of use. This program's own window is the one with its application identifier.
+// `connection` and `clock` must outlive this object. Thread: main.
+class WaylandToplevels : public WindowSystem
+{
+public:
+    static bool isOfferedBy(const WaylandConnection &connection);
+
+    WaylandToplevels(WaylandConnection &connection, Clock &clock);
+    ~WaylandToplevels() override;
+    WaylandToplevels(const WaylandToplevels &) = delete;
+    WaylandToplevels &operator=(const WaylandToplevels &) = delete;
+
+    QCoro::Task<WindowSnapshot> snapshot() override;
+    QCoro::Task<void> bringForward(DesktopWindow window) override;
+    QCoro::Task<void> close(QList<DesktopWindow> windows) override;
+    QCoro::Task<QString> startupIdentifier() override;
+
+private:
+    struct Toplevel;
+    struct Listener;
+
+    void add(zwlr_foreign_toplevel_handle_v1 *handle);
+    void remove(const Toplevel *toplevel);
+    void remember(const Toplevel &toplevel);
+    Toplevel *find(std::uint32_t identifier) const;
+    DesktopWindow described(const Toplevel &toplevel);
+    qint64 processOf(const QString &applicationIdentifier);
+
+    WaylandConnection &m_connection;
+    Clock &m_clock;
+    zwlr_foreign_toplevel_manager_v1 *m_manager = nullptr;
+    std::vector<std::unique_ptr<Toplevel>> m_toplevels; // oldest first
+    QList<std::uint32_t> m_recentlyActivated;           // latest first
+    QHash<QString, qint64> m_applications;              // their numbers
+    std::uint32_t m_lastIdentifier = 0;
+    int m_launches = 0;
+};

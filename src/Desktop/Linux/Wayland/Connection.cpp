@@ -3,9 +3,9 @@
 
 #include "Desktop/BoundedQueue.h"
 #include "Desktop/Deadlines.h"
+#include "Desktop/Linux/Wayland/BlockingDispatch.h"
 #include "Desktop/PlatformError.h"
 
-#include <QElapsedTimer>
 #include <QPromise>
 
 #include <algorithm>
@@ -17,37 +17,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString silent = u"The Wayland compositor doesn't answer."_s;
-
 // A request whose answer is awaited. Shared by the callback and the one who waits, in whichever order they
 // end.
 using Answer = std::shared_ptr<QPromise<void>>;
 
-bool isReadable(int descriptor, int milliseconds)
+bool isReadable(int descriptor)
 {
     pollfd question{descriptor, POLLIN, 0};
-    return poll(&question, 1, milliseconds) > 0;
-}
-
-// Dispatches events until `isDone`, at most as long as a request may take. Only for construction.
-template <typename Condition>
-bool dispatchUntil(wl_display *display, Condition isDone)
-{
-    QElapsedTimer elapsed;
-    elapsed.start();
-    while (!isDone()) {
-        const auto left = static_cast<int>(Deadlines::answer.count() - elapsed.elapsed());
-        while (wl_display_prepare_read(display) != 0)
-            wl_display_dispatch_pending(display);
-        wl_display_flush(display);
-        if (left <= 0 || !isReadable(wl_display_get_fd(display), left)) {
-            wl_display_cancel_read(display);
-            return false;
-        }
-        if (wl_display_read_events(display) < 0 || wl_display_dispatch_pending(display) < 0)
-            return false;
-    }
-    return true;
+    return poll(&question, 1, 0) > 0;
 }
 
 } // namespace
@@ -74,14 +51,7 @@ void WaylandConnection::learnGlobals()
     static constexpr wl_registry_listener registryListener{&addGlobal, &removeGlobal};
     m_registry.reset(wl_display_get_registry(m_display.get()));
     wl_registry_add_listener(m_registry.get(), &registryListener, this);
-    bool isAnswered = false;
-    static constexpr wl_callback_listener listener{[](void *data, wl_callback *callback, std::uint32_t) {
-        *static_cast<bool *>(data) = true;
-        wl_callback_destroy(callback);
-    }};
-    wl_callback_add_listener(wl_display_sync(m_display.get()), &listener, &isAnswered);
-    if (!dispatchUntil(m_display.get(), [&isAnswered] { return isAnswered; }))
-        throw PlatformError(silent);
+    BlockingDispatch::roundTrip(m_display.get());
 }
 
 void WaylandConnection::addGlobal(void *data, wl_registry *, std::uint32_t name, const char *interface,
@@ -126,7 +96,7 @@ void WaylandConnection::read()
         if (m_isLost)
             return;
     }
-    if (!isReadable(wl_display_get_fd(m_display.get()), 0))
+    if (!isReadable(wl_display_get_fd(m_display.get())))
         wl_display_cancel_read(m_display.get());
     else
         wl_display_read_events(m_display.get());
@@ -175,6 +145,6 @@ QCoro::Task<void> WaylandConnection::roundTrip()
     const QFuture<bool> finished = finishedWithin(answer->future(), Deadlines::answer);
     const bool isAnswered = co_await finished;
     if (!isAnswered)
-        throw PlatformError(silent);
+        throw PlatformError(u"The Wayland compositor doesn't answer."_s);
     requireConnection();
 }

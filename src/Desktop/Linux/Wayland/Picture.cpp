@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/Wayland/Picture.h"
 
-#include "Desktop/Deadlines.h"
+#include "Desktop/Linux/Wayland/BlockingDispatch.h"
 #include "Desktop/Linux/Wayland/Object.h"
 #include "Desktop/Linux/Wayland/SharedBuffer.h"
 #include "Desktop/PlatformError.h"
 
-#include <QDeadlineTimer>
 #include <QPainter>
 #include <QRect>
 
@@ -14,8 +13,6 @@
 #include <cstring>
 #include <memory>
 #include <vector>
-
-#include <poll.h>
 
 #include <wlr-screencopy-unstable-v1-client-protocol.h>
 #include <xdg-output-unstable-v1-client-protocol.h>
@@ -27,61 +24,15 @@ namespace {
 // A callback for events that don't matter here.
 constexpr auto ignored = [](auto...) {};
 
-// A connection that waits for each event by blocking.
-class BlockingDisplay
+using Display = WaylandObject<wl_display, wl_display_disconnect>;
+
+Display connected()
 {
-public:
-    BlockingDisplay() : m_display(wl_display_connect(nullptr))
-    {
-        if (!m_display)
-            throw PlatformError(u"The Wayland compositor can't be reached."_s);
-    }
-
-    wl_display *get() const { return m_display.get(); }
-
-    // Dispatches events until `isDone`.
-    template <typename Condition>
-    void waitUntil(Condition isDone)
-    {
-        const QDeadlineTimer deadline(Deadlines::answer);
-        while (!isDone())
-            dispatch(deadline);
-    }
-
-    // Waits until the compositor has handled all requests.
-    void roundTrip()
-    {
-        bool isAnswered = false;
-        static constexpr wl_callback_listener listener{
-            [](void *data, wl_callback *, std::uint32_t) { *static_cast<bool *>(data) = true; }};
-        const WaylandObject<wl_callback, wl_callback_destroy> callback(wl_display_sync(get()));
-        wl_callback_add_listener(callback.get(), &listener, &isAnswered);
-        waitUntil([&isAnswered] { return isAnswered; });
-    }
-
-private:
-    void dispatch(const QDeadlineTimer &deadline)
-    {
-        while (wl_display_prepare_read(get()) != 0)
-            requireSuccess(wl_display_dispatch_pending(get()));
-        wl_display_flush(get());
-        pollfd question{wl_display_get_fd(get()), POLLIN, 0};
-        if (poll(&question, 1, static_cast<int>(deadline.remainingTime())) <= 0) {
-            wl_display_cancel_read(get());
-            throw PlatformError(u"The Wayland compositor doesn't answer."_s);
-        }
-        requireSuccess(wl_display_read_events(get()));
-        requireSuccess(wl_display_dispatch_pending(get()));
-    }
-
-    static void requireSuccess(int result)
-    {
-        if (result < 0)
-            throw PlatformError(u"The Wayland compositor has closed the connection."_s);
-    }
-
-    WaylandObject<wl_display, wl_display_disconnect> m_display;
-};
+    Display display(wl_display_connect(nullptr));
+    if (!display)
+        throw PlatformError(u"The Wayland compositor can't be reached."_s);
+    return display;
+}
 
 struct Output
 {
@@ -168,18 +119,18 @@ void addGlobal(void *data, wl_registry *registry, std::uint32_t name, const char
         addOutput(globals, static_cast<wl_output *>(output));
 }
 
-void learnGlobals(BlockingDisplay &display, wl_registry *registry, Globals &globals)
+void learnGlobals(wl_display *display, wl_registry *registry, Globals &globals)
 {
     static constexpr wl_registry_listener listener{&addGlobal, ignored};
     wl_registry_add_listener(registry, &listener, &globals);
-    display.roundTrip();
+    BlockingDispatch::roundTrip(display);
     if (!globals.memory || !globals.capturing)
         throw PlatformError(u"The Wayland compositor doesn't offer screenshots."_s);
     if (globals.outputs.empty())
         throw PlatformError(u"There is no screen."_s);
 }
 
-void learnArrangement(BlockingDisplay &display, const Globals &globals)
+void learnArrangement(wl_display *display, const Globals &globals)
 {
     static constexpr zxdg_output_v1_listener listener{&readLogicalPosition, &readLogicalSize, ignored,
                                                       ignored, ignored};
@@ -190,7 +141,7 @@ void learnArrangement(BlockingDisplay &display, const Globals &globals)
         output->arrangement.reset(zxdg_output_manager_v1_get_xdg_output(manager, output->object.get()));
         zxdg_output_v1_add_listener(output->arrangement.get(), &listener, output.get());
     }
-    display.roundTrip();
+    BlockingDispatch::roundTrip(display);
 }
 
 struct Frame
@@ -230,14 +181,14 @@ void fail(void *data, zwlr_screencopy_frame_v1 *)
 }
 
 // Waits until the frame's state is no longer `state`.
-void waitWhile(BlockingDisplay &display, const Frame &frame, Frame::State state)
+void waitWhile(wl_display *display, const Frame &frame, Frame::State state)
 {
-    display.waitUntil([&frame, state] { return frame.state != state; });
+    BlockingDispatch::until(display, [&frame, state] { return frame.state != state; });
     if (frame.state == Frame::State::Failed)
         throw PlatformError(u"A screen can't be captured; it may have been disconnected."_s);
 }
 
-QImage pictureOf(BlockingDisplay &display, const Globals &globals, const Output &output)
+QImage pictureOf(wl_display *display, const Globals &globals, const Output &output)
 {
     if (output.transform != WL_OUTPUT_TRANSFORM_NORMAL)
         throw PlatformError(u"A rotated screen can't be captured."_s);
@@ -281,13 +232,13 @@ QImage combined(const std::vector<std::unique_ptr<Output>> &outputs)
 
 QImage pictureOfOutputs()
 {
-    BlockingDisplay display;
+    const Display display = connected();
     const WaylandObject<wl_registry, wl_registry_destroy> registry(wl_display_get_registry(display.get()));
     Globals globals;
-    learnGlobals(display, registry.get(), globals);
-    learnArrangement(display, globals);
+    learnGlobals(display.get(), registry.get(), globals);
+    learnArrangement(display.get(), globals);
     for (const std::unique_ptr<Output> &output : globals.outputs) {
-        output->picture = pictureOf(display, globals, *output);
+        output->picture = pictureOf(display.get(), globals, *output);
         if (output->area().isEmpty())
             throw PlatformError(u"The size of a screen isn't known."_s);
     }

@@ -2,6 +2,7 @@
 // Every kind of action in a Wayland session with sway, judged by sway and by the disk.
 #include "applications/support/Sway.h"
 #include "applications/support/ActionRunner.h"
+#include "applications/support/Doctor.h"
 #include "applications/support/OrvaneProgram.h"
 #include "applications/support/PrivateDesktop.h"
 
@@ -41,6 +42,7 @@ private Q_SLOTS:
     void theScreenIsCaptured();
     void withoutAWindowNothingIsTyped();
     void whatChromiumWouldCutIsNotTyped();
+    void theDoctorNamesTheWays();
     void aTaskIsCarriedOut();
 
 private:
@@ -177,6 +179,16 @@ void SwayTest::whatChromiumWouldCutIsNotTyped()
     QVERIFY2(outcome.hasFailed &&
                  outcome.line.endsWith(u"may not take the character “🎉”, so nothing was typed."_s),
              qPrintable(outcome.line));
+}
+
+void SwayTest::theDoctorNamesTheWays()
+{
+    const Doctor::Report report = Doctor::consult();
+    for (const QString &check :
+         {u"session"_s, u"windows"_s, u"keyboard"_s, u"screenshot"_s, u"accessibility"_s})
+        QVERIFY2(report.state(check) == "works"_L1, qPrintable(report.text));
+    QCOMPARE(report.state(u"hot-key"_s), u"limited"_s);
+    QVERIFY(report.advice(u"hot-key"_s).contains("orvane --toggle"_L1));
 }
 
 void SwayTest::aTaskIsCarriedOut()

@@ -108,13 +108,14 @@ QList<DiagnosticCheck> checksOf(const Answers &answers)
 }
 
 QList<DiagnosticCheck> waylandChecks(const DisplayChecks::Session &session, const WaylandOffer &offer,
+                                     const AccessibilityExamination &accessibility,
                                      const std::optional<BusExamination> &sessionBus,
                                      const Registry &registry)
 {
     QList<DiagnosticCheck> checks{DisplayChecks::session(session, DisplayChecks::Server::Unreachable)};
     checks += WaylandChecks::ways(offer);
-    checks += {ServiceChecks::browser(registry.browser), ServiceChecks::fileManager(registry.fileManager),
-               ServiceChecks::showFiles(sessionBus)};
+    checks += {ServiceChecks::accessibility(accessibility.standing), ServiceChecks::browser(registry.browser),
+               ServiceChecks::fileManager(registry.fileManager), ServiceChecks::showFiles(sessionBus)};
     return checks;
 }
 
@@ -135,7 +136,12 @@ QCoro::Task<QList<DiagnosticCheck>> LinuxDiagnosis::examine()
     if (offer.isComplete()) {
         const std::optional<BusExamination> sessionBus = co_await askingBus;
         const std::optional<Registry> registry = co_await reading;
-        co_return waylandChecks(session, offer, sessionBus, registry.value_or(Registry()));
+        // Without processes nothing is known about single applications.
+        const QString noAddress;
+        const QList<RunningApplication> none;
+        const AccessibilityExamination accessibility =
+            co_await AccessibilityExamination::take(sessionBus, noAddress, none);
+        co_return waylandChecks(session, offer, accessibility, sessionBus, registry.value_or(Registry()));
     }
     if (!display.examination || session.type == SessionType::Wayland) {
         const QList<DiagnosticCheck> nothingElse{DisplayChecks::session(session, display.server)};

@@ -233,7 +233,7 @@ void HttpTransfer::takeEnd()
     const QNetworkReply::NetworkError error = m_reply->error();
     if (error != QNetworkReply::NoError)
         return fail(networkFailureSentence(error, m_reply->errorString()));
-    // Qt 6.4 reports one lost connection in ten as a regular end.
+    // Qt 6.4 reports some lost connections as a regular end.
     if (m_isEndKnown && m_partial->size() < m_expected.size())
         return fail(networkFailureSentence(QNetworkReply::RemoteHostClosedError, {}));
     if (!isAsExpected())

@@ -9,6 +9,8 @@
 #include <QDir>
 #include <QImage>
 #include <QObject>
+#include <QProcess>
+#include <QSet>
 #include <QTest>
 
 #include <optional>
@@ -18,6 +20,14 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const QString editorTask = u"Open TextEdit and type quarterly numbers look fine"_s;
+
+qsizetype coloursAcross(const QImage &picture)
+{
+    QSet<QRgb> colours;
+    for (int x = 0; x < picture.width(); x += 4)
+        colours << picture.pixel(x, picture.height() / 2);
+    return colours.size();
+}
 
 } // namespace
 
@@ -41,6 +51,7 @@ private Q_SLOTS:
     void anApplicationIsQuit();
     void theScreenIsCaptured();
     void withoutAWindowNothingIsTyped();
+    void aLockerGetsNoKeys();
     void whatChromiumWouldCutIsNotTyped();
     void theDoctorNamesTheWays();
     void aTaskIsCarriedOut();
@@ -146,17 +157,18 @@ void SwayTest::anApplicationIsQuit()
 void SwayTest::theScreenIsCaptured()
 {
     QVERIFY(openEditor(u"mousepad"_s, PrivateDesktop::home(u"Documents/letter.txt"_s)));
-    const Outcome outcome = m_runner->perform("screenshot", {{"save_to", u"Pictures"_s}});
-    QVERIFY2(!outcome.hasFailed, qPrintable(outcome.line));
-    const QDir pictures(PrivateDesktop::home(u"Pictures"_s));
-    const QStringList files = pictures.entryList({u"*.png"_s});
-    QCOMPARE(files.size(), 1);
-    const QImage picture(pictures.filePath(files.constFirst()));
-    QCOMPARE(picture.size(), QSize(1280, 800));
-    QSet<QRgb> colours;
-    for (int x = 0; x < picture.width(); x += 4)
-        colours << picture.pixel(x, picture.height() / 2);
-    QVERIFY(colours.size() > 1);
+    QDir pictures(PrivateDesktop::home(u"Pictures"_s));
+    // A window has the focus before its first picture is shown.
+    const auto isWindowCaptured = [this, &pictures] {
+        m_runner->perform("screenshot", {{"save_to", u"Pictures"_s}});
+        const QStringList files = pictures.entryList({u"*.png"_s});
+        if (files.size() != 1)
+            return false;
+        const QImage picture(pictures.filePath(files.constFirst()));
+        pictures.remove(files.constFirst());
+        return picture.size() == QSize(1280, 800) && coloursAcross(picture) > 1;
+    };
+    QVERIFY(QTest::qWaitFor(isWindowCaptured, PrivateDesktop::patience));
 }
 
 void SwayTest::withoutAWindowNothingIsTyped()
@@ -164,6 +176,24 @@ void SwayTest::withoutAWindowNothingIsTyped()
     const Outcome outcome = m_runner->perform("type_text", {{"text", u"secret"_s}});
     QVERIFY(outcome.hasFailed);
     QCOMPARE(outcome.line, u"No application is in front to receive the keys."_s);
+}
+
+// The locker has no window, so no application is in front.
+void SwayTest::aLockerGetsNoKeys()
+{
+    QVERIFY(openEditor(u"mousepad"_s, PrivateDesktop::home(u"Documents/letter.txt"_s)));
+    QProcess locker;
+    locker.start(u"swaylock"_s, {u"--color"_s, u"112233"_s});
+    QVERIFY2(QTest::qWaitFor([] { return !Sway::focused(); }, PrivateDesktop::patience),
+             qPrintable(Sway::described()));
+    const Outcome typed = m_runner->perform("type_text", {{"text", u"secret"_s}});
+    const Outcome key = m_runner->perform("press_key", {{"key", u"tab"_s}});
+    const Outcome clicked = m_runner->perform("click", {{"label", u"Save"_s}});
+    locker.kill();
+    locker.waitForFinished();
+    QCOMPARE(typed.line, u"No application is in front to receive the keys."_s);
+    QCOMPARE(key.line, u"No application is in front to receive the keys."_s);
+    QCOMPARE(clicked.line, u"No frontmost app."_s);
 }
 
 void SwayTest::whatChromiumWouldCutIsNotTyped()

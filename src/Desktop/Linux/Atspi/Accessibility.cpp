@@ -11,11 +11,13 @@
 #include "Desktop/PlatformError.h"
 
 #include <QCoroFuture>
+#include <QCoroTimer>
 #include <QDBusError>
 
 #include <utility>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -51,14 +53,31 @@ QCoro::Task<std::optional<AtspiReference>> rootOf(QDBusConnection connection, Ru
     co_return co_await Atspi::findApplicationWithWindow(connection, titles.inFront.constFirst());
 }
 
-QCoro::Task<std::shared_ptr<AtspiApplication>> registered(QDBusConnection connection,
-                                                          RunningApplication application, AtspiTitles titles)
+struct Registered
 {
+    std::shared_ptr<AtspiApplication> application;
+    AtspiTitles titles;
+};
+
+// A changed title reaches the window system and the bus at different moments, so an application of unknown
+// process may not be found at once.
+QCoro::Task<Registered> registered(QDBusConnection connection, RunningApplication application,
+                                   AtspiEnvironment &environment)
+{
+    const int attempts = hasProcess(application) ? 1 : 10;
+    AtspiTitles titles;
+    std::optional<AtspiReference> root;
+    for (int attempt = 0; attempt < attempts && !root; ++attempt) {
+        if (attempt > 0)
+            co_await QCoro::sleepFor(50ms);
+        titles = co_await environment.titles(application);
+        root = co_await rootOf(connection, application, titles);
+    }
     const QString name = nameOf(application);
-    const std::optional<AtspiReference> root = co_await rootOf(connection, application, titles);
     if (!root)
         throw unregistered(name);
-    co_return co_await AtspiApplication::create(connection, *root, name);
+    const auto found = co_await AtspiApplication::create(connection, *root, name);
+    co_return Registered{found, titles};
 }
 
 QCoro::Task<QDBusMessage> cacheItems(QDBusConnection connection,
@@ -119,8 +138,8 @@ AtspiAccessibility::applicationTree(RunningApplication application)
     AtspiEnvironment &environment = m_environment;
     const auto wokenPages = m_wokenPages;
     const QDBusConnection connection = co_await bus->connection();
-    const AtspiTitles titles = co_await environment.titles(application);
-    const auto found = co_await registered(connection, application, titles);
+    const Registered registration = co_await registered(connection, application, environment);
+    const std::shared_ptr<AtspiApplication> found = registration.application;
     const QString service = found->root().service;
     found->setPeer(co_await AtspiPeer::open(bus, found));
     const auto cache = co_await fetchCache(bus, found);
@@ -130,7 +149,7 @@ AtspiAccessibility::applicationTree(RunningApplication application)
     }
     if (co_await Atspi::hidesControls(found, cache))
         throw hidden(found->name());
-    co_return std::make_shared<AtspiTree>(found, cache, environment, application, titles);
+    co_return std::make_shared<AtspiTree>(found, cache, environment, application, registration.titles);
 }
 
 QCoro::Task<AtspiToolkit> AtspiAccessibility::toolkitOf(RunningApplication application)
@@ -139,9 +158,8 @@ QCoro::Task<AtspiToolkit> AtspiAccessibility::toolkitOf(RunningApplication appli
     AtspiEnvironment &environment = m_environment;
     try {
         const QDBusConnection connection = co_await bus->connection();
-        const AtspiTitles titles = co_await environment.titles(application);
-        const auto found = co_await registered(connection, application, titles);
-        co_return found->toolkit();
+        const Registered found = co_await registered(connection, application, environment);
+        co_return found.application->toolkit();
     } catch (const PlatformError &) {
         co_return AtspiToolkit::Other;
     }

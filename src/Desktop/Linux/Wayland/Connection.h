@@ -3,14 +3,12 @@
 
 #include <QByteArray>
 #include <QCoroTask>
-#include <QHash>
 #include <QList>
 #include <QSocketNotifier>
 #include <QString>
 
 #include <cstdint>
 #include <memory>
-#include <optional>
 
 #include <wayland-client.h>
 
@@ -26,8 +24,8 @@ public:
     WaylandConnection(const WaylandConnection &) = delete;
     WaylandConnection &operator=(const WaylandConnection &) = delete;
 
-    // Whether the compositor offers the global interface in at least this version.
-    bool offers(const wl_interface &interface, std::uint32_t version = 1) const;
+    // Whether the compositor offers the global interface.
+    bool offers(const wl_interface &interface) const { return find(interface) != nullptr; }
 
     // Binds the first global of this interface in the highest version that both sides know, at most
     // `version`; null if there is none.

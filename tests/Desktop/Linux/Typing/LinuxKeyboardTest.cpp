@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // Typing on a real X server: what arrives, and that all state is restored.
+#include "Desktop/Linux/KeyStrokes.h"
 #include "Desktop/Linux/LinuxBench.h"
 #include "Desktop/Linux/Typing/X11Keyboard.h"
 #include "Desktop/Linux/Typing/X11Typist.h"
@@ -15,18 +16,10 @@
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
+using KeyStrokes::key;
+using KeyStrokes::text;
 
 namespace {
-
-KeyStroke text(const QString &text)
-{
-    return {0, {}, text};
-}
-
-KeyStroke key(std::uint16_t code, EventFlags flags = {})
-{
-    return {code, flags, {}};
-}
 
 // Text that is hard to type: several scripts, and more characters than there are spare keys.
 QString hardText()

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 // Typing on a real compositor, sway: what arrives in applications.
 #include "Desktop/Linux/Wayland/Keyboard.h"
+#include "Desktop/Linux/KeyStrokes.h"
+#include "Desktop/Linux/LinuxBench.h"
 #include "Desktop/Linux/Wayland/Toplevels.h"
-#include "Desktop/PlatformError.h"
 #include "Desktop/SystemClock.h"
 #include "Support/Awaited.h"
 #include "applications/support/PrivateDesktop.h"
@@ -15,18 +16,10 @@
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
+using KeyStrokes::key;
+using KeyStrokes::text;
 
 namespace {
-
-KeyStroke text(const QString &text)
-{
-    return {0, {}, text};
-}
-
-KeyStroke key(std::uint16_t code, EventFlags flags = {})
-{
-    return {code, flags, {}};
-}
 
 // The pieces of 20 characters in which the program types.
 QList<KeyStroke> pieces(const QString &whole)
@@ -35,16 +28,6 @@ QList<KeyStroke> pieces(const QString &whole)
     for (qsizetype begin = 0; begin < whole.size(); begin += 20)
         strokes.append(text(whole.mid(begin, 20)));
     return strokes;
-}
-
-QCoro::Task<QString> caught(QCoro::Task<void> task)
-{
-    try {
-        co_await task;
-    } catch (const PlatformError &error) {
-        co_return error.errorDescription();
-    }
-    co_return QString();
 }
 
 // A key event that the receiver has printed.
@@ -179,7 +162,7 @@ void KeyboardTest::startReceiver()
 
 QString KeyboardTest::post(const QList<KeyStroke> &strokes, std::chrono::microseconds pause)
 {
-    return Awaited::result(caught(m_keyboard.post(strokes, pause, frontmostApplication())));
+    return LinuxBench::errorOf(m_keyboard.post(strokes, pause, frontmostApplication()));
 }
 
 QByteArray KeyboardTest::receivedUntilReturn()
@@ -219,7 +202,7 @@ void KeyboardTest::textArrivesAsWritten()
 {
     QFETCH(const QString, text);
     startReceiver();
-    QCOMPARE(post({::text(text), ::text(u"\n"_s)}), QString());
+    QCOMPARE(post({KeyStrokes::text(text), KeyStrokes::text(u"\n"_s)}), QString());
     const QByteArray told = receivedUntilReturn();
     QCOMPARE(textIn(told), text + u'\r');
     QCOMPARE(pressedKeys(told), QList<int>());
@@ -315,7 +298,7 @@ void KeyboardTest::keysNeverReachAnotherApplicationThanTheirReceiver()
     RunningApplication judged;
     judged.processIdentifier = 1;
     judged.localizedName = u"Mousepad"_s;
-    QCOMPARE(Awaited::result(caught(m_keyboard.post({text(u"x"_s)}, 0us, judged))),
+    QCOMPARE(LinuxBench::errorOf(m_keyboard.post({text(u"x"_s)}, 0us, judged)),
              u"“Mousepad” is no longer in front, so no keys were sent."_s);
     QCOMPARE(post({key(36)}), QString());
     QCOMPARE(textIn(receivedUntilReturn()), u"\r"_s);
@@ -353,7 +336,7 @@ void KeyboardTest::typingStopsWhenAnotherApplicationGetsTheFocus()
     startReceiver();
     const std::optional<RunningApplication> receiver = frontmostApplication();
     const QList<KeyStroke> longText(2000, text(u"é"_s));
-    QCoro::Task<QString> typing = caught(m_keyboard.post(longText, 15ms, receiver));
+    QCoro::Task<void> typing = m_keyboard.post(longText, 15ms, receiver);
     QByteArray told;
     const auto hasBegun = [this, &told] {
         told += m_receiver.readAllStandardOutput();
@@ -364,7 +347,7 @@ void KeyboardTest::typingStopsWhenAnotherApplicationGetsTheFocus()
     other.setTitle(u"Other"_s);
     other.resize(300, 200);
     other.show();
-    QCOMPARE(Awaited::result(std::move(typing)),
+    QCOMPARE(LinuxBench::errorOf(std::move(typing)),
              u"“Receiver” lost the keyboard focus, so typing was stopped."_s);
     other.close();
     QTRY_COMPARE_WITH_TIMEOUT(titleInFront(), u"Receiver"_s, PrivateDesktop::patience);

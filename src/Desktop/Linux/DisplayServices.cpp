@@ -1,16 +1,25 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/DisplayServices.h"
 
+#include "Desktop/Linux/Diagnosis/BusExamination.h"
 #include "Desktop/Linux/LinuxScreenCapture.h"
+#include "Desktop/Linux/Portals/PortalScreenCapture.h"
 #include "Desktop/Linux/Session/SessionType.h"
+#include "Desktop/Linux/ShellExtension/ShellKeyboard.h"
+#include "Desktop/Linux/ShellExtension/ShellWindows.h"
 #include "Desktop/Linux/Typing/LinuxKeyboard.h"
 #include "Desktop/Linux/Wayland/Compositor.h"
 #include "Desktop/Linux/Wayland/Keyboard.h"
 #include "Desktop/Linux/Wayland/ScreenCapture.h"
 #include "Desktop/Linux/Wayland/Toplevels.h"
 #include "Desktop/Linux/X11/Display.h"
+#include "Desktop/PlatformError.h"
 
+#include <future>
+#include <thread>
 #include <utility>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -57,9 +66,75 @@ private:
     WaylandScreenCapture m_screenCapture;
 };
 
-std::unique_ptr<WaylandConnection> compositorOf(SessionType type)
+class ShellExtensionServices : public DisplayServices
 {
-    return type == SessionType::Wayland ? connectToCompleteCompositor() : nullptr;
+public:
+    ShellExtensionServices(Clock &clock, const KeyboardEnvironment &environment)
+        : m_windows(m_extension, clock),
+          m_keyboard(m_extension, m_portals, m_windows, environment.frontmostWindow, clock)
+    {
+    }
+
+    WindowSystem &windows() override { return m_windows; }
+    ReceiverKeyboard &keyboard() override { return m_keyboard; }
+    ScreenCapture &screenCapture() override { return m_screenCapture; }
+
+private:
+    ShellExtension m_extension;
+    PortalBus m_portals;
+    ShellWindows m_windows;
+    ShellKeyboard m_keyboard;
+    PortalScreenCapture m_screenCapture{m_portals};
+};
+
+// The services on the session bus; none if it doesn't answer within two seconds.
+BusExamination sessionBus()
+{
+    std::promise<BusExamination> promise;
+    std::future<BusExamination> examination = promise.get_future();
+    // A hung bus keeps the thread for ever.
+    std::thread([promise = std::move(promise)]() mutable {
+        try {
+            promise.set_value(BusExamination::take(BusExamination::sessionBusAddress()));
+        } catch (const PlatformError &) {
+            promise.set_value({});
+        }
+    }).detach();
+    const bool isTaken = examination.wait_for(Deadlines::answer) == std::future_status::ready;
+    return isTaken ? examination.get() : BusExamination();
+}
+
+// What makes the windows of this session accessible.
+struct Ways
+{
+    SessionType session = SessionType::None;
+    std::unique_ptr<WaylandConnection> compositor; // if it offers everything that actions need
+    bool isExtensionRunning = false;
+    std::optional<QString> obstacle; // set if there is no way
+};
+
+std::optional<QString> obstacleIn(SessionType session, const BusExamination &bus)
+{
+    if (bus.isRunning(u"org.gnome.Shell"_s))
+        return u"Orvane needs its extension of GNOME Shell: run “orvane integrate” in a terminal, then log "
+               "out and in again."_s;
+    return Sessions::obstacle(session);
+}
+
+Ways findWays()
+{
+    Ways ways;
+    ways.session = Sessions::typeWith(Sessions::displayServer());
+    if (ways.session != SessionType::Wayland)
+        return ways;
+    ways.compositor = connectToCompleteCompositor();
+    if (ways.compositor)
+        return ways;
+    const BusExamination bus = sessionBus();
+    ways.isExtensionRunning = bus.isRunning(ShellExtension::busName);
+    if (!ways.isExtensionRunning)
+        ways.obstacle = obstacleIn(ways.session, bus);
+    return ways;
 }
 
 } // namespace
@@ -67,14 +142,15 @@ std::unique_ptr<WaylandConnection> compositorOf(SessionType type)
 std::unique_ptr<DisplayServices> DisplayServices::connect(Clock &clock,
                                                           const KeyboardEnvironment &environment)
 {
-    const SessionType type = Sessions::typeWith(Sessions::displayServer());
-    if (std::unique_ptr<WaylandConnection> compositor = compositorOf(type))
-        return std::make_unique<WaylandServices>(std::move(compositor), clock, environment);
-    return std::make_unique<X11Services>(clock, environment, Sessions::obstacle(type));
+    Ways ways = findWays();
+    if (ways.compositor)
+        return std::make_unique<WaylandServices>(std::move(ways.compositor), clock, environment);
+    if (ways.isExtensionRunning)
+        return std::make_unique<ShellExtensionServices>(clock, environment);
+    return std::make_unique<X11Services>(clock, environment, ways.obstacle);
 }
 
 std::optional<QString> DisplayServices::obstacleInEnvironment()
 {
-    const SessionType type = Sessions::typeWith(Sessions::displayServer());
-    return compositorOf(type) ? std::nullopt : Sessions::obstacle(type);
+    return findWays().obstacle;
 }

@@ -12,7 +12,10 @@ struct Session
 {
     QString display; // the value of $DISPLAY
     SessionType type = SessionType::None;
-    bool isCompositorComplete = false; // on Wayland, whether it offers everything that actions need
+    // On Wayland, whether the desktop offers everything that actions need, and if not, whether our extension
+    // of GNOME Shell would.
+    bool isOperable = false;
+    bool lacksExtension = false;
 };
 
 // The X server.

@@ -8,6 +8,7 @@
 #include "Desktop/Linux/Diagnosis/DisplayChecks.h"
 #include "Desktop/Linux/Diagnosis/WaylandChecks.h"
 #include "Desktop/Linux/Session/LinuxProgramInstance.h"
+#include "Desktop/Linux/ShellExtension/ShellExtension.h"
 
 using namespace Qt::StringLiterals;
 
@@ -107,16 +108,29 @@ QList<DiagnosticCheck> checksOf(const Answers &answers)
     };
 }
 
-QList<DiagnosticCheck> waylandChecks(const DisplayChecks::Session &session, const WaylandOffer &offer,
+QList<DiagnosticCheck> waylandChecks(const DisplayChecks::Session &session,
+                                     const QList<DiagnosticCheck> &ways,
                                      const AccessibilityExamination &accessibility,
                                      const std::optional<BusExamination> &sessionBus,
                                      const Registry &registry)
 {
     QList<DiagnosticCheck> checks{DisplayChecks::session(session, DisplayChecks::Server::Unreachable)};
-    checks += WaylandChecks::ways(offer);
+    checks += ways;
     checks += {ServiceChecks::accessibility(accessibility.standing), ServiceChecks::browser(registry.browser),
                ServiceChecks::fileManager(registry.fileManager), ServiceChecks::showFiles(sessionBus)};
     return checks;
+}
+
+// The ways to operate the Wayland desktop; none if it lacks one that actions need.
+QList<DiagnosticCheck> waylandWays(const BusExamination &sessionBus)
+{
+    const WaylandOffer offer = WaylandOffer::ofEnvironment();
+    if (offer.isComplete())
+        return WaylandChecks::ways(offer);
+    if (!sessionBus.isRunning(ShellExtension::busName))
+        return {};
+    const QString portal = u"org.freedesktop.portal.Desktop"_s;
+    return WaylandChecks::extensionWays(sessionBus.isRunning(portal) || sessionBus.canStart(portal));
 }
 
 } // namespace
@@ -130,25 +144,27 @@ QCoro::Task<QList<DiagnosticCheck>> LinuxDiagnosis::examine()
 
     const DisplayAnswer display = co_await askingDisplay;
     DisplayChecks::Session session{qEnvironmentVariable("DISPLAY"), display.sessionType()};
-    const WaylandOffer offer =
-        session.type == SessionType::Wayland ? WaylandOffer::ofEnvironment() : WaylandOffer();
-    session.isCompositorComplete = offer.isComplete();
-    if (offer.isComplete()) {
-        const std::optional<BusExamination> sessionBus = co_await askingBus;
+    const std::optional<BusExamination> sessionBus = co_await askingBus;
+    const QList<DiagnosticCheck> ways = session.type == SessionType::Wayland
+                                            ? waylandWays(sessionBus.value_or(BusExamination()))
+                                            : QList<DiagnosticCheck>();
+    session.isOperable = !ways.isEmpty();
+    session.lacksExtension = sessionBus && sessionBus->isRunning(u"org.gnome.Shell"_s);
+    if (session.isOperable) {
         const std::optional<Registry> registry = co_await reading;
         // Without processes nothing is known about single applications.
         const QString noAddress;
         const QList<RunningApplication> none;
         const AccessibilityExamination accessibility =
             co_await AccessibilityExamination::take(sessionBus, noAddress, none);
-        co_return waylandChecks(session, offer, accessibility, sessionBus, registry.value_or(Registry()));
+        co_return waylandChecks(session, ways, accessibility, sessionBus, registry.value_or(Registry()));
     }
     if (!display.examination || session.type == SessionType::Wayland) {
         const QList<DiagnosticCheck> nothingElse{DisplayChecks::session(session, display.server)};
         co_return nothingElse;
     }
     Answers answers{session, *display.examination, {}, {}, {}};
-    answers.sessionBus = co_await askingBus;
+    answers.sessionBus = sessionBus;
     const std::optional<Registry> registry = co_await reading;
     answers.registry = registry.value_or(Registry());
     const QList<RunningApplication> running =

@@ -89,6 +89,11 @@ void DiagnosisChecksTest::addDisplayRows()
     addRow("Wayland", session(wayland, Server::Answers), State::Broken, u"Wayland"_s, u"Xorg"_s);
     addRow("Wayland alone", session({QString(), SessionType::Wayland}, Server::Unreachable), State::Broken,
            u"Wayland"_s, u"Xorg"_s);
+    addRow("operable Wayland", session({QString(), SessionType::Wayland, true}, Server::Unreachable),
+           State::Works, u"Wayland"_s);
+    addRow("GNOME without the extension",
+           session({QString(), SessionType::Wayland, false, true}, Server::Unreachable), State::Broken,
+           u"extension of GNOME Shell"_s, u"orvane integrate"_s);
     addRow("no display", session({}, Server::Unreachable), State::Absent, u"no graphical desktop"_s,
            u"on the desktop"_s);
     addRow("dead display", session(x11, Server::Unreachable), State::Broken, u"No X server answers"_s,

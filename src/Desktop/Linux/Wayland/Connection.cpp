@@ -74,6 +74,12 @@ const WaylandConnection::Global *WaylandConnection::find(const wl_interface &int
     return found == m_globals.cend() ? nullptr : &*found;
 }
 
+bool WaylandConnection::offers(const wl_interface &interface, std::uint32_t version) const
+{
+    const Global *global = find(interface);
+    return global && global->version >= version;
+}
+
 void *WaylandConnection::bindGlobal(const wl_interface &interface, std::uint32_t version) const
 {
     const Global *global = find(interface);

@@ -24,8 +24,8 @@ public:
     WaylandConnection(const WaylandConnection &) = delete;
     WaylandConnection &operator=(const WaylandConnection &) = delete;
 
-    // Whether the compositor offers the global interface.
-    bool offers(const wl_interface &interface) const { return find(interface) != nullptr; }
+    // Whether the compositor offers the global interface, in this version at least.
+    bool offers(const wl_interface &interface, std::uint32_t version = 1) const;
 
     // Binds the first global of this interface in the highest version that both sides know, at most
     // `version`; null if there is none.

@@ -148,3 +148,13 @@ QCoro::Task<void> WaylandConnection::roundTrip()
         throw PlatformError(u"The Wayland compositor doesn't answer."_s);
     requireConnection();
 }
+
+QCoro::Task<bool> WaylandConnection::answers()
+{
+    try {
+        co_await roundTrip();
+        co_return true;
+    } catch (const PlatformError &) {
+        co_return false;
+    }
+}

@@ -39,6 +39,9 @@ public:
     // PlatformError if it doesn't answer within Deadlines::answer or is gone.
     QCoro::Task<void> roundTrip();
 
+    // Whether the compositor answers in time.
+    QCoro::Task<bool> answers();
+
     // Sends what was requested, as far as the compositor takes it; the rest follows from the event loop.
     void flush();
 

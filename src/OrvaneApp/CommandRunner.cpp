@@ -72,6 +72,13 @@ int download(ModelManager &models, const QString &modelIdentifier, Terminal &ter
     return carriedOut(command);
 }
 
+int integrate(CommandLine::Integration integration, Terminal &terminal)
+{
+    const bool isRemoved = integration == CommandLine::Integration::Removed;
+    terminal.line(isRemoved ? Platform::undoIntegration() : Platform::integrate());
+    return ExitStatus::done;
+}
+
 int carryOut(const CommandLine &commandLine, ModelManager &models, Terminal &terminal)
 {
     using Command = CommandLine::Command;
@@ -87,6 +94,8 @@ int carryOut(const CommandLine &commandLine, ModelManager &models, Terminal &ter
         return ModelsCommand::list(models, terminal);
     case Command::Doctor:
         return examine(models, commandLine.format, terminal);
+    case Command::Integrate:
+        return integrate(commandLine.integration, terminal);
     case Command::Help:
     case Command::Version:
     case Command::Window:

@@ -48,6 +48,11 @@ std::unique_ptr<DesktopServices> connectToDesktop();
 // Works without a desktop.
 std::unique_ptr<Diagnosis> diagnosis();
 
+// Makes this program known to the desktop, or undoes that. Return what to tell the user. Throw PlatformError.
+// Need an application object.
+QString integrate();
+QString undoIntegration();
+
 // Needs the application object.
 std::unique_ptr<ShellServices> connectToShell();
 

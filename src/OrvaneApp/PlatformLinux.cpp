@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Linux/Applications/OwnEntry.h"
 #include "Desktop/Linux/Diagnosis/LinuxDiagnosis.h"
 #include "Desktop/Linux/DisplayServices.h"
 #include "Desktop/Linux/LinuxDesktop.h"
@@ -6,6 +7,10 @@
 #include "Desktop/Linux/Session/LinuxProgramInstance.h"
 #include "Desktop/Linux/Window/LinuxDisplay.h"
 #include "OrvaneApp/Platform.h"
+
+#include <QCoreApplication>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -49,6 +54,18 @@ std::unique_ptr<DesktopServices> Platform::connectToDesktop()
 std::unique_ptr<Diagnosis> Platform::diagnosis()
 {
     return std::make_unique<LinuxDiagnosis>();
+}
+
+QString Platform::integrate()
+{
+    OwnEntry::write(QCoreApplication::applicationFilePath());
+    return u"The desktop knows this program now, by %1. Start it again if it is running."_s.arg(
+        OwnEntry::path());
+}
+
+QString Platform::undoIntegration()
+{
+    return OwnEntry::remove() ? u"%1 is removed."_s.arg(OwnEntry::path()) : u"There is nothing to remove."_s;
 }
 
 std::unique_ptr<ShellServices> Platform::connectToShell()

@@ -59,6 +59,17 @@ std::unique_ptr<Diagnosis> Platform::diagnosis()
     return std::make_unique<MacDiagnosis>();
 }
 
+// macOS knows a program by its bundle.
+QString Platform::integrate()
+{
+    return QStringLiteral("There is nothing to do on macOS.");
+}
+
+QString Platform::undoIntegration()
+{
+    return QStringLiteral("There is nothing to do on macOS.");
+}
+
 std::unique_ptr<ShellServices> Platform::connectToShell()
 {
     return std::make_unique<MacShellServices>();

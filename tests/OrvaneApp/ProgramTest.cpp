@@ -28,6 +28,7 @@ private Q_SLOTS:
     void theDoctorFindsNoDisplay();
     void modelsAreListed();
     void aSelectionLasts();
+    void itMakesItselfKnownToTheDesktop();
     void nothingIsWrittenOutsideTheUsersFolders();
 
 private:
@@ -73,6 +74,8 @@ void ProgramTest::helpIsPrinted_data()
     QTest::newRow("do") << QStringList{u"do"_s, u"-h"_s} << u"Usage: orvane do TASK\n\n"_s;
     QTest::newRow("models") << QStringList{u"models"_s, u"--help"_s} << u"Usage: orvane models\n"_s;
     QTest::newRow("doctor") << QStringList{u"doctor"_s, u"--help"_s} << u"Usage: orvane doctor [--json]\n"_s;
+    QTest::newRow("integrate") << QStringList{u"integrate"_s, u"--help"_s}
+                               << u"Usage: orvane integrate [--remove]\n"_s;
 }
 
 void ProgramTest::helpIsPrinted()
@@ -187,6 +190,22 @@ void ProgramTest::aSelectionLasts()
     QVERIFY(notReady.errors.startsWith(u"orvane: Llama 3.2 3B Instruct isn't on this machine yet."_s));
     QCOMPARE(run({u"models"_s, u"select"_s, u"qwen2.5-1.5b"_s}).status, ExitStatus::done);
     QVERIFY(run({u"models"_s}).output.contains(u"* qwen2.5-1.5b"_s));
+}
+
+void ProgramTest::itMakesItselfKnownToTheDesktop()
+{
+    if (!foldersComeFromVariables())
+        QSKIP("Only Linux desktops know programs by their entries.");
+    const QString path = home(u"data/applications/org.orvane.Orvane.desktop"_s);
+    const Result written = run({u"integrate"_s});
+    QCOMPARE(written.status, ExitStatus::done);
+    QVERIFY2(written.output.contains(path), qPrintable(written.output + written.errors));
+    QFile entry(path);
+    QVERIFY(entry.open(QIODevice::ReadOnly));
+    QVERIFY(entry.readAll().contains("\nExec=" ORVANE_PROGRAM "\n"));
+    QCOMPARE(run({u"integrate"_s, u"--remove"_s}).status, ExitStatus::done);
+    QVERIFY(!QFile::exists(path));
+    QCOMPARE(run({u"integrate"_s, u"--remove"_s}).output, u"There is nothing to remove.\n"_s);
 }
 
 void ProgramTest::nothingIsWrittenOutsideTheUsersFolders()

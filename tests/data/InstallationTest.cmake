@@ -39,6 +39,14 @@ if(NOT "Exec=${PREFIX}/bin/orvane --background" IN_LIST SERVICE)
   list(APPEND PROBLEMS "the bus would start: ${SERVICE}")
 endif()
 
+# KWin knows the program by this path.
+file(STRINGS "${PREFIX}/share/applications/org.orvane.Orvane.desktop" ENTRY)
+foreach(COMMAND "${PREFIX}/bin/orvane" "${PREFIX}/bin/orvane --toggle")
+  if(NOT "Exec=${COMMAND}" IN_LIST ENTRY)
+    list(APPEND PROBLEMS "the desktop entry does not run ${COMMAND}: ${ENTRY}")
+  endif()
+endforeach()
+
 file(REMOVE_RECURSE "${PREFIX}")
 if(NOT STATUS EQUAL 0 OR PROBLEMS)
   list(JOIN PROBLEMS "\n" PROBLEMS)

@@ -24,6 +24,7 @@ struct Words
     bool background = false;
     bool toggle = false;
     bool json = false;
+    bool remove = false;
     std::optional<QString> unknownOption;
 };
 
@@ -48,6 +49,8 @@ Words sorted(const QStringList &arguments)
             result.toggle = true;
         else if (argument == "--json"_L1)
             result.json = true;
+        else if (argument == "--remove"_L1)
+            result.remove = true;
         else if (!result.unknownOption)
             result.unknownOption = argument;
     }
@@ -115,6 +118,17 @@ Parsed parseDoctor(const Words &given)
     return CommandLine{.command = Command::Doctor, .format = format, .verbose = given.verbose};
 }
 
+Parsed parseIntegrate(const Words &given)
+{
+    using Integration = CommandLine::Integration;
+    if (given.help)
+        return help(HelpTexts::integrateCommand());
+    if (given.words.size() > 1)
+        return wrongUse(u"“integrate” takes no words."_s, u"orvane integrate --help"_s);
+    const Integration integration = given.remove ? Integration::Removed : Integration::Written;
+    return CommandLine{.command = Command::Integrate, .integration = integration, .verbose = given.verbose};
+}
+
 Parsed parseWindow(const Words &given)
 {
     using Opening = CommandLine::Opening;
@@ -140,12 +154,16 @@ Parsed CommandLine::parse(const QStringList &arguments)
         return wrongUse(u"The options “--background” and “--toggle” go without a command."_s);
     if (given.json && command != "doctor"_L1)
         return wrongUse(u"The option “--json” goes with “doctor” only."_s);
+    if (given.remove && command != "integrate"_L1)
+        return wrongUse(u"The option “--remove” goes with “integrate” only."_s);
     if (command == "do"_L1)
         return parseDo(given);
     if (command == "models"_L1)
         return parseModels(given);
     if (command == "doctor"_L1)
         return parseDoctor(given);
+    if (command == "integrate"_L1)
+        return parseIntegrate(given);
     if (!command.isEmpty())
         return wrongUse(u"“%1” is no command."_s.arg(command));
     if (given.help)

@@ -11,7 +11,20 @@
 // The parsed command line. A plain value.
 struct CommandLine
 {
-    enum class Command { Help, Version, Do, ListModels, DownloadModel, SelectModel, Doctor, Window };
+    enum class Command {
+        Help,
+        Version,
+        Do,
+        ListModels,
+        DownloadModel,
+        SelectModel,
+        Doctor,
+        Integrate,
+        Window
+    };
+
+    // What happens to the program's desktop entry.
+    enum class Integration { Written, Removed };
 
     // How the window opens, or what happens to a running instance.
     enum class Opening { Shown, Hidden, Toggled };
@@ -23,6 +36,7 @@ struct CommandLine
     QString modelIdentifier = {};
     Opening opening = Opening::Shown;                         // for Window
     DoctorReport::Format format = DoctorReport::Format::Text; // for Doctor
+    Integration integration = Integration::Written;           // for Integrate
     bool verbose = false;
 
     // A command line that cannot be parsed: one sentence and a pointer to the help.

@@ -9,6 +9,7 @@ QString HelpTexts::general()
        orvane do TASK
        orvane models [download [ID] | select ID]
        orvane doctor [--json]
+       orvane integrate [--remove]
 
 Operates your desktop for you: say in plain words what you want, and a language model on
 this machine plans it step by step. Risky steps are done only after you have allowed them.
@@ -21,6 +22,7 @@ this machine plans it step by step. Risky steps are done only after you have all
   models download [ID]  get a model; this is the only thing that goes to the network
   models select ID      plan with another model
   doctor                say what works on this desktop, and what to do about what does not
+  integrate             make this program known to the desktop, as some desktops require
 
   -h, --help            say this, or more about a command: orvane do --help
   --version             say the version
@@ -79,5 +81,19 @@ llama.
 
 Ends with 0 when all that tasks need works, 3 when only the model is missing or broken, 4 when
 something else is, 1 when it was stopped, 64 when the command is wrong.
+)"_s;
+}
+
+QString HelpTexts::integrateCommand()
+{
+    return uR"(Usage: orvane integrate [--remove]
+
+Writes a desktop entry for this program into your own application folder. KDE Plasma on Wayland
+lets only programs with an entry see and operate the desktop. An installed program has one; a
+program that is run from its build folder needs this command once. Start it again afterwards.
+
+  --remove  remove that entry
+
+Ends with 0 when that is done, 1 when it failed, 64 when the command is wrong.
 )"_s;
 }

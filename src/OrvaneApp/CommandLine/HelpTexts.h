@@ -10,5 +10,6 @@ QString general();
 QString doCommand();
 QString modelsCommand();
 QString doctorCommand();
+QString integrateCommand();
 
 } // namespace HelpTexts

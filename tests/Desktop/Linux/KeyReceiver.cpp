@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 // The target application of the keyboard tests: prints one line per key event. A line contains "press" or
 // "release", Qt's key and modifiers in hexadecimal, the text's UTF-8 bytes in hexadecimal, and the keycode.
-// Opens a window for each argument, its title.
+// With Ctrl+V it pastes, and prints "paste" and the text's UTF-8 bytes in hexadecimal. Opens a window for
+// each argument, its title.
+#include <QClipboard>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QRasterWindow>
@@ -23,7 +25,12 @@ void tell(const QString &line)
 class ReceivingWindow : public QRasterWindow
 {
 protected:
-    void keyPressEvent(QKeyEvent *event) override { tell(u"press"_s, *event); }
+    void keyPressEvent(QKeyEvent *event) override
+    {
+        tell(u"press"_s, *event);
+        if (event->matches(QKeySequence::Paste))
+            ::tell(u"paste "_s + QString::fromLatin1(QGuiApplication::clipboard()->text().toUtf8().toHex()));
+    }
     void keyReleaseEvent(QKeyEvent *event) override { tell(u"release"_s, *event); }
 
 private:

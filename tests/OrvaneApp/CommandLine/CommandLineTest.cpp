@@ -35,6 +35,7 @@ private Q_SLOTS:
     void theWindowComesUpAsAskedFor_data();
     void theWindowComesUpAsAskedFor();
     void theDoctorSpeaksJsonWhenAsked();
+    void theEntryIsRemovedWhenAsked();
 };
 
 void CommandLineTest::commandsAreUnderstood_data()
@@ -52,6 +53,8 @@ void CommandLineTest::commandsAreUnderstood_data()
     row(u"doctor"_s, CommandLine::Command::Doctor);
     row(u"doctor --json"_s, CommandLine::Command::Doctor);
     row(u"doctor --json --help"_s, CommandLine::Command::Help);
+    row(u"integrate"_s, CommandLine::Command::Integrate);
+    row(u"integrate --remove"_s, CommandLine::Command::Integrate);
     row(u"--version"_s, CommandLine::Command::Version);
     row(u"do something --version"_s, CommandLine::Command::Version);
     row(u"--help"_s, CommandLine::Command::Help);
@@ -110,6 +113,7 @@ void CommandLineTest::helpIsAboutTheCommand_data()
     QTest::newRow("before do") << u"-h do"_s << HelpTexts::doCommand();
     QTest::newRow("models") << u"models --help"_s << HelpTexts::modelsCommand();
     QTest::newRow("doctor") << u"doctor --help"_s << HelpTexts::doctorCommand();
+    QTest::newRow("integrate") << u"integrate --help"_s << HelpTexts::integrateCommand();
     QTest::newRow("models select") << u"models select --help"_s << HelpTexts::modelsCommand();
 }
 
@@ -140,6 +144,8 @@ void CommandLineTest::wrongUseIsSaidClearly_data()
     row(u"models select gpt"_s, u"There is no model “gpt”. See: orvane models"_s);
     row(u"models download LLAMA3.2-3B"_s, u"There is no model “LLAMA3.2-3B”. See: orvane models"_s);
     row(u"doctor now"_s, u"“doctor” takes no words. See: orvane doctor --help"_s);
+    row(u"integrate now"_s, u"“integrate” takes no words. See: orvane integrate --help"_s);
+    row(u"doctor --remove"_s, u"The option “--remove” goes with “integrate” only. See: orvane --help"_s);
     row(u"models --json"_s, u"The option “--json” goes with “doctor” only. See: orvane --help"_s);
     row(u"--json"_s, u"The option “--json” goes with “doctor” only. See: orvane --help"_s);
     row(u"models select llama3.2-3b now"_s,
@@ -184,6 +190,13 @@ void CommandLineTest::theDoctorSpeaksJsonWhenAsked()
     QCOMPARE(std::get<CommandLine>(parsed(u"doctor"_s)).format, Format::Text);
     QCOMPARE(std::get<CommandLine>(parsed(u"doctor --json"_s)).format, Format::Json);
     QCOMPARE(std::get<CommandLine>(parsed(u"--json doctor"_s)).format, Format::Json);
+}
+
+void CommandLineTest::theEntryIsRemovedWhenAsked()
+{
+    using Integration = CommandLine::Integration;
+    QCOMPARE(std::get<CommandLine>(parsed(u"integrate"_s)).integration, Integration::Written);
+    QCOMPARE(std::get<CommandLine>(parsed(u"integrate --remove"_s)).integration, Integration::Removed);
 }
 
 QTEST_GUILESS_MAIN(CommandLineTest)

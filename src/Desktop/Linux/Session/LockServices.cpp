@@ -1,11 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/Session/LockServices.h"
 
-#include "Desktop/Linux/DBus/DBusReply.h"
+#include "Desktop/Linux/DBus/DBusQuestion.h"
 
-#include <QCoroFuture>
-#include <QDBusConnection>
-#include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QDBusVariant>
 
@@ -13,9 +10,11 @@
 
 using namespace Qt::StringLiterals;
 
+using namespace std::chrono_literals;
+
 namespace {
 
-constexpr int limit = 5000; // ms; generous, for a busy computer
+constexpr auto limit = 5s; // generous, for a busy computer
 
 // The interface and object path of each are derived from its name. KDE and LXQt use the first.
 const QStringList screenSavers{u"org.freedesktop.ScreenSaver"_s, u"org.gnome.ScreenSaver"_s,
@@ -24,32 +23,11 @@ const QStringList screenSavers{u"org.freedesktop.ScreenSaver"_s, u"org.gnome.Scr
 
 const QString loginManager = u"org.freedesktop.login1"_s;
 
-struct Question
+// Returns the first value of the reply, or an invalid one if there is none.
+QCoro::Task<QVariant> answerTo(DBusQuestion question, DBusQuestion::Bus connect, BoundedQueue &worker)
 {
-    QString service;
-    QString path;
-    QString interface;
-    QString method;
-    QVariantList arguments = {};
-};
-
-// Returns the first value of the reply, or an invalid one if the bus or service is missing or doesn't reply.
-QCoro::Task<QVariant> answerTo(Question question, QDBusConnection (*connect)(), BoundedQueue &worker)
-{
-    QDBusMessage call =
-        QDBusMessage::createMethodCall(question.service, question.path, question.interface, question.method);
-    call.setArguments(question.arguments);
-    call.setAutoStartService(false);
-    try {
-        const QDBusConnection bus = co_await worker.run(connect);
-        const QFuture<QDBusMessage> answer = DBusReply::of(bus.asyncCall(call, limit));
-        const QDBusMessage reply = co_await answer;
-        if (reply.type() == QDBusMessage::ReplyMessage)
-            co_return reply.arguments().value(0);
-    } catch (const PlatformError &) {
-        // A bus that doesn't respond counts as absent.
-    }
-    co_return QVariant();
+    const QVariantList values = co_await DBusQuestion::answer(question, connect, worker, limit);
+    co_return values.value(0);
 }
 
 } // namespace
@@ -73,7 +51,7 @@ QCoro::Task<bool> LockServices::isScreenSaverActive(QString service)
 {
     QString path = u'/' + service;
     path.replace(u'.', u'/');
-    const Question question{service, path, service, u"GetActive"_s};
+    const DBusQuestion question{service, path, service, u"GetActive"_s};
     const QVariant answer = co_await answerTo(question, &QDBusConnection::sessionBus, m_sessionBus);
     co_return answer.toBool();
 }
@@ -84,19 +62,19 @@ QCoro::Task<bool> LockServices::isSessionLocked()
     const QString identifier = qEnvironmentVariable("XDG_SESSION_ID");
     if (identifier.isEmpty())
         co_return false;
-    const Question whichSession{loginManager,
-                                u"/org/freedesktop/login1"_s,
-                                u"org.freedesktop.login1.Manager"_s,
-                                u"GetSession"_s,
-                                {identifier}};
+    const DBusQuestion whichSession{loginManager,
+                                    u"/org/freedesktop/login1"_s,
+                                    u"org.freedesktop.login1.Manager"_s,
+                                    u"GetSession"_s,
+                                    {identifier}};
     const QVariant session = co_await answerTo(whichSession, &QDBusConnection::systemBus, m_systemBus);
     if (!session.isValid())
         co_return false;
-    const Question isLocked{loginManager,
-                            session.value<QDBusObjectPath>().path(),
-                            u"org.freedesktop.DBus.Properties"_s,
-                            u"Get"_s,
-                            {u"org.freedesktop.login1.Session"_s, u"LockedHint"_s}};
+    const DBusQuestion isLocked{loginManager,
+                                session.value<QDBusObjectPath>().path(),
+                                u"org.freedesktop.DBus.Properties"_s,
+                                u"Get"_s,
+                                {u"org.freedesktop.login1.Session"_s, u"LockedHint"_s}};
     const QVariant hint = co_await answerTo(isLocked, &QDBusConnection::systemBus, m_systemBus);
     co_return hint.value<QDBusVariant>().variant().toBool();
 }

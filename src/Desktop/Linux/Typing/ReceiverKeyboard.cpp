@@ -3,6 +3,8 @@
 
 #include "Desktop/KeyRules.h"
 
+using namespace std::chrono_literals;
+
 namespace {
 
 std::optional<RunningApplication> ownerOf(const std::optional<DesktopWindow> &window)
@@ -16,6 +18,15 @@ std::optional<RunningApplication> ownerOf(const std::optional<DesktopWindow> &wi
 }
 
 } // namespace
+
+QCoro::Task<bool> ReceiverKeyboard::strike(std::uint16_t virtualKey, RunningApplication receiver)
+{
+    KeyStroke stroke;
+    stroke.virtualKey = virtualKey;
+    const QList<KeyStroke> strokes{stroke};
+    co_await post(strokes, 0us, receiver);
+    co_return false;
+}
 
 QCoro::Task<DesktopWindow> ReceiverKeyboard::target(WindowSystem &windowSystem,
                                                     FrontmostWindow frontmostWindow,

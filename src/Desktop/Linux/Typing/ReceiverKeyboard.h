@@ -14,8 +14,9 @@ public:
     using FrontmostWindow = std::function<QCoro::Task<std::optional<DesktopWindow>>()>;
 
     // Presses a key without modifiers in the application, which must be frontmost. Returns whether the
-    // application confirmed within 200 ms that it has handled the key. Throws like `post`.
-    virtual QCoro::Task<bool> strike(std::uint16_t virtualKey, RunningApplication receiver) = 0;
+    // application confirmed within 200 ms that it has handled the key; here always false, since only X11
+    // applications confirm keys. Throws like `post`.
+    virtual QCoro::Task<bool> strike(std::uint16_t virtualKey, RunningApplication receiver);
 
     // Whether the window system accepts keys from this program.
     virtual QCoro::Task<bool> canSendKeys() = 0;

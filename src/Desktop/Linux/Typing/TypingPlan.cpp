@@ -22,11 +22,6 @@ ModifierKeys modifiersOf(EventFlags flags)
     return modifiers;
 }
 
-bool isLineBreak(char32_t character)
-{
-    return character == U'\n' || character == U'\r' || character == 0x2028 || character == 0x2029;
-}
-
 bool isCommand(ModifierKeys modifiers)
 {
     return modifiers & (ModifierKey::Control | ModifierKey::Alternate);
@@ -77,15 +72,10 @@ private:
             return addSymbol(XKB_KEY_Return, {});
         if (character == U'\t')
             return addSymbol(XKB_KEY_Tab, {});
-        const QChar::Category category = QChar::category(character);
-        const xkb_keysym_t symbol = xkb_utf32_to_keysym(character);
-        if (category == QChar::Other_Control || category == QChar::Other_Surrogate ||
-            symbol == XKB_KEY_NoSymbol)
-            throw PlatformError(u"The text holds a character that no key can type (U+%1)."_s.arg(
-                std::uint32_t(character), 4, 16, QLatin1Char('0')));
+        requireTypable(character);
         const auto key = m_layout.characters.constFind(character);
         if (key == m_layout.characters.constEnd())
-            addSpare(symbol, {});
+            addSpare(xkb_utf32_to_keysym(character), {});
         else
             add(*key, {});
     }
@@ -161,6 +151,20 @@ private:
 };
 
 } // namespace
+
+bool isLineBreak(char32_t character)
+{
+    return character == U'\n' || character == U'\r' || character == 0x2028 || character == 0x2029;
+}
+
+void requireTypable(char32_t character)
+{
+    const QChar::Category category = QChar::category(character);
+    if (category == QChar::Other_Control || category == QChar::Other_Surrogate ||
+        xkb_utf32_to_keysym(character) == XKB_KEY_NoSymbol)
+        throw PlatformError(u"The text holds a character that no key can type (U+%1)."_s.arg(
+            std::uint32_t(character), 4, 16, QLatin1Char('0')));
+}
 
 QList<TypingBatch> planTyping(const QList<KeyStroke> &strokes, const KeyboardLayout &layout)
 {

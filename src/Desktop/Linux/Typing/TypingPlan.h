@@ -27,3 +27,9 @@ struct TypingBatch
 // keysym, rather than Control+& or Control+Shift+1. Throws PlatformError if a stroke can't be typed. A pure
 // function.
 QList<TypingBatch> planTyping(const QList<KeyStroke> &strokes, const KeyboardLayout &layout);
+
+// Whether the character is typed as Return.
+bool isLineBreak(char32_t character);
+
+// Throws PlatformError if no key types the character in any layout.
+void requireTypable(char32_t character);

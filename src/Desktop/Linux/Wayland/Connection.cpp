@@ -74,6 +74,12 @@ const WaylandConnection::Global *WaylandConnection::find(const wl_interface &int
     return found == m_globals.cend() ? nullptr : &*found;
 }
 
+bool WaylandConnection::offers(const wl_interface &interface, std::uint32_t version) const
+{
+    const Global *global = find(interface);
+    return global && global->version >= version;
+}
+
 void *WaylandConnection::bindGlobal(const wl_interface &interface, std::uint32_t version) const
 {
     const Global *global = find(interface);
@@ -141,4 +147,14 @@ QCoro::Task<void> WaylandConnection::roundTrip()
     if (!isAnswered)
         throw PlatformError(u"The Wayland compositor doesn't answer."_s);
     requireConnection();
+}
+
+QCoro::Task<bool> WaylandConnection::answers()
+{
+    try {
+        co_await roundTrip();
+        co_return true;
+    } catch (const PlatformError &) {
+        co_return false;
+    }
 }

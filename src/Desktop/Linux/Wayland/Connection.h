@@ -24,8 +24,8 @@ public:
     WaylandConnection(const WaylandConnection &) = delete;
     WaylandConnection &operator=(const WaylandConnection &) = delete;
 
-    // Whether the compositor offers the global interface.
-    bool offers(const wl_interface &interface) const { return find(interface) != nullptr; }
+    // Whether the compositor offers the global interface, in this version at least.
+    bool offers(const wl_interface &interface, std::uint32_t version = 1) const;
 
     // Binds the first global of this interface in the highest version that both sides know, at most
     // `version`; null if there is none.
@@ -38,6 +38,9 @@ public:
     // Returns once the compositor has handled all requests and their events have been delivered. Throws
     // PlatformError if it doesn't answer within Deadlines::answer or is gone.
     QCoro::Task<void> roundTrip();
+
+    // Whether the compositor answers in time.
+    QCoro::Task<bool> answers();
 
     // Sends what was requested, as far as the compositor takes it; the rest follows from the event loop.
     void flush();

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/Wayland/Keyboard.h"
 
+#include "Desktop/Linux/Wayland/FocusGuard.h"
 #include "Desktop/Linux/Wayland/KeyChunks.h"
+#include "Desktop/Linux/Wayland/KeyPace.h"
 #include "Desktop/Linux/Wayland/Keymap.h"
 #include "Desktop/Linux/Wayland/Object.h"
 #include "Desktop/PlatformError.h"
@@ -36,36 +38,6 @@ std::uint32_t maskOf(ModifierKeys modifiers)
         mask |= 1U << 3;
     return mask;
 }
-
-// Compositors disconnect an application, which ends it, when it leaves too many events unread: about a
-// thousand characters. This leaves time to applications that hang for a few seconds.
-class Pace
-{
-public:
-    // How long to wait before sending that many keys.
-    std::chrono::milliseconds pauseBefore(std::size_t keys)
-    {
-        m_sent += keys;
-        if (m_sent <= burst)
-            return 0ms;
-        const std::chrono::milliseconds due = (m_sent - burst) * interval;
-        return std::max(due - std::chrono::milliseconds(m_elapsed.elapsed()), 0ms);
-    }
-
-private:
-    static constexpr std::size_t burst = 400;
-    static constexpr auto interval = 5ms;
-
-    std::size_t m_sent = 0;
-    QElapsedTimer m_elapsed = started();
-
-    static QElapsedTimer started()
-    {
-        QElapsedTimer timer;
-        timer.start();
-        return timer;
-    }
-};
 
 // A batch's keys, divided after each one that ends a stroke.
 QList<std::span<const PlannedKey>> chunksOf(const TypingBatch &batch)
@@ -139,16 +111,13 @@ QCoro::Task<void> WaylandKeyboard::post(QList<KeyStroke> strokes, std::chrono::m
     const DesktopWindow window = co_await target(m_windowSystem, m_frontmostWindow, receiver);
     // The compositor may have replaced the keymap, as sway does when it reloads its settings.
     m_lentSymbols.reset();
-    Pace pace;
-    QString failure = u"“%1” doesn't have the keyboard focus, so no keys were sent."_s;
+    KeyPace pace;
+    FocusGuard guard(m_windowSystem, window);
     for (const TypingBatch &batch : batches) {
         const QList<std::span<const PlannedKey>> chunks = chunksOf(batch);
         for (const std::span<const PlannedKey> chunk : chunks) {
             co_await m_clock.sleep(pace.pauseBefore(chunk.size()));
-            const bool hasKeys = co_await isActive(window);
-            if (!hasKeys)
-                throw PlatformError(failure.arg(window.title));
-            failure = u"“%1” lost the keyboard focus, so typing was stopped."_s;
+            co_await guard.requireFocus();
             send(chunk, batch.lentSymbols);
             co_await m_clock.sleep(std::chrono::ceil<std::chrono::milliseconds>(pause));
         }
@@ -156,23 +125,9 @@ QCoro::Task<void> WaylandKeyboard::post(QList<KeyStroke> strokes, std::chrono::m
     co_await m_connection.roundTrip();
 }
 
-QCoro::Task<bool> WaylandKeyboard::strike(std::uint16_t virtualKey, RunningApplication receiver)
-{
-    KeyStroke stroke;
-    stroke.virtualKey = virtualKey;
-    const QList<KeyStroke> strokes{stroke};
-    co_await post(strokes, 0us, receiver);
-    co_return false;
-}
-
 QCoro::Task<bool> WaylandKeyboard::canSendKeys()
 {
-    try {
-        co_await m_connection.roundTrip();
-        co_return true;
-    } catch (const PlatformError &) {
-        co_return false;
-    }
+    return m_connection.answers();
 }
 
 QCoro::Task<void> WaylandKeyboard::requireCharactersTaken(QList<KeyStroke> strokes,
@@ -191,14 +146,6 @@ QCoro::Task<void> WaylandKeyboard::waitUntilKnown()
 {
     if (!m_age.hasExpired(introduction.count()))
         co_await m_clock.sleep(introduction);
-}
-
-// Whether a window of the same application has the keyboard focus.
-QCoro::Task<bool> WaylandKeyboard::isActive(DesktopWindow window)
-{
-    const WindowSnapshot snapshot = co_await m_windowSystem.snapshot();
-    const DesktopWindow *active = snapshot.active();
-    co_return active && active->process == window.process;
 }
 
 // All at once: whatever happens later, no key remains pressed.

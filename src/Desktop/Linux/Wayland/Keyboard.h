@@ -40,15 +40,11 @@ public:
     QCoro::Task<void> post(QList<KeyStroke> strokes, std::chrono::microseconds pause,
                            std::optional<RunningApplication> receiver) override;
 
-    // Always false: Wayland applications don't confirm keys.
-    QCoro::Task<bool> strike(std::uint16_t virtualKey, RunningApplication receiver) override;
-
     QCoro::Task<bool> canSendKeys() override;
 
 private:
     QCoro::Task<void> waitUntilKnown();
     QCoro::Task<void> requireCharactersTaken(QList<KeyStroke> strokes, RunningApplication receiver);
-    QCoro::Task<bool> isActive(DesktopWindow window);
     void send(std::span<const PlannedKey> keys, const QHash<std::uint8_t, std::uint32_t> &lentSymbols);
     void setKeymap(const QHash<std::uint8_t, std::uint32_t> &lentSymbols);
     void type(const PlannedKey &key);

@@ -2,11 +2,9 @@
 #include "Desktop/Linux/Wayland/Toplevels.h"
 
 #include "Base/Text.h"
-#include "Desktop/Deadlines.h"
+#include "Desktop/Linux/Wayland/Activation.h"
 #include "Desktop/Linux/Wayland/Object.h"
-#include "Desktop/PlatformError.h"
 
-#include <QElapsedTimer>
 #include <QGuiApplication>
 
 #include <algorithm>
@@ -14,8 +12,6 @@
 #include <wlr-foreign-toplevel-management-unstable-v1-client-protocol.h>
 
 using namespace Qt::StringLiterals;
-
-using namespace std::chrono_literals;
 
 namespace {
 
@@ -184,25 +180,17 @@ QCoro::Task<WindowSnapshot> WaylandToplevels::snapshot()
 
 QCoro::Task<void> WaylandToplevels::bringForward(DesktopWindow window)
 {
-    QElapsedTimer elapsed;
-    elapsed.start();
-    qint64 nextRequest = 0;
-    while (!elapsed.hasExpired(Deadlines::focus.count())) {
-        co_await m_connection.roundTrip();
-        const Toplevel *toplevel = find(window.identifier);
-        if (!toplevel)
-            throw PlatformError(u"The window “%1” is gone."_s.arg(window.title));
-        if (toplevel->isActivated)
-            co_return;
-        if (elapsed.elapsed() >= nextRequest) {
-            zwlr_foreign_toplevel_handle_v1_activate(toplevel->handle.get(), m_connection.seat());
-            m_connection.flush();
-            nextRequest = elapsed.elapsed() + 500;
-            continue;
-        }
-        co_await m_clock.sleep(5ms);
-    }
-    throw PlatformError(u"The window “%1” didn't come to the front."_s.arg(window.title));
+    const std::uint32_t identifier = window.identifier;
+    WaylandActivation::Steps steps;
+    steps.standing = [this, identifier] {
+        using Standing = WaylandActivation::Standing;
+        const Toplevel *toplevel = find(identifier);
+        return !toplevel ? Standing::Gone : toplevel->isActivated ? Standing::Active : Standing::Inactive;
+    };
+    steps.activate = [this, identifier] {
+        zwlr_foreign_toplevel_handle_v1_activate(find(identifier)->handle.get(), m_connection.seat());
+    };
+    return WaylandActivation::bringForward(m_connection, m_clock, window.title, steps);
 }
 
 QCoro::Task<void> WaylandToplevels::close(QList<DesktopWindow> windows)

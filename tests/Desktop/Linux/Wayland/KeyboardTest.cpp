@@ -3,6 +3,7 @@
 #include "Desktop/Linux/Wayland/Keyboard.h"
 #include "Desktop/Linux/KeyStrokes.h"
 #include "Desktop/Linux/LinuxBench.h"
+#include "Desktop/Linux/ReceivedKeys.h"
 #include "Desktop/Linux/Wayland/Toplevels.h"
 #include "Desktop/SystemClock.h"
 #include "Support/Awaited.h"
@@ -18,6 +19,9 @@ using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 using KeyStrokes::key;
 using KeyStrokes::text;
+using ReceivedKeys::eventsIn;
+using ReceivedKeys::pressedKeys;
+using ReceivedKeys::textIn;
 
 namespace {
 
@@ -28,50 +32,6 @@ QList<KeyStroke> pieces(const QString &whole)
     for (qsizetype begin = 0; begin < whole.size(); begin += 20)
         strokes.append(text(whole.mid(begin, 20)));
     return strokes;
-}
-
-// A key event that the receiver has printed.
-struct Event
-{
-    bool isPress = false;
-    int key = 0;
-    int modifiers = 0;
-    QString text;
-};
-
-QList<Event> eventsIn(const QByteArray &told)
-{
-    QList<Event> events;
-    for (const QByteArray &line : told.split('\n')) {
-        const QByteArrayList words = line.split(' ');
-        if (words.size() == 5)
-            events.append({words[0] == "press", words[1].toInt(nullptr, 16), words[2].toInt(nullptr, 16),
-                           QString::fromUtf8(QByteArray::fromHex(words[3]))});
-    }
-    return events;
-}
-
-QString textIn(const QByteArray &told)
-{
-    QString text;
-    for (const Event &event : eventsIn(told)) {
-        if (event.isPress)
-            text += event.text;
-    }
-    return text;
-}
-
-// The keys that were pressed more often than released.
-QList<int> pressedKeys(const QByteArray &told)
-{
-    QList<int> keys;
-    for (const Event &event : eventsIn(told)) {
-        if (event.isPress)
-            keys.append(event.key);
-        else
-            keys.removeOne(event.key);
-    }
-    return keys;
 }
 
 } // namespace
@@ -214,7 +174,7 @@ void KeyboardTest::commandTArrivesAsControlT()
     QCOMPARE(post({key(17, EventFlag::Command), key(36)}), QString());
     const QByteArray told = receivedUntilReturn();
     QVERIFY2(told.contains("press 54 4000000"), told.constData());
-    const QList<Event> events = eventsIn(told);
+    const QList<ReceivedKeys::Event> events = eventsIn(told);
     QCOMPARE(events.last().modifiers, 0);
     QCOMPARE(pressedKeys(told), QList<int>());
 }

@@ -41,3 +41,18 @@ function(orvane_add_test NAME)
   endif()
   set_tests_properties(${NAME} PROPERTIES LABELS ${ARG_LABEL} TIMEOUT ${ARG_TIMEOUT})
 endfunction()
+
+# orvane_add_tests_on(<Sway> TEST...): registers tests of private desktops once more, for this session and with the same
+# properties: ATest becomes ASwayTest.
+function(orvane_add_tests_on DESKTOP)
+  string(TOLOWER ${DESKTOP} SESSION)
+  foreach(TEST ${ARGN})
+    string(REGEX REPLACE "Test$" "${DESKTOP}Test" NAME ${TEST})
+    add_test(NAME ${NAME}
+      COMMAND "${PROJECT_SOURCE_DIR}/tests/applications/private-session" --session ${SESSION} $<TARGET_FILE:${TEST}>)
+    foreach(PROPERTY LABELS TIMEOUT ENVIRONMENT)
+      get_property(VALUE TEST ${TEST} PROPERTY ${PROPERTY})
+      set_property(TEST ${NAME} PROPERTY ${PROPERTY} "${VALUE}")
+    endforeach()
+  endforeach()
+endfunction()

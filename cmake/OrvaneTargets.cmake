@@ -29,30 +29,37 @@ function(orvane_add_test NAME)
   target_include_directories(${NAME} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
   target_link_libraries(${NAME} PRIVATE orvane_options Qt6::Test ${ARG_LIBRARIES})
   if(ARG_LABEL MATCHES "^(desktop|ui|slow|wayland)$")
-    set(LOGIN)
-    if(ARG_SESSION STREQUAL gnome)
-      set(LOGIN --before-login "${PROJECT_SOURCE_DIR}/tests/applications/gnome-login")
-    endif()
-    add_test(NAME ${NAME}
-      COMMAND "${PROJECT_SOURCE_DIR}/tests/applications/private-session" --session ${ARG_SESSION} ${LOGIN}
-              $<TARGET_FILE:${NAME}> ${ARG_ARGUMENTS})
+    orvane_session_command(COMMAND ${ARG_SESSION})
+    add_test(NAME ${NAME} COMMAND ${COMMAND} $<TARGET_FILE:${NAME}> ${ARG_ARGUMENTS})
   else()
     add_test(NAME ${NAME} COMMAND ${NAME} ${ARG_ARGUMENTS})
   endif()
   set_tests_properties(${NAME} PROPERTIES LABELS ${ARG_LABEL} TIMEOUT ${ARG_TIMEOUT})
 endfunction()
 
-# orvane_add_tests_on(<Sway> TEST...): registers tests of private desktops once more, for this session and with the same
-# properties: ATest becomes ASwayTest.
+# orvane_add_tests_on(<Sway|Gnome> TEST...): registers tests of private desktops once more, for this session and with the
+# same properties: ATest becomes ASwayTest or AGnomeTest. Those on GNOME are labelled wayland.
 function(orvane_add_tests_on DESKTOP)
   string(TOLOWER ${DESKTOP} SESSION)
   foreach(TEST ${ARGN})
     string(REGEX REPLACE "Test$" "${DESKTOP}Test" NAME ${TEST})
-    add_test(NAME ${NAME}
-      COMMAND "${PROJECT_SOURCE_DIR}/tests/applications/private-session" --session ${SESSION} $<TARGET_FILE:${TEST}>)
+    orvane_session_command(COMMAND ${SESSION})
+    add_test(NAME ${NAME} COMMAND ${COMMAND} $<TARGET_FILE:${TEST}>)
     foreach(PROPERTY LABELS TIMEOUT ENVIRONMENT)
       get_property(VALUE TEST ${TEST} PROPERTY ${PROPERTY})
       set_property(TEST ${NAME} PROPERTY ${PROPERTY} "${VALUE}")
     endforeach()
+    if(SESSION STREQUAL gnome)
+      set_property(TEST ${NAME} PROPERTY LABELS wayland)
+    endif()
   endforeach()
+endfunction()
+
+# orvane_session_command(VARIABLE SESSION): the command that runs a test in a private session.
+function(orvane_session_command VARIABLE SESSION)
+  set(COMMAND "${PROJECT_SOURCE_DIR}/tests/applications/private-session" --session ${SESSION})
+  if(SESSION STREQUAL gnome)
+    list(APPEND COMMAND --before-login "${PROJECT_SOURCE_DIR}/tests/applications/gnome-login")
+  endif()
+  set(${VARIABLE} ${COMMAND} PARENT_SCOPE)
 endfunction()

@@ -67,7 +67,7 @@ QString Platform::integrate()
     if (!ExtensionFiles::areUseful())
         return known;
     ExtensionFiles::write(program);
-    return known + u"\nThe extension of GNOME Shell is in %1. Log out and in again to use it."_s.arg(
+    return known + u" The extension of GNOME Shell is in %1. Log out and in again to use it."_s.arg(
                        ExtensionFiles::folder());
 }
 

@@ -173,6 +173,7 @@ void DemonstrationTest::initTestCase()
 {
     if (!PrivateDesktop::isHere())
         QFAIL("This test ends every window that it finds: start it with scripts/private-desktop.");
+    PrivateDesktop::settle();
     OrvaneProgram::installPracticeModel();
 }
 

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 // Every kind of action in a Wayland session with GNOME and our extension of its shell, judged by the shell
 // and by the disk. The test answers the desktop's questions as a user would.
-#include "applications/support/Gnome.h"
 #include "applications/support/ActionRunner.h"
 #include "applications/support/Doctor.h"
+#include "applications/support/GnomeQuestions.h"
+#include "applications/support/GnomeScreen.h"
 #include "applications/support/OrvaneProgram.h"
 #include "applications/support/PrivateDesktop.h"
+#include "applications/support/Screen.h"
 
 #include <QDir>
 #include <QImage>
@@ -19,36 +21,16 @@
 #include <optional>
 
 using namespace Qt::StringLiterals;
+using GnomeQuestions::Decision;
 
 namespace {
 
 const QString editorTask = u"Open TextEdit and type quarterly numbers look fine"_s;
 
 // The kernel's key codes.
-constexpr int escapeKey = 1;
 constexpr int tabKey = 15;
 constexpr int returnKey = 28;
 constexpr int shiftKey = 42;
-constexpr int spaceKey = 57;
-
-enum class Decision { Refuse, Allow };
-
-// Answers the desktop's question whether keys may be pressed, with the keyboard.
-void answer(Decision decision)
-{
-    ActionRunner eyes;
-    const auto isShown = [&eyes] {
-        return Gnome::activate(u"Remote Desktop"_s) &&
-               eyes.perform("read_ui").line.contains("Remember This Selection"_L1);
-    };
-    if (!QTest::qWaitFor(isShown, PrivateDesktop::patience))
-        return;
-    if (decision == Decision::Refuse)
-        return Gnome::press(escapeKey);
-    // The switch comes after the box that has the focus at first; then the buttons.
-    for (const int key : {tabKey, spaceKey, tabKey, tabKey, spaceKey})
-        Gnome::press(key);
-}
 
 qsizetype coloursAcross(const QImage &picture)
 {
@@ -63,7 +45,7 @@ qsizetype coloursAcross(const QImage &picture)
 // Waits for the effect; on timeout, fails the test with the action's result line and the windows.
 #define VERIFY_ON_GNOME(effect, outcome)                                                                     \
     QVERIFY2(QTest::qWaitFor([&] { return (effect); }, PrivateDesktop::patience),                            \
-             qPrintable((outcome).line + u" But on the screen: "_s + Gnome::described()))
+             qPrintable((outcome).line + u" But on the screen: "_s + Screen::described()))
 
 class GnomeTest : public QObject
 {
@@ -104,12 +86,13 @@ void GnomeTest::initTestCase()
         QFAIL("This test ends every window that it finds: start it with scripts/private-desktop --session "
               "gnome.");
     QGuiApplication::setDesktopFileName(u"org.orvane.Orvane"_s);
+    GnomeScreen::plugInKeyboard();
     m_runner.emplace();
 }
 
 void GnomeTest::cleanup()
 {
-    QVERIFY2(Gnome::clear(), qPrintable(Gnome::described()));
+    QVERIFY2(PrivateDesktop::clear(), qPrintable(Screen::described()));
 }
 
 bool GnomeTest::openEditor(const QString &program, const QString &path)
@@ -118,7 +101,7 @@ bool GnomeTest::openEditor(const QString &program, const QString &path)
     PrivateDesktop::start(program, {path});
     const QString name = QFileInfo(path).fileName();
     const auto isInFront = [&name] {
-        const auto window = Gnome::focused();
+        const auto window = Screen::activeWindow();
         return window && window->title.contains(name);
     };
     return QTest::qWaitFor(isInFront, PrivateDesktop::patience);
@@ -128,9 +111,9 @@ void GnomeTest::anApplicationIsOpened()
 {
     const Outcome outcome = m_runner->perform("open_app", {{"app", u"Mousepad"_s}});
     QCOMPARE(outcome.line, u"Mousepad is now frontmost."_s);
-    const auto focused = Gnome::focused();
+    const auto focused = Screen::activeWindow();
     QVERIFY2(focused && focused->className.contains("mousepad"_L1, Qt::CaseInsensitive),
-             qPrintable(Gnome::described()));
+             qPrintable(Screen::described()));
 }
 
 // Presses Ctrl+S. If the desktop asks for permission, it gets the decision; without one the question stays
@@ -139,12 +122,12 @@ Outcome GnomeTest::save(std::optional<Decision> decision)
 {
     QTimer watching;
     connect(&watching, &QTimer::timeout, this, [&] {
-        if (!Gnome::showsTitle(u"Remote Desktop"_s))
+        if (!GnomeQuestions::isAskedForKeys())
             return;
         watching.stop();
         ++m_questions;
         if (decision)
-            answer(*decision);
+            GnomeQuestions::answerForKeys(*decision);
     });
     watching.start(200);
     return m_runner->perform("press_key", {{"key", u"s"_s}, {"modifiers", u"command"_s}});
@@ -153,16 +136,16 @@ Outcome GnomeTest::save(std::optional<Decision> decision)
 void GnomeTest::textNeedsNoPermission()
 {
     QVERIFY2(openEditor(u"mousepad"_s, PrivateDesktop::home(u"Documents/letter.txt"_s)),
-             qPrintable(Gnome::described()));
+             qPrintable(Screen::described()));
     const Outcome typed = m_runner->perform("type_text", {{"text", u"Dear reader"_s}});
     QVERIFY2(!typed.hasFailed, qPrintable(typed.line));
-    VERIFY_ON_GNOME(Gnome::showsTitle(u"*"_s), typed); // modified
+    VERIFY_ON_GNOME(Screen::showsTitle(u"*"_s), typed); // modified
 }
 
 void GnomeTest::keysNeedThePermissionOnce()
 {
     const QString path = PrivateDesktop::home(u"Documents/letter.txt"_s);
-    QVERIFY2(openEditor(u"mousepad"_s, path), qPrintable(Gnome::described()));
+    QVERIFY2(openEditor(u"mousepad"_s, path), qPrintable(Screen::described()));
     m_runner->perform("type_text", {{"text", u"Dear reader"_s}});
     const Outcome refused = save(Decision::Refuse);
     QCOMPARE(refused.line,
@@ -181,7 +164,7 @@ void GnomeTest::textArrivesAndIsSaved()
 {
     const QString path = PrivateDesktop::home(u"Documents/letter.txt"_s);
     const QString text = u"Größe, naïve café,\n\tΩμέγα, 漢字 and 👍🏽"_s;
-    QVERIFY2(openEditor(u"mousepad"_s, path), qPrintable(Gnome::described()));
+    QVERIFY2(openEditor(u"mousepad"_s, path), qPrintable(Screen::described()));
     const Outcome typed = m_runner->perform("type_text", {{"text", text}});
     QVERIFY2(!typed.hasFailed, qPrintable(typed.line));
     const Outcome saved = save();
@@ -192,8 +175,8 @@ void GnomeTest::keysGoToTheApplicationThatIsFocused()
 {
     const QString letter = PrivateDesktop::home(u"Documents/letter.txt"_s);
     const QString note = PrivateDesktop::home(u"Documents/note.txt"_s);
-    QVERIFY2(openEditor(u"mousepad"_s, letter), qPrintable(Gnome::described()));
-    QVERIFY2(openEditor(u"gnome-text-editor"_s, note), qPrintable(Gnome::described()));
+    QVERIFY2(openEditor(u"mousepad"_s, letter), qPrintable(Screen::described()));
+    QVERIFY2(openEditor(u"gnome-text-editor"_s, note), qPrintable(Screen::described()));
     const Outcome focused = m_runner->perform("focus_app", {{"app", u"Mousepad"_s}});
     QVERIFY2(!focused.hasFailed, qPrintable(focused.line));
     m_runner->perform("type_text", {{"text", u"for the letter"_s}});
@@ -205,10 +188,10 @@ void GnomeTest::keysGoToTheApplicationThatIsFocused()
 void GnomeTest::aHeldModifierKeepsKeysBack()
 {
     const QString path = PrivateDesktop::home(u"Documents/letter.txt"_s);
-    QVERIFY2(openEditor(u"mousepad"_s, path), qPrintable(Gnome::described()));
-    Gnome::hold(shiftKey);
+    QVERIFY2(openEditor(u"mousepad"_s, path), qPrintable(Screen::described()));
+    GnomeScreen::hold(shiftKey);
     const Outcome outcome = save();
-    Gnome::release(shiftKey);
+    GnomeScreen::release(shiftKey);
     QVERIFY2(outcome.line.startsWith("A modifier key"_L1) &&
                  outcome.line.endsWith("so no keys were sent."_L1),
              qPrintable(outcome.line));
@@ -217,7 +200,7 @@ void GnomeTest::aHeldModifierKeepsKeysBack()
 void GnomeTest::controlsAreReadAndPressed()
 {
     const QString path = PrivateDesktop::home(u"Documents/letter.txt"_s);
-    QVERIFY2(openEditor(u"mousepad"_s, path), qPrintable(Gnome::described()));
+    QVERIFY2(openEditor(u"mousepad"_s, path), qPrintable(Screen::described()));
     const Outcome controls = m_runner->perform("read_ui");
     QVERIFY2(controls.line.contains(u"MenuItem: Save As"_s), qPrintable(controls.line));
     m_runner->perform("type_text", {{"text", u"Dear reader"_s}});
@@ -242,7 +225,7 @@ void GnomeTest::anApplicationIsQuit()
     QVERIFY(openEditor(u"mousepad"_s, PrivateDesktop::home(u"Documents/letter.txt"_s)));
     const Outcome outcome = m_runner->perform("quit_app", {{"app", u"Mousepad"_s}});
     QCOMPARE(outcome.line, u"Mousepad quit."_s);
-    QVERIFY2(Gnome::windows().isEmpty(), qPrintable(Gnome::described()));
+    QVERIFY2(Screen::windows().isEmpty(), qPrintable(Screen::described()));
 }
 
 void GnomeTest::withoutAWindowNothingIsTyped()
@@ -255,10 +238,10 @@ void GnomeTest::withoutAWindowNothingIsTyped()
 void GnomeTest::theOverviewGetsNoText()
 {
     QVERIFY(openEditor(u"mousepad"_s, PrivateDesktop::home(u"Documents/letter.txt"_s)));
-    Gnome::showOverview(true);
-    const bool isCovered = QTest::qWaitFor([] { return !Gnome::focused(); }, PrivateDesktop::patience);
+    GnomeScreen::showOverview(true);
+    const bool isCovered = QTest::qWaitFor([] { return !Screen::activeWindow(); }, PrivateDesktop::patience);
     const Outcome typed = m_runner->perform("type_text", {{"text", u"secret"_s}});
-    Gnome::showOverview(false);
+    GnomeScreen::showOverview(false);
     QVERIFY(isCovered);
     QCOMPARE(typed.line, u"No application is in front to receive the keys."_s);
 }
@@ -274,15 +257,19 @@ void GnomeTest::picturesNeedThePermissionOnce()
     QRasterWindow window; // counts as Orvane's
     window.resize(400, 100);
     window.show();
-    QVERIFY(QTest::qWaitForWindowActive(&window, PrivateDesktop::patience));
+    const auto isInFront = [] {
+        const auto active = Screen::activeWindow();
+        return active && active->applicationIdentifier == "org.orvane.Orvane"_L1;
+    };
+    QVERIFY(QTest::qWaitFor(isInFront, PrivateDesktop::patience));
     QTimer watching;
     connect(&watching, &QTimer::timeout, this, [&watching] {
-        if (Gnome::focused())
+        if (Screen::activeWindow())
             return;
         watching.stop();
         // The shell's question. "Deny" has the focus.
-        Gnome::press(tabKey);
-        Gnome::press(returnKey);
+        GnomeScreen::press(tabKey);
+        GnomeScreen::press(returnKey);
     });
     watching.start(200);
     const Outcome taken = m_runner->perform("screenshot", {{"save_to", u"Pictures"_s}});
@@ -326,8 +313,8 @@ void GnomeTest::aTaskIsCarriedOut()
     OrvaneProgram::installPracticeModel();
     const QString output = OrvaneProgram::carryOut(editorTask);
     QVERIFY2(output.contains("quarterly numbers look fine"_L1), qPrintable(output));
-    const auto editor = Gnome::focused();
-    QVERIFY2(editor && editor->title.startsWith(u'*'), qPrintable(output + Gnome::described())); // modified
+    const auto editor = Screen::activeWindow();
+    QVERIFY2(editor && editor->title.startsWith(u'*'), qPrintable(output + Screen::described())); // modified
 }
 
 QTEST_MAIN(GnomeTest)

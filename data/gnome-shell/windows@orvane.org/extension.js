@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Reports the open windows to Orvane over D-Bus, activates and closes them, and enters text. It answers only
 // programs whose paths are lines of the file "programs" beside this one.
+import Clutter from 'gi://Clutter';
 import Gio from 'gi://Gio';
 import GLib from 'gi://GLib';
 import Meta from 'gi://Meta';
@@ -23,7 +24,8 @@ const interfaceDescription = `
     <method name="Close">
       <arg name="window" type="u" direction="in"/>
     </method>
-    <!-- The result is "entered", or why nothing was: "no focus" of the window, or "no text field" with the focus. -->
+    <!-- Line breaks and tabs are keys. The result is "entered", or why nothing was: "no focus" of the window, or "no text
+         field" with the focus; or "interrupted" if that happened after the first part. -->
     <method name="EnterText">
       <arg name="window" type="u" direction="in"/>
       <arg name="text" type="s" direction="in"/>
@@ -35,6 +37,14 @@ const interfaceDescription = `
     </method>
   </interface>
 </node>`;
+
+// How long to wait for applications that don't report what they have got.
+const patience = 100; // milliseconds
+
+const keys = new Map([
+    ['\n', {symbol: Clutter.KEY_Return, code: 36}],
+    ['\t', {symbol: Clutter.KEY_Tab, code: 23}],
+]);
 
 const kinds = new Map([
     [Meta.WindowType.NORMAL, 'application'],
@@ -91,12 +101,55 @@ function described(window, recency) {
         Object.entries(values).map(([name, [type, value]]) => [name, new GLib.Variant(type, value)]));
 }
 
-function enterText(window, text) {
+function obstacleToText(window) {
     if (focusedWindow()?.get_stable_sequence() !== window)
         return 'no focus';
-    if (Main.inputMethod.currentFocus === null)
-        return 'no text field';
-    Main.inputMethod.commit(text);
+    return Main.inputMethod.currentFocus === null ? 'no text field' : null;
+}
+
+function pressKey({symbol, code}) {
+    for (const isPressed of [true, false])
+        Main.inputMethod.forward_key(symbol, code, 0, global.display.get_current_time_roundtrip(), isPressed);
+}
+
+function isReportedBeforeCursor(part) {
+    const [text, cursor] = Main.inputMethod.getSurroundingText();
+    return text !== null && [...text].slice(0, cursor).join('').endsWith(part);
+}
+
+// Resolves when the application has reported the entered part as the text before the cursor, as most do, or at the latest
+// after `patience`. Some applications take the next part too early otherwise: before a key, or instead of this part.
+function arrivalOf(part) {
+    return new Promise(resolve => {
+        const signal = Main.inputMethod.connect('surrounding-text-set', () => {
+            if (!isReportedBeforeCursor(part))
+                return;
+            GLib.source_remove(timeout);
+            Main.inputMethod.disconnect(signal);
+            resolve();
+        });
+        const timeout = GLib.timeout_add(GLib.PRIORITY_DEFAULT, patience, () => {
+            Main.inputMethod.disconnect(signal);
+            resolve();
+            return GLib.SOURCE_REMOVE;
+        });
+    });
+}
+
+async function enterText(window, text) {
+    let hasBegun = false;
+    for (const part of text.split(/([\n\t])/).filter(each => each !== '')) {
+        const obstacle = obstacleToText(window);
+        if (obstacle)
+            return hasBegun ? 'interrupted' : obstacle;
+        hasBegun = true;
+        const arrived = arrivalOf(part);
+        if (keys.has(part))
+            pressKey(keys.get(part));
+        else
+            Main.inputMethod.commit(part);
+        await arrived;
+    }
     return 'entered';
 }
 
@@ -137,7 +190,7 @@ class Service {
     }
 
     EnterTextAsync([window, text], invocation) {
-        this._answer(invocation, () => new GLib.Variant('(s)', [enterText(window, text)]));
+        this._answer(invocation, async () => new GLib.Variant('(s)', [await enterText(window, text)]));
     }
 
     HeldModifiersAsync(parameters, invocation) {
@@ -148,7 +201,7 @@ class Service {
         try {
             if (!await this._isOurProgram(invocation.get_sender()))
                 throw new Error('This extension answers only Orvane.');
-            invocation.return_value(act());
+            invocation.return_value(await act());
         } catch (error) {
             invocation.return_dbus_error('org.orvane.Shell.Error', error.message);
         }

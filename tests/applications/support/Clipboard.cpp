@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "applications/support/Clipboard.h"
 
+#include "applications/support/GnomeScreen.h"
 #include "applications/support/PrivateDesktop.h"
 #include "applications/support/Screen.h"
 
@@ -13,24 +14,26 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-bool isOnX11()
-{
-    return Screen::session() == Screen::Session::X11;
-}
-
-// On Wayland, an application without the focus has no access to the clipboard, but wl-clipboard has.
+// On Wayland, an application without the focus has no access to the clipboard. On sway wl-clipboard has, and
+// on GNOME the session of the user's keyboard.
 void setText(const QString &text)
 {
-    if (isOnX11())
-        QGuiApplication::clipboard()->setText(text);
-    else
+    switch (Screen::session()) {
+    case Screen::Session::X11:
+        return QGuiApplication::clipboard()->setText(text);
+    case Screen::Session::Gnome:
+        return GnomeScreen::copy(text);
+    case Screen::Session::Sway:
         QProcess::execute(u"wl-copy"_s, {text});
+    }
 }
 
 QString text()
 {
-    if (isOnX11())
+    if (Screen::session() == Screen::Session::X11)
         return QGuiApplication::clipboard()->text();
+    if (Screen::session() == Screen::Session::Gnome)
+        return GnomeScreen::copiedText();
     QProcess tool;
     tool.start(u"wl-paste"_s, {u"--no-newline"_s});
     tool.waitForFinished(PrivateDesktop::patience);

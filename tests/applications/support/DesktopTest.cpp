@@ -23,6 +23,7 @@ void DesktopTest::initTestCase()
         QFAIL("This test ends every window that it finds: start it with scripts/private-desktop.");
     if (Screen::session() == Screen::Session::X11)
         m_keysWithSymbols = X11Screen::keysWithSymbols();
+    PrivateDesktop::settle();
     m_runner.emplace();
 }
 

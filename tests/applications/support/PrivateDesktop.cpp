@@ -2,6 +2,8 @@
 #include "applications/support/PrivateDesktop.h"
 
 #include "Support/Freezing.h"
+#include "applications/support/GnomeQuestions.h"
+#include "applications/support/GnomeScreen.h"
 #include "applications/support/Screen.h"
 
 #include <QDir>
@@ -41,6 +43,15 @@ bool PrivateDesktop::isHere()
 {
     const QString folder = qEnvironmentVariable(mark);
     return !folder.isEmpty() && QDir::homePath().startsWith(folder);
+}
+
+void PrivateDesktop::settle()
+{
+    if (Screen::session() != Screen::Session::Gnome)
+        return;
+    GnomeScreen::plugInKeyboard();
+    GnomeQuestions::allowKeys();
+    GnomeQuestions::presetPictures();
 }
 
 QString PrivateDesktop::home(const QString &relativePath)

@@ -15,6 +15,9 @@ inline constexpr int patience = 30'000; // milliseconds
 // not run elsewhere.
 bool isHere();
 
+// Answers the questions that the desktop asks the user of a new program, if it does.
+void settle();
+
 // A path in the private home folder.
 QString home(const QString &relativePath = {});
 

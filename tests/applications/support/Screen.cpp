@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "applications/support/Screen.h"
 
+#include "applications/support/GnomeScreen.h"
 #include "applications/support/SwayScreen.h"
 #include "applications/support/X11Screen.h"
 
@@ -14,13 +15,23 @@ namespace {
 
 ScreenObserver &observer()
 {
-    return Screen::session() == Screen::Session::Sway ? SwayScreen::observer() : X11Screen::observer();
+    switch (Screen::session()) {
+    case Screen::Session::Gnome:
+        return GnomeScreen::observer();
+    case Screen::Session::Sway:
+        return SwayScreen::observer();
+    case Screen::Session::X11:
+        break;
+    }
+    return X11Screen::observer();
 }
 
 } // namespace
 
 Screen::Session Screen::session()
 {
+    if (qEnvironmentVariable("XDG_CURRENT_DESKTOP") == "GNOME"_L1)
+        return Session::Gnome;
     return qEnvironmentVariableIsSet("SWAYSOCK") ? Session::Sway : Session::X11;
 }
 

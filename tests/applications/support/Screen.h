@@ -21,7 +21,7 @@ struct ScreenWindow
 // code under test. Thread: main.
 namespace Screen {
 
-enum class Session { X11, Sway };
+enum class Session { X11, Sway, Gnome };
 
 // The kind of desktop this process runs on.
 Session session();

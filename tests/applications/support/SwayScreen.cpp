@@ -3,8 +3,8 @@
 
 #include "applications/support/PrivateDesktop.h"
 #include "applications/support/WaylandUserKeyboard.h"
+#include "applications/support/X11Names.h"
 
-#include <QHash>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -43,22 +43,6 @@ QList<QJsonObject> windowNodes(const QJsonObject &node)
     return found;
 }
 
-// The class that the application has on X11.
-QString classOf(const QString &applicationIdentifier)
-{
-    static const QHash<QString, QString> classes{
-        {u"mousepad"_s, u"Mousepad"_s},
-        {u"featherpad"_s, u"FeatherPad"_s},
-        {u"org.gnome.Calculator"_s, u"gnome-calculator"_s},
-        {u"org.gnome.TextEditor"_s, u"gnome-text-editor"_s},
-        {u"thunar"_s, u"Thunar"_s},
-        {u"xfce4-terminal"_s, u"Xfce4-terminal"_s},
-        {u"chromium"_s, u"Chromium"_s},
-        {u"orvane-desktop-sample"_s, u"orvane_desktop_sample"_s},
-    };
-    return classes.value(applicationIdentifier, applicationIdentifier);
-}
-
 ScreenWindow described(const QJsonObject &node)
 {
     ScreenWindow window;
@@ -66,7 +50,7 @@ ScreenWindow described(const QJsonObject &node)
     window.process = node.value("pid"_L1).toInt();
     window.title = node.value("name"_L1).toString();
     window.applicationIdentifier = node.value("app_id"_L1).toString();
-    window.className = classOf(window.applicationIdentifier);
+    window.className = X11Names::classOf(window.applicationIdentifier);
     return window;
 }
 

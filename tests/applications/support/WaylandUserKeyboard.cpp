@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "applications/support/WaylandUserKeyboard.h"
 
+#include "applications/support/X11Names.h"
+
 #include <QByteArrayView>
 #include <QList>
 #include <QStringList>
@@ -67,16 +69,6 @@ xkb_state *newState()
     return state;
 }
 
-// The keysym's name for xdotool's name of a modifier; other keys are named after their keysyms.
-QString symbolName(const QString &name)
-{
-    if (name == "ctrl"_L1)
-        return u"Control_L"_s;
-    if (name == "shift"_L1)
-        return u"Shift_L"_s;
-    return name == "alt"_L1 ? u"Alt_L"_s : name;
-}
-
 std::uint32_t now()
 {
     const auto time = std::chrono::steady_clock::now().time_since_epoch();
@@ -128,7 +120,7 @@ void WaylandUserKeyboard::sendKeymap()
 std::uint32_t WaylandUserKeyboard::keycodeOf(const QString &name) const
 {
     const xkb_keysym_t symbol =
-        xkb_keysym_from_name(symbolName(name).toUtf8().constData(), XKB_KEYSYM_NO_FLAGS);
+        xkb_keysym_from_name(X11Names::keyName(name).toUtf8().constData(), XKB_KEYSYM_NO_FLAGS);
     xkb_keymap *keymap = xkb_state_get_keymap(m_state.get());
     for (xkb_keycode_t code = xkb_keymap_min_keycode(keymap); code <= xkb_keymap_max_keycode(keymap);
          ++code) {

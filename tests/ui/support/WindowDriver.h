@@ -2,7 +2,7 @@
 #pragma once
 
 #include "applications/support/Screen.h"
-#include "ui/support/AccessibleProgram.h"
+#include "applications/support/AccessibleProgram.h"
 
 #include <QProcess>
 #include <QProcessEnvironment>

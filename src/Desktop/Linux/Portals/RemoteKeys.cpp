@@ -5,8 +5,6 @@
 
 #include <QDBusObjectPath>
 
-#include <algorithm>
-
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -58,19 +56,12 @@ QCoro::Task<std::unique_ptr<RemoteKeys>> RemoteKeys::open(PortalBus &bus)
     co_return session;
 }
 
-QCoro::Task<void> RemoteKeys::notify(std::uint32_t symbol, KeyState state)
-{
-    const QVariantList arguments{QVariant::fromValue(QDBusObjectPath(m_session)), QVariantMap(), int(symbol),
-                                 uint(state)};
-    co_await m_bus.call(PortalBus::path(), interface, u"NotifyKeyboardKeysym"_s, arguments);
-}
-
 // One by one: the portal handles calls on several threads.
-QCoro::Task<void> RemoteKeys::press(QList<std::uint32_t> symbols)
+QCoro::Task<void> RemoteKeys::set(QList<std::uint32_t> symbols, KeyState state)
 {
-    for (const std::uint32_t symbol : symbols)
-        co_await notify(symbol, KeyState::Pressed);
-    std::reverse(symbols.begin(), symbols.end());
-    for (const std::uint32_t symbol : symbols)
-        co_await notify(symbol, KeyState::Released);
+    for (const std::uint32_t symbol : symbols) {
+        const QVariantList arguments{QVariant::fromValue(QDBusObjectPath(m_session)), QVariantMap(),
+                                     int(symbol), uint(state)};
+        co_await m_bus.call(PortalBus::path(), interface, u"NotifyKeyboardKeysym"_s, arguments);
+    }
 }

@@ -19,16 +19,14 @@ public:
     RemoteKeys(const RemoteKeys &) = delete;
     RemoteKeys &operator=(const RemoteKeys &) = delete;
 
-    // Presses the keys in this order, and releases them in the reverse one. The desktop finds the keys by
-    // their X keysyms. Returns once it has taken them. Throws PlatformError; keys may then be pressed until
-    // this object is destroyed.
-    QCoro::Task<void> press(QList<std::uint32_t> symbols);
-
-private:
     enum class KeyState : uint { Released = 0, Pressed = 1 };
 
-    QCoro::Task<void> notify(std::uint32_t symbol, KeyState state);
+    // Presses or releases the keys in this order. The desktop finds the keys by their X keysyms. Returns once
+    // the portal has taken them, but perhaps not yet the desktop. Throws PlatformError; keys may then be
+    // pressed until this object is destroyed.
+    QCoro::Task<void> set(QList<std::uint32_t> symbols, KeyState state);
 
+private:
     RemoteKeys(PortalBus &bus, const QString &session);
 
     PortalBus &m_bus;

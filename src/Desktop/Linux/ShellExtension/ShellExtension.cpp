@@ -138,6 +138,8 @@ QCoro::Task<ShellExtension::Entry> ShellExtension::enterText(std::uint32_t windo
     const QString result = answer.arguments().value(0).toString();
     if (result == "entered"_L1)
         co_return Entry::Entered;
+    if (result == "interrupted"_L1)
+        co_return Entry::Interrupted;
     co_return result == "no text field"_L1 ? Entry::NoTextField : Entry::NoFocus;
 }
 

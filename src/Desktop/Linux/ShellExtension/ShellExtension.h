@@ -29,12 +29,13 @@ public:
 
     enum class Entry {
         Entered,
+        Interrupted, // after a part of the text, for one of the following reasons
         NoFocus,     // another window or the shell itself has the keyboard focus
         NoTextField, // none has the focus, or it takes no text from input methods
     };
 
     // Enters the text, of at most 1,000 characters, into the text field with the focus if it is in this
-    // window.
+    // window. Line feeds and tabs are pressed as keys; there must be no other control characters.
     QCoro::Task<Entry> enterText(std::uint32_t window, QString text);
 
     // Whether the user holds a modifier key.

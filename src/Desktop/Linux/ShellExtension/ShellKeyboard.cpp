@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/ShellExtension/ShellKeyboard.h"
 
+#include "Desktop/Deadlines.h"
 #include "Desktop/KeyRules.h"
 #include "Desktop/Linux/Portals/RemoteKeys.h"
 #include "Desktop/Linux/ShellExtension/ShellStrokes.h"
@@ -18,6 +19,10 @@ namespace {
 
 // A window that has just got the focus takes a moment to announce its text field.
 constexpr qint64 textFieldPatience = 1000; // ms
+
+// From the shell, which forwards keys at its next frame, to an application that has handled them. Some
+// applications take keys and text in no fixed order.
+constexpr auto delivery = 60ms;
 
 // The shell may drop keys that it hasn't delivered yet when their keyboard goes. While it is there, the top
 // bar shows it.
@@ -128,12 +133,43 @@ QCoro::Task<void> ShellKeyboard::press(Typing &typing, QList<std::uint32_t> symb
     if (!active || active->process != typing.window.process)
         throw PlatformError(lostFocus(typing.window, typing.hasBegun));
     try {
-        co_await m_keys->press(symbols);
+        co_await send(symbols);
     } catch (const PlatformError &) {
         m_keys.reset(); // releases them
         throw;
     }
     m_closingKeys.start();
+}
+
+// The last of the symbols is struck while the others are held.
+QCoro::Task<void> ShellKeyboard::send(QList<std::uint32_t> symbols)
+{
+    using State = RemoteKeys::KeyState;
+    const QList<std::uint32_t> key{symbols.takeLast()};
+    co_await m_keys->set(symbols, State::Pressed);
+    if (!symbols.isEmpty())
+        co_await confirmModifiers(true);
+    co_await m_keys->set(key, State::Pressed);
+    co_await m_keys->set(key, State::Released);
+    std::reverse(symbols.begin(), symbols.end());
+    co_await m_keys->set(symbols, State::Released);
+    if (!symbols.isEmpty())
+        co_await confirmModifiers(false);
+    co_await m_clock.sleep(delivery);
+}
+
+// The shell takes keys in their order, so it has also taken those before.
+QCoro::Task<void> ShellKeyboard::confirmModifiers(bool areHeld)
+{
+    QElapsedTimer waiting;
+    waiting.start();
+    bool isHeld = co_await m_extension.isModifierHeld();
+    while (isHeld != areHeld) {
+        if (waiting.hasExpired(Deadlines::answer.count()))
+            throw PlatformError(u"The desktop hasn't taken all keys."_s);
+        co_await m_clock.sleep(5ms);
+        isHeld = co_await m_extension.isModifierHeld();
+    }
 }
 
 QCoro::Task<void> ShellKeyboard::enter(Typing &typing, QString text)
@@ -145,8 +181,9 @@ QCoro::Task<void> ShellKeyboard::enter(Typing &typing, QString text)
         co_await m_clock.sleep(20ms);
         entry = co_await m_extension.enterText(typing.window.identifier, text);
     }
-    if (entry == ShellExtension::Entry::NoFocus)
-        throw PlatformError(lostFocus(typing.window, typing.hasBegun));
+    if (entry == ShellExtension::Entry::NoFocus || entry == ShellExtension::Entry::Interrupted)
+        throw PlatformError(
+            lostFocus(typing.window, typing.hasBegun || entry == ShellExtension::Entry::Interrupted));
     if (entry == ShellExtension::Entry::NoTextField)
         throw PlatformError(noTextField(typing.window, typing.hasBegun));
 }

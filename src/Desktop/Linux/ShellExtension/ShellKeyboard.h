@@ -39,6 +39,8 @@ private:
     QCoro::Task<void> openKeys();
     QCoro::Task<void> waitForModifiers();
     QCoro::Task<void> press(Typing &typing, QList<std::uint32_t> symbols);
+    QCoro::Task<void> send(QList<std::uint32_t> symbols);
+    QCoro::Task<void> confirmModifiers(bool areHeld);
     QCoro::Task<void> enter(Typing &typing, QString text);
 
     ShellExtension &m_extension;

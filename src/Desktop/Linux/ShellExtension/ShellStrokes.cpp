@@ -43,6 +43,8 @@ ShellStroke keyOf(const KeyStroke &stroke)
 
 void requireTypable(char32_t character)
 {
+    if (isLineBreak(character) || character == U'\t')
+        return;
     const QChar::Category category = QChar::category(character);
     if (category == QChar::Other_Control || category == QChar::Other_Surrogate)
         throw PlatformError(u"The text holds a character that no key can type (U+%1)."_s.arg(
@@ -63,14 +65,9 @@ void addText(QList<ShellStroke> &result, const QString &text)
         previous = character;
         if (endsPair)
             continue;
-        if (isLineBreak(character) || character == U'\t') {
-            endPiece();
-            const std::uint32_t symbol = character == U'\t' ? XKB_KEY_Tab : XKB_KEY_Return;
-            result.append({{}, {symbol}, false});
-            continue;
-        }
         requireTypable(character);
-        piece.text += QString::fromUcs4(&character, 1);
+        const char32_t typed = isLineBreak(character) ? U'\n' : character;
+        piece.text += QString::fromUcs4(&typed, 1);
         if (piece.text.size() >= longestText)
             endPiece();
     }

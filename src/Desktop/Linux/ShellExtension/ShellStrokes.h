@@ -3,7 +3,8 @@
 
 #include "Desktop/Keyboard.h"
 
-// Either text for an input method, without control characters, or the keysyms of keys to hold down together.
+// Either text for an input method, whose only control characters are line feeds and tabs, or the keysyms of
+// keys to hold down together.
 struct ShellStroke
 {
     QString text;
@@ -13,6 +14,5 @@ struct ShellStroke
     friend bool operator==(const ShellStroke &, const ShellStroke &) = default;
 };
 
-// Divides the strokes into text and keys: line breaks and tabs are keys, so that they do in every application
-// what the user's own keys do. Throws PlatformError if a stroke can't be typed. A pure function.
+// Divides the strokes into text and keys. Throws PlatformError if a stroke can't be typed. A pure function.
 QList<ShellStroke> planShellStrokes(const QList<KeyStroke> &strokes);

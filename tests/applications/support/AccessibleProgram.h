@@ -16,7 +16,7 @@
 struct AccessibleElement
 {
     // The AT-SPI states used here, by number.
-    enum class State { Active = 1, Focused = 12, Showing = 25, ReadOnly = 43 };
+    enum class State { Active = 1, Focused = 12, Sensitive = 24, Showing = 25, ReadOnly = 43 };
 
     bool has(State state) const { return (states >> static_cast<int>(state) & 1) != 0; }
 

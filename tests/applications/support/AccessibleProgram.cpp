@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "ui/support/AccessibleProgram.h"
+#include "applications/support/AccessibleProgram.h"
 
 #include "Desktop/Linux/Atspi/Finder.h"
 #include "Desktop/Linux/Atspi/Press.h"

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "applications/support/ScreenObserver.h"
+
+#include <QString>
+
+// The private GNOME desktop, and the user's keyboard there. Thread: main.
+namespace GnomeScreen {
+
+ScreenObserver &observer();
+
+// Plugs in a keyboard that stays for the life of this process. Without it, windows have lost the keyboard focus when the
+// keyboard of a portal's session went.
+void plugInKeyboard();
+
+// Holds a key down, or releases it; `code` is the kernel's.
+void hold(int code);
+void release(int code);
+void press(int code);
+
+// Replaces what was copied by this text.
+void copy(const QString &text);
+
+// What was copied last; empty if it is no text.
+QString copiedText();
+
+// Gives the window with this title the focus, as a mouse click would. False if there is none, or on timeout.
+bool activate(const QString &title);
+
+// The shell's overview, in which no window has the focus.
+void showOverview(bool isShown);
+
+} // namespace GnomeScreen

@@ -12,7 +12,8 @@ struct Session
 {
     QString display; // the value of $DISPLAY
     SessionType type = SessionType::None;
-    bool isCompositorComplete = false; // on Wayland, whether it offers everything that actions need
+    bool isCompositorComplete = false; // on Wayland, whether it offers windows and keys
+    bool isWithheld = false;           // on Wayland, whether it offers them to programs that it knows
 };
 
 // The X server.

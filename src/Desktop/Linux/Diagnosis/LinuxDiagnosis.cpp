@@ -133,6 +133,7 @@ QCoro::Task<QList<DiagnosticCheck>> LinuxDiagnosis::examine()
     const WaylandOffer offer =
         session.type == SessionType::Wayland ? WaylandOffer::ofEnvironment() : WaylandOffer();
     session.isCompositorComplete = offer.isComplete();
+    session.isWithheld = offer.isWithheld;
     if (offer.isComplete()) {
         const std::optional<BusExamination> sessionBus = co_await askingBus;
         const std::optional<Registry> registry = co_await reading;

@@ -89,6 +89,8 @@ void DiagnosisChecksTest::addDisplayRows()
     addRow("Wayland", session(wayland, Server::Answers), State::Broken, u"Wayland"_s, u"Xorg"_s);
     addRow("Wayland alone", session({QString(), SessionType::Wayland}, Server::Unreachable), State::Broken,
            u"Wayland"_s, u"Xorg"_s);
+    addRow("Wayland that withholds", session({u":0"_s, SessionType::Wayland, false, true}, Server::Answers),
+           State::Broken, u"programs that it knows"_s, u"orvane integrate"_s);
     addRow("no display", session({}, Server::Unreachable), State::Absent, u"no graphical desktop"_s,
            u"on the desktop"_s);
     addRow("dead display", session(x11, Server::Unreachable), State::Broken, u"No X server answers"_s,

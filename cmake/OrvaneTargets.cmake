@@ -10,13 +10,13 @@ function(orvane_add_library NAME)
   target_link_libraries(${NAME} PUBLIC ${ARG_PUBLIC} PRIVATE orvane_options ${ARG_PRIVATE})
 endfunction()
 
-# orvane_add_test(NAME LABEL <unit|engine|desktop|ui|slow> SOURCES ... LIBRARIES ... [ARGUMENTS ...] [TIMEOUT s]
-#                 [SESSION <x11|sway|labwc>])
-# A Qt Test program. Tests labelled desktop, ui or slow run in a private desktop session, on X11 unless SESSION says
-# otherwise.
+# orvane_add_test(NAME LABEL <unit|engine|desktop|ui|slow|wayland> SOURCES ... LIBRARIES ... [ARGUMENTS ...] [TIMEOUT s]
+#                 [SESSION <x11|sway|labwc|gnome|kde>])
+# A Qt Test program. Tests labelled desktop, ui, slow or wayland run in a private desktop session, on X11 unless SESSION
+# says otherwise. Those labelled wayland need a desktop of another Debian release, and run only when asked for.
 function(orvane_add_test NAME)
   cmake_parse_arguments(ARG "" "LABEL;SESSION;TIMEOUT" "SOURCES;LIBRARIES;ARGUMENTS" ${ARGN})
-  if(NOT ARG_LABEL MATCHES "^(unit|engine|desktop|ui|slow)$")
+  if(NOT ARG_LABEL MATCHES "^(unit|engine|desktop|ui|slow|wayland)$")
     message(FATAL_ERROR "orvane_add_test(${NAME}): unknown label '${ARG_LABEL}'")
   endif()
   if(NOT ARG_SESSION)
@@ -28,12 +28,31 @@ function(orvane_add_test NAME)
   add_executable(${NAME} ${ARG_SOURCES})
   target_include_directories(${NAME} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
   target_link_libraries(${NAME} PRIVATE orvane_options Qt6::Test ${ARG_LIBRARIES})
-  if(ARG_LABEL MATCHES "^(desktop|ui|slow)$")
+  if(ARG_LABEL MATCHES "^(desktop|ui|slow|wayland)$")
+    set(LOGIN)
+    if(ARG_SESSION STREQUAL gnome)
+      set(LOGIN --before-login "${PROJECT_SOURCE_DIR}/tests/applications/gnome-login")
+    endif()
     add_test(NAME ${NAME}
-      COMMAND "${PROJECT_SOURCE_DIR}/tests/applications/private-session" --session ${ARG_SESSION}
+      COMMAND "${PROJECT_SOURCE_DIR}/tests/applications/private-session" --session ${ARG_SESSION} ${LOGIN}
               $<TARGET_FILE:${NAME}> ${ARG_ARGUMENTS})
   else()
     add_test(NAME ${NAME} COMMAND ${NAME} ${ARG_ARGUMENTS})
   endif()
   set_tests_properties(${NAME} PROPERTIES LABELS ${ARG_LABEL} TIMEOUT ${ARG_TIMEOUT})
+endfunction()
+
+# orvane_add_tests_on(<Sway> TEST...): registers tests of private desktops once more, for this session and with the same
+# properties: ATest becomes ASwayTest.
+function(orvane_add_tests_on DESKTOP)
+  string(TOLOWER ${DESKTOP} SESSION)
+  foreach(TEST ${ARGN})
+    string(REGEX REPLACE "Test$" "${DESKTOP}Test" NAME ${TEST})
+    add_test(NAME ${NAME}
+      COMMAND "${PROJECT_SOURCE_DIR}/tests/applications/private-session" --session ${SESSION} $<TARGET_FILE:${TEST}>)
+    foreach(PROPERTY LABELS TIMEOUT ENVIRONMENT)
+      get_property(VALUE TEST ${TEST} PROPERTY ${PROPERTY})
+      set_property(TEST ${NAME} PROPERTY ${PROPERTY} "${VALUE}")
+    endforeach()
+  endforeach()
 endfunction()

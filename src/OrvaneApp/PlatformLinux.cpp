@@ -5,6 +5,7 @@
 #include "Desktop/Linux/LinuxDesktop.h"
 #include "Desktop/Linux/LinuxShell.h"
 #include "Desktop/Linux/Session/LinuxProgramInstance.h"
+#include "Desktop/Linux/ShellExtension/ExtensionFiles.h"
 #include "Desktop/Linux/Window/LinuxDisplay.h"
 #include "OrvaneApp/Platform.h"
 
@@ -58,14 +59,27 @@ std::unique_ptr<Diagnosis> Platform::diagnosis()
 
 QString Platform::integrate()
 {
-    OwnEntry::write(QCoreApplication::applicationFilePath());
-    return u"The desktop knows this program now, by %1. Start it again if it is running."_s.arg(
-        OwnEntry::path());
+    const QString program = QCoreApplication::applicationFilePath();
+    OwnEntry::write(program);
+    const QString known =
+        u"The desktop knows this program now, by %1. Start it again if it is running."_s.arg(
+            OwnEntry::path());
+    if (!ExtensionFiles::areUseful())
+        return known;
+    ExtensionFiles::write(program);
+    return known + u"\nThe extension of GNOME Shell is in %1. Log out and in again to use it."_s.arg(
+                       ExtensionFiles::folder());
 }
 
 QString Platform::undoIntegration()
 {
-    return OwnEntry::remove() ? u"%1 is removed."_s.arg(OwnEntry::path()) : u"There is nothing to remove."_s;
+    QStringList removed;
+    if (OwnEntry::remove())
+        removed.append(OwnEntry::path());
+    if (ExtensionFiles::areUseful() && ExtensionFiles::remove())
+        removed.append(ExtensionFiles::folder());
+    return removed.isEmpty() ? u"There is nothing to remove."_s
+                             : u"Removed: %1."_s.arg(removed.join(u", "_s));
 }
 
 std::unique_ptr<ShellServices> Platform::connectToShell()

@@ -2,6 +2,7 @@
 // Actions during other activity on the desktop: other windows, a user typing, the window manager being
 // replaced. An action still has its effect or fails with one clear line, and later actions work.
 #include "applications/support/DesktopTest.h"
+#include "applications/support/X11Screen.h"
 
 #include <QDir>
 #include <QGuiApplication>
@@ -72,7 +73,7 @@ void startLocker(QProcess &locker)
 bool lock(QProcess &locker)
 {
     startLocker(locker);
-    return QTest::qWaitFor([] { return Screen::isKeyboardGrabbed(); }, PrivateDesktop::patience);
+    return QTest::qWaitFor([] { return X11Screen::isKeyboardGrabbed(); }, PrivateDesktop::patience);
 }
 
 // Kills the locker, since it would need a password.
@@ -80,7 +81,7 @@ void unlock(QProcess &locker)
 {
     locker.kill();
     locker.waitForFinished();
-    QTRY_VERIFY_WITH_TIMEOUT(!Screen::isKeyboardGrabbed(), PrivateDesktop::patience);
+    QTRY_VERIFY_WITH_TIMEOUT(!X11Screen::isKeyboardGrabbed(), PrivateDesktop::patience);
 }
 
 quint32 editorWindow()
@@ -257,10 +258,10 @@ void DisturbancesTest::theScreenIsLockedWhileTyping()
 void DisturbancesTest::anOpenMenuTakesTheKeys()
 {
     Screen::pressKey(u"alt+f"_s);
-    QVERIFY(QTest::qWaitFor([] { return Screen::isKeyboardGrabbed(); }, PrivateDesktop::patience));
+    QVERIFY(QTest::qWaitFor([] { return X11Screen::isKeyboardGrabbed(); }, PrivateDesktop::patience));
     const Outcome closed = perform("press_key", {{"key", u"escape"_s}});
     QVERIFY2(!closed.hasFailed, qPrintable(closed.line));
-    QVERIFY(QTest::qWaitFor([] { return !Screen::isKeyboardGrabbed(); }, PrivateDesktop::patience));
+    QVERIFY(QTest::qWaitFor([] { return !X11Screen::isKeyboardGrabbed(); }, PrivateDesktop::patience));
     verifyTyping(u"the menu is closed"_s);
 }
 
@@ -305,7 +306,7 @@ void DisturbancesTest::theWindowManagerEnds()
     // Wait until the server has destroyed the manager's frames: only then is the focus settled.
     QTRY_VERIFY_WITH_TIMEOUT(PrivateDesktop::processesWith("xfwm4").isEmpty(), PrivateDesktop::patience);
     const quint32 window = editorWindow();
-    QTRY_VERIFY_WITH_TIMEOUT(!Screen::hasFrame(window), PrivateDesktop::patience);
+    QTRY_VERIFY_WITH_TIMEOUT(!X11Screen::hasFrame(window), PrivateDesktop::patience);
     // The window may have kept the focus, or lost it with its frame.
     const Outcome front = perform("open_app", {{"app", u"Mousepad"_s}});
     const QString reason = u"No window manager is running to bring “"_s;

@@ -2,6 +2,7 @@
 // Actions leave nothing behind on the desktop or in the program, even if the program is killed.
 #include "Support/KeyboardDevices.h"
 #include "applications/support/DesktopTest.h"
+#include "applications/support/X11Screen.h"
 
 #include <QDir>
 #include <QGuiApplication>
@@ -90,7 +91,7 @@ void ResidueTest::theKeysOfAKilledProgramArePutBackByTheNext()
     const QByteArray physical = KeyboardDevices::map(keyboards.physical);
     const QByteArray sending = KeyboardDevices::map(keyboards.sending);
     QVERIFY(physical != sending);
-    const QSet<int> keys = Screen::keysWithSymbols();
+    const QSet<int> keys = X11Screen::keysWithSymbols();
 
     QProcess program;
     program.start(QCoreApplication::applicationFilePath(), {QString::fromLatin1(typingOption)});
@@ -98,13 +99,13 @@ void ResidueTest::theKeysOfAKilledProgramArePutBackByTheNext()
     QVERIFY(QTest::qWaitFor(hasChangedKeys, PrivateDesktop::patience));
     program.kill();
     QVERIFY(program.waitForFinished());
-    QVERIFY(!Screen::isAKeyPressed());
+    QVERIFY(!X11Screen::isAKeyPressed());
     QVERIFY(hasChangedKeys());
     QCOMPARE(KeyboardDevices::map(keyboards.physical), physical);
 
     // Applications see the user's keymap again as soon as that keyboard is used.
     keyboards.pressPhysicalKey(shiftKey);
-    QCOMPARE(Screen::keysWithSymbols(), keys);
+    QCOMPARE(X11Screen::keysWithSymbols(), keys);
 
     const Outcome typed = perform("type_text", {{"text", u"plain"_s}});
     QVERIFY2(!typed.hasFailed, qPrintable(typed.line));

@@ -1,19 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 // Every kind of action in a Wayland session with sway, judged by sway and by the disk.
-#include "applications/support/Sway.h"
-#include "applications/support/ActionRunner.h"
+#include "applications/support/DesktopTest.h"
 #include "applications/support/Doctor.h"
 #include "applications/support/OrvaneProgram.h"
-#include "applications/support/PrivateDesktop.h"
 
 #include <QDir>
 #include <QImage>
-#include <QObject>
 #include <QProcess>
 #include <QSet>
-#include <QTest>
-
-#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -31,18 +25,11 @@ qsizetype coloursAcross(const QImage &picture)
 
 } // namespace
 
-// Waits for the effect; on timeout, fails the test with the action's result line and the windows.
-#define VERIFY_ON_SWAY(effect, outcome)                                                                      \
-    QVERIFY2(QTest::qWaitFor([&] { return (effect); }, PrivateDesktop::patience),                            \
-             qPrintable((outcome).line + u" But on the screen: "_s + Sway::described()))
-
-class SwayTest : public QObject
+class SwayTest : public DesktopTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
-    void cleanup();
     void anApplicationIsOpened();
     void textArrivesAndIsSaved();
     void keysGoToTheApplicationThatIsFocused();
@@ -59,22 +46,7 @@ private Q_SLOTS:
 private:
     // Opens the document in an editor; false on timeout.
     bool openEditor(const QString &program, const QString &path);
-
-    std::optional<ActionRunner> m_runner;
 };
-
-void SwayTest::initTestCase()
-{
-    if (!PrivateDesktop::isHere() || qEnvironmentVariableIsEmpty("SWAYSOCK"))
-        QFAIL("This test ends every window that it finds: start it with scripts/private-desktop --session "
-              "sway.");
-    m_runner.emplace();
-}
-
-void SwayTest::cleanup()
-{
-    QVERIFY2(Sway::clear(), qPrintable(Sway::described()));
-}
 
 bool SwayTest::openEditor(const QString &program, const QString &path)
 {
@@ -82,7 +54,7 @@ bool SwayTest::openEditor(const QString &program, const QString &path)
     PrivateDesktop::start(program, {path});
     const QString name = QFileInfo(path).fileName();
     const auto isInFront = [&name] {
-        const auto window = Sway::focused();
+        const auto window = Screen::activeWindow();
         return window && window->title.contains(name);
     };
     return QTest::qWaitFor(isInFront, PrivateDesktop::patience);
@@ -90,56 +62,56 @@ bool SwayTest::openEditor(const QString &program, const QString &path)
 
 void SwayTest::anApplicationIsOpened()
 {
-    const Outcome outcome = m_runner->perform("open_app", {{"app", u"Mousepad"_s}});
+    const Outcome outcome = perform("open_app", {{"app", u"Mousepad"_s}});
     QCOMPARE(outcome.line, u"Mousepad is now frontmost."_s);
-    const auto focused = Sway::focused();
+    const auto focused = Screen::activeWindow();
     QVERIFY2(focused && focused->applicationIdentifier.contains("mousepad"_L1, Qt::CaseInsensitive),
-             qPrintable(Sway::described()));
+             qPrintable(Screen::described()));
 }
 
 void SwayTest::textArrivesAndIsSaved()
 {
     const QString path = PrivateDesktop::home(u"Documents/letter.txt"_s);
     const QString text = u"Größe, naïve café, Ωμέγα, 漢字 and 👍🏽"_s;
-    QVERIFY2(openEditor(u"mousepad"_s, path), qPrintable(Sway::described()));
-    const Outcome typed = m_runner->perform("type_text", {{"text", text}});
+    QVERIFY2(openEditor(u"mousepad"_s, path), qPrintable(Screen::described()));
+    const Outcome typed = perform("type_text", {{"text", text}});
     QVERIFY2(!typed.hasFailed, qPrintable(typed.line));
-    const Outcome saved = m_runner->perform("press_key", {{"key", u"s"_s}, {"modifiers", u"command"_s}});
-    VERIFY_ON_SWAY(PrivateDesktop::read(path).trimmed() == text.toUtf8(), saved);
+    const Outcome saved = perform("press_key", {{"key", u"s"_s}, {"modifiers", u"command"_s}});
+    VERIFY_EFFECT(PrivateDesktop::read(path).trimmed() == text.toUtf8(), saved);
 }
 
 void SwayTest::keysGoToTheApplicationThatIsFocused()
 {
     const QString letter = PrivateDesktop::home(u"Documents/letter.txt"_s);
     const QString note = PrivateDesktop::home(u"Documents/note.txt"_s);
-    QVERIFY2(openEditor(u"mousepad"_s, letter), qPrintable(Sway::described()));
-    QVERIFY2(openEditor(u"featherpad"_s, note), qPrintable(Sway::described()));
-    const Outcome focused = m_runner->perform("focus_app", {{"app", u"Mousepad"_s}});
+    QVERIFY2(openEditor(u"mousepad"_s, letter), qPrintable(Screen::described()));
+    QVERIFY2(openEditor(u"featherpad"_s, note), qPrintable(Screen::described()));
+    const Outcome focused = perform("focus_app", {{"app", u"Mousepad"_s}});
     QVERIFY2(!focused.hasFailed, qPrintable(focused.line));
-    m_runner->perform("type_text", {{"text", u"for the letter"_s}});
-    const Outcome saved = m_runner->perform("press_key", {{"key", u"s"_s}, {"modifiers", u"command"_s}});
-    VERIFY_ON_SWAY(PrivateDesktop::read(letter).trimmed() == "for the letter", saved);
+    perform("type_text", {{"text", u"for the letter"_s}});
+    const Outcome saved = perform("press_key", {{"key", u"s"_s}, {"modifiers", u"command"_s}});
+    VERIFY_EFFECT(PrivateDesktop::read(letter).trimmed() == "for the letter", saved);
     QCOMPARE(PrivateDesktop::read(note), QByteArray());
 }
 
 void SwayTest::controlsAreReadAndPressed()
 {
     const QString path = PrivateDesktop::home(u"Documents/letter.txt"_s);
-    QVERIFY2(openEditor(u"mousepad"_s, path), qPrintable(Sway::described()));
-    const Outcome controls = m_runner->perform("read_ui");
+    QVERIFY2(openEditor(u"mousepad"_s, path), qPrintable(Screen::described()));
+    const Outcome controls = perform("read_ui");
     QVERIFY2(controls.line.contains(u"MenuItem: Word Wrap"_s) || controls.line.contains(u"MenuItem: "_s),
              qPrintable(controls.line));
-    m_runner->perform("type_text", {{"text", u"Dear reader"_s}});
-    const Outcome outcome = m_runner->perform("click", {{"label", u"Save"_s}});
+    perform("type_text", {{"text", u"Dear reader"_s}});
+    const Outcome outcome = perform("click", {{"label", u"Save"_s}});
     QCOMPARE(outcome.line, u"Clicked “Save”."_s);
-    VERIFY_ON_SWAY(PrivateDesktop::read(path).startsWith("Dear reader"), outcome);
+    VERIFY_EFFECT(PrivateDesktop::read(path).startsWith("Dear reader"), outcome);
 }
 
 void SwayTest::windowsAreListed()
 {
     QVERIFY(openEditor(u"mousepad"_s, PrivateDesktop::home(u"Documents/letter.txt"_s)));
     QVERIFY(openEditor(u"featherpad"_s, PrivateDesktop::home(u"Documents/note.txt"_s)));
-    const Outcome outcome = m_runner->perform("list_windows");
+    const Outcome outcome = perform("list_windows");
     const qsizetype letter = outcome.line.indexOf("letter.txt"_L1);
     const qsizetype note = outcome.line.indexOf("note.txt"_L1);
     QVERIFY2(note >= 0 && letter > note, qPrintable(outcome.line)); // the one used last comes first
@@ -149,9 +121,9 @@ void SwayTest::windowsAreListed()
 void SwayTest::anApplicationIsQuit()
 {
     QVERIFY(openEditor(u"mousepad"_s, PrivateDesktop::home(u"Documents/letter.txt"_s)));
-    const Outcome outcome = m_runner->perform("quit_app", {{"app", u"Mousepad"_s}});
+    const Outcome outcome = perform("quit_app", {{"app", u"Mousepad"_s}});
     QCOMPARE(outcome.line, u"Mousepad quit."_s);
-    QVERIFY2(Sway::windows().isEmpty(), qPrintable(Sway::described()));
+    QVERIFY2(Screen::windows().isEmpty(), qPrintable(Screen::described()));
 }
 
 void SwayTest::theScreenIsCaptured()
@@ -160,7 +132,7 @@ void SwayTest::theScreenIsCaptured()
     QDir pictures(PrivateDesktop::home(u"Pictures"_s));
     // A window has the focus before its first picture is shown.
     const auto isWindowCaptured = [this, &pictures] {
-        m_runner->perform("screenshot", {{"save_to", u"Pictures"_s}});
+        perform("screenshot", {{"save_to", u"Pictures"_s}});
         const QStringList files = pictures.entryList({u"*.png"_s});
         if (files.size() != 1)
             return false;
@@ -173,7 +145,7 @@ void SwayTest::theScreenIsCaptured()
 
 void SwayTest::withoutAWindowNothingIsTyped()
 {
-    const Outcome outcome = m_runner->perform("type_text", {{"text", u"secret"_s}});
+    const Outcome outcome = perform("type_text", {{"text", u"secret"_s}});
     QVERIFY(outcome.hasFailed);
     QCOMPARE(outcome.line, u"No application is in front to receive the keys."_s);
 }
@@ -184,11 +156,11 @@ void SwayTest::aLockerGetsNoKeys()
     QVERIFY(openEditor(u"mousepad"_s, PrivateDesktop::home(u"Documents/letter.txt"_s)));
     QProcess locker;
     locker.start(u"swaylock"_s, {u"--color"_s, u"112233"_s});
-    QVERIFY2(QTest::qWaitFor([] { return !Sway::focused(); }, PrivateDesktop::patience),
-             qPrintable(Sway::described()));
-    const Outcome typed = m_runner->perform("type_text", {{"text", u"secret"_s}});
-    const Outcome key = m_runner->perform("press_key", {{"key", u"tab"_s}});
-    const Outcome clicked = m_runner->perform("click", {{"label", u"Save"_s}});
+    QVERIFY2(QTest::qWaitFor([] { return !Screen::activeWindow(); }, PrivateDesktop::patience),
+             qPrintable(Screen::described()));
+    const Outcome typed = perform("type_text", {{"text", u"secret"_s}});
+    const Outcome key = perform("press_key", {{"key", u"tab"_s}});
+    const Outcome clicked = perform("click", {{"label", u"Save"_s}});
     locker.kill();
     locker.waitForFinished();
     QCOMPARE(typed.line, u"No application is in front to receive the keys."_s);
@@ -201,11 +173,11 @@ void SwayTest::whatChromiumWouldCutIsNotTyped()
     PrivateDesktop::start(u"chromium"_s, {u"--no-sandbox"_s, u"--no-first-run"_s, u"--disable-gpu"_s,
                                           u"--ozone-platform=wayland"_s, u"about:blank"_s});
     const auto isInFront = [] {
-        const auto window = Sway::focused();
+        const auto window = Screen::activeWindow();
         return window && window->applicationIdentifier.contains("chromium"_L1);
     };
-    QVERIFY2(QTest::qWaitFor(isInFront, PrivateDesktop::patience), qPrintable(Sway::described()));
-    const Outcome outcome = m_runner->perform("type_text", {{"text", u"party 🎉"_s}});
+    QVERIFY2(QTest::qWaitFor(isInFront, PrivateDesktop::patience), qPrintable(Screen::described()));
+    const Outcome outcome = perform("type_text", {{"text", u"party 🎉"_s}});
     QVERIFY2(outcome.hasFailed &&
                  outcome.line.endsWith(u"may not take the character “🎉”, so nothing was typed."_s),
              qPrintable(outcome.line));
@@ -226,8 +198,8 @@ void SwayTest::aTaskIsCarriedOut()
     OrvaneProgram::installPracticeModel();
     const QString output = OrvaneProgram::carryOut(editorTask);
     QVERIFY2(output.contains("quarterly numbers look fine"_L1), qPrintable(output));
-    const auto editor = Sway::focused();
-    QVERIFY2(editor && editor->title.startsWith(u'*'), qPrintable(output + Sway::described())); // modified
+    const auto editor = Screen::activeWindow();
+    QVERIFY2(editor && editor->title.startsWith(u'*'), qPrintable(output + Screen::described())); // modified
 }
 
 QTEST_MAIN(SwayTest)

@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/DisplayServices.h"
 
+#include "Desktop/Linux/Diagnosis/BusExamination.h"
 #include "Desktop/Linux/LinuxScreenCapture.h"
+#include "Desktop/Linux/Portals/PortalScreenCapture.h"
 #include "Desktop/Linux/Session/SessionType.h"
+#include "Desktop/Linux/ShellExtension/ShellKeyboard.h"
+#include "Desktop/Linux/ShellExtension/ShellWindows.h"
 #include "Desktop/Linux/Typing/LinuxKeyboard.h"
 #include "Desktop/Linux/Wayland/Compositor.h"
 #include "Desktop/Linux/Wayland/Keyboard.h"
@@ -11,7 +15,10 @@
 #include "Desktop/Linux/Wayland/ScreenCapture.h"
 #include "Desktop/Linux/Wayland/Toplevels.h"
 #include "Desktop/Linux/X11/Display.h"
+#include "Desktop/PlatformError.h"
 
+#include <future>
+#include <thread>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -39,17 +46,6 @@ private:
     LinuxScreenCapture m_screenCapture{m_display};
 };
 
-// For compositors that offer no screenshots.
-class NoScreenCapture : public ScreenCapture
-{
-public:
-    QCoro::Task<void> capture(QString /* path */) override
-    {
-        throw PlatformError(u"This desktop offers no way to take a picture of the screen."_s);
-        co_return;
-    }
-};
-
 std::unique_ptr<WindowSystem> windowsOf(WaylandConnection &connection, const WaylandOffer &offer,
                                         Clock &clock)
 {
@@ -69,21 +65,22 @@ std::unique_ptr<ReceiverKeyboard> keyboardOf(WaylandConnection &connection, cons
                                              environment.takesEveryCharacter, clock);
 }
 
-std::unique_ptr<ScreenCapture> screenCaptureOf(const WaylandOffer &offer)
+std::unique_ptr<ScreenCapture> screenCaptureOf(const WaylandOffer &offer, PortalBus &portals)
 {
     if (offer.pictures)
         return std::make_unique<WaylandScreenCapture>();
-    return std::make_unique<NoScreenCapture>();
+    return std::make_unique<PortalScreenCapture>(portals);
 }
 
 class WaylandServices : public DisplayServices
 {
 public:
-    WaylandServices(std::unique_ptr<WaylandConnection> connection, const WaylandOffer &offer, Clock &clock,
+    WaylandServices(std::unique_ptr<WaylandConnection> connection, Clock &clock,
                     const KeyboardEnvironment &environment)
-        : m_connection(std::move(connection)), m_windows(windowsOf(*m_connection, offer, clock)),
-          m_keyboard(keyboardOf(*m_connection, offer, *m_windows, environment, clock)),
-          m_screenCapture(screenCaptureOf(offer))
+        : m_connection(std::move(connection)), m_offer(WaylandOffer::of(*m_connection)),
+          m_windows(windowsOf(*m_connection, m_offer, clock)),
+          m_keyboard(keyboardOf(*m_connection, m_offer, *m_windows, environment, clock)),
+          m_screenCapture(screenCaptureOf(m_offer, m_portals))
     {
     }
 
@@ -93,19 +90,90 @@ public:
 
 private:
     std::unique_ptr<WaylandConnection> m_connection;
+    WaylandOffer m_offer;
+    PortalBus m_portals;
     std::unique_ptr<WindowSystem> m_windows;
     std::unique_ptr<ReceiverKeyboard> m_keyboard;
     std::unique_ptr<ScreenCapture> m_screenCapture;
 };
 
-std::optional<QString> obstacleIn(SessionType type, const WaylandOffer &offer)
+class ShellExtensionServices : public DisplayServices
 {
-    if (type == SessionType::Wayland && offer.isComplete())
-        return std::nullopt;
-    if (type == SessionType::Wayland && offer.isWithheld)
-        return u"This desktop lets only programs that it knows see and operate it: in a terminal, enter "
-               "“orvane integrate”, then start Orvane again."_s;
-    return Sessions::obstacle(type);
+public:
+    ShellExtensionServices(Clock &clock, const KeyboardEnvironment &environment)
+        : m_windows(m_extension, clock),
+          m_keyboard(m_extension, m_portals, m_windows, environment.frontmostWindow, clock)
+    {
+    }
+
+    WindowSystem &windows() override { return m_windows; }
+    ReceiverKeyboard &keyboard() override { return m_keyboard; }
+    ScreenCapture &screenCapture() override { return m_screenCapture; }
+
+private:
+    ShellExtension m_extension;
+    PortalBus m_portals;
+    ShellWindows m_windows;
+    ShellKeyboard m_keyboard;
+    PortalScreenCapture m_screenCapture{m_portals};
+};
+
+// The services on the session bus; none if it doesn't answer within two seconds.
+BusExamination sessionBus()
+{
+    std::promise<BusExamination> promise;
+    std::future<BusExamination> examination = promise.get_future();
+    // A hung bus keeps the thread for ever.
+    std::thread([promise = std::move(promise)]() mutable {
+        try {
+            promise.set_value(BusExamination::take(BusExamination::sessionBusAddress()));
+        } catch (const PlatformError &) {
+            promise.set_value({});
+        }
+    }).detach();
+    const bool isTaken = examination.wait_for(Deadlines::answer) == std::future_status::ready;
+    return isTaken ? examination.get() : BusExamination();
+}
+
+// What makes the windows of this session accessible.
+struct Ways
+{
+    SessionType session = SessionType::None;
+    std::unique_ptr<WaylandConnection> compositor; // if it offers everything that actions need
+    bool isExtensionRunning = false;
+    std::optional<QString> obstacle; // set if there is no way
+};
+
+std::optional<QString> obstacleIn(SessionType session, const BusExamination &bus)
+{
+    if (bus.isRunning(u"org.gnome.Shell"_s))
+        return u"Orvane needs its extension of GNOME Shell: run “orvane integrate” in a terminal, then log "
+               "out and in again."_s;
+    return Sessions::obstacle(session);
+}
+
+Ways findWays()
+{
+    Ways ways;
+    ways.session = Sessions::typeWith(Sessions::displayServer());
+    if (ways.session != SessionType::Wayland)
+        return ways;
+    std::unique_ptr<WaylandConnection> compositor = connectToCompositor();
+    const WaylandOffer offer = compositor ? WaylandOffer::of(*compositor) : WaylandOffer();
+    if (offer.isComplete()) {
+        ways.compositor = std::move(compositor);
+        return ways;
+    }
+    if (offer.isWithheld) {
+        ways.obstacle = u"This desktop lets only programs that it knows see and operate it: run “orvane "
+                        "integrate” in a terminal, then start Orvane again."_s;
+        return ways;
+    }
+    const BusExamination bus = sessionBus();
+    ways.isExtensionRunning = bus.isRunning(ShellExtension::busName);
+    if (!ways.isExtensionRunning)
+        ways.obstacle = obstacleIn(ways.session, bus);
+    return ways;
 }
 
 } // namespace
@@ -113,17 +181,15 @@ std::optional<QString> obstacleIn(SessionType type, const WaylandOffer &offer)
 std::unique_ptr<DisplayServices> DisplayServices::connect(Clock &clock,
                                                           const KeyboardEnvironment &environment)
 {
-    const SessionType type = Sessions::typeWith(Sessions::displayServer());
-    std::unique_ptr<WaylandConnection> compositor =
-        type == SessionType::Wayland ? connectToCompositor() : nullptr;
-    const WaylandOffer offer = compositor ? WaylandOffer::of(*compositor) : WaylandOffer();
-    if (offer.isComplete())
-        return std::make_unique<WaylandServices>(std::move(compositor), offer, clock, environment);
-    return std::make_unique<X11Services>(clock, environment, obstacleIn(type, offer));
+    Ways ways = findWays();
+    if (ways.compositor)
+        return std::make_unique<WaylandServices>(std::move(ways.compositor), clock, environment);
+    if (ways.isExtensionRunning)
+        return std::make_unique<ShellExtensionServices>(clock, environment);
+    return std::make_unique<X11Services>(clock, environment, ways.obstacle);
 }
 
 std::optional<QString> DisplayServices::obstacleInEnvironment()
 {
-    const SessionType type = Sessions::typeWith(Sessions::displayServer());
-    return obstacleIn(type, type == SessionType::Wayland ? WaylandOffer::ofEnvironment() : WaylandOffer());
+    return findWays().obstacle;
 }

@@ -92,7 +92,10 @@ Writes a desktop entry for this program into your own application folder. KDE Pl
 lets only programs with an entry see and operate the desktop. An installed program has one; a
 program that is run from its build folder needs this command once. Start it again afterwards.
 
-  --remove  remove that entry
+Where GNOME Shell is installed, its extension for Orvane is installed for you, too. It runs from
+your next login on, and answers no other program.
+
+  --remove  remove the entry and the extension
 
 Ends with 0 when that is done, 1 when it failed, 64 when the command is wrong.
 )"_s;

@@ -77,6 +77,7 @@ struct MatrixApplication
     QString readable;                    // an item of read_ui's result
     QStringList keysTaken;               // combinations that it handles itself, as in MatrixKeys::pageName()
     QHash<MatrixAction, QString> cannot; // unsupported actions, with the reasons
+    QHash<MatrixAction, QString> limits; // what supported actions refuse
 };
 
 namespace MatrixApplications {

@@ -2,6 +2,7 @@
 // The rows of the matrix.
 #include "applications/matrix/MatrixApplication.h"
 #include "applications/matrix/MatrixDesktop.h"
+#include "applications/support/Screen.h"
 
 using namespace Qt::StringLiterals;
 using enum MatrixAction;
@@ -204,6 +205,10 @@ MatrixApplication chromium()
                                         u"Ctrl+Shift+KeyN"_s, u"Ctrl+Shift+KeyT"_s, u"Ctrl+Shift+KeyW"_s,
                                         u"Ctrl+Tab"_s,        u"Ctrl+Shift+Tab"_s,  unicodeEntry};
     application.cannot = {{OpenByAlias, u"“chrome” is an alias of Google Chrome, which Chromium is not."_s}};
+    if (Screen::session() == Screen::Session::Sway) {
+        application.limits = {
+            {TypeText, u"Characters beyond U+FFFF, such as emoji, are refused, since Chromium cuts them."_s}};
+    }
     return application;
 }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "applications/matrix/MatrixKeys.h"
 
+#include "applications/support/Screen.h"
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -93,11 +95,12 @@ QString MatrixKeys::symbolName(const MatrixKey &key, const QString &modifiers)
     return prefix(modifiers) + (modifiers.contains("shift"_L1) ? key.shifted : key.symbol);
 }
 
-const QStringList &MatrixKeys::takenByTheWindowManager()
+QStringList MatrixKeys::takenByTheDesktop()
 {
-    static const QStringList names{
+    if (Screen::session() == Screen::Session::Sway)
+        return {};
+    return {
         u"Alt+Tab"_s,          u"Alt+Shift+Tab"_s,      u"Alt+Space"_s,          u"Ctrl+Alt+KeyD"_s,
         u"Ctrl+Alt+ArrowUp"_s, u"Ctrl+Alt+ArrowDown"_s, u"Ctrl+Alt+ArrowLeft"_s, u"Ctrl+Alt+ArrowRight"_s,
     };
-    return names;
 }

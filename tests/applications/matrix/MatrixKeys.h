@@ -29,7 +29,7 @@ QString pageName(const MatrixKey &key, const QString &modifiers);
 // "Ctrl+Shift+A"
 QString symbolName(const MatrixKey &key, const QString &modifiers);
 
-// Combinations that the window manager grabs, as in pageName().
-const QStringList &takenByTheWindowManager();
+// Combinations that the window manager grabs, as in pageName(). sway grabs none on a private desktop.
+QStringList takenByTheDesktop();
 
 } // namespace MatrixKeys

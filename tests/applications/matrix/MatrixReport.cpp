@@ -58,6 +58,19 @@ QString titleOf(MatrixAction action)
     return titles.value(action);
 }
 
+// The text's index, after it has been added if necessary.
+qsizetype placeIn(QStringList &texts, const QString &text)
+{
+    if (!texts.contains(text))
+        texts << text;
+    return texts.indexOf(text);
+}
+
+QChar letter(qsizetype index)
+{
+    return QChar(u'a' + static_cast<char16_t>(index));
+}
+
 QString line(const QStringList &cells)
 {
     return u"| "_s + cells.join(u" | "_s) + u" |\n"_s;
@@ -74,6 +87,8 @@ MatrixReport::~MatrixReport()
         text += table(part.title, part.actions);
     for (qsizetype index = 0; index < m_reasons.size(); ++index)
         text += u"%1. %2\n"_s.arg(index + 1).arg(m_reasons.at(index));
+    for (qsizetype index = 0; index < m_limits.size(); ++index)
+        text += u"%1. %2\n"_s.arg(letter(index)).arg(m_limits.at(index));
     std::fputs(text.toUtf8().constData(), stdout);
     std::fflush(stdout);
 }
@@ -107,11 +122,8 @@ QString MatrixReport::table(const QString &title, const QList<MatrixAction> &act
 QString MatrixReport::cell(const MatrixApplication &application, MatrixAction action)
 {
     const QString reason = application.cannot.value(action);
-    if (!reason.isEmpty()) {
-        if (!m_reasons.contains(reason))
-            m_reasons << reason;
-        return u"cannot (%1)"_s.arg(m_reasons.indexOf(reason) + 1);
-    }
+    if (!reason.isEmpty())
+        return u"cannot (%1)"_s.arg(placeIn(m_reasons, reason) + 1);
     switch (m_verdicts.value({application.heading, action}, Verdict::NotRun)) {
     case Verdict::NotRun:
         return u"not run"_s;
@@ -120,7 +132,8 @@ QString MatrixReport::cell(const MatrixApplication &application, MatrixAction ac
     case Verdict::Works:
         break;
     }
-    return u"works"_s;
+    const QString limit = application.limits.value(action);
+    return limit.isEmpty() ? u"works"_s : u"works (%1)"_s.arg(letter(placeIn(m_limits, limit)));
 }
 
 MatrixCell::MatrixCell(MatrixReport &report, const QString &heading, MatrixAction action)

@@ -8,7 +8,7 @@
 #include <utility>
 
 // Collects the results of the matrix's cells. The destructor prints the matrix, a line per application and a
-// column per action, followed by the reasons for unsupported actions. Thread: main.
+// column per action, followed by the reasons for unsupported actions and by limits. Thread: main.
 class MatrixReport
 {
 public:
@@ -26,7 +26,8 @@ private:
     QString cell(const MatrixApplication &application, MatrixAction action);
 
     QMap<std::pair<QString, MatrixAction>, Verdict> m_verdicts;
-    QStringList m_reasons; // in the order of their first use
+    QStringList m_reasons; // numbered in the order of their first use
+    QStringList m_limits;  // lettered likewise
 };
 
 // The test of one cell: marked as failed, unless the test has not failed when this object is destroyed.

@@ -66,6 +66,7 @@ private:
     QString keysReported() const;
 
     void verifyText(const QString &text);
+    void verifyLimitedText();
     void verifyNewFolder(const QString &name);
     // Waits until the document, page or file contains exactly this text.
     void verifyWritten(const QString &expected);

@@ -1,22 +1,52 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "applications/support/Clipboard.h"
 
+#include "applications/support/PrivateDesktop.h"
 #include "applications/support/Screen.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QProcess>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+bool isOnX11()
+{
+    return Screen::session() == Screen::Session::X11;
+}
+
+// On Wayland, an application without the focus has no access to the clipboard, but wl-clipboard has.
+void setText(const QString &text)
+{
+    if (isOnX11())
+        QGuiApplication::clipboard()->setText(text);
+    else
+        QProcess::execute(u"wl-copy"_s, {text});
+}
+
+QString text()
+{
+    if (isOnX11())
+        return QGuiApplication::clipboard()->text();
+    QProcess tool;
+    tool.start(u"wl-paste"_s, {u"--no-newline"_s});
+    tool.waitForFinished(PrivateDesktop::patience);
+    return QString::fromUtf8(tool.readAllStandardOutput());
+}
+
+} // namespace
 
 QString Clipboard::copiedWith(const QStringList &keys)
 {
     constexpr int limitMilliseconds = 3'000;
     const QString nothing = u"nothing copied yet"_s;
-    QClipboard *clipboard = QGuiApplication::clipboard();
-    clipboard->setText(nothing);
+    setText(nothing);
     for (const QString &key : keys)
         Screen::pressKey(key);
-    const auto isCopied = [&] { return clipboard->text() != nothing; };
-    return QTest::qWaitFor(isCopied, limitMilliseconds) ? clipboard->text() : QString();
+    QString copied;
+    const auto isCopied = [&] { return (copied = text()) != nothing; };
+    return QTest::qWaitFor(isCopied, limitMilliseconds) ? copied : QString();
 }

@@ -2,6 +2,7 @@
 #include "applications/support/DesktopTest.h"
 
 #include "Support/StandstillWatch.h"
+#include "applications/support/X11Screen.h"
 
 using namespace Qt::StringLiterals;
 
@@ -20,15 +21,18 @@ void DesktopTest::initTestCase()
 {
     if (!PrivateDesktop::isHere())
         QFAIL("This test ends every window that it finds: start it with scripts/private-desktop.");
-    m_keysWithSymbols = Screen::keysWithSymbols();
+    if (Screen::session() == Screen::Session::X11)
+        m_keysWithSymbols = X11Screen::keysWithSymbols();
     m_runner.emplace();
 }
 
 void DesktopTest::cleanup()
 {
     QVERIFY2(PrivateDesktop::clear(), qPrintable(Screen::described()));
-    QVERIFY(!Screen::isAKeyPressed());
-    QCOMPARE(Screen::keysWithSymbols(), m_keysWithSymbols);
+    if (Screen::session() != Screen::Session::X11)
+        return;
+    QVERIFY(!X11Screen::isAKeyPressed());
+    QCOMPARE(X11Screen::keysWithSymbols(), m_keysWithSymbols);
 }
 
 void DesktopTest::cleanupTestCase()

@@ -7,12 +7,13 @@
 #include "applications/support/Screen.h"
 
 #include <QObject>
+#include <QSet>
 #include <QTest>
 
 #include <optional>
 
-// The base of all tests with real applications: checks for a private desktop at the start, and after each
-// function clears it and verifies that no key is pressed and no keysym left lent.
+// The base of all tests with real applications: checks for a private desktop at the start, and clears it
+// after each function; on X11 it then verifies that no key is pressed and no keysym left lent.
 class DesktopTest : public QObject
 {
     Q_OBJECT

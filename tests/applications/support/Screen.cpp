@@ -1,192 +1,37 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "applications/support/Screen.h"
 
-#include "applications/support/PrivateDesktop.h"
+#include "applications/support/SwayScreen.h"
+#include "applications/support/X11Screen.h"
 
-#include <QDeadlineTimer>
-#include <QProcess>
 #include <QStringList>
 
-#include <poll.h>
-#include <xcb/xcb_ewmh.h>
-#include <xcb/xcbext.h>
-
 #include <algorithm>
-#include <cstdlib>
-#include <memory>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-class Observer
+ScreenObserver &observer()
 {
-public:
-    Observer() : m_connection(xcb_connect(nullptr, nullptr))
-    {
-        if (xcb_connection_has_error(m_connection) != 0)
-            qFatal("the private desktop's X server does not answer");
-        xcb_ewmh_init_atoms_replies(&m_ewmh, xcb_ewmh_init_atoms(m_connection, &m_ewmh), nullptr);
-    }
-
-    ~Observer()
-    {
-        xcb_ewmh_connection_wipe(&m_ewmh);
-        xcb_disconnect(m_connection);
-    }
-
-    Observer(const Observer &) = delete;
-    Observer &operator=(const Observer &) = delete;
-
-    static Observer &shared()
-    {
-        static Observer observer;
-        return observer;
-    }
-
-    // The raw value of a window property; empty if the window or property doesn't exist.
-    QByteArray property(xcb_window_t window, xcb_atom_t name)
-    {
-        constexpr std::uint32_t mostWords = 4096;
-        const auto cookie = xcb_get_property(m_connection, 0, window, name, XCB_ATOM_ANY, 0, mostWords);
-        const auto reply = answer<xcb_get_property_reply_t>(cookie);
-        if (!reply)
-            return {};
-        return {static_cast<const char *>(xcb_get_property_value(reply.get())),
-                xcb_get_property_value_length(reply.get())};
-    }
-
-    QList<quint32> numbers(xcb_window_t window, xcb_atom_t name)
-    {
-        const QByteArray bytes = property(window, name);
-        QList<quint32> values(bytes.size() / static_cast<qsizetype>(sizeof(quint32)));
-        std::copy_n(bytes.constData(), values.size() * static_cast<qsizetype>(sizeof(quint32)),
-                    reinterpret_cast<char *>(values.data()));
-        return values;
-    }
-
-    QList<quint32> rootNumbers(xcb_atom_t name) { return numbers(root(), name); }
-
-    void requestFocus(xcb_window_t window)
-    {
-        xcb_ewmh_request_change_active_window(&m_ewmh, 0, window, XCB_EWMH_CLIENT_SOURCE_TYPE_OTHER,
-                                              XCB_CURRENT_TIME, XCB_NONE);
-        xcb_flush(m_connection);
-    }
-
-    bool exists(xcb_window_t window)
-    {
-        const auto cookie = xcb_get_window_attributes(m_connection, window);
-        return answer<xcb_get_window_attributes_reply_t>(cookie) != nullptr;
-    }
-
-    bool hasFrame(xcb_window_t window)
-    {
-        const auto reply = answer<xcb_query_tree_reply_t>(xcb_query_tree(m_connection, window));
-        return reply && reply->parent != root();
-    }
-
-    bool isKeyboardGrabbed()
-    {
-        const auto cookie = xcb_grab_keyboard(m_connection, 0, root(), XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC,
-                                              XCB_GRAB_MODE_ASYNC);
-        const auto reply = answer<xcb_grab_keyboard_reply_t>(cookie);
-        xcb_ungrab_keyboard(m_connection, XCB_CURRENT_TIME);
-        xcb_flush(m_connection);
-        return reply && reply->status == XCB_GRAB_STATUS_ALREADY_GRABBED;
-    }
-
-    bool isAKeyPressed()
-    {
-        const auto reply = answer<xcb_query_keymap_reply_t>(xcb_query_keymap(m_connection));
-        return reply && std::ranges::any_of(reply->keys, [](std::uint8_t keys) { return keys != 0; });
-    }
-
-    QSet<int> keysWithSymbols()
-    {
-        const xcb_setup_t *const setup = xcb_get_setup(m_connection);
-        const auto count = static_cast<std::uint8_t>(setup->max_keycode - setup->min_keycode + 1);
-        const auto cookie = xcb_get_keyboard_mapping(m_connection, setup->min_keycode, count);
-        const auto reply = answer<xcb_get_keyboard_mapping_reply_t>(cookie);
-        QSet<int> keys;
-        if (!reply)
-            return keys;
-        const xcb_keysym_t *const symbols = xcb_get_keyboard_mapping_keysyms(reply.get());
-        const int length = xcb_get_keyboard_mapping_keysyms_length(reply.get());
-        for (int index = 0; index < length; ++index) {
-            if (symbols[index] != XCB_NO_SYMBOL)
-                keys << setup->min_keycode + index / reply->keysyms_per_keycode;
-        }
-        return keys;
-    }
-
-    const xcb_ewmh_connection_t &atoms() const { return m_ewmh; }
-
-private:
-    // The reply to a request; null on an error. Terminates the test program if the server doesn't respond,
-    // for example while another client has grabbed it.
-    template <typename Reply, typename Cookie>
-    std::unique_ptr<Reply, decltype(&std::free)> answer(Cookie cookie)
-    {
-        constexpr int pace = 50; // ms
-        const QDeadlineTimer deadline(PrivateDesktop::patience);
-        void *reply = nullptr;
-        xcb_generic_error_t *error = nullptr;
-        xcb_flush(m_connection);
-        while (xcb_poll_for_reply(m_connection, cookie.sequence, &reply, &error) == 0) {
-            if (deadline.hasExpired())
-                qFatal("The private desktop's X server has not answered for %d ms", PrivateDesktop::patience);
-            pollfd socket{xcb_get_file_descriptor(m_connection), POLLIN, 0};
-            ::poll(&socket, 1, pace);
-        }
-        std::free(error);
-        return {static_cast<Reply *>(reply), &std::free};
-    }
-
-    xcb_window_t root() const { return m_ewmh.screens[0]->root; }
-
-    xcb_connection_t *m_connection;
-    xcb_ewmh_connection_t m_ewmh{};
-};
-
-ScreenWindow describedWindow(quint32 identifier)
-{
-    Observer &observer = Observer::shared();
-    const auto &atoms = observer.atoms();
-    ScreenWindow window;
-    window.identifier = identifier;
-    window.process = observer.numbers(identifier, atoms._NET_WM_PID).value(0);
-    window.title = QString::fromUtf8(observer.property(identifier, atoms._NET_WM_NAME));
-    // Two null-terminated strings.
-    window.className =
-        QString::fromUtf8(observer.property(identifier, XCB_ATOM_WM_CLASS).split('\0').value(1));
-    window.isDialog =
-        observer.numbers(identifier, atoms._NET_WM_WINDOW_TYPE).contains(atoms._NET_WM_WINDOW_TYPE_DIALOG) ||
-        observer.numbers(identifier, XCB_ATOM_WM_TRANSIENT_FOR).value(0) != 0;
-    return window;
+    return Screen::session() == Screen::Session::Sway ? SwayScreen::observer() : X11Screen::observer();
 }
 
 } // namespace
 
+Screen::Session Screen::session()
+{
+    return qEnvironmentVariableIsSet("SWAYSOCK") ? Session::Sway : Session::X11;
+}
+
 QList<ScreenWindow> Screen::windows()
 {
-    Observer &observer = Observer::shared();
-    QList<ScreenWindow> found;
-    // A window manager that starts while a window is being destroyed may keep listing it.
-    for (const quint32 identifier : observer.rootNumbers(observer.atoms()._NET_CLIENT_LIST)) {
-        if (observer.exists(identifier))
-            found << describedWindow(identifier);
-    }
-    return found;
+    return observer().windows();
 }
 
 std::optional<ScreenWindow> Screen::activeWindow()
 {
-    Observer &observer = Observer::shared();
-    const quint32 active = observer.rootNumbers(observer.atoms()._NET_ACTIVE_WINDOW).value(0);
-    if (active == 0)
-        return std::nullopt;
-    return describedWindow(active);
+    return observer().activeWindow();
 }
 
 QString Screen::activeClass()
@@ -217,38 +62,21 @@ bool Screen::showsTitle(const QString &part)
 
 QString Screen::described()
 {
+    const auto active = activeWindow();
     QStringList lines;
-    for (const ScreenWindow &window : windows())
-        lines << u"%1 “%2”"_s.arg(window.className, window.title);
+    for (const ScreenWindow &window : windows()) {
+        const bool isActive = active && active->identifier == window.identifier;
+        lines << u"%1 “%2”%3"_s.arg(window.className, window.title, isActive ? u" (active)"_s : QString());
+    }
     return lines.join(u"; "_s);
 }
 
 void Screen::pressKey(const QString &combination)
 {
-    QProcess::execute(u"timeout"_s, {u"20"_s, u"xdotool"_s, u"key"_s, combination});
-}
-
-bool Screen::isKeyboardGrabbed()
-{
-    return Observer::shared().isKeyboardGrabbed();
-}
-
-bool Screen::isAKeyPressed()
-{
-    return Observer::shared().isAKeyPressed();
-}
-
-QSet<int> Screen::keysWithSymbols()
-{
-    return Observer::shared().keysWithSymbols();
-}
-
-bool Screen::hasFrame(quint32 window)
-{
-    return Observer::shared().hasFrame(window);
+    observer().pressKey(combination);
 }
 
 void Screen::requestFocus(quint32 window)
 {
-    Observer::shared().requestFocus(window);
+    observer().requestFocus(window);
 }

@@ -2,24 +2,29 @@
 #pragma once
 
 #include <QList>
-#include <QSet>
 #include <QString>
 
 #include <optional>
 
-// A managed window.
+// An application's window.
 struct ScreenWindow
 {
     quint32 identifier = 0;
     qint64 process = 0;
     QString title;
-    QString className; // second string of WM_CLASS
-    bool isDialog = false;
+    // The second string of WM_CLASS. On Wayland, the one that the application has on X11.
+    QString className;
+    QString applicationIdentifier; // on Wayland, the app_id
 };
 
-// What a user sees on the private desktop, queried over a separate X connection, without the code under test.
-// Thread: main.
+// What a user sees on the private desktop, and the user's keys: from the window system itself, without the
+// code under test. Thread: main.
 namespace Screen {
+
+enum class Session { X11, Sway };
+
+// The kind of desktop this process runs on.
+Session session();
 
 // Oldest first.
 QList<ScreenWindow> windows();
@@ -43,18 +48,7 @@ QString described();
 // Presses a key combination in xdotool's notation ("ctrl+l").
 void pressKey(const QString &combination);
 
-// Whether another client (a menu, a screen locker) has grabbed the keyboard.
-bool isKeyboardGrabbed();
-
-bool isAKeyPressed();
-
-// The keycodes that have any keysym.
-QSet<int> keysWithSymbols();
-
-// Whether a window manager has reparented the window into a frame.
-bool hasFrame(quint32 window);
-
-// Asks the window manager to activate a window; wait for it with activeWindow().
+// Asks the window manager or compositor to activate a window; wait for it with activeWindow().
 void requestFocus(quint32 window);
 
 } // namespace Screen

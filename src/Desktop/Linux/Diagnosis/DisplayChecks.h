@@ -12,8 +12,14 @@ struct Session
 {
     QString display; // the value of $DISPLAY
     SessionType type = SessionType::None;
-    bool isCompositorComplete = false; // on Wayland, whether it offers windows and keys
-    bool isWithheld = false;           // on Wayland, whether it offers them to programs that it knows
+    // On Wayland, whether the desktop offers everything that actions need.
+    enum class Access {
+        None,
+        NeedsExtension, // our extension of GNOME Shell would
+        NeedsEntry,     // it would if it knew the program by a desktop entry
+        Full,
+    };
+    Access access = Access::None;
 };
 
 // The X server.

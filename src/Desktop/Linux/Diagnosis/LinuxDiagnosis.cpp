@@ -8,6 +8,7 @@
 #include "Desktop/Linux/Diagnosis/DisplayChecks.h"
 #include "Desktop/Linux/Diagnosis/WaylandChecks.h"
 #include "Desktop/Linux/Session/LinuxProgramInstance.h"
+#include "Desktop/Linux/ShellExtension/ShellExtension.h"
 
 using namespace Qt::StringLiterals;
 
@@ -107,16 +108,43 @@ QList<DiagnosticCheck> checksOf(const Answers &answers)
     };
 }
 
-QList<DiagnosticCheck> waylandChecks(const DisplayChecks::Session &session, const WaylandOffer &offer,
+QList<DiagnosticCheck> waylandChecks(const DisplayChecks::Session &session,
+                                     const QList<DiagnosticCheck> &ways,
                                      const AccessibilityExamination &accessibility,
                                      const std::optional<BusExamination> &sessionBus,
                                      const Registry &registry)
 {
     QList<DiagnosticCheck> checks{DisplayChecks::session(session, DisplayChecks::Server::Unreachable)};
-    checks += WaylandChecks::ways(offer);
+    checks += ways;
     checks += {ServiceChecks::accessibility(accessibility.standing), ServiceChecks::browser(registry.browser),
                ServiceChecks::fileManager(registry.fileManager), ServiceChecks::showFiles(sessionBus)};
     return checks;
+}
+
+bool hasPortal(const BusExamination &sessionBus)
+{
+    const QString portal = u"org.freedesktop.portal.Desktop"_s;
+    return sessionBus.isRunning(portal) || sessionBus.canStart(portal);
+}
+
+// The access to the Wayland desktop, and the ways to operate it; none without full access.
+struct WaylandAnswer
+{
+    DisplayChecks::Session::Access access = DisplayChecks::Session::Access::None;
+    QList<DiagnosticCheck> ways = {};
+};
+
+WaylandAnswer examineWayland(const BusExamination &sessionBus)
+{
+    using Access = DisplayChecks::Session::Access;
+    const WaylandOffer offer = WaylandOffer::ofEnvironment();
+    if (offer.isComplete())
+        return {Access::Full, WaylandChecks::ways(offer, hasPortal(sessionBus))};
+    if (offer.isWithheld)
+        return {Access::NeedsEntry};
+    if (sessionBus.isRunning(ShellExtension::busName))
+        return {Access::Full, WaylandChecks::extensionWays(hasPortal(sessionBus))};
+    return {sessionBus.isRunning(u"org.gnome.Shell"_s) ? Access::NeedsExtension : Access::None};
 }
 
 } // namespace
@@ -130,26 +158,27 @@ QCoro::Task<QList<DiagnosticCheck>> LinuxDiagnosis::examine()
 
     const DisplayAnswer display = co_await askingDisplay;
     DisplayChecks::Session session{qEnvironmentVariable("DISPLAY"), display.sessionType()};
-    const WaylandOffer offer =
-        session.type == SessionType::Wayland ? WaylandOffer::ofEnvironment() : WaylandOffer();
-    session.isCompositorComplete = offer.isComplete();
-    session.isWithheld = offer.isWithheld;
-    if (offer.isComplete()) {
-        const std::optional<BusExamination> sessionBus = co_await askingBus;
+    const std::optional<BusExamination> sessionBus = co_await askingBus;
+    const WaylandAnswer wayland = session.type == SessionType::Wayland
+                                      ? examineWayland(sessionBus.value_or(BusExamination()))
+                                      : WaylandAnswer();
+    session.access = wayland.access;
+    if (!wayland.ways.isEmpty()) {
         const std::optional<Registry> registry = co_await reading;
         // Without processes nothing is known about single applications.
         const QString noAddress;
         const QList<RunningApplication> none;
         const AccessibilityExamination accessibility =
             co_await AccessibilityExamination::take(sessionBus, noAddress, none);
-        co_return waylandChecks(session, offer, accessibility, sessionBus, registry.value_or(Registry()));
+        co_return waylandChecks(session, wayland.ways, accessibility, sessionBus,
+                                registry.value_or(Registry()));
     }
     if (!display.examination || session.type == SessionType::Wayland) {
         const QList<DiagnosticCheck> nothingElse{DisplayChecks::session(session, display.server)};
         co_return nothingElse;
     }
     Answers answers{session, *display.examination, {}, {}, {}};
-    answers.sessionBus = co_await askingBus;
+    answers.sessionBus = sessionBus;
     const std::optional<Registry> registry = co_await reading;
     answers.registry = registry.value_or(Registry());
     const QList<RunningApplication> running =

@@ -5,51 +5,90 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-DiagnosticCheck way(const DiagnosticCheck &check, const QString &protocol)
+DiagnosticCheck windows()
 {
-    if (!protocol.isEmpty())
-        return check.working(u"Through %1."_s.arg(protocol));
-    return check.absent(u"The compositor offers no way that Orvane knows."_s,
-                        u"Use sway or labwc, or an X11 (“Xorg”) session from the login screen."_s);
+    return {u"windows"_s, u"Windows"_s};
 }
 
-QString protocolFor(WaylandOffer::Windows windows)
+DiagnosticCheck keyboard()
 {
-    switch (windows) {
+    return {u"keyboard"_s, u"Keyboard"_s};
+}
+
+DiagnosticCheck screenshot()
+{
+    return {u"screenshot"_s, u"Screenshots"_s};
+}
+
+DiagnosticCheck hotKey()
+{
+    return {u"hot-key"_s, u"Hot key"_s, DiagnosticCheck::Need::Comfort};
+}
+
+DiagnosticCheck windowWay(WaylandOffer::Windows way)
+{
+    switch (way) {
     case WaylandOffer::Windows::None:
-        return {};
+        break;
     case WaylandOffer::Windows::Toplevels:
-        return u"wlr-foreign-toplevel-management"_s;
+        return windows().working(u"Through wlr-foreign-toplevel-management."_s);
     case WaylandOffer::Windows::Plasma:
-        return u"plasma-window-management"_s;
+        return windows().working(u"Through plasma-window-management."_s);
     }
     Q_UNREACHABLE();
 }
 
-QString protocolFor(WaylandOffer::Keys keys)
+DiagnosticCheck keyWay(WaylandOffer::Keys way)
 {
-    switch (keys) {
+    switch (way) {
     case WaylandOffer::Keys::None:
-        return {};
+        break;
     case WaylandOffer::Keys::VirtualKeyboard:
-        return u"virtual-keyboard"_s;
+        return keyboard().working(u"Through virtual-keyboard."_s);
     case WaylandOffer::Keys::Plasma:
-        return u"fake-input, and the clipboard for what the keyboard lacks"_s;
+        return keyboard().working(
+            u"Keys through fake-input; what the keyboard lacks, through the clipboard."_s);
     }
     Q_UNREACHABLE();
+}
+
+DiagnosticCheck throughPortal(const DiagnosticCheck &check, bool hasPortal, const QString &finding)
+{
+    if (hasPortal)
+        return check.working(finding);
+    return check.absent(u"There is no desktop portal."_s,
+                        u"Install xdg-desktop-portal and its part for your desktop, such as "
+                        "xdg-desktop-portal-gnome or xdg-desktop-portal-kde, then log out and in again."_s);
+}
+
+DiagnosticCheck pictureThroughPortal(bool hasPortal)
+{
+    return throughPortal(screenshot(), hasPortal, u"Through the desktop portal."_s);
 }
 
 } // namespace
 
-QList<DiagnosticCheck> WaylandChecks::ways(const WaylandOffer &offer)
+QList<DiagnosticCheck> WaylandChecks::ways(const WaylandOffer &offer, bool hasPortal)
 {
-    const DiagnosticCheck hotKey{u"hot-key"_s, u"Hot key"_s, DiagnosticCheck::Need::Comfort};
     return {
-        way({u"windows"_s, u"Windows"_s}, protocolFor(offer.windows)),
-        way({u"keyboard"_s, u"Keyboard"_s}, protocolFor(offer.keys)),
-        way({u"screenshot"_s, u"Screenshots"_s}, offer.pictures ? u"wlr-screencopy"_s : QString()),
-        hotKey.limited(u"Compositors of this kind leave all keys to their own configuration."_s,
-                       u"In the compositor's configuration, give a key of your choice to the command: "
-                       "orvane --toggle"_s),
+        windowWay(offer.windows),
+        keyWay(offer.keys),
+        offer.pictures ? screenshot().working(u"Through wlr-screencopy."_s) : pictureThroughPortal(hasPortal),
+        hotKey().limited(u"Compositors of this kind leave all keys to their own configuration."_s,
+                         u"In the compositor's configuration, give a key of your choice to the command: "
+                         "orvane --toggle"_s),
+    };
+}
+
+QList<DiagnosticCheck> WaylandChecks::extensionWays(bool hasPortal)
+{
+    return {
+        windows().working(u"Through Orvane's extension of GNOME Shell."_s),
+        throughPortal(keyboard(), hasPortal,
+                      u"Text through Orvane's extension of GNOME Shell, keys through the desktop portal."_s),
+        pictureThroughPortal(hasPortal),
+        hotKey().limited(u"On GNOME, Orvane can't have a key of its own yet."_s,
+                         u"In the desktop's keyboard shortcuts, give a key of your choice to the command: "
+                         "orvane --toggle"_s),
     };
 }

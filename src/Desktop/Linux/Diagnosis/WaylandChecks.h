@@ -6,10 +6,14 @@
 
 #include <QList>
 
-// Turns what a Wayland compositor offers into check results. Pure functions.
+// Turns what a Wayland desktop offers into check results. Pure functions.
 namespace WaylandChecks {
 
-// The way for each kind of operation, and what to do where there is none.
-QList<DiagnosticCheck> ways(const WaylandOffer &offer);
+// The way for each kind of operation, and what to do where there is none. The offer must be complete;
+// `hasPortal` tells whether a desktop portal can be started.
+QList<DiagnosticCheck> ways(const WaylandOffer &offer, bool hasPortal);
+
+// The same with our extension of GNOME Shell.
+QList<DiagnosticCheck> extensionWays(bool hasPortal);
 
 } // namespace WaylandChecks

@@ -46,9 +46,11 @@ void add(KeyboardLayout &layout, const Row &row)
 KeyboardLayout usLayout()
 {
     KeyboardLayout layout;
-    layout.symbols = {{XKB_KEY_Escape, {9, {}}},  {XKB_KEY_BackSpace, {22, {}}}, {XKB_KEY_Tab, {23, {}}},
-                      {XKB_KEY_Return, {36, {}}}, {XKB_KEY_Up, {111, {}}},       {XKB_KEY_Left, {113, {}}},
-                      {XKB_KEY_Right, {114, {}}}, {XKB_KEY_Down, {116, {}}}};
+    layout.symbols = {{XKB_KEY_Escape, {9, {}}},  {XKB_KEY_BackSpace, {22, {}}},
+                      {XKB_KEY_Tab, {23, {}}},    {XKB_KEY_ISO_Left_Tab, {23, ModifierKey::Shift}},
+                      {XKB_KEY_Return, {36, {}}}, {XKB_KEY_Up, {111, {}}},
+                      {XKB_KEY_Left, {113, {}}},  {XKB_KEY_Right, {114, {}}},
+                      {XKB_KEY_Down, {116, {}}}};
     layout.modifierCodes = {
         {ModifierKey::Control, 37}, {ModifierKey::Shift, 50}, {ModifierKey::Alternate, 64}};
     add(layout, U' ', {65, {}});

@@ -143,9 +143,7 @@ qint64 WaylandToplevels::processOf(const QString &applicationIdentifier)
 {
     if (!applicationIdentifier.isEmpty() && applicationIdentifier == QGuiApplication::desktopFileName())
         return QCoreApplication::applicationPid();
-    if (!m_applications.contains(applicationIdentifier))
-        m_applications.insert(applicationIdentifier, -1 - m_applications.size());
-    return m_applications.value(applicationIdentifier);
+    return m_applications.of(applicationIdentifier);
 }
 
 DesktopWindow WaylandToplevels::described(const Toplevel &toplevel)

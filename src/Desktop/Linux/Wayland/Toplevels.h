@@ -3,9 +3,8 @@
 
 #include "Desktop/Clock.h"
 #include "Desktop/Linux/Wayland/Connection.h"
+#include "Desktop/Linux/WindowSystem/ApplicationNumbers.h"
 #include "Desktop/Linux/WindowSystem/WindowSystem.h"
-
-#include <QHash>
 
 #include <memory>
 #include <vector>
@@ -48,7 +47,7 @@ private:
     zwlr_foreign_toplevel_manager_v1 *m_manager = nullptr;
     std::vector<std::unique_ptr<Toplevel>> m_toplevels; // oldest first
     QList<std::uint32_t> m_recentlyActivated;           // latest first
-    QHash<QString, qint64> m_applications;              // their numbers
+    ApplicationNumbers m_applications;
     std::uint32_t m_lastIdentifier = 0;
     int m_launches = 0;
 };

@@ -89,7 +89,14 @@ void DiagnosisChecksTest::addDisplayRows()
     addRow("Wayland", session(wayland, Server::Answers), State::Broken, u"Wayland"_s, u"Xorg"_s);
     addRow("Wayland alone", session({QString(), SessionType::Wayland}, Server::Unreachable), State::Broken,
            u"Wayland"_s, u"Xorg"_s);
-    addRow("Wayland that withholds", session({u":0"_s, SessionType::Wayland, false, true}, Server::Answers),
+    addRow("operable Wayland",
+           session({QString(), SessionType::Wayland, Session::Access::Full}, Server::Unreachable),
+           State::Works, u"Wayland"_s);
+    addRow("GNOME without the extension",
+           session({QString(), SessionType::Wayland, Session::Access::NeedsExtension}, Server::Unreachable),
+           State::Broken, u"extension of GNOME Shell"_s, u"orvane integrate"_s);
+    addRow("Plasma that doesn't know us",
+           session({u":0"_s, SessionType::Wayland, Session::Access::NeedsEntry}, Server::Answers),
            State::Broken, u"programs that it knows"_s, u"orvane integrate"_s);
     addRow("no display", session({}, Server::Unreachable), State::Absent, u"no graphical desktop"_s,
            u"on the desktop"_s);

@@ -5,7 +5,7 @@
 #include "Desktop/SystemClock.h"
 #include "Support/Awaited.h"
 #include "applications/support/PrivateDesktop.h"
-#include "applications/support/Sway.h"
+#include "applications/support/Screen.h"
 
 #include <QGuiApplication>
 #include <QProcess>
@@ -42,8 +42,10 @@ private:
 void ToplevelsTest::open(const QStringList &titles)
 {
     m_program.start(QString::fromLatin1(KEY_RECEIVER), titles);
-    const auto areShown = [&titles] { return Sway::windows().size() == titles.size() && Sway::focused(); };
-    QVERIFY2(QTest::qWaitFor(areShown, PrivateDesktop::patience), qPrintable(Sway::described()));
+    const auto areShown = [&titles] {
+        return Screen::windows().size() == titles.size() && Screen::activeWindow();
+    };
+    QVERIFY2(QTest::qWaitFor(areShown, PrivateDesktop::patience), qPrintable(Screen::described()));
 }
 
 std::optional<DesktopWindow> ToplevelsTest::windowCalled(const QString &title)
@@ -60,7 +62,7 @@ void ToplevelsTest::cleanup()
 {
     m_program.kill();
     m_program.waitForFinished();
-    QVERIFY2(Sway::clear(), qPrintable(Sway::described()));
+    QVERIFY2(PrivateDesktop::clear(), qPrintable(Screen::described()));
 }
 
 void ToplevelsTest::anEmptyDesktopHasNoWindows()
@@ -72,14 +74,14 @@ void ToplevelsTest::anEmptyDesktopHasNoWindows()
 void ToplevelsTest::windowsAreReportedInTheOrderOfUse()
 {
     open({u"First"_s, u"Second"_s});
-    const QString focused = Sway::focused()->title;
+    const QString focused = Screen::activeWindow()->title;
     const WindowSnapshot snapshot = Awaited::result(m_toplevels.snapshot());
     QCOMPARE(snapshot.windows.size(), 2);
     QVERIFY(snapshot.active());
     QCOMPARE(snapshot.active()->title, focused);
     QCOMPARE(snapshot.frontToBack().constFirst().title, focused);
     QCOMPARE(snapshot.frontmost(QCoreApplication::applicationPid())->title, focused);
-    QCOMPARE(snapshot.active()->applicationIdentifier, Sway::focused()->applicationIdentifier);
+    QCOMPARE(snapshot.active()->applicationIdentifier, Screen::activeWindow()->applicationIdentifier);
     QVERIFY(snapshot.active()->process < 0); // unknown
     QCOMPARE(snapshot.windows.at(0).process, snapshot.windows.at(1).process);
 }
@@ -91,7 +93,7 @@ void ToplevelsTest::aWindowIsBroughtForward()
         const std::optional<DesktopWindow> window = windowCalled(title);
         QVERIFY(window);
         Awaited::result(m_toplevels.bringForward(*window));
-        QCOMPARE(Sway::focused()->title, title);
+        QCOMPARE(Screen::activeWindow()->title, title);
         QCOMPARE(Awaited::result(m_toplevels.snapshot()).frontToBack().constFirst().title, title);
     }
 }
@@ -117,8 +119,8 @@ void ToplevelsTest::aWindowIsClosed()
     const std::optional<DesktopWindow> window = windowCalled(u"First"_s);
     QVERIFY(window);
     Awaited::result(m_toplevels.close({*window}));
-    QTRY_COMPARE_WITH_TIMEOUT(Sway::windows().size(), 1, PrivateDesktop::patience);
-    QCOMPARE(Sway::windows().constFirst().title, u"Second"_s);
+    QTRY_COMPARE_WITH_TIMEOUT(Screen::windows().size(), 1, PrivateDesktop::patience);
+    QCOMPARE(Screen::windows().constFirst().title, u"Second"_s);
     QVERIFY(!windowCalled(u"First"_s));
 }
 
@@ -129,7 +131,7 @@ void ToplevelsTest::ourOwnWindowHasOurProcess()
     own.setTitle(u"Ours"_s);
     own.resize(300, 200);
     own.show();
-    QVERIFY(QTest::qWaitFor([] { return Sway::focused().has_value(); }, PrivateDesktop::patience));
+    QVERIFY(QTest::qWaitFor([] { return Screen::activeWindow().has_value(); }, PrivateDesktop::patience));
     const std::optional<DesktopWindow> window = windowCalled(u"Ours"_s);
     QVERIFY(window);
     QCOMPARE(window->process, QCoreApplication::applicationPid());

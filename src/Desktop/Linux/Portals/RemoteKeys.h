@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "Desktop/Linux/Portals/PortalBus.h"
+
+#include <cstdint>
+#include <memory>
+
+// Keys through the portal RemoteDesktop. While an object exists, the desktop shows the user that the computer
+// is operated; so keep it no longer than an action takes. `bus` must outlive it. Thread: main.
+class RemoteKeys
+{
+public:
+    // The first time, the desktop asks the user, who may take two minutes. Throws PlatformError.
+    static QCoro::Task<std::unique_ptr<RemoteKeys>> open(PortalBus &bus);
+
+    // Releases all keys.
+    ~RemoteKeys();
+    RemoteKeys(const RemoteKeys &) = delete;
+    RemoteKeys &operator=(const RemoteKeys &) = delete;
+
+    // Presses the keys in this order, and releases them in the reverse one. The desktop finds the keys by
+    // their X keysyms. Returns once it has taken them. Throws PlatformError; keys may then be pressed until
+    // this object is destroyed.
+    QCoro::Task<void> press(QList<std::uint32_t> symbols);
+
+private:
+    enum class KeyState : uint { Released = 0, Pressed = 1 };
+
+    QCoro::Task<void> notify(std::uint32_t symbol, KeyState state);
+
+    RemoteKeys(PortalBus &bus, const QString &session);
+
+    PortalBus &m_bus;
+    const QString m_session;
+};

@@ -1,0 +1,334 @@
+// SPDX-License-Identifier: Apache-2.0
+// Every kind of action in a Wayland session with GNOME and our extension of its shell, judged by the shell
+// and by the disk. The test answers the desktop's questions as a user would.
+#include "applications/support/Gnome.h"
+#include "applications/support/ActionRunner.h"
+#include "applications/support/Doctor.h"
+#include "applications/support/OrvaneProgram.h"
+#include "applications/support/PrivateDesktop.h"
+
+#include <QDir>
+#include <QImage>
+#include <QObject>
+#include <QProcess>
+#include <QRasterWindow>
+#include <QSet>
+#include <QTest>
+#include <QTimer>
+
+#include <optional>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString editorTask = u"Open TextEdit and type quarterly numbers look fine"_s;
+
+// The kernel's key codes.
+constexpr int escapeKey = 1;
+constexpr int tabKey = 15;
+constexpr int returnKey = 28;
+constexpr int shiftKey = 42;
+constexpr int spaceKey = 57;
+
+enum class Decision { Refuse, Allow };
+
+// Answers the desktop's question whether keys may be pressed, with the keyboard.
+void answer(Decision decision)
+{
+    ActionRunner eyes;
+    const auto isShown = [&eyes] {
+        return Gnome::activate(u"Remote Desktop"_s) &&
+               eyes.perform("read_ui").line.contains("Remember This Selection"_L1);
+    };
+    if (!QTest::qWaitFor(isShown, PrivateDesktop::patience))
+        return;
+    if (decision == Decision::Refuse)
+        return Gnome::press(escapeKey);
+    // The switch comes after the box that has the focus at first; then the buttons.
+    for (const int key : {tabKey, spaceKey, tabKey, tabKey, spaceKey})
+        Gnome::press(key);
+}
+
+qsizetype coloursAcross(const QImage &picture)
+{
+    QSet<QRgb> colours;
+    for (int x = 0; x < picture.width(); x += 4)
+        colours << picture.pixel(x, picture.height() / 2);
+    return colours.size();
+}
+
+} // namespace
+
+// Waits for the effect; on timeout, fails the test with the action's result line and the windows.
+#define VERIFY_ON_GNOME(effect, outcome)                                                                     \
+    QVERIFY2(QTest::qWaitFor([&] { return (effect); }, PrivateDesktop::patience),                            \
+             qPrintable((outcome).line + u" But on the screen: "_s + Gnome::described()))
+
+class GnomeTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void cleanup();
+    void anApplicationIsOpened();
+    void textNeedsNoPermission();
+    void keysNeedThePermissionOnce();
+    void textArrivesAndIsSaved();
+    void keysGoToTheApplicationThatIsFocused();
+    void aHeldModifierKeepsKeysBack();
+    void controlsAreReadAndPressed();
+    void windowsAreListed();
+    void anApplicationIsQuit();
+    void withoutAWindowNothingIsTyped();
+    void theOverviewGetsNoText();
+    void picturesNeedThePermissionOnce();
+    void otherProgramsAreNotAnswered();
+    void theDoctorNamesTheWays();
+    void aTaskIsCarriedOut();
+
+private:
+    // Opens the document in an editor; false on timeout.
+    bool openEditor(const QString &program, const QString &path);
+
+    Outcome save(std::optional<Decision> decision = std::nullopt);
+
+    std::optional<ActionRunner> m_runner;
+    int m_questions = 0;
+};
+
+void GnomeTest::initTestCase()
+{
+    if (!PrivateDesktop::isHere() || qEnvironmentVariable("XDG_CURRENT_DESKTOP") != "GNOME"_L1)
+        QFAIL("This test ends every window that it finds: start it with scripts/private-desktop --session "
+              "gnome.");
+    QGuiApplication::setDesktopFileName(u"org.orvane.Orvane"_s);
+    m_runner.emplace();
+}
+
+void GnomeTest::cleanup()
+{
+    QVERIFY2(Gnome::clear(), qPrintable(Gnome::described()));
+}
+
+bool GnomeTest::openEditor(const QString &program, const QString &path)
+{
+    PrivateDesktop::write(path, "");
+    PrivateDesktop::start(program, {path});
+    const QString name = QFileInfo(path).fileName();
+    const auto isInFront = [&name] {
+        const auto window = Gnome::focused();
+        return window && window->title.contains(name);
+    };
+    return QTest::qWaitFor(isInFront, PrivateDesktop::patience);
+}
+
+void GnomeTest::anApplicationIsOpened()
+{
+    const Outcome outcome = m_runner->perform("open_app", {{"app", u"Mousepad"_s}});
+    QCOMPARE(outcome.line, u"Mousepad is now frontmost."_s);
+    const auto focused = Gnome::focused();
+    QVERIFY2(focused && focused->className.contains("mousepad"_L1, Qt::CaseInsensitive),
+             qPrintable(Gnome::described()));
+}
+
+// Presses Ctrl+S. If the desktop asks for permission, it gets the decision; without one the question stays
+// open.
+Outcome GnomeTest::save(std::optional<Decision> decision)
+{
+    QTimer watching;
+    connect(&watching, &QTimer::timeout, this, [&] {
+        if (!Gnome::showsTitle(u"Remote Desktop"_s))
+            return;
+        watching.stop();
+        ++m_questions;
+        if (decision)
+            answer(*decision);
+    });
+    watching.start(200);
+    return m_runner->perform("press_key", {{"key", u"s"_s}, {"modifiers", u"command"_s}});
+}
+
+void GnomeTest::textNeedsNoPermission()
+{
+    QVERIFY2(openEditor(u"mousepad"_s, PrivateDesktop::home(u"Documents/letter.txt"_s)),
+             qPrintable(Gnome::described()));
+    const Outcome typed = m_runner->perform("type_text", {{"text", u"Dear reader"_s}});
+    QVERIFY2(!typed.hasFailed, qPrintable(typed.line));
+    VERIFY_ON_GNOME(Gnome::showsTitle(u"*"_s), typed); // modified
+}
+
+void GnomeTest::keysNeedThePermissionOnce()
+{
+    const QString path = PrivateDesktop::home(u"Documents/letter.txt"_s);
+    QVERIFY2(openEditor(u"mousepad"_s, path), qPrintable(Gnome::described()));
+    m_runner->perform("type_text", {{"text", u"Dear reader"_s}});
+    const Outcome refused = save(Decision::Refuse);
+    QCOMPARE(refused.line,
+             u"You didn't allow Orvane to press keys, so nothing was typed; it asks again next time."_s);
+    QCOMPARE(PrivateDesktop::read(path), QByteArray());
+    const Outcome saved = save(Decision::Allow);
+    VERIFY_ON_GNOME(PrivateDesktop::read(path).trimmed() == "Dear reader", saved);
+    QCOMPARE(m_questions, 2);
+    m_runner->perform("type_text", {{"text", u" and writer"_s}});
+    const Outcome savedAgain = save();
+    VERIFY_ON_GNOME(PrivateDesktop::read(path).trimmed() == "Dear reader and writer", savedAgain);
+    QCOMPARE(m_questions, 2);
+}
+
+void GnomeTest::textArrivesAndIsSaved()
+{
+    const QString path = PrivateDesktop::home(u"Documents/letter.txt"_s);
+    const QString text = u"Größe, naïve café,\n\tΩμέγα, 漢字 and 👍🏽"_s;
+    QVERIFY2(openEditor(u"mousepad"_s, path), qPrintable(Gnome::described()));
+    const Outcome typed = m_runner->perform("type_text", {{"text", text}});
+    QVERIFY2(!typed.hasFailed, qPrintable(typed.line));
+    const Outcome saved = save();
+    VERIFY_ON_GNOME(PrivateDesktop::read(path).trimmed() == text.toUtf8(), saved);
+}
+
+void GnomeTest::keysGoToTheApplicationThatIsFocused()
+{
+    const QString letter = PrivateDesktop::home(u"Documents/letter.txt"_s);
+    const QString note = PrivateDesktop::home(u"Documents/note.txt"_s);
+    QVERIFY2(openEditor(u"mousepad"_s, letter), qPrintable(Gnome::described()));
+    QVERIFY2(openEditor(u"gnome-text-editor"_s, note), qPrintable(Gnome::described()));
+    const Outcome focused = m_runner->perform("focus_app", {{"app", u"Mousepad"_s}});
+    QVERIFY2(!focused.hasFailed, qPrintable(focused.line));
+    m_runner->perform("type_text", {{"text", u"for the letter"_s}});
+    const Outcome saved = save();
+    VERIFY_ON_GNOME(PrivateDesktop::read(letter).trimmed() == "for the letter", saved);
+    QCOMPARE(PrivateDesktop::read(note), QByteArray());
+}
+
+void GnomeTest::aHeldModifierKeepsKeysBack()
+{
+    const QString path = PrivateDesktop::home(u"Documents/letter.txt"_s);
+    QVERIFY2(openEditor(u"mousepad"_s, path), qPrintable(Gnome::described()));
+    Gnome::hold(shiftKey);
+    const Outcome outcome = save();
+    Gnome::release(shiftKey);
+    QVERIFY2(outcome.line.startsWith("A modifier key"_L1) &&
+                 outcome.line.endsWith("so no keys were sent."_L1),
+             qPrintable(outcome.line));
+}
+
+void GnomeTest::controlsAreReadAndPressed()
+{
+    const QString path = PrivateDesktop::home(u"Documents/letter.txt"_s);
+    QVERIFY2(openEditor(u"mousepad"_s, path), qPrintable(Gnome::described()));
+    const Outcome controls = m_runner->perform("read_ui");
+    QVERIFY2(controls.line.contains(u"MenuItem: Save As"_s), qPrintable(controls.line));
+    m_runner->perform("type_text", {{"text", u"Dear reader"_s}});
+    const Outcome outcome = m_runner->perform("click", {{"label", u"Save"_s}});
+    QCOMPARE(outcome.line, u"Clicked “Save”."_s);
+    VERIFY_ON_GNOME(PrivateDesktop::read(path).startsWith("Dear reader"), outcome);
+}
+
+void GnomeTest::windowsAreListed()
+{
+    QVERIFY(openEditor(u"mousepad"_s, PrivateDesktop::home(u"Documents/letter.txt"_s)));
+    QVERIFY(openEditor(u"gnome-text-editor"_s, PrivateDesktop::home(u"Documents/note.txt"_s)));
+    const Outcome outcome = m_runner->perform("list_windows");
+    const qsizetype letter = outcome.line.indexOf("letter.txt"_L1);
+    const qsizetype note = outcome.line.indexOf("note.txt"_L1);
+    QVERIFY2(note >= 0 && letter > note, qPrintable(outcome.line)); // front to back
+    QVERIFY2(outcome.line.contains("Mousepad"_L1), qPrintable(outcome.line));
+}
+
+void GnomeTest::anApplicationIsQuit()
+{
+    QVERIFY(openEditor(u"mousepad"_s, PrivateDesktop::home(u"Documents/letter.txt"_s)));
+    const Outcome outcome = m_runner->perform("quit_app", {{"app", u"Mousepad"_s}});
+    QCOMPARE(outcome.line, u"Mousepad quit."_s);
+    QVERIFY2(Gnome::windows().isEmpty(), qPrintable(Gnome::described()));
+}
+
+void GnomeTest::withoutAWindowNothingIsTyped()
+{
+    const Outcome outcome = m_runner->perform("type_text", {{"text", u"secret"_s}});
+    QVERIFY(outcome.hasFailed);
+    QCOMPARE(outcome.line, u"No application is in front to receive the keys."_s);
+}
+
+void GnomeTest::theOverviewGetsNoText()
+{
+    QVERIFY(openEditor(u"mousepad"_s, PrivateDesktop::home(u"Documents/letter.txt"_s)));
+    Gnome::showOverview(true);
+    const bool isCovered = QTest::qWaitFor([] { return !Gnome::focused(); }, PrivateDesktop::patience);
+    const Outcome typed = m_runner->perform("type_text", {{"text", u"secret"_s}});
+    Gnome::showOverview(false);
+    QVERIFY(isCovered);
+    QCOMPARE(typed.line, u"No application is in front to receive the keys."_s);
+}
+
+void GnomeTest::picturesNeedThePermissionOnce()
+{
+    QVERIFY(openEditor(u"mousepad"_s, PrivateDesktop::home(u"Documents/letter.txt"_s)));
+    const Outcome refused = m_runner->perform("screenshot", {{"save_to", u"Pictures"_s}});
+    QCOMPARE(
+        refused.line,
+        u"The desktop took no picture of the screen. It asks for permission only while Orvane's window is in front."_s);
+
+    QRasterWindow window; // counts as Orvane's
+    window.resize(400, 100);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window, PrivateDesktop::patience));
+    QTimer watching;
+    connect(&watching, &QTimer::timeout, this, [&watching] {
+        if (Gnome::focused())
+            return;
+        watching.stop();
+        // The shell's question. "Deny" has the focus.
+        Gnome::press(tabKey);
+        Gnome::press(returnKey);
+    });
+    watching.start(200);
+    const Outcome taken = m_runner->perform("screenshot", {{"save_to", u"Pictures"_s}});
+    QVERIFY2(!taken.hasFailed, qPrintable(taken.line));
+    window.close();
+
+    const Outcome takenAgain = m_runner->perform("screenshot", {{"save_to", u"Documents"_s}});
+    QVERIFY2(!takenAgain.hasFailed, qPrintable(takenAgain.line));
+    const QDir documents(PrivateDesktop::home(u"Documents"_s));
+    const QStringList files = documents.entryList({u"*.png"_s}, QDir::Files);
+    QCOMPARE(files.size(), 1);
+    const QImage picture(documents.filePath(files.constFirst()));
+    QCOMPARE(picture.size(), QSize(1280, 800));
+    QVERIFY(coloursAcross(picture) > 1);
+    // The portal's own copy is gone.
+    const QDir pictures(PrivateDesktop::home(u"Pictures"_s));
+    QCOMPARE(pictures.entryList({u"*.png"_s}, QDir::Files).size(), 1);
+}
+
+void GnomeTest::otherProgramsAreNotAnswered()
+{
+    QProcess other;
+    other.start(u"gdbus"_s,
+                {u"call"_s, u"--session"_s, u"--dest"_s, u"org.orvane.Shell"_s, u"--object-path"_s,
+                 u"/org/orvane/Shell"_s, u"--method"_s, u"org.orvane.Shell.Windows"_s});
+    QVERIFY(other.waitForFinished());
+    const QByteArray message = other.readAllStandardError();
+    QVERIFY2(other.exitCode() != 0 && message.contains("answers only Orvane"), message.constData());
+}
+
+void GnomeTest::theDoctorNamesTheWays()
+{
+    const Doctor::Report report = Doctor::consult();
+    for (const QString &check :
+         {u"session"_s, u"windows"_s, u"keyboard"_s, u"screenshot"_s, u"accessibility"_s})
+        QVERIFY2(report.state(check) == "works"_L1, qPrintable(report.text));
+}
+
+void GnomeTest::aTaskIsCarriedOut()
+{
+    OrvaneProgram::installPracticeModel();
+    const QString output = OrvaneProgram::carryOut(editorTask);
+    QVERIFY2(output.contains("quarterly numbers look fine"_L1), qPrintable(output));
+    const auto editor = Gnome::focused();
+    QVERIFY2(editor && editor->title.startsWith(u'*'), qPrintable(output + Gnome::described())); // modified
+}
+
+QTEST_MAIN(GnomeTest)
+#include "GnomeTest.moc"

@@ -1,0 +1,164 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "applications/support/WaylandUserKeyboard.h"
+
+#include <QByteArrayView>
+#include <QList>
+#include <QStringList>
+
+#include <virtual-keyboard-unstable-v1-client-protocol.h>
+#include <wayland-client.h>
+#include <xkbcommon/xkbcommon.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <ranges>
+
+#include <sys/mman.h>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr std::uint32_t kernelOffset = 8; // XKB's keycodes are the kernel's plus this
+
+struct Globals
+{
+    wl_seat *seat = nullptr;
+    zwp_virtual_keyboard_manager_v1 *manager = nullptr;
+};
+
+void addGlobal(void *data, wl_registry *registry, std::uint32_t name, const char *interface, std::uint32_t)
+{
+    auto &globals = *static_cast<Globals *>(data);
+    const QByteArrayView kind(interface);
+    if (kind == wl_seat_interface.name)
+        globals.seat = static_cast<wl_seat *>(wl_registry_bind(registry, name, &wl_seat_interface, 1));
+    if (kind == zwp_virtual_keyboard_manager_v1_interface.name) {
+        globals.manager = static_cast<zwp_virtual_keyboard_manager_v1 *>(
+            wl_registry_bind(registry, name, &zwp_virtual_keyboard_manager_v1_interface, 1));
+    }
+}
+
+void removeGlobal(void *, wl_registry *, std::uint32_t) {}
+
+Globals globalsOf(wl_display *display)
+{
+    static constexpr wl_registry_listener listener{&addGlobal, &removeGlobal};
+    Globals globals;
+    wl_registry *registry = wl_display_get_registry(display);
+    wl_registry_add_listener(registry, &listener, &globals);
+    wl_display_roundtrip(display);
+    wl_registry_destroy(registry);
+    if (!globals.seat || !globals.manager)
+        qFatal("the private desktop takes no virtual keyboard");
+    return globals;
+}
+
+xkb_state *newState()
+{
+    xkb_context *context = xkb_context_new(XKB_CONTEXT_NO_FLAGS);
+    xkb_rule_names names{};
+    names.layout = "us";
+    xkb_keymap *keymap = xkb_keymap_new_from_names(context, &names, XKB_KEYMAP_COMPILE_NO_FLAGS);
+    xkb_context_unref(context);
+    xkb_state *state = xkb_state_new(keymap);
+    xkb_keymap_unref(keymap);
+    return state;
+}
+
+// The keysym's name for xdotool's name of a modifier; other keys are named after their keysyms.
+QString symbolName(const QString &name)
+{
+    if (name == "ctrl"_L1)
+        return u"Control_L"_s;
+    if (name == "shift"_L1)
+        return u"Shift_L"_s;
+    return name == "alt"_L1 ? u"Alt_L"_s : name;
+}
+
+std::uint32_t now()
+{
+    const auto time = std::chrono::steady_clock::now().time_since_epoch();
+    return static_cast<std::uint32_t>(std::chrono::duration_cast<std::chrono::milliseconds>(time).count());
+}
+
+} // namespace
+
+void WaylandUserKeyboard::Release::operator()(wl_display *display) const
+{
+    wl_display_disconnect(display);
+}
+
+void WaylandUserKeyboard::Release::operator()(xkb_state *state) const
+{
+    xkb_state_unref(state);
+}
+
+void WaylandUserKeyboard::Release::operator()(zwp_virtual_keyboard_v1 *keyboard) const
+{
+    zwp_virtual_keyboard_v1_destroy(keyboard);
+}
+
+WaylandUserKeyboard::WaylandUserKeyboard() : m_display(wl_display_connect(nullptr)), m_state(newState())
+{
+    if (!m_display)
+        qFatal("the private desktop's compositor does not answer");
+    const Globals globals = globalsOf(m_display.get());
+    m_keyboard.reset(zwp_virtual_keyboard_manager_v1_create_virtual_keyboard(globals.manager, globals.seat));
+    sendKeymap();
+}
+
+WaylandUserKeyboard::~WaylandUserKeyboard() = default;
+
+void WaylandUserKeyboard::sendKeymap()
+{
+    char *text = xkb_keymap_get_as_string(xkb_state_get_keymap(m_state.get()), XKB_KEYMAP_FORMAT_TEXT_V1);
+    const std::size_t size = qstrlen(text) + 1;
+    const int file = memfd_create("keymap", MFD_CLOEXEC);
+    if (::write(file, text, size) != static_cast<ssize_t>(size))
+        qFatal("the keymap cannot be written");
+    std::free(text);
+    zwp_virtual_keyboard_v1_keymap(m_keyboard.get(), WL_KEYBOARD_KEYMAP_FORMAT_XKB_V1, file,
+                                   static_cast<std::uint32_t>(size));
+    wl_display_roundtrip(m_display.get());
+    ::close(file);
+}
+
+std::uint32_t WaylandUserKeyboard::keycodeOf(const QString &name) const
+{
+    const xkb_keysym_t symbol =
+        xkb_keysym_from_name(symbolName(name).toUtf8().constData(), XKB_KEYSYM_NO_FLAGS);
+    xkb_keymap *keymap = xkb_state_get_keymap(m_state.get());
+    for (xkb_keycode_t code = xkb_keymap_min_keycode(keymap); code <= xkb_keymap_max_keycode(keymap);
+         ++code) {
+        const xkb_keysym_t *symbols = nullptr;
+        if (xkb_keymap_key_get_syms_by_level(keymap, code, 0, 0, &symbols) == 1 && *symbols == symbol)
+            return code;
+    }
+    qFatal("no key is called %s", qPrintable(name));
+}
+
+void WaylandUserKeyboard::set(std::uint32_t keycode, bool isDown)
+{
+    xkb_state_update_key(m_state.get(), keycode, isDown ? XKB_KEY_DOWN : XKB_KEY_UP);
+    zwp_virtual_keyboard_v1_key(m_keyboard.get(), now(), keycode - kernelOffset,
+                                isDown ? WL_KEYBOARD_KEY_STATE_PRESSED : WL_KEYBOARD_KEY_STATE_RELEASED);
+    const auto modifiers = [this](xkb_state_component component) {
+        return xkb_state_serialize_mods(m_state.get(), component);
+    };
+    zwp_virtual_keyboard_v1_modifiers(m_keyboard.get(), modifiers(XKB_STATE_MODS_DEPRESSED),
+                                      modifiers(XKB_STATE_MODS_LATCHED), modifiers(XKB_STATE_MODS_LOCKED), 0);
+}
+
+void WaylandUserKeyboard::press(const QString &combination)
+{
+    QList<std::uint32_t> keycodes;
+    for (const QString &name : combination.split(u'+'))
+        keycodes << keycodeOf(name);
+    for (const std::uint32_t keycode : keycodes)
+        set(keycode, true);
+    for (const std::uint32_t keycode : std::views::reverse(keycodes))
+        set(keycode, false);
+    wl_display_roundtrip(m_display.get());
+}

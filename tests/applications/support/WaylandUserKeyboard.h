@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QString>
+
+#include <cstdint>
+#include <memory>
+
+struct wl_display;
+struct xkb_state;
+struct zwp_virtual_keyboard_v1;
+
+// A user's keyboard with the US layout on a private Wayland desktop, attached for this object's lifetime.
+// Thread: main.
+class WaylandUserKeyboard
+{
+public:
+    WaylandUserKeyboard();
+    ~WaylandUserKeyboard();
+    WaylandUserKeyboard(const WaylandUserKeyboard &) = delete;
+    WaylandUserKeyboard &operator=(const WaylandUserKeyboard &) = delete;
+
+    // Presses a key combination in xdotool's notation ("ctrl+l").
+    void press(const QString &combination);
+
+private:
+    void sendKeymap();
+    std::uint32_t keycodeOf(const QString &name) const;
+    void set(std::uint32_t keycode, bool isDown);
+
+    struct Release
+    {
+        void operator()(wl_display *display) const;
+        void operator()(xkb_state *state) const;
+        void operator()(zwp_virtual_keyboard_v1 *keyboard) const;
+    };
+
+    std::unique_ptr<wl_display, Release> m_display;
+    std::unique_ptr<zwp_virtual_keyboard_v1, Release> m_keyboard;
+    std::unique_ptr<xkb_state, Release> m_state;
+};

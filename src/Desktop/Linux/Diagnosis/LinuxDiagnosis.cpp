@@ -127,6 +127,18 @@ bool hasPortal(const BusExamination &sessionBus)
     return sessionBus.isRunning(portal) || sessionBus.canStart(portal);
 }
 
+// Nothing if the bus doesn't answer: Qt's connection would then block the program's exit.
+QCoro::Task<KGlobalAccelHotKeys::Standing> examineHotKey(BusExamination sessionBus)
+{
+    KGlobalAccelHotKeys::Standing standing;
+    if (sessionBus.isRunning(KGlobalAccelHotKeys::serviceName)) {
+        KGlobalAccelHotKeys hotKeys;
+        standing = co_await hotKeys.standing(ProgramHotKey::virtualKey, ProgramHotKey::modifiers,
+                                             ProgramHotKey::identifier);
+    }
+    co_return standing;
+}
+
 // The access to the Wayland desktop, and the ways to operate it; none without full access.
 struct WaylandAnswer
 {
@@ -134,17 +146,24 @@ struct WaylandAnswer
     QList<DiagnosticCheck> ways = {};
 };
 
-WaylandAnswer examineWayland(const BusExamination &sessionBus)
+QCoro::Task<WaylandAnswer> examineWayland(BusExamination sessionBus)
 {
     using Access = DisplayChecks::Session::Access;
+    WaylandAnswer answer;
     const WaylandOffer offer = WaylandOffer::ofEnvironment();
-    if (offer.isComplete())
-        return {Access::Full, WaylandChecks::ways(offer, hasPortal(sessionBus))};
-    if (offer.isWithheld)
-        return {Access::NeedsEntry};
-    if (sessionBus.isRunning(ShellExtension::busName))
-        return {Access::Full, WaylandChecks::extensionWays(hasPortal(sessionBus))};
-    return {sessionBus.isRunning(u"org.gnome.Shell"_s) ? Access::NeedsExtension : Access::None};
+    if (offer.isComplete()) {
+        const KGlobalAccelHotKeys::Standing hotKey = co_await examineHotKey(sessionBus);
+        answer.ways = WaylandChecks::ways(offer, hasPortal(sessionBus), hotKey);
+    } else if (offer.isWithheld) {
+        answer.access = Access::NeedsEntry;
+    } else if (sessionBus.isRunning(ShellExtension::busName)) {
+        answer.ways = WaylandChecks::extensionWays(hasPortal(sessionBus));
+    } else if (sessionBus.isRunning(u"org.gnome.Shell"_s)) {
+        answer.access = Access::NeedsExtension;
+    }
+    if (!answer.ways.isEmpty())
+        answer.access = Access::Full;
+    co_return answer;
 }
 
 } // namespace
@@ -159,9 +178,9 @@ QCoro::Task<QList<DiagnosticCheck>> LinuxDiagnosis::examine()
     const DisplayAnswer display = co_await askingDisplay;
     DisplayChecks::Session session{qEnvironmentVariable("DISPLAY"), display.sessionType()};
     const std::optional<BusExamination> sessionBus = co_await askingBus;
-    const WaylandAnswer wayland = session.type == SessionType::Wayland
-                                      ? examineWayland(sessionBus.value_or(BusExamination()))
-                                      : WaylandAnswer();
+    WaylandAnswer wayland;
+    if (session.type == SessionType::Wayland)
+        wayland = co_await examineWayland(sessionBus.value_or(BusExamination()));
     session.access = wayland.access;
     if (!wayland.ways.isEmpty()) {
         const std::optional<Registry> registry = co_await reading;

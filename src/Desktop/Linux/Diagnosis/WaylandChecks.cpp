@@ -25,6 +25,23 @@ DiagnosticCheck hotKey()
     return {u"hot-key"_s, u"Hot key"_s, DiagnosticCheck::Need::Comfort};
 }
 
+DiagnosticCheck hotKeyWay(const KGlobalAccelHotKeys::Standing &standing)
+{
+    if (!standing.isOffered)
+        return hotKey().limited(
+            u"Compositors of this kind leave all keys to their own configuration."_s,
+            u"In the compositor's configuration, give a key of your choice to the command: "
+            "orvane --toggle"_s);
+    if (standing.hasKey)
+        return hotKey().working(u"Orvane has a key among the desktop's shortcuts."_s);
+    if (standing.owner.isEmpty())
+        return hotKey().working(u"Alt+Space is free for Orvane."_s);
+    return hotKey().limited(
+        u"Alt+Space belongs to “%1”."_s.arg(standing.owner),
+        u"Start Orvane once. Then, in the desktop's settings for shortcuts, give its “Show or "
+        "Hide” a key of your choice, for example Meta+Space, and start it again."_s);
+}
+
 DiagnosticCheck windowWay(WaylandOffer::Windows way)
 {
     switch (way) {
@@ -68,15 +85,14 @@ DiagnosticCheck pictureThroughPortal(bool hasPortal)
 
 } // namespace
 
-QList<DiagnosticCheck> WaylandChecks::ways(const WaylandOffer &offer, bool hasPortal)
+QList<DiagnosticCheck> WaylandChecks::ways(const WaylandOffer &offer, bool hasPortal,
+                                           const KGlobalAccelHotKeys::Standing &hotKey)
 {
     return {
         windowWay(offer.windows),
         keyWay(offer.keys),
         offer.pictures ? screenshot().working(u"Through wlr-screencopy."_s) : pictureThroughPortal(hasPortal),
-        hotKey().limited(u"Compositors of this kind leave all keys to their own configuration."_s,
-                         u"In the compositor's configuration, give a key of your choice to the command: "
-                         "orvane --toggle"_s),
+        hotKeyWay(hotKey),
     };
 }
 

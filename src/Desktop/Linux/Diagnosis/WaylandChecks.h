@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Desktop/Diagnosis.h"
+#include "Desktop/Linux/HotKeys/KGlobalAccelHotKeys.h"
 #include "Desktop/Linux/Wayland/Compositor.h"
 
 #include <QList>
@@ -11,7 +12,8 @@ namespace WaylandChecks {
 
 // The way for each kind of operation, and what to do where there is none. The offer must be complete;
 // `hasPortal` tells whether a desktop portal can be started.
-QList<DiagnosticCheck> ways(const WaylandOffer &offer, bool hasPortal);
+QList<DiagnosticCheck> ways(const WaylandOffer &offer, bool hasPortal,
+                            const KGlobalAccelHotKeys::Standing &hotKey);
 
 // The same with our extension of GNOME Shell.
 QList<DiagnosticCheck> extensionWays(bool hasPortal);

@@ -8,6 +8,8 @@
 
 #include <QScopeGuard>
 
+#include <algorithm>
+
 #include <fake-input-client-protocol.h>
 
 using namespace Qt::StringLiterals;

@@ -11,7 +11,7 @@ function(orvane_add_library NAME)
 endfunction()
 
 # orvane_add_test(NAME LABEL <unit|engine|desktop|ui|slow|wayland> SOURCES ... LIBRARIES ... [ARGUMENTS ...] [TIMEOUT s]
-#                 [SESSION <x11|sway|labwc|gnome>])
+#                 [SESSION <x11|sway|labwc|gnome|kde>])
 # A Qt Test program. Tests labelled desktop, ui, slow or wayland run in a private desktop session, on X11 unless SESSION
 # says otherwise. Those labelled wayland need a desktop of another Debian release, and run only when asked for.
 function(orvane_add_test NAME)

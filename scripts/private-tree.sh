@@ -83,3 +83,31 @@ gnome_property() {
 
 # After login the shell shows its overview, in which no window has the focus.
 gnome_overview_is() { gnome_property Get | grep -q "boolean $1"; }
+
+# KWin finds desktop entries through a menu, which none of the packages that it needs brings along.
+make_menu() {
+    mkdir -p "$folder/menus/menus"
+    cat >"$folder/menus/menus/applications.menu" <<'TEXT'
+<!DOCTYPE Menu PUBLIC "-//freedesktop//DTD Menu 1.0//EN" "http://www.freedesktop.org/standards/menu-spec/1.0/menu.dtd">
+<Menu><Name>Applications</Name><DefaultAppDirs/><Include><All/></Include></Menu>
+TEXT
+}
+
+# Without a graphics card, KWin draws in memory, and takes no pictures.
+start_kde() {
+    local compositor log=$folder/compositor.log
+    export XDG_SESSION_TYPE=wayland XDG_CURRENT_DESKTOP=KDE XDG_SESSION_DESKTOP=KDE GDK_BACKEND=wayland \
+        QT_QPA_PLATFORM=wayland MOZ_ENABLE_WAYLAND=1 WAYLAND_DISPLAY=wayland-0
+    install_entries
+    make_menu
+    start_bus
+    enable_accessibility
+    # A capability that a program's file has doesn't work on every machine; without it KWin runs at normal priority.
+    in_tree setcap -r /usr/bin/kwin_wayland 2>/dev/null
+    in_tree env -u QT_QPA_PLATFORM -u WAYLAND_DISPLAY XDG_CONFIG_DIRS="$folder/menus" \
+        kwin_wayland --virtual --width 1280 --height 800 --no-lockscreen --socket "$WAYLAND_DISPLAY" \
+        </dev/null >"$log" 2>&1 &
+    compositor=$!
+    disown "$compositor"
+    await "The compositor" "$compositor" "$log" wayland_socket_exists
+}

@@ -29,7 +29,7 @@ bool isFree()
     constexpr HotKeyIdentifier identifier{fourCharacterCode("TEST"), 1};
     SystemClock clock;
     X11Display display(clock);
-    LinuxHotKeys hotKeys(&display);
+    LinuxHotKeys hotKeys(display);
     const HotKeyModifiers option = HotKeyModifier::Option;
     const std::function<void()> nothing = [] {};
     return Awaited::result(hotKeys.registerHotKey(spaceBar, option, identifier, nothing)) != nullptr;

@@ -10,6 +10,8 @@
 #include "Desktop/Linux/Typing/LinuxKeyboard.h"
 #include "Desktop/Linux/Wayland/Compositor.h"
 #include "Desktop/Linux/Wayland/Keyboard.h"
+#include "Desktop/Linux/Wayland/PlasmaKeyboard.h"
+#include "Desktop/Linux/Wayland/PlasmaWindows.h"
 #include "Desktop/Linux/Wayland/ScreenCapture.h"
 #include "Desktop/Linux/Wayland/Toplevels.h"
 #include "Desktop/Linux/X11/Display.h"
@@ -44,26 +46,55 @@ private:
     LinuxScreenCapture m_screenCapture{m_display};
 };
 
+std::unique_ptr<WindowSystem> windowsOf(WaylandConnection &connection, const WaylandOffer &offer,
+                                        Clock &clock)
+{
+    if (offer.windows == WaylandOffer::Windows::Plasma)
+        return std::make_unique<PlasmaWindows>(connection, clock);
+    return std::make_unique<WaylandToplevels>(connection, clock);
+}
+
+std::unique_ptr<ReceiverKeyboard> keyboardOf(WaylandConnection &connection, const WaylandOffer &offer,
+                                             WindowSystem &windows, const KeyboardEnvironment &environment,
+                                             Clock &clock)
+{
+    if (offer.keys == WaylandOffer::Keys::Plasma)
+        return std::make_unique<PlasmaKeyboard>(connection, windows, environment.frontmostWindow,
+                                                environment.isTerminal, clock);
+    return std::make_unique<WaylandKeyboard>(connection, windows, environment.frontmostWindow,
+                                             environment.takesEveryCharacter, clock);
+}
+
+std::unique_ptr<ScreenCapture> screenCaptureOf(const WaylandOffer &offer, PortalBus &portals)
+{
+    if (offer.pictures)
+        return std::make_unique<WaylandScreenCapture>();
+    return std::make_unique<PortalScreenCapture>(portals);
+}
+
 class WaylandServices : public DisplayServices
 {
 public:
     WaylandServices(std::unique_ptr<WaylandConnection> connection, Clock &clock,
                     const KeyboardEnvironment &environment)
-        : m_connection(std::move(connection)), m_windows(*m_connection, clock),
-          m_keyboard(*m_connection, m_windows, environment.frontmostWindow, environment.takesEveryCharacter,
-                     clock)
+        : m_connection(std::move(connection)), m_offer(WaylandOffer::of(*m_connection)),
+          m_windows(windowsOf(*m_connection, m_offer, clock)),
+          m_keyboard(keyboardOf(*m_connection, m_offer, *m_windows, environment, clock)),
+          m_screenCapture(screenCaptureOf(m_offer, m_portals))
     {
     }
 
-    WindowSystem &windows() override { return m_windows; }
-    ReceiverKeyboard &keyboard() override { return m_keyboard; }
-    ScreenCapture &screenCapture() override { return m_screenCapture; }
+    WindowSystem &windows() override { return *m_windows; }
+    ReceiverKeyboard &keyboard() override { return *m_keyboard; }
+    ScreenCapture &screenCapture() override { return *m_screenCapture; }
 
 private:
     std::unique_ptr<WaylandConnection> m_connection;
-    WaylandToplevels m_windows;
-    WaylandKeyboard m_keyboard;
-    WaylandScreenCapture m_screenCapture;
+    WaylandOffer m_offer;
+    PortalBus m_portals;
+    std::unique_ptr<WindowSystem> m_windows;
+    std::unique_ptr<ReceiverKeyboard> m_keyboard;
+    std::unique_ptr<ScreenCapture> m_screenCapture;
 };
 
 class ShellExtensionServices : public DisplayServices
@@ -127,9 +158,17 @@ Ways findWays()
     ways.session = Sessions::typeWith(Sessions::displayServer());
     if (ways.session != SessionType::Wayland)
         return ways;
-    ways.compositor = connectToCompleteCompositor();
-    if (ways.compositor)
+    std::unique_ptr<WaylandConnection> compositor = connectToCompositor();
+    const WaylandOffer offer = compositor ? WaylandOffer::of(*compositor) : WaylandOffer();
+    if (offer.isComplete()) {
+        ways.compositor = std::move(compositor);
         return ways;
+    }
+    if (offer.isWithheld) {
+        ways.obstacle = u"This desktop lets only programs that it knows see and operate it: run “orvane "
+                        "integrate” in a terminal, then start Orvane again."_s;
+        return ways;
+    }
     const BusExamination bus = sessionBus();
     ways.isExtensionRunning = bus.isRunning(ShellExtension::busName);
     if (!ways.isExtensionRunning)

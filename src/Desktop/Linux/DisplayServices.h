@@ -16,10 +16,11 @@ struct KeyboardEnvironment
 {
     ReceiverKeyboard::FrontmostWindow frontmostWindow;
     std::function<QCoro::Task<bool>(RunningApplication)> takesEveryCharacter; // beyond U+FFFF
+    std::function<QCoro::Task<bool>(RunningApplication)> isTerminal;
 };
 
 // The services that depend on the display: those of the X server, or of the Wayland compositor if it offers
-// all that actions need. In any other Wayland session there is an obstacle: every operation throws
+// windows and keys. In any other Wayland session there is an obstacle: every operation throws
 // PlatformError with it, and nothing is ever sent to Xwayland. Thread: main.
 class DisplayServices
 {

@@ -37,7 +37,8 @@ QCoro::Task<AtspiTitles> LinuxDesktop::titles(RunningApplication application)
 KeyboardEnvironment LinuxDesktop::keyboardEnvironment()
 {
     return {[this] { return m_workspace.frontmostWindow(); },
-            [this](RunningApplication application) { return takesEveryCharacter(application); }};
+            [this](RunningApplication application) { return takesEveryCharacter(application); },
+            [this](RunningApplication application) { return m_workspace.isTerminal(application); }};
 }
 
 // An application that doesn't answer may be based on Chromium, which by default isn't registered.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/LinuxShell.h"
 
+#include "Desktop/Linux/HotKeys/KGlobalAccelHotKeys.h"
 #include "Desktop/Linux/HotKeys/LinuxHotKeys.h"
 #include "Desktop/Linux/Window/LinuxAppearance.h"
 #include "Desktop/Linux/Window/WaylandWindowStyler.h"
@@ -31,7 +32,10 @@ LinuxShell::LinuxShell() : m_display(connectToDisplay(m_clock))
 {
     // In a Wayland session, X clients receive only keys sent to X windows.
     const bool seesAllKeys = m_display && !m_display->connection().isXwayland();
-    m_hotKeys = std::make_unique<LinuxHotKeys>(seesAllKeys ? m_display.get() : nullptr);
+    if (seesAllKeys)
+        m_hotKeys = std::make_unique<LinuxHotKeys>(*m_display);
+    else
+        m_hotKeys = std::make_unique<KGlobalAccelHotKeys>();
     m_appearance = std::make_unique<LinuxAppearance>(m_display.get());
     if (m_display)
         m_windowStyler = std::make_unique<X11WindowStyler>(*m_display, m_clock);

@@ -9,8 +9,8 @@
 class X11Display;
 
 // The services for our own window. They have a separate X connection, so that the hot key works while the
-// desktop services type. Without an X server, or on Wayland, there is no hot key and the window system places
-// the window. Never throws. Construct it after the application object and destroy it before. Thread: main.
+// desktop services type. Without an X server, or on Wayland, only Plasma has hot keys, and the window system
+// places the window. Never throws. Construct it after the application object and destroy it before. Thread: main.
 class LinuxShell
 {
 public:

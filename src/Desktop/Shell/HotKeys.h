@@ -36,6 +36,15 @@ constexpr std::uint32_t fourCharacterCode(const char (&text)[5])
     return code;
 }
 
+// The program's own hot key, which shows and hides the window: Option+Space.
+namespace ProgramHotKey {
+
+inline constexpr std::uint16_t virtualKey = 49;
+inline constexpr HotKeyModifier modifiers = HotKeyModifier::Option;
+inline constexpr HotKeyIdentifier identifier{fourCharacterCode("ORVN"), 1};
+
+} // namespace ProgramHotKey
+
 // Keeps a hot key registered for its lifetime. Thread: main.
 class HotKeyReference
 {

@@ -6,9 +6,6 @@
 
 namespace {
 
-constexpr std::uint16_t spaceBar = 49;
-constexpr HotKeyIdentifier identifier{fourCharacterCode("ORVN"), 1};
-
 // Excludes menus and other windows that belong to a window.
 bool canBecomeMain(const QWindow &window)
 {
@@ -42,9 +39,8 @@ QCoro::Task<void> HotKey::acquire(HotKeys &hotKeys)
         QMetaObject::invokeMethod(
             &shared(), [] { summon(); }, Qt::QueuedConnection);
     };
-    const HotKeyModifiers modifiers = HotKeyModifier::Option;
-    const std::shared_ptr<HotKeyReference> reference =
-        co_await hotKeys.registerHotKey(spaceBar, modifiers, identifier, pressed);
+    const std::shared_ptr<HotKeyReference> reference = co_await hotKeys.registerHotKey(
+        ProgramHotKey::virtualKey, ProgramHotKey::modifiers, ProgramHotKey::identifier, pressed);
     if (m_styler)
         m_reference = reference;
 }

@@ -51,7 +51,7 @@ QString Kwin::run(const QString &script)
     QDBusConnection bus = QDBusConnection::sessionBus();
     Listener listener;
     bus.registerObject(objectPath, &listener, QDBusConnection::ExportAllSlots);
-    QTemporaryFile file;
+    QTemporaryFile file(PrivateDesktop::home(u"script-XXXXXX.js"_s)); // KWin sees the home folder
     if (!file.open())
         return {};
     file.write(u"const tell = text => callDBus('%1', '%2', '%3', 'tell', text);\n"_s

@@ -16,6 +16,8 @@
 #include <QFileInfo>
 #include <QUrl>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 using namespace std::chrono_literals;
@@ -116,6 +118,15 @@ QCoro::Task<WindowSnapshot> LinuxWorkspace::windows()
 {
     const WindowsAndEntries now = co_await windowsAndEntries();
     co_return now.snapshot;
+}
+
+QCoro::Task<bool> LinuxWorkspace::isTerminal(RunningApplication application)
+{
+    const QList<DesktopEntry> entries = co_await m_gio.run(&DesktopEntries::all);
+    const QString location = application.bundle ? application.bundle->location : QString();
+    co_return std::any_of(entries.cbegin(), entries.cend(), [&location](const DesktopEntry &entry) {
+        return entry.path == location && entry.categories.contains("TerminalEmulator"_L1);
+    });
 }
 
 QCoro::Task<std::optional<DesktopWindow>> LinuxWorkspace::frontmostWindow()

@@ -33,6 +33,9 @@ public:
     // All windows, with their parts.
     QCoro::Task<WindowSnapshot> windows();
 
+    // Whether the application is a terminal emulator.
+    QCoro::Task<bool> isTerminal(RunningApplication application);
+
     // The frontmost application's window, with its part.
     QCoro::Task<std::optional<DesktopWindow>> frontmostWindow();
 

@@ -16,11 +16,14 @@ DiagnosticCheck DisplayChecks::session(const Session &session, Server server)
 {
     const DiagnosticCheck check{u"session"_s, u"Session"_s};
     const QString openTerminal = u"Start Orvane in a terminal on the desktop."_s;
-    if (session.type == SessionType::Wayland && session.isOperable)
+    if (session.type == SessionType::Wayland && session.access == Session::Access::Full)
         return check.working(u"Wayland, on a desktop that Orvane can work with."_s);
-    if (session.lacksExtension)
+    if (session.access == Session::Access::NeedsExtension)
         return check.broken(u"Orvane's extension of GNOME Shell isn't running."_s,
                             u"Run in a terminal: orvane integrate. Then log out and in again."_s);
+    if (session.access == Session::Access::NeedsEntry)
+        return check.broken(u"This desktop lets only programs that it knows see and operate it."_s,
+                            u"Run in a terminal: orvane integrate. Then start Orvane again."_s);
     if (session.type == SessionType::Wayland)
         return check.broken(u"Orvane can't see or operate this Wayland desktop yet."_s,
                             u"Log out, and choose the X11 (“Xorg”) session on the login screen."_s);

@@ -12,10 +12,14 @@ struct Session
 {
     QString display; // the value of $DISPLAY
     SessionType type = SessionType::None;
-    // On Wayland, whether the desktop offers everything that actions need, and if not, whether our extension
-    // of GNOME Shell would.
-    bool isOperable = false;
-    bool lacksExtension = false;
+    // On Wayland, whether the desktop offers everything that actions need.
+    enum class Access {
+        None,
+        NeedsExtension, // our extension of GNOME Shell would
+        NeedsEntry,     // it would if it knew the program by a desktop entry
+        Full,
+    };
+    Access access = Access::None;
 };
 
 // The X server.

@@ -121,16 +121,49 @@ QList<DiagnosticCheck> waylandChecks(const DisplayChecks::Session &session,
     return checks;
 }
 
-// The ways to operate the Wayland desktop; none if it lacks one that actions need.
-QList<DiagnosticCheck> waylandWays(const BusExamination &sessionBus)
+bool hasPortal(const BusExamination &sessionBus)
 {
-    const WaylandOffer offer = WaylandOffer::ofEnvironment();
-    if (offer.isComplete())
-        return WaylandChecks::ways(offer);
-    if (!sessionBus.isRunning(ShellExtension::busName))
-        return {};
     const QString portal = u"org.freedesktop.portal.Desktop"_s;
-    return WaylandChecks::extensionWays(sessionBus.isRunning(portal) || sessionBus.canStart(portal));
+    return sessionBus.isRunning(portal) || sessionBus.canStart(portal);
+}
+
+// Nothing if the bus doesn't answer: Qt's connection would then block the program's exit.
+QCoro::Task<KGlobalAccelHotKeys::Standing> examineHotKey(BusExamination sessionBus)
+{
+    KGlobalAccelHotKeys::Standing standing;
+    if (sessionBus.isRunning(KGlobalAccelHotKeys::serviceName)) {
+        KGlobalAccelHotKeys hotKeys;
+        standing = co_await hotKeys.standing(ProgramHotKey::virtualKey, ProgramHotKey::modifiers,
+                                             ProgramHotKey::identifier);
+    }
+    co_return standing;
+}
+
+// The access to the Wayland desktop, and the ways to operate it; none without full access.
+struct WaylandAnswer
+{
+    DisplayChecks::Session::Access access = DisplayChecks::Session::Access::None;
+    QList<DiagnosticCheck> ways = {};
+};
+
+QCoro::Task<WaylandAnswer> examineWayland(BusExamination sessionBus)
+{
+    using Access = DisplayChecks::Session::Access;
+    WaylandAnswer answer;
+    const WaylandOffer offer = WaylandOffer::ofEnvironment();
+    if (offer.isComplete()) {
+        const KGlobalAccelHotKeys::Standing hotKey = co_await examineHotKey(sessionBus);
+        answer.ways = WaylandChecks::ways(offer, hasPortal(sessionBus), hotKey);
+    } else if (offer.isWithheld) {
+        answer.access = Access::NeedsEntry;
+    } else if (sessionBus.isRunning(ShellExtension::busName)) {
+        answer.ways = WaylandChecks::extensionWays(hasPortal(sessionBus));
+    } else if (sessionBus.isRunning(u"org.gnome.Shell"_s)) {
+        answer.access = Access::NeedsExtension;
+    }
+    if (!answer.ways.isEmpty())
+        answer.access = Access::Full;
+    co_return answer;
 }
 
 } // namespace
@@ -145,19 +178,19 @@ QCoro::Task<QList<DiagnosticCheck>> LinuxDiagnosis::examine()
     const DisplayAnswer display = co_await askingDisplay;
     DisplayChecks::Session session{qEnvironmentVariable("DISPLAY"), display.sessionType()};
     const std::optional<BusExamination> sessionBus = co_await askingBus;
-    const QList<DiagnosticCheck> ways = session.type == SessionType::Wayland
-                                            ? waylandWays(sessionBus.value_or(BusExamination()))
-                                            : QList<DiagnosticCheck>();
-    session.isOperable = !ways.isEmpty();
-    session.lacksExtension = sessionBus && sessionBus->isRunning(u"org.gnome.Shell"_s);
-    if (session.isOperable) {
+    WaylandAnswer wayland;
+    if (session.type == SessionType::Wayland)
+        wayland = co_await examineWayland(sessionBus.value_or(BusExamination()));
+    session.access = wayland.access;
+    if (!wayland.ways.isEmpty()) {
         const std::optional<Registry> registry = co_await reading;
         // Without processes nothing is known about single applications.
         const QString noAddress;
         const QList<RunningApplication> none;
         const AccessibilityExamination accessibility =
             co_await AccessibilityExamination::take(sessionBus, noAddress, none);
-        co_return waylandChecks(session, ways, accessibility, sessionBus, registry.value_or(Registry()));
+        co_return waylandChecks(session, wayland.ways, accessibility, sessionBus,
+                                registry.value_or(Registry()));
     }
     if (!display.examination || session.type == SessionType::Wayland) {
         const QList<DiagnosticCheck> nothingElse{DisplayChecks::session(session, display.server)};

@@ -34,12 +34,10 @@ private:
 
 } // namespace
 
-LinuxHotKeys::LinuxHotKeys(X11Display *display) : m_display(display)
+LinuxHotKeys::LinuxHotKeys(X11Display &display)
+    : m_display(display), m_grabs(std::make_shared<X11HotKeys>(display.connection()))
 {
-    if (!m_display)
-        return;
-    m_grabs = std::make_shared<X11HotKeys>(m_display->connection());
-    m_display->post([connection = &m_display->connection(), grabs = m_grabs] {
+    m_display.post([connection = &m_display.connection(), grabs = m_grabs] {
         connection->addEventHandler([grabs](const xcb_generic_event_t &event) { grabs->handle(event); });
     });
 }
@@ -52,15 +50,15 @@ QCoro::Task<std::shared_ptr<HotKeyReference>> LinuxHotKeys::registerHotKey(std::
                                                                            std::function<void()> pressed)
 {
     const std::optional<std::uint32_t> symbol = symbolOfVirtualKey(virtualKey);
-    if (!m_display || !symbol)
+    if (!symbol)
         co_return std::shared_ptr<HotKeyReference>();
     const int number = ++m_lastNumber;
-    const auto reference = std::make_shared<GrabbedKey>(*m_display, m_grabs, number);
+    const auto reference = std::make_shared<GrabbedKey>(m_display, m_grabs, number);
     X11HotKeys::HotKey hotKey{*symbol, modifiers, reference->onMainThread(std::move(pressed))};
     auto job = [grabs = m_grabs, number, hotKey = std::move(hotKey)] { return grabs->add(number, hotKey); };
     bool isOurs = false;
     try {
-        isOurs = co_await m_display->run(std::move(job));
+        isOurs = co_await m_display.run(std::move(job));
     } catch (const PlatformError &) {
         // Without a responding X server there are no hot keys; that isn't reported.
         isOurs = false;

@@ -10,8 +10,8 @@ class X11HotKeys;
 class LinuxHotKeys : public HotKeys
 {
 public:
-    // With a null `display` (Wayland) there are no hot keys. `display` must outlive this object.
-    explicit LinuxHotKeys(X11Display *display);
+    // `display` must outlive this object.
+    explicit LinuxHotKeys(X11Display &display);
     ~LinuxHotKeys() override;
     LinuxHotKeys(const LinuxHotKeys &) = delete;
     LinuxHotKeys &operator=(const LinuxHotKeys &) = delete;
@@ -22,7 +22,7 @@ public:
                                                                  std::function<void()> pressed) override;
 
 private:
-    X11Display *m_display;
+    X11Display &m_display;
     std::shared_ptr<X11HotKeys> m_grabs; // shared with the X thread
     int m_lastNumber = 0;
 };

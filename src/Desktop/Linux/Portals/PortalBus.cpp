@@ -5,6 +5,7 @@
 #include "Desktop/Linux/DBus/DBusReply.h"
 
 #include <QCoroFuture>
+#include <QDBusError>
 #include <QUuid>
 
 using namespace Qt::StringLiterals;
@@ -83,6 +84,8 @@ QCoro::Task<QDBusMessage> PortalBus::call(QString path, QString interface, QStri
     message.setArguments(arguments);
     const QFuture<QDBusMessage> reply = DBusReply::of(connection().asyncCall(message, limit));
     const QDBusMessage answer = co_await reply;
+    if (QDBusError(answer).type() == QDBusError::ServiceUnknown)
+        throw PlatformError(u"There is no desktop portal."_s);
     if (answer.type() != QDBusMessage::ReplyMessage)
         throw PlatformError(u"The desktop portal says: %1"_s.arg(Text::cleaned(answer.errorMessage())));
     co_return answer;

@@ -2,22 +2,30 @@
 #include "Desktop/Linux/Processes/RunningProcess.h"
 
 #include <QByteArray>
+#include <QDir>
 #include <QFile>
 #include <QList>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-// The fields after the name: state, parent, …; empty if the process does not exist.
-QList<QByteArray> statusFields(qint64 process)
+// The fields after the name in a file "stat": state, parent, …; empty if it doesn't exist.
+QList<QByteArray> fieldsIn(const QString &path)
 {
-    QFile file(u"/proc/%1/stat"_s.arg(process));
-    if (process <= 0 || !file.open(QIODevice::ReadOnly))
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
         return {};
     // "pid (name) state parent …"; the name may contain any characters, including brackets and blanks.
     const QByteArray line = file.readAll();
     return line.mid(line.lastIndexOf(')') + 2).split(' ');
+}
+
+QList<QByteArray> statusFields(qint64 process)
+{
+    return process > 0 ? fieldsIn(u"/proc/%1/stat"_s.arg(process)) : QList<QByteArray>();
 }
 
 } // namespace
@@ -26,6 +34,16 @@ bool isRunningProcess(qint64 process)
 {
     const QByteArray state = statusFields(process).value(0);
     return !state.isEmpty() && state != "Z" && state != "X";
+}
+
+bool isBusyProcess(qint64 process)
+{
+    const QDir threads(u"/proc/%1/task"_s.arg(process));
+    const QStringList names = threads.entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    return std::any_of(names.cbegin(), names.cend(), [&threads](const QString &name) {
+        const QByteArray state = fieldsIn(threads.filePath(name + u"/stat"_s)).value(0);
+        return state == "R" || state == "D";
+    });
 }
 
 qint64 parentProcess(qint64 process)

@@ -6,5 +6,8 @@
 // Whether the process exists and isn't a zombie. Any thread.
 bool isRunningProcess(qint64 process);
 
+// Whether any of its threads is running, or waiting for a CPU or a disk. Any thread.
+bool isBusyProcess(qint64 process);
+
 // The process that has started it, or has inherited it since; 0 when it does not exist. Any thread.
 qint64 parentProcess(qint64 process);

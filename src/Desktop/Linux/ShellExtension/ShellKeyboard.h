@@ -13,7 +13,7 @@
 class RemoteKeys;
 
 // The keyboard of a desktop with our shell extension: text goes to the focused text field as from an input
-// method, whatever the layout; keys, line breaks and tabs through a portal. All arguments must outlive this
+// method, whatever the layout; keys go through a portal. All arguments must outlive this
 // object. Thread: main.
 class ShellKeyboard : public ReceiverKeyboard
 {

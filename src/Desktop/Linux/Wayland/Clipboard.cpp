@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/Wayland/Clipboard.h"
 
+#include "Desktop/Linux/Processes/RunningProcess.h"
 #include "Desktop/Linux/Wayland/DataPipes.h"
 #include "Desktop/Linux/Wayland/Object.h"
 
@@ -28,6 +29,12 @@ constexpr auto managersTurn = 20ms;
 
 // Some applications read more than once.
 constexpr qint64 quiet = 50; // ms
+
+constexpr auto slowestApplication = 5000ms;
+
+// An application may have read the text and not yet inserted it.
+constexpr qint64 insertion = 1000; // ms; for applications that are never idle, such as video players
+constexpr int idleLooks = 3;
 
 } // namespace
 
@@ -165,8 +172,8 @@ QCoro::Task<void> WaylandClipboard::keep()
         }
         m_connection.flush();
     }
-    const auto read = [pipes] { return DataPipes::readAll(pipes, Deadlines::answer); };
-    content->data = co_await m_reader.run(read, Deadlines::answer + 500ms);
+    const auto read = [pipes] { return DataPipes::readAll(pipes, slowestApplication); };
+    content->data = co_await m_reader.run(read, slowestApplication + 500ms);
     m_kept = content;
 }
 
@@ -200,14 +207,14 @@ QCoro::Task<void> WaylandClipboard::deliver(BoundedQueue &queue, QByteArray data
                                             std::shared_ptr<Reading> reading)
 {
     auto job = [data, pipe = std::make_shared<DataPipes::Descriptor>(descriptor)]() mutable {
-        const bool isRead = DataPipes::deliver(data, pipe, Deadlines::answer);
+        const bool isRead = DataPipes::deliver(data, pipe, slowestApplication);
         pipe.reset(); // tells the reader that this is the end
         return isRead;
     };
     ++reading->underWay;
     bool isRead = false;
     try {
-        isRead = co_await queue.run(std::move(job), 2 * Deadlines::answer);
+        isRead = co_await queue.run(std::move(job), 2 * slowestApplication);
     } catch (const PlatformError &) {
         // Another reader doesn't read.
     }
@@ -221,17 +228,31 @@ void WaylandClipboard::expectReader()
     m_lent->reading = std::make_shared<Reading>();
 }
 
-QCoro::Task<bool> WaylandClipboard::waitUntilRead()
+QCoro::Task<bool> WaylandClipboard::waitUntilRead(qint64 reader)
 {
     const std::shared_ptr<Reading> reading = m_lent->reading;
     QElapsedTimer elapsed;
     elapsed.start();
-    while (!elapsed.hasExpired(Deadlines::answer.count())) {
-        if (reading->underWay == 0 && reading->complete > 0 && reading->sinceLast.hasExpired(quiet))
+    while (!elapsed.hasExpired(slowestApplication.count())) {
+        if (reading->underWay == 0 && reading->complete > 0 && reading->sinceLast.hasExpired(quiet)) {
+            co_await waitUntilIdle(reader);
             co_return true;
+        }
         co_await m_clock.sleep(5ms);
     }
     co_return false;
+}
+
+QCoro::Task<void> WaylandClipboard::waitUntilIdle(qint64 process)
+{
+    QElapsedTimer elapsed;
+    elapsed.start();
+    for (int looks = 0; looks < idleLooks && !elapsed.hasExpired(insertion);) {
+        const auto look = [process] { return isBusyProcess(process); };
+        const bool isBusy = co_await m_reader.run(look);
+        looks = isBusy ? 0 : looks + 1;
+        co_await m_clock.sleep(5ms);
+    }
 }
 
 void WaylandClipboard::giveBack()

@@ -32,10 +32,11 @@ public:
     // content can't be kept.
     QCoro::Task<void> lend(QString text);
 
-    // Call it right before pasting; then wait. Returns whether an application has read the whole text since,
-    // and none is reading; false after Deadlines::answer.
+    // Call it right before pasting; then wait. Returns whether an application has read the whole text since:
+    // false after five seconds. Keys sent afterwards come after the text, since this also waits, for a second
+    // at most, until the process `reader` has nothing to do.
     void expectReader();
-    QCoro::Task<bool> waitUntilRead();
+    QCoro::Task<bool> waitUntilRead(qint64 reader);
 
     // Puts the user's content back, unless something else has been copied meanwhile.
     void giveBack();
@@ -51,6 +52,7 @@ private:
     std::shared_ptr<Source> makeSource(const std::shared_ptr<Content> &content);
     void select(const std::shared_ptr<Source> &source);
     void handOut(const Source &source, const QByteArray &format, int descriptor);
+    QCoro::Task<void> waitUntilIdle(qint64 process);
     static QCoro::Task<void> deliver(BoundedQueue &queue, QByteArray data, int descriptor,
                                      std::shared_ptr<Reading> reading);
 

@@ -2,30 +2,48 @@
 #include "Desktop/Linux/Wayland/Compositor.h"
 
 #include "Desktop/Linux/Wayland/Keyboard.h"
+#include "Desktop/Linux/Wayland/PlasmaKeyboard.h"
+#include "Desktop/Linux/Wayland/PlasmaWindows.h"
 #include "Desktop/Linux/Wayland/ScreenCapture.h"
 #include "Desktop/Linux/Wayland/Toplevels.h"
 #include "Desktop/PlatformError.h"
 
+namespace {
+
+WaylandOffer::Windows windowsOfferedBy(const WaylandConnection &connection)
+{
+    if (PlasmaWindows::isOfferedBy(connection))
+        return WaylandOffer::Windows::Plasma;
+    return WaylandToplevels::isOfferedBy(connection) ? WaylandOffer::Windows::Toplevels
+                                                     : WaylandOffer::Windows::None;
+}
+
+WaylandOffer::Keys keysOfferedBy(const WaylandConnection &connection)
+{
+    if (PlasmaKeyboard::isOfferedBy(connection))
+        return WaylandOffer::Keys::Plasma;
+    return WaylandKeyboard::isOfferedBy(connection) ? WaylandOffer::Keys::VirtualKeyboard
+                                                    : WaylandOffer::Keys::None;
+}
+
+} // namespace
+
 WaylandOffer WaylandOffer::of(const WaylandConnection &connection)
 {
-    return {WaylandToplevels::isOfferedBy(connection), WaylandKeyboard::isOfferedBy(connection),
-            WaylandScreenCapture::isOfferedBy(connection)};
+    return {windowsOfferedBy(connection), keysOfferedBy(connection),
+            WaylandScreenCapture::isOfferedBy(connection), PlasmaWindows::isWithheldBy(connection)};
 }
 
 WaylandOffer WaylandOffer::ofEnvironment()
 {
-    try {
-        return of(WaylandConnection());
-    } catch (const PlatformError &) {
-        return {};
-    }
+    const std::unique_ptr<WaylandConnection> connection = connectToCompositor();
+    return connection ? of(*connection) : WaylandOffer();
 }
 
-std::unique_ptr<WaylandConnection> connectToCompleteCompositor()
+std::unique_ptr<WaylandConnection> connectToCompositor()
 {
     try {
-        auto connection = std::make_unique<WaylandConnection>();
-        return WaylandOffer::of(*connection).isComplete() ? std::move(connection) : nullptr;
+        return std::make_unique<WaylandConnection>();
     } catch (const PlatformError &) {
         return nullptr;
     }

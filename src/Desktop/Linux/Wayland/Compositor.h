@@ -8,11 +8,17 @@
 // What a compositor offers of what actions need. A plain value.
 struct WaylandOffer
 {
-    bool windows = false;  // their list, focusing and closing them
-    bool keys = false;     // sending keys
-    bool pictures = false; // of the screen
+    enum class Windows { None, Toplevels, Plasma };    // their list, focusing and closing them
+    enum class Keys { None, VirtualKeyboard, Plasma }; // sending keys
 
-    bool isComplete() const { return windows && keys && pictures; }
+    Windows windows = Windows::None;
+    Keys keys = Keys::None;
+    bool pictures = false; // of the screen
+    // KWin offers more to a program whose desktop entry asks for it.
+    bool isWithheld = false;
+
+    // Whether actions can work; only a screenshot may be impossible.
+    bool isComplete() const { return windows != Windows::None && keys != Keys::None; }
 
     static WaylandOffer of(const WaylandConnection &connection);
 
@@ -20,6 +26,5 @@ struct WaylandOffer
     static WaylandOffer ofEnvironment();
 };
 
-// A connection to the environment's compositor if it offers everything that actions need; otherwise null.
-// Blocks as WaylandConnection does.
-std::unique_ptr<WaylandConnection> connectToCompleteCompositor();
+// A connection to the environment's compositor, or null if there is none. Blocks as WaylandConnection does.
+std::unique_ptr<WaylandConnection> connectToCompositor();

@@ -2,6 +2,7 @@
 #include "Desktop/Linux/Wayland/KeyStates.h"
 
 #include <algorithm>
+#include <array>
 
 #include <keystate-client-protocol.h>
 

@@ -45,6 +45,11 @@ struct PlasmaDesktops::Listener
                                                                     &deactivated, &done, &removed};
 };
 
+bool PlasmaDesktops::isOfferedBy(const WaylandConnection &connection)
+{
+    return connection.offers(org_kde_plasma_virtual_desktop_management_interface);
+}
+
 PlasmaDesktops::PlasmaDesktops(WaylandConnection &connection)
     : m_management(connection.bind<org_kde_plasma_virtual_desktop_management>(
           org_kde_plasma_virtual_desktop_management_interface, 1))

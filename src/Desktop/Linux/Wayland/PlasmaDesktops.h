@@ -15,6 +15,9 @@ struct org_kde_plasma_virtual_desktop_management;
 class PlasmaDesktops
 {
 public:
+    // KWin offers this protocol to every program.
+    static bool isOfferedBy(const WaylandConnection &connection);
+
     explicit PlasmaDesktops(WaylandConnection &connection);
     ~PlasmaDesktops();
     PlasmaDesktops(const PlasmaDesktops &) = delete;

@@ -8,6 +8,8 @@
 
 #include <QScopeGuard>
 
+#include <algorithm>
+
 #include <fake-input-client-protocol.h>
 
 using namespace Qt::StringLiterals;
@@ -119,7 +121,7 @@ QCoro::Task<void> PlasmaKeyboard::paste(Plan plan, DesktopWindow receiver)
 {
     m_clipboard.expectReader();
     send(plan.pasteKeys, plan.layout.keys);
-    const bool isRead = co_await m_clipboard.waitUntilRead();
+    const bool isRead = co_await m_clipboard.waitUntilRead(receiver.process);
     if (!isRead)
         throw PlatformError(
             u"“%1” hasn't taken the text from the clipboard, so typing was stopped."_s.arg(receiver.title));

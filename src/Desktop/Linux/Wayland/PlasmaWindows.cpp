@@ -131,6 +131,11 @@ bool PlasmaWindows::isOfferedBy(const WaylandConnection &connection)
     return connection.offers(org_kde_plasma_window_management_interface, version);
 }
 
+bool PlasmaWindows::isWithheldBy(const WaylandConnection &connection)
+{
+    return PlasmaDesktops::isOfferedBy(connection) && !isOfferedBy(connection);
+}
+
 PlasmaWindows::PlasmaWindows(WaylandConnection &connection, Clock &clock)
     : m_connection(connection), m_clock(clock), m_desktops(connection),
       m_management(connection.bind<org_kde_plasma_window_management>(

@@ -18,6 +18,9 @@ class PlasmaWindows : public WindowSystem
 public:
     static bool isOfferedBy(const WaylandConnection &connection);
 
+    // Whether the compositor seems to offer it only to other programs: those with a desktop entry.
+    static bool isWithheldBy(const WaylandConnection &connection);
+
     PlasmaWindows(WaylandConnection &connection, Clock &clock);
     ~PlasmaWindows() override;
     PlasmaWindows(const PlasmaWindows &) = delete;

@@ -2,6 +2,7 @@
 // The check results for what was found out about a desktop.
 #include "Desktop/Linux/Diagnosis/DisplayChecks.h"
 #include "Desktop/Linux/Diagnosis/ServiceChecks.h"
+#include "Desktop/Linux/Diagnosis/WaylandChecks.h"
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -69,6 +70,7 @@ private Q_SLOTS:
 
 private:
     void addDisplayRows();
+    void addPlasmaRows();
     void addServiceRows();
 };
 
@@ -89,11 +91,16 @@ void DiagnosisChecksTest::addDisplayRows()
     addRow("Wayland", session(wayland, Server::Answers), State::Broken, u"Wayland"_s, u"Xorg"_s);
     addRow("Wayland alone", session({QString(), SessionType::Wayland}, Server::Unreachable), State::Broken,
            u"Wayland"_s, u"Xorg"_s);
-    addRow("operable Wayland", session({QString(), SessionType::Wayland, true}, Server::Unreachable),
+    addRow("operable Wayland",
+           session({QString(), SessionType::Wayland, Session::Access::Full}, Server::Unreachable),
            State::Works, u"Wayland"_s);
     addRow("GNOME without the extension",
-           session({QString(), SessionType::Wayland, false, true}, Server::Unreachable), State::Broken,
-           u"extension of GNOME Shell"_s, u"orvane integrate"_s);
+           session({QString(), SessionType::Wayland, Session::Access::NeedsExtension}, Server::Unreachable),
+           State::Broken, u"extension of GNOME Shell"_s, u"orvane integrate"_s);
+    addRow("Plasma that doesn't know us",
+           session({u":0"_s, SessionType::Wayland, Session::Access::NeedsEntry}, Server::Answers),
+           State::Broken, u"programs that it knows"_s, u"orvane integrate"_s);
+    addPlasmaRows();
     addRow("no display", session({}, Server::Unreachable), State::Absent, u"no graphical desktop"_s,
            u"on the desktop"_s);
     addRow("dead display", session(x11, Server::Unreachable), State::Broken, u"No X server answers"_s,
@@ -125,6 +132,25 @@ void DiagnosisChecksTest::addDisplayRows()
     addRow("picture", screenshot(good()), State::Works, u"1280 × 800"_s);
     addRow("no picture", screenshot(changed([](auto &x) { x.picture = QSize(); })), State::Broken,
            u"no picture"_s, u"colours"_s);
+}
+
+void DiagnosisChecksTest::addPlasmaRows()
+{
+    const auto check = [](qsizetype index, bool hasPortal, const KGlobalAccelHotKeys::Standing &hotKey) {
+        const WaylandOffer plasma{WaylandOffer::Windows::Plasma, WaylandOffer::Keys::Plasma, false, false};
+        return WaylandChecks::ways(plasma, hasPortal, hotKey).at(index);
+    };
+    addRow("Plasma's windows", check(0, true, {}), State::Works, u"plasma-window-management"_s);
+    addRow("Plasma's keyboard", check(1, true, {}), State::Works, u"fake-input"_s);
+    addRow("Plasma's pictures", check(2, true, {}), State::Works, u"portal"_s);
+    addRow("Plasma without a portal", check(2, false, {}), State::Absent, u"no desktop portal"_s,
+           u"xdg-desktop-portal-kde"_s);
+    addRow("no key on Wayland", check(3, true, {}), State::Limited, u"own configuration"_s,
+           u"orvane --toggle"_s);
+    addRow("Plasma's key", check(3, true, {true, true, u"KRunner"_s}), State::Works, u"has a key"_s);
+    addRow("Plasma's free key", check(3, true, {true, false, {}}), State::Works, u"free"_s);
+    addRow("Plasma's taken key", check(3, true, {true, false, u"KRunner"_s}), State::Limited, u"“KRunner”"_s,
+           u"Meta+Space"_s);
 }
 
 void DiagnosisChecksTest::addServiceRows()

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: Apache-2.0
+// What a process is doing.
+#include "Desktop/Linux/Processes/RunningProcess.h"
+
+#include <QProcess>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+class RunningProcessTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aProcessThatComputesIsBusy()
+    {
+        QProcess process;
+        process.start(u"/bin/sh"_s, {u"-c"_s, u"while :; do :; done"_s});
+        QTRY_VERIFY(isBusyProcess(process.processId()));
+        for (int look = 0; look < 20; ++look)
+            QVERIFY(isBusyProcess(process.processId()));
+        process.kill();
+        process.waitForFinished();
+    }
+
+    void aProcessThatWaitsIsNot()
+    {
+        QProcess process;
+        process.start(u"/bin/cat"_s, {});
+        QTRY_VERIFY(!isBusyProcess(process.processId()));
+        for (int look = 0; look < 20; ++look)
+            QVERIFY(!isBusyProcess(process.processId()));
+        process.closeWriteChannel();
+        process.waitForFinished();
+    }
+
+    void noProcessIsNot()
+    {
+        QVERIFY(!isBusyProcess(0));
+        QVERIFY(!isBusyProcess(-1));
+    }
+};
+
+QTEST_GUILESS_MAIN(RunningProcessTest)
+#include "RunningProcessTest.moc"

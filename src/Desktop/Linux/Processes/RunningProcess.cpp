@@ -5,6 +5,8 @@
 #include <QFile>
 #include <QList>
 
+#include <sys/socket.h>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -26,6 +28,14 @@ bool isRunningProcess(qint64 process)
 {
     const QByteArray state = statusFields(process).value(0);
     return !state.isEmpty() && state != "Z" && state != "X";
+}
+
+qint64 peerProcess(qintptr socket)
+{
+    ucred credentials{};
+    socklen_t size = sizeof credentials;
+    const int result = getsockopt(static_cast<int>(socket), SOL_SOCKET, SO_PEERCRED, &credentials, &size);
+    return result == 0 ? credentials.pid : 0;
 }
 
 qint64 parentProcess(qint64 process)

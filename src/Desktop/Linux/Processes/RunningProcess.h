@@ -6,5 +6,8 @@
 // Whether the process exists and isn't a zombie. Any thread.
 bool isRunningProcess(qint64 process);
 
+// The process that listened at the other end of a connected local socket; 0 if unknown. Any thread.
+qint64 peerProcess(qintptr socket);
+
 // The process that has started it, or has inherited it since; 0 when it does not exist. Any thread.
 qint64 parentProcess(qint64 process);

@@ -59,6 +59,12 @@ QString classOf(const QString &applicationIdentifier)
     return classes.value(applicationIdentifier, applicationIdentifier);
 }
 
+QRect rectangle(const QJsonObject &object)
+{
+    return {object.value("x"_L1).toInt(), object.value("y"_L1).toInt(), object.value("width"_L1).toInt(),
+            object.value("height"_L1).toInt()};
+}
+
 ScreenWindow described(const QJsonObject &node)
 {
     ScreenWindow window;
@@ -67,6 +73,8 @@ ScreenWindow described(const QJsonObject &node)
     window.title = node.value("name"_L1).toString();
     window.applicationIdentifier = node.value("app_id"_L1).toString();
     window.className = classOf(window.applicationIdentifier);
+    const QRect inContainer = rectangle(node.value("window_rect"_L1).toObject());
+    window.area = inContainer.translated(rectangle(node.value("rect"_L1).toObject()).topLeft());
     return window;
 }
 

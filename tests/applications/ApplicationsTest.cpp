@@ -3,6 +3,12 @@
 // application are tested in matrix/.
 #include "applications/support/DesktopTest.h"
 
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QScopeGuard>
+
+#include <csignal>
+
 using namespace Qt::StringLiterals;
 
 class ApplicationsTest : public DesktopTest
@@ -15,6 +21,7 @@ private Q_SLOTS:
     void tellsWhichApplicationIsMissing_data();
     void tellsWhichApplicationIsMissing();
     void doesNotQuitWhatDoesNotRun();
+    void tellsThatAnApplicationGoesOnWithoutAWindow();
     void listsTheWindowsFrontToBack();
     void refusesScripts();
 };
@@ -55,6 +62,23 @@ void ApplicationsTest::tellsWhichApplicationIsMissing()
 void ApplicationsTest::doesNotQuitWhatDoesNotRun()
 {
     QCOMPARE(perform("quit_app", {{"app", u"Mousepad"_s}}).line, u"Mousepad is not running."_s);
+}
+
+void ApplicationsTest::tellsThatAnApplicationGoesOnWithoutAWindow()
+{
+    const auto daemons = [] { return PrivateDesktop::processesWith("thunar --daemon"); };
+    PrivateDesktop::start(u"thunar"_s, {u"--daemon"_s});
+    QVERIFY(QTest::qWaitFor([&] { return !daemons().isEmpty(); }, PrivateDesktop::patience));
+    const qint64 daemon = daemons().constFirst();
+    const auto end = qScopeGuard([daemon] { ::kill(static_cast<pid_t>(daemon), SIGKILL); });
+    const auto *bus = QDBusConnection::sessionBus().interface();
+    const auto answers = [bus] { return bus->isServiceRegistered(u"org.xfce.FileManager"_s).value(); };
+    QVERIFY(QTest::qWaitFor(answers, PrivateDesktop::patience));
+    QVERIFY(PrivateDesktop::open(u"thunar"_s, {}, u"Thunar"_s));
+    QCOMPARE(Screen::windowsOf(u"Thunar"_s).constFirst().process, daemon);
+    const Outcome outcome = perform("quit_app", {{"app", u"Thunar"_s}});
+    VERIFY_EFFECT(Screen::windows().isEmpty(), outcome);
+    QCOMPARE(outcome.line, u"Asked Thunar to quit (it may be waiting on a save prompt)."_s);
 }
 
 void ApplicationsTest::listsTheWindowsFrontToBack()

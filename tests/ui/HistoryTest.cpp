@@ -54,7 +54,7 @@ void UiHistoryTest::theNewestLineIsInSight()
 
     // Scrolls back.
     QVERIFY(orvane().window());
-    Pointer::moveTo(Pointer::areaOf(orvane().window()->identifier).center());
+    Pointer::moveTo(orvane().window()->area.center());
     for (int notch = 0; notch < 40 && !isInSight(u"Question 1?"_s); ++notch)
         Pointer::wheelUp();
     QVERIFY(isInSight(u"Question 1?"_s));

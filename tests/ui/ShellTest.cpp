@@ -47,7 +47,7 @@ bool UiShellTest::isCentred()
     const auto window = orvane().window();
     if (!window)
         return false;
-    const QPoint offset = Pointer::areaOf(window->identifier).center() - screenArea.center();
+    const QPoint offset = window->area.center() - screenArea.center();
     return qAbs(offset.x()) <= 1 && qAbs(offset.y()) <= 1;
 }
 
@@ -131,14 +131,14 @@ void UiShellTest::aSummonCentresAMovedWindow()
 {
     QVERIFY(orvane().startShown());
     VERIFY_SOON(isCentred());
-    const QRect before = Pointer::areaOf(orvane().window()->identifier);
+    const QRect before = orvane().window()->area;
     const auto badge = orvane().find(Role::label, u"On-device"_s);
     QVERIFY(badge);
     // By the footer's background.
     const QPoint grip(before.center().x(), badge->area.center().y());
     Pointer::drag(grip, grip + QPoint(-150, -60));
     VERIFY_SOON(!isCentred());
-    QCOMPARE(Pointer::areaOf(orvane().window()->identifier).size(), before.size());
+    QCOMPARE(orvane().window()->area.size(), before.size());
     QCOMPARE(orvane().startOnceMore({u"--toggle"_s}), 0);
     QVERIFY(orvane().waitForHidden());
     QCOMPARE(orvane().startOnceMore({u"--toggle"_s}), 0);

@@ -17,13 +17,13 @@ private Q_SLOTS:
     void itKeepsItsSizeWhileHidden();
 
 private:
-    QSize size() { return Pointer::areaOf(orvane().window()->identifier).size(); }
+    QSize size() { return orvane().window()->area.size(); }
     void dragCorner(QPoint distance);
 };
 
 void UiWindowSizeTest::dragCorner(QPoint distance)
 {
-    const QPoint corner = Pointer::areaOf(orvane().window()->identifier).bottomRight() - QPoint(2, 2);
+    const QPoint corner = orvane().window()->area.bottomRight() - QPoint(2, 2);
     Pointer::drag(corner, corner + distance);
 }
 
@@ -62,12 +62,12 @@ void UiWindowSizeTest::aClickAtTheEdgeDoesNothing()
 {
     QFETCH(QPoint, fromCorner);
     QVERIFY(orvane().startShown());
-    const QRect before = Pointer::areaOf(orvane().window()->identifier);
+    const QRect before = orvane().window()->area;
     Pointer::click(before.bottomRight() + fromCorner);
     Pointer::moveTo(before.center());
     type(u"The keyboard is free"_s);
     QVERIFY(orvane().waitForFieldText(u"The keyboard is free"_s));
-    QCOMPARE(Pointer::areaOf(orvane().window()->identifier), before);
+    QCOMPARE(orvane().window()->area, before);
 }
 
 void UiWindowSizeTest::itKeepsItsSizeWhileHidden()

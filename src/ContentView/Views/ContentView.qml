@@ -78,9 +78,11 @@ FocusScope {
         }
     }
 
-    TapHandler {
+    // No TapHandler: on Wayland, Qt 6.4 takes every mouse for a touchpad, whose taps count whatever the button.
+    MouseArea {
+        anchors.fill: parent
         acceptedButtons: Qt.RightButton
-        onTapped: root.openMenuAtPointer(null)
+        onClicked: root.openMenuAtPointer(null)
     }
 
     Announcer {

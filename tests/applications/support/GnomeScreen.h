@@ -10,8 +10,8 @@ namespace GnomeScreen {
 
 ScreenObserver &observer();
 
-// Plugs in a keyboard that stays for the life of this process. Without it, windows have lost the keyboard focus when the
-// keyboard of a portal's session went.
+// Plugs in a keyboard that stays for the life of this process. Without it, windows have lost the keyboard
+// focus when the keyboard of a portal's session went.
 void plugInKeyboard();
 
 // Holds a key down, or releases it; `code` is the kernel's.

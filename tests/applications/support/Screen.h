@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QList>
+#include <QRect>
 #include <QString>
 
 #include <optional>
@@ -15,6 +16,7 @@ struct ScreenWindow
     // The second string of WM_CLASS. On Wayland, the one that the application has on X11.
     QString className;
     QString applicationIdentifier; // on Wayland, the app_id
+    QRect area;                    // on the screen, without decorations
 };
 
 // What a user sees on the private desktop, and the user's keys: from the window system itself, without the

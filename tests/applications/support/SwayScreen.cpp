@@ -43,6 +43,12 @@ QList<QJsonObject> windowNodes(const QJsonObject &node)
     return found;
 }
 
+QRect rectangle(const QJsonObject &object)
+{
+    return {object.value("x"_L1).toInt(), object.value("y"_L1).toInt(), object.value("width"_L1).toInt(),
+            object.value("height"_L1).toInt()};
+}
+
 ScreenWindow described(const QJsonObject &node)
 {
     ScreenWindow window;
@@ -51,6 +57,8 @@ ScreenWindow described(const QJsonObject &node)
     window.title = node.value("name"_L1).toString();
     window.applicationIdentifier = node.value("app_id"_L1).toString();
     window.className = X11Names::classOf(window.applicationIdentifier);
+    const QRect inContainer = rectangle(node.value("window_rect"_L1).toObject());
+    window.area = inContainer.translated(rectangle(node.value("rect"_L1).toObject()).topLeft());
     return window;
 }
 

@@ -3,15 +3,12 @@
 
 #include "applications/support/X11Names.h"
 
-#include <QByteArrayView>
 #include <QList>
 #include <QStringList>
 
 #include <virtual-keyboard-unstable-v1-client-protocol.h>
-#include <wayland-client.h>
 #include <xkbcommon/xkbcommon.h>
 
-#include <chrono>
 #include <cstdlib>
 #include <ranges>
 
@@ -23,39 +20,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr std::uint32_t kernelOffset = 8; // XKB's keycodes are the kernel's plus this
-
-struct Globals
-{
-    wl_seat *seat = nullptr;
-    zwp_virtual_keyboard_manager_v1 *manager = nullptr;
-};
-
-void addGlobal(void *data, wl_registry *registry, std::uint32_t name, const char *interface, std::uint32_t)
-{
-    auto &globals = *static_cast<Globals *>(data);
-    const QByteArrayView kind(interface);
-    if (kind == wl_seat_interface.name)
-        globals.seat = static_cast<wl_seat *>(wl_registry_bind(registry, name, &wl_seat_interface, 1));
-    if (kind == zwp_virtual_keyboard_manager_v1_interface.name) {
-        globals.manager = static_cast<zwp_virtual_keyboard_manager_v1 *>(
-            wl_registry_bind(registry, name, &zwp_virtual_keyboard_manager_v1_interface, 1));
-    }
-}
-
-void removeGlobal(void *, wl_registry *, std::uint32_t) {}
-
-Globals globalsOf(wl_display *display)
-{
-    static constexpr wl_registry_listener listener{&addGlobal, &removeGlobal};
-    Globals globals;
-    wl_registry *registry = wl_display_get_registry(display);
-    wl_registry_add_listener(registry, &listener, &globals);
-    wl_display_roundtrip(display);
-    wl_registry_destroy(registry);
-    if (!globals.seat || !globals.manager)
-        qFatal("the private desktop takes no virtual keyboard");
-    return globals;
-}
 
 xkb_state *newState()
 {
@@ -69,18 +33,7 @@ xkb_state *newState()
     return state;
 }
 
-std::uint32_t now()
-{
-    const auto time = std::chrono::steady_clock::now().time_since_epoch();
-    return static_cast<std::uint32_t>(std::chrono::duration_cast<std::chrono::milliseconds>(time).count());
-}
-
 } // namespace
-
-void WaylandUserKeyboard::Release::operator()(wl_display *display) const
-{
-    wl_display_disconnect(display);
-}
 
 void WaylandUserKeyboard::Release::operator()(xkb_state *state) const
 {
@@ -92,12 +45,12 @@ void WaylandUserKeyboard::Release::operator()(zwp_virtual_keyboard_v1 *keyboard)
     zwp_virtual_keyboard_v1_destroy(keyboard);
 }
 
-WaylandUserKeyboard::WaylandUserKeyboard() : m_display(wl_display_connect(nullptr)), m_state(newState())
+WaylandUserKeyboard::WaylandUserKeyboard() : m_state(newState())
 {
-    if (!m_display)
-        qFatal("the private desktop's compositor does not answer");
-    const Globals globals = globalsOf(m_display.get());
-    m_keyboard.reset(zwp_virtual_keyboard_manager_v1_create_virtual_keyboard(globals.manager, globals.seat));
+    auto *manager =
+        m_connection.bind<zwp_virtual_keyboard_manager_v1>(zwp_virtual_keyboard_manager_v1_interface);
+    m_keyboard.reset(zwp_virtual_keyboard_manager_v1_create_virtual_keyboard(
+        manager, m_connection.bind<wl_seat>(wl_seat_interface)));
     sendKeymap();
 }
 
@@ -113,7 +66,7 @@ void WaylandUserKeyboard::sendKeymap()
     std::free(text);
     zwp_virtual_keyboard_v1_keymap(m_keyboard.get(), WL_KEYBOARD_KEYMAP_FORMAT_XKB_V1, file,
                                    static_cast<std::uint32_t>(size));
-    wl_display_roundtrip(m_display.get());
+    m_connection.roundTrip();
     ::close(file);
 }
 
@@ -134,7 +87,7 @@ std::uint32_t WaylandUserKeyboard::keycodeOf(const QString &name) const
 void WaylandUserKeyboard::set(std::uint32_t keycode, bool isDown)
 {
     xkb_state_update_key(m_state.get(), keycode, isDown ? XKB_KEY_DOWN : XKB_KEY_UP);
-    zwp_virtual_keyboard_v1_key(m_keyboard.get(), now(), keycode - kernelOffset,
+    zwp_virtual_keyboard_v1_key(m_keyboard.get(), WaylandUserConnection::now(), keycode - kernelOffset,
                                 isDown ? WL_KEYBOARD_KEY_STATE_PRESSED : WL_KEYBOARD_KEY_STATE_RELEASED);
     const auto modifiers = [this](xkb_state_component component) {
         return xkb_state_serialize_mods(m_state.get(), component);
@@ -152,5 +105,5 @@ void WaylandUserKeyboard::press(const QString &combination)
         set(keycode, true);
     for (const std::uint32_t keycode : std::views::reverse(keycodes))
         set(keycode, false);
-    wl_display_roundtrip(m_display.get());
+    m_connection.roundTrip();
 }

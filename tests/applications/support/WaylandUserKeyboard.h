@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "applications/support/WaylandUserConnection.h"
+
 #include <QString>
 
 #include <cstdint>
 #include <memory>
 
-struct wl_display;
 struct xkb_state;
 struct zwp_virtual_keyboard_v1;
 
@@ -30,12 +31,11 @@ private:
 
     struct Release
     {
-        void operator()(wl_display *display) const;
         void operator()(xkb_state *state) const;
         void operator()(zwp_virtual_keyboard_v1 *keyboard) const;
     };
 
-    std::unique_ptr<wl_display, Release> m_display;
+    WaylandUserConnection m_connection;
     std::unique_ptr<zwp_virtual_keyboard_v1, Release> m_keyboard;
     std::unique_ptr<xkb_state, Release> m_state;
 };

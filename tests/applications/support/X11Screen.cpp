@@ -142,6 +142,15 @@ public:
     }
 
 private:
+    QRect areaOf(xcb_window_t window)
+    {
+        const auto geometry = answer<xcb_get_geometry_reply_t>(xcb_get_geometry(m_connection, window));
+        const auto corner = answer<xcb_translate_coordinates_reply_t>(
+            xcb_translate_coordinates(m_connection, window, root(), 0, 0));
+        return geometry && corner ? QRect(corner->dst_x, corner->dst_y, geometry->width, geometry->height)
+                                  : QRect();
+    }
+
     ScreenWindow described(quint32 identifier)
     {
         ScreenWindow window;
@@ -150,6 +159,7 @@ private:
         window.title = QString::fromUtf8(property(identifier, m_ewmh._NET_WM_NAME));
         // Two null-terminated strings.
         window.className = QString::fromUtf8(property(identifier, XCB_ATOM_WM_CLASS).split('\0').value(1));
+        window.area = areaOf(identifier);
         return window;
     }
 

@@ -1,71 +1,116 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ui/support/Pointer.h"
 
-#include <QHash>
+#include "applications/support/Screen.h"
+#include "ui/support/WaylandUserPointer.h"
+
 #include <QProcess>
 #include <QStringList>
+#include <QThread>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-QByteArray xdotool(const QStringList &arguments)
+using Button = WaylandUserPointer::Button;
+
+bool isOnX11()
 {
-    QProcess tool;
-    tool.start(u"timeout"_s, QStringList{u"20"_s, u"xdotool"_s} + arguments);
-    tool.waitForFinished();
-    return tool.readAllStandardOutput();
+    return Screen::session() == Screen::Session::X11;
 }
 
-QStringList move(QPoint position)
+WaylandUserPointer &waylandPointer()
 {
-    return {u"mousemove"_s, QString::number(position.x()), QString::number(position.y())};
+    static WaylandUserPointer pointer;
+    return pointer;
+}
+
+void xdotool(const QStringList &arguments)
+{
+    QProcess::execute(u"timeout"_s, QStringList{u"20"_s, u"xdotool"_s} + arguments);
+}
+
+QString numberOf(Button button)
+{
+    return button == Button::Left ? u"1"_s : u"3"_s;
+}
+
+void press(Button button)
+{
+    if (isOnX11())
+        xdotool({u"mousedown"_s, numberOf(button)});
+    else
+        waylandPointer().press(button);
+}
+
+void release(Button button)
+{
+    if (isOnX11())
+        xdotool({u"mouseup"_s, numberOf(button)});
+    else
+        waylandPointer().release(button);
+}
+
+void clickHere(Button button)
+{
+    press(button);
+    release(button);
 }
 
 } // namespace
 
+void Pointer::attach()
+{
+    if (!isOnX11())
+        waylandPointer();
+}
+
 void Pointer::moveTo(QPoint position)
 {
-    xdotool(move(position));
+    if (isOnX11())
+        xdotool({u"mousemove"_s, QString::number(position.x()), QString::number(position.y())});
+    else
+        waylandPointer().moveTo(position);
 }
 
 void Pointer::click(QPoint position)
 {
-    xdotool(move(position) + QStringList{u"click"_s, u"1"_s});
+    moveTo(position);
+    clickHere(Button::Left);
 }
 
 void Pointer::doubleClick(QPoint position)
 {
-    xdotool(move(position) + QStringList{u"click"_s, u"--repeat"_s, u"2"_s, u"--delay"_s, u"20"_s, u"1"_s});
+    click(position);
+    clickHere(Button::Left);
 }
 
 void Pointer::rightClick(QPoint position)
 {
-    xdotool(move(position) + QStringList{u"click"_s, u"3"_s});
+    moveTo(position);
+    clickHere(Button::Right);
 }
 
 void Pointer::wheelUp()
 {
-    xdotool({u"click"_s, u"4"_s});
+    if (isOnX11())
+        xdotool({u"click"_s, u"4"_s});
+    else
+        waylandPointer().wheelUp();
 }
 
-// The window manager grabs the pointer a moment after the press; later steps are then seen by it.
+// The window manager or compositor takes the pointer a moment after the press; later steps are then seen by
+// it.
 void Pointer::drag(QPoint from, QPoint to)
 {
     constexpr int steps = 20;
-    QStringList arguments = move(from) + QStringList{u"mousedown"_s, u"1"_s};
-    for (int step = 1; step <= steps; ++step)
-        arguments += QStringList{u"sleep"_s, u"0.02"_s} + move(from + (to - from) * step / steps);
-    xdotool(arguments + QStringList{u"sleep"_s, u"0.1"_s, u"mouseup"_s, u"1"_s});
-}
-
-QRect Pointer::areaOf(quint32 window)
-{
-    QHash<QByteArray, int> values;
-    for (const QByteArray &line :
-         xdotool({u"getwindowgeometry"_s, u"--shell"_s, QString::number(window)}).split('\n')) {
-        const QList<QByteArray> parts = line.split('=');
-        values.insert(parts.first(), parts.value(1).toInt());
+    constexpr int pace = 20; // ms
+    moveTo(from);
+    press(Button::Left);
+    for (int step = 1; step <= steps; ++step) {
+        QThread::msleep(pace);
+        moveTo(from + (to - from) * step / steps);
     }
-    return {values["X"], values["Y"], values["WIDTH"], values["HEIGHT"]};
+    QThread::msleep(5 * pace);
+    release(Button::Left);
 }

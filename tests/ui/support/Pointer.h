@@ -2,10 +2,12 @@
 #pragma once
 
 #include <QPoint>
-#include <QRect>
 
-// The mouse pointer on the private desktop, and window positions. Thread: main.
+// The mouse pointer on the private desktop. Thread: main.
 namespace Pointer {
+
+// Attaches the mouse, if the desktop has none yet. Programs take a moment to notice it.
+void attach();
 
 void moveTo(QPoint position);
 void click(QPoint position);
@@ -15,8 +17,5 @@ void wheelUp(); // one notch
 
 // Drags with the left button in several steps.
 void drag(QPoint from, QPoint to);
-
-// The window's area on the screen without decorations.
-QRect areaOf(quint32 window);
 
 } // namespace Pointer

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ui/support/UiTest.h"
 
+#include "ui/support/Pointer.h"
+
 #include <QDir>
 #include <QProcess>
 
@@ -16,6 +18,7 @@ void UiTest::initTestCase()
 {
     if (!PrivateDesktop::isHere())
         QFAIL("This test ends every window that it finds: start it with scripts/private-desktop.");
+    Pointer::attach();
 }
 
 void UiTest::startAfresh()
@@ -29,7 +32,10 @@ void UiTest::cleanup()
     if (QTest::currentTestFailed()) {
         const QString picture = QDir::current().filePath(u"%1-%2.png"_s.arg(
             QLatin1StringView(metaObject()->className()), QLatin1StringView(QTest::currentTestFunction())));
-        QProcess::execute(u"timeout"_s, {u"20"_s, u"import"_s, u"-window"_s, u"root"_s, picture});
+        const QStringList tool = Screen::session() == Screen::Session::X11
+                                     ? QStringList{u"import"_s, u"-window"_s, u"root"_s}
+                                     : QStringList{u"grim"_s};
+        QProcess::execute(u"timeout"_s, QStringList{u"20"_s} + tool + QStringList{picture});
         qInfo("The screen: %s\nThe window:%s", qPrintable(picture), qPrintable(m_driver->described()));
     }
     const QByteArray standstills = m_driver->standstills();

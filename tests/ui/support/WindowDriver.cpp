@@ -138,6 +138,11 @@ QList<AccessibleElement> WindowDriver::shown()
     QList<AccessibleElement> elements;
     if (isRunning() && m_accessible)
         elements = m_accessible->elements();
+    // On Wayland, a program doesn't know where its window is.
+    if (const auto own = window(); own && Screen::session() != Screen::Session::X11) {
+        for (AccessibleElement &element : elements)
+            element.area.translate(own->area.topLeft());
+    }
     elements.removeIf([](const AccessibleElement &element) { return !element.has(State::Showing); });
     return elements;
 }

@@ -8,6 +8,8 @@
 
 #include <algorithm>
 
+#include <sys/socket.h>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -44,6 +46,14 @@ bool isBusyProcess(qint64 process)
         const QByteArray state = fieldsIn(threads.filePath(name + u"/stat"_s)).value(0);
         return state == "R" || state == "D";
     });
+}
+
+qint64 peerProcess(qintptr socket)
+{
+    ucred credentials{};
+    socklen_t size = sizeof credentials;
+    const int result = getsockopt(static_cast<int>(socket), SOL_SOCKET, SO_PEERCRED, &credentials, &size);
+    return result == 0 ? credentials.pid : 0;
 }
 
 qint64 parentProcess(qint64 process)

@@ -9,5 +9,8 @@ bool isRunningProcess(qint64 process);
 // Whether any of its threads is running, or waiting for a CPU or a disk. Any thread.
 bool isBusyProcess(qint64 process);
 
+// The process that listened at the other end of a connected local socket; 0 if unknown. Any thread.
+qint64 peerProcess(qintptr socket);
+
 // The process that has started it, or has inherited it since; 0 when it does not exist. Any thread.
 qint64 parentProcess(qint64 process);

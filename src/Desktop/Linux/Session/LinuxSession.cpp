@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/Session/LinuxSession.h"
 
+#include "Desktop/Linux/Session/LockerProcesses.h"
 #include "Desktop/Linux/X11/Grabs.h"
 
 LinuxSession::LinuxSession(X11Display *display, const std::optional<QString> &obstacle)
@@ -20,10 +21,10 @@ QCoro::Task<bool> LinuxSession::isLocked()
 
 QCoro::Task<bool> LinuxSession::isScreenTaken()
 {
-    if (!m_display)
-        co_return false;
-    const auto look = [this] { return X11Grabs::isScreenLocked(m_display->connection()); };
     try {
+        if (!m_display)
+            co_return co_await m_processes.run(&LockerProcesses::isAnyRunning);
+        const auto look = [this] { return X11Grabs::isScreenLocked(m_display->connection()); };
         co_return co_await m_display->run(look);
     } catch (const PlatformError &) {
         // Without a responding X server, nothing is locked.

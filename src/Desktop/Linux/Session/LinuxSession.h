@@ -6,8 +6,8 @@
 #include "Desktop/Linux/X11/Display.h"
 #include "Desktop/Session.h"
 
-// The session on Linux. Screen locks are detected through the desktop's D-Bus services and, on X11, by grabs
-// and windows, since many lockers have no service. Thread: main.
+// The session on Linux. Screen locks are detected through the desktop's D-Bus services and, since many
+// lockers have none, on X11 by grabs and windows and on Wayland by their processes. Thread: main.
 class LinuxSession : public Session
 {
 public:
@@ -23,4 +23,5 @@ private:
     X11Display *m_display;
     const std::optional<QString> m_obstacle;
     LockServices m_services;
+    BoundedQueue m_processes{QStringLiteral("orvane.lockers"), QStringLiteral("The list of processes")};
 };

@@ -3,6 +3,7 @@
 
 #include "Desktop/BoundedQueue.h"
 #include "Desktop/Deadlines.h"
+#include "Desktop/Linux/Processes/RunningProcess.h"
 #include "Desktop/Linux/Wayland/BlockingDispatch.h"
 #include "Desktop/PlatformError.h"
 
@@ -87,6 +88,11 @@ void *WaylandConnection::bindGlobal(const wl_interface &interface, std::uint32_t
         return nullptr;
     const std::uint32_t common = std::min({version, global->version, std::uint32_t(interface.version)});
     return wl_registry_bind(m_registry.get(), global->name, &interface, common);
+}
+
+qint64 WaylandConnection::compositorProcess() const
+{
+    return peerProcess(wl_display_get_fd(m_display.get()));
 }
 
 void WaylandConnection::read()

@@ -35,6 +35,9 @@ public:
     // The user's input devices; null if there are none.
     wl_seat *seat() const { return m_seat.get(); }
 
+    // 0 if unknown.
+    qint64 compositorProcess() const;
+
     // Returns once the compositor has handled all requests and their events have been delivered. Throws
     // PlatformError if it doesn't answer within Deadlines::answer or is gone.
     QCoro::Task<void> roundTrip();

@@ -24,6 +24,17 @@ bool contains(wl_array *states, std::uint32_t state)
     return std::find(first, last, state) != last;
 }
 
+// The process of all these windows; nothing if they have several, or there are none.
+std::optional<qint64> onlyProcess(const QList<SwayTree::Window> &windows)
+{
+    if (windows.isEmpty())
+        return std::nullopt;
+    const qint64 first = windows.constFirst().process;
+    const bool isOnly = std::all_of(windows.cbegin(), windows.cend(),
+                                    [first](const SwayTree::Window &each) { return each.process == first; });
+    return isOnly ? std::optional(first) : std::nullopt;
+}
+
 } // namespace
 
 // A window as announced so far. The compositor sends changes in groups that end with "done".
@@ -38,6 +49,8 @@ struct WaylandToplevels::Toplevel
     bool isActivated = false;
     bool isMinimised = false;
     bool isAnnounced = false; // completely, once
+    // Decided once, since applications are told apart by it: the process, or 0 if it remains unknown.
+    std::optional<qint64> process;
 };
 
 // The protocol's callbacks.
@@ -138,9 +151,60 @@ WaylandToplevels::Toplevel *WaylandToplevels::find(std::uint32_t identifier) con
     return found == m_toplevels.cend() ? nullptr : found->get();
 }
 
-// Negative: not a process, but one number for each application.
-qint64 WaylandToplevels::processOf(const QString &applicationIdentifier)
+QList<std::uint32_t> WaylandToplevels::withUndecidedProcess() const
 {
+    QList<std::uint32_t> identifiers;
+    for (const std::unique_ptr<Toplevel> &toplevel : m_toplevels) {
+        if (toplevel->isAnnounced && !toplevel->process)
+            identifiers.append(toplevel->identifier);
+    }
+    return identifiers;
+}
+
+// Repeated, since titles may change between the two reports. Windows that appear meanwhile wait for the next
+// report, which contains them.
+QCoro::Task<void> WaylandToplevels::learnProcesses()
+{
+    constexpr int attempts = 5;
+    QList<std::uint32_t> undecided = withUndecidedProcess();
+    for (int attempt = 0; attempt < attempts && m_isSway && !undecided.isEmpty(); ++attempt) {
+        const auto windows = co_await SwayTree::windows(m_connection.compositorProcess());
+        m_isSway = windows.has_value();
+        for (const std::uint32_t identifier : undecided) {
+            if (Toplevel *toplevel = find(identifier); toplevel && m_isSway)
+                toplevel->process = processAmong(*windows, *toplevel);
+        }
+        undecided = withUndecidedProcess();
+    }
+    for (const std::uint32_t identifier : undecided) {
+        if (Toplevel *toplevel = find(identifier))
+            toplevel->process = 0;
+    }
+}
+
+// An application's only process, or else that of the windows with this title, or of the one with the focus.
+std::optional<qint64> WaylandToplevels::processAmong(QList<SwayTree::Window> windows,
+                                                     const Toplevel &toplevel)
+{
+    using Window = SwayTree::Window;
+    windows.removeIf([&toplevel](const Window &each) {
+        return each.applicationIdentifier != toplevel.applicationIdentifier;
+    });
+    if (const auto process = onlyProcess(windows))
+        return process;
+    windows.removeIf([&toplevel](const Window &each) { return each.title != toplevel.title; });
+    if (const auto process = onlyProcess(windows))
+        return process;
+    windows.removeIf([&toplevel](const Window &each) { return each.isFocused != toplevel.isActivated; });
+    return onlyProcess(windows);
+}
+
+// If unknown, a negative number: one for each application identifier.
+qint64 WaylandToplevels::processOf(const Toplevel &toplevel)
+{
+    if (toplevel.process.value_or(0) > 0)
+        return *toplevel.process;
+    const QString &applicationIdentifier = toplevel.applicationIdentifier;
     if (!applicationIdentifier.isEmpty() && applicationIdentifier == QGuiApplication::desktopFileName())
         return QCoreApplication::applicationPid();
     return m_applications.of(applicationIdentifier);
@@ -150,7 +214,7 @@ DesktopWindow WaylandToplevels::described(const Toplevel &toplevel)
 {
     DesktopWindow window;
     window.identifier = toplevel.identifier;
-    window.process = processOf(toplevel.applicationIdentifier);
+    window.process = processOf(toplevel);
     window.title = toplevel.title;
     window.className = toplevel.applicationIdentifier;
     window.applicationIdentifier = toplevel.applicationIdentifier;
@@ -163,6 +227,7 @@ DesktopWindow WaylandToplevels::described(const Toplevel &toplevel)
 QCoro::Task<WindowSnapshot> WaylandToplevels::snapshot()
 {
     co_await m_connection.roundTrip();
+    co_await learnProcesses();
     WindowSnapshot snapshot;
     snapshot.recentlyActivated = m_recentlyActivated;
     snapshot.stacking = m_recentlyActivated;

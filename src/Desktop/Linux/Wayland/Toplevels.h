@@ -3,19 +3,22 @@
 
 #include "Desktop/Clock.h"
 #include "Desktop/Linux/Wayland/Connection.h"
+#include "Desktop/Linux/Wayland/SwayTree.h"
 #include "Desktop/Linux/WindowSystem/ApplicationNumbers.h"
 #include "Desktop/Linux/WindowSystem/WindowSystem.h"
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 struct zwlr_foreign_toplevel_handle_v1;
 struct zwlr_foreign_toplevel_manager_v1;
 
 // The windows of a compositor with the protocol wlr-foreign-toplevel-management. The protocol reports neither
-// processes nor the stacking order: windows with the same application identifier count as one application,
-// and the order is that of use. This program's own window is the one with its application identifier.
-// `connection` and `clock` must outlive this object. Thread: main.
+// processes nor the stacking order. The order is that of use. sway is asked for the processes otherwise; with
+// other compositors, windows with the same application identifier count as one application. This program's
+// own window is the one with its application identifier. `connection` and `clock` must outlive this object.
+// Thread: main.
 class WaylandToplevels : public WindowSystem
 {
 public:
@@ -40,14 +43,18 @@ private:
     void remember(const Toplevel &toplevel);
     Toplevel *find(std::uint32_t identifier) const;
     DesktopWindow described(const Toplevel &toplevel);
-    qint64 processOf(const QString &applicationIdentifier);
+    QCoro::Task<void> learnProcesses();
+    QList<std::uint32_t> withUndecidedProcess() const;
+    static std::optional<qint64> processAmong(QList<SwayTree::Window> windows, const Toplevel &toplevel);
+    qint64 processOf(const Toplevel &toplevel);
 
     WaylandConnection &m_connection;
     Clock &m_clock;
     zwlr_foreign_toplevel_manager_v1 *m_manager = nullptr;
     std::vector<std::unique_ptr<Toplevel>> m_toplevels; // oldest first
     QList<std::uint32_t> m_recentlyActivated;           // latest first
-    ApplicationNumbers m_applications;
+    ApplicationNumbers m_applications;                  // of those whose process is unknown
+    bool m_isSway = true;                               // until the opposite is known
     std::uint32_t m_lastIdentifier = 0;
     int m_launches = 0;
 };

@@ -22,6 +22,10 @@ void WaylandWindowStyler::bringForward(QWindow &window, const QString &activatio
     if (!activationToken.isEmpty())
         qputenv("XDG_ACTIVATION_TOKEN", activationToken.toUtf8());
     window.setWindowStates(window.windowStates() & ~Qt::WindowMinimized);
+    // Compositors may ignore a request for activation, and leave the window where it is. A window that is
+    // shown anew they place on the current workspace, with the focus.
+    if (window.isVisible() && !window.isActive())
+        window.hide();
     window.show();
     window.raise();
     window.requestActivate();

@@ -22,6 +22,8 @@ private Q_SLOTS:
     void cleanup();
     void anEmptyDesktopHasNoWindows();
     void windowsAreReportedInTheOrderOfUse();
+    void twoProcessesOfAnApplicationAreToldApart();
+    void withoutSwaysSocketTheProcessIsUnknown();
     void aWindowIsBroughtForward();
     void aWindowThatIsGoneIsNamed();
     void aWindowIsClosed();
@@ -82,8 +84,42 @@ void ToplevelsTest::windowsAreReportedInTheOrderOfUse()
     QCOMPARE(snapshot.frontToBack().constFirst().title, focused);
     QCOMPARE(snapshot.frontmost(QCoreApplication::applicationPid())->title, focused);
     QCOMPARE(snapshot.active()->applicationIdentifier, Screen::activeWindow()->applicationIdentifier);
-    QVERIFY(snapshot.active()->process < 0); // unknown
+    QCOMPARE(snapshot.active()->process, m_program.processId());
     QCOMPARE(snapshot.windows.at(0).process, snapshot.windows.at(1).process);
+}
+
+// Both windows have the same title.
+void ToplevelsTest::twoProcessesOfAnApplicationAreToldApart()
+{
+    QProcess other;
+    other.start(QString::fromLatin1(KEY_RECEIVER), {u"Same"_s});
+    QVERIFY(QTest::qWaitFor([] { return Screen::windows().size() == 1; }, PrivateDesktop::patience));
+    m_program.start(QString::fromLatin1(KEY_RECEIVER), {u"Same"_s});
+    const auto isActive = [this] {
+        const auto window = Screen::activeWindow();
+        return window && window->process == m_program.processId();
+    };
+    QVERIFY2(QTest::qWaitFor(isActive, PrivateDesktop::patience), qPrintable(Screen::described()));
+    const WindowSnapshot snapshot = Awaited::result(m_toplevels.snapshot());
+    QCOMPARE(snapshot.windows.size(), 2);
+    QCOMPARE(snapshot.active()->process, m_program.processId());
+    QCOMPARE(snapshot.frontToBack().constLast().process, other.processId());
+    other.kill();
+    other.waitForFinished();
+}
+
+void ToplevelsTest::withoutSwaysSocketTheProcessIsUnknown()
+{
+    open({u"First"_s, u"Second"_s});
+    const QByteArray socket = qgetenv("SWAYSOCK");
+    qunsetenv("SWAYSOCK");
+    WaylandConnection connection;
+    WaylandToplevels toplevels{connection, m_clock};
+    const WindowSnapshot snapshot = Awaited::result(toplevels.snapshot());
+    qputenv("SWAYSOCK", socket);
+    QCOMPARE(snapshot.windows.size(), 2);
+    QVERIFY(snapshot.windows.at(0).process < 0);
+    QCOMPARE(snapshot.windows.at(1).process, snapshot.windows.at(0).process);
 }
 
 void ToplevelsTest::aWindowIsBroughtForward()

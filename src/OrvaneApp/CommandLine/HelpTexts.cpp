@@ -74,10 +74,10 @@ with ✓ are fine, tasks need what is marked ✗, and ! marks what is good to kn
           "checks", each with "id", "title", "state" (works, limited, broken or absent),
           "needed" (whether tasks need it), "finding" and "advice" (may be empty)
 
-The checks are, by their "id": session, window-manager, accessibility, keyboard, spare-keys,
-hot-key, browser, file-manager, show-files, screenshot, applications, model and llama. Those
-that make no sense are left out: without a display, or on Wayland, all but session, model and
-llama.
+The checks are, by their "id": session, window-manager or windows, accessibility, keyboard,
+spare-keys, hot-key, browser, file-manager, show-files, screenshot, applications, model and
+llama. Those that make no sense are left out: without a display, or on a Wayland desktop that
+Orvane can't operate, all but session, model and llama.
 
 Ends with 0 when all that tasks need works, 3 when only the model is missing or broken, 4 when
 something else is, 1 when it was stopped, 64 when the command is wrong.

@@ -2,8 +2,8 @@
 #include "Desktop/Linux/Wayland/PlasmaWindows.h"
 
 #include "Base/Text.h"
-#include "Desktop/Linux/Wayland/Activation.h"
 #include "Desktop/Linux/Wayland/Object.h"
+#include "Desktop/Linux/WindowSystem/Activation.h"
 
 #include <QCoreApplication>
 
@@ -245,17 +245,16 @@ QCoro::Task<WindowSnapshot> PlasmaWindows::snapshot()
 
 QCoro::Task<void> PlasmaWindows::bringForward(DesktopWindow window)
 {
-    const std::uint32_t identifier = window.identifier;
-    WaylandActivation::Steps steps;
-    steps.standing = [this, identifier] {
-        using Standing = WaylandActivation::Standing;
-        const Window *found = find(identifier);
-        return !found ? Standing::Gone : found->has(activeState) ? Standing::Active : Standing::Inactive;
-    };
-    steps.activate = [this, identifier] {
-        org_kde_plasma_window_set_state(find(identifier)->handle.get(), activeState, activeState);
-    };
-    return WaylandActivation::bringForward(m_connection, m_clock, window.title, steps);
+    const auto request = [this](std::uint32_t identifier) { return activate(identifier); };
+    return Activation::bringForward(*this, m_clock, window, request);
+}
+
+QCoro::Task<void> PlasmaWindows::activate(std::uint32_t window)
+{
+    co_await m_connection.roundTrip();
+    if (const Window *found = find(window))
+        org_kde_plasma_window_set_state(found->handle.get(), activeState, activeState);
+    m_connection.flush();
 }
 
 QCoro::Task<void> PlasmaWindows::close(QList<DesktopWindow> windows)

@@ -36,6 +36,7 @@ private:
     struct Listener;
     using StackingOrder = std::shared_ptr<QStringList>; // the windows' UUIDs, from the bottom to the top
 
+    QCoro::Task<void> activate(std::uint32_t window);
     void add(const char *uuid);
     void remove(const Window *window);
     Window *find(std::uint32_t identifier) const;

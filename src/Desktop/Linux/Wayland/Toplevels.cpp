@@ -2,8 +2,8 @@
 #include "Desktop/Linux/Wayland/Toplevels.h"
 
 #include "Base/Text.h"
-#include "Desktop/Linux/Wayland/Activation.h"
 #include "Desktop/Linux/Wayland/Object.h"
+#include "Desktop/Linux/WindowSystem/Activation.h"
 
 #include <QGuiApplication>
 
@@ -245,17 +245,16 @@ QCoro::Task<WindowSnapshot> WaylandToplevels::snapshot()
 
 QCoro::Task<void> WaylandToplevels::bringForward(DesktopWindow window)
 {
-    const std::uint32_t identifier = window.identifier;
-    WaylandActivation::Steps steps;
-    steps.standing = [this, identifier] {
-        using Standing = WaylandActivation::Standing;
-        const Toplevel *toplevel = find(identifier);
-        return !toplevel ? Standing::Gone : toplevel->isActivated ? Standing::Active : Standing::Inactive;
-    };
-    steps.activate = [this, identifier] {
-        zwlr_foreign_toplevel_handle_v1_activate(find(identifier)->handle.get(), m_connection.seat());
-    };
-    return WaylandActivation::bringForward(m_connection, m_clock, window.title, steps);
+    const auto request = [this](std::uint32_t identifier) { return activate(identifier); };
+    return Activation::bringForward(*this, m_clock, window, request);
+}
+
+QCoro::Task<void> WaylandToplevels::activate(std::uint32_t window)
+{
+    co_await m_connection.roundTrip();
+    if (const Toplevel *toplevel = find(window))
+        zwlr_foreign_toplevel_handle_v1_activate(toplevel->handle.get(), m_connection.seat());
+    m_connection.flush();
 }
 
 QCoro::Task<void> WaylandToplevels::close(QList<DesktopWindow> windows)

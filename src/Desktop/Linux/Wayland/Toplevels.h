@@ -38,6 +38,7 @@ private:
     struct Toplevel;
     struct Listener;
 
+    QCoro::Task<void> activate(std::uint32_t window);
     void add(zwlr_foreign_toplevel_handle_v1 *handle);
     void remove(const Toplevel *toplevel);
     void remember(const Toplevel &toplevel);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "Desktop/Linux/Wayland/Activation.h"
+#include "Desktop/Linux/WindowSystem/Activation.h"
 
 #include "Desktop/Deadlines.h"
 #include "Desktop/PlatformError.h"
@@ -16,26 +16,24 @@ constexpr qint64 repetition = 500; // ms: compositors may ignore a request
 
 } // namespace
 
-QCoro::Task<void> WaylandActivation::bringForward(WaylandConnection &connection, Clock &clock, QString title,
-                                                  Steps steps)
+QCoro::Task<void> Activation::bringForward(WindowSystem &windowSystem, Clock &clock, DesktopWindow window,
+                                           Request request)
 {
     QElapsedTimer elapsed;
     elapsed.start();
     qint64 nextRequest = 0;
     while (!elapsed.hasExpired(Deadlines::focus.count())) {
-        co_await connection.roundTrip();
-        const Standing standing = steps.standing();
-        if (standing == Standing::Gone)
-            throw PlatformError(u"The window “%1” is gone."_s.arg(title));
-        if (standing == Standing::Active)
+        const WindowSnapshot now = co_await windowSystem.snapshot();
+        if (!now.find(window.identifier))
+            throw PlatformError(u"The window “%1” is gone."_s.arg(window.title));
+        if (now.activeWindow == window.identifier)
             co_return;
         if (elapsed.elapsed() >= nextRequest) {
-            steps.activate();
-            connection.flush();
+            co_await request(window.identifier);
             nextRequest = elapsed.elapsed() + repetition;
             continue;
         }
         co_await clock.sleep(5ms);
     }
-    throw PlatformError(u"The window “%1” didn't come to the front."_s.arg(title));
+    throw PlatformError(u"The window “%1” didn't come to the front."_s.arg(window.title));
 }

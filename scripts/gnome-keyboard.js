@@ -6,9 +6,11 @@ import GLib from 'gi://GLib';
 
 const shiftKey = 42; // the kernel's code
 const service = 'org.gnome.Mutter.RemoteDesktop';
+// Kept, since the connection would be closed when nothing refers to it, and the keyboard would go with it.
+const bus = Gio.DBus.session;
 
 function call(path, interfaceName, method, parameters = null) {
-    const answer = Gio.DBus.session.call_sync(service, path, interfaceName, method, parameters, null,
+    const answer = bus.call_sync(service, path, interfaceName, method, parameters, null,
         Gio.DBusCallFlags.NONE, -1, null);
     return answer.deepUnpack();
 }

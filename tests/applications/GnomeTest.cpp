@@ -86,7 +86,6 @@ void GnomeTest::initTestCase()
         QFAIL("This test ends every window that it finds: start it with scripts/private-desktop --session "
               "gnome.");
     QGuiApplication::setDesktopFileName(u"org.orvane.Orvane"_s);
-    GnomeScreen::plugInKeyboard();
     m_runner.emplace();
 }
 

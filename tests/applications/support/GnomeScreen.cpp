@@ -132,12 +132,6 @@ ScreenObserver &GnomeScreen::observer()
     return observer;
 }
 
-void GnomeScreen::plugInKeyboard()
-{
-    constexpr int shiftKey = 42;
-    press(shiftKey); // it is there from its first key on
-}
-
 void GnomeScreen::hold(int code)
 {
     setKey(code, true);

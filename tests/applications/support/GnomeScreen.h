@@ -10,10 +10,6 @@ namespace GnomeScreen {
 
 ScreenObserver &observer();
 
-// Plugs in a keyboard that stays for the life of this process. Without it, windows have lost the keyboard
-// focus when the keyboard of a portal's session went.
-void plugInKeyboard();
-
 // Holds a key down, or releases it; `code` is the kernel's.
 void hold(int code);
 void release(int code);

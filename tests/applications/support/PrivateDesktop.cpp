@@ -3,7 +3,6 @@
 
 #include "Support/Freezing.h"
 #include "applications/support/GnomeQuestions.h"
-#include "applications/support/GnomeScreen.h"
 #include "applications/support/Screen.h"
 
 #include <QDir>
@@ -49,7 +48,6 @@ void PrivateDesktop::settle()
 {
     if (Screen::session() != Screen::Session::Gnome)
         return;
-    GnomeScreen::plugInKeyboard();
     GnomeQuestions::allowKeys();
     GnomeQuestions::presetPictures();
 }

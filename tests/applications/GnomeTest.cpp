@@ -303,7 +303,7 @@ void GnomeTest::theDoctorNamesTheWays()
 {
     const Doctor::Report report = Doctor::consult();
     for (const QString &check :
-         {u"session"_s, u"windows"_s, u"keyboard"_s, u"screenshot"_s, u"accessibility"_s})
+         {u"session"_s, u"windows"_s, u"keyboard"_s, u"screenshot"_s, u"hot-key"_s, u"accessibility"_s})
         QVERIFY2(report.state(check) == "works"_L1, qPrintable(report.text));
 }
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/LinuxShell.h"
 
-#include "Desktop/Linux/HotKeys/KGlobalAccelHotKeys.h"
 #include "Desktop/Linux/HotKeys/LinuxHotKeys.h"
+#include "Desktop/Linux/HotKeys/WaylandHotKeys.h"
 #include "Desktop/Linux/Window/LinuxAppearance.h"
 #include "Desktop/Linux/Window/WaylandWindowStyler.h"
 #include "Desktop/Linux/Window/X11WindowStyler.h"
@@ -35,7 +35,7 @@ LinuxShell::LinuxShell() : m_display(connectToDisplay(m_clock))
     if (seesAllKeys)
         m_hotKeys = std::make_unique<LinuxHotKeys>(*m_display);
     else
-        m_hotKeys = std::make_unique<KGlobalAccelHotKeys>();
+        m_hotKeys = std::make_unique<WaylandHotKeys>();
     m_appearance = std::make_unique<LinuxAppearance>(m_display.get());
     if (m_display)
         m_windowStyler = std::make_unique<X11WindowStyler>(*m_display, m_clock);

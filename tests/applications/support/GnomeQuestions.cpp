@@ -16,7 +16,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString title = u"Remote Desktop"_s;
+const QString keysTitle = u"Remote Desktop"_s;
+const QString hotKeyTitle = u"Add Keyboard Shortcuts"_s;
 
 // Presses the control of the question as a screen reader does, once it can be pressed. False on timeout.
 bool press(AccessibleProgram &question, const QString &name)
@@ -36,7 +37,7 @@ bool press(AccessibleProgram &question, const QString &name)
 
 bool GnomeQuestions::isAskedForKeys()
 {
-    return Screen::showsTitle(title);
+    return Screen::showsTitle(keysTitle);
 }
 
 void GnomeQuestions::answerForKeys(Decision decision)
@@ -46,6 +47,17 @@ void GnomeQuestions::answerForKeys(Decision decision)
         press(question, u"Cancel"_s);
     else if (press(question, u"Allow Remote Interaction"_s))
         press(question, u"Share"_s);
+}
+
+bool GnomeQuestions::isAskedForHotKey()
+{
+    return Screen::showsTitle(hotKeyTitle);
+}
+
+void GnomeQuestions::answerForHotKey(Decision decision)
+{
+    AccessibleProgram question(PrivateDesktop::processesWith("global-shortcuts-provider").value(0));
+    press(question, decision == Decision::Allow ? u"Add"_s : u"Cancel"_s);
 }
 
 void GnomeQuestions::allowKeys()

@@ -12,6 +12,10 @@ bool isAskedForKeys();
 // Answers that question.
 void answerForKeys(Decision decision);
 
+// Whether GNOME asks if a hot key may be added, and the answer.
+bool isAskedForHotKey();
+void answerForHotKey(Decision decision);
+
 // Has Orvane press a key for the first time, and allows it. Needs a desktop without windows.
 void allowKeys();
 

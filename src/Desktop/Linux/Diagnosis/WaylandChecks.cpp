@@ -103,8 +103,8 @@ QList<DiagnosticCheck> WaylandChecks::extensionWays(bool hasPortal)
         throughPortal(keyboard(), hasPortal,
                       u"Text through Orvane's extension of GNOME Shell, keys through the desktop portal."_s),
         pictureThroughPortal(hasPortal),
-        hotKey().limited(u"On GNOME, Orvane can't have a key of its own yet."_s,
-                         u"In the desktop's keyboard shortcuts, give a key of your choice to the command: "
-                         "orvane --toggle"_s),
+        throughPortal(
+            hotKey(), hasPortal,
+            u"When its window first opens, Orvane asks the desktop for Ctrl+Alt+Space; you can choose another key."_s),
     };
 }

@@ -99,8 +99,9 @@ void PortalBus::send(const QString &path, const QString &interface, const QStrin
     connection().send(message);
 }
 
-QCoro::Task<QVariantMap> PortalBus::request(QString interface, QString method, QVariantList arguments,
-                                            QVariantMap options, Partner partner, Sentences sentences)
+QCoro::Task<PortalBus::Response> PortalBus::response(QString interface, QString method,
+                                                     QVariantList arguments, QVariantMap options,
+                                                     Partner partner, Sentences sentences)
 {
     co_await connect();
     const QString token = newToken();
@@ -111,11 +112,11 @@ QCoro::Task<QVariantMap> PortalBus::request(QString interface, QString method, Q
     const Pending pending = std::make_shared<QPromise<Response>>();
     pending->start();
     m_pending.insert(handle, pending);
-    const QFuture<Response> response = pending->future();
+    const QFuture<Response> awaited = pending->future();
     co_await call(path(), interface, method, arguments);
     const std::chrono::milliseconds patience =
         partner == Partner::User ? usersPatience : std::chrono::milliseconds(limit);
-    const QFuture<bool> finished = finishedWithin(response, patience);
+    const QFuture<bool> finished = finishedWithin(awaited, patience);
     const bool isAnswered = co_await finished;
     if (!isAnswered) {
         m_pending.remove(handle);
@@ -123,10 +124,22 @@ QCoro::Task<QVariantMap> PortalBus::request(QString interface, QString method, Q
         throw PlatformError(partner == Partner::User ? sentences.refusal
                                                      : u"The desktop portal doesn't answer."_s);
     }
-    const Response answer = response.result();
+    co_return awaited.result();
+}
+
+QCoro::Task<QVariantMap> PortalBus::request(QString interface, QString method, QVariantList arguments,
+                                            QVariantMap options, Partner partner, Sentences sentences)
+{
+    const Response answer = co_await response(interface, method, arguments, options, partner, sentences);
     if (answer.code == 1)
         throw PlatformError(sentences.refusal);
     if (answer.code != 0)
         throw PlatformError(sentences.failure);
     co_return answer.results;
+}
+
+bool PortalBus::listen(const QString &interface, const QString &signal, QObject *receiver, const char *slot)
+{
+    // Without the service's name: looking up its owner would block.
+    return connection().connect(QString(), path(), interface, signal, receiver, slot);
 }

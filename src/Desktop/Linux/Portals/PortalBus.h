@@ -39,6 +39,20 @@ public:
     QCoro::Task<QVariantMap> request(QString interface, QString method, QVariantList arguments,
                                      QVariantMap options, Partner partner, Sentences sentences);
 
+    struct Response
+    {
+        uint code = 0; // 0 is success
+        QVariantMap results;
+    };
+
+    // The same, but returns any response.
+    QCoro::Task<Response> response(QString interface, QString method, QVariantList arguments,
+                                   QVariantMap options, Partner partner, Sentences sentences);
+
+    // Connects the portals' signal to a slot of the receiver; false if that isn't possible. After a request
+    // only.
+    bool listen(const QString &interface, const QString &signal, QObject *receiver, const char *slot);
+
     // Calls a method of the object at `path` without waiting for the reply.
     void send(const QString &path, const QString &interface, const QString &method,
               const QVariantList &arguments);
@@ -56,11 +70,6 @@ private Q_SLOTS:
     void respond(uint code, const QVariantMap &results, const QDBusMessage &signal);
 
 private:
-    struct Response
-    {
-        uint code = 0;
-        QVariantMap results;
-    };
     using Pending = std::shared_ptr<QPromise<Response>>;
 
     QCoro::Task<void> connect();

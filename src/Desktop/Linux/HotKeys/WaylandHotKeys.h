@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "Desktop/Linux/HotKeys/KGlobalAccelHotKeys.h"
+#include "Desktop/Linux/HotKeys/PortalHotKeys.h"
+
+// Hot keys of Wayland desktops: by KGlobalAccel if it runs, which asks the user nothing, or else by the
+// portal. Thread: main.
+class WaylandHotKeys : public HotKeys
+{
+public:
+    QCoro::Task<std::shared_ptr<HotKeyReference>> registerHotKey(std::uint16_t virtualKey,
+                                                                 HotKeyModifiers modifiers,
+                                                                 HotKeyIdentifier identifier,
+                                                                 std::function<void()> pressed) override;
+
+private:
+    KGlobalAccelHotKeys m_accelerator;
+    PortalHotKeys m_portal;
+};

@@ -2,6 +2,7 @@
 #include "Desktop/Linux/Applications/OwnEntry.h"
 #include "Desktop/Linux/Diagnosis/LinuxDiagnosis.h"
 #include "Desktop/Linux/DisplayServices.h"
+#include "Desktop/Linux/HotKeys/HotKeyRefusal.h"
 #include "Desktop/Linux/LinuxDesktop.h"
 #include "Desktop/Linux/LinuxShell.h"
 #include "Desktop/Linux/Session/LinuxProgramInstance.h"
@@ -61,6 +62,7 @@ QString Platform::integrate()
 {
     const QString program = QCoreApplication::applicationFilePath();
     OwnEntry::write(program);
+    HotKeyRefusal::forget();
     const QString known =
         u"The desktop knows this program now, by %1. Start it again if it is running."_s.arg(
             OwnEntry::path());

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/HotKeys/PortalHotKeys.h"
 
+#include "Desktop/Linux/HotKeys/HotKeyRefusal.h"
 #include "Desktop/Linux/Typing/VirtualKeys.h"
 
 #include <QDBusArgument>
@@ -96,6 +97,8 @@ QCoro::Task<std::shared_ptr<HotKeyReference>> PortalHotKeys::registerHotKey(std:
 {
     qDBusRegisterMetaType<PortalShortcut>();
     qDBusRegisterMetaType<QList<PortalShortcut>>();
+    if (HotKeyRefusal::isKept())
+        co_return std::shared_ptr<HotKeyReference>();
     const QString name = u"toggle-%1"_s.arg(identifier.number);
     try {
         const QVariantList nothing;
@@ -113,7 +116,10 @@ QCoro::Task<std::shared_ptr<HotKeyReference>> PortalHotKeys::registerHotKey(std:
         // Some portals report a failure, but tell the shortcuts.
         const PortalBus::Response bound = co_await m_portals.response(
             interface, u"BindShortcuts"_s, binding, noOptions, PortalBus::Partner::User, sentences);
-        if (bound.results.contains(u"shortcuts"_s) && key->listen())
+        const bool isAllowed = bound.results.contains(u"shortcuts"_s);
+        if (!isAllowed)
+            HotKeyRefusal::keep();
+        if (isAllowed && key->listen())
             co_return std::shared_ptr<HotKeyReference>(key);
     } catch (const PlatformError &) {
         // Without a portal there are no hot keys; that isn't reported.

@@ -5,7 +5,8 @@
 #include "Desktop/Shell/HotKeys.h"
 
 // Hot keys through the portal GlobalShortcuts. The first time, the desktop asks the user, who can choose
-// another key there or later in its settings. Without the portal there are none. Thread: main.
+// another key there or later in its settings. A refusal is kept (HotKeyRefusal). Without the portal there are
+// none. Thread: main.
 class PortalHotKeys : public HotKeys
 {
 public:

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Hot keys through the portal of a real GNOME desktop, whose question is answered as a user would.
 #include "Desktop/Linux/HotKeys/PortalHotKeys.h"
+#include "Desktop/Linux/HotKeys/HotKeyRefusal.h"
 #include "Support/Awaited.h"
 #include "applications/support/GnomeQuestions.h"
 #include "applications/support/PrivateDesktop.h"
@@ -58,6 +59,10 @@ void PortalHotKeysTest::aRefusedKeyIsNotRegistered()
 {
     QCOMPARE(registered(Decision::Refuse), nullptr);
     QCOMPARE(m_questions, 1);
+    // Nor does the desktop ask again, until the program is integrated again.
+    QCOMPARE(registered(Decision::Allow), nullptr);
+    QCOMPARE(m_questions, 1);
+    HotKeyRefusal::forget();
 }
 
 void PortalHotKeysTest::anAllowedKeyIsReportedOncePerPress()

@@ -87,15 +87,6 @@ QCoro::Task<void> ShellKeyboard::post(QList<KeyStroke> strokes, std::chrono::mic
     }
 }
 
-QCoro::Task<bool> ShellKeyboard::strike(std::uint16_t virtualKey, RunningApplication receiver)
-{
-    KeyStroke stroke;
-    stroke.virtualKey = virtualKey;
-    const QList<KeyStroke> strokes{stroke};
-    co_await post(strokes, 0us, receiver);
-    co_return false;
-}
-
 // The user is asked when keys are first needed.
 QCoro::Task<bool> ShellKeyboard::canSendKeys()
 {

@@ -25,7 +25,6 @@ public:
     // The first time that keys are needed, the desktop asks the user.
     QCoro::Task<void> post(QList<KeyStroke> strokes, std::chrono::microseconds pause,
                            std::optional<RunningApplication> receiver) override;
-    QCoro::Task<bool> strike(std::uint16_t virtualKey, RunningApplication receiver) override;
     QCoro::Task<bool> canSendKeys() override;
 
 private:

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/ShellExtension/ShellStrokes.h"
 
+#include "Desktop/Linux/Typing/TypingPlan.h"
 #include "Desktop/Linux/Typing/VirtualKeys.h"
 #include "Desktop/PlatformError.h"
 
@@ -12,11 +13,6 @@ namespace {
 
 // One Wayland message carries at most 4,000 bytes.
 constexpr qsizetype longestText = 500;
-
-bool isLineBreak(char32_t character)
-{
-    return character == U'\n' || character == U'\r' || character == 0x2028 || character == 0x2029;
-}
 
 QList<std::uint32_t> modifierSymbols(EventFlags flags)
 {
@@ -41,16 +37,6 @@ ShellStroke keyOf(const KeyStroke &stroke)
     return {{}, symbols, false};
 }
 
-void requireTypable(char32_t character)
-{
-    if (isLineBreak(character) || character == U'\t')
-        return;
-    const QChar::Category category = QChar::category(character);
-    if (category == QChar::Other_Control || category == QChar::Other_Surrogate)
-        throw PlatformError(u"The text holds a character that no key can type (U+%1)."_s.arg(
-            std::uint32_t(character), 4, 16, QLatin1Char('0')));
-}
-
 void addText(QList<ShellStroke> &result, const QString &text)
 {
     ShellStroke piece;
@@ -65,8 +51,9 @@ void addText(QList<ShellStroke> &result, const QString &text)
         previous = character;
         if (endsPair)
             continue;
-        requireTypable(character);
         const char32_t typed = isLineBreak(character) ? U'\n' : character;
+        if (typed != U'\n' && typed != U'\t')
+            requireTypable(typed);
         piece.text += QString::fromUcs4(&typed, 1);
         if (piece.text.size() >= longestText)
             endPiece();

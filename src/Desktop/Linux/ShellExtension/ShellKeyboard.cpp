@@ -8,6 +8,7 @@
 #include "Desktop/PlatformError.h"
 
 #include <QElapsedTimer>
+#include <QScopeGuard>
 
 #include <algorithm>
 
@@ -68,6 +69,8 @@ QCoro::Task<void> ShellKeyboard::post(QList<KeyStroke> strokes, std::chrono::mic
     const QList<ShellStroke> plan = planShellStrokes(strokes);
     if (plan.isEmpty())
         co_return;
+    m_closingKeys.stop();
+    const auto closeLater = qScopeGuard([this] { m_closingKeys.start(); });
     Typing typing;
     typing.window = co_await target(m_windowSystem, m_frontmostWindow, receiver);
     if (needKeys(plan)) {
@@ -100,10 +103,8 @@ QCoro::Task<bool> ShellKeyboard::canSendKeys()
 
 QCoro::Task<void> ShellKeyboard::openKeys()
 {
-    m_closingKeys.stop();
     if (!m_keys)
         m_keys = co_await RemoteKeys::open(m_portals);
-    m_closingKeys.start();
 }
 
 QCoro::Task<void> ShellKeyboard::waitForModifiers()
@@ -129,7 +130,6 @@ QCoro::Task<void> ShellKeyboard::press(Typing &typing, QList<std::uint32_t> symb
         m_keys.reset(); // releases them
         throw;
     }
-    m_closingKeys.start();
 }
 
 // The last of the symbols is struck while the others are held.

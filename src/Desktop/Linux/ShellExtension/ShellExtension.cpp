@@ -2,7 +2,6 @@
 #include "Desktop/Linux/ShellExtension/ShellExtension.h"
 
 #include "Base/Text.h"
-#include "Desktop/Deadlines.h"
 #include "Desktop/Linux/DBus/DBusReply.h"
 #include "Desktop/PlatformError.h"
 
@@ -15,6 +14,8 @@
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
+
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -100,12 +101,13 @@ WindowSnapshot ShellExtension::snapshotFrom(const QList<QVariantMap> &frontToBac
     return snapshot;
 }
 
-QCoro::Task<QDBusMessage> ShellExtension::ask(QString method, QVariantList arguments)
+QCoro::Task<QDBusMessage> ShellExtension::ask(QString method, QVariantList arguments,
+                                              std::chrono::milliseconds limit)
 {
     QDBusMessage call = QDBusMessage::createMethodCall(busName, path, busName, method);
     call.setArguments(arguments);
-    const int limit = int(Deadlines::answer.count());
-    const QFuture<QDBusMessage> reply = DBusReply::of(QDBusConnection::sessionBus().asyncCall(call, limit));
+    const QFuture<QDBusMessage> reply =
+        DBusReply::of(QDBusConnection::sessionBus().asyncCall(call, int(limit.count())));
     const QDBusMessage answer = co_await reply;
     if (answer.type() != QDBusMessage::ReplyMessage)
         throw PlatformError(sentenceFor(answer));
@@ -134,7 +136,9 @@ QCoro::Task<void> ShellExtension::close(std::uint32_t window)
 QCoro::Task<ShellExtension::Entry> ShellExtension::enterText(std::uint32_t window, QString text)
 {
     const QVariantList arguments{window, text};
-    const QDBusMessage answer = co_await ask(u"EnterText"_s, arguments);
+    // The extension waits for the application after each line.
+    const std::chrono::milliseconds limit = Deadlines::answer + text.size() * 150ms;
+    const QDBusMessage answer = co_await ask(u"EnterText"_s, arguments, limit);
     const QString result = answer.arguments().value(0).toString();
     if (result == "entered"_L1)
         co_return Entry::Entered;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "Desktop/Deadlines.h"
 #include "Desktop/Linux/WindowSystem/ApplicationNumbers.h"
 #include "Desktop/Linux/WindowSystem/WindowSnapshot.h"
 
@@ -14,7 +15,7 @@
 
 // Our extension of GNOME Shell, which runs inside the shell and answers this program over the session bus
 // (data/gnome-shell). Every call throws PlatformError if the extension doesn't run or doesn't answer within
-// Deadlines::answer. Thread: main.
+// Deadlines::answer, or longer for text. Thread: main.
 class ShellExtension
 {
 public:
@@ -42,7 +43,8 @@ public:
     QCoro::Task<bool> isModifierHeld();
 
 private:
-    static QCoro::Task<QDBusMessage> ask(QString method, QVariantList arguments);
+    static QCoro::Task<QDBusMessage> ask(QString method, QVariantList arguments,
+                                         std::chrono::milliseconds limit = Deadlines::answer);
     WindowSnapshot snapshotFrom(const QList<QVariantMap> &frontToBack);
     qint64 processOf(const QVariantMap &window);
 

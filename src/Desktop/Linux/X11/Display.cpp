@@ -12,6 +12,16 @@ using namespace Qt::StringLiterals;
 
 using namespace std::chrono_literals;
 
+namespace {
+
+void requireAlive(const std::weak_ptr<const bool> &life)
+{
+    if (life.expired())
+        throw PlatformError(u"The connection to the X server has been closed."_s);
+}
+
+} // namespace
+
 X11Display::X11Display(Clock &clock, const std::optional<QString> &obstacle)
     : m_clock(clock), m_obstacle(obstacle)
 {
@@ -81,15 +91,20 @@ QCoro::Task<void> X11Display::bringForward(DesktopWindow window)
     };
     QElapsedTimer elapsed;
     elapsed.start();
+    const std::weak_ptr<const bool> life = m_life;
     Standing last = co_await run(standing);
+    requireAlive(life);
     for (qint64 nextRequest = 0;
          last != Standing::HasKeys && !elapsed.hasExpired(Deadlines::focus.count());) {
         if (elapsed.elapsed() >= nextRequest) {
             co_await run(request);
+            requireAlive(life);
             nextRequest = elapsed.elapsed() + 500;
         }
         co_await m_clock.sleep(5ms);
+        requireAlive(life);
         last = co_await run(standing);
+        requireAlive(life);
     }
     // Without a window manager its properties are stale.
     if (last != Standing::HasKeys && !co_await run([this] { return windows().windowManager(); }))
@@ -110,7 +125,9 @@ QCoro::Task<void> X11Display::close(QList<DesktopWindow> windows)
 QCoro::Task<QString> X11Display::startupIdentifier()
 {
     const auto serverTime = [this]() -> std::uint32_t { return connection().serverTime(); };
+    const std::weak_ptr<const bool> life = m_life;
     const std::uint32_t time = co_await run(serverTime);
+    requireAlive(life);
     co_return u"orvane-%1-%2-%3_TIME%4"_s.arg(QCoreApplication::applicationPid())
         .arg(QSysInfo::machineHostName())
         .arg(++m_launches)

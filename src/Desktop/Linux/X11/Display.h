@@ -62,6 +62,8 @@ private:
     const std::optional<QString> m_obstacle;
     std::unique_ptr<Server> m_server; // null with an obstacle
     std::atomic_bool m_isClosing = false;
+    // Expires with this object. Coroutines may be resumed later, and then must not use it.
+    const std::shared_ptr<const bool> m_life = std::make_shared<const bool>(true);
     int m_launches = 0;
     // Declared last: its thread must end before the members it uses are destroyed.
     BoundedQueue m_queue{QStringLiteral("desktop.x11"), QStringLiteral("The X server")};

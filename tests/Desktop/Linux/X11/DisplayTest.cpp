@@ -11,7 +11,9 @@
 #include <QTest>
 
 #include <csignal>
+#include <memory>
 #include <optional>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -69,6 +71,18 @@ private Q_SLOTS:
         qunsetenv("DISPLAY");
         SystemClock clock;
         QVERIFY_THROWS_EXCEPTION(PlatformError, X11Display{clock});
+    }
+
+    void whatWaitsForAWindowEndsWithTheConnection()
+    {
+        SystemClock clock;
+        auto display = std::make_unique<X11Display>(clock);
+        DesktopWindow window;
+        window.identifier = 1;
+        QCoro::Task<void> coming = display->bringForward(window);
+        display.reset();
+        QCOMPARE(LinuxBench::errorOf(std::move(coming)),
+                 u"The connection to the X server has been closed."_s);
     }
 
     void aServerHungFromTheStartCountsAsAbsent()

@@ -6,9 +6,12 @@ QCoro::Task<std::shared_ptr<HotKeyReference>> WaylandHotKeys::registerHotKey(std
                                                                              HotKeyIdentifier identifier,
                                                                              std::function<void()> pressed)
 {
+    const std::weak_ptr<const bool> life = m_life;
     const KGlobalAccelHotKeys::Standing standing =
         co_await m_accelerator.standing(virtualKey, modifiers, identifier);
     std::shared_ptr<HotKeyReference> key;
+    if (life.expired())
+        co_return key;
     if (standing.isOffered)
         key = co_await m_accelerator.registerHotKey(virtualKey, modifiers, identifier, pressed);
     else

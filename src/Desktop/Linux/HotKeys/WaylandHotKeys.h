@@ -15,6 +15,8 @@ public:
                                                                  std::function<void()> pressed) override;
 
 private:
+    // Expires with this object, which must not be used any more when the services answer later.
+    const std::shared_ptr<const bool> m_life = std::make_shared<const bool>(true);
     KGlobalAccelHotKeys m_accelerator;
     PortalHotKeys m_portal;
 };

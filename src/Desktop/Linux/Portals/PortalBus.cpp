@@ -6,6 +6,7 @@
 
 #include <QCoroFuture>
 #include <QDBusError>
+#include <QPointer>
 #include <QUuid>
 
 using namespace Qt::StringLiterals;
@@ -22,6 +23,13 @@ const QString programIdentifier = u"org.orvane.Orvane"_s; // of the desktop entr
 constexpr int limit = 10'000; // ms
 
 constexpr auto usersPatience = 120s; // until an unanswered dialog counts as refused
+
+// Coroutines may be resumed after the bus has been destroyed, such as while the user is asked.
+void requireAlive(const QPointer<PortalBus> &bus)
+{
+    if (!bus)
+        throw PlatformError(u"The connection to the desktop portals has been closed."_s);
+}
 
 } // namespace
 
@@ -56,8 +64,10 @@ QCoro::Task<void> PortalBus::connect()
 {
     if (m_isConnected)
         co_return;
+    const QPointer<PortalBus> self(this);
     const auto job = [this] { connectToBus(); };
     co_await m_worker.run(job);
+    requireAlive(self);
     m_isConnected = true;
     // Older portals don't know this call, and take the program for one without a name.
     QDBusMessage introduction = QDBusMessage::createMethodCall(
@@ -79,7 +89,9 @@ void PortalBus::respond(uint code, const QVariantMap &results, const QDBusMessag
 QCoro::Task<QDBusMessage> PortalBus::call(QString path, QString interface, QString method,
                                           QVariantList arguments)
 {
+    const QPointer<PortalBus> self(this);
     co_await connect();
+    requireAlive(self);
     QDBusMessage message = QDBusMessage::createMethodCall(service, path, interface, method);
     message.setArguments(arguments);
     const QFuture<QDBusMessage> reply = DBusReply::of(connection().asyncCall(message, limit));
@@ -103,7 +115,9 @@ QCoro::Task<PortalBus::Response> PortalBus::response(QString interface, QString 
                                                      QVariantList arguments, QVariantMap options,
                                                      Partner partner, Sentences sentences)
 {
+    const QPointer<PortalBus> self(this);
     co_await connect();
+    requireAlive(self);
     const QString token = newToken();
     const QString sender = connection().baseService().mid(1).replace(u'.', u'_');
     const QString handle = path() + u"/request/"_s + sender + u'/' + token;
@@ -118,6 +132,7 @@ QCoro::Task<PortalBus::Response> PortalBus::response(QString interface, QString 
         partner == Partner::User ? usersPatience : std::chrono::milliseconds(limit);
     const QFuture<bool> finished = finishedWithin(awaited, patience);
     const bool isAnswered = co_await finished;
+    requireAlive(self);
     if (!isAnswered) {
         m_pending.remove(handle);
         send(handle, u"org.freedesktop.portal.Request"_s, u"Close"_s, {});

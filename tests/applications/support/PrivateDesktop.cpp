@@ -9,6 +9,7 @@
 #include <QFile>
 #include <QProcess>
 #include <QSet>
+#include <QTemporaryDir>
 #include <QTest>
 
 #include <algorithm>
@@ -86,6 +87,15 @@ bool PrivateDesktop::open(const QString &program, const QStringList &arguments, 
     start(program, arguments);
     const auto isActive = [&] { return Screen::activeClass().compare(className, Qt::CaseInsensitive) == 0; };
     return QTest::qWaitFor(isActive, patience);
+}
+
+QImage PrivateDesktop::picture()
+{
+    const QTemporaryDir folder;
+    const QString file = folder.filePath(u"screen.png"_s);
+    const QStringList tool = qEnvironmentVariable("ORVANE_DESKTOP_PICTURE").split(u' ');
+    QProcess::execute(u"timeout"_s, QStringList{u"20"_s} + tool + QStringList{file});
+    return QImage(file);
 }
 
 bool PrivateDesktop::clear()

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QImage>
 #include <QString>
 #include <QStringList>
 
@@ -41,6 +42,9 @@ void thawApplication(const QString &className);
 
 // Whether the process exists and isn't a zombie.
 bool isRunning(qint64 process);
+
+// A picture of the whole screen, taken by another program. Null if it fails.
+QImage picture();
 
 // The processes on this desktop whose command line contains the text.
 QList<qint64> processesWith(const QByteArray &partOfCommandLine);

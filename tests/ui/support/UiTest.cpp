@@ -4,7 +4,6 @@
 #include "ui/support/Pointer.h"
 
 #include <QDir>
-#include <QProcess>
 
 using namespace Qt::StringLiterals;
 
@@ -32,10 +31,7 @@ void UiTest::cleanup()
     if (QTest::currentTestFailed()) {
         const QString picture = QDir::current().filePath(u"%1-%2.png"_s.arg(
             QLatin1StringView(metaObject()->className()), QLatin1StringView(QTest::currentTestFunction())));
-        const QStringList tool = Screen::session() == Screen::Session::X11
-                                     ? QStringList{u"import"_s, u"-window"_s, u"root"_s}
-                                     : QStringList{u"grim"_s};
-        QProcess::execute(u"timeout"_s, QStringList{u"20"_s} + tool + QStringList{picture});
+        PrivateDesktop::picture().save(picture);
         qInfo("The screen: %s\nThe window:%s", qPrintable(picture), qPrintable(m_driver->described()));
     }
     const QByteArray standstills = m_driver->standstills();

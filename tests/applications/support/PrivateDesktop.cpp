@@ -91,7 +91,8 @@ bool PrivateDesktop::open(const QString &program, const QStringList &arguments, 
 
 QImage PrivateDesktop::picture()
 {
-    const QTemporaryDir folder;
+    // Every part of the desktop sees the home folder.
+    const QTemporaryDir folder(home(u".picture"_s));
     const QString file = folder.filePath(u"screen.png"_s);
     const QStringList tool = qEnvironmentVariable("ORVANE_DESKTOP_PICTURE").split(u' ');
     QProcess::execute(u"timeout"_s, QStringList{u"20"_s} + tool + QStringList{file});

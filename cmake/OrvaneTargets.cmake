@@ -37,10 +37,11 @@ function(orvane_add_test NAME)
   set_tests_properties(${NAME} PROPERTIES LABELS ${ARG_LABEL} TIMEOUT ${ARG_TIMEOUT})
 endfunction()
 
-# orvane_add_tests_on(<Sway|Gnome> TEST...): registers tests of private desktops once more, for this session and with the
-# same properties: ATest becomes ASwayTest or AGnomeTest. Those on GNOME are labelled wayland.
+# orvane_add_tests_on(<Sway|Gnome|Plasma> TEST...): registers tests of private desktops once more, for this session and with the
+# same properties: ATest becomes ASwayTest, AGnomeTest or APlasmaTest. Only those on sway keep their label; the others are labelled wayland.
 function(orvane_add_tests_on DESKTOP)
   string(TOLOWER ${DESKTOP} SESSION)
+  string(REPLACE plasma kde SESSION ${SESSION})
   foreach(TEST ${ARGN})
     string(REGEX REPLACE "Test$" "${DESKTOP}Test" NAME ${TEST})
     orvane_session_command(COMMAND ${SESSION})
@@ -49,7 +50,7 @@ function(orvane_add_tests_on DESKTOP)
       get_property(VALUE TEST ${TEST} PROPERTY ${PROPERTY})
       set_property(TEST ${NAME} PROPERTY ${PROPERTY} "${VALUE}")
     endforeach()
-    if(SESSION STREQUAL gnome)
+    if(NOT SESSION STREQUAL sway)
       set_property(TEST ${NAME} PROPERTY LABELS wayland)
     endif()
   endforeach()

@@ -13,10 +13,12 @@ XDG_PICTURES_DIR="$HOME/Pictures"
 XDG_VIDEOS_DIR="$HOME/Videos"
 TEXT
     choose_applications >"$HOME/.config/mimeapps.list"
-    # Mousepad must not ask about an interrupted session.
+    # Mousepad must not ask about an interrupted session, nor about changes of a file by others: on a busy computer it
+    # takes its own saving for one.
     mkdir -p "$HOME/.config/glib-2.0/settings"
     cat >"$HOME/.config/glib-2.0/settings/keyfile" <<'TEXT'
 [org/xfce/mousepad/preferences/file]
+monitor-changes=false
 session-restore='never'
 TEXT
     make_firefox_profile

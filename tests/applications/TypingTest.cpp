@@ -21,6 +21,7 @@ private Q_SLOTS:
     void arrivesInAnEditor_data();
     void arrivesInAnEditor();
     void arrivesInAWebPage();
+    void goesNowhereWithoutAWindow();
 
 private:
     // Replaces the existing text.
@@ -68,6 +69,13 @@ void TypingTest::arrivesInAWebPage()
         QVERIFY2(QTest::qWaitFor([&] { return site.report() == text; }, PrivateDesktop::patience),
                  qPrintable(u"round %1: %2"_s.arg(round).arg(HardText::difference(text, site.report()))));
     }
+}
+
+void TypingTest::goesNowhereWithoutAWindow()
+{
+    const Outcome outcome = perform("type_text", {{"text", u"secret"_s}});
+    QVERIFY(outcome.hasFailed);
+    QCOMPARE(outcome.line, u"No application is in front to receive the keys."_s);
 }
 
 QTEST_MAIN(TypingTest)

@@ -99,6 +99,8 @@ QStringList MatrixKeys::takenByTheDesktop()
 {
     if (Screen::session() == Screen::Session::Sway)
         return {};
+    if (Screen::session() == Screen::Session::Plasma)
+        return {u"Alt+Tab"_s, u"Alt+Shift+Tab"_s, u"Alt+Space"_s};
     return {
         u"Alt+Tab"_s,          u"Alt+Shift+Tab"_s,      u"Alt+Space"_s,          u"Ctrl+Alt+KeyD"_s,
         u"Ctrl+Alt+ArrowUp"_s, u"Ctrl+Alt+ArrowDown"_s, u"Ctrl+Alt+ArrowLeft"_s, u"Ctrl+Alt+ArrowRight"_s,

@@ -62,7 +62,8 @@ void MatrixTest::init()
 
 std::optional<MatrixCell> MatrixTest::begin(MatrixAction action)
 {
-    if (m_application.cannot.contains(action))
+    if (m_application.cannot.contains(action) ||
+        (action == MatrixAction::Screenshot && !PrivateDesktop::takesPictures()))
         return std::nullopt;
     return std::optional<MatrixCell>(std::in_place, m_report, m_application.heading, action);
 }

@@ -38,7 +38,7 @@ private:
     // The time for an application to respond to a key or a press, before a retry.
     static constexpr int answerTime = 1'000; // milliseconds
 
-    // Nothing if the application doesn't support the action.
+    // Nothing if the application doesn't support the action, or it can't be tried here.
     std::optional<MatrixCell> begin(MatrixAction action);
 
     // Starts the application with its document, page or folder, and waits until its window is active and

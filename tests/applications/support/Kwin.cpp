@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "applications/support/Kwin.h"
 
-#include "Desktop/Linux/Applications/OwnEntry.h"
 #include "Desktop/Linux/Wayland/PlasmaWindows.h"
 #include "applications/support/PrivateDesktop.h"
 
@@ -9,13 +8,10 @@
 #include <QDBusConnection>
 #include <QDBusInterface>
 #include <QDBusReply>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
+#include <QDir>
+#include <QFile>
 #include <QTemporaryFile>
 #include <QTest>
-
-#include <csignal>
 
 using namespace Qt::StringLiterals;
 
@@ -37,13 +33,6 @@ public Q_SLOTS:
     void tell(const QString &text) { told = text; }
 };
 
-const QString listWindows = uR"(
-    const all = workspace.stackingOrder.filter(window => window.normalWindow || window.dialog);
-    tell(JSON.stringify(all.map(window => ({
-        title: window.caption, app: window.desktopFileName, process: window.pid, focused: window.active
-    }))));
-)"_s;
-
 } // namespace
 
 QString Kwin::run(const QString &script)
@@ -62,6 +51,8 @@ QString Kwin::run(const QString &script)
     const QString kwin = u"org.kde.KWin"_s;
     QDBusInterface scripting(kwin, u"/Scripting"_s, u"org.kde.kwin.Scripting"_s);
     const QDBusReply<int> number = scripting.call(u"loadScript"_s, file.fileName(), file.fileName());
+    if (!number.isValid())
+        return {};
     QDBusInterface(kwin, u"/Scripting/Script%1"_s.arg(number.value()), u"org.kde.kwin.Script"_s)
         .call(u"run"_s);
     const bool isTold =
@@ -71,47 +62,15 @@ QString Kwin::run(const QString &script)
     return isTold ? *listener.told : QString();
 }
 
-QList<KwinWindow> Kwin::windows()
-{
-    QList<KwinWindow> windows;
-    for (const QJsonValue &value : QJsonDocument::fromJson(run(listWindows).toUtf8()).array()) {
-        windows.prepend({value["title"_L1].toString(), value["app"_L1].toString(),
-                         value["process"_L1].toInteger(), value["focused"_L1].toBool()});
-    }
-    return windows;
-}
-
-std::optional<KwinWindow> Kwin::focused()
-{
-    for (const KwinWindow &window : windows()) {
-        if (window.isFocused)
-            return window;
-    }
-    return std::nullopt;
-}
-
-QString Kwin::described()
-{
-    QStringList all;
-    for (const KwinWindow &window : windows()) {
-        all.append(u"“%1” of %2%3"_s.arg(window.title, window.applicationIdentifier,
-                                         window.isFocused ? u" (focused)"_s : QString()));
-    }
-    return all.join(u", "_s);
-}
-
-bool Kwin::clear()
-{
-    for (const KwinWindow &window : windows()) {
-        if (window.process > 0 && window.process != QCoreApplication::applicationPid())
-            ::kill(static_cast<pid_t>(window.process), SIGKILL);
-    }
-    return QTest::qWaitFor([] { return windows().isEmpty(); }, PrivateDesktop::patience);
-}
-
 bool Kwin::permitThisProgram()
 {
-    OwnEntry::write(QCoreApplication::applicationFilePath());
+    const QString entries = PrivateDesktop::home(u".local/share/applications"_s);
+    QDir().mkpath(entries);
+    PrivateDesktop::write(entries + u"/orvane-test.desktop"_s,
+                          "[Desktop Entry]\nType=Application\nName=Test\nNoDisplay=true\nExec=" +
+                              QFile::encodeName(QCoreApplication::applicationFilePath()) +
+                              "\nX-KDE-Wayland-Interfaces=org_kde_plasma_window_management,"
+                              "org_kde_kwin_fake_input,org_kde_kwin_keystate\n");
     return QTest::qWaitFor([] { return PlasmaWindows::isOfferedBy(WaylandConnection()); },
                            PrivateDesktop::patience);
 }

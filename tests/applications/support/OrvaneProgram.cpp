@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "applications/support/OrvaneProgram.h"
 
+#include "applications/support/Doctor.h"
 #include "applications/support/PrivateDesktop.h"
+#include "applications/support/Screen.h"
 
 #include <QDir>
 #include <QFile>
@@ -46,6 +48,14 @@ void OrvaneProgram::installPracticeModel()
     const QString model = folder + u"/qwen2.5-1.5b-instruct-q4_k_m.gguf"_s;
     if (!QFile::exists(model) && !QFile::copy(QString::fromUtf8(ORVANE_PRACTICE_MODEL), model))
         qFatal("the practice model cannot be put in its place");
+}
+
+bool OrvaneProgram::introduce()
+{
+    if (Screen::session() != Screen::Session::Plasma)
+        return true;
+    const auto isKnown = [] { return Doctor::consult().state(u"session"_s) == "works"_L1; };
+    return run({u"integrate"_s}).status == 0 && QTest::qWaitFor(isKnown, PrivateDesktop::patience);
 }
 
 OrvaneProgram::Ending OrvaneProgram::run(const QStringList &arguments, const QProcessEnvironment &environment)

@@ -13,6 +13,10 @@ QString path();
 // Installs the practice model in place of the default model.
 void installPracticeModel();
 
+// Has the program make itself known to a desktop that demands it. GNOME's demands it before the login. False
+// on timeout.
+bool introduce();
+
 struct Ending
 {
     int status = -1; // -1 after a timeout or crash

@@ -3,6 +3,7 @@
 
 #include "Support/Freezing.h"
 #include "applications/support/GnomeQuestions.h"
+#include "applications/support/Kwin.h"
 #include "applications/support/Screen.h"
 
 #include <QDir>
@@ -47,6 +48,8 @@ bool PrivateDesktop::isHere()
 
 void PrivateDesktop::settle()
 {
+    if (Screen::session() == Screen::Session::Plasma && !Kwin::permitThisProgram())
+        qFatal("KWin doesn't permit this program");
     if (Screen::session() != Screen::Session::Gnome)
         return;
     GnomeQuestions::allowKeys();
@@ -87,6 +90,11 @@ bool PrivateDesktop::open(const QString &program, const QStringList &arguments, 
     start(program, arguments);
     const auto isActive = [&] { return Screen::activeClass().compare(className, Qt::CaseInsensitive) == 0; };
     return QTest::qWaitFor(isActive, patience);
+}
+
+bool PrivateDesktop::takesPictures()
+{
+    return Screen::session() != Screen::Session::Plasma;
 }
 
 QImage PrivateDesktop::picture()

@@ -16,7 +16,7 @@ inline constexpr int patience = 30'000; // milliseconds
 // not run elsewhere.
 bool isHere();
 
-// Answers the questions that the desktop asks the user of a new program, if it does.
+// What the desktop demands of a new program, if it does: its desktop entry, or the user's permission.
 void settle();
 
 // A path in the private home folder.
@@ -42,6 +42,9 @@ void thawApplication(const QString &className);
 
 // Whether the process exists and isn't a zombie.
 bool isRunning(qint64 process);
+
+// Whether pictures can be taken here. KWin takes them only with a graphics card.
+bool takesPictures();
 
 // A picture of the whole screen, taken by another program. Null if it fails.
 QImage picture();

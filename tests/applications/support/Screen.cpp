@@ -2,6 +2,7 @@
 #include "applications/support/Screen.h"
 
 #include "applications/support/GnomeScreen.h"
+#include "applications/support/KwinScreen.h"
 #include "applications/support/SwayScreen.h"
 #include "applications/support/X11Screen.h"
 
@@ -18,6 +19,8 @@ ScreenObserver &observer()
     switch (Screen::session()) {
     case Screen::Session::Gnome:
         return GnomeScreen::observer();
+    case Screen::Session::Plasma:
+        return KwinScreen::observer();
     case Screen::Session::Sway:
         return SwayScreen::observer();
     case Screen::Session::X11:
@@ -30,8 +33,11 @@ ScreenObserver &observer()
 
 Screen::Session Screen::session()
 {
-    if (qEnvironmentVariable("XDG_CURRENT_DESKTOP") == "GNOME"_L1)
+    const QString desktop = qEnvironmentVariable("XDG_CURRENT_DESKTOP");
+    if (desktop == "GNOME"_L1)
         return Session::Gnome;
+    if (desktop == "KDE"_L1)
+        return Session::Plasma;
     return qEnvironmentVariableIsSet("SWAYSOCK") ? Session::Sway : Session::X11;
 }
 

@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "applications/support/WaylandUserKeyboard.h"
 
-#include "applications/support/X11Names.h"
+#include "applications/support/UsLayout.h"
 
 #include <QList>
-#include <QStringList>
 
 #include <virtual-keyboard-unstable-v1-client-protocol.h>
 #include <xkbcommon/xkbcommon.h>
@@ -21,18 +20,6 @@ namespace {
 
 constexpr std::uint32_t kernelOffset = 8; // XKB's keycodes are the kernel's plus this
 
-xkb_state *newState()
-{
-    xkb_context *context = xkb_context_new(XKB_CONTEXT_NO_FLAGS);
-    xkb_rule_names names{};
-    names.layout = "us";
-    xkb_keymap *keymap = xkb_keymap_new_from_names(context, &names, XKB_KEYMAP_COMPILE_NO_FLAGS);
-    xkb_context_unref(context);
-    xkb_state *state = xkb_state_new(keymap);
-    xkb_keymap_unref(keymap);
-    return state;
-}
-
 } // namespace
 
 void WaylandUserKeyboard::Release::operator()(xkb_state *state) const
@@ -45,7 +32,7 @@ void WaylandUserKeyboard::Release::operator()(zwp_virtual_keyboard_v1 *keyboard)
     zwp_virtual_keyboard_v1_destroy(keyboard);
 }
 
-WaylandUserKeyboard::WaylandUserKeyboard() : m_state(newState())
+WaylandUserKeyboard::WaylandUserKeyboard() : m_state(xkb_state_new(UsLayout::keymap()))
 {
     auto *manager =
         m_connection.bind<zwp_virtual_keyboard_manager_v1>(zwp_virtual_keyboard_manager_v1_interface);
@@ -58,7 +45,7 @@ WaylandUserKeyboard::~WaylandUserKeyboard() = default;
 
 void WaylandUserKeyboard::sendKeymap()
 {
-    char *text = xkb_keymap_get_as_string(xkb_state_get_keymap(m_state.get()), XKB_KEYMAP_FORMAT_TEXT_V1);
+    char *text = xkb_keymap_get_as_string(UsLayout::keymap(), XKB_KEYMAP_FORMAT_TEXT_V1);
     const std::size_t size = qstrlen(text) + 1;
     const int file = memfd_create("keymap", MFD_CLOEXEC);
     if (::write(file, text, size) != static_cast<ssize_t>(size))
@@ -70,24 +57,10 @@ void WaylandUserKeyboard::sendKeymap()
     ::close(file);
 }
 
-std::uint32_t WaylandUserKeyboard::keycodeOf(const QString &name) const
+void WaylandUserKeyboard::set(std::uint32_t key, bool isDown)
 {
-    const xkb_keysym_t symbol =
-        xkb_keysym_from_name(X11Names::keyName(name).toUtf8().constData(), XKB_KEYSYM_NO_FLAGS);
-    xkb_keymap *keymap = xkb_state_get_keymap(m_state.get());
-    for (xkb_keycode_t code = xkb_keymap_min_keycode(keymap); code <= xkb_keymap_max_keycode(keymap);
-         ++code) {
-        const xkb_keysym_t *symbols = nullptr;
-        if (xkb_keymap_key_get_syms_by_level(keymap, code, 0, 0, &symbols) == 1 && *symbols == symbol)
-            return code;
-    }
-    qFatal("no key is called %s", qPrintable(name));
-}
-
-void WaylandUserKeyboard::set(std::uint32_t keycode, bool isDown)
-{
-    xkb_state_update_key(m_state.get(), keycode, isDown ? XKB_KEY_DOWN : XKB_KEY_UP);
-    zwp_virtual_keyboard_v1_key(m_keyboard.get(), WaylandUserConnection::now(), keycode - kernelOffset,
+    xkb_state_update_key(m_state.get(), key + kernelOffset, isDown ? XKB_KEY_DOWN : XKB_KEY_UP);
+    zwp_virtual_keyboard_v1_key(m_keyboard.get(), WaylandUserConnection::now(), key,
                                 isDown ? WL_KEYBOARD_KEY_STATE_PRESSED : WL_KEYBOARD_KEY_STATE_RELEASED);
     const auto modifiers = [this](xkb_state_component component) {
         return xkb_state_serialize_mods(m_state.get(), component);
@@ -98,12 +71,10 @@ void WaylandUserKeyboard::set(std::uint32_t keycode, bool isDown)
 
 void WaylandUserKeyboard::press(const QString &combination)
 {
-    QList<std::uint32_t> keycodes;
-    for (const QString &name : combination.split(u'+'))
-        keycodes << keycodeOf(name);
-    for (const std::uint32_t keycode : keycodes)
-        set(keycode, true);
-    for (const std::uint32_t keycode : std::views::reverse(keycodes))
-        set(keycode, false);
+    const QList<std::uint32_t> keys = UsLayout::keysOf(combination);
+    for (const std::uint32_t key : keys)
+        set(key, true);
+    for (const std::uint32_t key : std::views::reverse(keys))
+        set(key, false);
     m_connection.roundTrip();
 }

@@ -26,8 +26,7 @@ public:
 
 private:
     void sendKeymap();
-    std::uint32_t keycodeOf(const QString &name) const;
-    void set(std::uint32_t keycode, bool isDown);
+    void set(std::uint32_t key, bool isDown);
 
     struct Release
     {

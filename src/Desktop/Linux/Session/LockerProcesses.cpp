@@ -23,10 +23,11 @@ const QSet<QByteArray> lockers{"swaylock", "swaylock-plugin", "gtklock", "wayloc
 // Together they name the compositor.
 constexpr std::array variables{"XDG_RUNTIME_DIR", "WAYLAND_DISPLAY"};
 
+// Null if it can't be read.
 QByteArray contentOf(const QString &path)
 {
     QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    return file.open(QIODevice::ReadOnly) ? QByteArray("") + file.readAll() : QByteArray();
 }
 
 // The real one, even if the program has the rights of another.
@@ -37,11 +38,13 @@ bool belongsToThisUser(const QString &process)
     return user.match(status).captured(1) == QString::number(::getuid());
 }
 
-// The environment of a program with the rights of another user is unreadable: then it counts.
+// The environment of a program with the rights of another user is unreadable: then it counts. That of a
+// program that starts or ends is empty.
 bool mayBeOnThisCompositor(const QString &process)
 {
-    const QList<QByteArray> environment = contentOf(process + u"/environ"_s).split('\0');
-    return environment.size() == 1 || std::ranges::all_of(variables, [&environment](const char *name) {
+    const QByteArray content = contentOf(process + u"/environ"_s);
+    const QList<QByteArray> environment = content.split('\0');
+    return content.isNull() || std::ranges::all_of(variables, [&environment](const char *name) {
                return environment.contains(QByteArray(name) + '=' + qgetenv(name));
            });
 }

@@ -5,7 +5,9 @@
 #include "Desktop/SystemClock.h"
 #include "Support/Awaited.h"
 #include "applications/support/Kwin.h"
+#include "applications/support/KwinScreen.h"
 #include "applications/support/PrivateDesktop.h"
+#include "applications/support/Screen.h"
 
 #include <QGuiApplication>
 #include <QProcess>
@@ -75,8 +77,10 @@ void PlasmaWindowsTest::initTestCase()
 void PlasmaWindowsTest::open(const QStringList &titles)
 {
     m_program.start(QString::fromLatin1(KEY_RECEIVER), titles);
-    const auto areShown = [&titles] { return Kwin::windows().size() == titles.size() && Kwin::focused(); };
-    QVERIFY2(QTest::qWaitFor(areShown, PrivateDesktop::patience), qPrintable(Kwin::described()));
+    const auto areShown = [&titles] {
+        return Screen::windows().size() == titles.size() && Screen::activeWindow();
+    };
+    QVERIFY2(QTest::qWaitFor(areShown, PrivateDesktop::patience), qPrintable(Screen::described()));
 }
 
 std::optional<DesktopWindow> PlasmaWindowsTest::windowCalled(const QString &title)
@@ -92,7 +96,7 @@ void PlasmaWindowsTest::cleanup()
 {
     m_program.kill();
     m_program.waitForFinished();
-    QVERIFY2(Kwin::clear(), qPrintable(Kwin::described()));
+    QVERIFY2(PrivateDesktop::clear(), qPrintable(Screen::described()));
 }
 
 void PlasmaWindowsTest::anEmptyDesktopHasNoWindows()
@@ -105,10 +109,10 @@ void PlasmaWindowsTest::windowsAreReportedAsTheyAreStacked()
 {
     open({u"First"_s, u"Second"_s, u"Third"_s});
     Awaited::result(m_services->windows.bringForward(*windowCalled(u"Second"_s)));
-    const QList<KwinWindow> expected = Kwin::windows();
+    const QList<ScreenWindow> expected = KwinScreen::windowsFrontToBack();
     const WindowSnapshot now = snapshot();
     QStringList titles;
-    for (const KwinWindow &window : expected)
+    for (const ScreenWindow &window : expected)
         titles.append(window.title);
     QCOMPARE(titlesOf(now.frontToBack()), titles);
     QCOMPARE(titles.constFirst(), u"Second"_s);
@@ -129,7 +133,7 @@ void PlasmaWindowsTest::aWindowIsBroughtForward()
         const std::optional<DesktopWindow> window = windowCalled(title);
         QVERIFY(window);
         Awaited::result(m_services->windows.bringForward(*window));
-        QCOMPARE(Kwin::focused()->title, title);
+        QCOMPARE(Screen::activeWindow()->title, title);
         QCOMPARE(titlesOf(snapshot().frontToBack()).constFirst(), title);
     }
 }
@@ -142,7 +146,7 @@ void PlasmaWindowsTest::aMinimisedWindowIsBroughtForward()
     QVERIFY(QTest::qWaitFor(isMinimised, PrivateDesktop::patience));
     QVERIFY(!windowCalled(u"First"_s)->isOnScreen());
     Awaited::result(m_services->windows.bringForward(*windowCalled(u"First"_s)));
-    QCOMPARE(Kwin::focused()->title, u"First"_s);
+    QCOMPARE(Screen::activeWindow()->title, u"First"_s);
     QVERIFY(windowCalled(u"First"_s)->isOnScreen());
 }
 
@@ -156,7 +160,7 @@ void PlasmaWindowsTest::aWindowOnAnotherDesktopIsNotOnTheScreen()
     QVERIFY(QTest::qWaitFor(isElsewhere, PrivateDesktop::patience));
     QVERIFY(windowCalled(u"Second"_s)->isOnCurrentDesktop);
     Awaited::result(m_services->windows.bringForward(*windowCalled(u"First"_s)));
-    QCOMPARE(Kwin::focused()->title, u"First"_s);
+    QCOMPARE(Screen::activeWindow()->title, u"First"_s);
     QVERIFY(windowCalled(u"First"_s)->isOnCurrentDesktop);
     QVERIFY(!windowCalled(u"Second"_s)->isOnCurrentDesktop);
     Kwin::run(u"workspace.removeDesktop(workspace.desktops[1]); tell('');"_s);
@@ -183,8 +187,8 @@ void PlasmaWindowsTest::aWindowIsClosed()
     const std::optional<DesktopWindow> window = windowCalled(u"First"_s);
     QVERIFY(window);
     Awaited::result(m_services->windows.close({*window}));
-    QTRY_COMPARE_WITH_TIMEOUT(Kwin::windows().size(), 1, PrivateDesktop::patience);
-    QCOMPARE(Kwin::windows().constFirst().title, u"Second"_s);
+    QTRY_COMPARE_WITH_TIMEOUT(Screen::windows().size(), 1, PrivateDesktop::patience);
+    QCOMPARE(Screen::windows().constFirst().title, u"Second"_s);
     QVERIFY(!windowCalled(u"First"_s));
 }
 

@@ -37,8 +37,8 @@ function(orvane_add_test NAME)
   set_tests_properties(${NAME} PROPERTIES LABELS ${ARG_LABEL} TIMEOUT ${ARG_TIMEOUT})
 endfunction()
 
-# orvane_add_tests_on(<Sway|Gnome> TEST...): registers tests of private desktops once more, for this session and with the
-# same properties: ATest becomes ASwayTest or AGnomeTest. Those on GNOME are labelled wayland.
+# orvane_add_tests_on(<Sway|Labwc|Gnome> TEST...): registers tests of private desktops once more, for this session and with
+# the same properties: ATest becomes ASwayTest, and so on. Those on labwc and GNOME are labelled wayland.
 function(orvane_add_tests_on DESKTOP)
   string(TOLOWER ${DESKTOP} SESSION)
   foreach(TEST ${ARGN})
@@ -49,7 +49,7 @@ function(orvane_add_tests_on DESKTOP)
       get_property(VALUE TEST ${TEST} PROPERTY ${PROPERTY})
       set_property(TEST ${NAME} PROPERTY ${PROPERTY} "${VALUE}")
     endforeach()
-    if(SESSION STREQUAL gnome)
+    if(SESSION MATCHES "^(labwc|gnome)$")
       set_property(TEST ${NAME} PROPERTY LABELS wayland)
     endif()
   endforeach()

@@ -14,8 +14,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// On Wayland, an application without the focus has no access to the clipboard. On sway wl-clipboard has, and
-// on GNOME the session of the user's keyboard.
+// On Wayland, an application without the focus has no access to the clipboard. On sway and labwc wl-clipboard
+// has, and on GNOME the session of the user's keyboard.
 void setText(const QString &text)
 {
     switch (Screen::session()) {
@@ -24,6 +24,7 @@ void setText(const QString &text)
     case Screen::Session::Gnome:
         return GnomeScreen::copy(text);
     case Screen::Session::Sway:
+    case Screen::Session::Labwc:
         QProcess::execute(u"wl-copy"_s, {text});
     }
 }

@@ -2,6 +2,7 @@
 #include "applications/support/Screen.h"
 
 #include "applications/support/GnomeScreen.h"
+#include "applications/support/LabwcScreen.h"
 #include "applications/support/SwayScreen.h"
 #include "applications/support/X11Screen.h"
 
@@ -20,6 +21,8 @@ ScreenObserver &observer()
         return GnomeScreen::observer();
     case Screen::Session::Sway:
         return SwayScreen::observer();
+    case Screen::Session::Labwc:
+        return LabwcScreen::observer();
     case Screen::Session::X11:
         break;
     }
@@ -30,8 +33,11 @@ ScreenObserver &observer()
 
 Screen::Session Screen::session()
 {
-    if (qEnvironmentVariable("XDG_CURRENT_DESKTOP") == "GNOME"_L1)
+    const QString desktop = qEnvironmentVariable("XDG_CURRENT_DESKTOP");
+    if (desktop == "GNOME"_L1)
         return Session::Gnome;
+    if (desktop == "wlroots"_L1)
+        return Session::Labwc;
     return qEnvironmentVariableIsSet("SWAYSOCK") ? Session::Sway : Session::X11;
 }
 

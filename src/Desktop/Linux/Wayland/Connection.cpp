@@ -4,6 +4,7 @@
 #include "Desktop/BoundedQueue.h"
 #include "Desktop/Deadlines.h"
 #include "Desktop/Linux/Processes/RunningProcess.h"
+#include "Desktop/Linux/Processes/SocketClients.h"
 #include "Desktop/Linux/Wayland/BlockingDispatch.h"
 #include "Desktop/PlatformError.h"
 
@@ -93,6 +94,11 @@ void *WaylandConnection::bindGlobal(const wl_interface &interface, std::uint32_t
 qint64 WaylandConnection::compositorProcess() const
 {
     return peerProcess(wl_display_get_fd(m_display.get()));
+}
+
+QList<qint64> WaylandConnection::clientsAmong(const QList<qint64> &processes) const
+{
+    return ::clientsAmong(processes, peerPath(wl_display_get_fd(m_display.get())));
 }
 
 void WaylandConnection::read()

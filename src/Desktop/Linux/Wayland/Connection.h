@@ -38,6 +38,9 @@ public:
     // 0 if unknown.
     qint64 compositorProcess() const;
 
+    // Those of the processes that are connected to this compositor.
+    QList<qint64> clientsAmong(const QList<qint64> &processes) const;
+
     // Returns once the compositor has handled all requests and their events have been delivered. Throws
     // PlatformError if it doesn't answer within Deadlines::answer or is gone.
     QCoro::Task<void> roundTrip();

@@ -84,6 +84,7 @@ public:
     {
     }
 
+    std::optional<QString> obstacle() const override { return m_connection->loss(); }
     WindowSystem &windows() override { return *m_windows; }
     ReceiverKeyboard &keyboard() override { return *m_keyboard; }
     ScreenCapture &screenCapture() override { return *m_screenCapture; }

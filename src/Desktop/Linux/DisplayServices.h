@@ -36,8 +36,8 @@ public:
     // The obstacle in the environment's session, if there is one.
     static std::optional<QString> obstacleInEnvironment();
 
-    // Why the windows, keys and screen of this session are inaccessible, as a sentence for the user; nothing
-    // if they are accessible.
+    // Why the windows, keys and screen of this session are inaccessible at the moment, as a sentence for the
+    // user; nothing if they are accessible.
     virtual std::optional<QString> obstacle() const { return std::nullopt; }
 
     virtual WindowSystem &windows() = 0;

@@ -37,8 +37,8 @@ function(orvane_add_test NAME)
   set_tests_properties(${NAME} PROPERTIES LABELS ${ARG_LABEL} TIMEOUT ${ARG_TIMEOUT})
 endfunction()
 
-# orvane_add_tests_on(<Sway|Gnome|Plasma> TEST...): registers tests of private desktops once more, for this session and with the
-# same properties: ATest becomes ASwayTest, AGnomeTest or APlasmaTest. Only those on sway keep their label; the others are labelled wayland.
+# orvane_add_tests_on(<Sway|Labwc|Gnome|Plasma> TEST...): registers tests of private desktops once more, for this session and
+# with the same properties: ATest becomes ASwayTest, and so on. All but those on sway are labelled wayland.
 function(orvane_add_tests_on DESKTOP)
   string(TOLOWER ${DESKTOP} SESSION)
   string(REPLACE plasma kde SESSION ${SESSION})

@@ -13,7 +13,7 @@ public:
     virtual ~Session() = default;
 
     // Why the windows, keys and screen of this session are inaccessible, as a sentence for the user, or
-    // nothing if they are accessible. Constant during the session.
+    // nothing if they are accessible. They may become inaccessible, but not accessible again.
     virtual std::optional<QString> obstacle() const = 0;
 
     // Whether the screen is locked. A service that fails or times out counts as not locked. Never throws.

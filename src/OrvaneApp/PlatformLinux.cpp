@@ -40,7 +40,7 @@ void Platform::prepareProcess() {}
 
 bool Platform::prepareDisplay()
 {
-    return LinuxDisplay::prepare();
+    return LinuxDisplay::prepare([] { return !DisplayServices::obstacleInEnvironment(); });
 }
 
 std::optional<QString> Platform::sessionObstacle()

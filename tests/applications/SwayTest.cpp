@@ -41,12 +41,14 @@ bool waitForLock()
     return QTest::qWaitFor([] { return !Screen::activeWindow(); }, PrivateDesktop::patience);
 }
 
-// Kills the locker, since it would need a password. sway gives no window the focus if the locker ends before
-// it has shown itself.
+// Kills the locker, since it would need a password; its helper ends by itself. sway gives no window the focus
+// if the locker ends before it has shown itself.
 void unlock(QProcess &locker)
 {
     locker.kill();
     QVERIFY(locker.waitForFinished());
+    const auto isGone = [] { return PrivateDesktop::processesWith("swaylock").isEmpty(); };
+    QVERIFY(QTest::qWaitFor(isGone, PrivateDesktop::patience));
     Screen::requestFocus(Screen::windows().constFirst().identifier);
     QVERIFY(QTest::qWaitFor([] { return Screen::activeWindow().has_value(); }, PrivateDesktop::patience));
 }

@@ -28,7 +28,7 @@ namespace {
 class X11Services : public DisplayServices
 {
 public:
-    X11Services(Clock &clock, const KeyboardEnvironment &environment, const std::optional<QString> &obstacle)
+    X11Services(Clock &clock, const DisplayEnvironment &environment, const std::optional<QString> &obstacle)
         : m_obstacle(obstacle), m_display(clock, obstacle), m_keyboard(m_display, environment.frontmostWindow)
     {
     }
@@ -47,15 +47,15 @@ private:
 };
 
 std::unique_ptr<WindowSystem> windowsOf(WaylandConnection &connection, const WaylandOffer &offer,
-                                        Clock &clock)
+                                        const DisplayEnvironment &environment, Clock &clock)
 {
     if (offer.windows == WaylandOffer::Windows::Plasma)
         return std::make_unique<PlasmaWindows>(connection, clock);
-    return std::make_unique<WaylandToplevels>(connection, clock);
+    return std::make_unique<WaylandToplevels>(connection, environment.programsOf, clock);
 }
 
 std::unique_ptr<ReceiverKeyboard> keyboardOf(WaylandConnection &connection, const WaylandOffer &offer,
-                                             WindowSystem &windows, const KeyboardEnvironment &environment,
+                                             WindowSystem &windows, const DisplayEnvironment &environment,
                                              Clock &clock)
 {
     if (offer.keys == WaylandOffer::Keys::Plasma)
@@ -76,14 +76,15 @@ class WaylandServices : public DisplayServices
 {
 public:
     WaylandServices(std::unique_ptr<WaylandConnection> connection, Clock &clock,
-                    const KeyboardEnvironment &environment)
+                    const DisplayEnvironment &environment)
         : m_connection(std::move(connection)), m_offer(WaylandOffer::of(*m_connection)),
-          m_windows(windowsOf(*m_connection, m_offer, clock)),
+          m_windows(windowsOf(*m_connection, m_offer, environment, clock)),
           m_keyboard(keyboardOf(*m_connection, m_offer, *m_windows, environment, clock)),
           m_screenCapture(screenCaptureOf(m_offer, m_portals))
     {
     }
 
+    std::optional<QString> obstacle() const override { return m_connection->loss(); }
     WindowSystem &windows() override { return *m_windows; }
     ReceiverKeyboard &keyboard() override { return *m_keyboard; }
     ScreenCapture &screenCapture() override { return *m_screenCapture; }
@@ -100,7 +101,7 @@ private:
 class ShellExtensionServices : public DisplayServices
 {
 public:
-    ShellExtensionServices(Clock &clock, const KeyboardEnvironment &environment)
+    ShellExtensionServices(Clock &clock, const DisplayEnvironment &environment)
         : m_windows(m_extension, clock),
           m_keyboard(m_extension, m_portals, m_windows, environment.frontmostWindow, clock)
     {
@@ -178,8 +179,7 @@ Ways findWays()
 
 } // namespace
 
-std::unique_ptr<DisplayServices> DisplayServices::connect(Clock &clock,
-                                                          const KeyboardEnvironment &environment)
+std::unique_ptr<DisplayServices> DisplayServices::connect(Clock &clock, const DisplayEnvironment &environment)
 {
     Ways ways = findWays();
     if (ways.compositor)

@@ -11,12 +11,14 @@
 
 class X11Display;
 
-// What the keyboard asks of other services.
-struct KeyboardEnvironment
+// What the services ask of others.
+struct DisplayEnvironment
 {
     ReceiverKeyboard::FrontmostWindow frontmostWindow;
     std::function<QCoro::Task<bool>(RunningApplication)> takesEveryCharacter; // beyond U+FFFF
     std::function<QCoro::Task<bool>(RunningApplication)> isTerminal;
+    // The names of the programs that may show windows with this Wayland app_id.
+    std::function<QCoro::Task<QStringList>(QString)> programsOf;
 };
 
 // The services that depend on the display: those of the X server, or of the Wayland compositor if it offers
@@ -29,13 +31,13 @@ public:
 
     // Connects. Throws PlatformError if there is no display. Blocks up to two seconds, as does
     // `obstacleInEnvironment`. `clock` must outlive the services.
-    static std::unique_ptr<DisplayServices> connect(Clock &clock, const KeyboardEnvironment &environment);
+    static std::unique_ptr<DisplayServices> connect(Clock &clock, const DisplayEnvironment &environment);
 
     // The obstacle in the environment's session, if there is one.
     static std::optional<QString> obstacleInEnvironment();
 
-    // Why the windows, keys and screen of this session are inaccessible, as a sentence for the user; nothing
-    // if they are accessible.
+    // Why the windows, keys and screen of this session are inaccessible at the moment, as a sentence for the
+    // user; nothing if they are accessible.
     virtual std::optional<QString> obstacle() const { return std::nullopt; }
 
     virtual WindowSystem &windows() = 0;

@@ -34,11 +34,14 @@ QCoro::Task<AtspiTitles> LinuxDesktop::titles(RunningApplication application)
                           now.foreignTitles(process, application.part)};
 }
 
-KeyboardEnvironment LinuxDesktop::keyboardEnvironment()
+DisplayEnvironment LinuxDesktop::displayEnvironment()
 {
     return {[this] { return m_workspace.frontmostWindow(); },
             [this](RunningApplication application) { return takesEveryCharacter(application); },
-            [this](RunningApplication application) { return m_workspace.isTerminal(application); }};
+            [this](RunningApplication application) { return m_workspace.isTerminal(application); },
+            [this](const QString &applicationIdentifier) {
+                return m_workspace.programsOf(applicationIdentifier);
+            }};
 }
 
 // An application that doesn't answer may be based on Chromium, which by default isn't registered.

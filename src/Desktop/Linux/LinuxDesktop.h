@@ -30,13 +30,13 @@ private:
     QCoro::Task<bool> strikeKey(RunningApplication application, std::uint16_t virtualKey) override;
     QCoro::Task<AtspiTitles> titles(RunningApplication application) override;
 
-    KeyboardEnvironment keyboardEnvironment();
+    DisplayEnvironment displayEnvironment();
     QCoro::Task<bool> takesEveryCharacter(RunningApplication application);
 
     SystemClock m_clock;
     BoundedQueue m_gio{QStringLiteral("desktop.gio"), QStringLiteral("The desktop's application registry")};
-    std::unique_ptr<DisplayServices> m_display = DisplayServices::connect(m_clock, keyboardEnvironment());
-    LinuxSession m_session{m_display->x11(), m_display->obstacle()};
+    std::unique_ptr<DisplayServices> m_display = DisplayServices::connect(m_clock, displayEnvironment());
+    LinuxSession m_session{m_display->x11(), [this] { return m_display->obstacle(); }};
     LinuxWorkspace m_workspace{m_display->windows(), m_gio, m_clock};
     LinuxScripting m_scripting;
     AtspiAccessibility m_accessibility{*this};

@@ -205,7 +205,7 @@ MatrixApplication chromium()
                                         u"Ctrl+Shift+KeyN"_s, u"Ctrl+Shift+KeyT"_s, u"Ctrl+Shift+KeyW"_s,
                                         u"Ctrl+Tab"_s,        u"Ctrl+Shift+Tab"_s,  unicodeEntry};
     application.cannot = {{OpenByAlias, u"“chrome” is an alias of Google Chrome, which Chromium is not."_s}};
-    if (Screen::session() == Screen::Session::Sway) {
+    if (Screen::session() == Screen::Session::Sway || Screen::session() == Screen::Session::Labwc) {
         application.limits = {
             {TypeText, u"Characters beyond U+FFFF, such as emoji, are refused, since Chromium cuts them."_s}};
     }

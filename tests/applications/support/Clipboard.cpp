@@ -25,6 +25,7 @@ void setText(const QString &text)
         return GnomeScreen::copy(text);
     case Screen::Session::Sway:
     case Screen::Session::Plasma:
+    case Screen::Session::Labwc:
         QProcess::execute(u"wl-copy"_s, {text});
     }
 }

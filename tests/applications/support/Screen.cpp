@@ -3,6 +3,7 @@
 
 #include "applications/support/GnomeScreen.h"
 #include "applications/support/KwinScreen.h"
+#include "applications/support/LabwcScreen.h"
 #include "applications/support/SwayScreen.h"
 #include "applications/support/X11Screen.h"
 
@@ -23,6 +24,8 @@ ScreenObserver &observer()
         return KwinScreen::observer();
     case Screen::Session::Sway:
         return SwayScreen::observer();
+    case Screen::Session::Labwc:
+        return LabwcScreen::observer();
     case Screen::Session::X11:
         break;
     }
@@ -38,6 +41,8 @@ Screen::Session Screen::session()
         return Session::Gnome;
     if (desktop == "KDE"_L1)
         return Session::Plasma;
+    if (desktop == "wlroots"_L1)
+        return Session::Labwc;
     return qEnvironmentVariableIsSet("SWAYSOCK") ? Session::Sway : Session::X11;
 }
 

@@ -23,7 +23,7 @@ struct ScreenWindow
 // code under test. Thread: main.
 namespace Screen {
 
-enum class Session { X11, Sway, Gnome, Plasma };
+enum class Session { X11, Sway, Labwc, Gnome, Plasma };
 
 // The kind of desktop this process runs on.
 Session session();

@@ -62,6 +62,14 @@ WindowDriver::~WindowDriver()
     }
 }
 
+void WindowDriver::setVariable(const QString &name, const QString &value)
+{
+    if (value.isNull())
+        m_environment.remove(name);
+    else
+        m_environment.insert(name, value);
+}
+
 QString WindowDriver::modelPath() const
 {
     return m_folder.filePath(u"Orvane/Models/"_s + LocalModel::catalog().constFirst().fileName);
@@ -79,6 +87,10 @@ std::unique_ptr<QProcess> WindowDriver::begun(const QStringList &arguments) cons
     auto program = std::make_unique<QProcess>();
     program->setProcessEnvironment(m_environment);
     program->setProcessChannelMode(QProcess::ForwardedChannels);
+    if (!m_errorFile.isNull()) {
+        program->setProcessChannelMode(QProcess::ForwardedOutputChannel);
+        program->setStandardErrorFile(m_errorFile);
+    }
     program->start(QStringLiteral(ORVANE_PROGRAM), arguments);
     return program;
 }

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "applications/support/Screen.h"
 #include "applications/support/AccessibleProgram.h"
+#include "applications/support/Screen.h"
 
 #include <QProcess>
 #include <QProcessEnvironment>
@@ -22,8 +22,10 @@ public:
     WindowDriver(const WindowDriver &) = delete;
     WindowDriver &operator=(const WindowDriver &) = delete;
 
-    // Takes effect at the next start.
-    void setVariable(const QString &name, const QString &value) { m_environment.insert(name, value); }
+    // These take effect at the next start. A null value removes the variable.
+    void setVariable(const QString &name, const QString &value);
+    // Where the program's error output goes; a null path means the test's own.
+    void setErrorFile(const QString &path) { m_errorFile = path; }
 
     // Path of the default model; its folder exists.
     QString modelPath() const;
@@ -86,6 +88,7 @@ private:
     QString standstillsPath() const { return m_folder.filePath(QStringLiteral("standstills")); }
 
     QTemporaryDir m_folder;
+    QString m_errorFile;
     QProcessEnvironment m_environment = QProcessEnvironment::systemEnvironment();
     std::unique_ptr<QProcess> m_program;
     std::optional<AccessibleProgram> m_accessible;

@@ -129,6 +129,18 @@ QCoro::Task<bool> LinuxWorkspace::isTerminal(RunningApplication application)
     });
 }
 
+QCoro::Task<QStringList> LinuxWorkspace::programsOf(QString applicationIdentifier)
+{
+    const QList<DesktopEntry> entries = co_await m_gio.run(&DesktopEntries::all);
+    QStringList programs{applicationIdentifier, applicationIdentifier.section(u'.', -1)};
+    DesktopWindow window;
+    window.className = applicationIdentifier;
+    window.applicationIdentifier = applicationIdentifier;
+    if (const DesktopEntry *entry = entryOfWindow(entries, window))
+        programs.append(LinuxApplications::namesOf(*entry).program);
+    co_return programs;
+}
+
 QCoro::Task<std::optional<DesktopWindow>> LinuxWorkspace::frontmostWindow()
 {
     const WindowSnapshot now = co_await windows();

@@ -36,6 +36,9 @@ public:
     // Whether the application is a terminal emulator.
     QCoro::Task<bool> isTerminal(RunningApplication application);
 
+    // The names of the programs that may show windows with this Wayland app_id.
+    QCoro::Task<QStringList> programsOf(QString applicationIdentifier);
+
     // The frontmost application's window, with its part.
     QCoro::Task<std::optional<DesktopWindow>> frontmostWindow();
 

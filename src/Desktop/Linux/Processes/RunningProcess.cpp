@@ -30,6 +30,18 @@ QList<QByteArray> statusFields(qint64 process)
     return process > 0 ? fieldsIn(u"/proc/%1/stat"_s.arg(process)) : QList<QByteArray>();
 }
 
+// The file names of its program, of its first argument, and of the one after that.
+QStringList namesOf(const QString &process)
+{
+    QStringList names{QFile::symLinkTarget(u"/proc/%1/exe"_s.arg(process)).section(u'/', -1)};
+    QFile commandLine(u"/proc/%1/cmdline"_s.arg(process));
+    if (commandLine.open(QIODevice::ReadOnly)) {
+        for (const QByteArray &argument : commandLine.readAll().split('\0').mid(0, 2))
+            names.append(QFile::decodeName(argument).section(u'/', -1));
+    }
+    return names;
+}
+
 } // namespace
 
 bool isRunningProcess(qint64 process)
@@ -54,6 +66,21 @@ qint64 peerProcess(qintptr socket)
     socklen_t size = sizeof credentials;
     const int result = getsockopt(static_cast<int>(socket), SOL_SOCKET, SO_PEERCRED, &credentials, &size);
     return result == 0 ? credentials.pid : 0;
+}
+
+QList<qint64> processesRunning(const QStringList &names)
+{
+    QList<qint64> found;
+    const QStringList processes = QDir(u"/proc"_s).entryList({u"[1-9]*"_s}, QDir::Dirs);
+    for (const QString &process : processes) {
+        const QStringList own = namesOf(process);
+        const auto isRun = [&own](const QString &name) {
+            return !name.isEmpty() && own.contains(name, Qt::CaseInsensitive);
+        };
+        if (std::any_of(names.cbegin(), names.cend(), isRun))
+            found.append(process.toLongLong());
+    }
+    return found;
 }
 
 qint64 parentProcess(qint64 process)

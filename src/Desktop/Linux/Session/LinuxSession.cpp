@@ -4,8 +4,8 @@
 #include "Desktop/Linux/Session/LockerProcesses.h"
 #include "Desktop/Linux/X11/Grabs.h"
 
-LinuxSession::LinuxSession(X11Display *display, const std::optional<QString> &obstacle)
-    : m_display(display), m_obstacle(obstacle)
+LinuxSession::LinuxSession(X11Display *display, Obstacle obstacle)
+    : m_display(display), m_obstacle(std::move(obstacle))
 {
 }
 

@@ -4,6 +4,7 @@
 #include "Desktop/BoundedQueue.h"
 #include "Desktop/Deadlines.h"
 #include "Desktop/Linux/Processes/RunningProcess.h"
+#include "Desktop/Linux/Processes/SocketClients.h"
 #include "Desktop/Linux/Wayland/BlockingDispatch.h"
 #include "Desktop/PlatformError.h"
 
@@ -11,16 +12,13 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <utility>
 
 #include <poll.h>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-// A request whose answer is awaited. Shared by the callback and the one who waits, in whichever order they
-// end.
-using Answer = std::shared_ptr<QPromise<void>>;
 
 bool isReadable(int descriptor)
 {
@@ -95,6 +93,11 @@ qint64 WaylandConnection::compositorProcess() const
     return peerProcess(wl_display_get_fd(m_display.get()));
 }
 
+QList<qint64> WaylandConnection::clientsAmong(const QList<qint64> &processes) const
+{
+    return ::clientsAmong(processes, peerPath(wl_display_get_fd(m_display.get())));
+}
+
 void WaylandConnection::read()
 {
     while (wl_display_prepare_read(m_display.get()) != 0) {
@@ -118,6 +121,8 @@ void WaylandConnection::dispatch()
     m_isLost = true;
     m_reading->setEnabled(false);
     m_writing->setEnabled(false);
+    for (const Answer &answer : std::exchange(m_awaited, {}))
+        answer->finish();
 }
 
 void WaylandConnection::flush()
@@ -126,10 +131,17 @@ void WaylandConnection::flush()
     m_writing->setEnabled(isFull && !m_isLost);
 }
 
+std::optional<QString> WaylandConnection::loss() const
+{
+    if (!m_isLost)
+        return std::nullopt;
+    return u"The Wayland compositor has closed the connection; start Orvane again."_s;
+}
+
 void WaylandConnection::requireConnection() const
 {
-    if (m_isLost)
-        throw PlatformError(u"The Wayland compositor has closed the connection."_s);
+    if (const std::optional<QString> sentence = loss())
+        throw PlatformError(*sentence);
 }
 
 void WaylandConnection::answer(void *data, wl_callback *callback, std::uint32_t)
@@ -145,11 +157,13 @@ QCoro::Task<void> WaylandConnection::roundTrip()
     static constexpr wl_callback_listener listener{&answer};
     const Answer answer = std::make_shared<QPromise<void>>();
     answer->start();
+    m_awaited.append(answer);
     wl_callback *callback = wl_display_sync(m_display.get());
     wl_callback_add_listener(callback, &listener, new Answer(answer));
     flush();
     const QFuture<bool> finished = finishedWithin(answer->future(), Deadlines::answer);
     const bool isAnswered = co_await finished;
+    m_awaited.removeOne(answer);
     if (!isAnswered)
         throw PlatformError(u"The Wayland compositor doesn't answer."_s);
     requireConnection();

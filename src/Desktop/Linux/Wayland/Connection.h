@@ -4,11 +4,13 @@
 #include <QByteArray>
 #include <QCoroTask>
 #include <QList>
+#include <QPromise>
 #include <QSocketNotifier>
 #include <QString>
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 
 #include <wayland-client.h>
 
@@ -38,6 +40,9 @@ public:
     // 0 if unknown.
     qint64 compositorProcess() const;
 
+    // Those of the processes that are connected to this compositor.
+    QList<qint64> clientsAmong(const QList<qint64> &processes) const;
+
     // Returns once the compositor has handled all requests and their events have been delivered. Throws
     // PlatformError if it doesn't answer within Deadlines::answer or is gone.
     QCoro::Task<void> roundTrip();
@@ -48,10 +53,17 @@ public:
     // Sends what was requested, as far as the compositor takes it; the rest follows from the event loop.
     void flush();
 
+    // Once the compositor has closed the connection, a sentence that says so; otherwise nothing.
+    std::optional<QString> loss() const;
+
     // Throws PlatformError if the compositor has closed the connection.
     void requireConnection() const;
 
 private:
+    // A request whose answer is awaited. Shared by the callback and the one who waits, in whichever order
+    // they end.
+    using Answer = std::shared_ptr<QPromise<void>>;
+
     struct Global
     {
         std::uint32_t name = 0;
@@ -83,6 +95,7 @@ private:
     QList<Global> m_globals;
     std::unique_ptr<QSocketNotifier> m_reading;
     std::unique_ptr<QSocketNotifier> m_writing; // enabled while the compositor takes no more
+    QList<Answer> m_awaited;
     bool m_isLost = false;
 };
 

@@ -2,6 +2,7 @@
 #include "Desktop/Linux/Wayland/Toplevels.h"
 
 #include "Base/Text.h"
+#include "Desktop/Linux/Processes/RunningProcess.h"
 #include "Desktop/Linux/Wayland/Object.h"
 #include "Desktop/Linux/WindowSystem/Activation.h"
 
@@ -22,6 +23,11 @@ bool contains(wl_array *states, std::uint32_t state)
     const auto *first = static_cast<const std::uint32_t *>(states->data);
     const auto *last = first + states->size / sizeof(std::uint32_t);
     return std::find(first, last, state) != last;
+}
+
+bool isOwn(const QString &applicationIdentifier)
+{
+    return !applicationIdentifier.isEmpty() && applicationIdentifier == QGuiApplication::desktopFileName();
 }
 
 // The process of all these windows; nothing if they have several, or there are none.
@@ -105,8 +111,8 @@ bool WaylandToplevels::isOfferedBy(const WaylandConnection &connection)
     return connection.seat() && connection.offers(zwlr_foreign_toplevel_manager_v1_interface);
 }
 
-WaylandToplevels::WaylandToplevels(WaylandConnection &connection, Clock &clock)
-    : m_connection(connection), m_clock(clock),
+WaylandToplevels::WaylandToplevels(WaylandConnection &connection, ProgramsOf programsOf, Clock &clock)
+    : m_connection(connection), m_programsOf(std::move(programsOf)), m_clock(clock),
       m_manager(connection.bind<zwlr_foreign_toplevel_manager_v1>(zwlr_foreign_toplevel_manager_v1_interface,
                                                                   managerVersion))
 {
@@ -163,7 +169,7 @@ QList<std::uint32_t> WaylandToplevels::withUndecidedProcess() const
 
 // Repeated, since titles may change between the two reports. Windows that appear meanwhile wait for the next
 // report, which contains them.
-QCoro::Task<void> WaylandToplevels::learnProcesses()
+QCoro::Task<void> WaylandToplevels::learnProcessesFromSway()
 {
     constexpr int attempts = 5;
     QList<std::uint32_t> undecided = withUndecidedProcess();
@@ -176,10 +182,31 @@ QCoro::Task<void> WaylandToplevels::learnProcesses()
         }
         undecided = withUndecidedProcess();
     }
+}
+
+QCoro::Task<void> WaylandToplevels::learnProcesses()
+{
+    co_await learnProcessesFromSway();
+    const QList<std::uint32_t> undecided = withUndecidedProcess();
     for (const std::uint32_t identifier : undecided) {
-        if (Toplevel *toplevel = find(identifier))
-            toplevel->process = 0;
+        const Toplevel *toplevel = find(identifier);
+        if (!toplevel)
+            continue;
+        const QString applicationIdentifier = toplevel->applicationIdentifier;
+        const qint64 process = co_await processRunning(applicationIdentifier);
+        if (Toplevel *decided = find(identifier))
+            decided->process = process;
     }
+}
+
+// The only client of the compositor that runs the application's program; 0 if there is none, or several.
+QCoro::Task<qint64> WaylandToplevels::processRunning(QString applicationIdentifier) const
+{
+    if (applicationIdentifier.isEmpty() || isOwn(applicationIdentifier))
+        co_return 0;
+    const QStringList programs = co_await m_programsOf(applicationIdentifier);
+    const QList<qint64> processes = m_connection.clientsAmong(processesRunning(programs));
+    co_return processes.size() == 1 ? processes.constFirst() : 0;
 }
 
 // An application's only process, or else that of the windows with this title, or of the one with the focus.
@@ -205,7 +232,7 @@ qint64 WaylandToplevels::processOf(const Toplevel &toplevel)
     if (toplevel.process.value_or(0) > 0)
         return *toplevel.process;
     const QString &applicationIdentifier = toplevel.applicationIdentifier;
-    if (!applicationIdentifier.isEmpty() && applicationIdentifier == QGuiApplication::desktopFileName())
+    if (isOwn(applicationIdentifier))
         return QCoreApplication::applicationPid();
     return m_applications.of(applicationIdentifier);
 }

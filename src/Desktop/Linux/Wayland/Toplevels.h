@@ -7,6 +7,7 @@
 #include "Desktop/Linux/WindowSystem/ApplicationNumbers.h"
 #include "Desktop/Linux/WindowSystem/WindowSystem.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -15,16 +16,20 @@ struct zwlr_foreign_toplevel_handle_v1;
 struct zwlr_foreign_toplevel_manager_v1;
 
 // The windows of a compositor with the protocol wlr-foreign-toplevel-management. The protocol reports neither
-// processes nor the stacking order. The order is that of use. sway is asked for the processes otherwise; with
-// other compositors, windows with the same application identifier count as one application. This program's
-// own window is the one with its application identifier. `connection` and `clock` must outlive this object.
-// Thread: main.
+// processes nor the stacking order. The order is that of use. sway is asked for the processes otherwise. With
+// other compositors, a window's process is the only one that is connected to the compositor and runs its
+// application's program; if there are none or several, all windows with this application identifier count as
+// one application of unknown process. This program's own window is the one with its application identifier.
+// `connection` and `clock` must outlive this object. Thread: main.
 class WaylandToplevels : public WindowSystem
 {
 public:
+    // The names of the programs that may show windows with this application identifier.
+    using ProgramsOf = std::function<QCoro::Task<QStringList>(QString applicationIdentifier)>;
+
     static bool isOfferedBy(const WaylandConnection &connection);
 
-    WaylandToplevels(WaylandConnection &connection, Clock &clock);
+    WaylandToplevels(WaylandConnection &connection, ProgramsOf programsOf, Clock &clock);
     ~WaylandToplevels() override;
     WaylandToplevels(const WaylandToplevels &) = delete;
     WaylandToplevels &operator=(const WaylandToplevels &) = delete;
@@ -46,10 +51,13 @@ private:
     DesktopWindow described(const Toplevel &toplevel);
     QCoro::Task<void> learnProcesses();
     QList<std::uint32_t> withUndecidedProcess() const;
+    QCoro::Task<void> learnProcessesFromSway();
+    QCoro::Task<qint64> processRunning(QString applicationIdentifier) const;
     static std::optional<qint64> processAmong(QList<SwayTree::Window> windows, const Toplevel &toplevel);
     qint64 processOf(const Toplevel &toplevel);
 
     WaylandConnection &m_connection;
+    ProgramsOf m_programsOf;
     Clock &m_clock;
     zwlr_foreign_toplevel_manager_v1 *m_manager = nullptr;
     std::vector<std::unique_ptr<Toplevel>> m_toplevels; // oldest first

@@ -51,23 +51,35 @@ bool isCompositorThere()
     return isThere;
 }
 
-// Prefers an X server; on Xwayland the window is one of the session's windows too. Empty if there is neither.
-QString windowSystem(DisplayServer server)
+bool canShowOnWayland()
 {
-    if (server != DisplayServer::None)
-        return u"xcb"_s;
+    return Sessions::isWaylandNamed() && hasPlugin(u"wayland"_s) && isCompositorThere();
+}
+
+// Empty if there is none. On Xwayland the window would lack the application identifier by which compositors
+// of the wlroots family tell it from others; without desktop services, that doesn't matter.
+QString windowSystem(DisplayServer server, const std::function<bool()> &areWindowsOperated)
+{
+    const QString x11 = u"xcb"_s;
     const QString wayland = u"wayland"_s;
-    const bool isUsable = Sessions::isWaylandNamed() && hasPlugin(wayland) && isCompositorThere();
-    return isUsable ? wayland : QString();
+    switch (server) {
+    case DisplayServer::Xorg:
+        return x11;
+    case DisplayServer::Xwayland:
+        return canShowOnWayland() && areWindowsOperated() ? wayland : x11;
+    case DisplayServer::None:
+        break;
+    }
+    return canShowOnWayland() ? wayland : QString();
 }
 
 } // namespace
 
-bool LinuxDisplay::prepare()
+bool LinuxDisplay::prepare(const std::function<bool()> &areWindowsOperated)
 {
     if (qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         return true;
-    const QString choice = windowSystem(Sessions::displayServer());
+    const QString choice = windowSystem(Sessions::displayServer(), areWindowsOperated);
     if (Sessions::isWaylandNamed() && !choice.isEmpty())
         qputenv("QT_QPA_PLATFORM", choice.toLatin1());
     return !choice.isEmpty();

@@ -3,6 +3,28 @@
 
 #include <QWindow>
 
+namespace {
+
+// Compositors that tile windows let those float whose size is fixed when they appear. It isn't any more once
+// the window has the focus.
+void appear(QWindow &window)
+{
+    const QSize least = window.minimumSize();
+    const QSize most = window.maximumSize();
+    if (least != most) {
+        window.setMinimumSize(window.size());
+        window.setMaximumSize(window.size());
+        const auto release = [&window, least, most] {
+            window.setMinimumSize(least);
+            window.setMaximumSize(most);
+        };
+        QObject::connect(&window, &QWindow::activeChanged, &window, release, Qt::SingleShotConnection);
+    }
+    window.show();
+}
+
+} // namespace
+
 WaylandWindowStyler::WaylandWindowStyler()
 {
     setCompositing(true);
@@ -26,7 +48,8 @@ void WaylandWindowStyler::bringForward(QWindow &window, const QString &activatio
     // shown anew they place on the current workspace, with the focus.
     if (window.isVisible() && !window.isActive())
         window.hide();
-    window.show();
+    if (!window.isVisible())
+        appear(window);
     window.raise();
     window.requestActivate();
 }

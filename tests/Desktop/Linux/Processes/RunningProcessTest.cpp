@@ -2,7 +2,9 @@
 // What a process is doing.
 #include "Desktop/Linux/Processes/RunningProcess.h"
 
+#include <QFile>
 #include <QProcess>
+#include <QTemporaryDir>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -38,6 +40,25 @@ private Q_SLOTS:
     {
         QVERIFY(!isBusyProcess(0));
         QVERIFY(!isBusyProcess(-1));
+    }
+
+    void aProcessIsFoundByItsProgramAndByItsScript()
+    {
+        QTemporaryDir folder;
+        QFile script(folder.filePath(u"Sample.sh"_s));
+        QVERIFY(script.open(QIODevice::WriteOnly));
+        script.write("read line\n");
+        script.close();
+        QProcess process;
+        process.start(u"/bin/sh"_s, {script.fileName()});
+        for (const QString &name : {u"sample.sh"_s, u"sh"_s})
+            QTRY_VERIFY(processesRunning({name}).contains(process.processId()));
+        QCOMPARE(processesRunning({u"sample.sh"_s}), QList{process.processId()});
+        for (const QString &name : {u"sample"_s, QString()})
+            QVERIFY(!processesRunning({name}).contains(process.processId()));
+        process.closeWriteChannel();
+        process.waitForFinished();
+        QCOMPARE(processesRunning({u"sample.sh"_s}), QList<qint64>());
     }
 };
 

@@ -135,7 +135,7 @@ private:
     QProcess m_systemBus; // private
     QByteArray m_systemBusAddress;
     LinuxBench m_bench;
-    LinuxSession m_session{&m_bench.display, std::nullopt};
+    LinuxSession m_session{&m_bench.display, [] { return std::nullopt; }};
     std::shared_ptr<xcb_connection_t> m_other{xcb_connect(nullptr, nullptr), &xcb_disconnect};
 };
 

@@ -34,6 +34,12 @@ QList<KeyStroke> pieces(const QString &whole)
     return strokes;
 }
 
+// sway knows the windows' processes.
+QCoro::Task<QStringList> noPrograms(QString)
+{
+    co_return QStringList();
+}
+
 } // namespace
 
 // A window of this program: the palette, or another application to the receiver.
@@ -81,7 +87,7 @@ private:
 
     SystemClock m_clock;
     WaylandConnection m_connection;
-    WaylandToplevels m_windows{m_connection, m_clock};
+    WaylandToplevels m_windows{m_connection, &noPrograms, m_clock};
     bool m_takesEveryCharacter = true;
     WaylandKeyboard m_keyboard{m_connection, m_windows, [this] { return frontmostWindow(); },
                                [this](RunningApplication) { return takesEveryCharacter(); }, m_clock};

@@ -14,6 +14,15 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+QCoro::Task<QStringList> keyReceiver(QString)
+{
+    co_return QStringList{u"KeyReceiver"_s};
+}
+
+} // namespace
+
 class ToplevelsTest : public QObject
 {
     Q_OBJECT
@@ -23,7 +32,8 @@ private Q_SLOTS:
     void anEmptyDesktopHasNoWindows();
     void windowsAreReportedInTheOrderOfUse();
     void twoProcessesOfAnApplicationAreToldApart();
-    void withoutSwaysSocketTheProcessIsUnknown();
+    void withoutSwaysSocketTheProcessIsFoundByItsProgram();
+    void withoutSwaysSocketOneOfTwoProcessesIsUnknown();
     void aWindowIsBroughtForward();
     void aWindowThatIsGoneIsNamed();
     void aWindowIsClosed();
@@ -34,11 +44,13 @@ private:
     // Opens a window with each title, of one process, in this order.
     void open(const QStringList &titles);
     std::optional<DesktopWindow> windowCalled(const QString &title);
+    // What a compositor without processes of its own would report.
+    WindowSnapshot withoutSocket();
 
     QProcess m_program;
     SystemClock m_clock;
     WaylandConnection m_connection;
-    WaylandToplevels m_toplevels{m_connection, m_clock};
+    WaylandToplevels m_toplevels{m_connection, &keyReceiver, m_clock};
 };
 
 void ToplevelsTest::open(const QStringList &titles)
@@ -58,6 +70,17 @@ std::optional<DesktopWindow> ToplevelsTest::windowCalled(const QString &title)
             return window;
     }
     return std::nullopt;
+}
+
+WindowSnapshot ToplevelsTest::withoutSocket()
+{
+    const QByteArray socket = qgetenv("SWAYSOCK");
+    qunsetenv("SWAYSOCK");
+    WaylandConnection connection;
+    WaylandToplevels toplevels{connection, &keyReceiver, m_clock};
+    const WindowSnapshot snapshot = Awaited::result(toplevels.snapshot());
+    qputenv("SWAYSOCK", socket);
+    return snapshot;
 }
 
 void ToplevelsTest::cleanup()
@@ -108,18 +131,28 @@ void ToplevelsTest::twoProcessesOfAnApplicationAreToldApart()
     other.waitForFinished();
 }
 
-void ToplevelsTest::withoutSwaysSocketTheProcessIsUnknown()
+void ToplevelsTest::withoutSwaysSocketTheProcessIsFoundByItsProgram()
 {
     open({u"First"_s, u"Second"_s});
-    const QByteArray socket = qgetenv("SWAYSOCK");
-    qunsetenv("SWAYSOCK");
-    WaylandConnection connection;
-    WaylandToplevels toplevels{connection, m_clock};
-    const WindowSnapshot snapshot = Awaited::result(toplevels.snapshot());
-    qputenv("SWAYSOCK", socket);
+    const WindowSnapshot snapshot = withoutSocket();
+    QCOMPARE(snapshot.windows.size(), 2);
+    QCOMPARE(snapshot.windows.at(0).process, m_program.processId());
+    QCOMPARE(snapshot.windows.at(1).process, m_program.processId());
+}
+
+void ToplevelsTest::withoutSwaysSocketOneOfTwoProcessesIsUnknown()
+{
+    QProcess other;
+    other.start(QString::fromLatin1(KEY_RECEIVER), {u"Other"_s});
+    QVERIFY(QTest::qWaitFor([] { return Screen::windows().size() == 1; }, PrivateDesktop::patience));
+    m_program.start(QString::fromLatin1(KEY_RECEIVER), {u"Another"_s});
+    QVERIFY(QTest::qWaitFor([] { return Screen::windows().size() == 2; }, PrivateDesktop::patience));
+    const WindowSnapshot snapshot = withoutSocket();
     QCOMPARE(snapshot.windows.size(), 2);
     QVERIFY(snapshot.windows.at(0).process < 0);
     QCOMPARE(snapshot.windows.at(1).process, snapshot.windows.at(0).process);
+    other.kill();
+    other.waitForFinished();
 }
 
 void ToplevelsTest::aWindowIsBroughtForward()

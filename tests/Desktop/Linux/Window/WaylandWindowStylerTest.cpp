@@ -38,6 +38,28 @@ private Q_SLOTS:
         QVERIFY(!(window.windowStates() & Qt::WindowMinimized));
     }
 
+    void itsSizeIsFixedOnlyWhileItAppears()
+    {
+        constexpr QSize least(300, 200);
+        constexpr QSize most(900, 800);
+        WaylandWindowStyler own;
+        WindowStyler &styler = own;
+        QRasterWindow window;
+        styler.style(window);
+        window.setMinimumSize(least);
+        window.setMaximumSize(most);
+        window.resize(400, 300);
+        for (int summons = 0; summons < 2; ++summons) {
+            styler.bringForward(window);
+            QVERIFY(!window.isActive());
+            QCOMPARE(window.minimumSize(), QSize(400, 300));
+            QCOMPARE(window.maximumSize(), QSize(400, 300));
+        }
+        QTRY_VERIFY(window.isActive());
+        QCOMPARE(window.minimumSize(), least);
+        QCOMPARE(window.maximumSize(), most);
+    }
+
     void theTokenIsPassedToQt()
     {
         qunsetenv("XDG_ACTIVATION_TOKEN");

@@ -5,6 +5,7 @@
 #include "applications/support/Doctor.h"
 #include "applications/support/GnomeQuestions.h"
 #include "applications/support/GnomeScreen.h"
+#include "applications/support/LocalSite.h"
 #include "applications/support/OrvaneProgram.h"
 #include "applications/support/PrivateDesktop.h"
 #include "applications/support/Screen.h"
@@ -18,10 +19,13 @@
 #include <QTest>
 #include <QTimer>
 
+#include <array>
 #include <optional>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 using GnomeQuestions::Decision;
+using GnomeScreen::Layout;
 
 namespace {
 
@@ -31,6 +35,15 @@ const QString editorTask = u"Open TextEdit and type quarterly numbers look fine"
 constexpr int tabKey = 15;
 constexpr int returnKey = 28;
 constexpr int shiftKey = 42;
+
+constexpr std::array layouts{std::pair{"US", Layout::US}, std::pair{"German", Layout::German},
+                             std::pair{"French", Layout::French}, std::pair{"Russian", Layout::Russian}};
+
+// Editors don't agree on the blanks around words that are cut.
+QByteArray lettersIn(const QString &path)
+{
+    return PrivateDesktop::read(path).simplified().replace(' ', "");
+}
 
 qsizetype coloursAcross(const QImage &picture)
 {
@@ -58,6 +71,10 @@ private Q_SLOTS:
     void textNeedsNoPermission();
     void keysNeedThePermissionOnce();
     void textArrivesAndIsSaved();
+    void shortcutsWorkOnEveryLayout_data();
+    void shortcutsWorkOnEveryLayout();
+    void tabsAreChosenByDigitOnEveryLayout_data();
+    void tabsAreChosenByDigitOnEveryLayout();
     void keysGoToTheApplicationThatIsFocused();
     void aHeldModifierKeepsKeysBack();
     void controlsAreReadAndPressed();
@@ -73,6 +90,9 @@ private Q_SLOTS:
 private:
     // Opens the document in an editor; false on timeout.
     bool openEditor(const QString &program, const QString &path);
+
+    // Presses the key; fails the test if that fails.
+    void press(const QString &key, const QString &modifiers = {});
 
     Outcome save(std::optional<Decision> decision = std::nullopt);
 
@@ -92,6 +112,7 @@ void GnomeTest::initTestCase()
 void GnomeTest::cleanup()
 {
     QVERIFY2(PrivateDesktop::clear(), qPrintable(Screen::described()));
+    QVERIFY(GnomeScreen::useLayout(Layout::US));
 }
 
 bool GnomeTest::openEditor(const QString &program, const QString &path)
@@ -168,6 +189,74 @@ void GnomeTest::textArrivesAndIsSaved()
     QVERIFY2(!typed.hasFailed, qPrintable(typed.line));
     const Outcome saved = save();
     VERIFY_ON_GNOME(PrivateDesktop::read(path).trimmed() == text.toUtf8(), saved);
+}
+
+void GnomeTest::press(const QString &key, const QString &modifiers)
+{
+    const Outcome outcome = m_runner->perform("press_key", {{"key", key}, {"modifiers", modifiers}});
+    QVERIFY2(!outcome.hasFailed, qPrintable(outcome.line));
+}
+
+void GnomeTest::shortcutsWorkOnEveryLayout_data()
+{
+    QTest::addColumn<Layout>("layout");
+    QTest::addColumn<QString>("program");
+    for (const QString &program : {u"mousepad"_s, u"gnome-text-editor"_s}) {
+        for (const auto &[name, layout] : layouts)
+            QTest::addRow("%s, %s", name, qPrintable(program)) << layout << program;
+    }
+}
+
+// Selects words, letters and everything, copies, pastes, undoes and saves.
+void GnomeTest::shortcutsWorkOnEveryLayout()
+{
+    QFETCH(const Layout, layout);
+    QFETCH(const QString, program);
+    const QString path = PrivateDesktop::home(u"Documents/keys.txt"_s);
+    QVERIFY(GnomeScreen::useLayout(layout));
+    QVERIFY2(openEditor(program, path), qPrintable(Screen::described()));
+    m_runner->perform("type_text", {{"text", u"alpha beta gamma"_s}});
+    press(u"left"_s, u"command+shift"_s);
+    press(u"x"_s, u"command"_s);
+    press(u"left"_s);
+    press(u"left"_s, u"shift"_s);
+    press(u"delete"_s);
+    press(u"return"_s);
+    press(u"v"_s, u"command"_s);
+    const Outcome pasted = save();
+    VERIFY_ON_GNOME(lettersIn(path) == "alphabetgamma", pasted);
+    press(u"a"_s, u"command"_s);
+    press(u"c"_s, u"control"_s);
+    press(u"v"_s, u"ctrl"_s);
+    press(u"v"_s, u"ctrl"_s);
+    const Outcome doubled = save();
+    VERIFY_ON_GNOME(lettersIn(path) == "alphabetgammaalphabetgamma", doubled);
+    press(u"z"_s, u"command"_s);
+    const Outcome undone = save();
+    VERIFY_ON_GNOME(lettersIn(path) == "alphabetgamma", undone);
+}
+
+void GnomeTest::tabsAreChosenByDigitOnEveryLayout_data()
+{
+    QTest::addColumn<Layout>("layout");
+    for (const auto &[name, layout] : layouts)
+        QTest::addRow("%s", name) << layout;
+}
+
+void GnomeTest::tabsAreChosenByDigitOnEveryLayout()
+{
+    QFETCH(const Layout, layout);
+    LocalSite site;
+    site.setPage(u"/first"_s, u"First page"_s, {});
+    site.setPage(u"/second"_s, u"Second page"_s, {});
+    QVERIFY(GnomeScreen::useLayout(layout));
+    PrivateDesktop::start(u"firefox-esr"_s, {site.address(u"/first"_s), site.address(u"/second"_s)});
+    QVERIFY2(QTest::qWaitFor([] { return Screen::showsTitle(u"First page"_s); }, PrivateDesktop::patience),
+             qPrintable(Screen::described()));
+    for (const auto &[digit, title] : {std::pair{u"2"_s, u"Second page"_s}, {u"1"_s, u"First page"_s}}) {
+        const Outcome outcome = m_runner->perform("press_key", {{"key", digit}, {"modifiers", u"option"_s}});
+        VERIFY_ON_GNOME(Screen::showsTitle(title), outcome);
+    }
 }
 
 void GnomeTest::keysGoToTheApplicationThatIsFocused()

@@ -7,7 +7,9 @@ import GLib from 'gi://GLib';
 import Meta from 'gi://Meta';
 import Shell from 'gi://Shell';
 import {Extension} from 'resource:///org/gnome/shell/extensions/extension.js';
+import {getKeyboardManager} from 'resource:///org/gnome/shell/misc/keyboardManager.js';
 import * as Main from 'resource:///org/gnome/shell/ui/main.js';
+import {getInputSourceManager, INPUT_SOURCE_TYPE_IBUS} from 'resource:///org/gnome/shell/ui/status/keyboard.js';
 
 const busName = 'org.orvane.Shell';
 const objectPath = '/org/orvane/Shell';
@@ -31,9 +33,10 @@ const interfaceDescription = `
       <arg name="text" type="s" direction="in"/>
       <arg name="result" type="s" direction="out"/>
     </method>
-    <!-- X11's mask. -->
-    <method name="HeldModifiers">
-      <arg name="mask" type="u" direction="out"/>
+    <!-- "modifiers" (u): held keys and locks, as X11's mask; "group" (u): the active layout's in the keymap;
+         "composes" (b): whether an input method makes text of keys. -->
+    <method name="Keyboard">
+      <arg name="state" type="a{sv}" direction="out"/>
     </method>
   </interface>
 </node>`;
@@ -99,6 +102,14 @@ function described(window, recency) {
     };
     return Object.fromEntries(
         Object.entries(values).map(([name, [type, value]]) => [name, new GLib.Variant(type, value)]));
+}
+
+function keyboardState() {
+    return {
+        modifiers: new GLib.Variant('u', global.get_pointer()[2]),
+        group: new GLib.Variant('u', getKeyboardManager().currentLayout?.groupIndex ?? 0),
+        composes: new GLib.Variant('b', getInputSourceManager().currentSource?.type === INPUT_SOURCE_TYPE_IBUS),
+    };
 }
 
 function obstacleToText(window) {
@@ -193,8 +204,8 @@ class Service {
         this._answer(invocation, async () => new GLib.Variant('(s)', [await enterText(window, text)]));
     }
 
-    HeldModifiersAsync(parameters, invocation) {
-        this._answer(invocation, () => new GLib.Variant('(u)', [global.get_pointer()[2]]));
+    KeyboardAsync(parameters, invocation) {
+        this._answer(invocation, () => new GLib.Variant('(a{sv})', [keyboardState()]));
     }
 
     async _answer(invocation, act) {

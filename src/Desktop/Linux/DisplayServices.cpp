@@ -101,9 +101,10 @@ private:
 class ShellExtensionServices : public DisplayServices
 {
 public:
-    ShellExtensionServices(Clock &clock, const DisplayEnvironment &environment)
-        : m_windows(m_extension, clock),
-          m_keyboard(m_extension, m_portals, m_windows, environment.frontmostWindow, clock)
+    ShellExtensionServices(std::unique_ptr<WaylandConnection> connection, Clock &clock,
+                           const DisplayEnvironment &environment)
+        : m_connection(std::move(connection)), m_windows(m_extension, clock),
+          m_keyboard(m_extension, m_portals, *m_connection, m_windows, environment.frontmostWindow, clock)
     {
     }
 
@@ -112,6 +113,7 @@ public:
     ScreenCapture &screenCapture() override { return m_screenCapture; }
 
 private:
+    std::unique_ptr<WaylandConnection> m_connection;
     ShellExtension m_extension;
     PortalBus m_portals;
     ShellWindows m_windows;
@@ -140,9 +142,9 @@ BusExamination sessionBus()
 struct Ways
 {
     SessionType session = SessionType::None;
-    std::unique_ptr<WaylandConnection> compositor; // if it offers everything that actions need
-    bool isExtensionRunning = false;
-    std::optional<QString> obstacle; // set if there is no way
+    std::unique_ptr<WaylandConnection> compositor; // if there is a way
+    bool isExtensionNeeded = false;                // it runs; without it the compositor offers too little
+    std::optional<QString> obstacle;               // set if there is no way
 };
 
 std::optional<QString> obstacleIn(SessionType session, const BusExamination &bus)
@@ -171,9 +173,12 @@ Ways findWays()
         return ways;
     }
     const BusExamination bus = sessionBus();
-    ways.isExtensionRunning = bus.isRunning(ShellExtension::busName);
-    if (!ways.isExtensionRunning)
-        ways.obstacle = obstacleIn(ways.session, bus);
+    if (compositor && bus.isRunning(ShellExtension::busName)) {
+        ways.compositor = std::move(compositor);
+        ways.isExtensionNeeded = true;
+        return ways;
+    }
+    ways.obstacle = obstacleIn(ways.session, bus);
     return ways;
 }
 
@@ -182,10 +187,10 @@ Ways findWays()
 std::unique_ptr<DisplayServices> DisplayServices::connect(Clock &clock, const DisplayEnvironment &environment)
 {
     Ways ways = findWays();
+    if (ways.isExtensionNeeded)
+        return std::make_unique<ShellExtensionServices>(std::move(ways.compositor), clock, environment);
     if (ways.compositor)
         return std::make_unique<WaylandServices>(std::move(ways.compositor), clock, environment);
-    if (ways.isExtensionRunning)
-        return std::make_unique<ShellExtensionServices>(clock, environment);
     return std::make_unique<X11Services>(clock, environment, ways.obstacle);
 }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "applications/support/GnomeScreen.h"
 
+#include "Desktop/Linux/Wayland/UserKeymap.h"
+#include "Support/Awaited.h"
 #include "applications/support/PrivateDesktop.h"
 #include "applications/support/X11Names.h"
 
@@ -11,6 +13,7 @@
 #include <QDBusUnixFileDescriptor>
 #include <QDBusVariant>
 #include <QFile>
+#include <QProcess>
 #include <QTest>
 #include <QVariantMap>
 
@@ -146,6 +149,29 @@ void GnomeScreen::press(int code)
 {
     hold(code);
     release(code);
+}
+
+bool GnomeScreen::useLayout(Layout layout)
+{
+    struct Description
+    {
+        QString name;
+        int keyOfZ; // none types it: 0
+    };
+    static const QMap<Layout, Description> layouts{{Layout::US, {u"us"_s, 52}},
+                                                   {Layout::German, {u"de"_s, 29}},
+                                                   {Layout::French, {u"fr"_s, 25}},
+                                                   {Layout::Russian, {u"ru"_s, 0}}};
+    const Description wanted = layouts.value(layout);
+    QProcess::execute(u"gsettings"_s, {u"set"_s, u"org.gnome.desktop.input-sources"_s, u"sources"_s,
+                                       u"[('xkb', '%1')]"_s.arg(wanted.name)});
+    WaylandConnection connection;
+    UserKeymap keymap(connection);
+    const auto isUsed = [&] {
+        const UserLayout now = Awaited::result(keymap.layout(0));
+        return now.keys.characters.value(U'z').code == wanted.keyOfZ;
+    };
+    return QTest::qWaitFor(isUsed, PrivateDesktop::patience);
 }
 
 void GnomeScreen::copy(const QString &text)

@@ -15,6 +15,12 @@ void hold(int code);
 void release(int code);
 void press(int code);
 
+// Layouts by XKB's names.
+enum class Layout { US, German, French, Russian };
+
+// Gives the user's keyboards this layout, through the desktop's settings. False on timeout.
+bool useLayout(Layout layout);
+
 // Replaces what was copied by this text.
 void copy(const QString &text);
 

@@ -17,6 +17,8 @@ const PortalBus::Sentences sentences{
 constexpr uint keyboard = 1;
 constexpr uint untilRevoked = 2;
 
+constexpr std::uint8_t kernelOffset = 8; // XKB's keycodes are the kernel's plus this
+
 } // namespace
 
 RemoteKeys::RemoteKeys(PortalBus &bus, const QString &session) : m_bus(bus), m_session(session) {}
@@ -57,11 +59,11 @@ QCoro::Task<std::unique_ptr<RemoteKeys>> RemoteKeys::open(PortalBus &bus)
 }
 
 // One by one: the portal handles calls on several threads.
-QCoro::Task<void> RemoteKeys::set(QList<std::uint32_t> symbols, KeyState state)
+QCoro::Task<void> RemoteKeys::set(QList<std::uint8_t> codes, KeyState state)
 {
-    for (const std::uint32_t symbol : symbols) {
+    for (const std::uint8_t code : codes) {
         const QVariantList arguments{QVariant::fromValue(QDBusObjectPath(m_session)), QVariantMap(),
-                                     int(symbol), uint(state)};
-        co_await m_bus.call(PortalBus::path(), interface, u"NotifyKeyboardKeysym"_s, arguments);
+                                     code - kernelOffset, uint(state)};
+        co_await m_bus.call(PortalBus::path(), interface, u"NotifyKeyboardKeycode"_s, arguments);
     }
 }

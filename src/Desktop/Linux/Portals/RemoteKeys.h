@@ -21,10 +21,10 @@ public:
 
     enum class KeyState : uint { Released = 0, Pressed = 1 };
 
-    // Presses or releases the keys in this order. The desktop finds the keys by their X keysyms. Returns once
-    // the portal has taken them, but perhaps not yet the desktop. Throws PlatformError; keys may then be
-    // pressed until this object is destroyed.
-    QCoro::Task<void> set(QList<std::uint32_t> symbols, KeyState state);
+    // Presses or releases the keys with these XKB keycodes, in this order. Returns once the portal has taken
+    // them, but perhaps not yet the desktop. Throws PlatformError; keys may then be pressed until this object
+    // is destroyed.
+    QCoro::Task<void> set(QList<std::uint8_t> codes, KeyState state);
 
 private:
     RemoteKeys(PortalBus &bus, const QString &session);

@@ -23,6 +23,7 @@ const QString path = u"/org/orvane/Shell"_s;
 
 // In X11's mask: Shift, Control, Alt, Super and AltGr. Locks and buttons are none.
 constexpr std::uint32_t modifierMask = 1U << 0 | 1U << 2 | 1U << 3 | 1U << 6 | 1U << 7;
+constexpr std::uint32_t capsLockMask = 1U << 1;
 
 // The shell numbers windows whose application it doesn't know: "window:7".
 QString entryIdentifier(const QString &application)
@@ -147,9 +148,16 @@ QCoro::Task<ShellExtension::Entry> ShellExtension::enterText(std::uint32_t windo
     co_return result == "no text field"_L1 ? Entry::NoTextField : Entry::NoFocus;
 }
 
-QCoro::Task<bool> ShellExtension::isModifierHeld()
+QCoro::Task<ShellExtension::Keys> ShellExtension::keys()
 {
     const QVariantList nothing;
-    const QDBusMessage answer = co_await ask(u"HeldModifiers"_s, nothing);
-    co_return (answer.arguments().value(0).toUInt() & modifierMask) != 0;
+    const QDBusMessage answer = co_await ask(u"Keyboard"_s, nothing);
+    const QVariantMap state = qdbus_cast<QVariantMap>(answer.arguments().value(0));
+    const std::uint32_t modifiers = state.value(u"modifiers"_s).toUInt();
+    Keys keys;
+    keys.isModifierHeld = (modifiers & modifierMask) != 0;
+    keys.isCapsLockOn = (modifiers & capsLockMask) != 0;
+    keys.group = state.value(u"group"_s).toUInt();
+    keys.areComposed = state.value(u"composes"_s).toBool();
+    co_return keys;
 }

@@ -39,8 +39,16 @@ public:
     // window. Line feeds and tabs are pressed as keys; there must be no other control characters.
     QCoro::Task<Entry> enterText(std::uint32_t window, QString text);
 
-    // Whether the user holds a modifier key.
-    QCoro::Task<bool> isModifierHeld();
+    struct Keys
+    {
+        bool isModifierHeld = false;
+        bool isCapsLockOn = false;
+        std::uint32_t group = 0;  // the active layout's in the keymap
+        bool areComposed = false; // an input method makes text of them
+    };
+
+    // The state of the user's keyboard.
+    QCoro::Task<Keys> keys();
 
 private:
     static QCoro::Task<QDBusMessage> ask(QString method, QVariantList arguments,

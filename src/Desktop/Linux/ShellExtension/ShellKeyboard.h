@@ -1,16 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "Desktop/Clock.h"
-#include "Desktop/Linux/Portals/PortalBus.h"
-#include "Desktop/Linux/ShellExtension/ShellExtension.h"
+#include "Desktop/Linux/ShellExtension/ShellKeys.h"
+#include "Desktop/Linux/ShellExtension/ShellStrokes.h"
 #include "Desktop/Linux/Typing/ReceiverKeyboard.h"
-
-#include <QTimer>
-
-#include <memory>
-
-class RemoteKeys;
 
 // The keyboard of a desktop with our shell extension: text goes to the focused text field as from an input
 // method, whatever the layout; keys go through a portal. All arguments must outlive this
@@ -18,9 +11,8 @@ class RemoteKeys;
 class ShellKeyboard : public ReceiverKeyboard
 {
 public:
-    ShellKeyboard(ShellExtension &extension, PortalBus &portals, WindowSystem &windowSystem,
-                  FrontmostWindow frontmostWindow, Clock &clock);
-    ~ShellKeyboard() override;
+    ShellKeyboard(ShellExtension &extension, PortalBus &portals, WaylandConnection &connection,
+                  WindowSystem &windowSystem, FrontmostWindow frontmostWindow, Clock &clock);
 
     // The first time that keys are needed, the desktop asks the user.
     QCoro::Task<void> post(QList<KeyStroke> strokes, std::chrono::microseconds pause,
@@ -31,22 +23,20 @@ private:
     // What went wrong depends on whether something was typed before.
     struct Typing
     {
+        std::optional<RunningApplication> receiver;
         DesktopWindow window;
         bool hasBegun = false;
+
+        QString consequence() const;
     };
 
-    QCoro::Task<void> openKeys();
-    QCoro::Task<void> waitForModifiers();
-    QCoro::Task<void> press(Typing &typing, QList<std::uint32_t> symbols);
-    QCoro::Task<void> send(QList<std::uint32_t> symbols);
-    QCoro::Task<void> confirmModifiers(bool areHeld);
+    QCoro::Task<void> press(Typing &typing, KeyStroke stroke);
+    QCoro::Task<void> requireFocus(const Typing &typing);
     QCoro::Task<void> enter(Typing &typing, QString text);
 
     ShellExtension &m_extension;
-    PortalBus &m_portals;
     WindowSystem &m_windowSystem;
     FrontmostWindow m_frontmostWindow;
     Clock &m_clock;
-    std::unique_ptr<RemoteKeys> m_keys;
-    QTimer m_closingKeys;
+    ShellKeys m_keys;
 };

@@ -3,16 +3,16 @@
 
 #include "Desktop/Keyboard.h"
 
-// Either text for an input method, whose only control characters are line feeds and tabs, or the keysyms of
-// keys to hold down together.
+// A key, or a piece of a text for an input method, whose only control characters are line feeds and tabs.
 struct ShellStroke
 {
-    QString text;
-    QList<std::uint32_t> symbols;
+    KeyStroke stroke;
     bool endsStroke = false; // the pause follows
+
+    bool isText() const { return !stroke.text.isEmpty(); }
 
     friend bool operator==(const ShellStroke &, const ShellStroke &) = default;
 };
 
-// Divides the strokes into text and keys. Throws PlatformError if a stroke can't be typed. A pure function.
+// Divides long texts. Throws PlatformError if a text can't be typed. A pure function.
 QList<ShellStroke> planShellStrokes(const QList<KeyStroke> &strokes);

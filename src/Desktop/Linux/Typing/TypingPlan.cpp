@@ -7,10 +7,14 @@
 #include <xkbcommon/xkbcommon.h>
 
 #include <algorithm>
+#include <array>
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+constexpr std::array allModifiers{ModifierKey::Control, ModifierKey::Alternate, ModifierKey::Shift,
+                                  ModifierKey::ThirdLevel};
 
 ModifierKeys modifiersOf(EventFlags flags)
 {
@@ -128,8 +132,7 @@ private:
     void add(const KeyboardLayout::Key &key, ModifierKeys modifiers)
     {
         const ModifierKeys all = key.modifiers | modifiers;
-        for (const ModifierKey each :
-             {ModifierKey::Shift, ModifierKey::Control, ModifierKey::Alternate, ModifierKey::ThirdLevel}) {
+        for (const ModifierKey each : allModifiers) {
             if (all.testFlag(each) && !m_layout.modifierCodes.contains(each))
                 throw PlatformError(u"The keyboard layout lacks a modifier key."_s);
         }
@@ -151,6 +154,17 @@ private:
 };
 
 } // namespace
+
+QList<std::uint8_t> codesOf(const PlannedKey &key, const KeyboardLayout &layout)
+{
+    QList<std::uint8_t> codes;
+    for (const ModifierKey each : allModifiers) {
+        if (key.modifiers.testFlag(each))
+            codes.append(layout.modifierCodes.value(each));
+    }
+    codes.append(key.code);
+    return codes;
+}
 
 bool isLineBreak(char32_t character)
 {

@@ -28,6 +28,9 @@ struct TypingBatch
 // function.
 QList<TypingBatch> planTyping(const QList<KeyStroke> &strokes, const KeyboardLayout &layout);
 
+// The keycodes to press in this order, and to release in reverse: those of the modifiers, then the key's.
+QList<std::uint8_t> codesOf(const PlannedKey &key, const KeyboardLayout &layout);
+
 // Whether the character is typed as Return.
 bool isLineBreak(char32_t character);
 

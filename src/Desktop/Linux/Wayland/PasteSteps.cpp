@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/Wayland/PasteSteps.h"
 
+#include "Desktop/Linux/Typing/VirtualKeys.h"
+
 #include <algorithm>
+
+#include <xkbcommon/xkbcommon.h>
 
 namespace {
 
@@ -32,15 +36,28 @@ public:
 
     void add(const KeyStroke &stroke)
     {
-        if (stroke.text.isEmpty())
+        const QString text = stroke.text.isEmpty() ? missingCharacter(stroke) : stroke.text;
+        if (text.isEmpty())
             addKeys(stroke);
         else
-            addText(stroke.text);
+            addText(text);
     }
 
     QList<PasteStep> steps() const { return m_steps; }
 
 private:
+    // What the key types if the layout lacks it; empty for shortcuts.
+    QString missingCharacter(const KeyStroke &stroke) const
+    {
+        const bool isShortcut = stroke.flags & ~EventFlags(EventFlag::Shift);
+        const std::optional<std::uint32_t> symbol = symbolOfVirtualKey(stroke.virtualKey);
+        const char32_t character = symbol && !isShortcut ? xkb_keysym_to_utf32(*symbol) : 0;
+        if (character == 0 || m_layout.symbols.contains(*symbol))
+            return {};
+        const QString typed = QString::fromUcs4(&character, 1);
+        return stroke.flags.testFlag(EventFlag::Shift) ? typed.toUpper() : typed;
+    }
+
     void addText(const QString &text)
     {
         QString line;

@@ -17,7 +17,8 @@ enum class OwnCharacters { Typed, Pasted };
 // one. Each of its lines is typed with keys, or pasted as a whole if it has a character that the layout
 // lacks. Line breaks and tabs are always keys.
 //
-// With Control or Alternate, a letter of another group or a digit that needs Shift (as on AZERTY) is the
-// plain key that has it, as users press it. Throws PlatformError if a stroke can't be typed. A pure function.
+// A key whose character the layout lacks is such a text, too. With Control or Alternate, a letter of another
+// group or a digit that needs Shift (as on AZERTY) is the plain key that has it, as users press it. Throws
+// PlatformError if a stroke can't be typed. A pure function.
 QList<PasteStep> planPasteSteps(const QList<KeyStroke> &strokes, const KeyboardLayout &layout,
                                 OwnCharacters ownCharacters);

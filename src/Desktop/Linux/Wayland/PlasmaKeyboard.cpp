@@ -132,21 +132,16 @@ QCoro::Task<bool> PlasmaKeyboard::canSendKeys()
     return m_connection.answers();
 }
 
-QCoro::Task<PlasmaKeyboard::UserLayout> PlasmaKeyboard::layout()
+QCoro::Task<UserLayout> PlasmaKeyboard::layout()
 {
-    UserLayout result;
-    result.group = co_await m_layouts.activeGroup();
-    co_await m_connection.roundTrip();
-    result.keys = m_keymap.layout(result.group);
-    result.keymap = m_keymap.number();
-    co_return result;
+    const std::uint32_t group = co_await m_layouts.activeGroup();
+    co_return co_await m_keymap.layout(group);
 }
 
 QCoro::Task<void> PlasmaKeyboard::requireSameLayout(UserLayout layout)
 {
     const std::uint32_t group = co_await m_layouts.activeGroup();
-    if (group != layout.group || m_keymap.number() != layout.keymap)
-        throw PlatformError(u"The keyboard layout changed, so typing was stopped."_s);
+    m_keymap.requireSame(layout, group);
 }
 
 QCoro::Task<void> PlasmaKeyboard::waitForUsersModifiers(QString consequence)
@@ -164,13 +159,7 @@ QCoro::Task<void> PlasmaKeyboard::waitForUsersModifiers(QString consequence)
 void PlasmaKeyboard::send(const QList<PlannedKey> &keys, const KeyboardLayout &layout)
 {
     for (const PlannedKey &key : keys) {
-        QList<std::uint8_t> codes;
-        for (const ModifierKey each :
-             {ModifierKey::Control, ModifierKey::Alternate, ModifierKey::Shift, ModifierKey::ThirdLevel}) {
-            if (key.modifiers.testFlag(each))
-                codes.append(layout.modifierCodes.value(each));
-        }
-        codes.append(key.code);
+        const QList<std::uint8_t> codes = codesOf(key, layout);
         for (const std::uint8_t code : codes)
             sendKey(code, WL_KEYBOARD_KEY_STATE_PRESSED);
         for (auto code = codes.crbegin(); code != codes.crend(); ++code)

@@ -44,14 +44,6 @@ public:
     QCoro::Task<bool> canSendKeys() override;
 
 private:
-    // The user's layout at one moment.
-    struct UserLayout
-    {
-        KeyboardLayout keys;
-        std::uint32_t group = 0;
-        int keymap = 0;
-    };
-
     struct Plan
     {
         UserLayout layout;

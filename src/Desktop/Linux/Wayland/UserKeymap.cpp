@@ -47,7 +47,7 @@ struct UserKeymap::Listener
 };
 
 UserKeymap::UserKeymap(WaylandConnection &connection)
-    : m_seat(connection.bind<wl_seat>(wl_seat_interface, 5)),
+    : m_connection(connection), m_seat(connection.bind<wl_seat>(wl_seat_interface, 5)),
       m_context(xkb_context_new(XKB_CONTEXT_NO_DEFAULT_INCLUDES))
 {
     wl_seat_add_listener(m_seat, &Listener::seat, this);
@@ -74,9 +74,20 @@ void UserKeymap::read(int descriptor, std::size_t size)
     ++m_number;
 }
 
-KeyboardLayout UserKeymap::layout(std::uint32_t group) const
+QCoro::Task<UserLayout> UserKeymap::layout(std::uint32_t group)
 {
+    // At first, the answer is that there is a keyboard.
+    if (!m_keymap)
+        co_await m_connection.roundTrip();
+    co_await m_connection.roundTrip();
     if (!m_keymap)
         throw PlatformError(u"The compositor hasn't told the keyboard's layout."_s);
-    return layoutOf(m_keymap.get(), group);
+    const UserLayout layout{layoutOf(m_keymap.get(), group), group, m_number};
+    co_return layout;
+}
+
+void UserKeymap::requireSame(const UserLayout &layout, std::uint32_t group) const
+{
+    if (group != layout.group || m_number != layout.keymap)
+        throw PlatformError(u"The keyboard layout changed, so typing was stopped."_s);
 }

@@ -136,6 +136,12 @@ private Q_SLOTS:
         QCOMPARE(described(steps({key(17, EventFlag::Command)}, layoutNamed("us,ru", 1))), u"control+28"_s);
     }
 
+    void aKeyThatTheLayoutLacksIsPasted()
+    {
+        const QList<KeyStroke> strokes{key(0), key(0, EventFlag::Shift), key(33, EventFlag::Shift), key(19)};
+        QCOMPARE(described(steps(strokes, layoutNamed("ru,us"))), u"\"a\" \"A\" \"[\" 11"_s);
+    }
+
     void aShortcutWithoutAKeyIsRefused()
     {
         QCOMPARE(errorOf({key(17, EventFlag::Command)}, layoutNamed("ru")),

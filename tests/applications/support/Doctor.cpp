@@ -35,6 +35,7 @@ QByteArray callSwitch(const QString &method, const QStringList &arguments)
     return output(u"dbus-send"_s, call + arguments);
 }
 
+// Without the window manager's settings, which are saved some time after it has started.
 QStringList filesAtHome()
 {
     QStringList files;
@@ -42,6 +43,7 @@ QStringList filesAtHome()
                      QDirIterator::Subdirectories);
     while (all.hasNext())
         files << all.next();
+    files.removeIf([](const QString &file) { return file.contains("/.config/xfce4"_L1); });
     files.sort();
     return files;
 }

@@ -5,6 +5,8 @@
 say() { printf '%s\n' "$*" >&2; }
 fail() { say "orvane: $*"; exit 1; }
 
+. scripts/progress.sh
+
 is_mac() { [ "$(uname -s)" = Darwin ]; }
 
 # prepare_build PRESET [CMAKE OPTION...]: finds llama.cpp (fetching it once) and configures build/PRESET.
@@ -24,17 +26,22 @@ prepare_build() {
         prefix=$(scripts/fetch-llama) || exit
     fi
     # Reconfiguring takes a second; show its output only on failure.
-    local log
-    log=$(cmake --preset "$preset" ${prefix:+-DCMAKE_PREFIX_PATH="$prefix"} "$@" 2>&1) || {
+    local log launcher
+    launcher=${CMAKE_CXX_COMPILER_LAUNCHER-$(command -v ccache || true)}
+    log=$(cmake --preset "$preset" ${prefix:+-DCMAKE_PREFIX_PATH="$prefix"} -DCMAKE_C_COMPILER_LAUNCHER="$launcher" \
+        -DCMAKE_CXX_COMPILER_LAUNCHER="$launcher" "$@" 2>&1) || {
         say "$log"
         fail "the build could not be configured; the last lines above say why."
     }
 }
 
-# build PRESET [TARGET...]: prints one line per step.
+# build PRESET [TARGET...]: the compilers' output goes to build/PRESET/build.log.
 build() {
-    local preset=$1
+    local preset=$1 log=build/$1/build.log
     shift
     [ $# -eq 0 ] || set -- --target "$@"
-    cmake --build "build/$preset" "$@" >&2 || fail "the build failed; the first error above says why."
+    with_progress "Building Orvane" "$log" cmake --build "build/$preset" "$@" || {
+        first_failure "$log" >&2
+        fail "the build failed; the lines above say why, and $log has all of it."
+    }
 }

@@ -32,7 +32,7 @@ std::optional<QList<FolderEntry>> listed(const QString &path)
         iterator.next();
         const QDateTime date = iterator.fileInfo().lastModified();
         const std::optional<QDateTime> known = date.isValid() ? std::optional(date) : std::nullopt;
-        entries.append({iterator.fileName(), known});
+        entries.append({iterator.fileName(), known, iterator.fileInfo().isDir()});
     }
     return entries;
 }
@@ -105,6 +105,49 @@ void moveToTrash(const QString &path)
     throw PlatformError(u"“%1” couldn't be moved to the Trash."_s.arg(name));
 }
 
+[[noreturn]] void failTo(const QString &what, const QString &path, const QString &reason)
+{
+    throw PlatformError(u"“%1” couldn't be %2: %3."_s.arg(QFileInfo(path).fileName(), what, reason));
+}
+
+std::filesystem::path nativePath(const QString &path)
+{
+    return QFile::encodeName(path).toStdString();
+}
+
+void requireFree(const QString &what, const QString &from, const QString &to)
+{
+    if (!isThere(from))
+        failTo(what, from, u"it doesn't exist"_s);
+    if (isThere(to))
+        failTo(what, from, u"“%1” exists already"_s.arg(QFileInfo(to).fileName()));
+}
+
+void copyTo(const QString &from, const QString &to)
+{
+    requireFree(u"copied"_s, from, to);
+    std::error_code error;
+    const auto options =
+        std::filesystem::copy_options::recursive | std::filesystem::copy_options::copy_symlinks;
+    std::filesystem::copy(nativePath(from), nativePath(to), options, error);
+    if (error)
+        failTo(u"copied"_s, from, QString::fromStdString(error.message()));
+}
+
+// A move to another file system copies first.
+void moveTo(const QString &from, const QString &to)
+{
+    requireFree(u"moved"_s, from, to);
+    std::error_code error;
+    std::filesystem::rename(nativePath(from), nativePath(to), error);
+    if (error == std::errc::cross_device_link) {
+        copyTo(from, to);
+        std::filesystem::remove_all(nativePath(from), error);
+    }
+    if (error)
+        failTo(u"moved"_s, from, QString::fromStdString(error.message()));
+}
+
 } // namespace
 
 Files::Files(QString homeDirectory, FolderFinder findFolder)
@@ -137,6 +180,18 @@ QCoro::Task<void> Files::createDirectory(QString path)
 {
     const auto creation = m_queue.run([path] { create(path); });
     co_await creation;
+}
+
+QCoro::Task<void> Files::move(QString from, QString to)
+{
+    const auto job = m_queue.run([from, to] { moveTo(from, to); });
+    co_await job;
+}
+
+QCoro::Task<void> Files::copy(QString from, QString to)
+{
+    const auto job = m_queue.run([from, to] { copyTo(from, to); });
+    co_await job;
 }
 
 QCoro::Task<void> Files::trash(QString path)

@@ -15,6 +15,7 @@ struct FolderEntry
 {
     QString name;
     std::optional<QDateTime> modificationDate;
+    bool isFolder = false;
 };
 
 // The user's files, on every platform. Disk access runs on a worker queue, so that a slow disk (asleep, or on
@@ -43,6 +44,10 @@ public:
 
     // Creates the folder and its missing parents; succeeds if it exists already. Throws PlatformError.
     QCoro::Task<void> createDirectory(QString path);
+
+    // Moves or copies the file or folder, with all its content. Throws PlatformError, also if `to` exists.
+    QCoro::Task<void> move(QString from, QString to);
+    QCoro::Task<void> copy(QString from, QString to);
 
     // Moves the file or folder to the user's trash. Throws PlatformError.
     QCoro::Task<void> trash(QString path);

@@ -6,6 +6,8 @@
 
 #include <optional>
 
+class ScriptHost;
+
 // The outcome of a script. Texts are cleaned.
 struct ScriptOutcome
 {
@@ -20,10 +22,14 @@ struct ScriptOutcome
     std::optional<QString> text;
 };
 
-// Runs scripts written by the model. A script may take seconds. Thread: main.
+// Runs scripts written by the model. A script may take seconds; it is bounded where we interpret it. Thread:
+// main.
 class Scripting
 {
 public:
     virtual ~Scripting() = default;
-    virtual QCoro::Task<ScriptOutcome> run(QString source) = 0;
+
+    // `host` carries out what the script says to applications, on platforms without an interpreter of their
+    // own; it must outlive the task.
+    virtual QCoro::Task<ScriptOutcome> run(QString source, ScriptHost &host) = 0;
 };

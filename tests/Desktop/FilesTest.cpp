@@ -50,6 +50,11 @@ private Q_SLOTS:
     void aNullInANameIsAnError();
     void wellKnownFoldersResolveToUserFolders_data();
     void wellKnownFoldersResolveToUserFolders();
+    void aListingTellsWhatIsAFolder();
+    void movesAndCopiesWithAllContent_data();
+    void movesAndCopiesWithAllContent();
+    void neverReplacesAnything_data();
+    void neverReplacesAnything();
     void trashingMovesTheItemAway_data();
     void trashingMovesTheItemAway();
     void trashingShortensTooLongNames();
@@ -212,6 +217,64 @@ void FilesTest::wellKnownFoldersResolveToUserFolders()
     QCOMPARE(Awaited::result(files.located(inHome(path))), inHome(place));
     Files plain(home.path());
     QCOMPARE(Awaited::result(plain.located(inHome(path))), inHome(path));
+}
+
+void FilesTest::aListingTellsWhatIsAFolder()
+{
+    addFile(u"file"_s);
+    QVERIFY(QDir(m_home->path()).mkpath(u"parent/folder"_s));
+    addFile(u"parent/file"_s);
+    const auto entries = Awaited::result(m_files->contentsOfDirectory(path(u"parent"_s)));
+    QVERIFY(entries && entries->size() == 2);
+    for (const FolderEntry &entry : *entries)
+        QCOMPARE(entry.isFolder, entry.name == u"folder");
+}
+
+void FilesTest::movesAndCopiesWithAllContent_data()
+{
+    QTest::addColumn<bool>("isMove");
+    QTest::addColumn<QString>("item");
+    QTest::addColumn<QString>("content"); // in it
+    QTest::newRow("move a file") << true << u"file"_s << QString();
+    QTest::newRow("copy a file") << false << u"file"_s << QString();
+    QTest::newRow("move a folder") << true << u"folder"_s << u"/inner/x"_s;
+    QTest::newRow("copy a folder") << false << u"folder"_s << u"/inner/x"_s;
+}
+
+void FilesTest::movesAndCopiesWithAllContent()
+{
+    QFETCH(bool, isMove);
+    QFETCH(QString, item);
+    QFETCH(QString, content);
+    addFile(u"file"_s);
+    QVERIFY(QDir(m_home->path()).mkpath(u"folder/inner"_s));
+    addFile(u"folder/inner/x"_s);
+    const QString from = path(item);
+    const QString to = path(u"target"_s);
+    QCOMPARE(outcome(isMove ? m_files->move(from, to) : m_files->copy(from, to)), u"done"_s);
+    QVERIFY(QFile::exists(to + content));
+    QCOMPARE(QFile::exists(from + content), !isMove);
+}
+
+void FilesTest::neverReplacesAnything_data()
+{
+    QTest::addColumn<QString>("item");
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("the target exists") << u"file"_s << u"“target” exists already."_s;
+    QTest::newRow("the item is missing") << u"none"_s << u"it doesn't exist."_s;
+}
+
+void FilesTest::neverReplacesAnything()
+{
+    QFETCH(QString, item);
+    QFETCH(QString, reason);
+    addFile(u"file"_s);
+    addFile(u"target"_s);
+    QCOMPARE(outcome(m_files->move(path(item), path(u"target"_s))),
+             u"“%1” couldn't be moved: %2"_s.arg(item, reason));
+    QCOMPARE(outcome(m_files->copy(path(item), path(u"target"_s))),
+             u"“%1” couldn't be copied: %2"_s.arg(item, reason));
+    QVERIFY(QFile::exists(path(u"file"_s)));
 }
 
 void FilesTest::trashingMovesTheItemAway_data()

@@ -76,7 +76,7 @@ void ScriptTargetsTest::sends_data()
         "System Events: click menu item \"Save\" of menu \"File\" of menu bar 1 of process \"TextEdit\" of "
         "application \"System Events\"");
     row("tell application \"Finder\" to make new folder at desktop with properties {name:\"New\"}",
-        "Finder: get desktop of application \"Finder\"");
+        "Finder: make, at desktop of application \"Finder\", new folder, with properties {name:\"New\"}");
     row("tell application \"Finder\" to delete file \"a.txt\" of home",
         "Finder: delete file \"a.txt\" of home of application \"Finder\"");
     row("tell application \"Finder\" to reveal file \"a\"",
@@ -91,7 +91,8 @@ void ScriptTargetsTest::sends_data()
     row("tell application \"Music\"\nset n to artist of current track\nend tell",
         "Music: get artist of current track of application \"Music\"");
     row("tell application \"Safari\" to make new tab at window 1 with properties {URL:\"https://a.b\"}",
-        "Safari: get window 1 of application \"Safari\"");
+        "Safari: make, at window 1 of application \"Safari\", new \"\t\", with properties "
+        "{url:\"https://a.b\"}");
     row("tell application \"Finder\" to get name of every window",
         "Finder: get name of every window of application \"Finder\"");
     row("tell application \"Finder\" to count windows", "Finder: get every window of application \"Finder\"");
@@ -107,7 +108,7 @@ void ScriptTargetsTest::sends_data()
     row("get the name of front window of application \"Mail\"",
         "Mail: get name of window 1 of application \"Mail\"");
     row("tell application \"Finder\" to move file \"a\" to trash",
-        "Finder: get trash of application \"Finder\"");
+        "Finder: move file \"a\" of application \"Finder\", to trash of application \"Finder\"");
     row("tell application \"Finder\" to open file \"a\" using \"b\"",
         "Finder: open file \"a\" of application \"Finder\", using \"b\"");
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Names, windows and scripts of real applications, judged by the windows on the screen. Actions on each
+// Names and windows of real applications, judged by the windows on the screen. Actions on each
 // application are tested in matrix/.
 #include "applications/support/DesktopTest.h"
 
@@ -23,7 +23,6 @@ private Q_SLOTS:
     void doesNotQuitWhatDoesNotRun();
     void tellsThatAnApplicationGoesOnWithoutAWindow();
     void listsTheWindowsFrontToBack();
-    void refusesScripts();
 };
 
 void ApplicationsTest::opensByAName_data()
@@ -94,16 +93,6 @@ void ApplicationsTest::listsTheWindowsFrontToBack()
 
     QVERIFY(PrivateDesktop::clear());
     QCOMPARE(perform("list_windows").line, u"none"_s);
-}
-
-void ApplicationsTest::refusesScripts()
-{
-    const Outcome outcome =
-        perform("applescript", {{"script", u"tell application \"Finder\" to activate"_s}});
-    QVERIFY(outcome.hasFailed);
-    QVERIFY2(outcome.line.startsWith("AppleScript error: "_L1) && outcome.line.size() > 25,
-             qPrintable(outcome.line));
-    QVERIFY(Screen::windows().isEmpty());
 }
 
 QTEST_MAIN(ApplicationsTest)

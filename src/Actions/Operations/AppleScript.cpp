@@ -2,12 +2,14 @@
 #include "Actions/Operations/AppleScript.h"
 
 #include "Actions/ActionError.h"
+#include "Actions/Scripts/DesktopScriptHost.h"
 
 using namespace Qt::StringLiterals;
 
 QCoro::Task<QString> appleScript(QString source, Desktop desktop)
 {
-    const ScriptOutcome outcome = co_await desktop.scripting.run(source);
+    DesktopScriptHost host(desktop);
+    const ScriptOutcome outcome = co_await desktop.scripting.run(source, host);
     if (outcome.ending == ScriptOutcome::Ending::Failed)
         throw ActionError(u"AppleScript error: "_s + outcome.text.value_or(u"unknown"_s));
     if (outcome.text)

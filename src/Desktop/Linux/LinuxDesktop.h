@@ -6,7 +6,7 @@
 #include "Desktop/Linux/Atspi/Accessibility.h"
 #include "Desktop/Linux/Atspi/Environment.h"
 #include "Desktop/Linux/DisplayServices.h"
-#include "Desktop/Linux/LinuxScripting.h"
+#include "Desktop/Linux/Scripting/LinuxScripting.h"
 #include "Desktop/Linux/Session/LinuxSession.h"
 #include "Desktop/SystemClock.h"
 

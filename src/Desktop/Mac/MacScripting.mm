@@ -29,7 +29,7 @@ ScriptOutcome outcomeOf(const QString &source)
 
 } // namespace
 
-QCoro::Task<ScriptOutcome> MacScripting::run(QString source)
+QCoro::Task<ScriptOutcome> MacScripting::run(QString source, ScriptHost &)
 {
     co_return outcomeOf(source);
 }

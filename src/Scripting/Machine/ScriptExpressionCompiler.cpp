@@ -34,6 +34,13 @@ bool containsObjects(const QString &property)
     return names.contains(property);
 }
 
+// Whether the parameter is a place, such as `end of tabs of window 1`, which has no value.
+bool isPlace(const QString &command, const QString &label)
+{
+    static const QStringList commands{u"make"_s, u"move"_s, u"duplicate"_s};
+    return commands.contains(command) && (label == u"at" || label == u"to");
+}
+
 bool isElementOfValue(const ScriptNode &node, const ScriptNode &container)
 {
     const bool isValue = container.kind == Kind::Property && !containsObjects(container.name);
@@ -251,8 +258,10 @@ void ScriptExpressionCompiler::command(const ScriptNode &node)
             ScriptVocabulary::commandForm(node.name).direct == ScriptCommandForm::Direct::Object;
         isObject ? object(*direct) : value(*direct);
     }
-    for (std::size_t index = 1; index < node.children.size(); ++index)
-        value(*node.children.at(index));
+    for (std::size_t index = 1; index < node.children.size(); ++index) {
+        const QString &label = node.names.at(static_cast<qsizetype>(index) - 1);
+        isPlace(node.name, label) ? object(*node.children.at(index)) : value(*node.children.at(index));
+    }
     m_writer.addNamed(Op::Command, node.name, m_writer.labels(node.names), direct ? 1 : 0);
 }
 

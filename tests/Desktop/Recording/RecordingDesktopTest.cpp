@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Recording/RecordingDesktop.h"
 #include "Desktop/PlatformError.h"
+#include "Scripting/ScriptHost.h"
 #include "Support/Awaited.h"
 
 #include <QFile>
@@ -29,6 +30,13 @@ QString outcome(QCoro::Task<Result> task)
 {
     return Awaited::result(outcomeOf(std::move(task)));
 }
+
+// Scripts that run here say nothing to it.
+class NoScripts : public ScriptHost
+{
+public:
+    QCoro::Task<std::optional<ScriptValue>> perform(ScriptCommand) override { co_return std::nullopt; }
+};
 
 } // namespace
 
@@ -63,6 +71,7 @@ private:
 
     std::unique_ptr<QTemporaryDir> m_home;
     std::unique_ptr<RecordingDesktop> m_desktop;
+    NoScripts m_scripts;
 };
 
 void RecordingDesktopTest::init()
@@ -91,7 +100,7 @@ void RecordingDesktopTest::theJournalContainsAllChangesInOrder()
     QCOMPARE(outcome(desktop.accessibility.requestTrust()), u"done"_s);
     QCOMPARE(outcome(desktop.keyboard.post(strokes, 0us, m_desktop->workspace.frontmost())), u"done"_s);
     QCOMPARE(outcome(desktop.clock.sleep(600ms)), u"done"_s);
-    QCOMPARE(outcome(desktop.scripting.run(u"beep\nbeep"_s)), u"done"_s);
+    QCOMPARE(outcome(desktop.scripting.run(u"beep\nbeep"_s, m_scripts)), u"done"_s);
     QCOMPARE(outcome(desktop.workspace.activate(m_desktop->workspace.running.first())), u"done"_s);
     QCOMPARE(outcome(desktop.workspace.terminate(m_desktop->workspace.running.first())), u"done"_s);
     const QStringList expected{
@@ -284,7 +293,7 @@ void RecordingDesktopTest::textFromOutsideIsCleaned()
     QCOMPARE(windows.first().name, harmless);
     QCOMPARE(m_desktop->workspace.start(foreign).localizedName, harmless);
     m_desktop->scripting.outcome = {ScriptOutcome::Ending::Failed, foreign};
-    const ScriptOutcome script = Awaited::result(desktop.scripting.run(u"x"_s));
+    const ScriptOutcome script = Awaited::result(desktop.scripting.run(u"x"_s, m_scripts));
     QCOMPARE(script.text, harmless);
     RecordedTree recorded;
     recorded.add(0, {u"AXButton"_s, foreign, foreign, foreign, foreign});
@@ -332,7 +341,10 @@ void RecordingDesktopTest::everyOperationCanFail_data()
     row("keys", O::PostKeys, [](Desktop d) { return outcome(d.keyboard.post({}, 0us, std::nullopt)); });
     row("snapshot", O::Snapshot, [](Desktop d) { return outcome(d.workspace.snapshot()); });
     row("capture", O::Capture, [](Desktop d) { return outcome(d.screenCapture.capture(QString())); });
-    row("script", O::RunScript, [](Desktop d) { return outcome(d.scripting.run(QString())); });
+    row("script", O::RunScript, [](Desktop d) {
+        NoScripts host;
+        return outcome(d.scripting.run(QString(), host));
+    });
 }
 
 void RecordingDesktopTest::everyOperationCanFail()

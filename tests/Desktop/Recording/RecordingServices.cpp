@@ -74,7 +74,7 @@ QCoro::Task<void> RecordingScreenCapture::capture(QString path)
         file.write(smallPicture());
 }
 
-QCoro::Task<ScriptOutcome> RecordingScripting::run(QString source)
+QCoro::Task<ScriptOutcome> RecordingScripting::run(QString source, ScriptHost &)
 {
     co_await m_journal.begin(RecordedOperation::RunScript);
     m_journal.note(u"run script %1"_s.arg(source));

@@ -64,9 +64,9 @@ class RecordingScripting : public Scripting
 public:
     explicit RecordingScripting(RecordingJournal &journal) : m_journal(journal) {}
 
-    ScriptOutcome outcome; // of every script
+    ScriptOutcome outcome; // of every script; the host is ignored
 
-    QCoro::Task<ScriptOutcome> run(QString source) override;
+    QCoro::Task<ScriptOutcome> run(QString source, ScriptHost &host) override;
 
 private:
     RecordingJournal &m_journal;

@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Linux/Scripting/LinuxScripting.h"
+
+#include "Base/Text.h"
+#include "Scripting/ScriptError.h"
+#include "Scripting/ScriptInterpreter.h"
+#include "Scripting/Values/ScriptCoercion.h"
+
+#include <array>
+
+namespace {
+
+// Asks one host after the other; the first that understands a command carries it out.
+class Hosts : public ScriptHost
+{
+public:
+    Hosts(ScriptHost &first, ScriptHost &second, ScriptHost &third) : m_hosts{&first, &second, &third} {}
+
+    QCoro::Task<std::optional<ScriptValue>> perform(ScriptCommand command) override
+    {
+        std::optional<ScriptValue> answer;
+        for (ScriptHost *host : m_hosts) {
+            if (!answer)
+                answer = co_await host->perform(command);
+        }
+        co_return answer;
+    }
+
+private:
+    std::array<ScriptHost *, 3> m_hosts;
+};
+
+} // namespace
+
+LinuxScripting::~LinuxScripting()
+{
+    m_end.request_stop();
+}
+
+QCoro::Task<ScriptOutcome> LinuxScripting::run(QString source, ScriptHost &host)
+{
+    const std::shared_ptr<Services> services = m_services;
+    Hosts hosts(services->notifications, services->players, host);
+    ScriptOutcome outcome;
+    try {
+        const ScriptValue result = co_await ScriptInterpreter::run(source, hosts, m_end.get_token());
+        outcome.text = Text::cleaned(ScriptCoercion::resultText(result));
+    } catch (const ScriptError &error) {
+        outcome.ending = ScriptOutcome::Ending::Failed;
+        outcome.text = Text::cleaned(error.errorDescription());
+    }
+    co_return outcome;
+}

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "Desktop/Linux/Scripting/MediaPlayers.h"
+#include "Desktop/Linux/Scripting/Notifications.h"
+#include "Desktop/Scripting.h"
+
+#include <memory>
+#include <stop_token>
+
+// Interprets AppleScript, which Linux doesn't have; docs/scripts.md describes what is understood. Scripts
+// that are running when this object is destroyed end at their next step.
+class LinuxScripting : public Scripting
+{
+public:
+    LinuxScripting() = default;
+    ~LinuxScripting() override;
+    LinuxScripting(const LinuxScripting &) = delete;
+    LinuxScripting &operator=(const LinuxScripting &) = delete;
+
+    QCoro::Task<ScriptOutcome> run(QString source, ScriptHost &host) override;
+
+private:
+    struct Services
+    {
+        ScriptBus bus;
+        Notifications notifications{bus};
+        MediaPlayers players{bus};
+    };
+
+    std::shared_ptr<Services> m_services = std::make_shared<Services>(); // shared with the running scripts
+    std::stop_source m_end;
+};

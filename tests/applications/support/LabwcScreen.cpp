@@ -5,6 +5,7 @@
 #include "applications/support/WaylandUserKeyboard.h"
 #include "applications/support/X11Names.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -22,14 +23,30 @@ namespace {
 using Handle = zwlr_foreign_toplevel_handle_v1;
 using Manager = zwlr_foreign_toplevel_manager_v1;
 
-// Numbers of processes count up, until they start over after some millions.
+bool isProgram(const QString &process, const QString &program)
+{
+    const QString file = QFile::symLinkTarget(u"/proc/%1/exe"_s.arg(process));
+    return QFileInfo(file).fileName().compare(program, Qt::CaseInsensitive) == 0;
+}
+
+bool hasFilesOfThisHome(const QString &process)
+{
+    const QDir descriptors(u"/proc/%1/fd"_s.arg(process));
+    return std::ranges::any_of(descriptors.entryInfoList(QDir::Files), [](const QFileInfo &file) {
+        return file.symLinkTarget().startsWith(PrivateDesktop::home());
+    });
+}
+
+// Numbers of processes count up, until they start over after some millions. Chromium overwrites its
+// environment, by which processes of this desktop are known, but has its profile open.
 qint64 oldestProcessOf(const QString &program)
 {
+    const QList<qint64> known = PrivateDesktop::processesWith({});
     qint64 oldest = 0;
-    for (const qint64 process : PrivateDesktop::processesWith({})) {
-        const QString file = QFile::symLinkTarget(u"/proc/%1/exe"_s.arg(process));
-        const bool isSame = QFileInfo(file).fileName().compare(program, Qt::CaseInsensitive) == 0;
-        if (isSame && (oldest == 0 || process < oldest))
+    for (const QString &name : QDir(u"/proc"_s).entryList({u"[1-9]*"_s}, QDir::Dirs)) {
+        const qint64 process = name.toLongLong();
+        const bool isOlder = oldest == 0 || process < oldest;
+        if (isOlder && isProgram(name, program) && (known.contains(process) || hasFilesOfThisHome(name)))
             oldest = process;
     }
     return oldest;

@@ -341,9 +341,13 @@ QString ScriptExpressionParser::nextLabel(const QStringList &labels) const
     return longest;
 }
 
-// A name from the vocabulary that the script assigns is the script's own, unless it is used like the phrase.
+// A name from the vocabulary that the script assigns or defines as a handler is the script's own, unless it
+// is used like the phrase.
 bool ScriptExpressionParser::isOwnVariable(const ScriptPhrase &phrase) const
 {
+    const bool isCall = m_cursor.isSymbol(u"(", 1) && m_handlers.contains(m_cursor.peek().text);
+    if (isCall)
+        return true;
     if (phrase.words != 1 || !m_variables.contains(m_cursor.peek().text))
         return false;
     const auto next = m_cursor.peek(1).kind;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "Scripting/ScriptHost.h"
+#include "Scripting/ScriptCommand.h"
 #include "Scripting/Values/ScriptOperators.h"
 
 // The commands that need nothing outside the script: "count", "offset", "round", … Throw ScriptError.

@@ -17,6 +17,11 @@ constexpr int instructionsPerClockReading = 32;
 constexpr qsizetype unitsPerCheck = 1024 * 1024;
 constexpr qsizetype mostDelimiters = 32;
 
+qsizetype ownUnits(const ScriptValue &value)
+{
+    return value.is<QString>() ? 1 + value.as<QString>().size() : 1;
+}
+
 ScriptValue simpleObject(ScriptObject::Kind kind)
 {
     ScriptObject object;
@@ -75,6 +80,7 @@ void ScriptMachine::executeVariable(const ScriptInstruction &instruction)
         break;
     case Op::Duplicate:
         push(ScriptValues::duplicate(pop()));
+        m_produced += ScriptValues::units({&m_values.back()});
         break;
     case Op::LoadVariable:
         load(nameOf(instruction.a), false);
@@ -228,20 +234,21 @@ void ScriptMachine::executeLoop(const ScriptInstruction &instruction)
     default: {
         const QList<ScriptValue> kept = m_loops.back().kept;
         m_loops.pop_back();
-        push(ScriptValue::list(kept));
+        pushNew(ScriptValue::list(kept));
         break;
     }
     }
 }
 
-void ScriptMachine::push(ScriptValue value)
+// Counts what is produced. Lists inside a new list have been counted before.
+void ScriptMachine::pushNew(ScriptValue value)
 {
-    if (value.is<QString>())
-        m_produced += value.as<QString>().size();
-    else if (value.is<ScriptValue::List>())
-        m_produced += value.items().size();
-    m_produced += 1;
-    m_values.push_back(std::move(value));
+    m_produced += ownUnits(value);
+    if (value.is<ScriptValue::List>()) {
+        for (const ScriptValue &item : std::as_const(value.items()))
+            m_produced += ownUnits(item);
+    }
+    push(std::move(value));
 }
 
 ScriptValue ScriptMachine::pop()
@@ -404,7 +411,7 @@ void ScriptMachine::perform(const ScriptInstruction &instruction)
     if (instruction.c != 0)
         command.direct = pop();
     if (const std::optional<ScriptValue> value = ScriptAdditions::perform(command, settings())) {
-        push(*value);
+        pushNew(*value);
         return;
     }
     request(command, Answer::Pushed);
@@ -426,7 +433,7 @@ void ScriptMachine::answer(const ScriptValue &value)
     m_isWaiting = false;
     switch (m_answer) {
     case Answer::Pushed:
-        push(value);
+        pushNew(value);
         break;
     case Answer::Ignored:
         break;

@@ -4,8 +4,8 @@
 #include "Scripting/Machine/ScriptCode.h"
 #include "Scripting/Machine/ScriptLoop.h"
 #include "Scripting/Machine/ScriptVariables.h"
+#include "Scripting/ScriptCommand.h"
 #include "Scripting/ScriptError.h"
-#include "Scripting/ScriptHost.h"
 
 #include <chrono>
 #include <optional>
@@ -66,7 +66,8 @@ private:
     void executeControl(const ScriptInstruction &instruction);
     void executeLoop(const ScriptInstruction &instruction);
 
-    void push(ScriptValue value);
+    void push(ScriptValue value) { m_values.push_back(std::move(value)); }
+    void pushNew(ScriptValue value);
     ScriptValue pop();
     QList<ScriptValue> popSeveral(int count);
     void checkMemory();

@@ -97,7 +97,7 @@ void ScriptMachine::executeValue(const ScriptInstruction &instruction)
         push(ScriptObject::application(ScriptCoercion::to(pop(), u"text"_s, {}).as<QString>()));
         break;
     case Op::MakeList:
-        push(ScriptValue::list(popSeveral(instruction.a)));
+        pushNew(ScriptValue::list(popSeveral(instruction.a)));
         break;
     case Op::MakeRecord:
         makeRecord(labelsOf(instruction.a));
@@ -127,7 +127,7 @@ void ScriptMachine::executeValue(const ScriptInstruction &instruction)
     case Op::Binary: {
         const ScriptValue right = pop();
         const ScriptValue left = pop();
-        push(ScriptOperators::apply(static_cast<ScriptOperator>(instruction.a), left, right, settings()));
+        pushNew(ScriptOperators::apply(static_cast<ScriptOperator>(instruction.a), left, right, settings()));
         break;
     }
     case Op::Not:
@@ -139,11 +139,11 @@ void ScriptMachine::executeValue(const ScriptInstruction &instruction)
     case Op::Coerce: {
         const ScriptValue wanted = pop();
         const QString name = ScriptCoercion::text(wanted, {}).value_or(QString()).toLower();
-        push(ScriptCoercion::to(pop(), name, settings().delimiters));
+        pushNew(ScriptCoercion::to(pop(), name, settings().delimiters));
         break;
     }
     case Op::GetProperty:
-        push(propertyOf(pop(), nameOf(instruction.a)));
+        pushNew(propertyOf(pop(), nameOf(instruction.a)));
         break;
     case Op::GetElement:
         getElement(instruction);
@@ -273,7 +273,7 @@ void ScriptMachine::makeRecord(const QStringList &labels)
     std::vector<std::pair<QString, ScriptValue>> entries;
     for (qsizetype index = 0; index < labels.size(); ++index)
         entries.emplace_back(labels.at(index), values.at(index));
-    push(ScriptValue::record(std::move(entries)));
+    pushNew(ScriptValue::record(std::move(entries)));
 }
 
 void ScriptMachine::spread(int count)
@@ -368,7 +368,7 @@ void ScriptMachine::getElement(const ScriptInstruction &instruction)
         }
     }
     if (!isObject(container)) {
-        push(ScriptElements::element(container, chosen, settings().delimiters));
+        pushNew(ScriptElements::element(container, chosen, settings().delimiters));
         return;
     }
     if (!isOutside)

@@ -152,11 +152,11 @@ struct ScriptReference
 // Limits on the values of one script. They keep every operation short.
 namespace ScriptLimits {
 
-inline constexpr qsizetype characters = 256 * 1024; // of a text
+inline constexpr qsizetype characters = 128 * 1024; // of a text
 inline constexpr qsizetype items = 64 * 1024;       // of a list
 inline constexpr int depth = 100;                   // of lists in lists, and of objects in objects
 inline constexpr qsizetype visits = 256 * 1024;     // of values by one operation
-inline constexpr qsizetype units = 4 * 1024 * 1024; // characters and values alive
+inline constexpr qsizetype units = 1024 * 1024;     // characters and values alive
 
 } // namespace ScriptLimits
 

@@ -224,3 +224,10 @@ tell "abc"
 return my f()
 end tell
 
+-- case: a handler named like a command
+-- result: 4
+on duplicate(x)
+return x * 2
+end duplicate
+return my duplicate(2)
+

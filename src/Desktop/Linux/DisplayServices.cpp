@@ -103,7 +103,8 @@ public:
     ShellExtensionServices(std::unique_ptr<WaylandConnection> connection, Clock &clock,
                            const KeyboardEnvironment &environment)
         : m_connection(std::move(connection)), m_windows(m_extension, clock),
-          m_keyboard(m_extension, m_portals, *m_connection, m_windows, environment.frontmostWindow, clock)
+          m_keyboard(m_extension, m_portals, *m_connection, m_windows, environment.frontmostWindow,
+                     environment.isTerminal, clock)
     {
     }
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "applications/support/Clipboard.h"
 
-#include "applications/support/GnomeScreen.h"
+#include "applications/support/GnomeClipboard.h"
 #include "applications/support/PrivateDesktop.h"
 #include "applications/support/Screen.h"
 
@@ -15,14 +15,14 @@ using namespace Qt::StringLiterals;
 namespace {
 
 // On Wayland, an application without the focus has no access to the clipboard. On sway wl-clipboard has, and
-// on GNOME the session of the user's keyboard.
+// on GNOME a session of the compositor's.
 void setText(const QString &text)
 {
     switch (Screen::session()) {
     case Screen::Session::X11:
         return QGuiApplication::clipboard()->setText(text);
     case Screen::Session::Gnome:
-        return GnomeScreen::copy(text);
+        return GnomeClipboard::copy({{GnomeClipboard::plainText, text.toUtf8()}});
     case Screen::Session::Sway:
         QProcess::execute(u"wl-copy"_s, {text});
     }
@@ -33,7 +33,7 @@ QString text()
     if (Screen::session() == Screen::Session::X11)
         return QGuiApplication::clipboard()->text();
     if (Screen::session() == Screen::Session::Gnome)
-        return GnomeScreen::copiedText();
+        return QString::fromUtf8(GnomeClipboard::content());
     QProcess tool;
     tool.start(u"wl-paste"_s, {u"--no-newline"_s});
     tool.waitForFinished(PrivateDesktop::patience);

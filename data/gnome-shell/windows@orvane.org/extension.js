@@ -11,11 +11,13 @@ import {getKeyboardManager} from 'resource:///org/gnome/shell/misc/keyboardManag
 import * as Main from 'resource:///org/gnome/shell/ui/main.js';
 import {getInputSourceManager, INPUT_SOURCE_TYPE_IBUS} from 'resource:///org/gnome/shell/ui/status/keyboard.js';
 
+const version = '@ORVANE_EXTENSION_VERSION@'; // of this file
 const busName = 'org.orvane.Shell';
 const objectPath = '/org/orvane/Shell';
 const interfaceDescription = `
 <node>
   <interface name="org.orvane.Shell">
+    <property name="Version" type="s" access="read"/>
     <!-- Front to back. -->
     <method name="Windows">
       <arg name="windows" type="aa{sv}" direction="out"/>
@@ -171,6 +173,10 @@ class Service {
     destroy() {
         Gio.bus_unown_name(this._name);
         this._object.unexport();
+    }
+
+    get Version() {
+        return version;
     }
 
     WindowsAsync(parameters, invocation) {

@@ -11,11 +11,13 @@ import {getKeyboardManager} from 'resource:///org/gnome/shell/misc/keyboardManag
 import * as Main from 'resource:///org/gnome/shell/ui/main.js';
 import {getInputSourceManager, INPUT_SOURCE_TYPE_IBUS} from 'resource:///org/gnome/shell/ui/status/keyboard.js';
 
+const version = '@ORVANE_EXTENSION_VERSION@'; // of this file
 const busName = 'org.orvane.Shell';
 const objectPath = '/org/orvane/Shell';
 const interfaceDescription = `
 <node>
   <interface name="org.orvane.Shell">
+    <property name="Version" type="s" access="read"/>
     <!-- Front to back. -->
     <method name="Windows">
       <arg name="windows" type="aa{sv}" direction="out"/>
@@ -26,8 +28,8 @@ const interfaceDescription = `
     <method name="Close">
       <arg name="window" type="u" direction="in"/>
     </method>
-    <!-- Line breaks and tabs are keys. The result is "entered", or why nothing was: "no focus" of the window, or "no text
-         field" with the focus; or "interrupted" if that happened after the first part. -->
+    <!-- Line breaks and tabs are keys, each a text of its own. The result is "entered", or "sent" if the application hasn't
+         reported the text; or why nothing was: "no focus" of the window, or "no text field" with the focus. -->
     <method name="EnterText">
       <arg name="window" type="u" direction="in"/>
       <arg name="text" type="s" direction="in"/>
@@ -123,45 +125,40 @@ function pressKey({symbol, code}) {
         Main.inputMethod.forward_key(symbol, code, 0, global.display.get_current_time_roundtrip(), isPressed);
 }
 
-function isReportedBeforeCursor(part) {
+function isReportedBeforeCursor(entered) {
     const [text, cursor] = Main.inputMethod.getSurroundingText();
-    return text !== null && [...text].slice(0, cursor).join('').endsWith(part);
+    return text !== null && [...text].slice(0, cursor).join('').endsWith(entered);
 }
 
-// Resolves when the application has reported the entered part as the text before the cursor, as most do, or at the latest
-// after `patience`. Some applications take the next part too early otherwise: before a key, or instead of this part.
-function arrivalOf(part) {
+// Resolves to true when the application has reported the text as that before the cursor, as most do, or to false after
+// `patience`.
+function arrivalOf(text) {
     return new Promise(resolve => {
         const signal = Main.inputMethod.connect('surrounding-text-set', () => {
-            if (!isReportedBeforeCursor(part))
+            if (!isReportedBeforeCursor(text))
                 return;
             GLib.source_remove(timeout);
             Main.inputMethod.disconnect(signal);
-            resolve();
+            resolve(true);
         });
         const timeout = GLib.timeout_add(GLib.PRIORITY_DEFAULT, patience, () => {
             Main.inputMethod.disconnect(signal);
-            resolve();
+            resolve(false);
             return GLib.SOURCE_REMOVE;
         });
     });
 }
 
 async function enterText(window, text) {
-    let hasBegun = false;
-    for (const part of text.split(/([\n\t])/).filter(each => each !== '')) {
-        const obstacle = obstacleToText(window);
-        if (obstacle)
-            return hasBegun ? 'interrupted' : obstacle;
-        hasBegun = true;
-        const arrived = arrivalOf(part);
-        if (keys.has(part))
-            pressKey(keys.get(part));
-        else
-            Main.inputMethod.commit(part);
-        await arrived;
-    }
-    return 'entered';
+    const obstacle = obstacleToText(window);
+    if (obstacle)
+        return obstacle;
+    const arrived = arrivalOf(text);
+    if (keys.has(text))
+        pressKey(keys.get(text));
+    else
+        Main.inputMethod.commit(text);
+    return await arrived ? 'entered' : 'sent';
 }
 
 class Service {
@@ -176,6 +173,10 @@ class Service {
     destroy() {
         Gio.bus_unown_name(this._name);
         this._object.unexport();
+    }
+
+    get Version() {
+        return version;
     }
 
     WindowsAsync(parameters, invocation) {

@@ -5,6 +5,8 @@
 #include "Desktop/Linux/LinuxScreenCapture.h"
 #include "Desktop/Linux/Portals/PortalScreenCapture.h"
 #include "Desktop/Linux/Session/SessionType.h"
+#include "Desktop/Linux/ShellExtension/ExtensionFiles.h"
+#include "Desktop/Linux/ShellExtension/ExtensionStanding.h"
 #include "Desktop/Linux/ShellExtension/ShellKeyboard.h"
 #include "Desktop/Linux/ShellExtension/ShellWindows.h"
 #include "Desktop/Linux/Typing/LinuxKeyboard.h"
@@ -104,7 +106,8 @@ public:
     ShellExtensionServices(std::unique_ptr<WaylandConnection> connection, Clock &clock,
                            const DisplayEnvironment &environment)
         : m_connection(std::move(connection)), m_windows(m_extension, clock),
-          m_keyboard(m_extension, m_portals, *m_connection, m_windows, environment.frontmostWindow, clock)
+          m_keyboard(m_extension, m_portals, *m_connection, m_windows, environment.frontmostWindow,
+                     environment.isTerminal, clock)
     {
     }
 
@@ -150,8 +153,7 @@ struct Ways
 std::optional<QString> obstacleIn(SessionType session, const BusExamination &bus)
 {
     if (bus.isRunning(u"org.gnome.Shell"_s))
-        return u"Orvane needs its extension of GNOME Shell: run “orvane integrate” in a terminal, then log "
-               "out and in again."_s;
+        return obstacleOf(extensionStanding(bus.extensionVersion, ExtensionFiles::areCurrent()));
     return Sessions::obstacle(session);
 }
 
@@ -173,12 +175,11 @@ Ways findWays()
         return ways;
     }
     const BusExamination bus = sessionBus();
-    if (compositor && bus.isRunning(ShellExtension::busName)) {
+    ways.obstacle = compositor ? obstacleIn(ways.session, bus) : Sessions::obstacle(ways.session);
+    if (!ways.obstacle) {
         ways.compositor = std::move(compositor);
         ways.isExtensionNeeded = true;
-        return ways;
     }
-    ways.obstacle = obstacleIn(ways.session, bus);
     return ways;
 }
 

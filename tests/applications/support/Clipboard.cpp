@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "applications/support/Clipboard.h"
 
-#include "applications/support/GnomeScreen.h"
+#include "applications/support/GnomeClipboard.h"
 #include "applications/support/PrivateDesktop.h"
 #include "applications/support/Screen.h"
 
@@ -14,15 +14,15 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// On Wayland, an application without the focus has no access to the clipboard. On GNOME the session of the
-// user's keyboard has, elsewhere wl-clipboard.
+// On Wayland, an application without the focus has no access to the clipboard. On GNOME a session of the
+// compositor's has, elsewhere wl-clipboard.
 void setText(const QString &text)
 {
     switch (Screen::session()) {
     case Screen::Session::X11:
         return QGuiApplication::clipboard()->setText(text);
     case Screen::Session::Gnome:
-        return GnomeScreen::copy(text);
+        return GnomeClipboard::copy({{GnomeClipboard::plainText, text.toUtf8()}});
     case Screen::Session::Sway:
     case Screen::Session::Plasma:
     case Screen::Session::Labwc:
@@ -35,7 +35,7 @@ QString text()
     if (Screen::session() == Screen::Session::X11)
         return QGuiApplication::clipboard()->text();
     if (Screen::session() == Screen::Session::Gnome)
-        return GnomeScreen::copiedText();
+        return QString::fromUtf8(GnomeClipboard::content());
     QProcess tool;
     tool.start(u"wl-paste"_s, {u"--no-newline"_s});
     tool.waitForFinished(PrivateDesktop::patience);

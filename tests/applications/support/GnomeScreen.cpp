@@ -10,9 +10,7 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusObjectPath>
-#include <QDBusUnixFileDescriptor>
 #include <QDBusVariant>
-#include <QFile>
 #include <QProcess>
 #include <QTest>
 #include <QVariantMap>
@@ -26,9 +24,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const QString remoteDesktop = u"org.gnome.Mutter.RemoteDesktop"_s;
-const QString plainText = u"text/plain;charset=utf-8"_s;
-
-QString copiedByHand;
 
 QDBusMessage call(const QString &service, const QString &path, const QString &interface,
                   const QString &method, const QVariantList &arguments = {})
@@ -50,7 +45,6 @@ QString newHands()
         call(remoteDesktop, u"/org/gnome/Mutter/RemoteDesktop"_s, remoteDesktop, u"CreateSession"_s);
     const QString path = answer.arguments().value(0).value<QDBusObjectPath>().path();
     call(remoteDesktop, path, remoteDesktop + u".Session"_s, u"Start"_s);
-    call(remoteDesktop, path, remoteDesktop + u".Session"_s, u"EnableClipboard"_s, {QVariantMap()});
     return path;
 }
 
@@ -172,25 +166,6 @@ bool GnomeScreen::useLayout(Layout layout)
         return now.keys.characters.value(U'z').code == wanted.keyOfZ;
     };
     return QTest::qWaitFor(isUsed, PrivateDesktop::patience);
-}
-
-void GnomeScreen::copy(const QString &text)
-{
-    copiedByHand = text;
-    callHands(u"SetSelection"_s, {QVariantMap{{u"mime-types"_s, QStringList{plainText}}}});
-}
-
-QString GnomeScreen::copiedText()
-{
-    const QDBusMessage answer = callHands(u"SelectionRead"_s, {plainText});
-    // The session can't read from itself.
-    if (answer.type() == QDBusMessage::ErrorMessage)
-        return copiedByHand;
-    const auto descriptor = answer.arguments().value(0).value<QDBusUnixFileDescriptor>();
-    QFile pipe;
-    if (!descriptor.isValid() || !pipe.open(descriptor.fileDescriptor(), QIODevice::ReadOnly))
-        return {};
-    return QString::fromUtf8(pipe.readAll());
 }
 
 bool GnomeScreen::activate(const QString &title)

@@ -21,12 +21,6 @@ enum class Layout { US, German, French, Russian };
 // Gives the user's keyboards this layout, through the desktop's settings. False on timeout.
 bool useLayout(Layout layout);
 
-// Replaces what was copied by this text.
-void copy(const QString &text);
-
-// What was copied last; empty if it is no text.
-QString copiedText();
-
 // Gives the window with this title the focus, as a mouse click would. False if there is none, or on timeout.
 bool activate(const QString &title);
 

@@ -3,6 +3,7 @@
 
 #include "Desktop/Deadlines.h"
 #include "Desktop/Linux/Applications/GLibPointers.h"
+#include "Desktop/Linux/ShellExtension/ShellExtension.h"
 #include "Desktop/PlatformError.h"
 
 #include <QFileInfo>
@@ -54,6 +55,24 @@ QStringList names(GDBusConnection *connection, const char *method)
     return result;
 }
 
+// Older ones have none.
+QString versionOfExtension(GDBusConnection *connection)
+{
+    constexpr auto limit = static_cast<int>(Deadlines::answer.count());
+    const char *name = ShellExtension::busName.data();
+    const VariantPointer reply(
+        g_dbus_connection_call_sync(connection, name, "/org/orvane/Shell", "org.freedesktop.DBus.Properties",
+                                    "Get", g_variant_new("(ss)", name, "Version"), G_VARIANT_TYPE("(v)"),
+                                    G_DBUS_CALL_FLAGS_NO_AUTO_START, limit, nullptr, nullptr));
+    if (!reply)
+        return {};
+    const VariantPointer boxed(g_variant_get_child_value(reply.get(), 0));
+    const VariantPointer value(g_variant_get_variant(boxed.get()));
+    return g_variant_is_of_type(value.get(), G_VARIANT_TYPE_STRING)
+               ? QString::fromUtf8(g_variant_get_string(value.get(), nullptr))
+               : QString();
+}
+
 } // namespace
 
 QString BusExamination::sessionBusAddress()
@@ -75,6 +94,8 @@ BusExamination BusExamination::take(const QString &address)
     BusExamination result;
     result.running = names(connection.get(), "ListNames");
     result.startable = names(connection.get(), "ListActivatableNames");
+    if (result.isRunning(ShellExtension::busName))
+        result.extensionVersion = versionOfExtension(connection.get());
     g_dbus_connection_close_sync(connection.get(), nullptr, nullptr);
     return result;
 }

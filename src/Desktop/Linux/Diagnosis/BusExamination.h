@@ -4,11 +4,16 @@
 #include <QString>
 #include <QStringList>
 
+#include <optional>
+
 // The services on a message bus. A plain value.
 struct BusExamination
 {
     QStringList running;
     QStringList startable; // activatable by a method call
+    // What our extension of GNOME Shell tells as its version: empty if it tells none, nothing if it doesn't
+    // run.
+    std::optional<QString> extensionVersion = std::nullopt;
 
     bool isRunning(const QString &service) const { return running.contains(service); }
     bool canStart(const QString &service) const { return startable.contains(service); }

@@ -10,6 +10,17 @@ namespace {
 const QString bindAnotherKey = u"In the desktop's keyboard shortcuts, give a key of your choice "
                                "to the command: orvane --toggle"_s;
 
+DiagnosticCheck extension(const DiagnosticCheck &check, ExtensionStanding standing)
+{
+    const QString integrate = u"Run in a terminal: orvane integrate. Then log out and in again."_s;
+    if (standing == ExtensionStanding::NeedsLogin)
+        return check.broken(u"This version of Orvane's extension of GNOME Shell isn't running yet."_s,
+                            u"Log out and in again."_s);
+    if (standing == ExtensionStanding::IsOutdated)
+        return check.broken(u"Orvane's extension of GNOME Shell is older than Orvane."_s, integrate);
+    return check.broken(u"Orvane's extension of GNOME Shell isn't running."_s, integrate);
+}
+
 } // namespace
 
 DiagnosticCheck DisplayChecks::session(const Session &session, Server server)
@@ -19,8 +30,7 @@ DiagnosticCheck DisplayChecks::session(const Session &session, Server server)
     if (session.type == SessionType::Wayland && session.access == Session::Access::Full)
         return check.working(u"Wayland, on a desktop that Orvane can work with."_s);
     if (session.access == Session::Access::NeedsExtension)
-        return check.broken(u"Orvane's extension of GNOME Shell isn't running."_s,
-                            u"Run in a terminal: orvane integrate. Then log out and in again."_s);
+        return extension(check, session.extension);
     if (session.access == Session::Access::NeedsEntry)
         return check.broken(u"This desktop lets only programs that it knows see and operate it."_s,
                             u"Run in a terminal: orvane integrate. Then start Orvane again."_s);

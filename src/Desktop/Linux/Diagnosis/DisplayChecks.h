@@ -4,6 +4,7 @@
 #include "Desktop/Diagnosis.h"
 #include "Desktop/Linux/Diagnosis/X11Examination.h"
 #include "Desktop/Linux/Session/SessionType.h"
+#include "Desktop/Linux/ShellExtension/ExtensionStanding.h"
 
 // Turns what was found out about the display into check results. Pure functions.
 namespace DisplayChecks {
@@ -20,6 +21,7 @@ struct Session
         Full,
     };
     Access access = Access::None;
+    ExtensionStanding extension = ExtensionStanding::IsMissing;
 };
 
 // The X server.

@@ -8,7 +8,7 @@
 #include "Desktop/Linux/Diagnosis/DisplayChecks.h"
 #include "Desktop/Linux/Diagnosis/WaylandChecks.h"
 #include "Desktop/Linux/Session/LinuxProgramInstance.h"
-#include "Desktop/Linux/ShellExtension/ShellExtension.h"
+#include "Desktop/Linux/ShellExtension/ExtensionFiles.h"
 
 using namespace Qt::StringLiterals;
 
@@ -143,6 +143,7 @@ QCoro::Task<KGlobalAccelHotKeys::Standing> examineHotKey(BusExamination sessionB
 struct WaylandAnswer
 {
     DisplayChecks::Session::Access access = DisplayChecks::Session::Access::None;
+    ExtensionStanding extension = ExtensionStanding::IsMissing;
     QList<DiagnosticCheck> ways = {};
 };
 
@@ -156,10 +157,11 @@ QCoro::Task<WaylandAnswer> examineWayland(BusExamination sessionBus)
         answer.ways = WaylandChecks::ways(offer, hasPortal(sessionBus), hotKey);
     } else if (offer.isWithheld) {
         answer.access = Access::NeedsEntry;
-    } else if (sessionBus.isRunning(ShellExtension::busName)) {
-        answer.ways = WaylandChecks::extensionWays(hasPortal(sessionBus));
     } else if (sessionBus.isRunning(u"org.gnome.Shell"_s)) {
+        answer.extension = extensionStanding(sessionBus.extensionVersion, ExtensionFiles::areCurrent());
         answer.access = Access::NeedsExtension;
+        if (answer.extension == ExtensionStanding::Works)
+            answer.ways = WaylandChecks::extensionWays(hasPortal(sessionBus));
     }
     if (!answer.ways.isEmpty())
         answer.access = Access::Full;
@@ -182,6 +184,7 @@ QCoro::Task<QList<DiagnosticCheck>> LinuxDiagnosis::examine()
     if (session.type == SessionType::Wayland)
         wayland = co_await examineWayland(sessionBus.value_or(BusExamination()));
     session.access = wayland.access;
+    session.extension = wayland.extension;
     if (!wayland.ways.isEmpty()) {
         const std::optional<Registry> registry = co_await reading;
         // Without processes nothing is known about single applications.

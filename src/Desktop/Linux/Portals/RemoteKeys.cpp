@@ -21,7 +21,10 @@ constexpr std::uint8_t kernelOffset = 8; // XKB's keycodes are the kernel's plus
 
 } // namespace
 
-RemoteKeys::RemoteKeys(PortalBus &bus, const QString &session) : m_bus(bus), m_session(session) {}
+RemoteKeys::RemoteKeys(PortalBus &bus, const QString &session)
+    : m_bus(bus), m_session(session), m_clipboard(std::make_unique<PortalClipboard>(bus, session))
+{
+}
 
 RemoteKeys::~RemoteKeys()
 {
@@ -45,12 +48,15 @@ QCoro::Task<std::unique_ptr<RemoteKeys>> RemoteKeys::open(PortalBus &bus)
     const QVariantList selection{handle};
     co_await bus.request(interface, u"SelectDevices"_s, selection, devices, PortalBus::Partner::Portal,
                          sentences);
+    const bool isClipboardRequested = co_await session->m_clipboard->request();
     const QVariantList start{handle, QString()};
     const QVariantMap noOptions;
     const QVariantMap started =
         co_await bus.request(interface, u"Start"_s, start, noOptions, PortalBus::Partner::User, sentences);
     if (!(started.value(u"devices"_s).toUInt() & keyboard))
         throw PlatformError(sentences.refusal);
+    if (!isClipboardRequested || !started.value(u"clipboard_enabled"_s).toBool())
+        session->m_clipboard.reset();
     // Each token is valid once.
     const QString next = started.value(u"restore_token"_s).toString();
     if (next != token)

@@ -2,12 +2,14 @@
 #pragma once
 
 #include "Desktop/Linux/Portals/PortalBus.h"
+#include "Desktop/Linux/Portals/PortalClipboard.h"
 
 #include <cstdint>
 #include <memory>
 
-// Keys through the portal RemoteDesktop. While an object exists, the desktop shows the user that the computer
-// is operated; so keep it no longer than an action takes. `bus` must outlive it. Thread: main.
+// Keys and the clipboard through the portal RemoteDesktop. While an object exists, the desktop shows the user
+// that the computer is operated; so keep it no longer than an action takes. `bus` must outlive it. Thread:
+// main.
 class RemoteKeys
 {
 public:
@@ -26,9 +28,13 @@ public:
     // is destroyed.
     QCoro::Task<void> set(QList<std::uint8_t> codes, KeyState state);
 
+    // Null unless the user has allowed to use it.
+    PortalClipboard *clipboard() { return m_clipboard.get(); }
+
 private:
     RemoteKeys(PortalBus &bus, const QString &session);
 
     PortalBus &m_bus;
     const QString m_session;
+    std::unique_ptr<PortalClipboard> m_clipboard;
 };

@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFile>
 #include <QList>
+#include <QMultiHash>
 
 #include <algorithm>
 
@@ -58,6 +59,22 @@ bool isBusyProcess(qint64 process)
         const QByteArray state = fieldsIn(threads.filePath(name + u"/stat"_s)).value(0);
         return state == "R" || state == "D";
     });
+}
+
+bool isBusyApplication(qint64 process)
+{
+    QMultiHash<qint64, qint64> children; // by parent
+    for (const QString &name : QDir(u"/proc"_s).entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+        if (const qint64 each = name.toLongLong())
+            children.insert(parentProcess(each), each);
+    }
+    QList<qint64> family{process};
+    for (qsizetype index = 0; index < family.size(); ++index) {
+        if (isBusyProcess(family[index]))
+            return true;
+        family += children.values(family[index]);
+    }
+    return false;
 }
 
 qint64 peerProcess(qintptr socket)

@@ -11,6 +11,10 @@ bool isRunningProcess(qint64 process);
 // Whether any of its threads is running, or waiting for a CPU or a disk. Any thread.
 bool isBusyProcess(qint64 process);
 
+// Whether it or any process that it has started, directly or not, is busy: browsers consist of several. Any
+// thread.
+bool isBusyApplication(qint64 process);
+
 // The process that listened at the other end of a connected local socket; 0 if unknown. Any thread.
 qint64 peerProcess(qintptr socket);
 

@@ -55,6 +55,12 @@ void setEnabledExtensions(GSettings *settings, const QStringList &names)
     g_settings_sync();
 }
 
+QByteArray contentOf(const QString &name)
+{
+    QFile file(ExtensionFiles::folder() + u'/' + name);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
 void writeFile(const QString &name, const QByteArray &content)
 {
     QSaveFile file(ExtensionFiles::folder() + u'/' + name);
@@ -93,6 +99,17 @@ void ExtensionFiles::write(const QString &executable)
         return;
     enabled.append(extension);
     setEnabledExtensions(settings.get(), enabled);
+}
+
+bool ExtensionFiles::areCurrent()
+{
+    return contentOf(u"metadata.json"_s) == extensionMetadata &&
+           contentOf(u"extension.js"_s) == extensionScript;
+}
+
+QString ExtensionFiles::version()
+{
+    return QString::fromLatin1(extensionVersion);
 }
 
 bool ExtensionFiles::remove()

@@ -17,6 +17,12 @@ QString folder();
 // another version. Throws PlatformError.
 void write(const QString &executable);
 
+// Whether the extension that is there is the one that this program would write.
+bool areCurrent();
+
+// Its version, as it tells it when it runs.
+QString version();
+
 // Disables and removes the extension; false if there is none. Throws PlatformError.
 bool remove();
 

@@ -102,13 +102,12 @@ WindowSnapshot ShellExtension::snapshotFrom(const QList<QVariantMap> &frontToBac
     return snapshot;
 }
 
-QCoro::Task<QDBusMessage> ShellExtension::ask(QString method, QVariantList arguments,
-                                              std::chrono::milliseconds limit)
+QCoro::Task<QDBusMessage> ShellExtension::ask(QString method, QVariantList arguments)
 {
     QDBusMessage call = QDBusMessage::createMethodCall(busName, path, busName, method);
     call.setArguments(arguments);
     const QFuture<QDBusMessage> reply =
-        DBusReply::of(QDBusConnection::sessionBus().asyncCall(call, int(limit.count())));
+        DBusReply::of(QDBusConnection::sessionBus().asyncCall(call, int(Deadlines::answer.count())));
     const QDBusMessage answer = co_await reply;
     if (answer.type() != QDBusMessage::ReplyMessage)
         throw PlatformError(sentenceFor(answer));
@@ -137,14 +136,12 @@ QCoro::Task<void> ShellExtension::close(std::uint32_t window)
 QCoro::Task<ShellExtension::Entry> ShellExtension::enterText(std::uint32_t window, QString text)
 {
     const QVariantList arguments{window, text};
-    // The extension waits for the application after each line.
-    const std::chrono::milliseconds limit = Deadlines::answer + text.size() * 150ms;
-    const QDBusMessage answer = co_await ask(u"EnterText"_s, arguments, limit);
+    const QDBusMessage answer = co_await ask(u"EnterText"_s, arguments);
     const QString result = answer.arguments().value(0).toString();
     if (result == "entered"_L1)
         co_return Entry::Entered;
-    if (result == "interrupted"_L1)
-        co_return Entry::Interrupted;
+    if (result == "sent"_L1)
+        co_return Entry::Sent;
     co_return result == "no text field"_L1 ? Entry::NoTextField : Entry::NoFocus;
 }
 

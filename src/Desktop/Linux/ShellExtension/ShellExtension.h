@@ -15,7 +15,7 @@
 
 // Our extension of GNOME Shell, which runs inside the shell and answers this program over the session bus
 // (data/gnome-shell). Every call throws PlatformError if the extension doesn't run or doesn't answer within
-// Deadlines::answer, or longer for text. Thread: main.
+// Deadlines::answer. Thread: main.
 class ShellExtension
 {
 public:
@@ -30,13 +30,14 @@ public:
 
     enum class Entry {
         Entered,
-        Interrupted, // after a part of the text, for one of the following reasons
+        Sent,        // but the application hasn't reported it
         NoFocus,     // another window or the shell itself has the keyboard focus
         NoTextField, // none has the focus, or it takes no text from input methods
     };
 
     // Enters the text, of at most 1,000 characters, into the text field with the focus if it is in this
-    // window. Line feeds and tabs are pressed as keys; there must be no other control characters.
+    // window. A line feed or a tab is pressed as a key, and must be a text of its own; there must be no other
+    // control characters.
     QCoro::Task<Entry> enterText(std::uint32_t window, QString text);
 
     struct Keys
@@ -51,8 +52,7 @@ public:
     QCoro::Task<Keys> keys();
 
 private:
-    static QCoro::Task<QDBusMessage> ask(QString method, QVariantList arguments,
-                                         std::chrono::milliseconds limit = Deadlines::answer);
+    static QCoro::Task<QDBusMessage> ask(QString method, QVariantList arguments);
     WindowSnapshot snapshotFrom(const QList<QVariantMap> &frontToBack);
     qint64 processOf(const QVariantMap &window);
 

@@ -2,9 +2,10 @@
 #pragma once
 
 #include "Desktop/Clock.h"
+#include "Desktop/Linux/Pasting/ClipboardLoan.h"
+#include "Desktop/Linux/Pasting/PasteSteps.h"
 #include "Desktop/Linux/Portals/PortalBus.h"
 #include "Desktop/Linux/ShellExtension/ShellExtension.h"
-#include "Desktop/Linux/Typing/TypingPlan.h"
 #include "Desktop/Linux/Wayland/UserKeymap.h"
 
 #include <QTimer>
@@ -13,8 +14,9 @@
 
 class RemoteKeys;
 
-// The keys of the user's layout on a desktop with our shell extension. They go through a portal, while the
-// compositor and the extension tell the layout. All arguments must outlive this object. Thread: main.
+// The keys of the user's layout, and the clipboard, on a desktop with our shell extension. Both go through a
+// portal, while the compositor and the extension tell the layout. All arguments must outlive this object.
+// Thread: main.
 class ShellKeys
 {
 public:
@@ -26,10 +28,19 @@ public:
     // Needed before `press`. The first time, the desktop asks the user. Throws PlatformError.
     QCoro::Task<void> open();
 
-    // No key follows for the time being.
-    void closeLater();
+    // Call it after `open`, when no key follows for the time being; gives the clipboard back.
+    QCoro::Task<void> finish();
 
-    QCoro::Task<UserLayout> layout();
+    // What keys type at the moment.
+    struct Meaning
+    {
+        UserLayout layout;
+        OwnCharacters ownCharacters = OwnCharacters::Typed;
+    };
+    QCoro::Task<Meaning> meaning();
+
+    // Throws PlatformError if the user hasn't allowed to use the clipboard; the desktop asks again next time.
+    ClipboardLoan &clipboard();
 
     // Waits until the user holds no modifier key. Throws PlatformError with the consequence if that takes too
     // long, or if the layout has changed.
@@ -37,17 +48,23 @@ public:
     QCoro::Task<void> waitForModifiers(QString consequence);
 
     // Presses and releases the keys. Returns once the desktop has taken the last one if it has modifiers.
-    // Throws PlatformError; no key is pressed then.
+    // Throws PlatformError; `finish` then releases all keys.
     QCoro::Task<void> press(QList<PlannedKey> keys, KeyboardLayout layout);
 
 private:
     QCoro::Task<void> set(QList<PlannedKey> keys, KeyboardLayout layout);
     QCoro::Task<void> confirmModifiers(bool areHeld);
+    void close();
+    void closeLater();
+    bool holdsClipboard() const;
 
     ShellExtension &m_extension;
     PortalBus &m_portals;
     Clock &m_clock;
     UserKeymap m_keymap;
     std::unique_ptr<RemoteKeys> m_keys;
+    std::unique_ptr<ClipboardLoan> m_loan; // null without the user's permission
+    bool m_hasFailed = false;              // keys may be pressed, or a permission is missing
+    bool m_isInUse = false;
     QTimer m_closing;
 };

@@ -23,10 +23,13 @@ void addText(QList<ShellStroke> &result, const QString &text)
         if (endsPair)
             continue;
         const char32_t typed = isLineBreak(character) ? U'\n' : character;
-        if (typed != U'\n' && typed != U'\t')
+        const bool isKey = typed == U'\n' || typed == U'\t';
+        if (isKey)
+            endPiece();
+        else
             requireTypable(typed);
         piece += QString::fromUcs4(&typed, 1);
-        if (piece.size() >= longestText)
+        if (isKey || piece.size() >= longestText)
             endPiece();
     }
     endPiece();

@@ -3,7 +3,7 @@
 
 #include "Desktop/Keyboard.h"
 
-// A key, or a piece of a text for an input method, whose only control characters are line feeds and tabs.
+// A key, or a piece of a text for an input method: without control characters, or a single line feed or tab.
 struct ShellStroke
 {
     KeyStroke stroke;

@@ -8,8 +8,6 @@
 
 #include <QScopeGuard>
 
-#include <algorithm>
-
 #include <fake-input-client-protocol.h>
 
 using namespace Qt::StringLiterals;
@@ -25,23 +23,6 @@ constexpr auto introduction = 5ms;
 
 constexpr std::uint8_t kernelOffset = 8; // XKB's keycodes are the kernel's plus this
 
-constexpr std::uint16_t virtualKeyV = 9;
-
-KeyStroke pasteStroke(bool isTerminal)
-{
-    KeyStroke stroke;
-    stroke.virtualKey = virtualKeyV;
-    stroke.flags = EventFlag::Control;
-    stroke.flags.setFlag(EventFlag::Shift, isTerminal);
-    return stroke;
-}
-
-bool anyIsPasted(const QList<PasteStep> &steps)
-{
-    return std::any_of(steps.cbegin(), steps.cend(),
-                       [](const PasteStep &step) { return !step.text.isEmpty(); });
-}
-
 } // namespace
 
 bool PlasmaKeyboard::isOfferedBy(const WaylandConnection &connection)
@@ -54,7 +35,7 @@ PlasmaKeyboard::PlasmaKeyboard(WaylandConnection &connection, WindowSystem &wind
                                FrontmostWindow frontmostWindow, IsTerminal isTerminal, Clock &clock)
     : m_connection(connection), m_windowSystem(windowSystem), m_frontmostWindow(std::move(frontmostWindow)),
       m_isTerminal(std::move(isTerminal)), m_clock(clock), m_keymap(connection), m_keyStates(connection),
-      m_clipboard(connection, clock),
+      m_clipboard(connection), m_loan(m_clipboard, clock),
       m_keys(connection.bind<org_kde_kwin_fake_input>(org_kde_kwin_fake_input_interface, version))
 {
     // The texts are for a question to the user, which KWin doesn't ask.
@@ -78,7 +59,7 @@ QCoro::Task<void> PlasmaKeyboard::post(QList<KeyStroke> strokes, std::chrono::mi
         co_await m_clock.sleep(introduction);
     const Plan plan = co_await planFor(strokes, receiver);
     const DesktopWindow window = co_await target(m_windowSystem, m_frontmostWindow, receiver);
-    const auto end = qScopeGuard([this] { m_clipboard.giveBack(); });
+    const auto end = qScopeGuard([this] { m_loan.giveBack(); });
     KeyPace pace;
     FocusGuard guard(m_windowSystem, window);
     QString consequence = u"no keys were sent"_s;
@@ -86,7 +67,7 @@ QCoro::Task<void> PlasmaKeyboard::post(QList<KeyStroke> strokes, std::chrono::mi
         const bool isPasted = !step.text.isEmpty();
         co_await m_clock.sleep(pace.pauseBefore(std::size_t(step.keys.size())));
         if (isPasted)
-            co_await m_clipboard.lend(step.text);
+            co_await m_loan.lend(step.text);
         co_await requireSameLayout(plan.layout);
         co_await waitForUsersModifiers(consequence);
         co_await guard.requireFocus();
@@ -111,20 +92,17 @@ QCoro::Task<PlasmaKeyboard::Plan> PlasmaKeyboard::planFor(QList<KeyStroke> strok
     if (!receiver || !anyIsPasted(plan.steps))
         co_return plan;
     const bool isTerminal = co_await m_isTerminal(*receiver);
-    const QList<KeyStroke> chord{pasteStroke(isTerminal)};
-    plan.pasteKeys = planPasteSteps(chord, plan.layout.keys, own).constFirst().keys;
+    const PasteShortcut shortcut = isTerminal ? PasteShortcut::Terminal : PasteShortcut::Usual;
+    plan.pasteKeys = planPasteShortcut(shortcut, plan.layout.keys);
     co_return plan;
 }
 
 // The text is in the clipboard.
 QCoro::Task<void> PlasmaKeyboard::paste(Plan plan, DesktopWindow receiver)
 {
-    m_clipboard.expectReader();
+    m_loan.expectReader();
     send(plan.pasteKeys, plan.layout.keys);
-    const bool isRead = co_await m_clipboard.waitUntilRead(receiver.process);
-    if (!isRead)
-        throw PlatformError(
-            u"“%1” hasn't taken the text from the clipboard, so typing was stopped."_s.arg(receiver.title));
+    co_await m_loan.waitUntilRead(receiver);
 }
 
 QCoro::Task<bool> PlasmaKeyboard::canSendKeys()

@@ -2,11 +2,12 @@
 #pragma once
 
 #include "Desktop/Clock.h"
+#include "Desktop/Linux/Pasting/ClipboardLoan.h"
+#include "Desktop/Linux/Pasting/PasteSteps.h"
 #include "Desktop/Linux/Typing/ReceiverKeyboard.h"
 #include "Desktop/Linux/Wayland/Clipboard.h"
 #include "Desktop/Linux/Wayland/Connection.h"
 #include "Desktop/Linux/Wayland/KeyStates.h"
-#include "Desktop/Linux/Wayland/PasteSteps.h"
 #include "Desktop/Linux/Wayland/PlasmaLayouts.h"
 #include "Desktop/Linux/Wayland/UserKeymap.h"
 
@@ -68,6 +69,7 @@ private:
     KeyStates m_keyStates;
     PlasmaLayouts m_layouts;
     WaylandClipboard m_clipboard;
+    ClipboardLoan m_loan;
     org_kde_kwin_fake_input *m_keys = nullptr;
     QElapsedTimer m_age;
 };

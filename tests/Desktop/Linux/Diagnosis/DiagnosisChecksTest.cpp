@@ -97,6 +97,16 @@ void DiagnosisChecksTest::addDisplayRows()
     addRow("GNOME without the extension",
            session({QString(), SessionType::Wayland, Session::Access::NeedsExtension}, Server::Unreachable),
            State::Broken, u"extension of GNOME Shell"_s, u"orvane integrate"_s);
+    addRow("GNOME with an older extension",
+           session({QString(), SessionType::Wayland, Session::Access::NeedsExtension,
+                    ExtensionStanding::IsOutdated},
+                   Server::Unreachable),
+           State::Broken, u"older than Orvane"_s, u"orvane integrate"_s);
+    addRow("GNOME before the next login",
+           session({QString(), SessionType::Wayland, Session::Access::NeedsExtension,
+                    ExtensionStanding::NeedsLogin},
+                   Server::Unreachable),
+           State::Broken, u"isn't running yet"_s, u"Log out and in again."_s);
     addRow("Plasma that doesn't know us",
            session({u":0"_s, SessionType::Wayland, Session::Access::NeedsEntry}, Server::Answers),
            State::Broken, u"programs that it knows"_s, u"orvane integrate"_s);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // The extension of GNOME Shell in the user's folders, and its entry in GNOME's settings.
 #include "Desktop/Linux/ShellExtension/ExtensionFiles.h"
+#include "Desktop/Linux/ShellExtension/ExtensionStanding.h"
 
 #include <QDir>
 #include <QFile>
@@ -47,6 +48,8 @@ private Q_SLOTS:
     void init();
     void theExtensionIsWrittenAndEnabled();
     void itAnswersTheProgramThatWroteItLast();
+    void anOlderExtensionIsNoticed();
+    void theVersionIsTheScripts();
     void onlyTheUsersOwnRemain();
 
 private:
@@ -95,6 +98,32 @@ void ExtensionFilesTest::itAnswersTheProgramThatWroteItLast()
     ExtensionFiles::write(u"/home/me/orvane"_s);
     QCOMPARE(contentOf(ExtensionFiles::folder() + u"/programs"_s), QByteArray("/home/me/orvane\n"));
     QVERIFY2(settings().contains("=['dash@example.org', '" + extension + "']"), settings().constData());
+}
+
+void ExtensionFilesTest::anOlderExtensionIsNoticed()
+{
+    QVERIFY(!ExtensionFiles::areCurrent());
+    const QString current = ExtensionFiles::version();
+    QCOMPARE(extensionStanding(std::nullopt, false), ExtensionStanding::IsMissing);
+    QCOMPARE(extensionStanding(QString(), false), ExtensionStanding::IsOutdated); // tells none
+    ExtensionFiles::write(program);
+    QVERIFY(ExtensionFiles::areCurrent());
+    QCOMPARE(extensionStanding(std::nullopt, true), ExtensionStanding::NeedsLogin);
+    QCOMPARE(extensionStanding(u"older"_s, true), ExtensionStanding::NeedsLogin);
+    QCOMPARE(extensionStanding(current, true), ExtensionStanding::Works);
+    write(ExtensionFiles::folder() + u"/extension.js"_s, "// older");
+    QVERIFY(!ExtensionFiles::areCurrent());
+    QVERIFY(obstacleOf(ExtensionStanding::IsOutdated)->contains(u"orvane integrate"_s));
+    QVERIFY(!obstacleOf(ExtensionStanding::NeedsLogin)->contains(u"integrate"_s));
+    QCOMPARE(obstacleOf(ExtensionStanding::Works), std::nullopt);
+}
+
+void ExtensionFilesTest::theVersionIsTheScripts()
+{
+    ExtensionFiles::write(program);
+    const QByteArray script = contentOf(ExtensionFiles::folder() + u"/extension.js"_s);
+    QVERIFY(script.contains("const version = '" + ExtensionFiles::version().toUtf8() + "';"));
+    QVERIFY(ExtensionFiles::version().size() > 10);
 }
 
 void ExtensionFilesTest::onlyTheUsersOwnRemain()

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // What is typed with keys of the user's layout, and what is pasted.
-#include "Desktop/Linux/Wayland/PasteSteps.h"
+#include "Desktop/Linux/Pasting/PasteSteps.h"
 
 #include "Desktop/Linux/KeyStrokes.h"
 #include "Desktop/Linux/Typing/KeymapLayout.h"

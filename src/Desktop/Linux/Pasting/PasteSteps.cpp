@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "Desktop/Linux/Wayland/PasteSteps.h"
+#include "Desktop/Linux/Pasting/PasteSteps.h"
 
 #include "Desktop/Linux/Typing/VirtualKeys.h"
 
@@ -10,6 +10,8 @@
 namespace {
 
 constexpr qsizetype keysPerStep = 20;
+
+constexpr std::uint16_t virtualKeyV = 9;
 
 // Texts that follow each other become one, so that no line is divided.
 QList<KeyStroke> joined(const QList<KeyStroke> &strokes)
@@ -124,4 +126,19 @@ QList<PasteStep> planPasteSteps(const QList<KeyStroke> &strokes, const KeyboardL
     for (const KeyStroke &stroke : joined(strokes))
         planner.add(stroke);
     return planner.steps();
+}
+
+bool anyIsPasted(const QList<PasteStep> &steps)
+{
+    return std::any_of(steps.cbegin(), steps.cend(),
+                       [](const PasteStep &step) { return !step.text.isEmpty(); });
+}
+
+QList<PlannedKey> planPasteShortcut(PasteShortcut shortcut, const KeyboardLayout &layout)
+{
+    KeyStroke stroke;
+    stroke.virtualKey = virtualKeyV;
+    stroke.flags = EventFlag::Control;
+    stroke.flags.setFlag(EventFlag::Shift, shortcut == PasteShortcut::Terminal);
+    return planPasteSteps({stroke}, layout, OwnCharacters::Typed).constFirst().keys;
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "Desktop/Linux/Wayland/DataPipes.h"
+#include "Desktop/Linux/Pasting/DataPipes.h"
 
 #include "Desktop/PlatformError.h"
 

@@ -11,6 +11,9 @@
 // limit. Any thread.
 namespace DataPipes {
 
+// How long another program may take for all its data.
+inline constexpr std::chrono::milliseconds slowestApplication{5000};
+
 // Closes the file descriptor at the end.
 class Descriptor
 {

@@ -22,3 +22,10 @@ enum class OwnCharacters { Typed, Pasted };
 // PlatformError if a stroke can't be typed. A pure function.
 QList<PasteStep> planPasteSteps(const QList<KeyStroke> &strokes, const KeyboardLayout &layout,
                                 OwnCharacters ownCharacters);
+
+// Whether any step is a text to paste.
+bool anyIsPasted(const QList<PasteStep> &steps);
+
+// The shortcut that pastes. In terminals, Ctrl+V is another key.
+enum class PasteShortcut { Usual, Terminal };
+QList<PlannedKey> planPasteShortcut(PasteShortcut shortcut, const KeyboardLayout &layout);

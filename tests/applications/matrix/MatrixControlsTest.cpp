@@ -92,13 +92,21 @@ bool MatrixTest::isSeenWhenRepeated(const MatrixClick &click)
     return QTest::qWaitFor([&] { return isSeen(click, 0); }, answerTime);
 }
 
+// A new window may be there before it gets the focus.
+bool MatrixTest::isNewestActive() const
+{
+    const auto active = Screen::activeWindow();
+    const QList<ScreenWindow> windows = Screen::windowsOf(m_application.windowClass);
+    return active && !windows.isEmpty() && active->identifier == windows.constLast().identifier;
+}
+
 bool MatrixTest::isSeen(const MatrixClick &click, qsizetype windowsBefore) const
 {
     switch (click.effect) {
     case MatrixEffect::TitleShows:
         return showsTitle(click.text);
     case MatrixEffect::AnotherWindow:
-        return windowCount() == windowsBefore + 1;
+        return windowCount() == windowsBefore + 1 && isNewestActive();
     case MatrixEffect::WindowGone:
         return windowCount() == windowsBefore - 1;
     case MatrixEffect::DocumentSaved:

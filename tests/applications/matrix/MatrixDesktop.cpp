@@ -31,12 +31,14 @@ void addSample()
                                                        MatrixDesktop::sample().toUtf8() + "\" %f\n");
 }
 
-// A user's entry overrides the system's entry of the same name.
-void addSwitchesToChromium()
+// A user's entry overrides the system's entry of the same name. As with a switch, the proxy is the same on
+// all desktops: on GNOME, Chromium would take that of the settings.
+void addSwitchesToChromium(quint16 proxyPort)
 {
     const QString entry = QStandardPaths::locate(QStandardPaths::ApplicationsLocation, u"chromium.desktop"_s);
     const QByteArray program = "Exec=/usr/bin/chromium";
-    const QByteArray switches = MatrixDesktop::chromiumSwitches().join(u' ').toUtf8();
+    const QStringList proxy{u"--proxy-server=http://127.0.0.1:%1"_s.arg(proxyPort)};
+    const QByteArray switches = (MatrixDesktop::chromiumSwitches() + proxy).join(u' ').toUtf8();
     writeEntry(u"chromium.desktop"_s, PrivateDesktop::read(entry).replace(program, program + ' ' + switches));
 }
 
@@ -45,12 +47,8 @@ void addSwitchesToChromium()
 void MatrixDesktop::prepare(quint16 proxyPort)
 {
     addSample();
-    addSwitchesToChromium();
+    addSwitchesToChromium(proxyPort);
     Browser::useProxy(proxyPort);
-    // Chromium reads its proxy from the environment.
-    const QByteArray proxy = "http://127.0.0.1:" + QByteArray::number(proxyPort);
-    qputenv("http_proxy", proxy);
-    qputenv("https_proxy", proxy);
 }
 
 QString MatrixDesktop::sample()

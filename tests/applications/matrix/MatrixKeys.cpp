@@ -101,6 +101,18 @@ QStringList MatrixKeys::takenByTheDesktop()
         return {};
     if (Screen::session() == Screen::Session::Plasma)
         return {u"Alt+Tab"_s, u"Alt+Shift+Tab"_s, u"Alt+Space"_s};
+    if (Screen::session() == Screen::Session::Gnome)
+        return {u"Alt+Tab"_s,
+                u"Alt+Shift+Tab"_s,
+                u"Alt+Escape"_s,
+                u"Alt+Shift+Escape"_s,
+                u"Alt+Space"_s,
+                u"Ctrl+Alt+Tab"_s,
+                u"Ctrl+Alt+Escape"_s,
+                u"Ctrl+Alt+ArrowUp"_s,
+                u"Ctrl+Alt+ArrowDown"_s,
+                u"Ctrl+Alt+ArrowLeft"_s,
+                u"Ctrl+Alt+ArrowRight"_s};
     return {
         u"Alt+Tab"_s,          u"Alt+Shift+Tab"_s,      u"Alt+Space"_s,          u"Ctrl+Alt+KeyD"_s,
         u"Ctrl+Alt+ArrowUp"_s, u"Ctrl+Alt+ArrowDown"_s, u"Ctrl+Alt+ArrowLeft"_s, u"Ctrl+Alt+ArrowRight"_s,

@@ -49,6 +49,7 @@ private:
     [[nodiscard]] bool takesKeysInDocument();
     [[nodiscard]] bool takesKeysInPage() const;
     bool showsTitle(const QString &part) const;
+    bool isNewestActive() const;
     qsizetype windowCount() const { return Screen::windowsOf(m_application.windowClass).size(); }
 
     void verifyOpening(const QString &name);

@@ -24,8 +24,8 @@ make_tree() {
     say "Making a Debian system of the release $release..."
     rm -rf "$tree.new"
     mkdir -p "$trees"
-    debootstrap --variant=minbase "$release" "$tree.new" "${ORVANE_MIRROR:-}" "$script" >&2 ||
-        fail "the Debian system could not be made; the last line above says why."
+    debootstrap --variant=minbase "$release" "$tree.new" "${ORVANE_MIRROR:-}" "$script" >"$trees/debootstrap.log" 2>&1 ||
+        { tail -n 5 "$trees/debootstrap.log" >&2; fail "the Debian system could not be made."; }
     mv "$tree.new" "$tree"
 }
 

@@ -13,6 +13,21 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   target_compile_options(orvane_options INTERFACE -Wno-null-dereference -Wno-sign-conversion)
 endif()
 
+if(ORVANE_PRECOMPILED_HEADERS)
+  # Other targets take these with orvane_use_precompiled_headers. All need the same macros; some libraries ask for
+  # -pthread, which sets one.
+  target_compile_options(orvane_options INTERFACE -pthread)
+  file(CONFIGURE OUTPUT "${CMAKE_BINARY_DIR}/precompiled.cpp" CONTENT "")
+  add_library(orvane_precompiled STATIC "${CMAKE_BINARY_DIR}/precompiled.cpp")
+  target_link_libraries(orvane_precompiled PRIVATE orvane_options Qt6::Core QCoro6::Core)
+  target_precompile_headers(orvane_precompiled PRIVATE "${CMAKE_CURRENT_LIST_DIR}/Precompiled.h")
+  if(CMAKE_CXX_COMPILER_LAUNCHER MATCHES "ccache$")
+    # Without these, ccache compiles anew whatever uses precompiled headers.
+    set(CMAKE_CXX_COMPILER_LAUNCHER
+      "${CMAKE_COMMAND};-E;env;CCACHE_SLOPPINESS=pch_defines,time_macros;${CMAKE_CXX_COMPILER_LAUNCHER}")
+  endif()
+endif()
+
 if(APPLE)
   # libc++ enables std::stop_token only as an experimental feature.
   target_compile_definitions(orvane_options INTERFACE _LIBCPP_ENABLE_EXPERIMENTAL)

@@ -1,6 +1,13 @@
 # SPDX-License-Identifier: Apache-2.0
 # Helpers that define all our libraries and tests.
 
+# orvane_use_precompiled_headers(TARGET): if they are switched on.
+function(orvane_use_precompiled_headers TARGET)
+  if(ORVANE_PRECOMPILED_HEADERS)
+    target_precompile_headers(${TARGET} REUSE_FROM orvane_precompiled)
+  endif()
+endfunction()
+
 # orvane_add_library(NAME SOURCES ... [PUBLIC ...] [PRIVATE ...])
 # One static library per folder, so that the linker enforces the layers. Headers are included as "Folder/Name.h".
 function(orvane_add_library NAME)
@@ -8,6 +15,7 @@ function(orvane_add_library NAME)
   add_library(${NAME} STATIC ${ARG_SOURCES})
   target_include_directories(${NAME} PUBLIC "${PROJECT_SOURCE_DIR}/src")
   target_link_libraries(${NAME} PUBLIC ${ARG_PUBLIC} PRIVATE orvane_options ${ARG_PRIVATE})
+  orvane_use_precompiled_headers(${NAME})
 endfunction()
 
 # orvane_add_test(NAME LABEL <unit|engine|desktop|ui|slow|wayland> SOURCES ... LIBRARIES ... [ARGUMENTS ...] [TIMEOUT s]
@@ -28,6 +36,7 @@ function(orvane_add_test NAME)
   add_executable(${NAME} ${ARG_SOURCES})
   target_include_directories(${NAME} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
   target_link_libraries(${NAME} PRIVATE orvane_options Qt6::Test ${ARG_LIBRARIES})
+  orvane_use_precompiled_headers(${NAME})
   if(ARG_LABEL MATCHES "^(desktop|ui|slow|wayland)$")
     orvane_session_command(COMMAND ${ARG_SESSION})
     add_test(NAME ${NAME} COMMAND ${COMMAND} $<TARGET_FILE:${NAME}> ${ARG_ARGUMENTS})

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: Apache-2.0
+// Headers that most source files include, parsed once. Each file still includes what it uses: builds without precompiled
+// headers are tested, too.
+#include <QByteArray>
+#include <QCoreApplication>
+#include <QCoroFuture>
+#include <QCoroTask>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
+#include <QHash>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QList>
+#include <QLoggingCategory>
+#include <QObject>
+#include <QPointer>
+#include <QPromise>
+#include <QSet>
+#include <QString>
+#include <QStringList>
+#include <QTimer>
+#include <QUrl>
+#include <QVariant>
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <span>
+#include <stop_token>
+#include <string>
+#include <thread>
+#include <utility>
+#include <vector>

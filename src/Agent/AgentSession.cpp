@@ -85,6 +85,7 @@ void AgentSession::resolve(bool approved)
 void AgentSession::stop()
 {
     m_cancellation.request_stop();
+    m_desktop.scripting.interrupt();
     resolve(false);
 }
 

@@ -59,7 +59,7 @@ public:
     void resolve(bool approved);
 
     // Declines a pending confirmation and ends the run before its next step; a reply being generated is
-    // awaited first. Does nothing without a running task.
+    // awaited first, a running script is ended. Does nothing without a running task.
     void stop();
 
     // Removes all turns; ignored while a task runs. Called from a slot of this object's signals, it is

@@ -32,4 +32,8 @@ public:
     // `host` carries out what the script says to applications, on platforms without an interpreter of their
     // own; it must outlive the task.
     virtual QCoro::Task<ScriptOutcome> run(QString source, ScriptHost &host) = 0;
+
+    // Ends the running scripts, as failed; a command under way is completed first. Where the platform
+    // interprets scripts, they go on.
+    virtual void interrupt() = 0;
 };

@@ -72,6 +72,7 @@ private Q_SLOTS:
     void theFirstAnswerCounts();
     void anAnswerGivenWhileTheQuestionIsAnnounced();
     void stoppingAnIdleSessionDoesNotStopTheNextTask();
+    void stoppingInterruptsTheScript();
 
     void aTaskCanBeStoppedByTheFirstSignalsOfIt();
     void aTaskSubmittedBeforeAnotherIsAnnouncedComesFirst();
@@ -384,6 +385,18 @@ void AgentSessionTest::stoppingAnIdleSessionDoesNotStopTheNextTask()
     bench.session->stop();
     bench.runTask(u"Do nothing"_s);
     QCOMPARE(bench.lastTurn().summary, u"Done."_s);
+}
+
+void AgentSessionTest::stoppingInterruptsTheScript()
+{
+    SessionBench bench;
+    AgentSession &session = *bench.session;
+    bench.engine->replies = {uR"({"action":"applescript","script":"delay 100"})"_s, done(u"Never said."_s)};
+    bench.desktop.scripting.whileRunning = [&session] { session.stop(); };
+    connect(&session, &AgentSession::pendingChanged, &session, [&session] { session.resolve(true); });
+    bench.runTask(u"Wait"_s);
+    QCOMPARE(bench.desktop.scripting.interruptions, 1);
+    QCOMPARE(bench.lastTurn().log.last().text, u"Cancelled"_s);
 }
 
 void AgentSessionTest::aTaskCanBeStoppedByTheFirstSignalsOfIt()

@@ -9,4 +9,5 @@ class MacScripting : public Scripting
 {
 public:
     QCoro::Task<ScriptOutcome> run(QString source, ScriptHost &host) override;
+    void interrupt() override {}
 };

@@ -78,6 +78,7 @@ QCoro::Task<ScriptOutcome> RecordingScripting::run(QString source, ScriptHost &)
 {
     co_await m_journal.begin(RecordedOperation::RunScript);
     m_journal.note(u"run script %1"_s.arg(source));
+    whileRunning();
     ScriptOutcome cleaned = outcome;
     cleaned.text = Text::cleaned(outcome.text);
     co_return cleaned;

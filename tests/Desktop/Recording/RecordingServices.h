@@ -9,6 +9,8 @@
 #include "Desktop/Scripting.h"
 #include "Desktop/Session.h"
 
+#include <functional>
+
 // The simpler services. Each records the calls and returns scripted results.
 
 class RecordingSession : public Session
@@ -65,8 +67,11 @@ public:
     explicit RecordingScripting(RecordingJournal &journal) : m_journal(journal) {}
 
     ScriptOutcome outcome; // of every script; the host is ignored
+    std::function<void()> whileRunning = [] {};
+    int interruptions = 0;
 
     QCoro::Task<ScriptOutcome> run(QString source, ScriptHost &host) override;
+    void interrupt() override { ++interruptions; }
 
 private:
     RecordingJournal &m_journal;

@@ -37,6 +37,12 @@ LinuxScripting::~LinuxScripting()
     m_end.request_stop();
 }
 
+void LinuxScripting::interrupt()
+{
+    m_end.request_stop();
+    m_end = std::stop_source();
+}
+
 QCoro::Task<ScriptOutcome> LinuxScripting::run(QString source, ScriptHost &host)
 {
     const std::shared_ptr<Services> services = m_services;

@@ -19,6 +19,7 @@ public:
     LinuxScripting &operator=(const LinuxScripting &) = delete;
 
     QCoro::Task<ScriptOutcome> run(QString source, ScriptHost &host) override;
+    void interrupt() override;
 
 private:
     struct Services

@@ -37,6 +37,8 @@ private Q_SLOTS:
     void showsNotifications();
     void needsANotificationService();
     void aScriptEndsWithItsService();
+    void canBeInterrupted_data();
+    void canBeInterrupted();
 
 private:
     // The result; "Error: " and the message; or "none".
@@ -208,6 +210,29 @@ void LinuxScriptingTest::aScriptEndsWithItsService()
     scripting.reset();
     QVERIFY(Awaited::waitFor(running));
     QCOMPARE(running->value->text.value(), u"The script was cancelled."_s);
+}
+
+void LinuxScriptingTest::canBeInterrupted_data()
+{
+    QTest::addColumn<QString>("source");
+    QTest::newRow("in a delay") << u"delay 1000"_s;
+    QTest::newRow("in a loop") << u"repeat\nend repeat"_s;
+    QTest::newRow("where errors are caught") << u"repeat\ntry\ndelay 1000\nend try\nend repeat"_s;
+    QTest::newRow("between commands")
+        << u"repeat\ntry\nget name of application \"Sample\"\nend try\nend repeat"_s;
+}
+
+void LinuxScriptingTest::canBeInterrupted()
+{
+    QFETCH(QString, source);
+    const auto running = std::make_shared<Awaited::Outcome<ScriptOutcome>>();
+    const QCoro::Task<void> settling = Awaited::settle(m_scripting.run(source, m_host), running);
+    QTest::qWait(20);
+    m_scripting.interrupt();
+    QVERIFY(Awaited::waitFor(running));
+    QCOMPARE(running->value->ending, ScriptOutcome::Ending::Failed);
+    QCOMPARE(running->value->text.value(), u"The script was cancelled."_s);
+    QCOMPARE(run(u"return 1"_s), u"1"_s);
 }
 
 QTEST_GUILESS_MAIN(LinuxScriptingTest)

@@ -125,6 +125,8 @@ QCoro::Task<ScriptValue> ScriptInterpreter::run(QString source, ScriptHost &host
 {
     const Limits limits(std::move(cancellation), timeLimit);
     ScriptMachine machine(compiled(source));
+    QElapsedTimer sinceBreak;
+    sinceBreak.start();
     while (true) {
         limits.check();
         const ScriptMachine::State state = machine.run(piece);
@@ -132,7 +134,10 @@ QCoro::Task<ScriptValue> ScriptInterpreter::run(QString source, ScriptHost &host
             co_return machine.result();
         if (state == ScriptMachine::State::Waiting)
             co_await carryOut(machine, host, limits);
-        else
+        // A host may answer at once.
+        if (sinceBreak.elapsed() >= piece.count()) {
             co_await QCoro::sleepFor(0ms);
+            sinceBreak.start();
+        }
     }
 }

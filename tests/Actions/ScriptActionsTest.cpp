@@ -175,6 +175,10 @@ void ScriptActionsTest::fails_data()
     row("tell application \"Zanzibar\" to activate", "Couldn't find an app called “Zanzibar”.");
     row("tell application \"Mail\" to play", "Mail doesn’t understand “play”.");
     row("tell application \"Mail\" to get colour", "Can’t get colour of application \"Mail\".");
+    row("tell application \"System Events\" to set frontmost of every process whose name is \"Nope\" to true",
+        "Can’t set frontmost of {}.");
+    row("tell application \"System Events\" to set frontmost of process \"Nope\" to true",
+        "Can’t get process \"Nope\" of application \"System Events\".");
     row("tell application \"Mail\" to get name of window 7", "Can’t get window 7 of application \"Mail\".");
     row("tell application \"Mail\" to get size of window 1",
         "Can’t get size of window 1 of application \"Mail\".");

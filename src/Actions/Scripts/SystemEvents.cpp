@@ -119,10 +119,13 @@ QCoro::Task<std::optional<ScriptValue>> set(ScriptCommand command, Desktop deskt
     if (!isFrontmost)
         co_return answer;
     const QList<ScriptItem> all = co_await processes(desktop);
-    const QString name = ScriptItems::selected(*object->container, all).first().name;
+    const QList<ScriptItem> chosen = ScriptItems::selected(*object->container, all);
+    const QString name = chosen.isEmpty() ? QString() : chosen.first().name;
     const std::optional<RunningApplication> application = co_await Applications::running(name, desktop);
-    if (application)
-        co_await Applications::returnTo(*application, desktop);
+    if (!application)
+        throw ScriptError(u"Can’t get %1."_s.arg(ScriptCoercion::source(object->container)),
+                          ScriptError::NoSuchObject);
+    co_await Applications::returnTo(*application, desktop);
     answer = ScriptValue();
     co_return answer;
 }

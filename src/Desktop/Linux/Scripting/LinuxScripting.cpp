@@ -6,7 +6,8 @@
 #include "Scripting/ScriptInterpreter.h"
 #include "Scripting/Values/ScriptCoercion.h"
 
-#include <array>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -14,7 +15,7 @@ namespace {
 class Hosts : public ScriptHost
 {
 public:
-    Hosts(ScriptHost &first, ScriptHost &second, ScriptHost &third) : m_hosts{&first, &second, &third} {}
+    explicit Hosts(std::vector<ScriptHost *> hosts) : m_hosts(std::move(hosts)) {}
 
     QCoro::Task<std::optional<ScriptValue>> perform(ScriptCommand command) override
     {
@@ -27,7 +28,7 @@ public:
     }
 
 private:
-    std::array<ScriptHost *, 3> m_hosts;
+    std::vector<ScriptHost *> m_hosts;
 };
 
 } // namespace
@@ -46,7 +47,7 @@ void LinuxScripting::interrupt()
 QCoro::Task<ScriptOutcome> LinuxScripting::run(QString source, ScriptHost &host)
 {
     const std::shared_ptr<Services> services = m_services;
-    Hosts hosts(services->notifications, services->players, host);
+    Hosts hosts({&services->notifications, &services->players, &services->sound, &services->trash, &host});
     ScriptOutcome outcome;
     try {
         const ScriptValue result = co_await ScriptInterpreter::run(source, hosts, m_end.get_token());

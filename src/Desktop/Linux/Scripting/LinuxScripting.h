@@ -3,6 +3,8 @@
 
 #include "Desktop/Linux/Scripting/MediaPlayers.h"
 #include "Desktop/Linux/Scripting/Notifications.h"
+#include "Desktop/Linux/Scripting/Sound.h"
+#include "Desktop/Linux/Scripting/TrashFolders.h"
 #include "Desktop/Scripting.h"
 
 #include <memory>
@@ -27,6 +29,8 @@ private:
         ScriptBus bus;
         Notifications notifications{bus};
         MediaPlayers players{bus};
+        Sound sound;
+        TrashFolders trash;
     };
 
     std::shared_ptr<Services> m_services = std::make_shared<Services>(); // shared with the running scripts

@@ -2,21 +2,14 @@
 // Scripts, media players and notifications on a real session bus.
 #include "Desktop/Linux/Scripting/LinuxScripting.h"
 #include "Desktop/Linux/Scripting/SamplePlayer.h"
+#include "Desktop/Linux/Scripting/SampleScripts.h"
 #include "Support/Awaited.h"
 
 #include <QTest>
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-class NoApplications : public ScriptHost
-{
-public:
-    QCoro::Task<std::optional<ScriptValue>> perform(ScriptCommand) override { co_return std::nullopt; }
-};
-
-} // namespace
+using SampleScripts::run;
 
 class LinuxScriptingTest : public QObject
 {
@@ -39,21 +32,7 @@ private Q_SLOTS:
     void aScriptEndsWithItsService();
     void canBeInterrupted_data();
     void canBeInterrupted();
-
-private:
-    // The result; "Error: " and the message; or "none".
-    QString run(const QString &source);
-
-    LinuxScripting m_scripting;
-    NoApplications m_host;
 };
-
-QString LinuxScriptingTest::run(const QString &source)
-{
-    const ScriptOutcome outcome = Awaited::result(m_scripting.run(source, m_host));
-    const QString text = outcome.text.value_or(u"none"_s);
-    return outcome.ending == ScriptOutcome::Ending::Failed ? u"Error: "_s + text : text;
-}
 
 void LinuxScriptingTest::returnsTheResult_data()
 {
@@ -204,9 +183,10 @@ void LinuxScriptingTest::needsANotificationService()
 
 void LinuxScriptingTest::aScriptEndsWithItsService()
 {
+    SampleScripts::NoApplications host;
     auto scripting = std::make_unique<LinuxScripting>();
     const auto running = std::make_shared<Awaited::Outcome<ScriptOutcome>>();
-    const QCoro::Task<void> settling = Awaited::settle(scripting->run(u"delay 1000"_s, m_host), running);
+    const QCoro::Task<void> settling = Awaited::settle(scripting->run(u"delay 1000"_s, host), running);
     scripting.reset();
     QVERIFY(Awaited::waitFor(running));
     QCOMPARE(running->value->text.value(), u"The script was cancelled."_s);
@@ -225,14 +205,17 @@ void LinuxScriptingTest::canBeInterrupted_data()
 void LinuxScriptingTest::canBeInterrupted()
 {
     QFETCH(QString, source);
+    SampleScripts::NoApplications host;
+    LinuxScripting scripting;
     const auto running = std::make_shared<Awaited::Outcome<ScriptOutcome>>();
-    const QCoro::Task<void> settling = Awaited::settle(m_scripting.run(source, m_host), running);
+    const QCoro::Task<void> settling = Awaited::settle(scripting.run(source, host), running);
     QTest::qWait(20);
-    m_scripting.interrupt();
+    scripting.interrupt();
     QVERIFY(Awaited::waitFor(running));
     QCOMPARE(running->value->ending, ScriptOutcome::Ending::Failed);
     QCOMPARE(running->value->text.value(), u"The script was cancelled."_s);
-    QCOMPARE(run(u"return 1"_s), u"1"_s);
+    const ScriptOutcome next = Awaited::result(scripting.run(u"return 1"_s, host));
+    QCOMPARE(next.text.value(), u"1"_s);
 }
 
 QTEST_GUILESS_MAIN(LinuxScriptingTest)

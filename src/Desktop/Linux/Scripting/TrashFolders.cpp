@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Desktop/Linux/Scripting/TrashFolders.h"
+
+#include "Base/Text.h"
+
+#include <QDir>
+#include <QStandardPaths>
+#include <QStorageInfo>
+
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+using namespace std::chrono_literals;
+
+namespace {
+
+// Less than a script may take.
+constexpr auto limit = 100s;
+
+constexpr QDir::Filters everything = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
+
+QStringList trashFolders()
+{
+    QStringList folders{QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + u"/Trash"_s};
+    const QString user = QString::number(::getuid());
+    for (const QStorageInfo &volume : QStorageInfo::mountedVolumes()) {
+        if (volume.isReady() && !volume.isReadOnly())
+            folders << volume.rootPath() + u"/.Trash-"_s + user << volume.rootPath() + u"/.Trash/"_s + user;
+    }
+    return folders;
+}
+
+// Other users can put folders and links into the root of a shared volume.
+bool isOwnFolder(const QString &path)
+{
+    const QFileInfo folder(path);
+    return folder.isDir() && !folder.isSymLink() && folder.ownerId() == ::getuid();
+}
+
+// Links are deleted, not followed.
+bool remove(const QFileInfo &entry)
+{
+    if (entry.isDir() && !entry.isSymLink())
+        return QDir(entry.filePath()).removeRecursively();
+    return QFile::remove(entry.filePath());
+}
+
+// An entry's description goes after it, so that what can't be deleted can still be restored.
+bool empty(const QString &folder)
+{
+    bool isComplete = true;
+    if (!isOwnFolder(folder) || !isOwnFolder(folder + u"/files"_s))
+        return isComplete;
+    const QFileInfoList entries = QDir(folder + u"/files"_s).entryInfoList(everything);
+    for (const QFileInfo &entry : entries) {
+        const bool isRemoved = remove(entry);
+        isComplete = isComplete && isRemoved;
+        if (isRemoved)
+            QFile::remove(folder + u"/info/"_s + entry.fileName() + u".trashinfo"_s);
+    }
+    return isComplete;
+}
+
+void emptyAll()
+{
+    bool isComplete = true;
+    for (const QString &folder : trashFolders())
+        isComplete = empty(folder) && isComplete;
+    if (!isComplete)
+        throw PlatformError(u"The trash could not be emptied completely."_s);
+}
+
+bool isEmptyTrash(const ScriptCommand &command)
+{
+    if (command.name != u"empty" || !command.application || !Text::equals(*command.application, u"Finder"_s))
+        return false;
+    if (!command.direct)
+        return true;
+    return command.direct->is<ScriptValue::Object>() && command.direct->object().name == u"trash";
+}
+
+} // namespace
+
+QCoro::Task<std::optional<ScriptValue>> TrashFolders::perform(ScriptCommand command)
+{
+    std::optional<ScriptValue> answer;
+    if (isEmptyTrash(command)) {
+        co_await m_worker.run(&emptyAll, limit);
+        answer = ScriptValue();
+    }
+    co_return answer;
+}

@@ -20,14 +20,12 @@ constexpr auto limit = 100s;
 
 constexpr QDir::Filters everything = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
 
-QStringList trashFolders()
+QStringList trashFolders(const QStringList &volumes)
 {
     QStringList folders{QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + u"/Trash"_s};
     const QString user = QString::number(::getuid());
-    for (const QStorageInfo &volume : QStorageInfo::mountedVolumes()) {
-        if (volume.isReady() && !volume.isReadOnly())
-            folders << volume.rootPath() + u"/.Trash-"_s + user << volume.rootPath() + u"/.Trash/"_s + user;
-    }
+    for (const QString &volume : volumes)
+        folders << volume + u"/.Trash-"_s + user << volume + u"/.Trash/"_s + user;
     return folders;
 }
 
@@ -62,10 +60,10 @@ bool empty(const QString &folder)
     return isComplete;
 }
 
-void emptyAll()
+void emptyAll(const QStringList &volumes)
 {
     bool isComplete = true;
-    for (const QString &folder : trashFolders())
+    for (const QString &folder : trashFolders(volumes))
         isComplete = empty(folder) && isComplete;
     if (!isComplete)
         throw PlatformError(u"The trash could not be emptied completely."_s);
@@ -86,8 +84,19 @@ QCoro::Task<std::optional<ScriptValue>> TrashFolders::perform(ScriptCommand comm
 {
     std::optional<ScriptValue> answer;
     if (isEmptyTrash(command)) {
-        co_await m_worker.run(&emptyAll, limit);
+        const auto job = [volumes = m_volumes] { emptyAll(volumes()); };
+        co_await m_worker.run(job, limit);
         answer = ScriptValue();
     }
     co_return answer;
+}
+
+QStringList TrashFolders::writableVolumes()
+{
+    QStringList roots;
+    for (const QStorageInfo &volume : QStorageInfo::mountedVolumes()) {
+        if (volume.isReady() && !volume.isReadOnly())
+            roots.append(volume.rootPath());
+    }
+    return roots;
 }

@@ -86,6 +86,7 @@ void AgentSession::stop()
 {
     m_cancellation.request_stop();
     m_desktop.scripting.interrupt();
+    m_desktop.dialogs.withdraw();
     resolve(false);
 }
 

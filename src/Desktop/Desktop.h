@@ -3,6 +3,7 @@
 
 #include "Desktop/Accessibility.h"
 #include "Desktop/Clock.h"
+#include "Desktop/Dialogs.h"
 #include "Desktop/Files.h"
 #include "Desktop/Keyboard.h"
 #include "Desktop/ScreenCapture.h"
@@ -21,5 +22,6 @@ struct Desktop
     ScreenCapture &screenCapture;
     Scripting &scripting;
     Files &files;
+    Dialogs &dialogs;
     Clock &clock;
 };

@@ -35,14 +35,20 @@ public:
     {
         if (m_cancellation.stop_requested())
             throw ScriptStopped(u"The script was cancelled."_s, ScriptError::UserCancelled);
-        if (m_clock.elapsed() > m_time.count())
+        if (m_clock.elapsed() - m_paused > m_time.count())
             throw ScriptStopped(u"The script takes too long."_s, ScriptError::TimedOut);
     }
+
+    // The time that a user takes for an answer isn't the script's.
+    void pause() { m_pauseBegin = m_clock.elapsed(); }
+    void resume() { m_paused += m_clock.elapsed() - m_pauseBegin; }
 
 private:
     std::stop_token m_cancellation;
     std::chrono::milliseconds m_time;
     QElapsedTimer m_clock;
+    qint64 m_pauseBegin = 0; // milliseconds
+    qint64 m_paused = 0;
 };
 
 ScriptCode compiled(const QString &source)
@@ -99,7 +105,12 @@ QCoro::Task<Answer> answerTo(ScriptCommand command, ScriptHost &host)
     co_return answer;
 }
 
-QCoro::Task<void> carryOut(ScriptMachine &machine, ScriptHost &host, const Limits &limits)
+bool asksTheUser(const QString &command)
+{
+    return command == u"display dialog" || command == u"display alert" || command == u"choose from list";
+}
+
+QCoro::Task<void> carryOut(ScriptMachine &machine, ScriptHost &host, Limits &limits)
 {
     const ScriptCommand command = machine.command();
     if (command.name == u"delay") {
@@ -109,7 +120,10 @@ QCoro::Task<void> carryOut(ScriptMachine &machine, ScriptHost &host, const Limit
         machine.answer({});
         co_return;
     }
+    limits.pause();
     const Answer answer = co_await answerTo(command, host);
+    if (asksTheUser(command.name))
+        limits.resume();
     limits.check();
     if (answer.value)
         machine.answer(*answer.value);
@@ -123,7 +137,7 @@ QCoro::Task<ScriptValue> ScriptInterpreter::run(QString source, ScriptHost &host
                                                 std::stop_token cancellation,
                                                 std::chrono::milliseconds timeLimit)
 {
-    const Limits limits(std::move(cancellation), timeLimit);
+    Limits limits(std::move(cancellation), timeLimit);
     ScriptMachine machine(compiled(source));
     QElapsedTimer sinceBreak;
     sinceBreak.start();

@@ -26,8 +26,8 @@ public:
     Desktop services()
     {
         const Desktop all = m_bench.desktop.services();
-        return {all.session,       m_workspace,   all.accessibility, m_keyboard,
-                all.screenCapture, all.scripting, all.files,         all.clock};
+        return {all.session,   m_workspace, all.accessibility, m_keyboard, all.screenCapture,
+                all.scripting, all.files,   all.dialogs,       all.clock};
     }
 
     void mend() { m_isMended = true; }

@@ -548,8 +548,8 @@ void AgentSessionTest::aSessionMayBeDestroyedDuringAStep()
     SessionBench bench;
     HeldKeyboard keyboard;
     const Desktop all = bench.desktop.services();
-    const Desktop desktop{all.session,       all.workspace, all.accessibility, keyboard,
-                          all.screenCapture, all.scripting, all.files,         all.clock};
+    const Desktop desktop{all.session,   all.workspace, all.accessibility, keyboard, all.screenCapture,
+                          all.scripting, all.files,     all.dialogs,       all.clock};
     bench.engine->replies = {typeText(u"1"_s), done(u"Never said."_s)};
     bench.session = std::make_unique<AgentSession>(bench.models, desktop);
     bench.session->submit(u"Type 1"_s);

@@ -84,6 +84,13 @@ void showEachKindOfLine(SessionBench &bench, ContentViewModel &content)
     waitUntil([&bench] { return !bench.session->isRunning(); });
 }
 
+// A script's question, which stays open.
+void askQuestion(SessionBench &bench, const Dialog &dialog)
+{
+    static QCoro::Task<std::optional<DialogAnswer>> asking;
+    asking = bench.desktop.dialogs.ask(dialog);
+}
+
 // Stopped while the model was generating.
 void stopATask(SessionBench &bench, ContentViewModel &content)
 {
@@ -174,6 +181,29 @@ QList<Scene> scenes(const std::shared_ptr<Gate> &gate)
              askFor(bench, content, u"Run my script"_s, longScript());
          },
          {640, 460}},
+        {u"dialog-text"_s, ModelFile::Present,
+         [](SessionBench &bench, ContentViewModel &content) {
+             load(bench, content);
+             Dialog dialog;
+             dialog.title = u"Invoices"_s;
+             dialog.text = u"What shall the folder be called?"_s;
+             dialog.buttons = {u"Cancel"_s, u"OK"_s};
+             dialog.defaultButton = 1;
+             dialog.answer = u"Invoices 2026"_s;
+             askQuestion(bench, dialog);
+         }},
+        {u"dialog-list"_s, ModelFile::Present,
+         [](SessionBench &bench, ContentViewModel &content) {
+             load(bench, content);
+             Dialog dialog;
+             dialog.text = u"Please make your selection:"_s;
+             dialog.buttons = {u"Cancel"_s, u"OK"_s};
+             dialog.defaultButton = 1;
+             dialog.items = QStringList{u"Downloads"_s, u"Documents"_s, u"Pictures"_s, u"Music"_s};
+             dialog.chosen = {1, 2};
+             dialog.takesSeveral = true;
+             askQuestion(bench, dialog);
+         }},
         {u"banner"_s, ModelFile::Present,
          [](SessionBench &bench, ContentViewModel &content) {
              load(bench, content);

@@ -5,6 +5,7 @@
 #include "Scripting/ScriptInterpreter.h"
 #include "Support/Awaited.h"
 
+#include <QCoroTimer>
 #include <QTest>
 #include <QTimer>
 
@@ -22,6 +23,8 @@ private Q_SLOTS:
     void limitsValues();
     void stopsWhatTakesTooLong_data();
     void stopsWhatTakesTooLong();
+    void theUsersTimeDoesNotCount_data();
+    void theUsersTimeDoesNotCount();
     void stopsWhenCancelled_data();
     void stopsWhenCancelled();
     void memoryIsLimitedInTotal_data();
@@ -46,6 +49,20 @@ QString outcome(const QString &source, std::stop_token cancellation = {},
         return u"Error: "_s + error.errorDescription();
     }
 }
+
+// Answers after longer than the script may take.
+class LateHost : public ScriptHost
+{
+public:
+    static constexpr auto limit = 50ms;
+
+    QCoro::Task<std::optional<ScriptValue>> perform(ScriptCommand) override
+    {
+        co_await QCoro::sleepFor(2 * limit);
+        std::optional<ScriptValue> answer = ScriptValue(true);
+        co_return answer;
+    }
+};
 
 const QString endless = u"repeat\nset x to 1\nend repeat"_s;
 
@@ -95,6 +112,30 @@ void ScriptBoundsTest::stopsWhatTakesTooLong()
 {
     QFETCH(QString, source);
     QCOMPARE(outcome(source, {}, 50ms), u"Error: The script takes too long."_s);
+}
+
+void ScriptBoundsTest::theUsersTimeDoesNotCount_data()
+{
+    QTest::addColumn<QString>("source");
+    QTest::addColumn<bool>("counts");
+    QTest::newRow("a dialog") << u"display dialog \"a\""_s << false;
+    QTest::newRow("an alert") << u"display alert \"a\""_s << false;
+    QTest::newRow("a choice") << u"choose from list {1}"_s << false;
+    QTest::newRow("a notification") << u"display notification \"a\""_s << true;
+}
+
+void ScriptBoundsTest::theUsersTimeDoesNotCount()
+{
+    QFETCH(QString, source);
+    QFETCH(bool, counts);
+    LateHost host;
+    const auto run = [&source, &host] {
+        return Awaited::result(ScriptInterpreter::run(source, host, {}, LateHost::limit)).as<bool>();
+    };
+    if (counts)
+        QVERIFY_THROWS_EXCEPTION(ScriptStopped, run());
+    else
+        QVERIFY(run());
 }
 
 void ScriptBoundsTest::stopsWhenCancelled_data()

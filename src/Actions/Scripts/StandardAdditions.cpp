@@ -3,6 +3,7 @@
 
 #include "Actions/Operations/Browsing.h"
 #include "Actions/Operations/FileSearch.h"
+#include "Actions/Scripts/ScriptDialogs.h"
 #include "Scripting/ScriptError.h"
 #include "Scripting/Values/ScriptCoercion.h"
 
@@ -22,12 +23,10 @@ void requireNoProgram(const ScriptCommand &command)
             u"Scripts can't run shell commands or other programs' code (“%1”)."_s.arg(command.name));
 }
 
-void requireNoDialog(const ScriptCommand &command)
+void requireNoFileDialog(const ScriptCommand &command)
 {
-    static const QStringList dialogs{u"display dialog"_s, u"display alert"_s, u"choose from list"_s,
-                                     u"choose file"_s, u"choose folder"_s};
-    if (dialogs.contains(command.name))
-        throw ScriptError(u"Scripts can't show dialogs on this computer (“%1”)."_s.arg(command.name));
+    if (command.name == u"choose file" || command.name == u"choose folder")
+        throw ScriptError(u"Scripts can't ask for files on this computer (“%1”)."_s.arg(command.name));
 }
 
 // In the words of FileSearch::locate.
@@ -66,7 +65,7 @@ QCoro::Task<ScriptValue> pathTo(ScriptCommand command, Desktop desktop)
 QCoro::Task<std::optional<ScriptValue>> StandardAdditions::perform(ScriptCommand command, Desktop desktop)
 {
     requireNoProgram(command);
-    requireNoDialog(command);
+    requireNoFileDialog(command);
     std::optional<ScriptValue> answer;
     if (command.name == "current date"_L1) {
         answer = ScriptValue::date(desktop.clock.now());
@@ -81,6 +80,8 @@ QCoro::Task<std::optional<ScriptValue>> StandardAdditions::perform(ScriptCommand
         const std::optional<QString> browser = hasBrowser ? command.application : std::nullopt;
         co_await Browsing::openURL(text.as<QString>(), browser, desktop);
         answer = ScriptValue();
+    } else {
+        answer = co_await ScriptDialogs::perform(command, desktop);
     }
     co_return answer;
 }

@@ -19,6 +19,7 @@ PaletteButton {
         textFormat: Text.PlainText
         font: button.font
         color: button.prominent ? Theme.prominentText : Theme.primary
+        elide: Text.ElideRight
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
     }

@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 ContentViewModel::ContentViewModel(ModelManager &models, AgentSession &session, const Desktop &desktop,
                                    QObject *parent)
     : QObject(parent), m_models(models), m_session(session), m_desktop(desktop), m_turns(session),
-      m_setup(models)
+      m_setup(models), m_dialog(desktop.dialogs)
 {
     connect(&models, &ModelManager::stateChanged, this, &ContentViewModel::layerChanged);
     connect(&models, &ModelManager::selectedChanged, this, &ContentViewModel::modelNameChanged);
@@ -24,6 +24,7 @@ ContentViewModel::ContentViewModel(ModelManager &models, AgentSession &session, 
     connect(&session, &AgentSession::streamPreviewChanged, this, &ContentViewModel::streamPreviewChanged);
     connect(&session, &AgentSession::pendingChanged, this, &ContentViewModel::confirmationChanged);
     connect(&session, &AgentSession::pendingChanged, this, [this] { announce(confirmationReason()); });
+    connect(&m_dialog, &DialogViewModel::changed, this, [this] { announce(m_dialog.text()); });
     connect(&session, &AgentSession::logEntryAppended, this, &ContentViewModel::announceEntry);
     connect(&session, &AgentSession::logEntryChanged, this, &ContentViewModel::announceFailure);
     // A task may have switched accessibility on.

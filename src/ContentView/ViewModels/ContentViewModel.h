@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Agent/AgentSession.h"
+#include "ContentView/ViewModels/DialogViewModel.h"
 #include "ContentView/ViewModels/SetupViewModel.h"
 #include "ContentView/ViewModels/TurnListModel.h"
 
@@ -30,6 +31,7 @@ class ContentViewModel : public QObject
     Q_PROPERTY(QString streamPreview READ streamPreview NOTIFY streamPreviewChanged)
     Q_PROPERTY(bool isConfirming READ isConfirming NOTIFY confirmationChanged)
     Q_PROPERTY(QString confirmationReason READ confirmationReason NOTIFY confirmationChanged)
+    Q_PROPERTY(DialogViewModel *dialog READ dialog CONSTANT)
     Q_PROPERTY(bool canChooseModel READ canChooseModel NOTIFY layerChanged)
     Q_PROPERTY(QString modelName READ modelName NOTIFY modelNameChanged)
     Q_PROPERTY(QStringList modelNames READ modelNames CONSTANT)
@@ -69,6 +71,9 @@ public:
 
     bool isConfirming() const { return m_session.pending().has_value(); }
     QString confirmationReason() const;
+
+    // A script's question.
+    DialogViewModel *dialog() { return &m_dialog; }
 
     // Whether the footer offers the model menu.
     bool canChooseModel() const;
@@ -127,6 +132,7 @@ private:
     const Desktop m_desktop;
     TurnListModel m_turns;
     SetupViewModel m_setup;
+    DialogViewModel m_dialog;
     QString m_input;
     QString m_announcement;
     bool m_trusted = true;

@@ -31,29 +31,8 @@ FocusScope {
             answered(true);
     }
 
-    SoftShadow {
+    CardSurface {
         anchors.fill: parent
-        anchors.topMargin: 8
-        anchors.bottomMargin: -8
-        radius: surface.radius
-        strength: 0.25
-    }
-
-    Rectangle {
-        id: surface
-
-        anchors.fill: parent
-        radius: 16
-        color: Theme.card
-        border.width: 1
-        border.color: Theme.edge
-    }
-
-    // Blocks clicks on items behind the card.
-    MouseArea {
-        anchors.fill: parent
-        hoverEnabled: true
-        acceptedButtons: Qt.AllButtons
     }
 
     ColumnLayout {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// The window's content: command bar, middle layer, footer, and the confirmation card over the middle.
+// The window's content: command bar, middle layer, footer, and over the middle the card of an open question.
 import QtQuick
 import QtQuick.Controls.Basic
 import QtQuick.Layouts
@@ -13,10 +13,14 @@ FocusScope {
     signal hideRequested
     signal quitRequested
 
-    // Focuses the confirmation card if there is a question, otherwise the command field.
+    readonly property bool isAsking: content.isConfirming || content.dialog.isOpen
+
+    // Focuses the open question's card if there is one, otherwise the command field.
     function takeFocus() {
         if (content.isConfirming)
             card.forceActiveFocus();
+        else if (content.dialog.isOpen)
+            dialogCard.takeFocus();
         else
             commandBar.focusField();
     }
@@ -34,7 +38,7 @@ FocusScope {
     focus: true
     Keys.onPressed: event => commandBar.typeKey(event)
 
-    // Lets the question be answered wherever the focus is; the card handles its own keys.
+    // Let the question be answered wherever the focus is; the cards handle their own keys.
     Shortcut {
         sequences: ["Return", "Enter"]
         autoRepeat: false
@@ -47,6 +51,28 @@ FocusScope {
         autoRepeat: false
         enabled: root.content.isConfirming && !card.activeFocus
         onActivated: root.content.resolve(false)
+    }
+
+    Shortcut {
+        sequences: ["Return", "Enter"]
+        autoRepeat: false
+        enabled: root.content.dialog.isOpen && !dialogCard.activeFocus
+        onActivated: dialogCard.press(root.content.dialog.defaultButton)
+    }
+
+    Shortcut {
+        sequence: "Escape"
+        autoRepeat: false
+        enabled: root.content.dialog.isOpen && !dialogCard.activeFocus
+        onActivated: dialogCard.press(root.content.dialog.cancelButton)
+    }
+
+    Connections {
+        target: root.content.dialog
+        function onChanged() {
+            menu.close();
+            root.takeFocus();
+        }
     }
 
     Connections {
@@ -122,7 +148,7 @@ FocusScope {
             // Nothing behind the question is usable until it is answered.
             Item {
                 anchors.fill: parent
-                enabled: !root.content.isConfirming
+                enabled: !root.isAsking
 
                 SetupCard {
                     anchors.fill: parent
@@ -164,6 +190,24 @@ FocusScope {
                     value: root.content.confirmationReason
                     restoreMode: Binding.RestoreNone
                 }
+
+                Behavior on opacity  {
+                    NumberAnimation {
+                        duration: 150
+                    }
+                }
+            }
+
+            DialogCard {
+                id: dialogCard
+
+                anchors.centerIn: parent
+                width: Math.min(implicitWidth, parent.width - 2 * Theme.margin)
+                height: Math.min(implicitHeight, parent.height - 32)
+                dialog: root.content.dialog
+                enabled: dialog.isOpen
+                opacity: enabled ? 1 : 0
+                visible: enabled || opacity > 0
 
                 Behavior on opacity  {
                     NumberAnimation {

@@ -7,8 +7,15 @@ LinuxDesktop::LinuxDesktop(const QString &homeDirectory) : m_files(homeDirectory
 
 Desktop LinuxDesktop::desktop()
 {
-    return {m_session,   m_workspace, m_accessibility, m_display->keyboard(), m_display->screenCapture(),
-            m_scripting, m_files,     m_clock};
+    return {m_session,
+            m_workspace,
+            m_accessibility,
+            m_display->keyboard(),
+            m_display->screenCapture(),
+            m_scripting,
+            m_files,
+            m_dialogs,
+            m_clock};
 }
 
 QCoro::Task<bool> LinuxDesktop::canSendKeys()

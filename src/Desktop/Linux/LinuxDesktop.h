@@ -41,4 +41,5 @@ private:
     LinuxScripting m_scripting;
     AtspiAccessibility m_accessibility{*this};
     Files m_files;
+    Dialogs m_dialogs;
 };

@@ -5,8 +5,8 @@ MacDesktop::MacDesktop(const QString &homeDirectory) : m_files(homeDirectory) {}
 
 Desktop MacDesktop::desktop()
 {
-    return {m_session,       m_workspace, m_accessibility, m_keyboard,
-            m_screenCapture, m_scripting, m_files,         m_clock};
+    return {m_session,   m_workspace, m_accessibility, m_keyboard, m_screenCapture,
+            m_scripting, m_files,     m_dialogs,       m_clock};
 }
 
 MacAccessibility::Activate MacDesktop::activation()

@@ -35,4 +35,5 @@ private:
     MacScripting m_scripting;
     MacAccessibility m_accessibility{activation()};
     Files m_files;
+    Dialogs m_dialogs;
 };

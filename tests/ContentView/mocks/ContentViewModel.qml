@@ -33,6 +33,8 @@ QtObject {
     property int selectedModel: 0
     property SetupViewModel setup: SetupViewModel {
     }
+    property DialogViewModel dialog: DialogViewModel {
+    }
     property string announcement: ""
 
     signal focusRequested

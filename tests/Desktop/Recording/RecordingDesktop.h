@@ -18,7 +18,7 @@ public:
     // The references are valid for this object's lifetime.
     Desktop services()
     {
-        return {session, workspace, accessibility, keyboard, screenCapture, scripting, files, clock};
+        return {session, workspace, accessibility, keyboard, screenCapture, scripting, files, dialogs, clock};
     }
 
     RecordingJournal journal;
@@ -30,4 +30,5 @@ public:
     RecordingScripting scripting{journal};
     RecordingClock clock{journal};
     Files files;
+    Dialogs dialogs;
 };

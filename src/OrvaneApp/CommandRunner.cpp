@@ -45,9 +45,10 @@ int doTask(ModelManager &models, const QString &task, Terminal &terminal)
         return ExitStatus::notReady;
     }
     const std::unique_ptr<DesktopServices> services = Platform::connectToDesktop();
-    AgentSession session(models, services->desktop());
+    const Desktop desktop = services->desktop();
+    AgentSession session(models, desktop);
     AnswerReader answers(STDIN_FILENO);
-    DoCommand command(models, session, terminal, answers);
+    DoCommand command(models, session, desktop.dialogs, terminal, answers);
     return carriedOut(command, task);
 }
 

@@ -15,8 +15,9 @@ bool AnswerReader::canAsk() const
     return isatty(m_descriptor) == 1;
 }
 
-void AnswerReader::start()
+void AnswerReader::start(Expected expected)
 {
+    m_expected = expected;
     tcflush(m_descriptor, TCIFLUSH);
     m_typed.clear();
     if (!m_notifier) {
@@ -49,7 +50,10 @@ void AnswerReader::readMore()
     if (count <= 0) {
         // End of input: nobody can answer.
         cancel();
-        Q_EMIT answered(false);
+        if (m_expected == Expected::AnyLine)
+            Q_EMIT closed();
+        else
+            Q_EMIT answered(false);
         return;
     }
     m_typed.append(buffer.data(), count);
@@ -62,7 +66,9 @@ void AnswerReader::take(const QByteArray &line)
 {
     cancel();
     const std::optional<bool> answer = meaning(line);
-    if (answer)
+    if (m_expected == Expected::AnyLine)
+        Q_EMIT typed(QString::fromLocal8Bit(line));
+    else if (answer)
         Q_EMIT answered(*answer);
     else
         Q_EMIT notUnderstood();

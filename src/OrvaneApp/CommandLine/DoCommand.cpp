@@ -37,9 +37,10 @@ Look lookOf(LogEntry::Kind kind)
 
 } // namespace
 
-DoCommand::DoCommand(ModelManager &models, AgentSession &session, Terminal &terminal, AnswerReader &answers,
-                     QObject *parent)
-    : QObject(parent), m_models(models), m_session(session), m_terminal(terminal), m_answers(answers)
+DoCommand::DoCommand(ModelManager &models, AgentSession &session, Dialogs &dialogs, Terminal &terminal,
+                     AnswerReader &answers, QObject *parent)
+    : QObject(parent), m_models(models), m_session(session), m_terminal(terminal), m_answers(answers),
+      m_scriptsQuestions(dialogs, terminal, answers)
 {
 }
 
@@ -56,8 +57,8 @@ void DoCommand::interrupt()
     m_isInterrupted = true;
     if (m_session.pending())
         m_terminal.line(QString()); // ends the question's line
-    m_answers.cancel();
     m_session.stop();
+    m_answers.cancel();
     m_terminal.line(u"Stopping before the next step; Ctrl+C again quits at once."_s, Terminal::Style::Dim);
 }
 
@@ -87,6 +88,7 @@ void DoCommand::watchSession()
     connect(&m_session, &AgentSession::logEntryChanged, this, &DoCommand::showEntry);
     connect(&m_session, &AgentSession::pendingChanged, this, &DoCommand::ask);
     connect(&m_session, &AgentSession::turnFinished, this, &DoCommand::showEnd);
+    connect(&m_scriptsQuestions, &TerminalDialogs::asked, this, &DoCommand::showProgress);
     connect(&m_answers, &AnswerReader::answered, this, &DoCommand::answer);
     connect(&m_answers, &AnswerReader::notUnderstood, this, &DoCommand::awaitAnswer);
 }
@@ -94,7 +96,7 @@ void DoCommand::watchSession()
 void DoCommand::showProgress()
 {
     // While a question is open, its line is the answer's.
-    if (m_session.pending())
+    if (m_session.pending() || m_scriptsQuestions.isAsking())
         return;
     if (m_session.status().isEmpty())
         m_terminal.hideProgress();

@@ -4,20 +4,21 @@
 #include "Agent/AgentSession.h"
 #include "OrvaneApp/CommandLine/AnswerReader.h"
 #include "OrvaneApp/CommandLine/Terminal.h"
+#include "OrvaneApp/CommandLine/TerminalDialogs.h"
 
 #include <QCoroTask>
 #include <QObject>
 #include <QString>
 
-// `orvane do`: runs one task in a session, prints its steps, and asks before risky ones. Thread: main;
-// nothing is owned.
+// `orvane do`: runs one task in a session, prints its steps, and asks before risky ones and for scripts.
+// Thread: main; nothing is owned.
 class DoCommand : public QObject
 {
     Q_OBJECT
 
 public:
-    DoCommand(ModelManager &models, AgentSession &session, Terminal &terminal, AnswerReader &answers,
-              QObject *parent = nullptr);
+    DoCommand(ModelManager &models, AgentSession &session, Dialogs &dialogs, Terminal &terminal,
+              AnswerReader &answers, QObject *parent = nullptr);
     ~DoCommand() override;
 
     // Asynchronous; ends with `finished`. Call once.
@@ -49,6 +50,7 @@ private:
     AgentSession &m_session;
     Terminal &m_terminal;
     AnswerReader &m_answers;
+    TerminalDialogs m_scriptsQuestions;
     bool m_isInterrupted = false;
     QCoro::Task<void> m_beginning;
 };

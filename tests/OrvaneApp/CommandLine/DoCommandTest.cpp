@@ -25,7 +25,7 @@ public:
         : session(file),
           terminal(person == Person::Present ? TerminalBench::colourless : TerminalBench::plain),
           answers(person == Person::Present ? keyboard.descriptor() : -1),
-          command(session.models, *session.session, terminal.terminal, answers),
+          command(session.models, *session.session, session.desktop.dialogs, terminal.terminal, answers),
           ended(&command, &DoCommand::finished)
     {
     }

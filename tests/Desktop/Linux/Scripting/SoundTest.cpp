@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Volume, tones and speech, on a real sound server whose loudspeaker is recorded.
-#include "Desktop/Linux/Scripting/LinuxScripting.h"
 #include "Desktop/Linux/Scripting/SampleScripts.h"
+#include "Support/PrivateSoundServer.h"
 
 #include <QLocalServer>
 #include <QProcess>
@@ -65,24 +65,15 @@ private Q_SLOTS:
     void needsASpeechService();
 
 private:
-    // The sound server's own word about the loudspeaker.
-    QString pactl(const QString &question);
-
     QTemporaryDir m_folder;
-    QProcess m_soundServer;
+    std::optional<PrivateSoundServer> m_soundServer;
     QProcess m_speechService;
 };
 
 void SoundTest::initTestCase()
 {
-    const QString socket = m_folder.filePath(u"sound"_s);
-    qputenv("PULSE_SERVER", "unix:" + socket.toLocal8Bit());
-    m_soundServer.start(u"pulseaudio"_s,
-                        {u"-n"_s, u"--daemonize=no"_s, u"--exit-idle-time=-1"_s, u"--use-pid-file=no"_s,
-                         u"-L"_s, u"module-null-sink sink_name=loudspeaker"_s, u"-L"_s,
-                         u"module-native-protocol-unix auth-anonymous=1 socket=%1"_s.arg(socket)});
-    QVERIFY(m_soundServer.waitForStarted());
-    QTRY_VERIFY(!pactl(u"get-sink-mute"_s).isEmpty());
+    m_soundServer.emplace();
+    QVERIFY(m_soundServer->isRunning());
 
     const QString speechSocket = m_folder.filePath(u"speech"_s);
     qputenv("SPEECHD_ADDRESS", "unix_socket:" + speechSocket.toLocal8Bit());
@@ -95,18 +86,9 @@ void SoundTest::initTestCase()
 
 void SoundTest::cleanupTestCase()
 {
-    for (QProcess *server : {&m_speechService, &m_soundServer}) {
-        server->terminate();
-        server->waitForFinished();
-    }
-}
-
-QString SoundTest::pactl(const QString &question)
-{
-    QProcess program;
-    program.start(u"pactl"_s, {question, u"loudspeaker"_s});
-    program.waitForFinished();
-    return QString::fromUtf8(program.readAllStandardOutput());
+    m_speechService.terminate();
+    m_speechService.waitForFinished();
+    m_soundServer.reset();
 }
 
 void SoundTest::setsTheVolume_data()
@@ -125,7 +107,7 @@ void SoundTest::setsTheVolume()
     QFETCH(QString, script);
     QFETCH(QString, expected);
     QCOMPARE(SampleScripts::run(script), u"none"_s);
-    const QString volume = pactl(u"get-sink-volume"_s);
+    const QString volume = PrivateSoundServer::answerTo(u"get-sink-volume"_s);
     QVERIFY2(volume.contains(expected), qPrintable(volume));
 }
 
@@ -141,9 +123,9 @@ void SoundTest::tellsTheVolume()
 void SoundTest::mutes()
 {
     SampleScripts::run(u"set volume with output muted"_s);
-    QVERIFY(pactl(u"get-sink-mute"_s).contains(u"yes"_s));
+    QVERIFY(PrivateSoundServer::answerTo(u"get-sink-mute"_s).contains(u"yes"_s));
     SampleScripts::run(u"set volume output muted false"_s);
-    QVERIFY(pactl(u"get-sink-mute"_s).contains(u"no"_s));
+    QVERIFY(PrivateSoundServer::answerTo(u"get-sink-mute"_s).contains(u"no"_s));
 }
 
 void SoundTest::hasNoAlertVolume()

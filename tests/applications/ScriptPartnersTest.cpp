@@ -1,0 +1,134 @@
+// SPDX-License-Identifier: Apache-2.0
+// Scripts that talk to real services: a media player, a notification service and a sound server.
+#include "Support/PrivateSoundServer.h"
+#include "applications/support/DesktopTest.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// A page that plays a tone, and says in its title whether it does.
+const QByteArray page = R"(<!DOCTYPE html><meta charset="utf-8"><title>silent</title>
+<audio src="tone.wav" autoplay loop></audio>
+<script>
+const audio = document.querySelector("audio");
+audio.onplaying = () => document.title = "playing";
+audio.onpause = () => document.title = "paused";
+navigator.mediaSession.metadata = new MediaMetadata({title: "A Tone", artist: "Ann", album: "Tones"});
+</script>
+)";
+
+// A minute of a square wave. Browsers tell the desktop only about media that last some seconds.
+QByteArray tone()
+{
+    constexpr quint32 rate = 8000;
+    constexpr quint32 size = 60 * rate;
+    QByteArray wave;
+    const auto append = [&wave](quint32 number, int bytes) {
+        for (int i = 0; i < bytes; ++i)
+            wave.append(static_cast<char>(number >> (8 * i)));
+    };
+    wave += "RIFF";
+    append(36 + size, 4);
+    wave += "WAVEfmt ";
+    append(16, 4);
+    append(1, 2); // uncompressed
+    append(1, 2); // one channel
+    append(rate, 4);
+    append(rate, 4);
+    append(1, 2);
+    append(8, 2);
+    wave += "data";
+    append(size, 4);
+    for (quint32 i = 0; i < size; ++i)
+        wave.append(static_cast<char>(i / 10 % 2 == 0 ? 100 : 156));
+    return wave;
+}
+
+QByteArray outputOf(const QString &program, const QStringList &arguments)
+{
+    QProcess process;
+    process.start(program, arguments);
+    process.waitForFinished();
+    return process.exitCode() == 0 ? process.readAllStandardOutput() : QByteArray();
+}
+
+} // namespace
+
+class ScriptPartnersTest : public DesktopTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void controlsAPlayer();
+    void showsANotification();
+    void setsTheVolume();
+
+private:
+    Outcome run(const QString &source) { return perform("applescript", {{"script", source}}); }
+};
+
+void ScriptPartnersTest::controlsAPlayer()
+{
+    const PrivateSoundServer soundServer;
+    QVERIFY(soundServer.isRunning());
+    PrivateDesktop::write(PrivateDesktop::home(u"tone.wav"_s), tone());
+    PrivateDesktop::write(PrivateDesktop::home(u"tone.html"_s), page);
+    QVERIFY(PrivateDesktop::open(u"chromium"_s,
+                                 {u"--no-sandbox"_s, u"--no-first-run"_s, u"--disable-gpu"_s,
+                                  u"--autoplay-policy=no-user-gesture-required"_s,
+                                  PrivateDesktop::home(u"tone.html"_s)},
+                                 u"Chromium"_s));
+    QVERIFY2(QTest::qWaitFor([] { return Screen::showsTitle(u"playing"_s); }, PrivateDesktop::patience),
+             qPrintable(Screen::described()));
+
+    const Outcome paused = run(u"tell application \"Music\" to pause"_s);
+    VERIFY_EFFECT(Screen::showsTitle(u"paused"_s), paused);
+    QCOMPARE(run(u"tell application \"Music\" to return player state"_s).line, u"Script returned: paused"_s);
+    const Outcome playing = run(u"tell application \"Chromium\" to play"_s);
+    VERIFY_EFFECT(Screen::showsTitle(u"playing"_s), playing);
+    QCOMPARE(run(u"tell application \"Music\"\n"
+                 "return (name of current track) & \" by \" & (artist of current track) & \" on \" & "
+                 "(album of current track)\n"
+                 "end tell"_s)
+                 .line,
+             u"Script returned: A Tone by Ann on Tones"_s);
+}
+
+void ScriptPartnersTest::showsANotification()
+{
+    QProcess service;
+    service.start(u"dunst"_s, {});
+    QVERIFY(QTest::qWaitFor([] { return !outputOf(u"dunstctl"_s, {u"is-paused"_s}).isEmpty(); },
+                            PrivateDesktop::patience));
+    const Outcome outcome = run(u"display notification \"1 < 2 & <b>bold</b>\" with title \"Backup\""_s);
+    QCOMPARE(outcome.line, u"Script ran."_s);
+    QVERIFY(QTest::qWaitFor(
+        [] {
+            return outputOf(u"dunstctl"_s, {u"count"_s, u"displayed"_s}) == "1\n";
+        },
+        PrivateDesktop::patience));
+    outputOf(u"dunstctl"_s, {u"close-all"_s});
+    const QJsonDocument history = QJsonDocument::fromJson(outputOf(u"dunstctl"_s, {u"history"_s}));
+    const QJsonObject shown = history[u"data"_s][0][0].toObject();
+    QCOMPARE(shown[u"summary"_s][u"data"_s].toString(), u"Backup"_s);
+    QCOMPARE(shown[u"body"_s][u"data"_s].toString(), u"1 &lt; 2 &amp; &lt;b&gt;bold&lt;/b&gt;"_s);
+    service.terminate();
+    service.waitForFinished();
+}
+
+void ScriptPartnersTest::setsTheVolume()
+{
+    const PrivateSoundServer soundServer;
+    QVERIFY(soundServer.isRunning());
+    QCOMPARE(run(u"set volume output volume 35"_s).line, u"Script ran."_s);
+    QVERIFY(PrivateSoundServer::answerTo(u"get-sink-volume"_s).contains(u" 35% "_s));
+}
+
+QTEST_MAIN(ScriptPartnersTest)
+#include "ScriptPartnersTest.moc"

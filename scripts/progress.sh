@@ -31,6 +31,7 @@ with_progress() {
 # first_failure LOG: the errors of the first step that failed, without its command, which is long.
 first_failure() {
     local failure
-    failure=$(sed -n '/^FAILED: /,$p' "$1" | sed -e 2d -e '/^\[[0-9]*\/[0-9]*\] /d' | cut -c 1-300 | head -n 40)
+    # awk reads to the end; head would leave the others with a broken pipe.
+    failure=$(sed -n '/^FAILED: /,$p' "$1" | sed -e 2d -e '/^\[[0-9]*\/[0-9]*\] /d' | cut -c 1-300 | awk 'NR <= 40')
     if [ -n "$failure" ]; then printf '%s\n' "$failure"; else tail -n 20 "$1"; fi
 }

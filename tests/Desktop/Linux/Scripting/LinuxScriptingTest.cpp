@@ -5,6 +5,8 @@
 #include "Desktop/Linux/Scripting/SampleScripts.h"
 #include "Support/Awaited.h"
 
+#include <QDBusConnection>
+#include <QScopeGuard>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -178,6 +180,11 @@ void LinuxScriptingTest::showsNotifications()
 
 void LinuxScriptingTest::needsANotificationService()
 {
+    // A name with no object keeps the bus from starting a service that happens to be installed.
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    QVERIFY(bus.registerService(u"org.freedesktop.Notifications"_s));
+    const auto unregister =
+        qScopeGuard([&bus] { bus.unregisterService(u"org.freedesktop.Notifications"_s); });
     QCOMPARE(run(u"display notification \"x\""_s), u"Error: The desktop shows no notifications."_s);
 }
 

@@ -8,6 +8,8 @@ QString InferenceError::errorDescription() const
     switch (m_code) {
     case Code::NotLoaded:
         return u"The language model isn't loaded yet."_s;
+    case Code::TooLittleMemory:
+        return u"There isn't enough free memory for this model. Close other programs and try again."_s;
     case Code::LoadFailed:
         return u"Couldn't load the model file."_s;
     case Code::ContextFailed:

@@ -7,7 +7,7 @@
 class InferenceError : public LocalizedError
 {
 public:
-    enum class Code { NotLoaded, LoadFailed, ContextFailed, TokenizeFailed, DecodeFailed };
+    enum class Code { NotLoaded, TooLittleMemory, LoadFailed, ContextFailed, TokenizeFailed, DecodeFailed };
 
     explicit InferenceError(Code code) : m_code(code) {}
 

@@ -130,7 +130,8 @@ QCoro::Task<void> ModelManager::loadIfNeeded()
     try {
         co_await m_engine->load(file);
     } catch (const InferenceError &error) {
-        outcome = State::failed(error.errorDescription());
+        const bool lacksMemory = error.code() == InferenceError::Code::TooLittleMemory;
+        outcome = State::failed(error.errorDescription() + (lacksMemory ? smallerModelHint() : QString()));
         isRefused = error.code() == InferenceError::Code::LoadFailed;
     } catch (const LocalizedError &error) {
         outcome = State::failed(error.errorDescription());
@@ -143,6 +144,16 @@ QCoro::Task<void> ModelManager::loadIfNeeded()
         co_return;
     m_unloading = false;
     setState(outcome);
+}
+
+// " … takes less." if the catalog has a smaller model.
+QString ModelManager::smallerModelHint() const
+{
+    const QList<LocalModel> &models = LocalModel::catalog();
+    const auto smallest =
+        std::min_element(models.begin(), models.end(),
+                         [](const auto &left, const auto &right) { return left.sizeMB < right.sizeMB; });
+    return *smallest == m_selected ? QString() : u" %1 takes less."_s.arg(smallest->name);
 }
 
 // Remembers whether the failure is the file's own fault. A file that looks like a model gets a second chance,

@@ -94,6 +94,7 @@ private:
     void setSelected(const LocalModel &model);
     void cancelTask();
     bool hasFile() const;
+    QString smallerModelHint() const;
     QCoro::Task<void> examineFailure(QString path, bool isRefused);
     QString published(const FinishedDownload &download) const;
     void takeFinished(quint64 task, const QString &message);

@@ -48,6 +48,9 @@ private Q_SLOTS:
         QTest::addColumn<Code>("code");
         QTest::addColumn<QString>("description");
         QTest::newRow("notLoaded") << Code::NotLoaded << u"The language model isn't loaded yet."_s;
+        QTest::newRow("tooLittleMemory")
+            << Code::TooLittleMemory
+            << u"There isn't enough free memory for this model. Close other programs and try again."_s;
         QTest::newRow("loadFailed") << Code::LoadFailed << u"Couldn't load the model file."_s;
         QTest::newRow("contextFailed") << Code::ContextFailed << u"Couldn't create an inference context."_s;
         QTest::newRow("tokenizeFailed") << Code::TokenizeFailed << u"Couldn't tokenize the prompt."_s;

@@ -105,6 +105,7 @@ private Q_SLOTS:
     void waitForALoadGoesOnWhenTheModelIsSwitched();
     void loadedStateWithAnEmptyEngineLoadsAgain();
     void failedLoadShowsTheEnginesMessage();
+    void tooLittleMemoryNamesASmallerModel();
     void fileThatIsNoModelCountsAsMissingOnceItsLoadHasFailed();
     void fileThatTheEngineRefusesTwiceCountsAsMissing();
     void contextThatFailsTwiceIsNotTheFilesFault();
@@ -761,6 +762,19 @@ void ModelManagerTest::failedLoadShowsTheEnginesMessage()
     m_manager->refresh();
     m_manager->loadIfNeeded();
     QTRY_COMPARE(m_manager->state(), State::loaded());
+}
+
+void ModelManagerTest::tooLittleMemoryNamesASmallerModel()
+{
+    const QString sentence =
+        u"There isn't enough free memory for this model. Close other programs and try again."_s;
+    m_engine->loadError = InferenceError(InferenceError::Code::TooLittleMemory);
+    bringInto(State::Kind::Ready);
+    m_manager->loadIfNeeded();
+    QTRY_COMPARE(m_manager->state(), State::failed(sentence));
+    putFile(secondModel());
+    m_manager->select(secondModel());
+    QTRY_COMPARE(m_manager->state(), State::failed(sentence + u" %1 takes less."_s.arg(firstModel().name)));
 }
 
 void ModelManagerTest::fileThatIsNoModelCountsAsMissingOnceItsLoadHasFailed()

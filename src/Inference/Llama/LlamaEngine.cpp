@@ -7,6 +7,7 @@
 #include "Inference/Llama/LlamaLibrary.h"
 #include "Inference/Llama/LlamaLimits.h"
 #include "Inference/Llama/LlamaPrompt.h"
+#include "Inference/Llama/ModelMemory.h"
 
 #include <QFile>
 #include <QLoggingCategory>
@@ -33,7 +34,8 @@ void LlamaContextDeleter::operator()(llama_context *context) const
     llama_free(context);
 }
 
-LlamaEngine::LlamaEngine(QList<ChatMessage> beginning) : m_beginning(std::move(beginning))
+LlamaEngine::LlamaEngine(QList<ChatMessage> beginning, MemorySource freeMemory)
+    : m_beginning(std::move(beginning)), m_freeMemory(std::move(freeMemory))
 {
     LlamaLibrary::prepareEnvironment();
     m_queue = std::make_unique<SerialQueue>(u"llama.engine"_s);
@@ -81,6 +83,7 @@ void LlamaEngine::loadModel(const QString &path)
         qCWarning(engineLog).noquote() << "Not loaded:" << path << GgufFile::explanation(verdict);
         throw InferenceError(InferenceError::Code::LoadFailed);
     }
+    requireMemory(path);
 
     llama_model_params modelParameters = llama_model_default_params();
     modelParameters.n_gpu_layers = LlamaLimits::gpuLayers;
@@ -110,6 +113,17 @@ void LlamaEngine::loadModel(const QString &path)
     setLoaded(true);
     if (!m_beginning.isEmpty())
         m_queue->post([this] { evaluateAhead(); });
+}
+
+// A machine that swaps answers neither this program nor others.
+void LlamaEngine::requireMemory(const QString &path) const
+{
+    const qint64 needed = ModelMemory::needed(path, contextSize, LlamaLimits::batchSize);
+    const std::optional<qint64> free = m_freeMemory();
+    if (!free || *free >= needed)
+        return;
+    qCWarning(engineLog) << "Not loaded: the model takes" << needed << "bytes, and" << *free << "are free.";
+    throw InferenceError(InferenceError::Code::TooLittleMemory);
 }
 
 void LlamaEngine::freeAll()

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Base/SerialQueue.h"
+#include "Base/SystemMemory.h"
 #include "Inference/ContextFitting.h"
 #include "Inference/ControlTokens.h"
 #include "Inference/InferenceEngine.h"
@@ -25,15 +26,21 @@ public:
     // Context length in tokens.
     static constexpr quint32 contextSize = ContextFitting::contextSize;
 
+    // Returns the free memory in bytes, or nothing if it isn't known. Called on the queue.
+    using MemorySource = std::function<std::optional<qint64>()>;
+
     // `beginning` is the common start of all conversations: after a model is loaded, it is evaluated ahead
     // while the engine is idle.
-    explicit LlamaEngine(QList<ChatMessage> beginning = {});
+    explicit LlamaEngine(
+        QList<ChatMessage> beginning = {},
+        MemorySource freeMemory = [] { return SystemMemory::available(); });
     ~LlamaEngine() override;
 
     bool isLoaded() const override;
 
-    // Frees the current model first, so after a failure none is loaded. Throws InferenceError LoadFailed or
-    // ContextFailed; LoadFailed also if the engine is destroyed meanwhile.
+    // Frees the current model first, so after a failure none is loaded. Throws InferenceError
+    // TooLittleMemory, if the machine would have to swap, LoadFailed or ContextFailed; LoadFailed also if the
+    // engine is destroyed meanwhile.
     QCoro::Task<void> load(QString path) override;
 
     void unload() override;
@@ -47,6 +54,7 @@ public:
 private:
     // Thread for all of these: the queue.
     void loadModel(const QString &path);
+    void requireMemory(const QString &path) const;
     void freeAll();
     QString run(const QList<ChatMessage> &messages, int maxTokens,
                 const std::function<void(QString)> &onToken);
@@ -60,6 +68,7 @@ private:
     void setLoaded(bool loaded);
 
     const QList<ChatMessage> m_beginning;
+    const MemorySource m_freeMemory;
 
     // Accessed on the queue only.
     LlamaModel m_model;

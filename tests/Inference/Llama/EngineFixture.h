@@ -18,10 +18,12 @@
 class EngineFixture
 {
 public:
-    explicit EngineFixture(const QList<ChatMessage> &beginning = {})
+    explicit EngineFixture(
+        const QList<ChatMessage> &beginning = {},
+        const LlamaEngine::MemorySource &freeMemory = [] { return SystemMemory::available(); })
     {
         LlamaLog::keep(LlamaLog::Kept::Errors);
-        m_engine.emplace(beginning);
+        m_engine.emplace(beginning, freeMemory);
     }
     ~EngineFixture() { m_engine->unload(); }
 

@@ -107,6 +107,30 @@ private Q_SLOTS:
         QCOMPARE(fixture.reply(10), u"a"_s);
     }
 
+    void aModelThatWouldMakeTheMachineSwapIsNotLoaded()
+    {
+        std::optional<qint64> free = 1'000'000;
+        EngineFixture fixture({}, [&free] { return free; });
+        try {
+            fixture.load(modelSaying('a'));
+            QFAIL("It was loaded");
+        } catch (const InferenceError &error) {
+            QVERIFY(error.code() == Code::TooLittleMemory);
+        }
+        QVERIFY(!fixture.engine().isLoaded());
+
+        free = 1'000'000'000;
+        fixture.load(modelSaying('a'));
+        QCOMPARE(fixture.reply(10), u"a"_s);
+    }
+
+    void aModelIsLoadedWhereTheFreeMemoryIsUnknown()
+    {
+        EngineFixture fixture({}, [] { return std::nullopt; });
+        fixture.load(modelSaying('a'));
+        QVERIFY(fixture.engine().isLoaded());
+    }
+
     void aSecondLoadReplacesTheModel()
     {
         EngineFixture fixture;

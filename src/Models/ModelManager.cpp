@@ -146,6 +146,14 @@ QCoro::Task<void> ModelManager::loadIfNeeded()
     setState(outcome);
 }
 
+void ModelManager::release()
+{
+    if (m_state.kind != State::Kind::Loaded)
+        return;
+    m_engine->unload();
+    m_unloading = true;
+}
+
 // " … takes less." if the catalog has a smaller model.
 QString ModelManager::smallerModelHint() const
 {

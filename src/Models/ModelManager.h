@@ -78,6 +78,10 @@ public:
     // for it to end.
     QCoro::Task<void> loadIfNeeded();
 
+    // Frees the memory of a loaded model. The state stays `Loaded`; `loadIfNeeded` loads the model again. Must
+    // not be called while the engine generates a reply.
+    void release();
+
 Q_SIGNALS:
     // Emitted before each change of `state` or `selected`.
     void willChange();

@@ -80,9 +80,11 @@ int integrate(CommandLine::Integration integration, Terminal &terminal)
     return ExitStatus::done;
 }
 
-int carryOut(const CommandLine &commandLine, ModelManager &models, Terminal &terminal)
+int carryOut(const CommandLine &commandLine, RealModels &realModels, Terminal &terminal)
 {
     using Command = CommandLine::Command;
+    ModelManager &models = realModels.manager();
+    const ModelStorage &storage = realModels.storage();
     switch (commandLine.command) {
     case Command::Do:
         return doTask(models, commandLine.task, terminal);
@@ -92,7 +94,9 @@ int carryOut(const CommandLine &commandLine, ModelManager &models, Terminal &ter
         return ModelsCommand::select(models, LocalModel::withIdentifier(commandLine.modelIdentifier),
                                      terminal);
     case Command::ListModels:
-        return ModelsCommand::list(models, terminal);
+        return ModelsCommand::list(models, IdleTime::chosen(storage), terminal);
+    case Command::KeepModel:
+        return ModelsCommand::keep(storage, commandLine.idleTime, terminal);
     case Command::Doctor:
         return examine(models, commandLine.format, terminal);
     case Command::Integrate:
@@ -124,7 +128,7 @@ int CommandRunner::run(const CommandLine &commandLine, ProgramInstance *instance
         return showWindow(commandLine.opening, *instance, terminal);
     try {
         RealModels models;
-        return carryOut(commandLine, models.manager(), terminal);
+        return carryOut(commandLine, models, terminal);
     } catch (const LocalizedError &error) {
         terminal.error(error.errorDescription());
         return ExitStatus::endedOtherwise;

@@ -14,6 +14,7 @@ public:
     RealModels &operator=(const RealModels &) = delete;
 
     ModelManager &manager() { return m_manager; }
+    const ModelStorage &storage() const { return m_storage; }
 
 private:
     const ModelStorage m_storage = ModelStorage::standard();

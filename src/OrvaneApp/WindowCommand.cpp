@@ -2,6 +2,7 @@
 #include "OrvaneApp/WindowCommand.h"
 
 #include "Base/LocalizedError.h"
+#include "Models/IdleTime.h"
 #include "OrvaneApp/CommandLine/ExitStatus.h"
 
 #include <QPointer>
@@ -65,8 +66,9 @@ void WindowCommand::openWindow(Opening opening)
     m_models = std::make_unique<RealModels>();
     m_desktop = Platform::connectToDesktop();
     m_shell = Platform::connectToShell();
-    m_application =
-        std::make_unique<OrvaneApp>(m_models->manager(), m_desktop->desktop(), m_shell->shell(), m_instance);
+    const auto patience = [this] { return IdleTime::chosen(m_models->storage()); };
+    m_application = std::make_unique<OrvaneApp>(m_models->manager(), m_desktop->desktop(), m_shell->shell(),
+                                                m_instance, patience);
     m_application->start(opening == Opening::Hidden ? AppDelegate::StartUp::Hidden
                                                     : AppDelegate::StartUp::Shown);
 }

@@ -72,6 +72,9 @@ private Q_SLOTS:
     void lateProgressOfAnEarlierDownloadIsDropped();
     void loadThatEndsAfterASwitchChangesNothing();
     void engineThatUnloadsLateIsLoadedAnew();
+    void releasedModelIsLoadedAgain_data();
+    void releasedModelIsLoadedAgain();
+    void releaseWithoutALoadedModelDoesNothing();
 
     void downloadStartsAtZeroWithTheSelectedModel();
     void downloadWhileOneIsInFlightDoesNothing();
@@ -407,6 +410,38 @@ void ModelManagerTest::engineThatUnloadsLateIsLoadedAnew()
     m_manager->select(secondModel());
     QTRY_COMPARE(m_manager->state(), State::loaded());
     QCOMPARE(m_engine->loadedPaths.value(1), m_manager->directory() + u'/' + secondModel().fileName);
+}
+
+void ModelManagerTest::releasedModelIsLoadedAgain_data()
+{
+    QTest::addColumn<bool>("unloadsAtOnce");
+    QTest::newRow("unloads at once") << true;
+    QTest::newRow("unloads late") << false;
+}
+
+void ModelManagerTest::releasedModelIsLoadedAgain()
+{
+    QFETCH(bool, unloadsAtOnce);
+    bringInto(State::Kind::Loaded);
+    m_engine->unloadsAtOnce = unloadsAtOnce;
+    m_manager->release();
+    QCOMPARE(m_engine->unloadCount, 1);
+    QCOMPARE(m_manager->state(), State::loaded());
+    Gate gate;
+    m_engine->beforeLoaded = [&gate] { return gate.passed(); };
+    m_manager->loadIfNeeded();
+    QCOMPARE(m_manager->state(), State::loading());
+    gate.open();
+    QTRY_COMPARE(m_manager->state(), State::loaded());
+    QCOMPARE(m_engine->loadedPaths.size(), 2);
+}
+
+void ModelManagerTest::releaseWithoutALoadedModelDoesNothing()
+{
+    bringInto(State::Kind::Ready);
+    m_manager->release();
+    QCOMPARE(m_engine->unloadCount, 0);
+    QCOMPARE(m_manager->state(), State::ready());
 }
 
 void ModelManagerTest::downloadStartsAtZeroWithTheSelectedModel()

@@ -28,6 +28,7 @@ private Q_SLOTS:
     void theDoctorFindsNoDisplay();
     void modelsAreListed();
     void aSelectionLasts();
+    void theTimeToKeepAModelLasts();
     void itMakesItselfKnownToTheDesktop();
     void nothingIsWrittenOutsideTheUsersFolders();
 
@@ -178,7 +179,7 @@ void ProgramTest::modelsAreListed()
     QVERIFY2(result.output.startsWith(u"* qwen2.5-1.5b  Qwen2.5 1.5B Instruct — Fast and light · ~1 GB — "
                                       "not downloaded\n  llama3.2-3b   "_s),
              qPrintable(result.output));
-    QVERIFY(result.output.endsWith(home(u"data/Orvane/Models\n"_s)));
+    QVERIFY(result.output.contains(home(u"data/Orvane/Models\n"_s)));
     QCOMPARE(result.errors, QString());
 }
 
@@ -190,6 +191,17 @@ void ProgramTest::aSelectionLasts()
     QVERIFY(notReady.errors.startsWith(u"orvane: Llama 3.2 3B Instruct isn't on this machine yet."_s));
     QCOMPARE(run({u"models"_s, u"select"_s, u"qwen2.5-1.5b"_s}).status, ExitStatus::done);
     QVERIFY(run({u"models"_s}).output.contains(u"* qwen2.5-1.5b"_s));
+}
+
+void ProgramTest::theTimeToKeepAModelLasts()
+{
+    const QString always = u"An idle model stays in memory.\n"_s;
+    const QString limited =
+        u"A model that has been idle for 5 minutes is removed from memory until the next task.\n"_s;
+    QCOMPARE(run({u"models"_s, u"keep"_s, u"always"_s}).output, always);
+    QVERIFY(run({u"models"_s}).output.endsWith(always));
+    QCOMPARE(run({u"models"_s, u"keep"_s, u"5"_s}).output, limited);
+    QVERIFY(run({u"models"_s}).output.endsWith(limited));
 }
 
 void ProgramTest::itMakesItselfKnownToTheDesktop()

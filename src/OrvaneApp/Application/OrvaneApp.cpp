@@ -13,9 +13,10 @@ using namespace Qt::StringLiterals;
 Q_IMPORT_QML_PLUGIN(Orvane_ContentViewPlugin)
 
 OrvaneApp::OrvaneApp(ModelManager &models, const Desktop &desktop, const Shell &shell,
-                     ProgramInstance &instance, QObject *parent)
+                     ProgramInstance &instance, IdleModel::Patience patience, QObject *parent)
     : QObject(parent), m_shell(shell), m_session(models, desktop),
-      m_activityReport(models, m_session, shell.activity), m_content(models, m_session, desktop),
+      m_activityReport(models, m_session, shell.activity),
+      m_idleModel(models, m_session, std::move(patience)), m_content(models, m_session, desktop),
       m_delegate(shell, instance)
 {
     // Not QCoreApplication::quit, which closes the windows first, and ours only hides.

@@ -5,6 +5,7 @@
 #include "ContentView/ViewModels/ContentViewModel.h"
 #include "OrvaneApp/Application/ActivityReport.h"
 #include "OrvaneApp/Application/AppDelegate.h"
+#include "OrvaneApp/Application/IdleModel.h"
 
 #include <QQmlEngine>
 #include <QQuickWindow>
@@ -18,8 +19,9 @@ class OrvaneApp : public QObject
     Q_OBJECT
 
 public:
+    // `patience` says how long the model stays in memory without a task.
     OrvaneApp(ModelManager &models, const Desktop &desktop, const Shell &shell, ProgramInstance &instance,
-              QObject *parent = nullptr);
+              IdleModel::Patience patience, QObject *parent = nullptr);
     ~OrvaneApp() override;
 
     // Creates the window. Throws PlatformError if the views cannot be loaded.
@@ -36,6 +38,7 @@ private:
     const Shell m_shell;
     AgentSession m_session;
     ActivityReport m_activityReport;
+    IdleModel m_idleModel;
     ContentViewModel m_content;
     AppDelegate m_delegate;
     QQmlEngine m_engine;

@@ -86,6 +86,15 @@ Parsed parseWithModel(Command command, const QString &identifier, bool verbose)
     return CommandLine{.command = command, .modelIdentifier = identifier, .verbose = verbose};
 }
 
+Parsed parseKeep(const QString &time, const Words &given)
+{
+    const std::optional<IdleTime::Minutes> parsed = IdleTime::parsed(time);
+    if (!parsed)
+        return wrongUse(u"“keep” takes “always” or a number of minutes, at most 10080."_s,
+                        u"orvane models --help"_s);
+    return CommandLine{.command = Command::KeepModel, .idleTime = *parsed, .verbose = given.verbose};
+}
+
 Parsed parseModels(const Words &given)
 {
     if (given.help)
@@ -105,6 +114,8 @@ Parsed parseModels(const Words &given)
         return parseWithModel(Command::SelectModel, identifier, given.verbose);
     if (verb == "select"_L1)
         return wrongUse(u"Which model is to be selected?"_s, u"orvane models"_s);
+    if (verb == "keep"_L1)
+        return parseKeep(identifier, given);
     return wrongUse(u"“models %1” is no command."_s.arg(verb), helpCommand);
 }
 

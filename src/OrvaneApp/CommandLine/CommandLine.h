@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "Models/IdleTime.h"
 #include "OrvaneApp/CommandLine/DoctorReport.h"
 
 #include <QString>
@@ -18,6 +19,7 @@ struct CommandLine
         ListModels,
         DownloadModel,
         SelectModel,
+        KeepModel,
         Doctor,
         Integrate,
         Window
@@ -34,6 +36,7 @@ struct CommandLine
     QString task = {};     // for Do
     // For SelectModel and DownloadModel: a catalog id; empty for the selected model.
     QString modelIdentifier = {};
+    IdleTime::Minutes idleTime = {};                          // for KeepModel
     Opening opening = Opening::Shown;                         // for Window
     DoctorReport::Format format = DoctorReport::Format::Text; // for Doctor
     Integration integration = Integration::Written;           // for Integrate

@@ -7,7 +7,7 @@ QString HelpTexts::general()
 {
     return uR"(Usage: orvane [--background | --toggle]
        orvane do TASK
-       orvane models [download [ID] | select ID]
+       orvane models [download [ID] | select ID | keep MINUTES]
        orvane doctor [--json]
        orvane integrate [--remove]
 
@@ -21,6 +21,7 @@ this machine plans it step by step. Risky steps are done only after you have all
   models                list the models, and what is on this machine
   models download [ID]  get a model; this is the only thing that goes to the network
   models select ID      plan with another model
+  models keep MINUTES   keep an idle model in memory for that long
   doctor                say what works on this desktop, and what to do about what does not
   integrate             make this program known to the desktop, as some desktops require
 
@@ -54,12 +55,17 @@ QString HelpTexts::modelsCommand()
     return uR"(Usage: orvane models
        orvane models download [ID]
        orvane models select ID
+       orvane models keep MINUTES | always
 
 Lists the models with their ID, which one is selected, and which are on this machine.
 
   download [ID]  get the selected model, or select the one with this ID and get it;
                  a download that was stopped goes on where it was
   select ID      plan with this model from now on
+  keep MINUTES   remove a model from memory when it has been idle for that long, at most
+                 10080 minutes; the next task loads it again. With "always", keep it. Unless
+                 you choose, it is kept on machines with 16 GB or more, and for 15 minutes
+                 on others
 )"_s;
 }
 

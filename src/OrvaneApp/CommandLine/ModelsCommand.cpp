@@ -22,9 +22,18 @@ QString presence(StoredModel::Condition condition)
     Q_UNREACHABLE();
 }
 
+QString sentence(IdleTime::Minutes idleTime)
+{
+    if (!idleTime)
+        return u"An idle model stays in memory."_s;
+    const auto minutes = idleTime->count();
+    const QString count = minutes == 1 ? u"a minute"_s : u"%1 minutes"_s.arg(minutes);
+    return u"A model that has been idle for %1 is removed from memory until the next task."_s.arg(count);
+}
+
 } // namespace
 
-int ModelsCommand::list(const ModelManager &models, Terminal &terminal)
+int ModelsCommand::list(const ModelManager &models, IdleTime::Minutes idleTime, Terminal &terminal)
 {
     for (const LocalModel &model : LocalModel::catalog()) {
         const QString mark = model == models.selected() ? u"* "_s : u"  "_s;
@@ -34,6 +43,7 @@ int ModelsCommand::list(const ModelManager &models, Terminal &terminal)
     }
     terminal.line(QString());
     terminal.line(u"* is selected. The files are in %1"_s.arg(models.directory()));
+    terminal.line(sentence(idleTime));
     return ExitStatus::done;
 }
 
@@ -46,5 +56,15 @@ int ModelsCommand::select(ModelManager &models, const LocalModel &model, Termina
         terminal.line(u"It isn't on this machine yet. Get it with: orvane models download"_s);
     else if (condition == StoredModel::Condition::Unusable)
         terminal.line(u"Its file can't be used. Replace it with: orvane models download"_s);
+    return ExitStatus::done;
+}
+
+int ModelsCommand::keep(const ModelStorage &storage, IdleTime::Minutes idleTime, Terminal &terminal)
+{
+    if (!IdleTime::choose(storage, idleTime)) {
+        terminal.error(u"Couldn't write the settings: %1"_s.arg(storage.settingsFile));
+        return ExitStatus::endedOtherwise;
+    }
+    terminal.line(sentence(idleTime));
     return ExitStatus::done;
 }

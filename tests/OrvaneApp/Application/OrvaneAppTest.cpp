@@ -56,14 +56,15 @@ public:
     QQuickItem *focusItem() const { return window->activeFocusItem(); }
 
     RecordingShell shell;
+    std::optional<std::chrono::milliseconds> patience; // with an idle model
     std::unique_ptr<OrvaneApp> application;
     QQuickWindow *window = nullptr;
 
 private:
     void start(StartUp startUp)
     {
-        application =
-            std::make_unique<OrvaneApp>(models, desktop.services(), shell.services(), shell.programInstance);
+        application = std::make_unique<OrvaneApp>(models, desktop.services(), shell.services(),
+                                                  shell.programInstance, [this] { return patience; });
         application->start(startUp);
         window = qobject_cast<QQuickWindow *>(shell.windowStyler.styled.value(0));
     }
@@ -120,6 +121,8 @@ private Q_SLOTS:
     void theDesktopKnowsWhileADownloadRuns();
     void theDesktopIsToldOnceOfATaskDuringADownload();
     void theWorkEndsWithTheApplication();
+    void anIdleModelIsReleasedAndComesBack();
+    void aModelAtWorkIsKept();
 };
 
 void OrvaneAppTest::theWindowHasItsSizeAndStyle()
@@ -420,6 +423,39 @@ void OrvaneAppTest::theWorkEndsWithTheApplication()
     bench.models.download();
     bench.application.reset();
     QCOMPARE(bench.work(), (QStringList{atWork, atRest}));
+}
+
+void OrvaneAppTest::anIdleModelIsReleasedAndComesBack()
+{
+    ApplicationBench bench;
+    QVERIFY(bench.waitUntilLoaded());
+    bench.engine->replies = {done(u"Done."_s), done(u"Done again."_s)};
+    AgentSession &session = bench.application->session();
+    bench.patience = std::chrono::milliseconds(1);
+    session.submit(u"anything"_s);
+    QTRY_VERIFY(!session.isRunning());
+    QTRY_COMPARE(bench.engine->unloadCount, 1);
+    session.submit(u"anything else"_s);
+    QTRY_VERIFY(!session.isRunning());
+    QCOMPARE(session.turns().constLast().summary, u"Done again."_s);
+    QCOMPARE(bench.engine->loadedPaths.size(), 2);
+}
+
+void OrvaneAppTest::aModelAtWorkIsKept()
+{
+    ApplicationBench bench;
+    QVERIFY(bench.waitUntilLoaded());
+    Gate gate;
+    bench.engine->beforeReply = [&gate] { return gate.passed(); };
+    bench.engine->replies = {done(u"Done."_s)};
+    AgentSession &session = bench.application->session();
+    bench.patience = std::chrono::milliseconds(1);
+    session.submit(u"anything"_s);
+    QTRY_COMPARE(bench.engine->conversations.size(), 1);
+    QTest::qWait(20); // long enough for a timer that ignores the task
+    QCOMPARE(bench.engine->unloadCount, 0);
+    gate.open();
+    QTRY_COMPARE(bench.engine->unloadCount, 1);
 }
 
 QTEST_MAIN(OrvaneAppTest)

@@ -27,6 +27,7 @@ private Q_SLOTS:
     void theWordsAfterDoAreTheTask_data();
     void theWordsAfterDoAreTheTask();
     void modelsAreFoundByTheirIdentifier();
+    void theTimeToKeepAModelIsUnderstood();
     void helpIsAboutTheCommand_data();
     void helpIsAboutTheCommand();
     void wrongUseIsSaidClearly_data();
@@ -50,6 +51,8 @@ void CommandLineTest::commandsAreUnderstood_data()
     row(u"models download"_s, CommandLine::Command::DownloadModel);
     row(u"models download llama3.2-3b"_s, CommandLine::Command::DownloadModel);
     row(u"models select llama3.2-3b"_s, CommandLine::Command::SelectModel);
+    row(u"models keep always"_s, CommandLine::Command::KeepModel);
+    row(u"models keep 5"_s, CommandLine::Command::KeepModel);
     row(u"doctor"_s, CommandLine::Command::Doctor);
     row(u"doctor --json"_s, CommandLine::Command::Doctor);
     row(u"doctor --json --help"_s, CommandLine::Command::Help);
@@ -104,6 +107,12 @@ void CommandLineTest::modelsAreFoundByTheirIdentifier()
     QVERIFY(std::get<CommandLine>(selectedOne).modelIdentifier.isEmpty());
 }
 
+void CommandLineTest::theTimeToKeepAModelIsUnderstood()
+{
+    QCOMPARE(std::get<CommandLine>(parsed(u"models keep 5"_s)).idleTime, std::chrono::minutes(5));
+    QCOMPARE(std::get<CommandLine>(parsed(u"models keep always"_s)).idleTime, std::nullopt);
+}
+
 void CommandLineTest::helpIsAboutTheCommand_data()
 {
     QTest::addColumn<QString>("arguments");
@@ -143,6 +152,10 @@ void CommandLineTest::wrongUseIsSaidClearly_data()
     row(u"models select"_s, u"Which model is to be selected? See: orvane models"_s);
     row(u"models select gpt"_s, u"There is no model “gpt”. See: orvane models"_s);
     row(u"models download LLAMA3.2-3B"_s, u"There is no model “LLAMA3.2-3B”. See: orvane models"_s);
+    row(u"models keep"_s,
+        u"“keep” takes “always” or a number of minutes, at most 10080. See: orvane models --help"_s);
+    row(u"models keep 0"_s,
+        u"“keep” takes “always” or a number of minutes, at most 10080. See: orvane models --help"_s);
     row(u"doctor now"_s, u"“doctor” takes no words. See: orvane doctor --help"_s);
     row(u"integrate now"_s, u"“integrate” takes no words. See: orvane integrate --help"_s);
     row(u"doctor --remove"_s, u"The option “--remove” goes with “integrate” only. See: orvane --help"_s);

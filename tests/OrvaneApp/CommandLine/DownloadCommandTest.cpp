@@ -187,16 +187,17 @@ void DownloadCommandTest::theListSaysWhatIsSelectedAndPresent()
     bench.manager.select(LocalModel::catalog().constLast());
     const QString first = bench.manager.path(LocalModel::catalog().constFirst());
     QVERIFY(ModelBytes::write(first));
-    QCOMPARE(ModelsCommand::list(bench.manager, bench.terminal.terminal), ExitStatus::done);
+    QCOMPARE(ModelsCommand::list(bench.manager, {}, bench.terminal.terminal), ExitStatus::done);
     const QString expected =
         u"  qwen2.5-1.5b  Qwen2.5 1.5B Instruct — Fast and light · ~1 GB — on this machine\n"
         "* llama3.2-3b   Llama 3.2 3B Instruct — Smarter planning · ~2 GB — not downloaded\n"
         "\n"
-        "* is selected. The files are in %1\n"_s;
+        "* is selected. The files are in %1\n"
+        "An idle model stays in memory.\n"_s;
     QCOMPARE(bench.terminal.output(), expected.arg(bench.manager.directory()));
 
     QVERIFY(QFile::resize(first, 100));
-    QCOMPARE(ModelsCommand::list(bench.manager, bench.terminal.terminal), ExitStatus::done);
+    QCOMPARE(ModelsCommand::list(bench.manager, {}, bench.terminal.terminal), ExitStatus::done);
     QVERIFY(bench.terminal.output().contains(u"~1 GB — its file can't be used\n"_s));
     const LocalModel broken = LocalModel::catalog().constFirst();
     QCOMPARE(ModelsCommand::select(bench.manager, broken, bench.terminal.terminal), ExitStatus::done);

@@ -18,6 +18,7 @@ private Q_SLOTS:
     void typesAndPressesAMenuItem();
     void knowsWindowsAndProcesses();
     void worksOnFiles();
+    void fillsAndReadsTheClipboard();
 
 private:
     Outcome run(const QString &source) { return perform("applescript", {{"script", source}}); }
@@ -98,6 +99,33 @@ void ScriptsTest::worksOnFiles()
     QVERIFY(!QFileInfo::exists(PrivateDesktop::home(u"Desktop/Texts/b.txt"_s)));
     const Outcome opened = run(u"tell application \"Finder\" to open folder \"Texts\" of desktop"_s);
     VERIFY_EFFECT(Screen::activeClass().compare("Thunar"_L1, Qt::CaseInsensitive) == 0, opened);
+}
+
+// The application pastes what the script has put there, and the script gets what the application copies.
+void ScriptsTest::fillsAndReadsTheClipboard()
+{
+    const QString path = PrivateDesktop::home(u"Documents/pasted.txt"_s);
+    QVERIFY(TextFields::openFile(path, "", u"mousepad"_s, u"Mousepad"_s));
+    const Outcome pasted = run(u"set the clipboard to \"Größe: 5 €\"\n"
+                               "tell application \"Mousepad\" to activate\n"
+                               "tell application \"System Events\"\n"
+                               "keystroke \"v\" using command down\n"
+                               "keystroke \"s\" using command down\n"
+                               "end tell\n"
+                               "return the clipboard"_s);
+    QCOMPARE(pasted.line, u"Script returned: Größe: 5 €"_s);
+    QCOMPARE(TextFields::differenceInFile(path, u"Größe: 5 €"_s), QString());
+    const Outcome copied = run(u"set the clipboard to \"\"\n"
+                               "tell application \"Mousepad\" to activate\n"
+                               "tell application \"System Events\"\n"
+                               "keystroke \"a\" using command down\n"
+                               "keystroke \"c\" using command down\n"
+                               "end tell\n"
+                               "repeat until (the clipboard) is not \"\"\n"
+                               "delay 0.05\n"
+                               "end repeat\n"
+                               "return the clipboard"_s);
+    QCOMPARE(copied.line, u"Script returned: Größe: 5 €"_s);
 }
 
 QTEST_MAIN(ScriptsTest)

@@ -3,6 +3,8 @@
 
 #include "Desktop/Linux/Diagnosis/BusExamination.h"
 #include "Desktop/Linux/LinuxScreenCapture.h"
+#include "Desktop/Linux/Pasting/AccessedText.h"
+#include "Desktop/Linux/Portals/PortalClipboardText.h"
 #include "Desktop/Linux/Portals/PortalScreenCapture.h"
 #include "Desktop/Linux/Session/SessionType.h"
 #include "Desktop/Linux/ShellExtension/ExtensionFiles.h"
@@ -10,12 +12,14 @@
 #include "Desktop/Linux/ShellExtension/ShellKeyboard.h"
 #include "Desktop/Linux/ShellExtension/ShellWindows.h"
 #include "Desktop/Linux/Typing/LinuxKeyboard.h"
+#include "Desktop/Linux/Wayland/Clipboard.h"
 #include "Desktop/Linux/Wayland/Compositor.h"
 #include "Desktop/Linux/Wayland/Keyboard.h"
 #include "Desktop/Linux/Wayland/PlasmaKeyboard.h"
 #include "Desktop/Linux/Wayland/PlasmaWindows.h"
 #include "Desktop/Linux/Wayland/ScreenCapture.h"
 #include "Desktop/Linux/Wayland/Toplevels.h"
+#include "Desktop/Linux/X11/Clipboard.h"
 #include "Desktop/Linux/X11/Display.h"
 #include "Desktop/PlatformError.h"
 
@@ -39,6 +43,7 @@ public:
     WindowSystem &windows() override { return m_display; }
     ReceiverKeyboard &keyboard() override { return m_keyboard; }
     ScreenCapture &screenCapture() override { return m_screenCapture; }
+    ClipboardText &clipboard() override { return m_clipboard; }
     X11Display *x11() override { return &m_display; }
 
 private:
@@ -46,6 +51,7 @@ private:
     X11Display m_display;
     LinuxKeyboard m_keyboard;
     LinuxScreenCapture m_screenCapture{m_display};
+    X11Clipboard m_clipboard{m_obstacle};
 };
 
 std::unique_ptr<WindowSystem> windowsOf(WaylandConnection &connection, const WaylandOffer &offer,
@@ -74,6 +80,13 @@ std::unique_ptr<ScreenCapture> screenCaptureOf(const WaylandOffer &offer, Portal
     return std::make_unique<PortalScreenCapture>(portals);
 }
 
+std::unique_ptr<ClipboardAccess> clipboardOf(WaylandConnection &connection)
+{
+    if (!WaylandClipboard::isOfferedBy(connection))
+        return nullptr;
+    return std::make_unique<WaylandClipboard>(connection);
+}
+
 class WaylandServices : public DisplayServices
 {
 public:
@@ -90,6 +103,7 @@ public:
     WindowSystem &windows() override { return *m_windows; }
     ReceiverKeyboard &keyboard() override { return *m_keyboard; }
     ScreenCapture &screenCapture() override { return *m_screenCapture; }
+    ClipboardText &clipboard() override { return m_clipboard; }
 
 private:
     std::unique_ptr<WaylandConnection> m_connection;
@@ -98,6 +112,7 @@ private:
     std::unique_ptr<WindowSystem> m_windows;
     std::unique_ptr<ReceiverKeyboard> m_keyboard;
     std::unique_ptr<ScreenCapture> m_screenCapture;
+    AccessedText m_clipboard{[this] { return clipboardOf(*m_connection); }};
 };
 
 class ShellExtensionServices : public DisplayServices
@@ -114,6 +129,7 @@ public:
     WindowSystem &windows() override { return m_windows; }
     ReceiverKeyboard &keyboard() override { return m_keyboard; }
     ScreenCapture &screenCapture() override { return m_screenCapture; }
+    ClipboardText &clipboard() override { return m_clipboard; }
 
 private:
     std::unique_ptr<WaylandConnection> m_connection;
@@ -122,6 +138,7 @@ private:
     ShellWindows m_windows;
     ShellKeyboard m_keyboard;
     PortalScreenCapture m_screenCapture{m_portals};
+    PortalClipboardText m_clipboard{m_portals};
 };
 
 // The services on the session bus; none if it doesn't answer within two seconds.

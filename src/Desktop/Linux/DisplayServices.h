@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Desktop/Clock.h"
+#include "Desktop/Linux/WindowSystem/ClipboardText.h"
 #include "Desktop/Linux/Typing/ReceiverKeyboard.h"
 #include "Desktop/Linux/WindowSystem/WindowSystem.h"
 #include "Desktop/ScreenCapture.h"
@@ -43,6 +44,7 @@ public:
     virtual WindowSystem &windows() = 0;
     virtual ReceiverKeyboard &keyboard() = 0;
     virtual ScreenCapture &screenCapture() = 0;
+    virtual ClipboardText &clipboard() = 0;
 
     // The X server of an X11 session; otherwise null.
     virtual X11Display *x11() { return nullptr; }

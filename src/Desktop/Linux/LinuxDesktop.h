@@ -38,7 +38,7 @@ private:
     std::unique_ptr<DisplayServices> m_display = DisplayServices::connect(m_clock, displayEnvironment());
     LinuxSession m_session{m_display->x11(), [this] { return m_display->obstacle(); }};
     LinuxWorkspace m_workspace{m_display->windows(), m_gio, m_clock};
-    LinuxScripting m_scripting;
+    LinuxScripting m_scripting{m_display->clipboard()};
     AtspiAccessibility m_accessibility{*this};
     Files m_files;
     Dialogs m_dialogs;

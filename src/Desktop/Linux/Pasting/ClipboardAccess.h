@@ -13,8 +13,8 @@ public:
     // Throws PlatformError.
     virtual QCoro::Task<void> update() = 0;
 
-    // Reads the clipboard in all its formats. Throws PlatformError.
-    virtual QCoro::Task<ClipboardContent> read() = 0;
+    // Reads the clipboard in the formats that `wanted` chooses. Throws PlatformError.
+    virtual QCoro::Task<ClipboardContent> read(ClipboardFormats::Choice wanted) = 0;
 
     // Puts the offer into the clipboard, or empties it if null. This object hands the content out as long as
     // it is there.

@@ -29,7 +29,7 @@ QCoro::Task<void> ClipboardLoan::lend(QString text)
     co_await m_access.update();
     if (!m_lent || m_lent->isReplaced)
         co_await keep();
-    m_lent = ClipboardOffer::ofText(text, m_writer);
+    m_lent = ClipboardOffer::ofText(text, ClipboardOffer::Recording::Unwanted, m_writer);
     m_access.put(m_lent);
     co_await m_access.update();
     co_await waitForManagers();
@@ -44,7 +44,7 @@ QCoro::Task<void> ClipboardLoan::keep()
         co_return;
     }
     m_returned.reset();
-    m_kept = co_await m_access.read();
+    m_kept = co_await m_access.read(&ClipboardFormats::all);
 }
 
 QCoro::Task<void> ClipboardLoan::waitForManagers()

@@ -16,19 +16,35 @@ constexpr qint64 quiet = 50; // ms
 
 } // namespace
 
+QByteArrayList ClipboardFormats::all(const QByteArrayList &formats)
+{
+    return formats;
+}
+
+QByteArrayList ClipboardFormats::text(const QByteArrayList &formats)
+{
+    for (const QByteArray &format : textFormats) {
+        if (formats.contains(format))
+            return {format};
+    }
+    return {};
+}
+
 ClipboardOffer::ClipboardOffer(const ClipboardContent &content, std::shared_ptr<BoundedQueue> writer)
     : m_content(content), m_writer(std::move(writer))
 {
 }
 
-std::shared_ptr<ClipboardOffer> ClipboardOffer::ofText(const QString &text,
+std::shared_ptr<ClipboardOffer> ClipboardOffer::ofText(const QString &text, Recording recording,
                                                        std::shared_ptr<BoundedQueue> writer)
 {
     ClipboardContent content;
     content.formats = textFormats;
     content.data = QList<QByteArray>(textFormats.size(), text.toUtf8());
-    content.formats.append(secrecyFormat);
-    content.data.append(secrecy);
+    if (recording == Recording::Unwanted) {
+        content.formats.append(secrecyFormat);
+        content.data.append(secrecy);
+    }
     return std::make_shared<ClipboardOffer>(content, std::move(writer));
 }
 

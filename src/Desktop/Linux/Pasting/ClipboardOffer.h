@@ -15,6 +15,18 @@ struct ClipboardContent
     QList<QByteArray> data;
 };
 
+// Which of a clipboard's formats are read. Pure functions.
+namespace ClipboardFormats {
+
+using Choice = QByteArrayList (*)(const QByteArrayList &formats);
+
+QByteArrayList all(const QByteArrayList &formats);
+
+// The best one that is plain text; none if there is none.
+QByteArrayList text(const QByteArrayList &formats);
+
+} // namespace ClipboardFormats
+
 // A content that this program hands out, and who reads its text. Shared by its deliveries. Thread: main.
 class ClipboardOffer : public std::enable_shared_from_this<ClipboardOffer>
 {
@@ -22,8 +34,11 @@ public:
     // `writer` serves one reader at a time.
     ClipboardOffer(const ClipboardContent &content, std::shared_ptr<BoundedQueue> writer);
 
-    // Offers a text, and asks clipboard managers to record nothing.
-    static std::shared_ptr<ClipboardOffer> ofText(const QString &text, std::shared_ptr<BoundedQueue> writer);
+    // Whether clipboard managers may record the content.
+    enum class Recording { Allowed, Unwanted };
+
+    static std::shared_ptr<ClipboardOffer> ofText(const QString &text, Recording recording,
+                                                  std::shared_ptr<BoundedQueue> writer);
 
     const ClipboardContent &content() const { return m_content; }
 

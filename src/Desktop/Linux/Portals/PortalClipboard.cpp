@@ -24,6 +24,9 @@ const QString nothing = u"application/x-orvane-nothing"_s;
 // Of X11, not the content's.
 const QByteArrayList protocolFormats{"TARGETS", "MULTIPLE", "TIMESTAMP", "SAVE_TARGETS", "DELETE"};
 
+// The portal tells what is in the clipboard soon after the session has started; of an empty one, nothing.
+constexpr auto firstNews = 500ms;
+
 // GNOME wraps them into a structure.
 QByteArrayList formatsIn(const QVariantMap &change)
 {
@@ -81,6 +84,12 @@ QCoro::Task<bool> PortalClipboard::request()
 QCoro::Task<void> PortalClipboard::update()
 {
     const QPointer<PortalClipboard> self(this);
+    if (!m_isKnown) {
+        co_await qCoro(this, &PortalClipboard::ownerChanged, firstNews);
+        if (!self)
+            co_return;
+        m_isKnown = true;
+    }
     while (self && !m_isOfferThere) {
         const auto changed = co_await qCoro(this, &PortalClipboard::ownerChanged, Deadlines::answer);
         if (!changed)
@@ -93,6 +102,7 @@ void PortalClipboard::changeOwner(const QDBusObjectPath &session, const QVariant
     if (session.path() != m_session)
         return;
     const bool isOurs = change.value(u"session_is_owner"_s).toBool();
+    m_isKnown = true;
     m_isOfferThere = m_isOfferThere || isOurs;
     if (m_offer)
         m_offer->isReplaced = m_isOfferThere && !isOurs;
@@ -100,11 +110,11 @@ void PortalClipboard::changeOwner(const QDBusObjectPath &session, const QVariant
     Q_EMIT ownerChanged();
 }
 
-QCoro::Task<ClipboardContent> PortalClipboard::read()
+QCoro::Task<ClipboardContent> PortalClipboard::read(ClipboardFormats::Choice wanted)
 {
     const QPointer<PortalClipboard> self(this);
     ClipboardContent content;
-    content.formats = m_formats;
+    content.formats = wanted(m_formats);
     for (const QByteArray &format : std::as_const(content.formats)) {
         content.data.append(co_await dataOf(format));
         if (!self)

@@ -21,7 +21,7 @@ public:
     QCoro::Task<bool> request();
 
     QCoro::Task<void> update() override;
-    QCoro::Task<ClipboardContent> read() override;
+    QCoro::Task<ClipboardContent> read(ClipboardFormats::Choice wanted) override;
     void put(std::shared_ptr<ClipboardOffer> offer) override;
     bool isReadByDesktop() const override { return true; }
 
@@ -39,6 +39,7 @@ private:
 
     PortalBus &m_bus;
     const QString m_session;
+    bool m_isKnown = false;   // whether the portal has told about the content
     QByteArrayList m_formats; // of another program's content
     std::shared_ptr<ClipboardOffer> m_offer;
     bool m_isOfferThere = true; // the desktop has taken the offer

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "Desktop/Linux/Scripting/Clipboard.h"
 #include "Desktop/Linux/Scripting/MediaPlayers.h"
 #include "Desktop/Linux/Scripting/Notifications.h"
 #include "Desktop/Linux/Scripting/Sound.h"
@@ -15,7 +16,8 @@
 class LinuxScripting : public Scripting
 {
 public:
-    LinuxScripting() = default;
+    // `clipboard` must outlive this object.
+    explicit LinuxScripting(ClipboardText &clipboard);
     ~LinuxScripting() override;
     LinuxScripting(const LinuxScripting &) = delete;
     LinuxScripting &operator=(const LinuxScripting &) = delete;
@@ -26,6 +28,9 @@ public:
 private:
     struct Services
     {
+        explicit Services(ClipboardText &clipboardText) : clipboard(clipboardText) {}
+
+        Clipboard clipboard;
         ScriptBus bus;
         Notifications notifications{bus};
         MediaPlayers players{bus};
@@ -33,6 +38,6 @@ private:
         TrashFolders trash;
     };
 
-    std::shared_ptr<Services> m_services = std::make_shared<Services>(); // shared with the running scripts
+    std::shared_ptr<Services> m_services; // shared with the running scripts
     std::stop_source m_end;
 };

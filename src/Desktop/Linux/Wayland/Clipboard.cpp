@@ -94,12 +94,12 @@ QCoro::Task<void> WaylandClipboard::update()
     return m_connection.roundTrip();
 }
 
-QCoro::Task<ClipboardContent> WaylandClipboard::read()
+QCoro::Task<ClipboardContent> WaylandClipboard::read(ClipboardFormats::Choice wanted)
 {
     ClipboardContent content;
     QList<DataPipes::SharedDescriptor> pipes;
     if (m_selection) {
-        content.formats = m_selection->formats;
+        content.formats = wanted(m_selection->formats);
         for (const QByteArray &format : std::as_const(content.formats)) {
             const DataPipes::Pipe pipe = DataPipes::create();
             zwlr_data_control_offer_v1_receive(m_selection->handle.get(), format.constData(),

@@ -24,7 +24,7 @@ public:
     WaylandClipboard &operator=(const WaylandClipboard &) = delete;
 
     QCoro::Task<void> update() override;
-    QCoro::Task<ClipboardContent> read() override;
+    QCoro::Task<ClipboardContent> read(ClipboardFormats::Choice wanted) override;
     void put(std::shared_ptr<ClipboardOffer> offer) override;
     bool isReadByDesktop() const override { return false; }
 

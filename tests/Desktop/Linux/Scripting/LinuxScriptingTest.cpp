@@ -31,6 +31,12 @@ private Q_SLOTS:
     void showsNotifications_data();
     void showsNotifications();
     void needsANotificationService();
+    void readsTheClipboard_data();
+    void readsTheClipboard();
+    void aClipboardWithoutTextIsEmpty();
+    void fillsTheClipboard_data();
+    void fillsTheClipboard();
+    void aRecordIsNoTextForTheClipboard();
     void aScriptEndsWithItsService();
     void canBeInterrupted_data();
     void canBeInterrupted();
@@ -188,10 +194,63 @@ void LinuxScriptingTest::needsANotificationService()
     QCOMPARE(run(u"display notification \"x\""_s), u"Error: The desktop shows no notifications."_s);
 }
 
+void LinuxScriptingTest::readsTheClipboard_data()
+{
+    QTest::addColumn<QString>("source");
+    QTest::addColumn<QString>("result");
+    QTest::newRow("its text") << u"return the clipboard"_s << u"1 < 2"_s;
+    QTest::newRow("as a class") << u"return (the clipboard as text) & \"!\""_s << u"1 < 2!"_s;
+    QTest::newRow("in tell") << u"tell application \"Finder\" to return the clipboard"_s << u"1 < 2"_s;
+    QTest::newRow("in an expression") << u"return length of (the clipboard)"_s << u"5"_s;
+}
+
+void LinuxScriptingTest::readsTheClipboard()
+{
+    QFETCH(QString, source);
+    SampleScripts::SampleClipboard clipboard;
+    clipboard.text = u"1 < 2"_s;
+    QTEST(SampleScripts::run(source, clipboard), "result");
+}
+
+void LinuxScriptingTest::aClipboardWithoutTextIsEmpty()
+{
+    QCOMPARE(run(u"return (the clipboard) is \"\""_s), u"true"_s);
+}
+
+void LinuxScriptingTest::fillsTheClipboard_data()
+{
+    QTest::addColumn<QString>("source");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("a text") << u"set the clipboard to \"one\""_s << u"one"_s;
+    QTest::newRow("a number") << u"set the clipboard to 6 * 7"_s << u"42"_s;
+    QTest::newRow("lines") << u"set the clipboard to \"a\" & linefeed & \"b\""_s << u"a\nb"_s;
+    QTest::newRow("its own text") << u"set the clipboard to (the clipboard) & \".\""_s << u"before."_s;
+    QTest::newRow("in tell") << u"tell application \"Finder\" to set the clipboard to \"one\""_s << u"one"_s;
+}
+
+void LinuxScriptingTest::fillsTheClipboard()
+{
+    QFETCH(QString, source);
+    SampleScripts::SampleClipboard clipboard;
+    clipboard.text = u"before"_s;
+    QCOMPARE(SampleScripts::run(source, clipboard), u"none"_s);
+    QTEST(clipboard.text.value(), "text");
+}
+
+void LinuxScriptingTest::aRecordIsNoTextForTheClipboard()
+{
+    SampleScripts::SampleClipboard clipboard;
+    clipboard.text = u"before"_s;
+    const QString error = SampleScripts::run(u"set the clipboard to {a:1}"_s, clipboard);
+    QCOMPARE(error, u"Error: Can’t make {a:1} into type text."_s);
+    QCOMPARE(clipboard.text, u"before"_s);
+}
+
 void LinuxScriptingTest::aScriptEndsWithItsService()
 {
     SampleScripts::NoApplications host;
-    auto scripting = std::make_unique<LinuxScripting>();
+    SampleScripts::SampleClipboard clipboard;
+    auto scripting = std::make_unique<LinuxScripting>(clipboard);
     const auto running = std::make_shared<Awaited::Outcome<ScriptOutcome>>();
     const QCoro::Task<void> settling = Awaited::settle(scripting->run(u"delay 1000"_s, host), running);
     scripting.reset();
@@ -213,7 +272,8 @@ void LinuxScriptingTest::canBeInterrupted()
 {
     QFETCH(QString, source);
     SampleScripts::NoApplications host;
-    LinuxScripting scripting;
+    SampleScripts::SampleClipboard clipboard;
+    LinuxScripting scripting(clipboard);
     const auto running = std::make_shared<Awaited::Outcome<ScriptOutcome>>();
     const QCoro::Task<void> settling = Awaited::settle(scripting.run(source, host), running);
     QTest::qWait(20);

@@ -8,7 +8,13 @@ using namespace Qt::StringLiterals;
 
 QString SampleScripts::run(const QString &source)
 {
-    LinuxScripting scripting;
+    SampleClipboard clipboard;
+    return run(source, clipboard);
+}
+
+QString SampleScripts::run(const QString &source, SampleClipboard &clipboard)
+{
+    LinuxScripting scripting(clipboard);
     NoApplications host;
     const ScriptOutcome outcome = Awaited::result(scripting.run(source, host));
     const QString text = outcome.text.value_or(u"none"_s);

@@ -82,6 +82,14 @@ void ScriptTargetsTest::sends_data()
     row("tell application \"Finder\" to reveal file \"a\"",
         "Finder: reveal file \"a\" of application \"Finder\"");
     row("tell application \"Finder\" to empty trash", "Finder: empty trash of application \"Finder\"");
+    row("tell application \"System Events\" to tell appearance preferences to set dark mode to true",
+        "System Events: set dark mode of appearance preferences of application \"System Events\", to true");
+    row("tell application \"System Events\" to tell every desktop to set picture to \"/a.png\"",
+        "System Events: set picture of every desktop of application \"System Events\", to \"/a.png\"");
+    row("tell application \"System Events\" to set picture of desktop 2 to \"/a.png\"",
+        "System Events: set picture of desktop 2 of application \"System Events\", to \"/a.png\"");
+    row("tell application \"Finder\" to get name of file 1 of desktop",
+        "Finder: get name of file 1 of desktop of application \"Finder\"");
     row("tell application \"Music\" to playpause", "Music: playpause");
     row("tell application \"Music\" to next track", "Music: next track");
     row("tell application \"Music\" to set sound volume to 40",

@@ -10,6 +10,7 @@
 #include "applications/support/PrivateDesktop.h"
 #include "applications/support/Screen.h"
 
+#include <QColor>
 #include <QDir>
 #include <QImage>
 #include <QObject>
@@ -83,11 +84,14 @@ private Q_SLOTS:
     void withoutAWindowNothingIsTyped();
     void theOverviewGetsNoText();
     void picturesNeedThePermissionOnce();
+    void scriptsMakeTheDesktopDark();
+    void scriptsChangeTheDesktopsPicture();
     void otherProgramsAreNotAnswered();
     void theDoctorNamesTheWays();
     void aTaskIsCarriedOut();
 
 private:
+    QColor colourInTheMiddle();
     // Opens the document in an editor; false on timeout.
     bool openEditor(const QString &program, const QString &path);
 
@@ -375,6 +379,43 @@ void GnomeTest::picturesNeedThePermissionOnce()
     // The portal's own copy is gone.
     const QDir pictures(PrivateDesktop::home(u"Pictures"_s));
     QCOMPARE(pictures.entryList({u"*.png"_s}, QDir::Files).size(), 1);
+}
+
+QColor GnomeTest::colourInTheMiddle()
+{
+    const QString folder = PrivateDesktop::home(u"Screenshots"_s);
+    QDir(folder).removeRecursively();
+    QDir().mkpath(folder);
+    m_runner->perform("screenshot", {{"save_to", folder}});
+    const QStringList files = QDir(folder).entryList({u"*.png"_s}, QDir::Files);
+    const QImage picture(folder + u'/' + files.value(0));
+    return picture.isNull() ? QColor() : picture.pixelColor(picture.rect().center());
+}
+
+void GnomeTest::scriptsMakeTheDesktopDark()
+{
+    const auto inPreferences = [this](const QString &statement) {
+        const QString script =
+            u"tell application \"System Events\" to tell appearance preferences to "_s + statement;
+        return m_runner->perform("applescript", {{"script", script}}).line;
+    };
+    QCOMPARE(inPreferences(u"return dark mode"_s), u"Script returned: false"_s);
+    QCOMPARE(inPreferences(u"set dark mode to not dark mode"_s), u"Script returned: true"_s);
+    QCOMPARE(inPreferences(u"return dark mode"_s), u"Script returned: true"_s);
+    QCOMPARE(inPreferences(u"set dark mode to false"_s), u"Script returned: false"_s);
+    QCOMPARE(inPreferences(u"return dark mode"_s), u"Script returned: false"_s);
+}
+
+void GnomeTest::scriptsChangeTheDesktopsPicture()
+{
+    QImage green(64, 64, QImage::Format_RGB32);
+    green.fill(Qt::green);
+    const QString path = PrivateDesktop::home(u"Pictures/green meadow.png"_s);
+    QVERIFY(green.save(path));
+    const QString script = u"tell application \"Finder\" to set desktop picture to POSIX file \"%1\""_s;
+    const Outcome set = m_runner->perform("applescript", {{"script", script.arg(path)}});
+    QCOMPARE(set.line, u"Script returned: "_s + path);
+    VERIFY_ON_GNOME(colourInTheMiddle() == QColor(Qt::green), set);
 }
 
 void GnomeTest::otherProgramsAreNotAnswered()

@@ -34,6 +34,13 @@ ScriptNodePointer elementNode(int line, const QString &className, Form form, Scr
     return node;
 }
 
+// The desktop is a folder, but there are also several.
+bool isClass(const ScriptPhrase &phrase)
+{
+    return phrase.kind == ScriptPhrase::Kind::Class || phrase.kind == ScriptPhrase::Kind::Classes ||
+           phrase.name == u"desktop";
+}
+
 } // namespace
 
 ScriptNodePointer ScriptExpressionParser::operand()
@@ -229,8 +236,7 @@ ScriptNodePointer ScriptExpressionParser::ordinalElement(const ScriptValue &inde
 QString ScriptExpressionParser::expectClass()
 {
     const ScriptPhrase *phrase = m_cursor.phrase();
-    if (!phrase ||
-        (phrase->kind != ScriptPhrase::Kind::Class && phrase->kind != ScriptPhrase::Kind::Classes)) {
+    if (!phrase || !isClass(*phrase)) {
         if (!m_cursor.isWord(u"application"))
             m_cursor.failExpecting(u"a class"_s);
         return m_cursor.take().text;
@@ -374,6 +380,8 @@ ScriptNodePointer ScriptExpressionParser::phrased(const ScriptPhrase &phrase)
         break;
     }
     m_cursor.skip(phrase.words);
+    if (isClass(phrase) && isKeyNext())
+        return elementByKey(phrase.name);
     return hasContainer ? node(Kind::Property, line, phrase.name) : node(Kind::Term, line, phrase.name);
 }
 

@@ -241,6 +241,11 @@ constexpr const char *const properties[] = {
     "text returned",
     "gave up",
     "application support",
+    "appearance preferences",
+    "dark mode",
+    "desktop picture",
+    "current desktop",
+    "picture",
 };
 
 constexpr const char *const constants[] = {
@@ -359,6 +364,8 @@ Phrases allPhrases()
     Phrases phrases;
     addWords(phrases);
     addClasses(phrases);
+    // "desktop" alone is the folder.
+    phrases.insert(u"desktops"_s, {ScriptPhrase::Kind::Classes, u"desktop"_s, {}});
     for (const ScriptCommandForm &form : commands())
         phrases.insert(form.name, {ScriptPhrase::Kind::Command, form.name, {}});
     for (auto phrase = phrases.begin(); phrase != phrases.end(); ++phrase)

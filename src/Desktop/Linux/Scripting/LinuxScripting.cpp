@@ -51,8 +51,8 @@ void LinuxScripting::interrupt()
 QCoro::Task<ScriptOutcome> LinuxScripting::run(QString source, ScriptHost &host)
 {
     const std::shared_ptr<Services> services = m_services;
-    Hosts hosts({&services->clipboard, &services->notifications, &services->players, &services->sound,
-                 &services->trash, &host});
+    Hosts hosts({&services->clipboard, &services->look, &services->notifications, &services->players,
+                 &services->sound, &services->trash, &host});
     ScriptOutcome outcome;
     try {
         const ScriptValue result = co_await ScriptInterpreter::run(source, hosts, m_end.get_token());

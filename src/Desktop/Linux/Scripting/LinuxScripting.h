@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Desktop/Linux/Scripting/Clipboard.h"
+#include "Desktop/Linux/Scripting/DesktopLook.h"
 #include "Desktop/Linux/Scripting/MediaPlayers.h"
 #include "Desktop/Linux/Scripting/Notifications.h"
 #include "Desktop/Linux/Scripting/Sound.h"
@@ -32,6 +33,7 @@ private:
 
         Clipboard clipboard;
         ScriptBus bus;
+        DesktopLook look{bus};
         Notifications notifications{bus};
         MediaPlayers players{bus};
         Sound sound;

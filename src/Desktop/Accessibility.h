@@ -45,6 +45,10 @@ public:
     // responding within the tree's time budget (a few seconds) or the accessibility bus is lost.
     virtual QCoro::Task<QList<AccessibilityAttributes>> read(QList<AccessibilityElement> elements) = 0;
 
+    // The address of the web page that the frontmost window shows; nothing if there is none, or the platform
+    // doesn't tell it. Throws as `read` does.
+    virtual QCoro::Task<std::optional<QString>> pageAddress() { co_return std::nullopt; }
+
     // Performs the press action ("AXPress"), giving the application the focus first. Returns false if the
     // element refuses, no longer exists or times out.
     virtual QCoro::Task<bool> press(AccessibilityElement element) = 0;

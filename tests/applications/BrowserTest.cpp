@@ -14,6 +14,8 @@ private Q_SLOTS:
     void init();
     void opensAnAddressInTheBrowserOfAnotherSystem();
     void opensASecondAddressInATabOfTheRunningBrowser();
+    void tellsScriptsTheAddressOfItsPage_data();
+    void tellsScriptsTheAddressOfItsPage();
     void refusesAnAddressWithoutAHost();
     void typesIntoAPageAndSendsItWithReturn();
     void pressesTheControlOfThatLabel_data();
@@ -49,6 +51,27 @@ void BrowserTest::opensASecondAddressInATabOfTheRunningBrowser()
         perform("open_url", {{"url", m_site->address(u"/second"_s)}, {"app", u"Firefox"_s}});
     VERIFY_EFFECT(Browser::showsPage(u"Second page"_s) && Browser::isActive(), second);
     QCOMPARE(Screen::windowsOf(QString::fromLatin1(Browser::windowClass)).size(), 1);
+}
+
+void BrowserTest::tellsScriptsTheAddressOfItsPage_data()
+{
+    QTest::addColumn<QString>("page");
+    QTest::newRow("active tab") << u"active tab of front window"_s;
+    QTest::newRow("current tab") << u"current tab of window 1"_s;
+    QTest::newRow("document") << u"front document"_s;
+}
+
+// The tab behind has another address.
+void BrowserTest::tellsScriptsTheAddressOfItsPage()
+{
+    QFETCH(QString, page);
+    const Outcome first = perform("open_url", {{"url", m_site->address(u"/first"_s)}});
+    VERIFY_EFFECT(Browser::showsPage(u"First page"_s), first);
+    const Outcome second = perform("open_url", {{"url", m_site->address(u"/second?a=b#c"_s)}});
+    VERIFY_EFFECT(Browser::showsPage(u"Second page"_s), second);
+    const QString script = u"tell application \"Firefox\" to return URL of %1"_s.arg(page);
+    const Outcome told = perform("applescript", {{"script", script}});
+    QCOMPARE(told.line, u"Script returned: "_s + m_site->address(u"/second?a=b#c"_s));
 }
 
 void BrowserTest::refusesAnAddressWithoutAHost()

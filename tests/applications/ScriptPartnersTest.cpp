@@ -103,8 +103,8 @@ void ScriptPartnersTest::controlsAPlayer()
     PrivateDesktop::write(PrivateDesktop::home(u"tone.wav"_s), tone());
     PrivateDesktop::write(PrivateDesktop::home(u"tone.html"_s), page);
     QVERIFY(PrivateDesktop::open(u"chromium"_s,
-                                 {u"--no-sandbox"_s, u"--no-first-run"_s, u"--disable-gpu"_s,
-                                  u"--autoplay-policy=no-user-gesture-required"_s,
+                                 {u"--force-renderer-accessibility"_s, u"--no-sandbox"_s, u"--no-first-run"_s,
+                                  u"--disable-gpu"_s, u"--autoplay-policy=no-user-gesture-required"_s,
                                   PrivateDesktop::home(u"tone.html"_s)},
                                  u"Chromium"_s));
     // The browser tells the desktop a moment after the page.
@@ -116,6 +116,8 @@ void ScriptPartnersTest::controlsAPlayer()
     QCOMPARE(run(u"tell application \"Music\" to return player state"_s).line, u"Script returned: paused"_s);
     const Outcome playing = run(u"tell application \"Chromium\" to play"_s);
     VERIFY_EFFECT(Screen::showsTitle(u"playing"_s), playing);
+    QCOMPARE(run(u"tell application \"Chromium\" to get URL of active tab of front window"_s).line,
+             u"Script returned: file://"_s + PrivateDesktop::home(u"tone.html"_s));
     QCOMPARE(run(u"tell application \"Music\"\n"
                  "return (name of current track) & \" by \" & (artist of current track) & \" on \" & "
                  "(album of current track)\n"

@@ -2,6 +2,7 @@
 #include "Actions/Scripts/DesktopScriptHost.h"
 
 #include "Actions/Scripts/AnyApplication.h"
+#include "Actions/Scripts/BrowserPages.h"
 #include "Actions/Scripts/FileManager.h"
 #include "Actions/Scripts/StandardAdditions.h"
 #include "Actions/Scripts/SystemEvents.h"
@@ -19,6 +20,8 @@ QCoro::Task<std::optional<ScriptValue>> DesktopScriptHost::perform(ScriptCommand
         co_return co_await SystemEvents::perform(command, desktop);
     if (Text::equals(*command.application, u"Finder"_s))
         answer = co_await FileManager::perform(command, desktop);
+    if (!answer)
+        answer = co_await BrowserPages::perform(command, desktop);
     if (!answer)
         answer = co_await AnyApplication::perform(command, desktop);
     co_return answer;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Desktop/Linux/Atspi/Protocol.h"
 
+#include "Base/Text.h"
+
 #include <QDBusObjectPath>
 #include <QDBusVariant>
 
@@ -149,6 +151,11 @@ QDBusMessage Atspi::doAction(const AtspiReference &object, int action)
     return call(object, actionInterface, u"DoAction"_s, {action});
 }
 
+QDBusMessage Atspi::getDocumentAttributes(const AtspiReference &object)
+{
+    return call(object, documentInterface, u"GetAttributes"_s);
+}
+
 QDBusMessage Atspi::getCharacterCount(const AtspiReference &object)
 {
     return property(object, textInterface, u"CharacterCount"_s);
@@ -221,6 +228,19 @@ bool Atspi::hasState(const QDBusMessage &reply, AtspiState state)
     const auto words = qdbus_cast<QList<uint>>(reply.arguments().constFirst());
     const auto number = static_cast<unsigned>(state);
     return (words.value(number / 32) >> number % 32 & 1U) != 0;
+}
+
+std::optional<QString> Atspi::documentAddress(const QDBusMessage &reply)
+{
+    if (reply.type() != QDBusMessage::ReplyMessage || reply.signature() != "a{ss}"_L1)
+        return std::nullopt;
+    const auto attributes = qdbus_cast<QMap<QString, QString>>(reply.arguments().constFirst());
+    // Firefox and Chromium name it differently.
+    for (const QString &name : {u"DocURL"_s, u"URI"_s}) {
+        if (!attributes.value(name).isEmpty())
+            return Text::cleaned(attributes.value(name));
+    }
+    return std::nullopt;
 }
 
 AtspiReference Atspi::reference(const QDBusMessage &reply)

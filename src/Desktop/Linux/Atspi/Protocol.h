@@ -81,6 +81,7 @@ inline const QString applicationInterface = QStringLiteral("org.a11y.atspi.Appli
 inline const QString cacheInterface = QStringLiteral("org.a11y.atspi.Cache");
 inline const QString collectionInterface = QStringLiteral("org.a11y.atspi.Collection");
 inline const QString componentInterface = QStringLiteral("org.a11y.atspi.Component");
+inline const QString documentInterface = QStringLiteral("org.a11y.atspi.Document");
 inline const QString registryInterface = QStringLiteral("org.a11y.atspi.Registry");
 inline const QString selectionInterface = QStringLiteral("org.a11y.atspi.Selection");
 inline const QString textInterface = QStringLiteral("org.a11y.atspi.Text");
@@ -121,11 +122,12 @@ QDBusMessage getApplication(const AtspiReference &object);
 // The descendants of `top` that match the rule, in tree order, at most `most`.
 QDBusMessage getMatches(const AtspiReference &top, const AtspiRule &rule, int most);
 
-// For elements with the interface Action, Text, Value, Component or Selection. Actions and children are given
-// by index; an `end` of -1 means the whole text.
+// For elements with the interface Action, Document, Text, Value, Component or Selection. Actions and children
+// are given by index; an `end` of -1 means the whole text.
 QDBusMessage getActionCount(const AtspiReference &object);
 QDBusMessage getActionName(const AtspiReference &object, int action);
 QDBusMessage doAction(const AtspiReference &object, int action);
+QDBusMessage getDocumentAttributes(const AtspiReference &object);
 QDBusMessage getCharacterCount(const AtspiReference &object);
 QDBusMessage getText(const AtspiReference &object, int end);
 QDBusMessage getCurrentValue(const AtspiReference &object);
@@ -143,6 +145,8 @@ std::optional<double> number(const QDBusMessage &reply);
 bool truth(const QDBusMessage &reply);
 AtspiRole role(const QDBusMessage &reply);
 bool hasState(const QDBusMessage &reply, AtspiState state);
+// The address among a document's returned attributes, cleaned; nothing if there is none.
+std::optional<QString> documentAddress(const QDBusMessage &reply);
 // The returned object.
 AtspiReference reference(const QDBusMessage &reply);
 // The returned objects in order, without null references.

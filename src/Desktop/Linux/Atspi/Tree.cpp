@@ -128,6 +128,26 @@ AccessibilityAttributes AtspiTree::attributes(const AtspiReading &reading,
     return result;
 }
 
+QCoro::Task<std::optional<QString>> AtspiTree::pageAddress()
+{
+    const auto self = shared_from_this();
+    const QList<AccessibilityElement> top{root()};
+    const QList<AccessibilityAttributes> attributes = co_await read(top);
+    const QList<AccessibilityElement> windows = attributes.constFirst().children;
+    if (windows.isEmpty())
+        co_return std::nullopt;
+    const AtspiReference window = m_objects.at(m_frontWindow.value_or(windows.constFirst())).reference;
+    const AtspiRule shownPage{{AtspiRole::DocumentWeb}, {AtspiState::Showing}};
+    const QList<QDBusMessage> search{Atspi::getMatches(window, shownPage, 1)};
+    const QList<QDBusMessage> found = co_await AtspiApplication::exchange(m_application, search);
+    const QList<AtspiReference> pages = Atspi::references(found.constFirst());
+    if (pages.isEmpty())
+        co_return std::nullopt;
+    const QList<QDBusMessage> question{Atspi::getDocumentAttributes(pages.constFirst())};
+    const QList<QDBusMessage> answer = co_await AtspiApplication::exchange(m_application, question);
+    co_return Atspi::documentAddress(answer.constFirst());
+}
+
 QCoro::Task<bool> AtspiTree::press(AccessibilityElement element)
 {
     const auto self = shared_from_this();

@@ -26,6 +26,7 @@ public:
     AccessibilityElement root() const override { return 0; }
     std::optional<AccessibilityElement> frontWindow() const override { return m_frontWindow; }
     QCoro::Task<QList<AccessibilityAttributes>> read(QList<AccessibilityElement> elements) override;
+    QCoro::Task<std::optional<QString>> pageAddress() override;
     QCoro::Task<bool> press(AccessibilityElement element) override;
 
 private:

@@ -34,6 +34,7 @@ QCoro::Task<QString> described(QString source, Desktop desktop)
 {
     DesktopScriptHost host(desktop);
     const ScriptValue value = co_await ScriptInterpreter::run(source, host);
+    co_await host.finish();
     co_return ScriptCoercion::source(value);
 }
 
@@ -104,6 +105,30 @@ void ScriptActionsTest::changesTheDesktop_data()
         {u"press AXMenuItem “Save”"_s});
     row("tell application \"System Events\" to set frontmost of process \"Safari\" to true",
         {u"activate Safari"_s});
+    row("tell application \"Mail\" to make new outgoing message with properties {subject:\"Lunch & more\", "
+        "content:\"Dear Ann,\" & return & \"at noon?\", visible:true}",
+        {u"open mailto:?subject=Lunch%20%26%20more&body=Dear%20Ann%2C%0D%0Aat%20noon%3F with "
+         "/Applications/Mail.app"_s});
+    row("tell application \"Mail\"\n"
+        "set m to make new outgoing message with properties {subject:\"Hi\"}\n"
+        "tell m\n"
+        "make new to recipient at end of to recipients with properties {address:\"ann@example.org\"}\n"
+        "make new to recipient with properties {name:\"Bob\", address:\"bob@example.org\"}\n"
+        "make new cc recipient at end of cc recipients with properties {address:\"c?x=y@example.org\"}\n"
+        "set content to \"Grüße\"\n"
+        "end tell\n"
+        "activate\n"
+        "end tell",
+        {u"open application /Applications/Mail.app"_s, settle,
+         u"open "
+         u"mailto:ann@example.org,bob@example.org?cc=c%3Fx%3Dy@example.org&subject=Hi&body=Gr%C3%BC%C3%9Fe "
+         "with /Applications/Mail.app"_s});
+    row("tell application \"Mail\"\n"
+        "set m to make new outgoing message\n"
+        "make new bcc recipient at end of bcc recipients of m with properties {address:\"d@example.org\"}\n"
+        "set subject of m to (subject of m) & \"!\"\n"
+        "end tell",
+        {u"open mailto:?bcc=d@example.org&subject=%21 with /Applications/Mail.app"_s});
 }
 
 void ScriptActionsTest::changesTheDesktop()
@@ -172,6 +197,16 @@ void ScriptActionsTest::fails_data()
         "Scripts can't run shell commands or other programs' code (“do script”).");
     row("run script \"beep\"", "Scripts can't run shell commands or other programs' code (“run script”).");
     row("tell application \"Zanzibar\" to activate", "Couldn't find an app called “Zanzibar”.");
+    row("tell application \"Mail\"\nset m to make new outgoing message\nsend m\nend tell",
+        "Scripts can't send messages; without “send”, the message is opened in the mail program, where you "
+        "can send it.");
+    row("tell application \"Mail\" to tell (make new outgoing message) to make new to recipient with "
+        "properties {address:\"ann\"}",
+        "“ann” is no mail address.");
+    row("tell application \"Mail\" to make new to recipient with properties {address:\"a@b\"}",
+        "Can’t get outgoing message.");
+    row("tell application \"Zanzibar\" to make new outgoing message",
+        "Couldn't find an app called “Zanzibar”.");
     row("tell application \"Mail\" to play", "Mail doesn’t understand “play”.");
     row("tell application \"Mail\" to get colour", "Can’t get colour of application \"Mail\".");
     row("tell application \"System Events\" to set frontmost of every process whose name is \"Nope\" to true",

@@ -8,6 +8,7 @@
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusReply>
+#include <QDir>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -91,6 +92,7 @@ private Q_SLOTS:
     void controlsAPlayer();
     void showsANotification();
     void setsTheVolume();
+    void opensAMessageInTheMailProgram();
 
 private:
     Outcome run(const QString &source) { return perform("applescript", {{"script", source}}); }
@@ -154,6 +156,31 @@ void ScriptPartnersTest::setsTheVolume()
     QVERIFY(soundServer.isRunning());
     QCOMPARE(run(u"set volume output volume 35"_s).line, u"Script ran."_s);
     QVERIFY(PrivateSoundServer::answerTo(u"get-sink-volume"_s).contains(u" 35% "_s));
+}
+
+// The user's mail program is one that writes down what it is started with, and shows a window.
+void ScriptPartnersTest::opensAMessageInTheMailProgram()
+{
+    const QString opened = PrivateDesktop::home(u"opened"_s);
+    QVERIFY(QDir().mkpath(PrivateDesktop::home(u".local/share/applications"_s)));
+    QVERIFY(QDir().mkpath(PrivateDesktop::home(u".config"_s)));
+    PrivateDesktop::write(PrivateDesktop::home(u".local/share/applications/post.desktop"_s),
+                          "[Desktop Entry]\nType=Application\nName=Post Office\n"
+                          "MimeType=x-scheme-handler/mailto;\n"
+                          "StartupWMClass=Mousepad\n"
+                          "Exec=sh -c 'printf %%s \"$1\" >\"$HOME/opened\"; exec mousepad' sh %u\n");
+    PrivateDesktop::write(PrivateDesktop::home(u".config/mimeapps.list"_s),
+                          "[Default Applications]\nx-scheme-handler/mailto=post.desktop\n");
+    const Outcome composed = run(u"tell application \"Mail\"\n"
+                                 "set m to make new outgoing message with properties "
+                                 "{subject:\"Lunch\", content:\"At noon?\"}\n"
+                                 "tell m to make new to recipient at end of to recipients with properties "
+                                 "{address:\"ann@example.org\"}\n"
+                                 "end tell"_s);
+    QVERIFY2(!composed.hasFailed, qPrintable(composed.line));
+    QTRY_COMPARE_WITH_TIMEOUT(PrivateDesktop::read(opened),
+                              QByteArray("mailto:ann@example.org?subject=Lunch&body=At%20noon%3F"),
+                              PrivateDesktop::patience);
 }
 
 QTEST_MAIN(ScriptPartnersTest)

@@ -12,6 +12,11 @@ QCoro::Task<QString> appleScript(QString source, Desktop desktop)
     const ScriptOutcome outcome = co_await desktop.scripting.run(source, host);
     if (outcome.ending == ScriptOutcome::Ending::Failed)
         throw ActionError(u"AppleScript error: "_s + outcome.text.value_or(u"unknown"_s));
+    try {
+        co_await host.finish();
+    } catch (const LocalizedError &error) {
+        throw ActionError(u"AppleScript error: "_s + error.errorDescription());
+    }
     if (outcome.text)
         co_return u"Script returned: "_s + *outcome.text;
     co_return u"Script ran."_s;

@@ -21,8 +21,15 @@ QCoro::Task<std::optional<ScriptValue>> DesktopScriptHost::perform(ScriptCommand
     if (Text::equals(*command.application, u"Finder"_s))
         answer = co_await FileManager::perform(command, desktop);
     if (!answer)
+        answer = m_drafts.perform(command);
+    if (!answer)
         answer = co_await BrowserPages::perform(command, desktop);
     if (!answer)
         answer = co_await AnyApplication::perform(command, desktop);
     co_return answer;
+}
+
+QCoro::Task<void> DesktopScriptHost::finish()
+{
+    return m_drafts.open(m_desktop);
 }

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "Actions/Scripts/MailDrafts.h"
 #include "Desktop/Desktop.h"
 #include "Scripting/ScriptHost.h"
 
-// Carries out scripts on the desktop, with the same operations and rules as the other actions. Thread: main.
+// Carries out a script on the desktop, with the same operations and rules as the other actions. One object
+// per script. Thread: main.
 class DesktopScriptHost : public ScriptHost
 {
 public:
@@ -12,6 +14,11 @@ public:
 
     QCoro::Task<std::optional<ScriptValue>> perform(ScriptCommand command) override;
 
+    // Call it after a script that has succeeded: opens the messages that it has composed. Throws ActionError
+    // or PlatformError.
+    QCoro::Task<void> finish();
+
 private:
     Desktop m_desktop;
+    MailDrafts m_drafts;
 };

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
-// The commands of ScriptExpressionParser, and the names that a script defines itself.
+// The commands and calls of ScriptExpressionParser, and the names that a script defines itself.
 #include "Scripting/Language/ScriptExpressionParser.h"
 
 #include <QScopedValueRollback>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -136,4 +138,83 @@ ScriptNodePointer ScriptExpressionParser::labelValue(const QString &label)
     ScriptNodePointer icon = node(Kind::Literal, m_cursor.line());
     icon->value = ScriptConstant{m_cursor.take().text};
     return icon;
+}
+
+ScriptNodePointer ScriptExpressionParser::positionalCall(const QString &name)
+{
+    const QScopedValueRollback labels(m_labels, QStringList());
+    ScriptNodePointer call = node(Kind::Call, m_cursor.line(), name);
+    m_cursor.expectSymbol(u"(");
+    while (!m_cursor.takeSymbol(u")")) {
+        if (!call->children.empty())
+            m_cursor.expectSymbol(u",");
+        call->children.push_back(expression());
+    }
+    return call;
+}
+
+ScriptNodePointer ScriptExpressionParser::labelledCall(const QString &name, const ScriptHandlerForm &form)
+{
+    const QScopedValueRollback labels(m_labels, m_labels + form.labels);
+    ScriptNodePointer call = node(Kind::Call, m_cursor.line(), name);
+    while (true) {
+        const QString label = nextLabel(form.labels);
+        if (m_cursor.isWord(u"given")) {
+            takeGivenParameters(*call);
+        } else if (label.isEmpty() && (m_cursor.isWord(u"with") || m_cursor.isWord(u"without"))) {
+            takeBooleanParameters(*call, m_cursor.take().text == u"with");
+        } else if (!label.isEmpty() && !call->names.contains(label)) {
+            m_cursor.skip(label.count(u' ') + 1);
+            call->names.append(label);
+            call->children.push_back(expression());
+        } else {
+            return call;
+        }
+    }
+}
+
+void ScriptExpressionParser::takeGivenParameters(ScriptNode &call)
+{
+    m_cursor.expectWord(u"given");
+    do {
+        call.names.append(recordKey());
+        call.children.push_back(expression());
+    } while (m_cursor.takeSymbol(u","));
+}
+
+// `with multiple selections allowed and empty selection allowed`
+void ScriptExpressionParser::takeBooleanParameters(ScriptNode &call, bool value)
+{
+    do {
+        const int line = m_cursor.line();
+        const QString label = nextLabel(m_labels);
+        if (label.isEmpty())
+            m_cursor.fail();
+        m_cursor.skip(label.count(u' ') + 1);
+        call.names.append(label);
+        call.children.push_back(literal(line, value));
+    } while (takeLabelSeparator());
+}
+
+// A comma may also belong to a list around the command.
+bool ScriptExpressionParser::takeLabelSeparator()
+{
+    if (!m_cursor.isSymbol(u",") && !m_cursor.isWord(u"and"))
+        return false;
+    ScriptTokenCursor ahead = m_cursor;
+    ahead.skip(1);
+    const bool isLabel = std::any_of(m_labels.begin(), m_labels.end(),
+                                     [&ahead](const QString &label) { return ahead.areWords(label); });
+    m_cursor.skip(isLabel ? 1 : 0);
+    return isLabel;
+}
+
+QString ScriptExpressionParser::nextLabel(const QStringList &labels) const
+{
+    QString longest;
+    for (const QString &label : labels) {
+        if (label.size() > longest.size() && m_cursor.areWords(label))
+            longest = label;
+    }
+    return longest;
 }

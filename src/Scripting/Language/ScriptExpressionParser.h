@@ -36,6 +36,7 @@ public:
     QString nextLabel(const QStringList &labels) const;
 
     static ScriptNodePointer node(ScriptNode::Kind kind, int line, QString name = {});
+    static ScriptNodePointer literal(int line, ScriptValue value);
     template <typename... Children>
     static ScriptNodePointer node(ScriptNode::Kind kind, int line, QString name, Children &&...children)
     {
@@ -108,6 +109,7 @@ private:
     bool isKeyNext(qsizetype offset = 0) const;
     bool isKeyWord(qsizetype offset) const;
     bool isOperandNext() const;
+    static bool namesElements(const ScriptPhrase &phrase);
     QString expectClass();
 
     void takeDirectParameter(ScriptNode &call, const ScriptCommandForm &form);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// The operands of ScriptExpressionParser: literals, variables, properties and elements.
+// The operands of ScriptExpressionParser: literals, variables and properties.
 #include "Scripting/Language/ScriptExpressionParser.h"
 
 #include "Scripting/ScriptError.h"
@@ -7,41 +7,17 @@
 
 #include <QScopedValueRollback>
 
-#include <algorithm>
-
 using namespace Qt::StringLiterals;
 
 using Kind = ScriptNode::Kind;
 using Form = ScriptObject::Form;
 
-namespace {
-
-ScriptNodePointer literal(int line, ScriptValue value)
+ScriptNodePointer ScriptExpressionParser::literal(int line, ScriptValue value)
 {
-    ScriptNodePointer node = ScriptExpressionParser::node(Kind::Literal, line);
-    node->value = std::move(value);
-    return node;
+    ScriptNodePointer literal = node(Kind::Literal, line);
+    literal->value = std::move(value);
+    return literal;
 }
-
-// An element without a container yet: its children are the container and the key.
-ScriptNodePointer elementNode(int line, const QString &className, Form form, ScriptNodePointer key = nullptr)
-{
-    ScriptNodePointer node = ScriptExpressionParser::node(Kind::Element, line, className);
-    node->form = form;
-    node->children.emplace_back();
-    if (key)
-        node->children.push_back(std::move(key));
-    return node;
-}
-
-// The desktop is a folder, but there are also several.
-bool isClass(const ScriptPhrase &phrase)
-{
-    return phrase.kind == ScriptPhrase::Kind::Class || phrase.kind == ScriptPhrase::Kind::Classes ||
-           phrase.name == u"desktop";
-}
-
-} // namespace
 
 ScriptNodePointer ScriptExpressionParser::operand()
 {
@@ -220,31 +196,6 @@ ScriptNodePointer ScriptExpressionParser::referenceTo()
     return node(Kind::Reference, line, {}, reference());
 }
 
-ScriptNodePointer ScriptExpressionParser::everyElement()
-{
-    const int line = m_cursor.take().line;
-    return elementNode(line, expectClass(), Form::Every);
-}
-
-ScriptNodePointer ScriptExpressionParser::ordinalElement(const ScriptValue &index, Form form)
-{
-    const int line = m_cursor.line();
-    const QString className = expectClass();
-    return elementNode(line, className, form, index.isMissing() ? nullptr : literal(line, index));
-}
-
-QString ScriptExpressionParser::expectClass()
-{
-    const ScriptPhrase *phrase = m_cursor.phrase();
-    if (!phrase || !isClass(*phrase)) {
-        if (!m_cursor.isWord(u"application"))
-            m_cursor.failExpecting(u"a class"_s);
-        return m_cursor.take().text;
-    }
-    m_cursor.skip(phrase->words);
-    return phrase->name;
-}
-
 QString ScriptExpressionParser::variableName()
 {
     const ScriptToken token = m_cursor.peek();
@@ -266,85 +217,6 @@ ScriptNodePointer ScriptExpressionParser::variableOrCall()
     if (handler != m_handlers.cend() && !handler->labels.isEmpty() && !nextLabel(handler->labels).isEmpty())
         return labelledCall(name, *handler);
     return node(Kind::Variable, line, name);
-}
-
-ScriptNodePointer ScriptExpressionParser::positionalCall(const QString &name)
-{
-    const QScopedValueRollback labels(m_labels, QStringList());
-    ScriptNodePointer call = node(Kind::Call, m_cursor.line(), name);
-    m_cursor.expectSymbol(u"(");
-    while (!m_cursor.takeSymbol(u")")) {
-        if (!call->children.empty())
-            m_cursor.expectSymbol(u",");
-        call->children.push_back(expression());
-    }
-    return call;
-}
-
-ScriptNodePointer ScriptExpressionParser::labelledCall(const QString &name, const ScriptHandlerForm &form)
-{
-    const QScopedValueRollback labels(m_labels, m_labels + form.labels);
-    ScriptNodePointer call = node(Kind::Call, m_cursor.line(), name);
-    while (true) {
-        const QString label = nextLabel(form.labels);
-        if (m_cursor.isWord(u"given")) {
-            takeGivenParameters(*call);
-        } else if (label.isEmpty() && (m_cursor.isWord(u"with") || m_cursor.isWord(u"without"))) {
-            takeBooleanParameters(*call, m_cursor.take().text == u"with");
-        } else if (!label.isEmpty() && !call->names.contains(label)) {
-            m_cursor.skip(label.count(u' ') + 1);
-            call->names.append(label);
-            call->children.push_back(expression());
-        } else {
-            return call;
-        }
-    }
-}
-
-void ScriptExpressionParser::takeGivenParameters(ScriptNode &call)
-{
-    m_cursor.expectWord(u"given");
-    do {
-        call.names.append(recordKey());
-        call.children.push_back(expression());
-    } while (m_cursor.takeSymbol(u","));
-}
-
-// `with multiple selections allowed and empty selection allowed`
-void ScriptExpressionParser::takeBooleanParameters(ScriptNode &call, bool value)
-{
-    do {
-        const int line = m_cursor.line();
-        const QString label = nextLabel(m_labels);
-        if (label.isEmpty())
-            m_cursor.fail();
-        m_cursor.skip(label.count(u' ') + 1);
-        call.names.append(label);
-        call.children.push_back(literal(line, value));
-    } while (takeLabelSeparator());
-}
-
-// A comma may also belong to a list around the command.
-bool ScriptExpressionParser::takeLabelSeparator()
-{
-    if (!m_cursor.isSymbol(u",") && !m_cursor.isWord(u"and"))
-        return false;
-    ScriptTokenCursor ahead = m_cursor;
-    ahead.skip(1);
-    const bool isLabel = std::any_of(m_labels.begin(), m_labels.end(),
-                                     [&ahead](const QString &label) { return ahead.areWords(label); });
-    m_cursor.skip(isLabel ? 1 : 0);
-    return isLabel;
-}
-
-QString ScriptExpressionParser::nextLabel(const QStringList &labels) const
-{
-    QString longest;
-    for (const QString &label : labels) {
-        if (label.size() > longest.size() && m_cursor.areWords(label))
-            longest = label;
-    }
-    return longest;
 }
 
 // A name from the vocabulary that the script assigns or defines as a handler is the script's own, unless it
@@ -380,91 +252,7 @@ ScriptNodePointer ScriptExpressionParser::phrased(const ScriptPhrase &phrase)
         break;
     }
     m_cursor.skip(phrase.words);
-    if (isClass(phrase) && isKeyNext())
+    if (namesElements(phrase) && isKeyNext())
         return elementByKey(phrase.name);
     return hasContainer ? node(Kind::Property, line, phrase.name) : node(Kind::Term, line, phrase.name);
-}
-
-// After the name of a class: an element, every element, or the class itself.
-ScriptNodePointer ScriptExpressionParser::ofClass(const ScriptPhrase &phrase)
-{
-    const int line = m_cursor.line();
-    const bool isPlural = phrase.kind == ScriptPhrase::Kind::Classes;
-    if (isKeyNext())
-        return elementByKey(phrase.name);
-    if (isPlural)
-        return elementNode(line, phrase.name, Form::Every);
-    if (m_cursor.isWord(u"of") || m_cursor.isSymbol(u"'s"))
-        return node(Kind::Property, line, phrase.name);
-    return literal(line, phrase.value.isMissing() ? ScriptValue(ScriptClass{phrase.name}) : phrase.value);
-}
-
-// Whether an index, name or identifier of an element comes after these tokens.
-bool ScriptExpressionParser::isKeyNext(qsizetype offset) const
-{
-    const ScriptToken &token = m_cursor.peek(offset);
-    const auto next = m_cursor.peek(offset + 1).kind;
-    switch (token.kind) {
-    case ScriptToken::Kind::Number:
-    case ScriptToken::Kind::Text:
-    case ScriptToken::Kind::Barred:
-        return true;
-    case ScriptToken::Kind::Symbol:
-        return token.text == u"(" || (token.text == u"-" && next == ScriptToken::Kind::Number);
-    case ScriptToken::Kind::Word:
-        break;
-    default:
-        return false;
-    }
-    static const QStringList forms{u"id"_s, u"named"_s, u"index"_s, u"from"_s, u"my"_s};
-    const bool isForm = forms.contains(token.text) && !m_cursor.isWord(u"of", offset + 1);
-    return isForm ? !m_cursor.isLineEnd(offset + 1) : isKeyWord(offset);
-}
-
-// Whether a variable that may be a key comes after these tokens.
-bool ScriptExpressionParser::isKeyWord(qsizetype offset) const
-{
-    ScriptTokenCursor ahead = m_cursor;
-    ahead.skip(offset);
-    const QString &word = ahead.peek().text;
-    const bool isLabel = std::any_of(m_labels.begin(), m_labels.end(),
-                                     [&ahead](const QString &label) { return ahead.areWords(label); });
-    return !isLabel && !ahead.comparison() &&
-           (m_variables.contains(word) || (!ScriptVocabulary::isReserved(word) && !ahead.phrase()));
-}
-
-ScriptNodePointer ScriptExpressionParser::elementByKey(const QString &className)
-{
-    const int line = m_cursor.line();
-    if (m_cursor.takeWord(u"id"))
-        return elementNode(line, className, Form::Identifier, operand());
-    if (m_cursor.takeWord(u"named"))
-        return elementNode(line, className, Form::Name, operand());
-    if (!m_labels.contains(u"from"_s) && m_cursor.takeWord(u"from")) {
-        ScriptNodePointer first = signedKey();
-        if (!m_cursor.isWord(u"to") && !m_cursor.isWord(u"thru") && !m_cursor.isWord(u"through"))
-            m_cursor.failExpecting(u"“to”"_s);
-        return range(elementNode(line, className, Form::Range), std::move(first));
-    }
-    m_cursor.takeWord(u"index");
-    ScriptNodePointer key = signedKey();
-    if (m_cursor.isWord(u"thru") || m_cursor.isWord(u"through"))
-        return range(elementNode(line, className, Form::Range), std::move(key));
-    // The key's class tells at run time whether it is an index or a name.
-    return elementNode(line, className, Form::Index, std::move(key));
-}
-
-// An index may be negative; what follows "of" is not part of it.
-ScriptNodePointer ScriptExpressionParser::signedKey()
-{
-    const int line = m_cursor.line();
-    return m_cursor.takeSymbol(u"-") ? node(Kind::Negative, line, {}, operand()) : operand();
-}
-
-ScriptNodePointer ScriptExpressionParser::range(ScriptNodePointer element, ScriptNodePointer first)
-{
-    m_cursor.take();
-    element->children.push_back(std::move(first));
-    element->children.push_back(signedKey());
-    return element;
 }

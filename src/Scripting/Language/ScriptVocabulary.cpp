@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Scripting/Language/ScriptVocabulary.h"
 
+#include "Scripting/Language/ScriptWords.h"
+
 #include <QHash>
 #include <QSet>
 
@@ -11,311 +13,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-using Direct = ScriptCommandForm::Direct;
 using Phrases = QHash<QString, ScriptPhrase>;
-
-const QList<ScriptCommandForm> &commands()
-{
-    static const QList<ScriptCommandForm> forms{
-        // The language
-        {u"count"_s, Direct::Operand, {}},
-        {u"get"_s, Direct::Value, {}},
-        {u"log"_s, Direct::Value, {}},
-        // Standard additions
-        {u"current date"_s, Direct::None, {}},
-        {u"delay"_s, Direct::Value, {}},
-        {u"beep"_s, Direct::Value, {}},
-        {u"round"_s, Direct::Value, {u"rounding"_s}},
-        {u"random number"_s, Direct::Value, {u"from"_s, u"to"_s, u"with seed"_s}},
-        {u"offset"_s, Direct::None, {u"of"_s, u"in"_s}},
-        {u"ascii character"_s, Direct::Operand, {}},
-        {u"ascii number"_s, Direct::Operand, {}},
-        {u"path to"_s, Direct::Operand, {u"from"_s}},
-        {u"open location"_s, Direct::Value, {u"error reporting"_s}},
-        {u"the clipboard"_s, Direct::None, {}},
-        {u"set the clipboard to"_s, Direct::Value, {}},
-        {u"clipboard info"_s, Direct::None, {u"for"_s}},
-        {u"display notification"_s, Direct::Value, {u"with title"_s, u"subtitle"_s, u"sound name"_s}},
-        {u"display dialog"_s,
-         Direct::Value,
-         {u"default answer"_s, u"hidden answer"_s, u"buttons"_s, u"default button"_s, u"cancel button"_s,
-          u"with title"_s, u"with icon"_s, u"giving up after"_s}},
-        {u"display alert"_s,
-         Direct::Value,
-         {u"message"_s, u"as"_s, u"buttons"_s, u"default button"_s, u"cancel button"_s,
-          u"giving up after"_s}},
-        {u"choose from list"_s,
-         Direct::Value,
-         {u"with title"_s, u"with prompt"_s, u"default items"_s, u"ok button name"_s, u"cancel button name"_s,
-          u"multiple selections allowed"_s, u"empty selection allowed"_s}},
-        {u"choose file"_s, Direct::None, {u"with prompt"_s, u"of type"_s, u"default location"_s}},
-        {u"choose folder"_s, Direct::None, {u"with prompt"_s, u"default location"_s}},
-        {u"say"_s, Direct::Value, {u"using"_s, u"speaking rate"_s, u"waiting until completion"_s}},
-        {u"set volume"_s,
-         Direct::Value,
-         {u"output volume"_s, u"input volume"_s, u"alert volume"_s, u"output muted"_s}},
-        {u"get volume settings"_s, Direct::None, {}},
-        {u"system info"_s, Direct::None, {}},
-        {u"do shell script"_s,
-         Direct::Value,
-         {u"as"_s, u"administrator privileges"_s, u"user name"_s, u"password"_s}},
-        {u"run script"_s, Direct::Value, {u"with parameters"_s, u"in"_s}},
-        {u"load script"_s, Direct::Value, {}},
-        {u"do javascript"_s, Direct::Value, {u"in"_s}},
-        {u"execute"_s, Direct::Object, {u"javascript"_s}},
-        {u"do script"_s, Direct::Value, {u"in"_s}},
-        // Every application
-        {u"activate"_s, Direct::Object, {}},
-        {u"launch"_s, Direct::Object, {}},
-        {u"run"_s, Direct::Object, {}},
-        {u"reopen"_s, Direct::Object, {}},
-        {u"quit"_s, Direct::Object, {u"saving"_s}},
-        {u"open"_s, Direct::Object, {u"using"_s}},
-        {u"close"_s, Direct::Object, {u"saving"_s, u"saving in"_s}},
-        {u"save"_s, Direct::Object, {u"in"_s, u"as"_s}},
-        {u"print"_s, Direct::Object, {}},
-        {u"make"_s, Direct::None, {u"new"_s, u"at"_s, u"with properties"_s, u"with data"_s, u"to"_s}},
-        {u"delete"_s, Direct::Object, {}},
-        {u"move"_s, Direct::Object, {u"to"_s, u"replacing"_s}},
-        {u"duplicate"_s, Direct::Object, {u"to"_s, u"replacing"_s}},
-        {u"exists"_s, Direct::Object, {}},
-        {u"reveal"_s, Direct::Object, {}},
-        {u"select"_s, Direct::Object, {}},
-        {u"empty"_s, Direct::Object, {}},
-        // System Events
-        {u"keystroke"_s, Direct::Value, {u"using"_s}},
-        {u"key code"_s, Direct::Value, {u"using"_s}},
-        {u"key down"_s, Direct::Value, {}},
-        {u"key up"_s, Direct::Value, {}},
-        {u"click"_s, Direct::Object, {u"at"_s}},
-        {u"perform"_s, Direct::Object, {}},
-        // Mail
-        {u"send"_s, Direct::Object, {}},
-        // Media players
-        {u"play"_s, Direct::Object, {}},
-        {u"pause"_s, Direct::Object, {}},
-        {u"playpause"_s, Direct::Object, {}},
-        {u"stop"_s, Direct::Object, {}},
-        {u"next track"_s, Direct::None, {}},
-        {u"previous track"_s, Direct::None, {}},
-        {u"back track"_s, Direct::None, {}},
-    };
-    return forms;
-}
-
-// Singular; the plural has an "s" unless it follows.
-constexpr const char *const classes[] = {
-    "item",
-    "character",
-    "word",
-    "paragraph",
-    "text item",
-    "text:text",
-    "string",
-    "integer",
-    "real",
-    "number",
-    "boolean",
-    "list",
-    "record",
-    "date",
-    "class:classes",
-    "constant",
-    "reference",
-    "script",
-    "unicode text",
-    "handler",
-    "alias:aliases",
-    "file",
-    "folder",
-    "disk",
-    "container",
-    "document file",
-    "application file",
-    "posix file",
-    "document",
-    "window",
-    "tab",
-    "process:processes",
-    "application process:application processes",
-    "menu bar",
-    "menu bar item",
-    "menu",
-    "menu item",
-    "button",
-    "checkbox:checkboxes",
-    "radio button",
-    "pop up button",
-    "text field",
-    "text area",
-    "static text",
-    "ui element",
-    "group",
-    "toolbar",
-    "sheet",
-    "scroll area",
-    "table",
-    "row",
-    "tab group",
-    "track",
-    "playlist",
-    "source",
-    "account",
-    "message",
-    "outgoing message",
-    "recipient",
-    "to recipient",
-    "cc recipient",
-    "bcc recipient",
-    "note",
-    "bookmark",
-    "url",
-    "login item",
-};
-
-constexpr const char *const properties[] = {
-    "length",
-    "contents",
-    "rest",
-    "reverse",
-    "quoted form",
-    "posix path",
-    "text item delimiters",
-    "id",
-    "name",
-    "year",
-    "month",
-    "day",
-    "weekday",
-    "hours",
-    "minutes",
-    "seconds",
-    "time",
-    "date string",
-    "short date string",
-    "time string",
-    "beginning",
-    "end",
-    "version",
-    "frontmost",
-    "visible",
-    "running",
-    "title",
-    "enabled",
-    "selected",
-    "value",
-    "position",
-    "size",
-    "bounds",
-    "index",
-    "kind",
-    "name extension",
-    "modification date",
-    "creation date",
-    "current track",
-    "player state",
-    "player position",
-    "sound volume",
-    "mute",
-    "muted",
-    "shuffling",
-    "artist",
-    "album",
-    "duration",
-    "output volume",
-    "input volume",
-    "alert volume",
-    "output muted",
-    "desktop",
-    "home",
-    "startup disk",
-    "trash",
-    "selection",
-    "current tab",
-    "active tab",
-    "properties",
-    "comment",
-    "displayed name",
-    "short name",
-    "unix id",
-    "bundle identifier",
-    "description",
-    "role",
-    "minimized",
-    "miniaturized",
-    "zoomed",
-    "button returned",
-    "text returned",
-    "gave up",
-    "application support",
-    "subject",
-    "content",
-    "address",
-    "appearance preferences",
-    "dark mode",
-    "desktop picture",
-    "current desktop",
-    "picture",
-};
-
-constexpr const char *const constants[] = {
-    "yes",
-    "no",
-    "ask",
-    "up",
-    "down",
-    "toward zero",
-    "to nearest",
-    "as taught in school",
-    "command down",
-    "shift down",
-    "option down",
-    "control down",
-    "critical",
-    "informational",
-    "warning",
-    "playing",
-    "paused",
-    "stopped",
-    "desktop folder",
-    "documents folder",
-    "downloads folder",
-    "home folder",
-    "applications folder",
-    "movies folder",
-    "music folder",
-    "pictures folder",
-    "public folder",
-    "library folder",
-    "temporary items",
-    "temporary items folder",
-    "application support folder",
-    "preferences folder",
-    "utilities folder",
-    "trash folder",
-    "user domain",
-    "system domain",
-    "local domain",
-    "january",
-    "february",
-    "march",
-    "april",
-    "may",
-    "june",
-    "july",
-    "august",
-    "september",
-    "october",
-    "november",
-    "december",
-    "sunday",
-    "monday",
-    "tuesday",
-    "wednesday",
-    "thursday",
-    "friday",
-    "saturday",
-};
 
 // Months and weekdays are written with a capital.
 QString constantName(const QString &words)
@@ -329,11 +27,11 @@ QString constantName(const QString &words)
 
 void addWords(Phrases &phrases)
 {
-    for (const char *const words : properties) {
+    for (const char *const words : ScriptWords::properties()) {
         const QString name = QString::fromLatin1(words);
         phrases.insert(name, {ScriptPhrase::Kind::Property, name, {}});
     }
-    for (const char *const words : constants) {
+    for (const char *const words : ScriptWords::constants()) {
         const QString name = QString::fromLatin1(words);
         phrases.insert(name, {ScriptPhrase::Kind::Constant, name, ScriptConstant{constantName(name)}});
     }
@@ -358,7 +56,7 @@ void addWords(Phrases &phrases)
 
 void addClasses(Phrases &phrases)
 {
-    for (const char *const entry : classes) {
+    for (const char *const entry : ScriptWords::classes()) {
         const QStringList forms = QString::fromLatin1(entry).split(u':');
         const QString singular = forms.first();
         const QString plural = forms.size() > 1 ? forms.last() : singular + u's';
@@ -376,7 +74,7 @@ Phrases allPhrases()
     addClasses(phrases);
     // "desktop" alone is the folder.
     phrases.insert(u"desktops"_s, {ScriptPhrase::Kind::Classes, u"desktop"_s, {}});
-    for (const ScriptCommandForm &form : commands())
+    for (const ScriptCommandForm &form : ScriptWords::commands())
         phrases.insert(form.name, {ScriptPhrase::Kind::Command, form.name, {}});
     for (auto phrase = phrases.begin(); phrase != phrases.end(); ++phrase)
         phrase->words = static_cast<int>(phrase.key().count(u' ')) + 1;
@@ -433,7 +131,7 @@ const ScriptPhrase *ScriptVocabulary::phrase(const QString &words)
 
 const ScriptCommandForm &ScriptVocabulary::commandForm(const QString &name)
 {
-    const QList<ScriptCommandForm> &forms = commands();
+    const QList<ScriptCommandForm> &forms = ScriptWords::commands();
     return *std::find_if(forms.begin(), forms.end(),
                          [&name](const ScriptCommandForm &form) { return form.name == name; });
 }

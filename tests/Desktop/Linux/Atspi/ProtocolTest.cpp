@@ -27,6 +27,7 @@ private Q_SLOTS:
     void aMenuIsAMenuBarItemOnlyInAMenuBar();
     void anErrorYieldsNoState();
     void aMalformedReplyYieldsNoState();
+    void otherRepliesYieldNoAddress();
     void everyStateIsOneBit();
 };
 
@@ -87,6 +88,14 @@ void AtspiProtocolTest::aMalformedReplyYieldsNoState()
 {
     const QDBusMessage reply = question().createReply(QVariantList{u"showing"_s});
     QVERIFY(!Atspi::hasState(reply, AtspiState::Showing));
+}
+
+void AtspiProtocolTest::otherRepliesYieldNoAddress()
+{
+    const QDBusMessage error = question().createErrorReply(QDBusError::UnknownMethod, u"None."_s);
+    QCOMPARE(Atspi::documentAddress(error), std::nullopt);
+    const QDBusMessage malformed = question().createReply(QVariantList{u"https://example.org"_s});
+    QCOMPARE(Atspi::documentAddress(malformed), std::nullopt);
 }
 
 void AtspiProtocolTest::everyStateIsOneBit()
